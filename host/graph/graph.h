@@ -1,0 +1,216 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "graph/messages.h"
+#include "graph/node.h"
+#include "graph/nodeType.h"
+#include "graph/optionVariables.h"
+#include "graph/plug.h"
+#include "graph/selection.h"
+#include "graph/undo.h"
+
+namespace host::graph {
+
+/// What the graph must know of shapes to resolve component names; the node types' room supplies it.
+struct ComponentSupport {
+    /// The visible shape that a transform stands for, or the shape itself; null when there is none.
+    std::function<NodeRef(const Graph&, const NodeRef&)> shapeOf{};
+    /// How many components of a kind a shape has.
+    std::function<int(Graph&, const NodeRef&, ComponentKind)> count{};
+};
+
+/// One connection, from source to destination.
+struct Connection {
+    Plug source;
+    Plug destination;
+};
+
+/// The scene: nodes and their values, connections, names, the DAG, evaluation on demand, selection, option
+/// variables and the undo queue.
+///
+/// Every change goes through this class. While a ChangeList is set as recorder, each change records its
+/// inverse there; without one nothing is recorded. Preconditions (a name is legal, a destination is free,
+/// ...) are the caller's to check: commands have the words to report them.
+///
+/// Const access to an unchanging scene is safe from several threads at once.
+class Graph {
+  public:
+    Graph();
+    ~Graph();
+    Graph(const Graph&) = delete;
+    Graph& operator=(const Graph&) = delete;
+
+    NodeTypes& types() { return types_; }
+    const NodeTypes& types() const { return types_; }
+    Selection& selection() { return selection_; }
+    const Selection& selection() const { return selection_; }
+    /// Replaces the selection, recorded.
+    void select(Selection selection);
+    OptionVariables& optionVariables() { return optionVariables_; }
+    UndoQueue& undoQueue() { return undoQueue_; }
+    MessageSink& messages() { return *messages_; }
+    /// The sink must outlive the graph or its replacement.
+    void setMessages(MessageSink& sink) { messages_ = &sink; }
+    void setComponentSupport(ComponentSupport support) { componentSupport_ = std::move(support); }
+
+    // --- nodes and names
+    // ---------------------------------------------------------------------------------------
+
+    /// @param name    wanted name; made unique by a number at its end; empty means <type>1, <type>2, ...
+    /// @param parent  DAG parent, null for the top level
+    NodeRef createNode(const NodeType& type, const std::string& name = {}, Node* parent = nullptr);
+    /// Deletes nodes with everything below them. Destinations of their connections outside keep the last
+    /// value. Service nodes (deformers, history) left without output connection go too.
+    void deleteNodes(const std::vector<NodeRef>& nodes);
+    /// Gives a node a name made unique like that of createNode. @return the name given
+    std::string rename(Node& node, const std::string& name);
+    /// Moves a DAG node below another parent (null: top level), to the end of its children or to `position`.
+    void reparent(Node& node, Node* parent, int position = -1);
+
+    /// All nodes in order of creation.
+    std::vector<NodeRef> nodes() const;
+    /// Nodes of a type or of one derived from it, in order of creation.
+    std::vector<NodeRef> nodesOfType(std::string_view typeName) const;
+    /// Top-level DAG nodes in order.
+    const std::vector<Node*>& roots() const { return roots_; }
+    /// All nodes whose own name is this, in order of creation.
+    std::vector<NodeRef> nodesNamed(std::string_view name) const;
+    /// "|group|mesh" for a DAG node, the plain name for others.
+    std::string fullPath(const Node& node) const;
+    /// Shortest path that names only this node.
+    std::string uniqueName(const Node& node) const;
+    /// uniqueName, a dot and the plug's attribute path.
+    std::string plugName(const Plug& plug) const;
+    /// Number of changes of names, nodes and DAG so far: lets callers cache look-ups by name.
+    std::uint64_t nameVersion() const { return nameVersion_; }
+
+    NodeRef shapeOf(const NodeRef& node) const;
+    int componentCount(const NodeRef& shape, ComponentKind kind);
+
+    // --- values
+    // ------------------------------------------------------------------------------------------------
+
+    /// Value of a number plug, evaluated: through its connection, computed, stored, or the default.
+    double number(const Plug& plug);
+    /// Value of a Typed plug, evaluated; null when it was never set. Also for elements of Typed arrays.
+    DataPtr data(const Plug& plug);
+    /// Writes a number (rounded to what the kind stores). The plug is fully indexed and no output.
+    void setNumber(const Plug& plug, double value);
+    void setData(const Plug& plug, DataPtr value);
+    /// Existing elements of an array plug, ascending: written ones and connected ones.
+    std::vector<int> elements(const Plug& arrayPlug);
+    int elementCount(const Plug& arrayPlug);
+    /// Logical index of the element at a physical position, -1 past the end.
+    int elementAt(const Plug& arrayPlug, int position);
+    bool hasElement(const Plug& element);
+    /// Makes an element exist without setting a value.
+    void createElement(const Plug& element);
+    /// Removes an element with its value and everything below; its connections must have been broken.
+    void removeElement(const Plug& element);
+    /// Removes all elements of an array plug that are not connected.
+    void clearElements(const Plug& arrayPlug);
+    /// First free logical index past the last element.
+    int nextIndex(const Plug& arrayPlug);
+
+    /// Tells everything downstream that a value of this node changed. Called by the graph itself for its own
+    /// changes.
+    void markDirty(Node& node);
+
+    // --- connections
+    // -------------------------------------------------------------------------------------------
+
+    /// Connects, replacing what feeds `destination` now.
+    void connect(const Plug& source, const Plug& destination);
+    /// Breaks the connection into `destination`, which keeps the value that it had through it.
+    void disconnect(const Plug& destination);
+    /// What feeds exactly this plug; an empty plug when nothing does.
+    Plug source(const Plug& destination) const;
+    /// What this plug feeds, in the order in which the connections were made.
+    std::vector<Plug> destinations(const Plug& source) const;
+    /// All connections of a node, incoming first, each side ordered by plug.
+    std::vector<Connection> connections(const Node& node) const;
+    /// All connections into or out of a plug and everything below it.
+    std::vector<Connection> connectionsBelow(const Plug& plug) const;
+
+    // --- attributes, aliases, states
+    // ---------------------------------------------------------------------------
+
+    const Attribute& addAttribute(Node& node, AttributeSpec spec);
+    /// Removes a dynamic root attribute with its value and connections.
+    void deleteAttribute(Node& node, const Attribute& attribute);
+    /// Sets the alias of a plug, replacing the one it had; an empty alias removes it.
+    void setAlias(const Plug& plug, const std::string& alias);
+    void setState(const Plug& plug, PlugState state);
+
+    // --- recording
+    // ---------------------------------------------------------------------------------------------
+
+    ChangeList* recorder() const { return recorder_; }
+    void setRecorder(ChangeList* recorder) { recorder_ = recorder; }
+
+  private:
+    struct NodeOrder {
+        bool operator()(const Node* a, const Node* b) const { return a->id() < b->id(); }
+    };
+
+    void record(ChangeList::Step undo, ChangeList::Step redo);
+    void enterScene(const NodeRef& node, Node* parent, int position);
+    void leaveScene(Node& node);
+    void setName(Node& node, const std::string& name);
+    void setParent(Node& node, Node* parent, int position);
+    std::string freeName(const std::string& wanted, const Node* parent, bool isDag, const Node* except) const;
+    bool isNameTaken(const std::string& name, const Node* parent, bool isDag, const Node* except) const;
+    std::vector<Node*>& siblings(Node* parent) { return parent != nullptr ? parent->children_ : roots_; }
+    std::vector<NodeRef> dependents(const std::vector<NodeRef>& nodes) const;
+
+    Plug connectedSource(const Plug& plug) const;
+    ComputedValue computed(const Plug& plug);
+    void refresh(const Plug& plug);
+    void writeNumber(const Plug& plug, double value);
+    void restoreSlot(const Plug& plug, Slot slot);
+    void undoCreation(const Plug& created);
+    void link(const Plug& source, const Plug& destination);
+    void unlink(const Plug& source, const Plug& destination);
+
+    NodeTypes types_;
+    std::map<std::uint64_t, NodeRef> nodes_;
+    std::unordered_map<std::string, std::vector<Node*>> byName_;
+    std::vector<Node*> roots_;
+    std::uint64_t nextId_ = 1;
+    std::uint64_t nameVersion_ = 0;
+    Selection selection_;
+    OptionVariables optionVariables_;
+    UndoQueue undoQueue_;
+    MessageSink* messages_;
+    ComponentSupport componentSupport_;
+    ChangeList* recorder_ = nullptr;
+    std::recursive_mutex evaluation_;
+};
+
+/// Sets the recorder for a scope; a null recorder suspends recording.
+class RecordingScope {
+  public:
+    RecordingScope(Graph& graph, ChangeList* recorder) : graph_(graph), previous_(graph.recorder()) {
+        graph.setRecorder(recorder);
+    }
+    ~RecordingScope() { graph_.setRecorder(previous_); }
+    RecordingScope(const RecordingScope&) = delete;
+    RecordingScope& operator=(const RecordingScope&) = delete;
+
+  private:
+    Graph& graph_;
+    ChangeList* previous_;
+};
+
+}  // namespace host::graph

@@ -1,0 +1,207 @@
+#include <algorithm>
+
+#include "graph/graph.h"
+
+namespace host::graph {
+
+namespace {
+
+/// Whether a plug is the other one or lies below it.
+bool isBelow(const PlugKey& key, const PlugKey& above) {
+    const auto& path = key.attribute->path();
+    if (std::find(path.begin(), path.end(), above.attribute) == path.end()) return false;
+    return key.depth >= above.depth &&
+           std::equal(above.indices.begin(), above.indices.begin() + above.depth, key.indices.begin());
+}
+
+/// Makes the array elements on the way to a plug exist: a connected element is an existing one.
+void createElements(Graph& graph, const Plug& plug) {
+    Plug at = plug;
+    while (at && !at.isElement())
+        at = at.parent();
+    if (at) graph.createElement(at);
+}
+
+}  // namespace
+
+void Graph::connect(const Plug& source, const Plug& destination) {
+    if (this->source(destination)) disconnect(destination);
+    createElements(*this, source);
+    createElements(*this, destination);
+    link(source, destination);
+    record([source, destination](Graph& graph) { graph.unlink(source, destination); },
+           [source, destination](Graph& graph) { graph.link(source, destination); });
+    const auto& hook = destination.node()->type().behaviour().connected;
+    if (hook) {
+        const RecordingScope silent(*this, nullptr);
+        hook(*this, destination);
+    }
+}
+
+void Graph::disconnect(const Plug& destination) {
+    const Plug feeding = source(destination);
+    if (!feeding) return;
+    const auto& hook = destination.node()->type().behaviour().disconnecting;
+    if (hook) hook(*this, destination);
+    const ValueKind kind = destination.attribute().kind();
+    const bool keepsNumber = isNumber(kind) && !destination.isArray();
+    const double lastNumber = keepsNumber ? number(destination) : 0.0;
+    const DataPtr lastData = kind == ValueKind::Typed ? data(destination) : nullptr;
+    std::vector<double> lastParts;
+    if (kind == ValueKind::Compound) {
+        for (const auto& child : destination.attribute().children()) {
+            const Plug part = destination.child(*child);
+            if (part.isNumber()) lastParts.push_back(number(part));
+        }
+    }
+    unlink(feeding, destination);
+    record([feeding, destination](Graph& graph) { graph.link(feeding, destination); },
+           [feeding, destination](Graph& graph) { graph.unlink(feeding, destination); });
+    if (keepsNumber) setNumber(destination, lastNumber);
+    if (lastData != nullptr) setData(destination, lastData);
+    if (lastParts.size() == destination.attribute().children().size()) {
+        for (std::size_t k = 0; k < lastParts.size(); ++k)
+            setNumber(destination.child(static_cast<int>(k)), lastParts[k]);
+    }
+}
+
+void Graph::link(const Plug& source, const Plug& destination) {
+    Node& from = *source.node();
+    Node& to = *destination.node();
+    to.incoming_[destination.key()] = {&from, source.key()};
+    to.incomingAttributes_.push_back(&destination.attribute());
+    from.outgoing_[source.key()].push_back({&to, destination.key()});
+    // What reads the destination next must not find a value from before.
+    to.isClean_.store(true, std::memory_order_release);
+    markDirty(to);
+}
+
+void Graph::unlink(const Plug& source, const Plug& destination) {
+    Node& from = *source.node();
+    Node& to = *destination.node();
+    to.incoming_.erase(destination.key());
+    auto& attributes = to.incomingAttributes_;
+    const auto found = std::find(attributes.begin(), attributes.end(), &destination.attribute());
+    if (found != attributes.end()) attributes.erase(found);
+    const auto outgoing = from.outgoing_.find(source.key());
+    if (outgoing != from.outgoing_.end()) {
+        auto& links = outgoing->second;
+        links.erase(std::remove_if(
+                        links.begin(), links.end(),
+                        [&](const Link& link) { return link.node == &to && link.key == destination.key(); }),
+                    links.end());
+        if (links.empty()) from.outgoing_.erase(outgoing);
+    }
+    to.isClean_.store(true, std::memory_order_release);
+    markDirty(to);
+}
+
+Plug Graph::source(const Plug& destination) const {
+    const auto& incoming = destination.node()->incoming();
+    if (incoming.empty()) return {};
+    const auto found = incoming.find(destination.key());
+    return found == incoming.end() ? Plug() : Plug(found->second.node->ref(), found->second.key);
+}
+
+std::vector<Plug> Graph::destinations(const Plug& source) const {
+    std::vector<Plug> result;
+    const auto& outgoing = source.node()->outgoing();
+    const auto found = outgoing.find(source.key());
+    if (found == outgoing.end()) return result;
+    for (const Link& link : found->second)
+        result.emplace_back(link.node->ref(), link.key);
+    return result;
+}
+
+std::vector<Connection> Graph::connections(const Node& node) const {
+    std::vector<Connection> result;
+    const NodeRef self = const_cast<Node&>(node).ref();
+    for (const auto& [key, link] : node.incoming())
+        result.push_back({Plug(link.node->ref(), link.key), Plug(self, key)});
+    for (const auto& [key, links] : node.outgoing()) {
+        for (const Link& link : links) {
+            // A connection of the node with itself is listed once.
+            if (link.node != &node) result.push_back({Plug(self, key), Plug(link.node->ref(), link.key)});
+        }
+    }
+    return result;
+}
+
+std::vector<Connection> Graph::connectionsBelow(const Plug& plug) const {
+    std::vector<Connection> result;
+    for (const Connection& connection : connections(*plug.node())) {
+        const bool isSource =
+            connection.source.node() == plug.node() && isBelow(connection.source.key(), plug.key());
+        const bool isDestination =
+            connection.destination.node() == plug.node() && isBelow(connection.destination.key(), plug.key());
+        if (isSource || isDestination) result.push_back(connection);
+    }
+    return result;
+}
+
+const Attribute& Graph::addAttribute(Node& node, AttributeSpec spec) {
+    const int ordinal = static_cast<int>(node.type_.attributes().size() + node.dynamic_.size());
+    node.dynamic_.push_back(std::make_unique<Attribute>(std::move(spec), nullptr, ordinal));
+    Attribute& attribute = *node.dynamic_.back();
+    attribute.markDynamic();
+    const std::size_t position = node.dynamic_.size() - 1;
+    const auto parked = std::make_shared<std::unique_ptr<Attribute>>();
+    record([ref = node.ref(), position, parked](Graph&) { *parked = std::move(ref->dynamic_[position]); },
+           [ref = node.ref(), position, parked](Graph&) { ref->dynamic_[position] = std::move(*parked); });
+    return attribute;
+}
+
+void Graph::deleteAttribute(Node& node, const Attribute& attribute) {
+    const NodeRef ref = node.ref();
+    const Plug plug(ref, &attribute);
+    for (const Connection& connection : connectionsBelow(plug))
+        disconnect(connection.destination);
+    const auto aliases = node.aliases_;
+    for (const auto& entry : aliases) {
+        if (isBelow(entry.second, plug.key())) setAlias(Plug(ref, entry.second), {});
+    }
+    Slot& slot = node.rootSlot(attribute.ordinal());
+    const auto old = std::make_shared<Slot>(std::move(slot));
+    slot = {};
+    const std::size_t position =
+        static_cast<std::size_t>(attribute.ordinal()) - node.type_.attributes().size();
+    node.removed_.push_back(std::move(node.dynamic_[position]));
+    const auto restore = [ref, position, old, pointer = &attribute](Graph& graph) {
+        auto& removed = ref->removed_;
+        const auto found = std::find_if(removed.begin(), removed.end(),
+                                        [&](const auto& entry) { return entry.get() == pointer; });
+        ref->dynamic_[position] = std::move(*found);
+        removed.erase(found);
+        ref->rootSlot(pointer->ordinal()) = old->clone();
+        graph.markDirty(*ref);
+    };
+    record(restore, [ref, pointer = &attribute](Graph& graph) { graph.deleteAttribute(*ref, *pointer); });
+    markDirty(node);
+}
+
+void Graph::setAlias(const Plug& plug, const std::string& alias) {
+    Node& node = *plug.node();
+    const auto old = node.aliases_;
+    auto& aliases = node.aliases_;
+    const auto found = std::find_if(aliases.begin(), aliases.end(),
+                                    [&](const auto& entry) { return entry.second == plug.key(); });
+    if (found != aliases.end() && !alias.empty()) {
+        found->first = alias;
+    } else if (found != aliases.end()) {
+        aliases.erase(found);
+    } else if (!alias.empty()) {
+        aliases.emplace_back(alias, plug.key());
+    }
+    record([ref = node.ref(), old](Graph&) { ref->aliases_ = old; },
+           [ref = node.ref(), now = aliases](Graph&) { ref->aliases_ = now; });
+}
+
+void Graph::setState(const Plug& plug, PlugState state) {
+    Node& node = *plug.node();
+    const PlugState old = node.state(plug.key());
+    node.states_[plug.key()] = state;
+    record([plug, old](Graph&) { plug.node()->states_[plug.key()] = old; },
+           [plug, state](Graph&) { plug.node()->states_[plug.key()] = state; });
+}
+
+}  // namespace host::graph

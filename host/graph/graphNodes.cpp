@@ -1,0 +1,322 @@
+#include <algorithm>
+#include <cctype>
+#include <set>
+
+#include "graph/graph.h"
+
+namespace host::graph {
+
+namespace {
+
+class SilentSink final : public MessageSink {
+  public:
+    void print(const std::string&) override {}
+    void info(const std::string&) override {}
+    void warning(const std::string&) override {}
+    void error(const std::string&) override {}
+};
+
+SilentSink& silentSink() {
+    static SilentSink sink;
+    return sink;
+}
+
+/// A name without the number at its end, and that number (0 when it has none).
+std::pair<std::string, long> splitNumber(const std::string& name) {
+    std::size_t end = name.size();
+    // A number too long to count on is part of the name.
+    while (end > 1 && name.size() - end < 9 && std::isdigit(static_cast<unsigned char>(name[end - 1])) != 0)
+        --end;
+    const long number = end < name.size() ? std::stol(name.substr(end)) : 0;
+    return {name.substr(0, end), number};
+}
+
+}  // namespace
+
+Graph::Graph() : messages_(&silentSink()) {}
+
+Graph::~Graph() {
+    undoQueue_.clear();
+    selection_.clear();
+    // Nodes may outlive the graph in handles; none may look alive or reach its neighbours then.
+    for (auto& entry : nodes_) {
+        Node& node = *entry.second;
+        node.isAlive_ = false;
+        node.incoming_.clear();
+        node.outgoing_.clear();
+        node.children_.clear();
+        node.parent_ = nullptr;
+        node.extension_.reset();
+    }
+}
+
+void Graph::record(ChangeList::Step undo, ChangeList::Step redo) {
+    if (recorder_ != nullptr) recorder_->add(std::move(undo), std::move(redo));
+}
+
+void Graph::select(Selection selection) {
+    if (recorder_ != nullptr) {
+        record([old = selection_](Graph& graph) { graph.selection_ = old; },
+               [selection](Graph& graph) { graph.selection_ = selection; });
+    }
+    selection_ = std::move(selection);
+}
+
+NodeRef Graph::createNode(const NodeType& type, const std::string& name, Node* parent) {
+    // A default name is free in the whole scene, a wanted one only has to differ from its siblings.
+    const std::string given = name.empty() ? freeName(type.name() + '1', nullptr, false, nullptr)
+                                           : freeName(name, parent, type.isDag(), nullptr);
+    auto node = std::make_shared<Node>(type, given, nextId_++);
+    enterScene(node, parent, -1);
+    const int position = type.isDag() ? static_cast<int>(siblings(parent).size()) - 1 : -1;
+    const NodeRef parentRef = parent != nullptr ? parent->ref() : nullptr;
+    record([node](Graph& graph) { graph.leaveScene(*node); },
+           [node, parentRef, position](Graph& graph) { graph.enterScene(node, parentRef.get(), position); });
+    return node;
+}
+
+void Graph::enterScene(const NodeRef& node, Node* parent, int position) {
+    nodes_[node->id()] = node;
+    node->isAlive_ = true;
+    byName_[node->name()].push_back(node.get());
+    if (node->type().isDag()) {
+        auto& list = siblings(parent);
+        const auto at =
+            position < 0 || position > static_cast<int>(list.size()) ? list.end() : list.begin() + position;
+        list.insert(at, node.get());
+        node->parent_ = parent;
+    }
+    ++nameVersion_;
+}
+
+void Graph::leaveScene(Node& node) {
+    const NodeRef keep = node.ref();
+    auto& named = byName_[node.name()];
+    named.erase(std::remove(named.begin(), named.end(), &node), named.end());
+    if (named.empty()) byName_.erase(node.name());
+    if (node.type().isDag()) {
+        auto& list = siblings(node.parent_);
+        list.erase(std::remove(list.begin(), list.end(), &node), list.end());
+        node.parent_ = nullptr;
+    }
+    selection_.removeNode(node);
+    node.isAlive_ = false;
+    nodes_.erase(node.id());
+    ++nameVersion_;
+}
+
+std::vector<NodeRef> Graph::dependents(const std::vector<NodeRef>& nodes) const {
+    std::set<Node*, NodeOrder> doomed;
+    std::vector<Node*> open;
+    const auto doom = [&](Node* node) {
+        if (node->isAlive() && doomed.insert(node).second) open.push_back(node);
+    };
+    for (const NodeRef& node : nodes)
+        doom(node.get());
+    const auto feedsSurvivor = [&](const Node& node) {
+        for (const auto& [key, links] : node.outgoing()) {
+            for (const Link& link : links) {
+                if (doomed.count(link.node) == 0) return true;
+            }
+        }
+        return false;
+    };
+    while (!open.empty()) {
+        Node* node = open.back();
+        open.pop_back();
+        for (Node* child : node->children())
+            doom(child);
+        for (const auto& [key, link] : node->incoming()) {
+            if (link.node->type().diesWithLastOutput() && !feedsSurvivor(*link.node)) doom(link.node);
+        }
+    }
+    std::vector<NodeRef> result;
+    for (Node* node : doomed)
+        result.push_back(node->ref());
+    return result;
+}
+
+void Graph::deleteNodes(const std::vector<NodeRef>& nodes) {
+    const std::vector<NodeRef> doomed = dependents(nodes);
+    const std::set<const Node*> gone = [&] {
+        std::set<const Node*> result;
+        for (const NodeRef& node : doomed)
+            result.insert(node.get());
+        return result;
+    }();
+    Selection remaining = selection_;
+    for (const NodeRef& node : doomed)
+        remaining.removeNode(*node);
+    if (remaining.items().size() != selection_.items().size()) select(std::move(remaining));
+    for (const NodeRef& node : doomed) {
+        for (const Connection& connection : connections(*node)) {
+            // Between two nodes that both go there is nobody to keep the value for.
+            if (gone.count(connection.destination.node().get()) != 0) {
+                unlink(connection.source, connection.destination);
+                record(
+                    [connection](Graph& graph) { graph.link(connection.source, connection.destination); },
+                    [connection](Graph& graph) { graph.unlink(connection.source, connection.destination); });
+            } else {
+                disconnect(connection.destination);
+            }
+        }
+    }
+    // Children first, so that a node which leaves has none.
+    std::vector<std::pair<int, NodeRef>> byDepth;
+    for (const NodeRef& node : doomed) {
+        int depth = 0;
+        for (const Node* up = node->parent(); up != nullptr; up = up->parent())
+            ++depth;
+        byDepth.emplace_back(depth, node);
+    }
+    std::stable_sort(byDepth.begin(), byDepth.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    for (const auto& entry : byDepth) {
+        const NodeRef node = entry.second;
+        const NodeRef parent = node->parent() != nullptr ? node->parent()->ref() : nullptr;
+        int position = -1;
+        if (node->type().isDag()) {
+            const auto& list = siblings(parent.get());
+            position = static_cast<int>(std::find(list.begin(), list.end(), node.get()) - list.begin());
+        }
+        leaveScene(*node);
+        record([node, parent, position](Graph& graph) { graph.enterScene(node, parent.get(), position); },
+               [node](Graph& graph) { graph.leaveScene(*node); });
+    }
+}
+
+std::string Graph::rename(Node& node, const std::string& name) {
+    const std::string given = freeName(name, node.parent(), node.type().isDag(), &node);
+    const std::string old = node.name();
+    if (given == old) return given;
+    setName(node, given);
+    record([ref = node.ref(), old](Graph& graph) { graph.setName(*ref, old); },
+           [ref = node.ref(), given](Graph& graph) { graph.setName(*ref, given); });
+    return given;
+}
+
+void Graph::setName(Node& node, const std::string& name) {
+    auto& named = byName_[node.name_];
+    named.erase(std::remove(named.begin(), named.end(), &node), named.end());
+    if (named.empty()) byName_.erase(node.name_);
+    node.name_ = name;
+    byName_[name].push_back(&node);
+    ++nameVersion_;
+}
+
+void Graph::reparent(Node& node, Node* parent, int position) {
+    const auto& list = siblings(node.parent());
+    const int oldPosition = static_cast<int>(std::find(list.begin(), list.end(), &node) - list.begin());
+    const NodeRef oldParent = node.parent() != nullptr ? node.parent()->ref() : nullptr;
+    const NodeRef newParent = parent != nullptr ? parent->ref() : nullptr;
+    setParent(node, parent, position);
+    record([ref = node.ref(), oldParent,
+            oldPosition](Graph& graph) { graph.setParent(*ref, oldParent.get(), oldPosition); },
+           [ref = node.ref(), newParent, position](Graph& graph) {
+               graph.setParent(*ref, newParent.get(), position);
+           });
+    // The new siblings may include one of the same name.
+    if (isNameTaken(node.name(), parent, true, &node)) rename(node, node.name());
+}
+
+void Graph::setParent(Node& node, Node* parent, int position) {
+    auto& from = siblings(node.parent_);
+    from.erase(std::remove(from.begin(), from.end(), &node), from.end());
+    auto& to = siblings(parent);
+    to.insert(position < 0 || position > static_cast<int>(to.size()) ? to.end() : to.begin() + position,
+              &node);
+    node.parent_ = parent;
+    ++nameVersion_;
+    markDirty(node);
+}
+
+std::vector<NodeRef> Graph::nodes() const {
+    std::vector<NodeRef> result;
+    result.reserve(nodes_.size());
+    for (const auto& entry : nodes_)
+        result.push_back(entry.second);
+    return result;
+}
+
+std::vector<NodeRef> Graph::nodesOfType(std::string_view typeName) const {
+    std::vector<NodeRef> result;
+    for (const auto& entry : nodes_) {
+        if (entry.second->isA(typeName)) result.push_back(entry.second);
+    }
+    return result;
+}
+
+std::vector<NodeRef> Graph::nodesNamed(std::string_view name) const {
+    std::vector<NodeRef> result;
+    const auto found = byName_.find(std::string(name));
+    if (found == byName_.end()) return result;
+    for (Node* node : found->second)
+        result.push_back(node->ref());
+    std::sort(result.begin(), result.end(),
+              [](const NodeRef& a, const NodeRef& b) { return a->id() < b->id(); });
+    return result;
+}
+
+std::string Graph::fullPath(const Node& node) const {
+    if (!node.type().isDag()) return node.name();
+    std::string path = '|' + node.name();
+    for (const Node* up = node.parent(); up != nullptr; up = up->parent())
+        path.insert(0, '|' + up->name());
+    return path;
+}
+
+std::string Graph::uniqueName(const Node& node) const {
+    const auto found = byName_.find(node.name());
+    if (found == byName_.end() || found->second.size() == 1) return node.name();
+    // Lengthen the path upwards until no namesake ends in it.
+    std::string path = node.name();
+    std::vector<const Node*> rivals;
+    for (const Node* other : found->second) {
+        if (other != &node) rivals.push_back(other->parent());
+    }
+    for (const Node* up = node.parent(); up != nullptr && !rivals.empty(); up = up->parent()) {
+        path.insert(0, up->name() + '|');
+        std::vector<const Node*> left;
+        for (const Node* rival : rivals) {
+            if (rival != nullptr && rival->name() == up->name()) left.push_back(rival->parent());
+        }
+        rivals = std::move(left);
+    }
+    // Only a path from the root tells a top-level node from one deeper down.
+    if (!rivals.empty()) path.insert(0, 1, '|');
+    return path;
+}
+
+std::string Graph::plugName(const Plug& plug) const {
+    return uniqueName(*plug.node()) + '.' + plug.attributePath();
+}
+
+NodeRef Graph::shapeOf(const NodeRef& node) const {
+    return componentSupport_.shapeOf ? componentSupport_.shapeOf(*this, node) : nullptr;
+}
+
+int Graph::componentCount(const NodeRef& shape, ComponentKind kind) {
+    return componentSupport_.count ? componentSupport_.count(*this, shape, kind) : 0;
+}
+
+bool Graph::isNameTaken(const std::string& name, const Node* parent, bool isDag, const Node* except) const {
+    const auto found = byName_.find(name);
+    if (found == byName_.end()) return false;
+    return std::any_of(found->second.begin(), found->second.end(), [&](const Node* other) {
+        if (other == except) return false;
+        // DAG nodes may share a name as long as their paths differ; anything else is unique in the scene.
+        return !isDag || !other->type().isDag() || other->parent() == parent;
+    });
+}
+
+std::string Graph::freeName(const std::string& wanted, const Node* parent, bool isDag,
+                            const Node* except) const {
+    if (!isNameTaken(wanted, parent, isDag, except)) return wanted;
+    const auto [base, number] = splitNumber(wanted);
+    for (long next = number + 1;; ++next) {
+        std::string name = base + std::to_string(next);
+        if (!isNameTaken(name, parent, isDag, except)) return name;
+    }
+}
+
+}  // namespace host::graph

@@ -1,0 +1,323 @@
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <iterator>
+
+#include "graph/graph.h"
+
+namespace host::graph {
+
+namespace {
+
+/// What a kind keeps of a number.
+double stored(ValueKind kind, double value) {
+    switch (kind) {
+        case ValueKind::Bool:
+            return value != 0.0 ? 1.0 : 0.0;
+        case ValueKind::Int:
+        case ValueKind::Enum:
+            return std::trunc(value);
+        case ValueKind::Float:
+            return static_cast<double>(static_cast<float>(value));
+        default:
+            return value;
+    }
+}
+
+/// The array attribute that holds a plug's number in a flat element; null when the number has a slot of its
+/// own.
+const Attribute* flatArray(const Attribute& attribute) {
+    if (attribute.flatWidth() > 0) return &attribute;
+    const Attribute* parent = attribute.parent();
+    return parent != nullptr && parent->flatWidth() > 0 ? parent : nullptr;
+}
+
+/// Plug of the element that holds a flat number.
+Plug flatElement(const Plug& plug, const Attribute& array) {
+    return &plug.attribute() == &array ? plug : plug.child(array);
+}
+
+const NumberMulti* numbersOf(const Slot* slot) {
+    if (slot == nullptr) return nullptr;
+    const auto* numbers = std::get_if<std::unique_ptr<NumberMulti>>(&slot->content);
+    return numbers != nullptr ? numbers->get() : nullptr;
+}
+
+const ElementMulti* elementsOf(const Slot* slot) {
+    if (slot == nullptr) return nullptr;
+    const auto* multi = std::get_if<std::unique_ptr<ElementMulti>>(&slot->content);
+    return multi != nullptr ? multi->get() : nullptr;
+}
+
+}  // namespace
+
+void Graph::refresh(const Plug& plug) {
+    const auto& hook = plug.node()->type().behaviour().refresh;
+    if (hook) hook(*this, plug);
+}
+
+double Graph::number(const Plug& plug) {
+    const Attribute& attribute = plug.attribute();
+    if (attribute.isOutput()) {
+        const ComputedValue value = computed(plug);
+        return std::holds_alternative<double>(value) ? std::get<double>(value)
+                                                     : attribute.spec().defaultValue;
+    }
+    if (plug.node()->hasIncoming(attribute)) {
+        if (const Plug source = connectedSource(plug)) {
+            source.node()->isClean_.store(true, std::memory_order_release);
+            return stored(attribute.kind(), number(source));
+        }
+    }
+    return plug.node()->storedNumber(plug.key());
+}
+
+DataPtr Graph::data(const Plug& plug) {
+    const Attribute& attribute = plug.attribute();
+    if (attribute.spec().isRefreshed) refresh(plug);
+    if (attribute.isOutput()) {
+        const ComputedValue value = computed(plug);
+        return std::holds_alternative<DataPtr>(value) ? std::get<DataPtr>(value) : nullptr;
+    }
+    if (plug.node()->hasIncoming(attribute)) {
+        if (const Plug source = connectedSource(plug)) {
+            source.node()->isClean_.store(true, std::memory_order_release);
+            return data(source);
+        }
+    }
+    return plug.node()->storedData(plug.key());
+}
+
+/// The plug that feeds this one, directly or through a connected compound above it.
+Plug Graph::connectedSource(const Plug& plug) const {
+    if (Plug direct = source(plug)) return direct;
+    const Attribute* above = plug.attribute().parent();
+    if (above == nullptr || plug.isElement()) return {};
+    const Plug parentSource = connectedSource(plug.child(*above));
+    if (!parentSource ||
+        static_cast<int>(parentSource.attribute().children().size()) <= plug.attribute().ordinal())
+        return {};
+    return parentSource.child(plug.attribute().ordinal());
+}
+
+ComputedValue Graph::computed(const Plug& plug) {
+    Node& node = *plug.node();
+    const auto& compute = node.type().behaviour().compute;
+    if (!compute) return plug.node()->storedData(plug.key());
+    const std::lock_guard<std::recursive_mutex> lock(evaluation_);
+    Node::CachedOutput& cached = node.outputs_[plug.key()];
+    // A cycle yields the value of the evaluation before.
+    if (cached.version == node.version_ || cached.isComputing) return cached.value;
+    cached.isComputing = true;
+    const std::uint64_t version = node.version_;
+    node.isClean_.store(true, std::memory_order_release);
+    ComputedValue value = compute(*this, plug);
+    cached.value = std::move(value);
+    cached.version = version;
+    cached.isComputing = false;
+    return cached.value;
+}
+
+void Graph::markDirty(Node& node) {
+    if (!node.isClean_.exchange(false, std::memory_order_acq_rel)) return;
+    ++node.version_;
+    for (const auto& entry : node.outgoing_) {
+        for (const Link& link : entry.second)
+            markDirty(*link.node);
+    }
+    for (Node* child : node.children_)
+        markDirty(*child);
+}
+
+void Graph::setNumber(const Plug& plug, double value) {
+    if (plug.attribute().spec().isRefreshed) refresh(plug);
+    const double kept = stored(plug.attribute().kind(), value);
+    if (recorder_ == nullptr) {
+        writeNumber(plug, kept);
+        return;
+    }
+    Node& node = *plug.node();
+    const Attribute* array = flatArray(plug.attribute());
+    Slot old;
+    bool existed = true;
+    if (array != nullptr) {
+        const NumberMulti* numbers = numbersOf(node.slot(flatElement(plug, *array).array().key()));
+        existed = numbers != nullptr && numbers->contains(flatElement(plug, *array).logicalIndex());
+        old.content = node.storedNumber(plug.key());
+    } else if (const Slot* slot = node.slot(plug.key()); slot != nullptr) {
+        old = slot->clone();
+    }
+    PlugKey created;
+    node.obtainSlot(plug.key(), created);
+    writeNumber(plug, kept);
+    const auto redo = [plug, kept](Graph& graph) { graph.writeNumber(plug, kept); };
+    if (created.attribute != nullptr) {
+        record([place = Plug(plug.node(), created)](Graph& graph) { graph.undoCreation(place); }, redo);
+    } else if (!existed) {
+        record([place = flatElement(plug, *array)](Graph& graph) { graph.undoCreation(place); }, redo);
+    } else if (array != nullptr) {
+        record(
+            [plug, before = std::get<double>(old.content)](Graph& graph) { graph.writeNumber(plug, before); },
+            redo);
+    } else {
+        const auto shared = std::make_shared<Slot>(std::move(old));
+        record([plug, shared](Graph& graph) { graph.restoreSlot(plug, shared->clone()); }, redo);
+    }
+}
+
+void Graph::writeNumber(const Plug& plug, double value) {
+    Node& node = *plug.node();
+    PlugKey created;
+    Slot& slot = node.obtainSlot(plug.key(), created);
+    const Attribute* array = flatArray(plug.attribute());
+    if (array != nullptr) {
+        const int part = array == &plug.attribute() ? 0 : plug.attribute().ordinal();
+        const int index = plug.key().indices[static_cast<std::size_t>(array->arrayDepth() - 1)];
+        std::get<std::unique_ptr<NumberMulti>>(slot.content)
+            ->write(index, part, value, array->flatDefaults().data());
+    } else {
+        slot.content = value;
+    }
+    markDirty(node);
+}
+
+void Graph::setData(const Plug& plug, DataPtr value) {
+    if (plug.attribute().spec().isRefreshed) refresh(plug);
+    Node& node = *plug.node();
+    PlugKey created;
+    Slot& slot = node.obtainSlot(plug.key(), created);
+    if (recorder_ != nullptr) {
+        const auto redo = [plug, value](Graph& graph) {
+            Slot again;
+            again.content = value;
+            graph.restoreSlot(plug, std::move(again));
+        };
+        if (created.attribute != nullptr) {
+            record([place = Plug(plug.node(), created)](Graph& graph) { graph.undoCreation(place); }, redo);
+        } else {
+            const auto old = std::make_shared<Slot>(slot.clone());
+            record([plug, old](Graph& graph) { graph.restoreSlot(plug, old->clone()); }, redo);
+        }
+    }
+    slot.content = std::move(value);
+    markDirty(node);
+}
+
+void Graph::restoreSlot(const Plug& plug, Slot slot) {
+    PlugKey created;
+    plug.node()->obtainSlot(plug.key(), created) = std::move(slot);
+    markDirty(*plug.node());
+}
+
+/// Takes back the making of an array element, flat or not.
+void Graph::undoCreation(const Plug& created) {
+    const RecordingScope silent(*this, nullptr);
+    removeElement(created);
+}
+
+std::vector<int> Graph::elements(const Plug& arrayPlug) {
+    const Slot* slot = arrayPlug.node()->slot(arrayPlug.key());
+    if (const NumberMulti* numbers = numbersOf(slot)) return numbers->indices();
+    std::vector<int> result;
+    if (const ElementMulti* multi = elementsOf(slot)) {
+        result.reserve(multi->elements.size());
+        for (const auto& entry : multi->elements)
+            result.push_back(entry.first);
+    }
+    return result;
+}
+
+int Graph::elementCount(const Plug& arrayPlug) {
+    const Slot* slot = arrayPlug.node()->slot(arrayPlug.key());
+    if (const NumberMulti* numbers = numbersOf(slot)) return numbers->size();
+    const ElementMulti* multi = elementsOf(slot);
+    return multi != nullptr ? static_cast<int>(multi->elements.size()) : 0;
+}
+
+int Graph::elementAt(const Plug& arrayPlug, int position) {
+    if (position < 0 || position >= elementCount(arrayPlug)) return -1;
+    const Slot* slot = arrayPlug.node()->slot(arrayPlug.key());
+    if (const NumberMulti* numbers = numbersOf(slot)) return numbers->logicalIndex(position);
+    return elementsOf(slot)->elements[static_cast<std::size_t>(position)].first;
+}
+
+bool Graph::hasElement(const Plug& element) {
+    const Slot* slot = element.node()->slot(element.array().key());
+    if (const NumberMulti* numbers = numbersOf(slot)) return numbers->contains(element.logicalIndex());
+    const ElementMulti* multi = elementsOf(slot);
+    return multi != nullptr && multi->find(element.logicalIndex()) != nullptr;
+}
+
+int Graph::nextIndex(const Plug& arrayPlug) {
+    const int count = elementCount(arrayPlug);
+    return count == 0 ? 0 : elementAt(arrayPlug, count - 1) + 1;
+}
+
+void Graph::createElement(const Plug& element) {
+    if (hasElement(element)) return;
+    const Attribute& attribute = element.attribute();
+    if (attribute.flatWidth() > 0) {
+        const Plug first = attribute.isCompound() ? element.child(0) : element;
+        setNumber(first, attribute.flatDefaults().front());
+        return;
+    }
+    PlugKey created;
+    element.node()->obtainSlot(element.key(), created);
+    record([place = Plug(element.node(), created)](Graph& graph) { graph.undoCreation(place); },
+           [element](Graph&) {
+               PlugKey ignored;
+               element.node()->obtainSlot(element.key(), ignored);
+           });
+}
+
+void Graph::removeElement(const Plug& element) {
+    Node& node = *element.node();
+    const Plug array = element.array();
+    const int index = element.logicalIndex();
+    if (!hasElement(element)) return;
+    PlugKey ignored;
+    Slot& slot = node.obtainSlot(array.key(), ignored);
+    const auto redo = [element](Graph& graph) { graph.undoCreation(element); };
+    if (auto* numbers = std::get_if<std::unique_ptr<NumberMulti>>(&slot.content)) {
+        if (recorder_ != nullptr) {
+            const double* at = (*numbers)->find(index);
+            std::vector<double> old(at, at + (*numbers)->width());
+            record(
+                [element, old](Graph& graph) {
+                    const bool isCompound = element.attribute().isCompound();
+                    for (std::size_t k = 0; k < old.size(); ++k) {
+                        graph.writeNumber(isCompound ? element.child(static_cast<int>(k)) : element, old[k]);
+                    }
+                },
+                redo);
+        }
+        (*numbers)->remove(index);
+    } else {
+        auto& multi = *std::get<std::unique_ptr<ElementMulti>>(slot.content);
+        const std::shared_ptr<Slot> old = multi.take(index);
+        record([element, old](Graph& graph) { graph.restoreSlot(element, old->clone()); }, redo);
+    }
+    markDirty(node);
+}
+
+void Graph::clearElements(const Plug& arrayPlug) {
+    Node& node = *arrayPlug.node();
+    if (arrayPlug.attribute().flatWidth() > 0 && !node.hasIncoming(arrayPlug.attribute())) {
+        PlugKey created;
+        Slot& slot = node.obtainSlot(arrayPlug.key(), created);
+        if (recorder_ != nullptr) {
+            const auto old = std::make_shared<Slot>(slot.clone());
+            record([arrayPlug, old](Graph& graph) { graph.restoreSlot(arrayPlug, old->clone()); },
+                   [arrayPlug](Graph& graph) { graph.clearElements(arrayPlug); });
+        }
+        std::get<std::unique_ptr<NumberMulti>>(slot.content)->clear();
+        markDirty(node);
+        return;
+    }
+    for (const int index : elements(arrayPlug)) {
+        const Plug element = arrayPlug.element(index);
+        if (connectionsBelow(element).empty()) removeElement(element);
+    }
+}
+
+}  // namespace host::graph

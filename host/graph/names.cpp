@@ -1,0 +1,239 @@
+#include "graph/names.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+
+namespace host::graph {
+
+namespace {
+
+bool hasWildcard(std::string_view text) {
+    return text.find_first_of("*?") != std::string_view::npos;
+}
+
+std::vector<std::string_view> split(std::string_view text, char separator) {
+    std::vector<std::string_view> parts;
+    std::size_t from = 0;
+    for (std::size_t at = text.find(separator); at != std::string_view::npos;
+         at = text.find(separator, from)) {
+        parts.push_back(text.substr(from, at - from));
+        from = at + 1;
+    }
+    parts.push_back(text.substr(from));
+    return parts;
+}
+
+/// A leading colon names the root namespace, the only one there is.
+std::string_view withoutRootNamespace(std::string_view part) {
+    return !part.empty() && part.front() == ':' ? part.substr(1) : part;
+}
+
+/// Whether the ancestors of a node end in the given path parts.
+bool matchesAncestors(const Node& node, const std::vector<std::string_view>& parts, bool isAbsolute) {
+    const Node* up = node.parent();
+    for (auto part = parts.rbegin() + 1; part != parts.rend(); ++part) {
+        if (up == nullptr || !matchesPattern(up->name(), withoutRootNamespace(*part))) return false;
+        up = up->parent();
+    }
+    return !isAbsolute || up == nullptr;
+}
+
+/// One part of an attribute text: "iti[6000]", "vt[0:7]", "weight".
+struct PathPart {
+    std::string_view name;
+    bool hasIndex = false;
+    int first = 0;
+    int last = 0;
+};
+
+bool parsePart(std::string_view text, PathPart& part) {
+    const std::size_t open = text.find('[');
+    part.name = text.substr(0, open);
+    if (part.name.empty()) return false;
+    if (open == std::string_view::npos) return true;
+    if (text.back() != ']') return false;
+    const char* at = text.data() + open + 1;
+    const char* end = text.data() + text.size() - 1;
+    const auto first = std::from_chars(at, end, part.first);
+    if (first.ec != std::errc()) return false;
+    part.last = part.first;
+    part.hasIndex = true;
+    if (first.ptr == end) return true;
+    const auto last = std::from_chars(first.ptr + 1, end, part.last);
+    return *first.ptr == ':' && last.ec == std::errc() && last.ptr == end && part.last >= part.first;
+}
+
+const Attribute* descendant(const Attribute& above, std::string_view name) {
+    if (const Attribute* direct = above.child(name)) return direct;
+    for (const auto& child : above.children()) {
+        if (const Attribute* found = descendant(*child, name)) return found;
+    }
+    return nullptr;
+}
+
+const PlugKey* aliased(const Node& node, std::string_view name) {
+    for (const auto& [alias, key] : node.aliases()) {
+        if (alias == name) return &key;
+    }
+    return nullptr;
+}
+
+/// Follows parsed parts from a node's attribute down; fills the indices as they are given.
+PlugMatch followParts(const NodeRef& node, const std::vector<std::string_view>& texts) {
+    PlugMatch match;
+    PlugKey key;
+    int last = -1;
+    for (std::size_t k = 0; k < texts.size(); ++k) {
+        PathPart part;
+        if (!parsePart(texts[k], part)) return {};
+        const PlugKey* alias = k == 0 && !part.hasIndex ? aliased(*node, part.name) : nullptr;
+        if (alias != nullptr) {
+            key = *alias;
+            last = Plug(node, key).logicalIndex();
+            continue;
+        }
+        const Attribute* next =
+            k == 0 ? node->findAttribute(part.name) : descendant(*key.attribute, part.name);
+        if (next == nullptr || (part.hasIndex && !next->isArray())) return {};
+        // Only the last part may leave its own index open; every other missing one is 0.
+        const bool isLast = k + 1 == texts.size();
+        key.attribute = next;
+        const bool isOpen = next->isArray() && !part.hasIndex && isLast;
+        key.depth = static_cast<std::uint8_t>(next->arrayDepth() - (isOpen ? 1 : 0));
+        last = -1;
+        if (part.hasIndex) {
+            if (!isLast && part.first != part.last) return {};
+            key.indices[static_cast<std::size_t>(next->arrayDepth() - 1)] = part.first;
+            last = part.last;
+        }
+    }
+    match.plug = Plug(node, key);
+    match.last = last >= 0 ? last : match.plug.logicalIndex();
+    match.ok = true;
+    return match;
+}
+
+/// Position of the dot that ends the node's name.
+std::size_t nodeEnd(std::string_view name) {
+    return name.find('.');
+}
+
+NameMatches componentMatches(Graph& graph, const std::vector<NodeRef>& nodes, const ComponentWord& word) {
+    NameMatches matches;
+    for (const NodeRef& node : nodes) {
+        const NodeRef shape = graph.shapeOf(node);
+        if (shape == nullptr) continue;
+        const int count = graph.componentCount(shape, word.kind);
+        if (word.all) {
+            matches.items.push_back({shape, {}, Component::complete(word.kind, count)});
+        } else if (word.run.first < count) {
+            matches.items.push_back(
+                {shape, {}, Component(word.kind, {word.run.first, std::min(word.run.last, count - 1)})});
+        }
+    }
+    return matches;
+}
+
+}  // namespace
+
+std::string NameMatches::errorText(std::string_view name) const {
+    const char* text = failure == NameFailure::Ambiguous ? "More than one object matches name: "
+                                                         : "No object matches name: ";
+    return text + std::string(name);
+}
+
+bool matchesPattern(std::string_view text, std::string_view pattern) {
+    std::size_t t = 0;
+    std::size_t p = 0;
+    std::size_t star = std::string_view::npos;
+    std::size_t resume = 0;
+    while (t < text.size()) {
+        if (p < pattern.size() && (pattern[p] == '?' || (pattern[p] != '*' && pattern[p] == text[t]))) {
+            ++t;
+            ++p;
+        } else if (p < pattern.size() && pattern[p] == '*') {
+            star = p++;
+            resume = t;
+        } else if (star != std::string_view::npos) {
+            p = star + 1;
+            t = ++resume;
+        } else {
+            return false;
+        }
+    }
+    while (p < pattern.size() && pattern[p] == '*')
+        ++p;
+    return p == pattern.size();
+}
+
+bool isLegalName(std::string_view name) {
+    if (name.empty() || std::isdigit(static_cast<unsigned char>(name.front())) != 0) return false;
+    return std::all_of(name.begin(), name.end(), [](char c) {
+        return c == '_' ||
+               (std::isalnum(static_cast<unsigned char>(c)) != 0 && static_cast<unsigned char>(c) < 128);
+    });
+}
+
+std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path) {
+    std::vector<std::string_view> parts = split(path, '|');
+    const bool isAbsolute = parts.size() > 1 && parts.front().empty();
+    if (isAbsolute) parts.erase(parts.begin());
+    const std::string_view leaf = withoutRootNamespace(parts.back());
+    std::vector<NodeRef> result;
+    if (leaf.empty()) return result;
+    const std::vector<NodeRef> candidates = hasWildcard(leaf) ? graph.nodes() : graph.nodesNamed(leaf);
+    for (const NodeRef& node : candidates) {
+        if (parts.size() > 1 || isAbsolute) {
+            if (!node->type().isDag() || !matchesAncestors(*node, parts, isAbsolute)) continue;
+        }
+        if (matchesPattern(node->name(), leaf)) result.push_back(node);
+    }
+    return result;
+}
+
+NodeRef findNode(const Graph& graph, std::string_view path) {
+    if (hasWildcard(path)) return nullptr;
+    const std::vector<NodeRef> found = findNodes(graph, path);
+    return found.size() == 1 ? found.front() : nullptr;
+}
+
+PlugMatch findPlug(const Graph& graph, const NodeRef& node, std::string_view attributeText) {
+    const std::vector<std::string_view> parts = split(attributeText, '.');
+    PlugMatch match = followParts(node, parts);
+    if (match.ok || !node->type().isDag()) return match;
+    const NodeRef shape = graph.shapeOf(node);
+    return shape != nullptr && shape != node ? followParts(shape, parts) : match;
+}
+
+PlugMatch findPlug(const Graph& graph, std::string_view name) {
+    const std::size_t dot = nodeEnd(name);
+    if (dot == std::string_view::npos) return {};
+    const NodeRef node = findNode(graph, name.substr(0, dot));
+    return node != nullptr ? findPlug(graph, node, name.substr(dot + 1)) : PlugMatch();
+}
+
+NameMatches findAll(Graph& graph, std::string_view name) {
+    NameMatches matches;
+    const std::size_t dot = nodeEnd(name);
+    const std::vector<NodeRef> nodes = findNodes(graph, name.substr(0, dot));
+    if (nodes.size() > 1 && !hasWildcard(name.substr(0, dot))) {
+        matches.failure = NameFailure::Ambiguous;
+        return matches;
+    }
+    if (dot == std::string_view::npos) {
+        for (const NodeRef& node : nodes)
+            matches.items.push_back({node, {}, {}});
+    } else if (const auto word = parseComponentWord(name.substr(dot + 1))) {
+        matches = componentMatches(graph, nodes, *word);
+    } else {
+        for (const NodeRef& node : nodes) {
+            const PlugMatch match = findPlug(graph, node, name.substr(dot + 1));
+            if (match.ok) matches.items.push_back({match.plug.node(), match.plug, {}});
+        }
+    }
+    if (matches.items.empty()) matches.failure = NameFailure::NoMatch;
+    return matches;
+}
+
+}  // namespace host::graph

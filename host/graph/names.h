@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "graph/graph.h"
+
+namespace host::graph {
+
+enum class NameFailure { None, NoMatch, Ambiguous };
+
+/// What a name in a script stands for.
+struct NameMatches {
+    std::vector<SelectionItem> items;
+    NameFailure failure = NameFailure::None;
+
+    /// "No object matches name: X" or "More than one object matches name: X".
+    std::string errorText(std::string_view name) const;
+};
+
+/// A plug named in a script, with the end of a range given in its last brackets ("vt[0:7]").
+struct PlugMatch {
+    Plug plug;      // the first element of a range
+    int last = -1;  // the range's last logical index; the plug's own index when no range was given
+    bool ok = false;
+};
+
+/// Nodes of a name or path: "mesh", "group|mesh", "|group|mesh", ":mesh", with * and ? standing for any
+/// characters within one part. Order of creation.
+std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path);
+
+/// The one node of a name without wildcards; null when there is none or more than one.
+NodeRef findNode(const Graph& graph, std::string_view path);
+
+/// A plug of a node by its attribute text without the node: long, short or alias names, ancestors optional,
+/// missing indices read as 0. Elements need not exist. On a transform, attributes of its shape are found too.
+PlugMatch findPlug(const Graph& graph, const NodeRef& node, std::string_view attributeText);
+
+/// A plug by its whole name "node.attribute"; not ok when nothing or more than one thing matches.
+PlugMatch findPlug(const Graph& graph, std::string_view name);
+
+/// Everything that a name matches: nodes, plugs or components ("mesh.vtx[0:7]"; on a transform, of its
+/// shape). Component numbers past the last one are cut off; when none is left the name matches nothing.
+NameMatches findAll(Graph& graph, std::string_view name);
+
+/// Whether text matches a pattern with * and ?.
+bool matchesPattern(std::string_view text, std::string_view pattern);
+/// Whether a node or attribute name may be given: letters, digits, underscores, not starting with a digit.
+bool isLegalName(std::string_view name);
+
+}  // namespace host::graph

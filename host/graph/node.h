@@ -1,0 +1,119 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "graph/nodeType.h"
+#include "graph/plug.h"
+#include "graph/slot.h"
+
+namespace host::graph {
+
+/// What is kept of a plug besides its value.
+struct PlugState {
+    bool isLocked = false;
+    bool isKeyable = false;
+    bool isInChannelBox = false;
+};
+
+/// One end of a connection as a node stores it. Both ends of a connection are in the scene, so a plain
+/// pointer will do.
+struct Link {
+    Node* node = nullptr;
+    PlugKey key;
+};
+
+/// A node of the scene: its values, connections, DAG neighbours and dynamic attributes. Only Graph changes a
+/// node; everybody else reads.
+class Node : public std::enable_shared_from_this<Node> {
+  public:
+    Node(const NodeType& type, std::string name, std::uint64_t id);
+
+    const NodeType& type() const { return type_; }
+    bool isA(std::string_view typeName) const { return type_.isA(typeName); }
+    const std::string& name() const { return name_; }
+    /// Creation number, unique within the scene: the order in which nodes are listed.
+    std::uint64_t id() const { return id_; }
+    /// Whether the node is in the scene (not deleted).
+    bool isAlive() const { return isAlive_; }
+    NodeRef ref() { return shared_from_this(); }
+
+    /// DAG neighbours; the parent is null for a top-level or non-DAG node.
+    Node* parent() const { return parent_; }
+    const std::vector<Node*>& children() const { return children_; }
+
+    /// Static and dynamic root attributes by ordinal; a removed dynamic attribute leaves a null.
+    std::vector<const Attribute*> attributes() const;
+    /// An attribute at any depth by long or short name, dynamic ones included; null when there is none.
+    const Attribute* findAttribute(std::string_view longOrShort) const;
+    Plug plug(const Attribute& attribute) { return Plug(ref(), &attribute); }
+    /// Plug of a named attribute; empty when there is none.
+    Plug plug(std::string_view longOrShort);
+
+    /// Aliases in the order in which they were set.
+    const std::vector<std::pair<std::string, PlugKey>>& aliases() const { return aliases_; }
+    /// Alias of a plug, empty when it has none.
+    std::string alias(const PlugKey& key) const;
+
+    /// Connections into and out of this node, by the plug on this side.
+    const std::map<PlugKey, Link>& incoming() const { return incoming_; }
+    const std::map<PlugKey, std::vector<Link>>& outgoing() const { return outgoing_; }
+    /// Whether the attribute or a compound above it has an incoming connection on any element.
+    bool hasIncoming(const Attribute& attribute) const;
+
+    const std::map<PlugKey, PlugState>& states() const { return states_; }
+    PlugState state(const PlugKey& key) const;
+
+    /// Stored value (no evaluation); the default where nothing is stored.
+    double storedNumber(const PlugKey& key) const;
+    DataPtr storedData(const PlugKey& key) const;
+    /// Storage of a plug; null where nothing was ever written. Elements of flat arrays and their children
+    /// have no slot of their own: ask for the array.
+    const Slot* slot(const PlugKey& key) const;
+    /// Root slots by ordinal.
+    const std::vector<Slot>& slots() const { return slots_; }
+
+    /// Private memory of the node type's behaviour.
+    std::shared_ptr<void>& extension() { return extension_; }
+
+  private:
+    friend class Graph;
+
+    struct CachedOutput {
+        std::uint64_t version = 0;
+        ComputedValue value{};
+        bool isComputing = false;
+    };
+
+    /// Storage of a plug, made as far as it is missing. @param created the uppermost array element that had
+    /// to be made; its attribute stays null when there was none
+    Slot& obtainSlot(const PlugKey& key, PlugKey& created);
+    Slot& rootSlot(int ordinal);
+
+    const NodeType& type_;
+    std::string name_;
+    std::uint64_t id_;
+    bool isAlive_ = false;
+    Node* parent_ = nullptr;
+    std::vector<Node*> children_;
+    std::vector<std::unique_ptr<Attribute>> dynamic_;
+    std::vector<std::unique_ptr<Attribute>> removed_;  // plugs may still point to them
+    std::vector<std::pair<std::string, PlugKey>> aliases_;
+    std::vector<Slot> slots_;
+    std::map<PlugKey, Link> incoming_;
+    std::map<PlugKey, std::vector<Link>> outgoing_;
+    std::vector<const Attribute*> incomingAttributes_;  // one entry per incoming connection
+    std::map<PlugKey, PlugState> states_;
+    std::atomic<bool> isClean_{false};  // somebody has read an output since the last change
+    std::uint64_t version_ = 1;
+    std::map<PlugKey, CachedOutput> outputs_;
+    std::shared_ptr<void> extension_;
+};
+
+}  // namespace host::graph

@@ -1,0 +1,82 @@
+#include "graph/nodeType.h"
+
+#include <cassert>
+
+namespace host::graph {
+
+namespace {
+
+/// Type names that make a node a member of the DAG.
+constexpr std::string_view kDagRoot = "dagNode";
+
+NodeBehaviour inherit(NodeBehaviour own, const NodeType* base) {
+    if (base == nullptr) return own;
+    const NodeBehaviour& from = base->behaviour();
+    if (!own.compute) own.compute = from.compute;
+    if (!own.connected) own.connected = from.connected;
+    if (!own.disconnecting) own.disconnecting = from.disconnecting;
+    if (!own.refresh) own.refresh = from.refresh;
+    return own;
+}
+
+}  // namespace
+
+NodeType::NodeType(NodeTypeSpec spec, const NodeType* base)
+    : name_(std::move(spec.name)),
+      base_(base),
+      isDag_(name_ == kDagRoot || (base != nullptr && base->isDag())),
+      isAbstract_(spec.isAbstract),
+      diesWithLastOutput_(spec.diesWithLastOutput || (base != nullptr && base->diesWithLastOutput())),
+      behaviour_(inherit(std::move(spec.behaviour), base)) {
+    if (base != nullptr) {
+        attributes_ = base->attributes_;
+        byName_ = base->byName_;
+    }
+    for (AttributeSpec& attribute : spec.attributes) {
+        const int ordinal = static_cast<int>(attributes_.size());
+        own_.push_back(std::make_unique<Attribute>(std::move(attribute), nullptr, ordinal));
+        attributes_.push_back(own_.back().get());
+        index(*own_.back());
+    }
+}
+
+bool NodeType::isA(std::string_view typeName) const {
+    for (const NodeType* type = this; type != nullptr; type = type->base_) {
+        if (type->name_ == typeName) return true;
+    }
+    return false;
+}
+
+const Attribute* NodeType::find(std::string_view longOrShort) const {
+    const auto found = byName_.find(std::string(longOrShort));
+    return found == byName_.end() ? nullptr : found->second;
+}
+
+void NodeType::index(const Attribute& attribute) {
+    byName_.try_emplace(attribute.longName(), &attribute);
+    byName_.try_emplace(attribute.shortName(), &attribute);
+    for (const auto& child : attribute.children())
+        index(*child);
+}
+
+const NodeType& NodeTypes::add(NodeTypeSpec spec) {
+    const NodeType* base = spec.base.empty() ? nullptr : find(spec.base);
+    assert((spec.base.empty() || base != nullptr) && "a node type is registered after its base");
+    std::string name = spec.name;
+    auto type = std::make_unique<NodeType>(std::move(spec), base);
+    return *(types_[std::move(name)] = std::move(type));
+}
+
+const NodeType* NodeTypes::find(std::string_view name) const {
+    const auto found = types_.find(name);
+    return found == types_.end() ? nullptr : found->second.get();
+}
+
+std::vector<const NodeType*> NodeTypes::all() const {
+    std::vector<const NodeType*> result;
+    for (const auto& entry : types_)
+        result.push_back(entry.second.get());
+    return result;
+}
+
+}  // namespace host::graph

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <unordered_map>
+#include <vector>
+
+namespace host::graph {
+
+/// The elements of a multi attribute of numbers, flat and sorted by logical index; `width` numbers an element
+/// (1, or the children of a small compound such as a float3).
+///
+/// Writing an element past the last one, or over an existing one, costs O(1) or O(log n). An element that is
+/// written in between waits in a list that the next read merges, so that a million writes in any order
+/// followed by reads stay O(n log n). Reading is safe from several threads while nobody writes.
+class NumberMulti {
+  public:
+    explicit NumberMulti(int width) : width_(width) {}
+    NumberMulti(const NumberMulti& other);
+    NumberMulti& operator=(const NumberMulti&) = delete;
+
+    int width() const { return width_; }
+    int size() const;
+    bool contains(int index) const { return find(index) != nullptr; }
+    /// The `width` numbers of an element, or null where there is none.
+    const double* find(int index) const;
+    /// Logical index of the element at a physical position.
+    int logicalIndex(int position) const;
+    /// All logical indices, ascending.
+    const std::vector<int>& indices() const;
+
+    /// Writes one number of an element; a new element starts with `defaults` (width numbers).
+    /// @return whether the element is new
+    bool write(int index, int part, double value, const double* defaults);
+    /// @return whether there was such an element
+    bool remove(int index);
+    void clear();
+
+  private:
+    int position(int index) const;
+    void settle() const;
+    void merge();
+
+    int width_;
+    std::vector<int> indices_;
+    std::vector<double> values_;
+    std::unordered_map<int, std::size_t>
+        pending_;  // new elements between existing ones: offset of their numbers
+    std::vector<double> pendingValues_;
+    mutable std::atomic<bool> unsettled_{false};
+};
+
+}  // namespace host::graph

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "graph/component.h"
+#include "graph/plug.h"
+
+namespace host::graph {
+
+class Graph;
+
+/// A node, a plug of it, or components of it (then the node is the shape).
+struct SelectionItem {
+    NodeRef node;
+    std::optional<Plug> plug{};
+    std::optional<Component> component{};
+
+    bool isWholeNode() const { return !plug && !component; }
+    /// Same node and same plug; components of one shape count as the same object when their kinds agree.
+    bool isSameObject(const SelectionItem& other) const;
+};
+
+enum class SelectionMode { Replace, Add, Toggle, Remove };
+
+/// An ordered list in which each object stands once: components of one kind of one shape share an item.
+class Selection {
+  public:
+    const std::vector<SelectionItem>& items() const { return items_; }
+    bool empty() const { return items_.empty(); }
+    void clear() { items_.clear(); }
+    /// Adds an object that is not there, extends its components when it is.
+    void add(const SelectionItem& item);
+    void remove(const SelectionItem& item);
+    void toggle(const SelectionItem& item);
+    void removeNode(const Node& node);
+
+  private:
+    std::vector<SelectionItem>::iterator find(const SelectionItem& item);
+
+    std::vector<SelectionItem> items_;
+};
+
+/// The names of an item as a user sees them: the shortest unique name; one "mesh.vtx[3:5]" per run.
+/// Components of a shape that is its transform's only visible shape are named after the transform.
+std::vector<std::string> itemNames(const Graph& graph, const SelectionItem& item, bool fullPaths = false);
+
+}  // namespace host::graph

@@ -1,0 +1,103 @@
+#include "graph/undo.h"
+
+#include <algorithm>
+
+#include "graph/graph.h"
+
+namespace host::graph {
+
+namespace {
+
+std::unique_ptr<UndoEntry> takeLast(std::vector<std::unique_ptr<UndoEntry>>& entries) {
+    std::unique_ptr<UndoEntry> entry = std::move(entries.back());
+    entries.pop_back();
+    return entry;
+}
+
+}  // namespace
+
+bool ChangeList::undo(Graph& graph) {
+    const RecordingScope silent(graph, nullptr);
+    for (auto change = changes_.rbegin(); change != changes_.rend(); ++change)
+        change->first(graph);
+    return true;
+}
+
+bool ChangeList::redo(Graph& graph) {
+    const RecordingScope silent(graph, nullptr);
+    for (auto& change : changes_)
+        change.second(graph);
+    return true;
+}
+
+bool EntryGroup::undo(Graph& graph) {
+    bool ok = true;
+    for (auto entry = entries_.rbegin(); entry != entries_.rend(); ++entry)
+        ok = (*entry)->undo(graph) && ok;
+    return ok;
+}
+
+bool EntryGroup::redo(Graph& graph) {
+    bool ok = true;
+    for (auto& entry : entries_)
+        ok = entry->redo(graph) && ok;
+    return ok;
+}
+
+std::string EntryGroup::owner() const {
+    for (const auto& entry : entries_) {
+        if (std::string name = entry->owner(); !name.empty()) return name;
+    }
+    return {};
+}
+
+void UndoQueue::push(std::unique_ptr<UndoEntry> entry) {
+    if (!isEnabled_) return;
+    undone_.clear();
+    if (chunk_ != nullptr) {
+        chunk_->add(std::move(entry));
+    } else {
+        done_.push_back(std::move(entry));
+    }
+}
+
+bool UndoQueue::undo(Graph& graph) {
+    if (done_.empty()) return false;
+    // The entry leaves the queue first: what it runs must not find itself there.
+    std::unique_ptr<UndoEntry> entry = takeLast(done_);
+    entry->undo(graph);
+    undone_.push_back(std::move(entry));
+    return true;
+}
+
+bool UndoQueue::redo(Graph& graph) {
+    if (undone_.empty()) return false;
+    std::unique_ptr<UndoEntry> entry = takeLast(undone_);
+    entry->redo(graph);
+    done_.push_back(std::move(entry));
+    return true;
+}
+
+void UndoQueue::openChunk() {
+    if (chunkDepth_++ == 0) chunk_ = std::make_unique<EntryGroup>();
+}
+
+void UndoQueue::closeChunk() {
+    if (chunkDepth_ == 0 || --chunkDepth_ > 0) return;
+    std::unique_ptr<EntryGroup> chunk = std::move(chunk_);
+    if (!chunk->empty()) done_.push_back(std::move(chunk));
+}
+
+void UndoQueue::clear() {
+    done_.clear();
+    undone_.clear();
+}
+
+void UndoQueue::flushOwner(const std::string& owner) {
+    const auto belongs = [&](const std::unique_ptr<UndoEntry>& entry) { return entry->owner() == owner; };
+    if (std::any_of(done_.begin(), done_.end(), belongs) ||
+        std::any_of(undone_.begin(), undone_.end(), belongs))
+        clear();
+}
+
+}  // namespace host::graph
