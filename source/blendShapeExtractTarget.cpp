@@ -1,0 +1,134 @@
+#include "blendShapeExtractTarget.h"
+
+#include <maya/MArgDatabase.h>
+#include <maya/MFnBlendShapeDeformer.h>
+#include <maya/MFnDagNode.h>
+#include <maya/MFnMesh.h>
+#include <maya/MGlobal.h>
+#include <maya/MIntArray.h>
+#include <maya/MObjectArray.h>
+#include <maya/MObjectHandle.h>
+#include <maya/MPoint.h>
+#include <maya/MPointArray.h>
+
+#include "commandSupport.h"
+
+namespace {
+
+const CommandInfo& info() {
+    static const CommandInfo command{
+        blendShapeExtractTarget::kName,
+        "Extracts an existing blend shape target.",
+        {{"-i", "-index", MSyntax::kLong, "index of the source target channel"},
+         {"-om", "-originalMesh", MSyntax::kString, "original shape node"},
+         {"-ti", "-targetItem", MSyntax::kLong, "channel item to extract, i.e. 6000"}},
+        "dv_blendShapeExtractTarget -i <int> -ti <int> -om <string>",
+        "string"};
+    return command;
+}
+
+MStatus fail(const char* text, const MStatus& status) {
+    return reportError(text, ErrorResult::kEmptyString, ErrorSink::kGlobal, status);
+}
+
+}  // namespace
+
+void* blendShapeExtractTarget::creator() {
+    return new blendShapeExtractTarget();
+}
+
+MSyntax blendShapeExtractTarget::newSyntax() {
+    return makeSyntax(info());
+}
+
+MStatus blendShapeExtractTarget::doIt(const MArgList& arguments) {
+    const MArgDatabase database(syntax(), arguments);
+    if (answerHelp(database, info())) return MS::kSuccess;
+    MString originalName;
+    readFlag(database, "-i", target_);
+    readFlag(database, "-om", originalName);
+    readFlag(database, "-ti", item_);
+    const MStatus status = getBlendShapeNode(database, ErrorResult::kEmptyString, blendShape_);
+    if (!status) return status;
+    // The checks of the mesh end the command without an error status; scripts depend on that.
+    if (!getMeshShape(originalName, "The original mesh is not defined.", ErrorResult::kEmptyString,
+                      originalMesh_, originalPath_)) {
+        return MS::kSuccess;
+    }
+    return redoIt();
+}
+
+MStatus blendShapeExtractTarget::redoIt() {
+    extracted_ = MObject::kNullObj;
+    MIntArray vertices;
+    MPointArray points;
+    MStatus status = readDeltas(vertices, points);
+    if (!status) return status;
+    status = extract(vertices, points);
+    if (status) present();
+    return status;
+}
+
+/// Reads the deltas of the item. One that was never written gets a zero delta on vertex 0, so that the user's
+/// deformer holds a valid item afterwards; what is returned stays empty then.
+MStatus blendShapeExtractTarget::readDeltas(MIntArray& vertices, MPointArray& points) {
+    vertices = getTargetComponents(blendShape_, target_, item_);
+    if (vertices.length() == 0) {
+        const MStatus status = setTargetComponents(blendShape_, target_, item_, MIntArray(1, 0));
+        if (!status) return fail("Error setting components for empty target.", status);
+    }
+    points = getTargetPoints(blendShape_, target_, item_);
+    if (points.length() == 0) {
+        const MStatus status = setTargetPoints(blendShape_, target_, item_, MPointArray(1, MPoint::origin));
+        if (!status) return fail("Error setting points for empty target.", status);
+    }
+    return MS::kSuccess;
+}
+
+/// Bakes the deltas into a new mesh, with the help of a blend shape on copies of the original mesh that are
+/// gone afterwards.
+MStatus blendShapeExtractTarget::extract(const MIntArray& vertices, const MPointArray& points) {
+    MFnMesh baseMesh;
+    MObject base = baseMesh.copy(originalMesh_, MObject::kNullObj);
+    MFnMesh targetMesh;
+    MObject target = targetMesh.copy(originalMesh_, MObject::kNullObj);
+    const MObject targetShape = targetMesh.object();
+
+    MFnBlendShapeDeformer deformer;
+    const MObject node = deformer.create(base, MFnBlendShapeDeformer::kLocalOrigin);
+    MObjectArray bases;
+    deformer.getBaseObjects(bases);
+    deformer.addTarget(bases[0], 0, targetShape, 1.0);
+    deformer.setWeight(0, 1.0F);
+    // The target mesh stays connected; the deltas that are written now count in its place.
+    MStatus status = setTargetComponents(node, 0, kFullItem, vertices);
+    if (!status) return fail("Error setting components.", status);
+    status = setTargetPoints(node, 0, kFullItem, points);
+    if (!status) return fail("Error setting points.", status);
+
+    MFnMesh extractedMesh;
+    extracted_ = extractedMesh.copy(MFnDagNode(base).child(0), MObject::kNullObj);
+    MGlobal::deleteNode(base);
+    MGlobal::deleteNode(target);
+    return MS::kSuccess;
+}
+
+/// Shades and names the new mesh like an object that the user made.
+void blendShapeExtractTarget::present() {
+    MFnDagNode mesh(extracted_);
+    MGlobal::executeCommand("sets -e -forceElement initialShadingGroup " + mesh.fullPathName(), false, false);
+    const MString name = mesh.name() + "_" + item_;
+    mesh.setName(name);
+    setResult(name);
+}
+
+MStatus blendShapeExtractTarget::undoIt() {
+    // The user may have deleted the mesh by hand.
+    if (!extracted_.isNull() && MObjectHandle(extracted_).isValid()) MGlobal::deleteNode(extracted_);
+    extracted_ = MObject::kNullObj;
+    return MS::kSuccess;
+}
+
+bool blendShapeExtractTarget::isUndoable() const {
+    return true;
+}

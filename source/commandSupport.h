@@ -1,0 +1,74 @@
+#pragma once
+
+#include <maya/MArgDatabase.h>
+#include <maya/MDagPath.h>
+#include <maya/MObject.h>
+#include <maya/MStatus.h>
+#include <maya/MString.h>
+#include <maya/MSyntax.h>
+
+#include <vector>
+
+/// What every command of the module shares: the declaration of its flags, the help text, the checks of its
+/// objects and the form of its errors.
+
+/// One flag: its declaration and its row of the help text.
+struct FlagInfo {
+    const char* shortName;  // with its dash, one to three letters
+    const char* longName;   // with its dash, lower camel case
+    MSyntax::MArgType type;
+    const char* help;
+    bool isMultiUse = false;
+};
+
+/// One command: where its syntax and its help text come from. The flag -h/-help is added to both; its row
+/// comes first.
+struct CommandInfo {
+    const char* name;  // as registered
+    const char* description;
+    std::vector<FlagInfo> flags;
+    const char* usage;        // the example call
+    const char* returnValue;  // the result as the help text names it
+    /// Whether the command acts on nodes: named ones, else the current selection.
+    bool takesObjects = true;
+};
+
+/// Syntax of a command, for its newSyntax function.
+MSyntax makeSyntax(const CommandInfo& command);
+
+/// The text that -help answers with.
+MString helpText(const CommandInfo& command);
+
+/// Answers -help.
+/// @return whether it was asked for; the result is set then, and the command is to do nothing else
+bool answerHelp(const MArgDatabase& arguments, const CommandInfo& command);
+
+/// Reads the first argument of a flag into `value`, which keeps its content when the flag is not set.
+template <typename T>
+void readFlag(const MArgDatabase& arguments, const char* flag, T& value) {
+    if (arguments.isFlagSet(flag)) arguments.getFlagArgument(flag, 0, value);
+}
+
+/// What a command sets as its result after an error.
+enum class ErrorResult { kNothing, kEmptyString, kZero };
+
+/// Which of the host's two error functions shows a text; the user sees the same.
+enum class ErrorSink { kGlobal, kCommand };
+
+/// Shows an error and sets the result that goes with it.
+/// @return `status`: a failure for the checks of a command's objects, success for its later checks
+MStatus reportError(const MString& text, ErrorResult result, ErrorSink sink, const MStatus& status);
+
+/// The blend-shape node that a command works on: the first of its objects, further ones are ignored.
+/// @param node  set on success
+/// @return a failure, after the error was shown, when the objects cannot be read, when there is none, or when
+/// the first is no
+///         blend-shape node
+MStatus getBlendShapeNode(const MArgDatabase& arguments, ErrorResult result, MObject& node);
+
+/// The mesh shape that a flag names.
+/// @param undefined  the error for an empty name
+/// @param mesh, path set when the name stands for a mesh shape (a transform does not)
+/// @return whether it does; otherwise the error has been shown and the command ends with success
+bool getMeshShape(const MString& name, const char* undefined, ErrorResult result, MObject& mesh,
+                  MDagPath& path);

@@ -1,0 +1,214 @@
+#include "common.h"
+
+#include <maya/MFnComponentListData.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MFnDoubleArrayData.h>
+#include <maya/MFnIntArrayData.h>
+#include <maya/MFnPointArrayData.h>
+#include <maya/MFnSingleIndexedComponent.h>
+#include <maya/MGlobal.h>
+#include <maya/MPoint.h>
+#include <maya/MSelectionList.h>
+#include <maya/MString.h>
+
+#include <string>
+
+namespace {
+
+/// Name of this file in reports of failing host calls.
+constexpr const char* kFileName = "common";
+
+MStatus findPlugByName(const MString& name, MPlug& plug) {
+    MSelectionList list;
+    list.add(name);
+    const MStatus status = list.getPlug(0, plug);
+    if (!status) status.perror(MString(kFileName) + ", line " + __LINE__ + ", " + name);
+    return status;
+}
+
+MPlug getInputTargetPlug(const MObject& blendShape) {
+    return MFnDependencyNode(blendShape).findPlug("inputTarget", false).elementByLogicalIndex(0);
+}
+
+MPlug getTargetItemPlug(const MObject& blendShape, int target, int item) {
+    return getTargetGroupPlug(blendShape, target)
+        .child(0)
+        .elementByLogicalIndex(static_cast<unsigned int>(item));
+}
+
+/// The pnts plug of a mesh shape, with a report when there is none.
+MStatus findTweakPlug(const MObject& mesh, MPlug& plug) {
+    MStatus status;
+    plug = MFnDependencyNode(mesh).findPlug("pnts", false, &status);
+    if (!status) status.pAPIerror(kFileName, __LINE__);
+    return status;
+}
+
+}  // namespace
+
+MPlug getTargetGroupPlug(const MObject& blendShape, int target) {
+    return getInputTargetPlug(blendShape).child(0).elementByLogicalIndex(static_cast<unsigned int>(target));
+}
+
+MStatus getComponentsTargetPlug(const MObject& blendShape, int target, int item, MPlug& plug) {
+    return findPlugByName(getTargetItemPlug(blendShape, target, item).name() + ".inputComponentsTarget",
+                          plug);
+}
+
+MStatus getPointsTargetPlug(const MObject& blendShape, int target, int item, MPlug& plug) {
+    return findPlugByName(getTargetItemPlug(blendShape, target, item).name() + ".inputPointsTarget", plug);
+}
+
+MIntArray getTargetItemIndices(const MObject& blendShape, int target) {
+    MIntArray items;
+    MStatus status;
+    getTargetGroupPlug(blendShape, target).child(0).getExistingArrayAttributeIndices(items, &status);
+    return status ? items : MIntArray();
+}
+
+MIntArray getTargetComponents(const MObject& blendShape, int target, int item) {
+    MPlug plug;
+    if (!getComponentsTargetPlug(blendShape, target, item, plug)) return {};
+    return componentListToIndices(plug);
+}
+
+MIntArray componentListToIndices(const MPlug& componentList) {
+    MIntArray indices;
+    MObject data;
+    componentList.getValue(data);
+    MStatus status;
+    const MFnComponentListData list(data, &status);
+    if (!status) return indices;
+    const unsigned int length = list.length();
+    for (unsigned int k = 0; k < length; ++k) {
+        MObject object = list[k];
+        const MFnSingleIndexedComponent component(object);
+        const int count = component.elementCount();
+        for (int e = 0; e < count; ++e)
+            indices.append(component.element(e));
+    }
+    return indices;
+}
+
+MStatus setTargetComponents(const MObject& blendShape, int target, int item, const MIntArray& vertices) {
+    MPlug plug;
+    const MStatus status = getComponentsTargetPlug(blendShape, target, item, plug);
+    if (!status) return status;
+    const unsigned int count = vertices.length();
+    std::string command = std::string("setAttr ") + plug.name().asChar() + " -type componentList " +
+                          std::to_string(count) + ' ';
+    // Long lists have a million entries: room for numbers of seven digits avoids growing step by step.
+    command.reserve(command.size() + count * std::string("vtx[1234567] ").size() + 1);
+    for (unsigned int k = 0; k < count; ++k) {
+        command += "vtx[";
+        command += std::to_string(vertices[k]);
+        command += "] ";
+    }
+    // An empty list reads "0", two blanks and the semicolon.
+    command += count == 0 ? " ;" : ";";
+    MGlobal::executeCommand(command.c_str(), false, false);
+    return status;
+}
+
+MPointArray getTargetPoints(const MObject& blendShape, int target, int item) {
+    MPointArray points;
+    MPlug plug;
+    if (!getPointsTargetPlug(blendShape, target, item, plug)) return points;
+    MObject data;
+    plug.getValue(data);
+    MStatus status;
+    const MFnPointArrayData stored(data, &status);
+    if (status) stored.copyTo(points);
+    return points;
+}
+
+MStatus setTargetPoints(const MObject& blendShape, int target, int item, const MPointArray& points) {
+    MPlug plug;
+    const MStatus status = getPointsTargetPlug(blendShape, target, item, plug);
+    if (!status) return status;
+    const MObject data = MFnPointArrayData().create(points);
+    return plug.setValue(data);
+}
+
+MPlug getWeightsPlug(const MObject& blendShape, int target) {
+    MPlug plug;
+    if (target == kBaseWeights) {
+        findPlugByName(getInputTargetPlug(blendShape).name() + ".baseWeights", plug);
+    } else {
+        findPlugByName(getTargetGroupPlug(blendShape, target).name() + ".targetWeights", plug);
+    }
+    return plug;
+}
+
+MStatus setWeightValues(const MObject& blendShape, int target, const MIntArray& vertices,
+                        const MDoubleArray& values) {
+    MPlug plug = getWeightsPlug(blendShape, target);
+    // An empty array removes all elements at once.
+    plug.setValue(MFnDoubleArrayData().create(MDoubleArray()));
+    const unsigned int count = vertices.length();
+    for (unsigned int k = 0; k < count; ++k) {
+        MPlug element = plug.elementByLogicalIndex(static_cast<unsigned int>(vertices[k]));
+        element.setFloat(static_cast<float>(values[k]));
+    }
+    return MS::kSuccess;
+}
+
+MIntArray mapIndicesByVertexOrder(const MDagPath& mesh, const MIntArray& vertices) {
+    MIntArray partners(vertices.length(), -1);
+    MPlug plug;
+    findPlugByName(mesh.fullPathName() + ".dvVertexOrderMap", plug);
+    MObject data;
+    plug.getValue(data);
+    const MIntArray map = MFnIntArrayData(data).array();
+    for (unsigned int k = 0; k < vertices.length(); ++k) {
+        const int vertex = vertices[k];
+        if (vertex >= 0 && static_cast<unsigned int>(vertex) < map.length()) {
+            partners[k] = map[static_cast<unsigned int>(vertex)];
+        }
+    }
+    return partners;
+}
+
+MIntArray parseVertexComponents(const MStringArray& components) {
+    MIntArray vertices;
+    for (unsigned int k = 0; k < components.length(); ++k) {
+        MStringArray parts;
+        components[k].split('.', parts);
+        if (parts.length() < 2) continue;
+        // "vtx[3:7]": the text between the brackets.
+        const MString range = parts[1].substring(4, static_cast<int>(parts[1].length()) - 2);
+        MStringArray ends;
+        range.split(':', ends);
+        if (ends.length() == 1) vertices.append(ends[0].asInt());
+        if (ends.length() != 2) continue;
+        const int last = ends[1].asInt();
+        for (int vertex = ends[0].asInt(); vertex <= last; ++vertex)
+            vertices.append(vertex);
+    }
+    return vertices;
+}
+
+MStatus getTweakPoints(const MObject& mesh, const MIntArray& vertices, MPointArray& points) {
+    MPlug plug;
+    const MStatus status = findTweakPlug(mesh, plug);
+    if (!status) return status;
+    for (unsigned int k = 0; k < vertices.length(); ++k) {
+        const MPlug element = plug.elementByLogicalIndex(static_cast<unsigned int>(vertices[k]));
+        points.append(
+            MPoint(element.child(0).asDouble(), element.child(1).asDouble(), element.child(2).asDouble()));
+    }
+    return status;
+}
+
+MStatus setTweakPoints(const MObject& mesh, const MIntArray& vertices, const MPointArray& points) {
+    MPlug plug;
+    const MStatus status = findTweakPlug(mesh, plug);
+    if (!status) return status;
+    for (unsigned int k = 0; k < vertices.length(); ++k) {
+        const MPlug element = plug.elementByLogicalIndex(static_cast<unsigned int>(vertices[k]));
+        element.child(0).setDouble(points[k].x);
+        element.child(1).setDouble(points[k].y);
+        element.child(2).setDouble(points[k].z);
+    }
+    return status;
+}
