@@ -1,0 +1,70 @@
+# The door: each goal configures, builds and runs one thing. Everything is made below build/.
+.DEFAULT_GOAL := help
+.PHONY: help demo test build bench fuzz coverage format check asan tsan package clean
+
+configure_and_build = cmake --preset $(1) >build/$(1).log 2>&1 || { cat build/$(1).log; exit 1; }; cmake --build --preset $(1)
+
+help:  ## this list
+	@sed -nE 's/^([a-z]+):.*## (.*)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 18
+
+demo: build  ## install what is missing, build, and run the example from end to end
+	build/release/bin/delvenbatch -script examples/demo.mel
+
+test:  ## install what is missing, build, and run every test
+	@scripts/install-dependencies.sh build
+	@mkdir -p build
+	@$(call configure_and_build,release)
+	ctest --preset release
+
+build:  ## the programs, in build/release/bin
+	@scripts/install-dependencies.sh build
+	@mkdir -p build
+	@$(call configure_and_build,release) --target delvenbatch DELVENTools
+
+bench:  ## time against size, in one table
+	@scripts/install-dependencies.sh build bench
+	@mkdir -p build
+	@$(call configure_and_build,bench)
+	build/bench/bin/delvenbench
+
+fuzz:  ## every fuzz target for FUZZ_SECONDS (30) seconds
+	@scripts/install-dependencies.sh build fuzz
+	@mkdir -p build
+	@$(call configure_and_build,fuzz) --target delven_fuzzers
+	scripts/fuzz.sh
+
+coverage:  ## line and branch coverage of source/ by the tests
+	@scripts/install-dependencies.sh build coverage
+	@mkdir -p build
+	@$(call configure_and_build,coverage)
+	scripts/coverage.sh
+
+asan:  ## the tests under AddressSanitizer and UndefinedBehaviorSanitizer
+	@scripts/install-dependencies.sh build
+	@mkdir -p build
+	@$(call configure_and_build,asan)
+	ctest --preset asan
+
+tsan:  ## the threaded tests under ThreadSanitizer
+	@scripts/install-dependencies.sh build
+	@mkdir -p build
+	@$(call configure_and_build,tsan) --target delven_thread_tests
+	setarch $$(uname -m) --addr-no-randomize ctest --preset tsan
+
+format:  ## lay out the C++ files as .clang-format says
+	@scripts/install-dependencies.sh check
+	scripts/check-format.sh --fix
+
+check: build  ## layout, arrows between the rooms, clang-tidy, a compile for Windows
+	@scripts/install-dependencies.sh check
+	scripts/check-format.sh
+	scripts/check-dependencies.sh
+	scripts/check-tidy.sh
+	scripts/check-windows-compile.sh
+
+package: build  ## build and install the plug-in as for Maya, with a kit made of our own headers
+	@scripts/install-dependencies.sh build check
+	scripts/check-package.sh
+
+clean:  ## remove build/
+	rm -rf build

@@ -1,0 +1,26 @@
+# `cmake --install`: for Maya, a folder with a .mod file that can be dropped into a modules path; for the headless host,
+# a bin folder that can be put anywhere.
+if(NOT TARGET DELVENTools)
+  return()
+endif()
+
+if(DELVEN_BUILD_HOST)
+  set_target_properties(DELVENTools delvenhost delvenbatch PROPERTIES INSTALL_RPATH "$<IF:$<PLATFORM_ID:Darwin>,@loader_path,$ORIGIN>")
+  install(TARGETS DELVENTools delvenhost delvenbatch
+    RUNTIME DESTINATION bin
+    LIBRARY DESTINATION bin
+    ARCHIVE DESTINATION lib)
+  install(FILES LICENSE README.md DESTINATION share/doc/DELVENTools)
+else()
+  if(WIN32)
+    set(DELVEN_MOD_PLATFORM win64)
+  elseif(APPLE)
+    set(DELVEN_MOD_PLATFORM mac)
+  else()
+    set(DELVEN_MOD_PLATFORM linux)
+  endif()
+  configure_file(cmake/DELVENTools.mod.in DELVENTools.mod @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/DELVENTools.mod" DESTINATION .)
+  install(TARGETS DELVENTools LIBRARY DESTINATION DELVENTools/plug-ins)
+  install(FILES LICENSE README.md DESTINATION DELVENTools)
+endif()

@@ -1,0 +1,191 @@
+#!/usr/bin/env bash
+# Who may know whom. Finds includes and names that point the wrong way:
+#   - a room of the host includes only the rooms that it may know; what is particular to a system (POSIX, Windows, a
+#     terminal library) is included in host/platform only, Embree in host/geometry only;
+#   - source/ includes <maya/...>, oneTBB, the standard library and its own headers;
+#   - host/include knows no room of the host;
+#   - no <maya/...> header and no M-class appears in the host below host/api and host/include.
+#
+#   scripts/check-dependencies.sh [tree]          checks that tree (default: this checkout)
+#   scripts/check-dependencies.sh --self-test     shows that each kind of violation is found
+set -euo pipefail
+
+# Rooms that each room may know besides itself. Kept in step with docs/architecture.md.
+declare -A known_rooms=(
+    [graph]=""
+    [geometry]=""
+    [platform]=""
+    [mel]="graph"
+    [nodes]="graph geometry"
+    [commands]="graph geometry nodes mel platform"
+    [api]="graph geometry nodes mel commands platform"
+    [batch]="graph geometry nodes mel commands api platform"
+)
+
+standard_headers=" algorithm any array atomic bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes climits clocale
+cmath codecvt complex condition_variable csetjmp csignal cstdarg cstddef cstdint cstdio cstdlib cstring ctime cuchar cwchar cwctype
+deque exception execution filesystem forward_list fstream functional future initializer_list iomanip ios iosfwd iostream istream
+iterator limits list locale map memory memory_resource mutex new numeric optional ostream queue random ratio regex scoped_allocator
+set shared_mutex sstream stack stdexcept streambuf string string_view strstream system_error thread tuple type_traits typeindex
+typeinfo unordered_map unordered_set utility valarray variant vector "
+standard_headers=${standard_headers//$'\n'/ }
+
+violations=0
+violation() {
+    echo "$1: $2" >&2
+    violations=$((violations + 1))
+}
+
+# Prints "line:include" for each include directive, quotes or brackets kept.
+includes_of() {
+    { grep -nE '^[[:space:]]*#[[:space:]]*include' "$1" || true; } |
+        sed -E 's/^([0-9]+):[[:space:]]*#[[:space:]]*include[[:space:]]*([<"][^>"]*[>"]).*/\1:\2/'
+}
+
+sources_in() {
+    [[ ! -d "$1" ]] || find "$1" \( -name '*.cpp' -o -name '*.h' \) | sort
+}
+
+check_room() {
+    local room=$1 file line include name target
+    while read -r file; do
+        while IFS=: read -r line include; do
+            name=${include:1:-1}
+            target=${name%%/*}
+            if [[ "$target" == maya && "$room" != api ]]; then
+                violation "$file:$line" "$room includes <$name>: the host's API is known to host/api only"
+            elif [[ "$target" != "$name" && -n "${known_rooms[$target]+room}" && "$target" != "$room" &&
+                " ${known_rooms[$room]} " != *" $target "* ]]; then
+                violation "$file:$line" "$room may not know $target ($name)"
+            elif [[ "$include" == '<'* ]]; then
+                check_system_include "$room" "$file:$line" "$name"
+            fi
+        done < <(includes_of "$file")
+        [[ "$room" == api ]] || check_no_m_class "$room" "$file"
+    done < <(sources_in "$tree/host/$room")
+}
+
+check_system_include() {
+    local room=$1 place=$2 name=$3
+    case "$room:$name" in
+        platform:* | *:tbb/* | *:oneapi/tbb* | geometry:embree* | api:maya/* | api:hostPrivate/*) ;;
+        *) [[ "$standard_headers" == *" $name "* ]] ||
+            violation "$place" "$room may not include <$name>: no header of the C++17 standard library" ;;
+    esac
+}
+
+# An M-class outside comments and strings: MObject, MFnMesh, MItDag, MPxCommand, MDGModifier, ...
+check_no_m_class() {
+    local line text
+    while IFS=: read -r line text; do
+        violation "$2:$line" "$1 names a class of the host's API:$text"
+    done < <(sed -E -e 's/"([^"\\]|\\.)*"/""/g' -e 's://.*$::' "$2" |
+        grep -nE '\bM(DG|DA)?[A-Z][a-z][A-Za-z]*\b' || true)
+}
+
+check_host_headers() {
+    local file line include target
+    while read -r file; do
+        while IFS=: read -r line include; do
+            target=${include:1:-1}
+            target=${target%%/*}
+            [[ -z "${known_rooms[$target]+room}" ]] ||
+                violation "$file:$line" "the API's headers may not know $target: a plug-in sees no room of the host"
+        done < <(includes_of "$file")
+    done < <(sources_in "$tree/host/include")
+}
+
+check_module() {
+    local file line include name
+    while read -r file; do
+        while IFS=: read -r line include; do
+            name=${include:1:-1}
+            case "$include" in
+                '<maya/'* | '<tbb/'* | '<oneapi/tbb'*) ;;
+                '"'*) [[ -f "$tree/source/$name" ]] || violation "$file:$line" "\"$name\" is no header of source/" ;;
+                *) [[ "$standard_headers" == *" $name "* ]] ||
+                    violation "$file:$line" "<$name> is neither <maya/...>, oneTBB nor the C++17 standard library" ;;
+            esac
+        done < <(includes_of "$file")
+    done < <(sources_in "$tree/source")
+}
+
+check_tree() {
+    tree=$1
+    violations=0
+    local room folder
+    for folder in "$tree"/host/*/; do
+        room=$(basename "$folder")
+        [[ "$room" == include || "$room" == '*' ]] && continue
+        if [[ -n "${known_rooms[$room]+room}" ]]; then
+            check_room "$room"
+        else
+            violation "$folder" "a room without a rule: add it to scripts/check-dependencies.sh"
+        fi
+    done
+    check_host_headers
+    check_module
+}
+
+# expect <found|clean> <what> <file> <line of code>: a tree of that one file.
+expect() {
+    local expected=$1 what=$2 file=$3 code=$4 sample found=clean
+    sample=$(mktemp -d)
+    mkdir -p "$sample/source" "$sample/host/graph" "$(dirname "$sample/$file")"
+    touch "$sample/source/common.h"
+    printf '%s\n' "$code" >"$sample/$file"
+    check_tree "$sample" 2>/dev/null
+    [[ $violations -eq 0 ]] || found=found
+    rm -rf "$sample"
+    if [[ "$found" != "$expected" ]]; then
+        echo "check-dependencies: self-test: $what should be $expected, is $found" >&2
+        exit 1
+    fi
+}
+
+self_test() {
+    local room target
+    for room in "${!known_rooms[@]}"; do
+        for target in "${!known_rooms[@]}"; do
+            if [[ "$room" == "$target" || " ${known_rooms[$room]} " == *" $target "* ]]; then
+                expect clean "$room -> $target" "host/$room/sample.cpp" "#include \"$target/thing.h\""
+            else
+                expect found "$room -> $target" "host/$room/sample.cpp" "#include \"$target/thing.h\""
+            fi
+        done
+    done
+    expect found "an arrow with odd spacing" host/graph/sample.h '  #  include <nodes/mesh.h> // why'
+    expect found "a room without a rule" host/attic/sample.cpp ''
+    expect found "an API header below api" host/nodes/sample.cpp '#include <maya/MObject.h>'
+    expect found "an M-class below api" host/nodes/sample.cpp 'static MFnMesh mesh;'
+    expect found "a dependency-graph class below api" host/nodes/sample.cpp 'MDGModifier modifier;'
+    expect clean "an M-class in a comment" host/nodes/sample.cpp 'int a = 0;  // as MFnMesh does'
+    expect clean "an M-class in a text" host/nodes/sample.cpp 'const char* a = "MFnMesh";'
+    expect clean "MEL and MIT" host/mel/sample.cpp 'int MEL = 0; int MAX_DEPTH = 1;'
+    expect clean "an API header in api" host/api/sample.cpp '#include <maya/MObject.h>'
+    expect found "POSIX outside platform" host/mel/sample.cpp '#include <unistd.h>'
+    expect clean "POSIX in platform" host/platform/sample.cpp '#include <dlfcn.h>'
+    expect found "Embree outside geometry" host/nodes/sample.cpp '#include <embree3/rtcore.h>'
+    expect clean "Embree in geometry" host/geometry/sample.cpp $'#include <embree3/rtcore.h>\n#include <cmath>'
+    expect found "a room in the API's headers" host/include/maya/MObject.h '#include "graph/node.h"'
+    expect clean "API headers among themselves" host/include/maya/MObject.h '#include <maya/MStatus.h>'
+    expect clean "what the module uses" source/sample.cpp \
+        $'#include "common.h"\n#include <maya/MObject.h>\n#include <oneapi/tbb/parallel_for.h>\n#include <vector>'
+    expect found "POSIX in the module" source/sample.cpp '#include <unistd.h>'
+    expect found "C's own headers in the module" source/sample.cpp '#include <math.h>'
+    expect found "the host in the module" source/sample.cpp '#include "graph/node.h"'
+    expect found "a room in brackets in the module" source/sample.cpp '#include <graph/node.h>'
+    echo "check-dependencies: self-test passed"
+}
+
+if [[ "${1:-}" == --self-test ]]; then
+    self_test
+    exit 0
+fi
+
+check_tree "${1:-$(cd "$(dirname "$0")/.." && pwd)}"
+if [[ $violations -gt 0 ]]; then
+    echo "check-dependencies: $violations violation(s)" >&2
+    exit 1
+fi
+echo "check-dependencies: every arrow points the right way"

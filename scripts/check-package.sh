@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# Builds and installs the plug-in as for Maya, with a developer kit made of our own headers and the headless host's
+# library, and loads what was installed. Shows that the Maya side of the build works as far as that goes without Maya.
+#
+#   scripts/check-package.sh [build-directory]     of the headless host; default: build/release
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+host=$(realpath "${1:-$root/build/release}")
+work="$root/build/package"
+
+rm -rf "$work"
+mkdir -p "$work/kit/lib"
+ln -s "$root/host/include" "$work/kit/include"
+for library in OpenMaya OpenMayaAnim OpenMayaUI Foundation; do
+    ln -s "$host/bin/libdelvenhost.so" "$work/kit/lib/lib$library.so"
+done
+
+cd "$root"
+# Optimisation would cost time and show nothing more.
+cmake --preset maya2025 -B "$work/build" -DMAYA_DEVKIT_LOCATION="$work/kit" -DCMAKE_CXX_FLAGS_RELEASE=-O0 >"$work/log"
+cmake --build "$work/build"
+cmake --install "$work/build" --prefix "$work/modules" >>"$work/log"
+
+(cd "$work/modules" && find . -type f | sort) >"$work/installed"
+diff - "$work/installed" <<'EOF'
+./DELVENTools.mod
+./DELVENTools/LICENSE
+./DELVENTools/README.md
+./DELVENTools/plug-ins/DELVENTools.so
+EOF
+if ! grep -qxE '\+ MAYAVERSION:2025 PLATFORM:linux DELVENTools [0-9.]+ \./DELVENTools' "$work/modules/DELVENTools.mod"; then
+    echo "check-package: DELVENTools.mod says: $(cat "$work/modules/DELVENTools.mod")" >&2
+    exit 1
+fi
+
+plugin="$work/modules/DELVENTools/plug-ins/DELVENTools.so"
+cmake -DNM="$(command -v nm)" -DPLUGIN="$plugin" -P tests/packaging/pluginExports.cmake
+"$host/bin/delvenbatch" -noAutoloadPlugins -plugin "$plugin" \
+    -command 'if (!`pluginInfo -query -loaded "DELVENTools"`) error "DELVENTools is not loaded";'
+echo "check-package: the installed plug-in loads"

@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# clang-tidy on the module, with the compile commands of a configured and built directory.
+#
+#   scripts/check-tidy.sh [build-directory]     default: build/release
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build=${1:-build/release}
+
+if [[ ! -f "$build/compile_commands.json" ]]; then
+    echo "check-tidy: $build is not configured; run 'make build' first" >&2
+    exit 1
+fi
+
+find source -name '*.cpp' -print0 | sort -z |
+    xargs -0 --no-run-if-empty -n 1 -P "$(nproc)" clang-tidy -p "$build" --quiet 2>&1 |
+    { grep -vE '^[0-9]+ warnings? generated\.$' || true; }
+echo "check-tidy: $(find source -name '*.cpp' | wc -l) files in order"
