@@ -1,0 +1,26 @@
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "geometry/mesh.h"
+
+namespace host::geometry {
+
+/// Faces cut into triangles: face i of the list has triangles offsets[i] .. offsets[i + 1], corners - 2 of
+/// them.
+struct Triangulation {
+    std::vector<int> faces;                     ///< the faces, in the order asked for
+    std::vector<int> offsets;                   ///< one more than faces
+    std::vector<std::array<int, 3>> triangles;  ///< vertex numbers, turning as the face does
+};
+
+/// Triangles of every face, or of `faces` in that order.
+///
+/// A convex face is a fan from its first corner. A concave one is cut by ears. A face that cuts itself or has
+/// no area still gives corners - 2 triangles, some of them without area. Cost is linear but for concave
+/// faces, where it is usually quadratic in the corners of the face.
+Triangulation triangulate(const Mesh& mesh);
+Triangulation triangulate(const Mesh& mesh, const std::vector<int>& faces);
+
+}  // namespace host::geometry
