@@ -48,17 +48,21 @@ MStatus blendShapeExtractTarget::doIt(const MArgList& arguments) {
     readFlag(database, "-i", target_);
     readFlag(database, "-om", originalName);
     readFlag(database, "-ti", item_);
-    const MStatus status = getBlendShapeNode(database, ErrorResult::kEmptyString, blendShape_);
+    MObject blendShape;
+    const MStatus status = getBlendShapeNode(database, ErrorResult::kEmptyString, blendShape);
     if (!status) return status;
     // The checks of the mesh end the command without an error status; scripts depend on that.
     if (!getMeshShape(originalName, "The original mesh is not defined.", ErrorResult::kEmptyString,
                       originalMesh_, originalPath_)) {
         return MS::kSuccess;
     }
+    blendShape_ = blendShape;
     return redoIt();
 }
 
 MStatus blendShapeExtractTarget::redoIt() {
+    // A call that answered -help or failed a check may still be queued.
+    if (blendShape_.isNull()) return MS::kSuccess;
     extracted_ = MObject::kNullObj;
     MIntArray vertices;
     MPointArray points;

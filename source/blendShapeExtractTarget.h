@@ -34,7 +34,7 @@ class blendShapeExtractTarget : public MPxCommand {
 
     int target_ = 0;
     int item_ = kFullItem;
-    MObject blendShape_;
+    MObject blendShape_;  // set once all checks have passed
     MObject originalMesh_;
     MDagPath originalPath_;
     MObject extracted_;  // transform of the mesh that the last redoIt made; null when there is none to undo

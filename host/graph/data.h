@@ -66,7 +66,8 @@ using VectorArrayData = SimpleData<std::vector<Vector3>, VectorArrayTag>;
 using MatrixData = SimpleData<Matrix16, MatrixTag>;
 
 /// An ordered list of components. Each entry keeps its own runs: lists that are aligned with a point list
-/// depend on the entry order, so neighbouring entries are never merged.
+/// depend on the entry order, so neighbouring entries are never merged. A run that ends before it starts
+/// (0 .. -1, from "vtx[*]") stands for all components of whatever the list is applied to.
 class ComponentListData final : public Data {
   public:
     std::string_view typeName() const override { return "componentList"; }

@@ -132,7 +132,8 @@ class Graph {
 
     /// Connects, replacing what feeds `destination` now.
     void connect(const Plug& source, const Plug& destination);
-    /// Breaks the connection into `destination`, which keeps the value that it had through it.
+    /// Breaks the connection into `destination`, which keeps the value that it had through it. Array elements
+    /// that existed through the connection only go with it.
     void disconnect(const Plug& destination);
     /// What feeds exactly this plug; an empty plug when nothing does.
     Plug source(const Plug& destination) const;
@@ -160,10 +161,6 @@ class Graph {
     void setRecorder(ChangeList* recorder) { recorder_ = recorder; }
 
   private:
-    struct NodeOrder {
-        bool operator()(const Node* a, const Node* b) const { return a->id() < b->id(); }
-    };
-
     void record(ChangeList::Step undo, ChangeList::Step redo);
     void enterScene(const NodeRef& node, Node* parent, int position);
     void leaveScene(Node& node);
@@ -180,8 +177,13 @@ class Graph {
     void writeNumber(const Plug& plug, double value);
     void restoreSlot(const Plug& plug, Slot slot);
     void undoCreation(const Plug& created);
-    void link(const Plug& source, const Plug& destination);
-    void unlink(const Plug& source, const Plug& destination);
+    /// @param position  among what the source feeds, -1 for the end
+    void link(const Plug& source, const Plug& destination, int position = -1);
+    /// @return the position that the destination had among what the source feeds
+    int unlink(const Plug& source, const Plug& destination);
+    void breakLink(const Plug& source, const Plug& destination);
+    /// Removes the array elements above a plug that only a connection, now broken, made exist.
+    void dropHollowElements(const Plug& plug);
 
     NodeTypes types_;
     std::map<std::uint64_t, NodeRef> nodes_;

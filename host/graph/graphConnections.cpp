@@ -22,6 +22,17 @@ void createElements(Graph& graph, const Plug& plug) {
     if (at) graph.createElement(at);
 }
 
+/// Whether nothing was ever written into a slot or below it.
+bool isHollow(const Slot& slot) {
+    if (const auto* children = std::get_if<std::unique_ptr<Slot::Children>>(&slot.content)) {
+        return std::all_of((*children)->begin(), (*children)->end(), isHollow);
+    }
+    if (const auto* multi = std::get_if<std::unique_ptr<ElementMulti>>(&slot.content)) {
+        return (*multi)->elements.empty();
+    }
+    return slot.empty();
+}
+
 }  // namespace
 
 void Graph::connect(const Plug& source, const Plug& destination) {
@@ -32,10 +43,7 @@ void Graph::connect(const Plug& source, const Plug& destination) {
     record([source, destination](Graph& graph) { graph.unlink(source, destination); },
            [source, destination](Graph& graph) { graph.link(source, destination); });
     const auto& hook = destination.node()->type().behaviour().connected;
-    if (hook) {
-        const RecordingScope silent(*this, nullptr);
-        hook(*this, destination);
-    }
+    if (hook) hook(*this, destination);
 }
 
 void Graph::disconnect(const Plug& destination) {
@@ -54,46 +62,67 @@ void Graph::disconnect(const Plug& destination) {
             if (part.isNumber()) lastParts.push_back(number(part));
         }
     }
-    unlink(feeding, destination);
-    record([feeding, destination](Graph& graph) { graph.link(feeding, destination); },
-           [feeding, destination](Graph& graph) { graph.unlink(feeding, destination); });
+    breakLink(feeding, destination);
     if (keepsNumber) setNumber(destination, lastNumber);
     if (lastData != nullptr) setData(destination, lastData);
     if (lastParts.size() == destination.attribute().children().size()) {
         for (std::size_t k = 0; k < lastParts.size(); ++k)
             setNumber(destination.child(static_cast<int>(k)), lastParts[k]);
     }
+    dropHollowElements(destination);
+    dropHollowElements(feeding);
 }
 
-void Graph::link(const Plug& source, const Plug& destination) {
+void Graph::dropHollowElements(const Plug& plug) {
+    for (Plug at = plug; at; at = at.parent()) {
+        if (!at.isElement()) continue;
+        const Slot* slot = at.attribute().flatWidth() > 0 ? nullptr : at.node()->slot(at.key());
+        if (slot == nullptr || !isHollow(*slot) || !connectionsBelow(at).empty()) return;
+        removeElement(at);
+    }
+}
+
+void Graph::breakLink(const Plug& source, const Plug& destination) {
+    const int position = unlink(source, destination);
+    record([source, destination, position](Graph& graph) { graph.link(source, destination, position); },
+           [source, destination](Graph& graph) { graph.unlink(source, destination); });
+}
+
+void Graph::link(const Plug& source, const Plug& destination, int position) {
     Node& from = *source.node();
     Node& to = *destination.node();
     to.incoming_[destination.key()] = {&from, source.key()};
     to.incomingAttributes_.push_back(&destination.attribute());
-    from.outgoing_[source.key()].push_back({&to, destination.key()});
+    auto& links = from.outgoing_[source.key()];
+    const bool isInside = position >= 0 && position < static_cast<int>(links.size());
+    const auto at = isInside ? links.begin() + position : links.end();
+    links.insert(at, {&to, destination.key()});
     // What reads the destination next must not find a value from before.
     to.isClean_.store(true, std::memory_order_release);
     markDirty(to);
 }
 
-void Graph::unlink(const Plug& source, const Plug& destination) {
+int Graph::unlink(const Plug& source, const Plug& destination) {
     Node& from = *source.node();
     Node& to = *destination.node();
     to.incoming_.erase(destination.key());
     auto& attributes = to.incomingAttributes_;
     const auto found = std::find(attributes.begin(), attributes.end(), &destination.attribute());
     if (found != attributes.end()) attributes.erase(found);
+    int position = -1;
     const auto outgoing = from.outgoing_.find(source.key());
     if (outgoing != from.outgoing_.end()) {
         auto& links = outgoing->second;
-        links.erase(std::remove_if(
-                        links.begin(), links.end(),
-                        [&](const Link& link) { return link.node == &to && link.key == destination.key(); }),
-                    links.end());
+        const auto link = std::find_if(links.begin(), links.end(), [&](const Link& entry) {
+            return entry.node == &to && entry.key == destination.key();
+        });
+        position = static_cast<int>(link - links.begin());
+        if (link != links.end()) links.erase(link);
         if (links.empty()) from.outgoing_.erase(outgoing);
     }
     to.isClean_.store(true, std::memory_order_release);
     markDirty(to);
+    return position;
 }
 
 Plug Graph::source(const Plug& destination) const {

@@ -105,31 +105,84 @@ void Graph::leaveScene(Node& node) {
     ++nameVersion_;
 }
 
-std::vector<NodeRef> Graph::dependents(const std::vector<NodeRef>& nodes) const {
-    std::set<Node*, NodeOrder> doomed;
-    std::vector<Node*> open;
-    const auto doom = [&](Node* node) {
-        if (node->isAlive() && doomed.insert(node).second) open.push_back(node);
-    };
-    for (const NodeRef& node : nodes)
-        doom(node.get());
-    const auto feedsSurvivor = [&](const Node& node) {
-        for (const auto& [key, links] : node.outgoing()) {
-            for (const Link& link : links) {
-                if (doomed.count(link.node) == 0) return true;
-            }
-        }
-        return false;
-    };
-    while (!open.empty()) {
-        Node* node = open.back();
-        open.pop_back();
-        for (Node* child : node->children())
-            doom(child);
-        for (const auto& [key, link] : node->incoming()) {
-            if (link.node->type().diesWithLastOutput() && !feedsSurvivor(*link.node)) doom(link.node);
+namespace {
+
+bool servesOthers(const Node& node) {
+    const auto& isService = node.type().behaviour().isService;
+    return node.type().diesWithLastOutput() || (isService && isService(node));
+}
+
+using NodeSet = std::set<const Node*>;
+
+/// Puts a node and everything below it among those that go.
+void doom(Node& node, std::vector<Node*>& doomed, NodeSet& gone) {
+    if (!node.isAlive() || !gone.insert(&node).second) return;
+    doomed.push_back(&node);
+    for (Node* child : node.children())
+        doom(*child, doomed, gone);
+}
+
+bool hasSurvivor(const std::vector<Link>& links, const NodeSet& gone) {
+    return std::any_of(links.begin(), links.end(),
+                       [&](const Link& link) { return gone.count(link.node) == 0; });
+}
+
+/// Whether something that the node computes goes to a node that stays. Messages and plain values do not keep
+/// a service node.
+bool feedsSurvivor(const Node& node, const NodeSet& gone) {
+    const auto& outgoing = node.outgoing();
+    return std::any_of(outgoing.begin(), outgoing.end(), [&](const auto& entry) {
+        return entry.first.attribute->isOutput() && hasSurvivor(entry.second, gone);
+    });
+}
+
+/// The plug that takes the place of an output when its node is deleted: the source of the input that the
+/// output passes through, or of the one before when that node goes too. Empty when there is none.
+Plug passedSource(const Graph& graph, const Plug& output, const NodeSet& gone) {
+    Plug at = output;
+    while (at && gone.count(at.node().get()) != 0) {
+        const auto& passThrough = at.node()->type().behaviour().passThrough;
+        const Plug input = passThrough ? passThrough(at) : Plug();
+        at = input ? graph.source(input) : Plug();
+    }
+    return at;
+}
+
+/// Nodes whose values survivors will get through nodes that go and pass them on.
+NodeSet neededBySurvivors(const Graph& graph, const std::vector<Node*>& doomed, const NodeSet& gone) {
+    NodeSet needed;
+    for (Node* node : doomed) {
+        for (const auto& [key, links] : node->outgoing()) {
+            if (!hasSurvivor(links, gone)) continue;
+            if (const Plug source = passedSource(graph, Plug(node->ref(), key), gone))
+                needed.insert(source.node().get());
         }
     }
+    return needed;
+}
+
+}  // namespace
+
+std::vector<NodeRef> Graph::dependents(const std::vector<NodeRef>& nodes) const {
+    std::vector<Node*> doomed;
+    NodeSet gone;
+    for (const NodeRef& node : nodes)
+        doom(*node, doomed, gone);
+    for (bool grows = true; grows;) {
+        grows = false;
+        const NodeSet needed = neededBySurvivors(*this, doomed, gone);
+        const std::vector<Node*> current = doomed;
+        for (Node* node : current) {
+            for (const auto& entry : node->incoming()) {
+                Node* source = entry.second.node;
+                if (gone.count(source) != 0 || !servesOthers(*source)) continue;
+                if (needed.count(source) != 0 || feedsSurvivor(*source, gone)) continue;
+                doom(*source, doomed, gone);
+                grows = true;
+            }
+        }
+    }
+    std::sort(doomed.begin(), doomed.end(), [](const Node* a, const Node* b) { return a->id() < b->id(); });
     std::vector<NodeRef> result;
     for (Node* node : doomed)
         result.push_back(node->ref());
@@ -138,27 +191,28 @@ std::vector<NodeRef> Graph::dependents(const std::vector<NodeRef>& nodes) const 
 
 void Graph::deleteNodes(const std::vector<NodeRef>& nodes) {
     const std::vector<NodeRef> doomed = dependents(nodes);
-    const std::set<const Node*> gone = [&] {
-        std::set<const Node*> result;
-        for (const NodeRef& node : doomed)
-            result.insert(node.get());
-        return result;
-    }();
+    NodeSet gone;
     Selection remaining = selection_;
-    for (const NodeRef& node : doomed)
+    for (const NodeRef& node : doomed) {
+        gone.insert(node.get());
         remaining.removeNode(*node);
+    }
     if (remaining.items().size() != selection_.items().size()) select(std::move(remaining));
+    // Survivors first: what they keep is evaluated while the nodes that go still feed one another.
     for (const NodeRef& node : doomed) {
         for (const Connection& connection : connections(*node)) {
-            // Between two nodes that both go there is nobody to keep the value for.
-            if (gone.count(connection.destination.node().get()) != 0) {
-                unlink(connection.source, connection.destination);
-                record(
-                    [connection](Graph& graph) { graph.link(connection.source, connection.destination); },
-                    [connection](Graph& graph) { graph.unlink(connection.source, connection.destination); });
+            if (gone.count(connection.destination.node().get()) != 0) continue;
+            if (const Plug source = passedSource(*this, connection.source, gone)) {
+                connect(source, connection.destination);
             } else {
                 disconnect(connection.destination);
             }
+        }
+    }
+    for (const NodeRef& node : doomed) {
+        for (const Connection& connection : connections(*node)) {
+            breakLink(connection.source, connection.destination);
+            if (gone.count(connection.source.node().get()) == 0) dropHollowElements(connection.source);
         }
     }
     // Children first, so that a node which leaves has none.

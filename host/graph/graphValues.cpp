@@ -143,7 +143,7 @@ void Graph::setNumber(const Plug& plug, double value) {
     if (array != nullptr) {
         const NumberMulti* numbers = numbersOf(node.slot(flatElement(plug, *array).array().key()));
         existed = numbers != nullptr && numbers->contains(flatElement(plug, *array).logicalIndex());
-        old.content = node.storedNumber(plug.key());
+        if (existed) old.content = node.storedNumber(plug.key());
     } else if (const Slot* slot = node.slot(plug.key()); slot != nullptr) {
         old = slot->clone();
     }
@@ -280,8 +280,8 @@ void Graph::removeElement(const Plug& element) {
     const auto redo = [element](Graph& graph) { graph.undoCreation(element); };
     if (auto* numbers = std::get_if<std::unique_ptr<NumberMulti>>(&slot.content)) {
         if (recorder_ != nullptr) {
-            const double* at = (*numbers)->find(index);
-            std::vector<double> old(at, at + (*numbers)->width());
+            std::vector<double> old(static_cast<std::size_t>((*numbers)->width()));
+            (*numbers)->read(index, old.data());
             record(
                 [element, old](Graph& graph) {
                     const bool isCompound = element.attribute().isCompound();
@@ -302,6 +302,7 @@ void Graph::removeElement(const Plug& element) {
 
 void Graph::clearElements(const Plug& arrayPlug) {
     Node& node = *arrayPlug.node();
+    if (elementCount(arrayPlug) == 0) return;
     if (arrayPlug.attribute().flatWidth() > 0 && !node.hasIncoming(arrayPlug.attribute())) {
         PlugKey created;
         Slot& slot = node.obtainSlot(arrayPlug.key(), created);

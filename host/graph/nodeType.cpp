@@ -16,6 +16,8 @@ NodeBehaviour inherit(NodeBehaviour own, const NodeType* base) {
     if (!own.connected) own.connected = from.connected;
     if (!own.disconnecting) own.disconnecting = from.disconnecting;
     if (!own.refresh) own.refresh = from.refresh;
+    if (!own.passThrough) own.passThrough = from.passThrough;
+    if (!own.isService) own.isService = from.isService;
     return own;
 }
 
@@ -53,8 +55,12 @@ const Attribute* NodeType::find(std::string_view longOrShort) const {
 }
 
 void NodeType::index(const Attribute& attribute) {
-    byName_.try_emplace(attribute.longName(), &attribute);
-    byName_.try_emplace(attribute.shortName(), &attribute);
+    for (const std::string& name : {attribute.longName(), attribute.shortName()}) {
+        const Attribute*& entry = byName_[name];
+        // A short name may stand for a root attribute and a child of another one: the root one wins.
+        if (entry == nullptr || (attribute.parent() == nullptr && entry->parent() != nullptr))
+            entry = &attribute;
+    }
     for (const auto& child : attribute.children())
         index(*child);
 }

@@ -24,8 +24,32 @@ NumberMulti::NumberMulti(const NumberMulti& other) : width_(other.width_) {
 }
 
 int NumberMulti::size() const {
-    settle();
-    return static_cast<int>(indices_.size());
+    if (!unsettled_.load(std::memory_order_acquire)) return static_cast<int>(indices_.size());
+    const std::lock_guard<std::mutex> lock(settleMutex());
+    return static_cast<int>(indices_.size() - removed_.size() + pending_.size());
+}
+
+bool NumberMulti::contains(int index) const {
+    if (!unsettled_.load(std::memory_order_acquire)) return position(index) >= 0;
+    // No merge for this: whoever writes in any order asks before each write.
+    const std::lock_guard<std::mutex> lock(settleMutex());
+    return findUnsettled(index) != nullptr;
+}
+
+bool NumberMulti::read(int index, double* to) const {
+    const std::lock_guard<std::mutex> lock(settleMutex());
+    const double* values = findUnsettled(index);
+    if (values == nullptr) return false;
+    std::copy_n(values, width_, to);
+    return true;
+}
+
+const double* NumberMulti::findUnsettled(int index) const {
+    const auto waiting = pending_.find(index);
+    if (waiting != pending_.end()) return pendingValues_.data() + waiting->second;
+    const int at = position(index);
+    if (at < 0 || removed_.count(index) != 0) return nullptr;
+    return values_.data() + static_cast<std::ptrdiff_t>(at) * width_;
 }
 
 const double* NumberMulti::find(int index) const {
@@ -57,8 +81,11 @@ bool NumberMulti::write(int index, int part, double value, const double* default
     const auto width = static_cast<std::size_t>(width_);
     const auto offset = static_cast<std::size_t>(part);
     if (const int at = position(index); at >= 0) {
-        values_[static_cast<std::size_t>(at) * width + offset] = value;
-        return false;
+        double* values = values_.data() + static_cast<std::size_t>(at) * width;
+        const bool isNew = removed_.erase(index) != 0;
+        if (isNew) std::copy_n(defaults, width, values);
+        values[offset] = value;
+        return isNew;
     }
     if (indices_.empty() || index > indices_.back()) {
         indices_.push_back(index);
@@ -74,12 +101,9 @@ bool NumberMulti::write(int index, int part, double value, const double* default
 }
 
 bool NumberMulti::remove(int index) {
-    settle();
-    const int at = position(index);
-    if (at < 0) return false;
-    indices_.erase(indices_.begin() + at);
-    const auto from = values_.begin() + static_cast<std::ptrdiff_t>(at) * width_;
-    values_.erase(from, from + width_);
+    if (pending_.erase(index) != 0) return true;
+    if (position(index) < 0 || !removed_.insert(index).second) return false;
+    unsettled_.store(true, std::memory_order_release);
     return true;
 }
 
@@ -88,6 +112,7 @@ void NumberMulti::clear() {
     values_.clear();
     pending_.clear();
     pendingValues_.clear();
+    removed_.clear();
     unsettled_.store(false, std::memory_order_relaxed);
 }
 
@@ -110,7 +135,9 @@ void NumberMulti::merge() {
     std::size_t next = 0;
     const auto takeExisting = [&] {
         const double* from = values_.data() + next * width;
-        indices.push_back(indices_[next++]);
+        const int index = indices_[next++];
+        if (removed_.count(index) != 0) return;
+        indices.push_back(index);
         values.insert(values.end(), from, from + width);
     };
     for (const auto& [index, at] : added) {
@@ -125,6 +152,7 @@ void NumberMulti::merge() {
     values_ = std::move(values);
     pending_.clear();
     pendingValues_.clear();
+    removed_.clear();
     unsettled_.store(false, std::memory_order_release);
 }
 

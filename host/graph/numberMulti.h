@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstddef>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace host::graph {
@@ -11,8 +12,8 @@ namespace host::graph {
 /// (1, or the children of a small compound such as a float3).
 ///
 /// Writing an element past the last one, or over an existing one, costs O(1) or O(log n). An element that is
-/// written in between waits in a list that the next read merges, so that a million writes in any order
-/// followed by reads stay O(n log n). Reading is safe from several threads while nobody writes.
+/// written in between, or removed, waits in a list that the next read merges, so that a million changes in
+/// any order followed by reads stay O(n log n). Reading is safe from several threads while nobody writes.
 class NumberMulti {
   public:
     explicit NumberMulti(int width) : width_(width) {}
@@ -21,9 +22,11 @@ class NumberMulti {
 
     int width() const { return width_; }
     int size() const;
-    bool contains(int index) const { return find(index) != nullptr; }
+    bool contains(int index) const;
     /// The `width` numbers of an element, or null where there is none.
     const double* find(int index) const;
+    /// Copies them without merging, for who reads between changes. @return false where there is none
+    bool read(int index, double* to) const;
     /// Logical index of the element at a physical position.
     int logicalIndex(int position) const;
     /// All logical indices, ascending.
@@ -38,6 +41,7 @@ class NumberMulti {
 
   private:
     int position(int index) const;
+    const double* findUnsettled(int index) const;
     void settle() const;
     void merge();
 
@@ -47,6 +51,7 @@ class NumberMulti {
     std::unordered_map<int, std::size_t>
         pending_;  // new elements between existing ones: offset of their numbers
     std::vector<double> pendingValues_;
+    std::unordered_set<int> removed_;  // elements that still stand in indices_
     mutable std::atomic<bool> unsettled_{false};
 };
 

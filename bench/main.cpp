@@ -1,0 +1,20 @@
+// Time against size: the module's work beside its floor, and the host's own. `make bench` runs it; Google
+// Benchmark's flags
+// (--benchmark_filter=...) choose rows.
+
+#include <benchmark/benchmark.h>
+
+#include "rows.h"
+#include "table.h"
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    addTargetDataRows();
+    addExtractionRows();
+    addSceneRows();
+    TableReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.printTable();
+    return 0;
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+/// Mesh sizes, in vertices, at which every row is measured.
+extern const std::vector<int> kSizes;
+
+/// What a row does in one round, on the scene of its size. `state` lets it stop the clock around
+/// preparations.
+using Work = std::function<void(benchmark::State& state, int vertices)>;
+
+/// A row of the module: its time against a floor, the fewest host calls that give the same result, measured
+/// in the same run.
+void addModuleRow(const std::string& name, const Work& module, const Work& floor);
+
+/// A row of the host alone: its time per vertex.
+void addHostRow(const std::string& name, const Work& work);
+
+/// Prints Google Benchmark's lines as they come and keeps the best time of each row and size; the table at
+/// the end compares them.
+class TableReporter : public benchmark::ConsoleReporter {
+  public:
+    void ReportRuns(const std::vector<Run>& runs) override;
+    void printTable() const;
+
+  private:
+    std::map<std::string, double> best_;  // seconds a round, by benchmark name
+};

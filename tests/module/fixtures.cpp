@@ -1,0 +1,43 @@
+#include "fixtures.h"
+
+#include "support/meshZoo.h"
+
+namespace {
+
+void addTarget(Scene& scene, const std::string& item, const std::string& vertices,
+               const std::string& points) {
+    const std::string plug = "bs.inputTarget[0]." + item;
+    scene.mel("setAttr " + plug + ".inputComponentsTarget -type componentList " + vertices);
+    scene.mel("setAttr " + plug + ".inputPointsTarget -type pointArray " + points);
+}
+
+}  // namespace
+
+void addBlendShape(Scene& scene) {
+    scene.addMesh("base", zoo::openGrid());
+    scene.mel("blendShape -name bs base");
+    addTarget(scene, "inputTargetGroup[0].inputTargetItem[6000]", "3 vtx[3] vtx[7] vtx[12]",
+              "3 0 1 0 1 0.5 0 0 1 0 0 -2 1");
+    addTarget(scene, "inputTargetGroup[4].inputTargetItem[5500]", "1 vtx[5]", "1 0 0.25 0 1");
+    addTarget(scene, "inputTargetGroup[4].inputTargetItem[6000]", "2 vtx[5:6] vtx[19]",
+              "3 0 1 0 1 0 1 0 1 1 1 1 1");
+    scene.mel(
+        "setAttr bs.weight[0] 0; setAttr bs.weight[4] 0; aliasAttr smile bs.weight[0] blink bs.weight[4]");
+    scene.mel("flushUndo; select -clear; flushUndo");
+}
+
+std::string deltas(Scene& scene, int target, int item) {
+    const std::string plug = "bs.inputTarget[0].inputTargetGroup[" + std::to_string(target) +
+                             "].inputTargetItem[" + std::to_string(item) + "]";
+    const std::vector<std::string> components =
+        scene.mel("getAttr " + plug + ".inputComponentsTarget").toStringArray();
+    const std::vector<double> points = scene.mel("getAttr " + plug + ".inputPointsTarget").toFloatArray();
+    std::string text;
+    for (std::size_t k = 0; k < components.size(); ++k) {
+        text += components[k].substr(4, components[k].size() - 5);
+        for (std::size_t axis = 0; axis < 3; ++axis)
+            text += ' ' + host::mel::Value(points[4 * k + axis]).toString();
+        text += '\n';
+    }
+    return text;
+}

@@ -1,0 +1,72 @@
+// The module brings the one version string that a program may have.
+#define MNoVersionString
+#include <gtest/gtest.h>
+#include <maya/MFnPlugin.h>
+
+#include <filesystem>
+
+#include "fixtures.h"
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+const Strings kNames{"dv_blendShapeExtractTarget", "dv_getBlendShapeIndices"};
+
+TEST(PluginMain, RegistersAllCommandsInOrder) {
+    Scene scene;
+    EXPECT_EQ(scene.mel("pluginInfo -query -command \"DELVENTools\""), kNames);
+    EXPECT_EQ(scene.mel("pluginInfo -query -version \"DELVENTools\""), host::mel::Value("5.10.0"));
+}
+
+TEST(PluginMain, UnloadingRemovesTheCommandsAndLoadingBringsThemBack) {
+    Scene scene;
+    addBlendShape(scene);
+    scene.mel("dv_blendShapeExtractTarget -om baseShapeOrig bs; unloadPlugin -force \"DELVENTools\"");
+    for (const std::string& name : kNames) {
+        const Outcome outcome = scene.run(name + " bs");
+        EXPECT_FALSE(outcome.ok);
+        EXPECT_EQ(outcome.errors, Strings{"Cannot find procedure \"" + name + "\"."});
+    }
+    // Undo entries of its commands went with it.
+    const std::string before = scene.dump();
+    scene.run("undo");
+    EXPECT_EQ(scene.changes(before), "");
+    scene.mel("loadPlugin \"" + Scene::pluginFile() + "\"");
+    EXPECT_EQ(scene.mel("dv_getBlendShapeIndices bs"), std::vector<int>({0, 4}));
+}
+
+/// "Register dv_a command failed.: ...", once for each command, in order.
+void expectLines(const std::string& output, const std::string& verb) {
+    std::size_t at = 0;
+    for (const std::string& name : kNames) {
+        at = output.find(verb + ' ' + name + " command failed.", at);
+        ASSERT_NE(at, std::string::npos) << verb << ' ' << name << " in\n" << output;
+        ++at;
+    }
+}
+
+TEST(PluginMain, ASecondCopyFailsNameByNameAndIsTurnedAway) {
+    Scene scene;
+    const std::filesystem::path copy = std::filesystem::temp_directory_path() / "DELVENToolsCopy.so";
+    std::filesystem::copy_file(Scene::pluginFile(), copy, std::filesystem::copy_options::overwrite_existing);
+    ::testing::internal::CaptureStderr();
+    const Outcome outcome = scene.run("loadPlugin \"" + copy.generic_string() + "\"");
+    const std::string output = ::testing::internal::GetCapturedStderr();
+    std::filesystem::remove(copy);
+    EXPECT_FALSE(outcome.ok);
+    expectLines(output, "Register");
+    EXPECT_EQ(scene.mel("pluginInfo -query -listPlugins"), Strings{"DELVENTools"});
+    EXPECT_TRUE(scene.run("dv_getBlendShapeIndices -h").ok) << "the first copy's commands stay";
+}
+
+TEST(PluginMain, RemovingWhatIsNotRegisteredSaysSoNameByName) {
+    Scene scene(Scene::Plugin::NotLoaded);
+    ::testing::internal::CaptureStderr();
+    const MStatus status = uninitializePlugin(MObject());
+    const std::string output = ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(status.error(), true);
+    expectLines(output, "Deregister");
+}
+
+}  // namespace

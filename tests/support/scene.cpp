@@ -1,0 +1,122 @@
+#include "support/scene.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <mutex>
+#include <utility>
+
+#include "api/pluginLoader.h"
+#include "api/session.h"
+#include "commands/commands.h"
+#include "mel/commandRegistry.h"
+#include "nodes/meshNode.h"
+#include "nodes/registerTypes.h"
+#include "nodes/sets.h"
+#include "support/sceneDump.h"
+
+namespace {
+
+namespace graph = host::graph;
+namespace mel = host::mel;
+
+/// Collects what scripts print and commands report.
+class Collector final : public mel::Output, public graph::MessageSink {
+  public:
+    void print(std::string_view text) override { outcome_.printed += text; }
+    void info(std::string_view text) override { add(&Outcome::infos, text); }
+    void warning(std::string_view text, const mel::SourcePosition&) override {
+        add(&Outcome::warnings, text);
+    }
+    void error(std::string_view text, const mel::SourcePosition&) override { add(&Outcome::errors, text); }
+    void result(std::string_view) override {}
+
+    void print(const std::string& text) override { outcome_.printed += text; }
+    void info(const std::string& text) override { add(&Outcome::infos, text); }
+    void warning(const std::string& text) override { add(&Outcome::warnings, text); }
+    void error(const std::string& text) override { add(&Outcome::errors, text); }
+
+    Outcome take() { return std::exchange(outcome_, {}); }
+
+  private:
+    void add(std::vector<std::string> Outcome::*list, std::string_view text) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        (outcome_.*list).emplace_back(text);
+    }
+
+    std::mutex mutex_;
+    Outcome outcome_;
+};
+
+}  // namespace
+
+struct Scene::Host {
+    Host() : registry(scene, collector), session(registry), loader(session) {
+        scene.setMessages(collector);
+        host::nodes::registerTypes(scene.types());
+        host::nodes::setUpScene(scene);
+        host::commands::registerCommands(registry);
+    }
+
+    Collector collector;
+    graph::Graph scene;
+    mel::CommandRegistry registry;
+    host::api::Session session;
+    host::api::PluginLoader loader;
+};
+
+Scene::Scene(Plugin plugin) : host_(std::make_unique<Host>()) {
+    if (plugin == Plugin::Loaded) mel("loadPlugin \"" + pluginFile() + "\"");
+}
+
+Scene::~Scene() = default;
+
+graph::Graph& Scene::graph() {
+    return host_->scene;
+}
+
+Outcome Scene::run(const std::string& text) {
+    host_->collector.take();
+    mel::RunResult result = host_->registry.run(text);
+    Outcome outcome = host_->collector.take();
+    outcome.ok = result.ok;
+    outcome.value = std::move(result.value);
+    return outcome;
+}
+
+mel::Value Scene::mel(const std::string& text) {
+    const Outcome outcome = run(text);
+    EXPECT_TRUE(outcome.ok) << text;
+    EXPECT_TRUE(outcome.errors.empty()) << text << '\n' << ::testing::PrintToString(outcome.errors);
+    EXPECT_TRUE(outcome.warnings.empty()) << text << '\n' << ::testing::PrintToString(outcome.warnings);
+    return outcome.value;
+}
+
+std::string Scene::dump() {
+    return delven::test::sceneDump(host_->scene);
+}
+
+std::string Scene::changes(const std::string& before) {
+    return delven::test::dumpDifference(before, dump());
+}
+
+void Scene::addMesh(const std::string& name, const host::geometry::Mesh& mesh) {
+    const graph::NodeRef shape = host::nodes::createMesh(host_->scene, mesh, name, nullptr);
+    host::nodes::forceElement(host_->scene, host_->scene.nodesNamed("initialShadingGroup").front(), {shape});
+}
+
+std::vector<double> Scene::points(const std::string& mesh) {
+    return this->mel("xform -query -objectSpace -translation \"" + mesh + ".vtx[*]\"").toFloatArray();
+}
+
+std::string Scene::pluginFile() {
+#if defined(_WIN32)
+    const char* suffix = ".mll";
+#elif defined(__APPLE__)
+    const char* suffix = ".bundle";
+#else
+    const char* suffix = ".so";
+#endif
+    return (std::filesystem::path(DELVEN_PLUGIN_DIR) / ("DELVENTools" + std::string(suffix)))
+        .generic_string();
+}
