@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "mel/program.h"
+#include "mel/value.h"
+
+namespace host::mel {
+
+class Evaluator;
+
+/// A call of a built-in function: arguments in, result or error text out.
+struct BuiltinCall {
+    Evaluator& evaluator;
+    const Value* const* arguments;
+    Value* const* variables;  ///< the variable an argument names, for functions that change it; else nullptr
+    std::size_t count;
+    Value result;
+    std::string error;
+
+    const Value& argument(std::size_t i) const { return *arguments[i]; }
+    std::string text(std::size_t i) const { return arguments[i]->toString(); }
+    /// The array variable that argument `i` names, of the given kind (an untyped one takes it on); nullptr
+    /// with an error when it is none.
+    Value* arrayVariable(std::size_t i, Value::Kind kind);
+    /// Sets the error; for `return call.fail(...)`.
+    bool fail(std::string text) {
+        error = std::move(text);
+        return false;
+    }
+};
+
+/// A function of the language. The evaluator itself treats those that need more than the values of their
+/// arguments.
+struct BuiltinFunction {
+    enum class Special : unsigned char { None, Catch, CatchQuiet, Eval, EvalEcho };
+
+    const char* name;
+    std::size_t minimumArguments;
+    std::size_t maximumArguments;
+    bool (*function)(BuiltinCall&);
+    Special special = Special::None;
+};
+
+/// Number of the built-in function of that name; kNoIndex when there is none.
+Index builtinNumber(std::string_view name);
+const BuiltinFunction& builtinFunction(Index number);
+
+}  // namespace host::mel

@@ -1,0 +1,188 @@
+#include "mel/commandRegistry.h"
+
+#include <utility>
+
+namespace host::mel {
+
+namespace {
+
+/// Sets a variable for a scope.
+template <typename T>
+class ScopedValue {
+  public:
+    ScopedValue(T& variable, T value) : variable_(variable), previous_(variable) { variable_ = value; }
+    ~ScopedValue() { variable_ = previous_; }
+    ScopedValue(const ScopedValue&) = delete;
+    ScopedValue& operator=(const ScopedValue&) = delete;
+
+  private:
+    T& variable_;
+    T previous_;
+};
+
+/// The parser's error, or a more honest one when the flag is one that only this host lacks.
+std::string withUncovered(const std::string& error, const std::string& uncovered) {
+    constexpr std::string_view kStart = "Invalid flag '-";
+    if (error.compare(0, kStart.size(), kStart) != 0) return error;
+    const std::string flag = error.substr(kStart.size(), error.find('\'', kStart.size()) - kStart.size());
+    if (uncovered.find(' ' + flag + ' ') == std::string::npos) return error;
+    return "Flag '-" + flag + "' is not covered by this host.";
+}
+
+}  // namespace
+
+CommandRegistry::CommandRegistry(graph::Graph& graph, Output& output, const InterpreterOptions& options)
+    : graph_(graph), interpreter_(*this, output, options) {}
+
+CommandRegistry::~CommandRegistry() = default;
+
+bool CommandRegistry::add(const std::string& name, Syntax syntax, CommandFunction run,
+                          std::string_view uncovered) {
+    if (has(name)) return false;
+    commands_[name] = std::make_shared<Command>(
+        Command{std::move(syntax), std::move(run), nullptr, {}, ' ' + std::string(uncovered) + ' '});
+    return true;
+}
+
+bool CommandRegistry::addPlugin(const std::string& name, const std::string& owner,
+                                std::shared_ptr<PluginCommand> command) {
+    if (has(name) || Interpreter::isBuiltinFunction(name)) return false;
+    commands_[name] = std::make_shared<Command>(Command{Syntax(), nullptr, std::move(command), owner, {}});
+    return true;
+}
+
+bool CommandRegistry::removePlugin(const std::string& name, const std::string& owner) {
+    const auto found = commands_.find(name);
+    if (found == commands_.end() || found->second->plugin == nullptr || found->second->owner != owner)
+        return false;
+    commands_.erase(found);
+    return true;
+}
+
+bool CommandRegistry::has(std::string_view name) const {
+    return commands_.find(name) != commands_.end();
+}
+
+CommandResult CommandRegistry::call(std::string_view name, std::vector<Value>&& arguments,
+                                    Interpreter& /*interpreter*/) {
+    const auto found = commands_.find(name);
+    if (found == commands_.end())
+        return CommandResult::failure("Cannot find procedure \"" + std::string(name) + "\".");
+    // The command may take itself out of the registry (unloadPlugin).
+    const std::shared_ptr<Command> command = found->second;
+    return command->plugin != nullptr ? runPlugin(*command, std::move(arguments))
+                                      : runBuiltin(*command, std::move(arguments));
+}
+
+CommandResult CommandRegistry::runBuiltin(const Command& command, std::vector<Value>&& arguments) {
+    const ArgumentParseResult parsed = parseArguments(command.syntax, std::move(arguments));
+    if (!parsed.ok()) return CommandResult::failure(withUncovered(parsed.error, command.uncovered));
+    CommandContext context{graph_, *this, interpreter_};
+    auto changes = std::make_unique<graph::ChangeList>();
+    CommandResult result;
+    {
+        const graph::RecordingScope recording(graph_, changes.get());
+        result = command.run(context, parsed.arguments);
+    }
+    if (!result.ok) {
+        changes->undo(graph_);
+    } else if (!changes->empty()) {
+        keep(std::move(changes));
+    }
+    return result;
+}
+
+CommandResult CommandRegistry::runPlugin(const Command& command, std::vector<Value>&& arguments) {
+    auto nested = std::make_unique<graph::EntryGroup>();
+    PluginCallResult outcome;
+    {
+        const graph::RecordingScope silent(graph_, nullptr);
+        const ScopedValue<graph::EntryGroup*> collecting(collector_, nested.get());
+        outcome = command.plugin->call(std::move(arguments));
+    }
+    if (!outcome.result.ok) return std::move(outcome.result);
+    if (nested->empty()) {
+        if (outcome.undo != nullptr) keep(std::move(outcome.undo));
+        return std::move(outcome.result);
+    }
+    if (outcome.undo != nullptr) nested->add(std::move(outcome.undo));
+    keep(std::move(nested));
+    return std::move(outcome.result);
+}
+
+void CommandRegistry::keep(std::unique_ptr<graph::UndoEntry> entry) {
+    if (isSuspended_) return;
+    if (collector_ != nullptr) {
+        collector_->add(std::move(entry));
+    } else {
+        graph_.undoQueue().push(std::move(entry));
+    }
+}
+
+std::vector<std::string> CommandRegistry::names() const {
+    std::vector<std::string> result;
+    result.reserve(commands_.size());
+    for (const auto& entry : commands_)
+        result.push_back(entry.first);
+    return result;
+}
+
+const Syntax* CommandRegistry::syntax(std::string_view name) const {
+    const auto found = commands_.find(name);
+    if (found == commands_.end()) return nullptr;
+    const Command& command = *found->second;
+    return command.plugin != nullptr ? command.plugin->syntax() : &command.syntax;
+}
+
+std::string CommandRegistry::owner(std::string_view name) const {
+    const auto found = commands_.find(name);
+    return found == commands_.end() ? std::string() : found->second->owner;
+}
+
+RunResult CommandRegistry::executeText(std::string_view text, const ExecuteOptions& options) {
+    const ScopedValue<bool> suspending(isSuspended_, isSuspended_ || !options.undo);
+    RunOptions runOptions;
+    runOptions.showErrors = true;
+    runOptions.echoResult = options.display;
+    return interpreter_.run(text, {}, runOptions);
+}
+
+RunResult CommandRegistry::run(std::string_view text, std::string_view sourceName,
+                               const RunOptions& options) {
+    RunResult result = interpreter_.run(text, sourceName, options);
+    if (interpreter_.isRunning()) return result;
+    RunResult idle = runDeferred();
+    return result.ok ? std::move(idle.ok ? result : idle) : std::move(result);
+}
+
+RunResult CommandRegistry::runDeferred() {
+    RunResult failed;
+    // What runs may defer more.
+    while (!deferred_.empty() || !deferredLow_.empty()) {
+        std::vector<std::string> texts;
+        texts.swap(deferred_.empty() ? deferredLow_ : deferred_);
+        for (const std::string& text : texts) {
+            RunResult result = interpreter_.run(text);
+            if (!result.ok && failed.ok) failed = std::move(result);
+        }
+    }
+    return failed;
+}
+
+void CommandRegistry::defer(std::string text, bool lowPriority) {
+    (lowPriority ? deferredLow_ : deferred_).push_back(std::move(text));
+}
+
+bool CommandRegistry::undo() {
+    const graph::RecordingScope silent(graph_, nullptr);
+    const ScopedValue<bool> suspending(isSuspended_, true);
+    return graph_.undoQueue().undo(graph_);
+}
+
+bool CommandRegistry::redo() {
+    const graph::RecordingScope silent(graph_, nullptr);
+    const ScopedValue<bool> suspending(isSuspended_, true);
+    return graph_.undoQueue().redo(graph_);
+}
+
+}  // namespace host::mel

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "graph/graph.h"
+#include "mel/argumentParser.h"
+#include "mel/commandTable.h"
+#include "mel/interpreter.h"
+#include "mel/pluginCommand.h"
+#include "mel/syntax.h"
+
+namespace host::mel {
+
+class CommandRegistry;
+class PluginService;
+
+/// What a built-in command gets to work with.
+struct CommandContext {
+    graph::Graph& graph;
+    CommandRegistry& registry;
+    Interpreter& interpreter;
+};
+
+using CommandFunction = std::function<CommandResult(CommandContext&, const ParsedArguments&)>;
+
+struct ExecuteOptions {
+    /// Keep undo entries of what the text does. Inside a plug-in's command they become part of that command's
+    /// entry.
+    bool undo = false;
+    /// Echo the result.
+    bool display = false;
+};
+
+/// All script commands of the host, those of plug-ins included, and the engine that runs them.
+///
+/// A built-in command runs with a fresh list of changes as the graph's recorder. When it fails, the list is
+/// undone, so that nothing that fails changes the scene; when it succeeds and changed something, the list
+/// becomes an undo entry.
+///
+/// Owns the interpreter that runs the scripts. Belongs to the main thread.
+class CommandRegistry final : public CommandTable {
+  public:
+    CommandRegistry(graph::Graph& graph, Output& output, const InterpreterOptions& options = {});
+    ~CommandRegistry() override;
+
+    graph::Graph& graph() { return graph_; }
+    Interpreter& interpreter() { return interpreter_; }
+
+    /// Adds a built-in command. @return false when the name is taken
+    /// @param uncovered  names, separated by blanks, of flags that the command has elsewhere but not here:
+    ///                   the error then says so
+    bool add(const std::string& name, Syntax syntax, CommandFunction run, std::string_view uncovered = {});
+    /// Adds a plug-in's command. @param owner the plug-in's name @return false when the name is taken
+    bool addPlugin(const std::string& name, const std::string& owner, std::shared_ptr<PluginCommand> command);
+    /// Removes a command of a plug-in. @return false when the owner has no such command
+    bool removePlugin(const std::string& name, const std::string& owner);
+
+    bool has(std::string_view name) const override;
+    CommandResult call(std::string_view name, std::vector<Value>&& arguments,
+                       Interpreter& interpreter) override;
+
+    /// All commands by ascending name.
+    std::vector<std::string> names() const;
+    /// Syntax of a command; null when there is no such command or a plug-in's command declares none.
+    const Syntax* syntax(std::string_view name) const;
+    /// Name of the plug-in that brought a command; empty for built-in and unknown ones.
+    std::string owner(std::string_view name) const;
+
+    /// Runs text on behalf of a plug-in or of a built-in command (see ExecuteOptions). Errors are shown.
+    RunResult executeText(std::string_view text, const ExecuteOptions& options = {});
+
+    /// Runs a script, then what it left to be run when idle. For the outermost caller: program and prompt.
+    /// A failure of the script comes first, then the first one of what ran when idle.
+    RunResult run(std::string_view text, std::string_view sourceName = {}, const RunOptions& options = {});
+    /// Leaves text to be run after the outermost script, in the order of these calls.
+    void defer(std::string text, bool lowPriority = false);
+
+    /// One step of the undo queue. @return false when there is nothing to undo (redo)
+    bool undo();
+    bool redo();
+
+    /// The plug-in loader; null while there is none. It must outlive the registry or its replacement.
+    PluginService* plugins() const { return plugins_; }
+    void setPlugins(PluginService* plugins) { plugins_ = plugins; }
+
+    /// Exit status that `quit` asked for.
+    int exitStatus() const { return exitStatus_; }
+    void setExitStatus(int status) { exitStatus_ = status; }
+
+  private:
+    struct Command {
+        Syntax syntax;
+        CommandFunction run;                    // empty for a plug-in's command
+        std::shared_ptr<PluginCommand> plugin;  // null for a built-in one
+        std::string owner;
+        std::string uncovered;  // flag names, each between blanks
+    };
+
+    CommandResult runBuiltin(const Command& command, std::vector<Value>&& arguments);
+    CommandResult runPlugin(const Command& command, std::vector<Value>&& arguments);
+    void keep(std::unique_ptr<graph::UndoEntry> entry);
+    RunResult runDeferred();
+
+    graph::Graph& graph_;
+    std::map<std::string, std::shared_ptr<Command>, std::less<>> commands_;
+    graph::EntryGroup* collector_ = nullptr;  // of the plug-in command that is running
+    bool isSuspended_ = false;                // no undo entries are kept
+    std::vector<std::string> deferred_;
+    std::vector<std::string> deferredLow_;
+    PluginService* plugins_ = nullptr;
+    int exitStatus_ = 0;
+    Interpreter interpreter_;
+};
+
+}  // namespace host::mel

@@ -1,0 +1,173 @@
+#include "mel/evaluator.h"
+
+#include "mel/operators.h"
+#include "mel/parser.h"
+
+namespace host::mel {
+
+Frame::Frame(const Program& text, const ProcedureMap* procedures, Index localCount)
+    : program(text), fileProcedures(procedures), values(localCount), slots(localCount) {
+    for (std::size_t i = 0; i < slots.size(); ++i)
+        slots[i] = &values[i];
+}
+
+/// Gives the program's global names their variables and makes its procedures known.
+void Evaluator::bind(const std::shared_ptr<Program>& program) {
+    program->globalValues.reserve(program->globals.size());
+    for (const GlobalReference& global : program->globals)
+        program->globalValues.push_back(&globals_.findOrCreate(global.name));
+    ProcedureMap& local = fileProcedures_[program->fileName];
+    for (const Procedure& procedure : program->procedures) {
+        ProcedureMap& map = procedure.global ? procedures_ : local;
+        // The key is text of the program that is held beside it, so both are replaced together.
+        map.erase(procedure.name);
+        auto bound = std::make_shared<BoundProcedure>(BoundProcedure{program, &procedure, &local});
+        map.emplace(procedure.name, std::move(bound));
+    }
+}
+
+RunResult Evaluator::run(std::string_view text, std::string_view sourceName, const RunOptions& options) {
+    RunResult result;
+    if (stopped_) return result;
+    const Depth depth(depth_);
+    if (depth.count == 1) {
+        steps_ = 0;
+        outOfSteps_ = false;
+        quiet_ = 0;
+    }
+    if (depth.count > options_.depthLimit) {
+        fail("Too many nested calls.");
+        result.ok = false;
+    } else {
+        ParseResult parsed = parse(std::string(text), std::string(sourceName), globals_);
+        if (parsed.program) {
+            bind(parsed.program);
+            result.ok = runProgram(*parsed.program, fileProcedures_[parsed.program->fileName], result.value);
+        } else {
+            error_ = {std::move(parsed.error), std::move(parsed.position), false};
+            result.ok = false;
+        }
+    }
+    if (stopped_) result = {};
+    if (!result.ok) {
+        reportError(depth.count == 1 || options.showErrors);
+        result.value = {};
+        result.error = std::move(error_);
+    } else if (options.echoResult && !result.value.isNone()) {
+        output_.result(result.value.toString());
+    }
+    error_ = {};
+    return result;
+}
+
+bool Evaluator::runProgram(const Program& program, const ProcedureMap& fileProcedures, Value& value) {
+    Frame frame(program, &fileProcedures, program.localCount);
+    frame.caller = frame_;
+    frame_ = &frame;
+    Flow flow = Flow::Normal;
+    for (Index i = 0; i < program.body.count && flow == Flow::Normal; ++i) {
+        const Index index = program.lists[program.body.first + i];
+        const Statement& statement = program.statements[index];
+        const bool last = i + 1 == program.body.count;
+        flow = execute(index, frame);
+        if (!last || flow != Flow::Normal) continue;
+        if (statement.kind == Statement::Kind::Expression) value = std::move(frame.returned);
+        if (statement.kind == Statement::Kind::Declare && statement.b != kNoIndex)
+            value = variable(statement.a, frame);
+    }
+    if (flow == Flow::Return) value = std::move(frame.returned);
+    frame_ = frame.caller;
+    return flow != Flow::Fail;
+}
+
+void Evaluator::reportError(bool show) {
+    if (!show || error_.shown || isQuiet()) return;
+    output_.error(error_.message, error_.position);
+    error_.shown = true;
+}
+
+CommandResult Evaluator::callCommand(std::string_view name, std::vector<Value> arguments) {
+    if (stopped_) return CommandResult::success();
+    const Depth depth(depth_);
+    CommandResult result;
+    if (depth.count == 1) steps_ = 0;
+    if (depth.count > options_.depthLimit)
+        result.ok = fail("Too many nested calls.");
+    else
+        result.ok = callByName(name, std::move(arguments), result.value);
+    if (stopped_) result = {};
+    if (!result.ok) {
+        result.error = std::move(error_.message);
+        result.errorShown = error_.shown;
+        result.position = std::move(error_.position);
+    }
+    error_ = {};
+    return result;
+}
+
+bool Evaluator::callByName(std::string_view name, std::vector<Value>&& arguments, Value& out) {
+    if (const auto bound = findProcedure(name, nullptr))
+        return callProcedureByName(*bound, std::move(arguments), out);
+    const Index number = builtinNumber(name);
+    const BuiltinFunction* builtin = number == kNoIndex ? nullptr : &builtinFunction(number);
+    if (builtin && builtin->special == BuiltinFunction::Special::None) {
+        if (arguments.size() < builtin->minimumArguments || arguments.size() > builtin->maximumArguments)
+            return fail("Wrong number of arguments on call to " + std::string(name) + ".");
+        std::vector<Value*> variables;
+        for (Value& argument : arguments)
+            variables.push_back(&argument);
+        BuiltinCall call{*this, variables.data(), variables.data(), variables.size(), {}, {}};
+        if (!builtin->function(call)) return fail(std::move(call.error));
+        out = std::move(call.result);
+        return true;
+    }
+    if (builtin) return fail(std::string(name) + " is part of the language and cannot be called by name.");
+    if (!commands_.has(name)) return fail("Cannot find procedure \"" + std::string(name) + "\".");
+    return finishCommand(commands_.call(name, std::move(arguments), interpreter_), out);
+}
+
+bool Evaluator::callProcedureByName(const BoundProcedure& bound, std::vector<Value>&& arguments, Value& out) {
+    const std::vector<Parameter>& parameters = bound.procedure->parameters;
+    if (arguments.size() != parameters.size())
+        return fail("Wrong number of arguments on call to " + std::string(bound.procedure->name) + ".");
+    Frame callee(*bound.program, bound.fileProcedures, bound.procedure->localCount);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        std::optional<Value> value = arguments[i].convertedTo(parameters[i].kind);
+        if (!value) return fail(conversionError(arguments[i].kind(), parameters[i].kind));
+        callee.values[i] = std::move(*value);
+    }
+    return runProcedure(bound, callee, out);
+}
+
+std::shared_ptr<const BoundProcedure> Evaluator::findProcedure(std::string_view name,
+                                                               const ProcedureMap* fileProcedures) const {
+    if (fileProcedures && !fileProcedures->empty()) {
+        const auto found = fileProcedures->find(name);
+        if (found != fileProcedures->end()) return found->second;
+    }
+    const auto found = procedures_.find(name);
+    return found == procedures_.end() ? nullptr : found->second;
+}
+
+SourcePosition Evaluator::currentPosition() const {
+    return frame_ ? frame_->program.position(frame_->offset) : SourcePosition();
+}
+
+bool Evaluator::countStep(Frame& frame, Index offset) {
+    if (stopped_ || outOfSteps_) return false;
+    if (++steps_ <= options_.stepLimit || options_.stepLimit == 0) return true;
+    outOfSteps_ = true;
+    return failAt(frame, offset, "The script takes too many steps.");
+}
+
+bool Evaluator::fail(std::string message) {
+    error_ = {std::move(message), currentPosition(), false};
+    return false;
+}
+
+bool Evaluator::failAt(const Frame& frame, Index offset, std::string message) {
+    error_ = {std::move(message), frame.program.position(offset), false};
+    return false;
+}
+
+}  // namespace host::mel

@@ -1,0 +1,173 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "mel/builtins.h"
+#include "mel/interpreter.h"
+#include "mel/program.h"
+#include "mel/variableScopes.h"
+
+namespace host::mel {
+
+/// A procedure together with the text that holds it and the file-local procedures it sees.
+struct BoundProcedure;
+using ProcedureMap = std::unordered_map<std::string_view, std::shared_ptr<const BoundProcedure>>;
+struct BoundProcedure {
+    std::shared_ptr<const Program> program;
+    const Procedure* procedure = nullptr;
+    const ProcedureMap* fileProcedures = nullptr;
+};
+
+/// The variables of one procedure call or of one run's blocks. A slot points to a value of this frame or, for
+/// an array parameter, to the caller's variable.
+struct Frame {
+    Frame(const Program& text, const ProcedureMap* procedures, Index localCount);
+
+    const Program& program;
+    const ProcedureMap* fileProcedures;
+    std::vector<Value> values;
+    std::vector<Value*> slots;
+    Value returned;
+    Index offset = 0;  // of the statement or call in progress
+    Frame* caller = nullptr;
+};
+
+/// Walks the parsed text. Every step that can fail returns false and leaves the error in `error_`, from where
+/// `catch` or the run takes it.
+class Evaluator {
+  public:
+    Evaluator(Interpreter& interpreter, CommandTable& commands, Output& output, InterpreterOptions options)
+        : interpreter_(interpreter), commands_(commands), output_(output), options_(options) {}
+
+    RunResult run(std::string_view text, std::string_view sourceName, const RunOptions& options);
+    CommandResult callCommand(std::string_view name, std::vector<Value> arguments);
+
+    std::shared_ptr<const BoundProcedure> findProcedure(std::string_view name,
+                                                        const ProcedureMap* fileProcedures) const;
+    GlobalTable& globals() { return globals_; }
+    Output& output() { return output_; }
+    const InterpreterOptions& options() const { return options_; }
+    SourcePosition currentPosition() const;
+    bool isQuiet() const { return quiet_ > 0; }
+    bool isRunning() const { return depth_ > 0; }
+    void stop() { stopped_ = true; }
+    bool isStopped() const { return stopped_; }
+
+    std::uint64_t& randomState() { return randomState_; }
+
+  private:
+    enum class Flow { Normal, Break, Continue, Return, Fail };
+    struct Depth;
+
+    // evaluator.cpp: runs and calls by name
+    void bind(const std::shared_ptr<Program>& program);
+    bool runProgram(const Program& program, const ProcedureMap& fileProcedures, Value& value);
+    void reportError(bool show);
+    bool callByName(std::string_view name, std::vector<Value>&& arguments, Value& out);
+    bool callProcedureByName(const BoundProcedure& bound, std::vector<Value>&& arguments, Value& out);
+
+    // evaluateStatements.cpp
+    Flow execute(Index statement, Frame& frame);
+    Flow executeList(const ListRange& list, Index from, Frame& frame);
+    bool executeExpression(Index expression, Frame& frame);
+    bool declare(const Statement& statement, Frame& frame);
+    bool reserveDeclared(const Statement& statement, Frame& frame, Value& value);
+    Flow executeIf(const Statement& statement, Frame& frame);
+    Flow executeWhile(const Statement& statement, Frame& frame);
+    Flow executeFor(const Statement& statement, Frame& frame);
+    Flow executeForIn(const Statement& statement, Frame& frame);
+    Flow executeSwitch(const Statement& statement, Frame& frame);
+    Flow executeReturn(const Statement& statement, Frame& frame);
+    bool condition(Index expression, Frame& frame, bool& result);
+
+    // evaluateExpressions.cpp
+    bool evaluate(Index expression, Frame& frame, Value& out);
+    const Value* operand(Index expression, Frame& frame, Value& scratch);
+    bool evaluateElement(const Expression& expression, Frame& frame, Value& out);
+    bool evaluateComponent(const Expression& expression, Frame& frame, Value& out);
+    bool evaluateVector(const Expression& expression, Frame& frame, Value& out);
+    bool evaluateMatrix(const Expression& expression, Frame& frame, Value& out);
+    bool evaluateArray(const Expression& expression, Frame& frame, Value& out);
+    bool evaluateWord(const Expression& expression, Frame& frame, Value& out);
+    bool evaluateUnary(const Expression& expression, Frame& frame, Value& out);
+    bool evaluateChain(const Expression& expression, Frame& frame, Value& out);
+    bool evaluateLogic(const Expression& expression, Frame& frame, Value& out);
+    bool evaluateTernary(const Expression& expression, Frame& frame, Value& out);
+    bool evaluateCast(const Expression& expression, Frame& frame, Value& out);
+
+    // evaluateAssignments.cpp
+    bool step(const Expression& expression, Frame& frame, Value* out);
+    bool assign(const Expression& expression, Frame& frame, Value* out);
+    bool assignElement(const Expression& target, Frame& frame, Value&& value);
+    bool store(Value& variable, Value&& value, Frame& frame, Index offset);
+    bool storeElement(Value& array, std::size_t index, Value&& value, Frame& frame, Index offset);
+    bool storeMatrixElement(const Expression& target, Matrix& matrix, Frame& frame, const Value& value);
+    bool matrixIndex(const Expression& element, const Matrix& matrix, Frame& frame, std::size_t& index);
+    bool arrayIndex(Index expression, Frame& frame, std::size_t& index);
+
+    // evaluateCalls.cpp
+    bool evaluateCall(const Expression& call, Frame& frame, Value& out);
+    bool callProcedure(const BoundProcedure& bound, const Expression& call, Frame& frame, Value& out);
+    bool bindParameter(const Parameter& parameter, Index argument, Frame& frame, Frame& callee,
+                       std::size_t slot);
+    bool runProcedure(const BoundProcedure& bound, Frame& callee, Value& out);
+    bool callBuiltin(const Expression& call, Frame& frame, Value& out);
+    bool callSpecial(const Expression& call, Frame& frame, Value& out);
+    bool evaluateCatch(const Expression& call, Frame& frame, Value& out);
+    bool evaluateCaught(Index argument, Frame& frame);
+    bool evaluateText(const Expression& call, Frame& frame, Value& out);
+    bool runText(const std::string& text, Value& out);
+    bool callTableCommand(const Expression& call, Frame& frame, Value& out);
+    bool finishCommand(CommandResult&& result, Value& out);
+
+    Value& variable(Index number, Frame& frame) const {
+        return number >= kGlobalVariable ? *frame.program.globalValues[number - kGlobalVariable]
+                                         : *frame.slots[number];
+    }
+    const Expression& node(Index expression, const Frame& frame) const {
+        return frame.program.expressions[expression];
+    }
+    bool countStep(Frame& frame, Index offset);
+    bool fail(std::string message);
+    bool failAt(const Frame& frame, Index offset, std::string message);
+
+    Interpreter& interpreter_;
+    CommandTable& commands_;
+    Output& output_;
+    InterpreterOptions options_;
+    GlobalTable globals_;
+    ProcedureMap procedures_;
+    std::unordered_map<std::string, ProcedureMap> fileProcedures_;  // by file name
+    Frame* frame_ = nullptr;
+    ScriptError error_;
+    bool stopped_ = false;
+    bool outOfSteps_ = false;
+    int quiet_ = 0;
+    int depth_ = 0;
+    int nesting_ = 0;
+    std::uint64_t steps_ = 0;
+    std::uint64_t randomState_ = 1;
+};
+
+/// Counts the levels of evaluation, which bounds the use of the machine's stack.
+struct Evaluator::Depth {
+    explicit Depth(int& counter) : count(++counter), counter_(counter) {}
+    ~Depth() { --counter_; }
+    Depth(const Depth&) = delete;
+    Depth& operator=(const Depth&) = delete;
+
+    const int count;
+
+  private:
+    int& counter_;
+};
+
+/// Expressions and statements inside one another while a script runs, over all its procedure calls.
+constexpr int kMaximumEvaluationDepth = 2500;
+
+}  // namespace host::mel

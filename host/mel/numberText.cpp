@@ -1,0 +1,156 @@
+#include "mel/numberText.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+
+namespace host::mel {
+
+namespace {
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+int hexDigit(char c) {
+    if (isDigit(c)) return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
+
+/// What stands between the sign and the end of a decimal number.
+struct Decimal {
+    std::uint64_t mantissa = 0;  // first 19 significant digits
+    int exponent = 0;            // power of ten to apply to the mantissa
+    bool exact = true;           // no digit was left out of the mantissa
+    bool whole = true;           // neither point nor exponent was written
+    std::size_t length = 0;
+};
+
+void addDigit(Decimal& decimal, char digit, bool afterPoint) {
+    if (decimal.mantissa >= 1'000'000'000'000'000'000u) {
+        decimal.exact = false;
+        decimal.exponent += afterPoint ? 0 : 1;
+        return;
+    }
+    decimal.mantissa = decimal.mantissa * 10 + static_cast<std::uint64_t>(digit - '0');
+    decimal.exponent -= afterPoint ? 1 : 0;
+}
+
+std::size_t readExponent(std::string_view text, std::size_t at, int& exponent) {
+    std::size_t i = at + 1;
+    bool negative = false;
+    if (i < text.size() && (text[i] == '+' || text[i] == '-')) negative = text[i++] == '-';
+    if (i >= text.size() || !isDigit(text[i])) return at;
+    int value = 0;
+    for (; i < text.size() && isDigit(text[i]); ++i)
+        if (value < 10'000) value = value * 10 + (text[i] - '0');
+    exponent += negative ? -value : value;
+    return i;
+}
+
+std::optional<Decimal> scanDecimal(std::string_view text, std::size_t start) {
+    Decimal decimal;
+    std::size_t i = start;
+    for (; i < text.size() && isDigit(text[i]); ++i)
+        addDigit(decimal, text[i], false);
+    std::size_t digits = i - start;
+    if (i < text.size() && text[i] == '.') {
+        std::size_t fraction = i + 1;
+        for (; fraction < text.size() && isDigit(text[fraction]); ++fraction)
+            addDigit(decimal, text[fraction], true);
+        digits += fraction - i - 1;
+        if (digits == 0) return std::nullopt;
+        decimal.whole = false;
+        i = fraction;
+    }
+    if (digits == 0) return std::nullopt;
+    if (i < text.size() && (text[i] == 'e' || text[i] == 'E')) {
+        const std::size_t end = readExponent(text, i, decimal.exponent);
+        if (end != i) decimal.whole = false;
+        i = end;
+    }
+    decimal.length = i - start;
+    return decimal;
+}
+
+double toDouble(const Decimal& decimal, std::string_view text) {
+    static const double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                     1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    // Both operands are exact in a double, so the single operation rounds correctly.
+    if (decimal.exact && decimal.mantissa <= (std::uint64_t{1} << 53) && decimal.exponent >= -22 &&
+        decimal.exponent <= 22) {
+        const double mantissa = static_cast<double>(decimal.mantissa);
+        return decimal.exponent < 0 ? mantissa / kPowers[-decimal.exponent]
+                                    : mantissa * kPowers[decimal.exponent];
+    }
+    return std::strtod(std::string(text).c_str(), nullptr);
+}
+
+ParsedNumber hexadecimal(std::string_view text, std::size_t start, bool negative) {
+    std::uint64_t bits = 0;
+    std::size_t i = start;
+    for (; i < text.size() && hexDigit(text[i]) >= 0; ++i)
+        bits = bits << 4 | static_cast<std::uint64_t>(hexDigit(text[i]));
+    const auto unsignedValue = static_cast<std::uint32_t>(negative ? 0 - bits : bits);
+    ParsedNumber number;
+    number.isInt = true;
+    number.integer = static_cast<int>(unsignedValue);
+    number.value = number.integer;
+    number.length = i;
+    return number;
+}
+
+}  // namespace
+
+void appendFloat(std::string& text, double value) {
+    char buffer[32];
+    const int length = std::snprintf(buffer, sizeof buffer, "%.10g", value);
+    text.append(buffer, static_cast<std::size_t>(length));
+}
+
+void appendInt(std::string& text, int value) {
+    char buffer[12];
+    char* at = buffer + sizeof buffer;
+    const bool negative = value < 0;
+    auto rest = negative ? 0u - static_cast<unsigned>(value) : static_cast<unsigned>(value);
+    do {
+        *--at = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0);
+    if (negative) *--at = '-';
+    text.append(at, static_cast<std::size_t>(buffer + sizeof buffer - at));
+}
+
+std::optional<ParsedNumber> parseNumberPrefix(std::string_view text) {
+    std::size_t start = 0;
+    bool negative = false;
+    if (!text.empty() && (text[0] == '-' || text[0] == '+')) {
+        negative = text[0] == '-';
+        start = 1;
+    }
+    if (text.size() > start + 2 && text[start] == '0' && (text[start + 1] == 'x' || text[start + 1] == 'X') &&
+        hexDigit(text[start + 2]) >= 0)
+        return hexadecimal(text, start + 2, negative);
+
+    const std::optional<Decimal> decimal = scanDecimal(text, start);
+    if (!decimal) return std::nullopt;
+    ParsedNumber number;
+    number.length = start + decimal->length;
+    const double magnitude = toDouble(*decimal, text.substr(start, decimal->length));
+    number.value = negative ? -magnitude : magnitude;
+    number.isInt = decimal->whole && number.value >= std::numeric_limits<int>::min() &&
+                   number.value <= std::numeric_limits<int>::max();
+    if (number.isInt) number.integer = static_cast<int>(number.value);
+    return number;
+}
+
+std::optional<ParsedNumber> parseNumber(std::string_view text) {
+    std::optional<ParsedNumber> number = parseNumberPrefix(text);
+    if (number && number->length != text.size()) return std::nullopt;
+    return number;
+}
+
+}  // namespace host::mel

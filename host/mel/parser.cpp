@@ -1,0 +1,133 @@
+#include "mel/parser.h"
+
+#include <algorithm>
+
+#include "mel/parserState.h"
+
+namespace host::mel {
+
+namespace {
+
+void findLines(Program& program) {
+    program.lineStarts.push_back(0);
+    for (std::size_t at = program.source.find('\n'); at != std::string::npos;
+         at = program.source.find('\n', at + 1))
+        program.lineStarts.push_back(static_cast<Index>(at) + 1);
+}
+
+}  // namespace
+
+SourcePosition Program::position(Index offset) const {
+    const auto behind = std::upper_bound(lineStarts.begin(), lineStarts.end(), offset);
+    const auto line = static_cast<int>(behind - lineStarts.begin());
+    return {fileName, line, static_cast<int>(offset - *(behind - 1)) + 1};
+}
+
+ParseResult parse(std::string text, std::string fileName, const GlobalTable& globals) {
+    auto program = std::make_shared<Program>();
+    program->source = std::move(text);
+    program->fileName = std::move(fileName);
+    if (program->source.size() >= kGlobalVariable)
+        return {nullptr, "Text too long.", {program->fileName, 1, 1}};
+    findLines(*program);
+    // A guess that holds for plain command lists; saves moving the nodes again and again.
+    program->expressions.reserve(program->source.size() / 10);
+    program->lists.reserve(program->source.size() / 10);
+
+    Parser parser(*program, globals);
+    parser.parseProgram();
+    if (parser.failed()) return {nullptr, parser.error(), program->position(parser.errorOffset())};
+    return {std::move(program), {}, {}};
+}
+
+Parser::Nesting::Nesting(Parser& parser) : parser_(parser) {
+    if (++parser_.nesting_ > kMaximumNesting) parser_.fail(parser_.token_.offset, "Nesting too deep.");
+}
+
+void Parser::advance() {
+    lastEnd_ = token_.end;
+    moveTo(token_.end);
+}
+
+void Parser::moveTo(Index at) {
+    if (failed_) return;
+    token_ = lexer_.next(at);
+    lastEnd_ = at;
+}
+
+bool Parser::accept(Symbol s) {
+    if (!token_.is(s)) return false;
+    advance();
+    return true;
+}
+
+void Parser::expect(char c) {
+    if (!accept(c)) syntaxError();
+}
+
+void Parser::fail(Index offset, std::string error) {
+    if (failed_) return;
+    failed_ = true;
+    // The lexer knows better what is wrong at a place where it could not make a token.
+    const Token atError = lexer_.next(offset);
+    error_ = atError.kind == TokenKind::Invalid && atError.offset == offset ? std::string(atError.text)
+                                                                            : std::move(error);
+    errorOffset_ = std::min(offset, static_cast<Index>(program_.source.size()));
+    token_ = {};
+    token_.offset = token_.end = static_cast<Index>(program_.source.size());
+}
+
+Index Parser::add(Expression expression) {
+    program_.expressions.push_back(expression);
+    return static_cast<Index>(program_.expressions.size()) - 1;
+}
+
+Index Parser::add(Statement statement) {
+    program_.statements.push_back(statement);
+    return static_cast<Index>(program_.statements.size()) - 1;
+}
+
+Index Parser::addText(Index offset, std::string_view text) {
+    Expression expression;
+    expression.kind = Expression::Kind::String;
+    expression.offset = offset;
+    expression.setText(text);
+    return add(expression);
+}
+
+Index Parser::addNumber(Index offset, bool isInt, double value) {
+    Expression expression;
+    expression.kind = isInt ? Expression::Kind::Int : Expression::Kind::Float;
+    expression.offset = offset;
+    expression.number = value;
+    return add(expression);
+}
+
+ListRange Parser::takeList(std::size_t mark) {
+    const ListRange range{static_cast<Index>(program_.lists.size()),
+                          static_cast<Index>(scratch_.size() - mark)};
+    program_.lists.insert(program_.lists.end(), scratch_.begin() + static_cast<std::ptrdiff_t>(mark),
+                          scratch_.end());
+    scratch_.resize(mark);
+    return range;
+}
+
+bool Parser::allPure(std::size_t mark) const {
+    return std::all_of(scratch_.begin() + static_cast<std::ptrdiff_t>(mark), scratch_.end(),
+                       [&](Index expression) { return isPure(expression); });
+}
+
+std::optional<Value::Kind> typeKeyword(std::string_view word) {
+    using Kind = Value::Kind;
+    for (const Kind kind : {Kind::Int, Kind::Float, Kind::String, Kind::Vector, Kind::Matrix})
+        if (word == kindName(kind)) return kind;
+    return std::nullopt;
+}
+
+std::optional<int> switchWord(std::string_view word) {
+    if (word == "on" || word == "true" || word == "yes") return 1;
+    if (word == "off" || word == "false" || word == "no") return 0;
+    return std::nullopt;
+}
+
+}  // namespace host::mel

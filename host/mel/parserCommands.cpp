@@ -1,0 +1,208 @@
+#include "mel/builtins.h"
+#include "mel/numberText.h"
+#include "mel/parserState.h"
+
+namespace host::mel {
+
+namespace {
+
+/// Characters of bare words beside letters and digits: DAG paths, namespaces, attributes, wildcards.
+bool isWordPart(char c) {
+    return isIdentifierPart(c) || c == '|' || c == ':' || c == '.' || c == '*' || c == '?';
+}
+
+}  // namespace
+
+/// `name words...` or `name(arguments)`, also as the left end of an expression, up to but without `closing`.
+Index Parser::parseCommand(char closing) {
+    const Token name = token_;
+    advance();
+    const std::size_t mark = scratch_.size();
+    if (!token_.is('(')) return parseWords(name, name.end, mark, closing);
+    const Index parenthesis = token_.offset;
+    parseArguments();
+    // `setAttr ("a" + ".tx") 5` is a command whose first word stands in parentheses.
+    if (scratch_.size() == mark + 1 && continuesAsWords(name, parenthesis, closing))
+        return parseWords(name, lastEnd_, mark, closing);
+    const std::optional<Value::Kind> kind = typeKeyword(name.text);
+    if (kind || failed_) {
+        syntaxError();
+        return kNoIndex;
+    }
+    const Index call = parseComponents(makeCall(name, mark));
+    return failed_ ? kNoIndex : parseExpressionFrom(call);
+}
+
+/// Whether what follows `name (argument)` is another word rather than an operator or the end.
+bool Parser::continuesAsWords(const Token& name, Index parenthesis, char closing) const {
+    if (failed_ || token_.kind == TokenKind::End || token_.is(';') || token_.is(closing)) return false;
+    if (token_.kind != TokenKind::Symbol) return true;
+    if (token_.is(symbol('<', '<')) || token_.is('(') || token_.is('{') || token_.is('`')) return true;
+    const bool blankBefore = token_.offset > lastEnd_;
+    const char next = lexer_.at(token_.end);
+    if (token_.is('-')) {
+        const bool number = isDigit(next) || (next == '.' && isDigit(lexer_.at(token_.end + 1)));
+        return blankBefore && (isIdentifierStart(next) || (number && parenthesis > name.end));
+    }
+    if (token_.is('.')) return blankBefore && isIdentifierStart(next);
+    const bool nameSign = token_.is('*') || token_.is('|') || token_.is(':');
+    return nameSign && blankBefore && parenthesis > name.end && isIdentifierStart(next);
+}
+
+Index Parser::parseBackquoted() {
+    const Nesting nesting(*this);
+    advance();
+    Index result = kNoIndex;
+    if (token_.kind == TokenKind::Identifier)
+        result = parseCommand('`');
+    else
+        syntaxError();
+    if (!token_.is('`')) syntaxError();
+    if (failed_) return kNoIndex;
+    advance();
+    return result;
+}
+
+Index Parser::parseWords(const Token& name, Index at, std::size_t mark, char closing) {
+    while (!failed_) {
+        bool unterminated = false;
+        at = lexer_.skipBlanks(at, unterminated);
+        const char c = lexer_.at(at);
+        if (at >= lexer_.source().size() || c == ';' || c == closing) break;
+        if (!parseWord(at)) {
+            moveTo(at);
+            syntaxError();
+        }
+    }
+    moveTo(at);
+    return makeCall(name, mark);
+}
+
+/// Takes the word at `at` and moves it behind the word. False when no word begins there.
+bool Parser::parseWord(Index& at) {
+    const char c = lexer_.at(at);
+    if (c == '-') {
+        scratch_.push_back(parseFlagOrNegative(at));
+        return scratch_.back() != kNoIndex || failed_;
+    }
+    if (isWordPart(c)) {
+        scratch_.push_back(parseBareWord(at));
+        return true;
+    }
+    const bool vector = c == '<' && lexer_.at(at + 1) == '<';
+    if (c != '"' && c != '$' && c != '(' && c != '`' && c != '{' && !vector) return false;
+    moveTo(at);
+    if (token_.kind == TokenKind::Invalid) return false;
+    if (c == '$')
+        scratch_.push_back(requireDeclared(parseComponents(parseVariable(true))));
+    else
+        scratch_.push_back(parseComponents(parsePrimary()));
+    at = lastEnd_;
+    return true;
+}
+
+/// `-flag`, `-1.5` or the negative of a variable or a parenthesis.
+Index Parser::parseFlagOrNegative(Index& at) {
+    const Index start = at;
+    const char next = lexer_.at(at + 1);
+    if (isIdentifierStart(next)) {
+        at += 2;
+        while (isIdentifierPart(lexer_.at(at)))
+            ++at;
+        return addText(start, lexer_.source().substr(start, at - start));
+    }
+    if (isDigit(next) || (next == '.' && isDigit(lexer_.at(at + 2)))) return parseBareWord(at);
+    if (next != '$' && next != '(') return kNoIndex;
+    moveTo(start);
+    const Index result = parseUnary();
+    at = lastEnd_;
+    return result;
+}
+
+/// A number or a name; variables and expressions in the brackets of a name are replaced when the word is
+/// used.
+Index Parser::parseBareWord(Index& at) {
+    const Index start = at;
+    const std::string_view source = lexer_.source();
+    if (const std::optional<ParsedNumber> number = parseNumberPrefix(source.substr(start))) {
+        const Index end = start + static_cast<Index>(number->length);
+        if (!isWordPart(lexer_.at(end))) {
+            at = end;
+            return addNumber(start, number->isInt, number->value);
+        }
+    }
+    const std::size_t mark = scratch_.size();
+    Index partStart = start;
+    if (lexer_.at(at) == '-') ++at;
+    while (!failed_) {
+        if (isWordPart(lexer_.at(at))) {
+            ++at;
+        } else if (lexer_.at(at) == '-' && lexer_.at(at + 1) == '>') {
+            at += 2;
+        } else if (lexer_.at(at) == '[') {
+            Index end = at;
+            if (isLiteralSubscript(at, end)) {
+                at = end;
+            } else {
+                scratch_.push_back(addText(partStart, source.substr(partStart, at + 1 - partStart)));
+                partStart = parseSubscript(at);
+            }
+            // An index ends the word unless a name goes on behind it: `setAttr bs.w[10000]0.5`.
+            if (isIdentifierPart(lexer_.at(at))) break;
+        } else {
+            break;
+        }
+    }
+    if (failed_) return kNoIndex;
+    const std::string_view rest = source.substr(partStart, at - partStart);
+    if (scratch_.size() == mark) {
+        const Index word = addText(start, rest);
+        if (const std::optional<int> value = switchWord(rest)) {
+            program_.expressions[word].kind = Expression::Kind::Switch;
+            program_.expressions[word].number = *value;
+        }
+        return word;
+    }
+    scratch_.push_back(addText(partStart, rest));
+    Expression word;
+    word.kind = Expression::Kind::Word;
+    word.offset = start;
+    word.pure = allPure(mark);
+    word.setList(takeList(mark));
+    return add(word);
+}
+
+/// True for `[` digits, ranges and stars `]`; then `end` is behind the bracket.
+bool Parser::isLiteralSubscript(Index at, Index& end) const {
+    for (Index i = at + 1; i < lexer_.source().size(); ++i) {
+        const char c = lexer_.at(i);
+        if (c == ']') {
+            end = i + 1;
+            return true;
+        }
+        if (!isDigit(c) && c != ':' && c != '*' && c != '-') return false;
+    }
+    return false;
+}
+
+/// The parts between brackets: expressions, stars and colons. Leaves `at` behind the bracket.
+/// @return offset of the closing bracket, where the next piece of plain text begins
+Index Parser::parseSubscript(Index& at) {
+    const Nesting nesting(*this);
+    moveTo(at + 1);
+    while (!failed_ && !token_.is(']')) {
+        const Token token = token_;
+        if (token.is('*') || token.is(':')) {
+            advance();
+            scratch_.push_back(addText(token.offset, lexer_.source().substr(token.offset, 1)));
+        } else {
+            // Without the ternary: a colon here separates the ends of a range.
+            scratch_.push_back(parseBinary(0));
+        }
+    }
+    const Index bracket = token_.offset;
+    at = failed_ ? static_cast<Index>(lexer_.source().size()) : token_.end;
+    return bracket;
+}
+
+}  // namespace host::mel

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <climits>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host::mel {
+
+/// What a flag or a positional argument takes. Distances, angles and times are doubles, selection items
+/// strings.
+enum class ArgumentType { Boolean, Int, Unsigned, Double, String };
+
+/// One flag of a command. Names stand without their leading dash.
+struct Flag {
+    std::string shortName;
+    std::string longName;
+    std::vector<ArgumentType> arguments;  ///< at most six; none for a plain switch
+    bool multiUse = false;
+    bool queryable = true;            ///< may stand beside -query (when the command has query mode at all)
+    bool editable = true;             ///< may stand beside -edit
+    bool queryWithArguments = false;  ///< takes its arguments in query mode too
+};
+
+/// What a command makes of the words that are neither flags nor their arguments.
+enum class ObjectKind {
+    None,     ///< none are allowed (positional arguments apart)
+    Strings,  ///< names: every word as text
+    Values,   ///< words of any type, kept as they are (setAttr, move)
+};
+
+/// The table of what may stand on a command line; parsed against by `parseArguments`.
+///
+/// A command has positional arguments or objects, not both.
+class Syntax {
+  public:
+    /// Adds a flag; a leading dash of either name is dropped. False, and nothing is added, when the short
+    /// name does not have 1 to 3 characters, the long name less than 4, one of them is taken, or there are
+    /// more than six arguments.
+    bool addFlag(Flag flag);
+    /// Shorthand for chains in tables: `syntax.flag("n", "name", {ArgumentType::String}).flag(...)`. The
+    /// names have to be valid; a few flags of the host have no long name, which is then empty.
+    Syntax& flag(std::string_view shortName, std::string_view longName,
+                 std::vector<ArgumentType> arguments = {});
+    Syntax& multiUseFlag(std::string_view shortName, std::string_view longName,
+                         std::vector<ArgumentType> arguments = {});
+    /// Marks a flag that was added before; false when there is none of that name.
+    bool makeMultiUse(std::string_view name);
+    bool makeQueryWithArguments(std::string_view name);
+
+    void addArgument(ArgumentType type) { arguments_.push_back(type); }
+    /// @param maximum  INT_MAX for any number
+    Syntax& objects(ObjectKind kind, int minimum = 0, int maximum = INT_MAX);
+    /// Accept -q/-query and -e/-edit.
+    Syntax& enableQuery(bool on = true);
+    Syntax& enableEdit(bool on = true);
+
+    const std::vector<Flag>& flags() const { return flags_; }
+    const std::vector<ArgumentType>& arguments() const { return arguments_; }
+    ObjectKind objectKind() const { return objectKind_; }
+    int minimumObjects() const { return minimumObjects_; }
+    int maximumObjects() const { return maximumObjects_; }
+    bool hasQuery() const { return query_; }
+    bool hasEdit() const { return edit_; }
+
+    /// Index into `flags()` of a short or long name, with or without dash; -1 when there is none. Names match
+    /// exactly.
+    int find(std::string_view name) const;
+
+  private:
+    std::vector<Flag> flags_;
+    std::vector<ArgumentType> arguments_;
+    ObjectKind objectKind_ = ObjectKind::None;
+    int minimumObjects_ = 0;
+    int maximumObjects_ = INT_MAX;
+    bool query_ = false;
+    bool edit_ = false;
+};
+
+}  // namespace host::mel
