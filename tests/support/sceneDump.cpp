@@ -172,6 +172,12 @@ void writeNode(const Graph& graph, Node& node, std::string& text) {
     writeStates(graph, node, text);
     for (const auto& [alias, key] : node.aliases())
         text += "alias " + alias + ' ' + plugText(graph, node, key) + '\n';
+    for (const auto& [key, links] : node.outgoing()) {
+        std::string line = "feeds " + plugText(graph, node, key);
+        for (const Link& link : links)
+            line += ' ' + plugText(graph, *link.node, link.key);
+        text += line + '\n';
+    }
     for (const auto& [key, link] : node.incoming())
         text += "connection " + plugText(graph, *link.node, link.key) + " -> " + plugText(graph, node, key) +
                 '\n';

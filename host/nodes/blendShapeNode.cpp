@@ -1,0 +1,115 @@
+#include "nodes/blendShapeNode.h"
+
+#include <algorithm>
+
+#include "graph/names.h"
+#include "nodes/deformers.h"
+#include "nodes/meshNode.h"
+#include "nodes/plugs.h"
+
+namespace host::nodes {
+
+namespace {
+
+graph::Plug groupsPlug(const graph::NodeRef& blendShape, int baseIndex) {
+    return blendShape->plug("inputTarget").element(baseIndex).child(0);
+}
+
+bool haveSameCounts(const MeshPtr& a, const MeshPtr& b) {
+    return a->mesh.vertexCount() == b->mesh.vertexCount() && a->mesh.edgeCount() == b->mesh.edgeCount() &&
+           a->mesh.faceCount() == b->mesh.faceCount();
+}
+
+bool isAliasFree(const graph::Node& node, const std::string& name) {
+    if (node.findAttribute(name) != nullptr) return false;
+    const auto& aliases = node.aliases();
+    return std::none_of(aliases.begin(), aliases.end(),
+                        [&](const auto& entry) { return entry.first == name; });
+}
+
+/// The wanted alias, or with the lowest number that makes it one of its kind.
+std::string freeAlias(const graph::Node& node, const std::string& wanted) {
+    if (isAliasFree(node, wanted)) return wanted;
+    for (int number = 1;; ++number) {
+        std::string name = wanted + std::to_string(number);
+        if (isAliasFree(node, name)) return name;
+    }
+}
+
+/// Why a target cannot be added; empty when it can.
+std::string obstacle(graph::Graph& graph, const graph::NodeRef& blendShape, const graph::Plug& item,
+                     const graph::NodeRef& targetShape, bool inBetween) {
+    const int baseIndex = item.key().indices[0];
+    const int weightIndex = item.key().indices[1];
+    const std::string& name = blendShape->name();
+    if (item.logicalIndex() == itemIndex(0.0)) return "A target cannot have a full weight of 0";
+    if (!graph.hasElement(blendShape->plug("outputGeometry").element(baseIndex)))
+        return name + " has no base object of index " + std::to_string(baseIndex);
+    const MeshPtr target = targetShape->isA("mesh") ? meshOf(graph, targetShape) : nullptr;
+    if (target == nullptr) return targetShape->name() + " has no mesh to be a target";
+    if (inBetween && !graph.hasElement(blendShape->plug("weight").element(weightIndex)))
+        return name + " has no target of index " + std::to_string(weightIndex) + " for an in-between";
+    if (graph.source(item.child(0)) || graph.data(item.child(3)) != nullptr)
+        return name + " has a target at weight index " + std::to_string(weightIndex) +
+               " and this weight already";
+    // What comes in has the same topology as the deformed shape and asks for no evaluation of the targets.
+    const graph::Plug input = childPlug(blendShape->plug("input").element(baseIndex), "inputGeometry");
+    const MeshPtr baseMesh = graph::dataAs<MeshData>(graph.data(input));
+    const bool checksTopology = graph.number(blendShape->plug("topologyCheck")) != 0.0;
+    if (checksTopology && baseMesh != nullptr && !haveSameCounts(baseMesh, target))
+        return targetShape->name() + " has not the same topology as the base object";
+    return {};
+}
+
+void nameInBetween(graph::Graph& graph, const graph::NodeRef& blendShape, int weightIndex, int item,
+                   const std::string& name) {
+    const graph::Plug info =
+        blendShape->plug("inbetweenInfoGroup").element(weightIndex).child(0).element(item);
+    graph.setData(childPlug(info, "inbetweenTargetName"), std::make_shared<graph::StringData>(name));
+}
+
+}  // namespace
+
+graph::Plug targetItemPlug(const graph::NodeRef& blendShape, int baseIndex, int weightIndex, int item) {
+    return groupsPlug(blendShape, baseIndex).element(weightIndex).child(0).element(item);
+}
+
+TargetResult addTarget(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex, int weightIndex,
+                       const graph::NodeRef& targetShape, double fullWeight, bool inBetween) {
+    const int index = itemIndex(fullWeight);
+    const graph::Plug item = targetItemPlug(blendShape, baseIndex, weightIndex, index);
+    if (std::string error = obstacle(graph, blendShape, item, targetShape, inBetween); !error.empty())
+        return {false, std::move(error)};
+    const std::string name =
+        targetShape->parent() != nullptr ? targetShape->parent()->name() : targetShape->name();
+    const graph::Plug weight = blendShape->plug("weight").element(weightIndex);
+    const bool isNew = !graph.hasElement(weight);
+    graph.connect(targetShape->plug("worldMesh").element(0), item.child(0));
+    if (isNew) {
+        graph.setNumber(weight, 0.0);
+        graph.setAlias(weight, freeAlias(*blendShape, name));
+    } else if (inBetween) {
+        nameInBetween(graph, blendShape, weightIndex, index, name);
+    }
+    return {true, {}};
+}
+
+std::vector<graph::NodeRef> baseShapes(graph::Graph& graph, const graph::NodeRef& blendShape) {
+    std::vector<graph::NodeRef> shapes;
+    for (const int index : graph.elements(blendShape->plug("outputGeometry"))) {
+        if (graph::NodeRef shape = deformedShape(graph, blendShape, index))
+            shapes.push_back(std::move(shape));
+    }
+    return shapes;
+}
+
+std::vector<int> weightIndices(graph::Graph& graph, const graph::NodeRef& blendShape) {
+    return graph.elements(blendShape->plug("weight"));
+}
+
+std::vector<int> targetItems(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex,
+                             int weightIndex) {
+    return graph.elements(groupsPlug(blendShape, baseIndex).element(weightIndex).child(0));
+}
+
+}  // namespace host::nodes

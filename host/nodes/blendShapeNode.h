@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "graph/graph.h"
+
+namespace host::nodes {
+
+/// Index of an inputTargetItem for a weight: 6000 for 1, 5500 for 0.5.
+inline int itemIndex(double weight) {
+    return static_cast<int>(std::lround(5000.0 + 1000.0 * weight));
+}
+inline double itemWeight(int itemIndex) {
+    return (itemIndex - 5000) / 1000.0;
+}
+
+/// Plug of blendShape.inputTarget[base].inputTargetGroup[weight].inputTargetItem[item]; nothing need exist.
+graph::Plug targetItemPlug(const graph::NodeRef& blendShape, int baseIndex, int weightIndex, int item);
+
+struct TargetResult {
+    bool ok = false;
+    std::string error{};
+};
+
+/// Connects a target mesh. A weight index that is new gets its weight, 0, and an alias: the name of the
+/// target's transform, made unique. An in-between goes under an existing index and gets no alias.
+///
+/// Fails, changing nothing, when the base index does not exist, the item is taken, the weight is 0, an
+/// in-between is asked for under an index that does not exist, or topologyCheck is on and the numbers of
+/// vertices, edges or faces differ.
+/// @param fullWeight  weight at which the target has its full effect
+TargetResult addTarget(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex, int weightIndex,
+                       const graph::NodeRef& targetShape, double fullWeight, bool inBetween);
+
+/// The deformed shapes by ascending geometry index.
+std::vector<graph::NodeRef> baseShapes(graph::Graph& graph, const graph::NodeRef& blendShape);
+/// Existing weight indices, ascending.
+std::vector<int> weightIndices(graph::Graph& graph, const graph::NodeRef& blendShape);
+/// Existing items of a target, ascending.
+std::vector<int> targetItems(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex,
+                             int weightIndex);
+
+}  // namespace host::nodes

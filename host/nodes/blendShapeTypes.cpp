@@ -1,0 +1,259 @@
+#include <array>
+#include <map>
+
+#include "nodes/blendShapeNode.h"
+#include "nodes/blendShapeTargets.h"
+#include "nodes/deformation.h"
+#include "nodes/meshNode.h"
+#include "nodes/plugs.h"
+#include "nodes/schema.h"
+
+namespace host::nodes {
+
+namespace {
+
+using graph::AttributeSpec;
+using graph::compound;
+using graph::enumeration;
+using graph::number;
+using graph::typed;
+using graph::ValueKind;
+
+// Positions among an item's attributes.
+constexpr int kGeomTarget = 0;
+constexpr int kPointsTarget = 3;
+constexpr int kComponentsTarget = 4;
+
+constexpr double kWorldOrigin = 0.0;
+constexpr double kRelativeInBetween = 1.0;
+
+/// The target meshes as they were when the deltas were last taken from them, by base, weight and item index.
+using SeenMeshes = std::map<std::array<int, 3>, MeshPtr>;
+
+SeenMeshes& seenMeshes(graph::Node& blendShape) {
+    auto& own = deformerMemory(blendShape).own;
+    if (own == nullptr) own = std::make_shared<SeenMeshes>();
+    return *std::static_pointer_cast<SeenMeshes>(own);
+}
+
+/// What the deltas of a live target are differences to: the undeformed geometry.
+MeshPtr undeformed(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex) {
+    const graph::Plug original = blendShape->plug("originalGeometry").element(baseIndex);
+    if (graph.source(original)) return graph::dataAs<MeshData>(graph.data(original));
+    const graph::Plug input = blendShape->plug("input").element(baseIndex);
+    return graph::dataAs<MeshData>(graph.data(childPlug(input, "inputGeometry")));
+}
+
+/// Takes the deltas of an item from its connected mesh when that changed since the last time. What was
+/// written into the deltas in between stays until then.
+void refreshItem(graph::Graph& graph, const graph::Plug& item) {
+    const graph::Plug geometry = item.child(kGeomTarget);
+    if (!graph.source(geometry)) return;
+    const MeshPtr target = graph::dataAs<MeshData>(graph.data(geometry));
+    if (target == nullptr) return;
+    const auto& indices = item.key().indices;
+    MeshPtr& seen = seenMeshes(*item.node())[{indices[0], indices[1], indices[2]}];
+    if (isSameMesh(seen, target)) {
+        seen = target;
+        return;
+    }
+    const MeshPtr base = undeformed(graph, item.node(), indices[0]);
+    if (base == nullptr) return;
+    // First, since writing the deltas asks for a refresh again.
+    seen = target;
+    auto [points, components] = sparseDeltas(base->mesh, target->mesh);
+    graph.setData(item.child(kPointsTarget), std::move(points));
+    graph.setData(item.child(kComponentsTarget), std::move(components));
+}
+
+graph::Plug itemOf(const graph::Plug& below) {
+    return below.child(*below.attribute().parent());
+}
+
+void refreshBeforeAccess(graph::Graph& graph, const graph::Plug& plug) {
+    // Follows from the scene and is made again after an undo: nothing to record.
+    const graph::RecordingScope silent(graph, nullptr);
+    refreshItem(graph, itemOf(plug));
+}
+
+bool isGeomTarget(const graph::Plug& plug) {
+    return plug.attribute().longName() == "inputGeomTarget";
+}
+
+void targetConnected(graph::Graph& graph, const graph::Plug& destination) {
+    if (!isGeomTarget(destination)) return;
+    const auto& indices = destination.key().indices;
+    seenMeshes(*destination.node()).erase({indices[0], indices[1], indices[2]});
+    refreshItem(graph, itemOf(destination));
+}
+
+void targetDisconnecting(graph::Graph& graph, const graph::Plug& destination) {
+    if (isGeomTarget(destination)) refreshBeforeAccess(graph, destination);
+}
+
+/// Adds the items of one target at its weight.
+void addTargetDeltas(Deformation& deformation, const graph::Plug& group, double weight,
+                     std::vector<double>& sums) {
+    graph::Graph& graph = deformation.graph;
+    const graph::Plug items = group.child(0);
+    const graph::NumberMulti* vertexWeights = numbersOf(childPlug(group, "targetWeights"));
+    for (const ItemShare& share : itemShares(graph.elements(items), weight)) {
+        const graph::Plug item = items.element(share.item);
+        const auto points = graph::dataAs<graph::PointArrayData>(graph.data(item.child(kPointsTarget)));
+        const auto components =
+            graph::dataAs<graph::ComponentListData>(graph.data(item.child(kComponentsTarget)));
+        if (points == nullptr || components == nullptr) continue;
+        if (sums.empty()) sums.resize(deformation.points.size());
+        addDeltas(*points, *components, share.share, vertexWeights, sums);
+    }
+}
+
+/// Says what the node is set to and this host does not evaluate.
+void reportUncovered(Deformation& deformation) {
+    graph::Graph& graph = deformation.graph;
+    const graph::NodeRef& node = deformation.node;
+    if (graph.number(node->plug("origin")) == kWorldOrigin)
+        graph.messages().error(node->name() + ".origin: only local is supported");
+    const graph::Plug groups = node->plug("inbetweenInfoGroup");
+    for (const int target : graph.elements(groups)) {
+        const graph::Plug infos = groups.element(target).child(0);
+        for (const int item : graph.elements(infos)) {
+            const graph::Plug type = childPlug(infos.element(item), "inbetweenTargetType");
+            if (graph.number(type) == kRelativeInBetween)
+                graph.messages().error(graph.plugName(type) + ": only absolute in-betweens are supported");
+        }
+    }
+}
+
+void deformByTargets(Deformation& deformation) {
+    graph::Graph& graph = deformation.graph;
+    const graph::NodeRef& node = deformation.node;
+    reportUncovered(deformation);
+    const bool allowsNegative = graph.number(node->plug("supportNegativeWeights")) != 0.0;
+    const graph::Plug base = node->plug("inputTarget").element(deformation.geometryIndex);
+    const graph::Plug groups = base.child(0);
+    const graph::Plug weights = node->plug("weight");
+    std::vector<double> sums;
+    for (const int target : graph.elements(groups)) {
+        const double weight = graph.number(weights.element(target));
+        if (weight < 0.0 && !allowsNegative) continue;
+        addTargetDeltas(deformation, groups.element(target), weight, sums);
+    }
+    if (sums.empty()) return;
+    const graph::NumberMulti* baseWeights = numbersOf(childPlug(base, "baseWeights"));
+    for (std::size_t k = 0; k < sums.size(); k += 3) {
+        const double* weight = baseWeights != nullptr ? baseWeights->find(static_cast<int>(k / 3)) : nullptr;
+        const double factor = weight != nullptr ? deformation.envelope * *weight : deformation.envelope;
+        for (std::size_t part = k; part < k + 3; ++part) {
+            // Untouched coordinates keep their sign of zero.
+            if (sums[part] == 0.0) continue;
+            deformation.points[part] =
+                static_cast<float>(static_cast<double>(deformation.points[part]) + factor * sums[part]);
+        }
+    }
+}
+
+graph::ComputedValue computeBlendShape(graph::Graph& graph, const graph::Plug& output) {
+    return computeDeformer(graph, output, deformByTargets);
+}
+
+AttributeSpec weights(const char* longName, const char* shortName) {
+    return number(longName, shortName, ValueKind::Float).withDefault(1).array();
+}
+
+AttributeSpec flag(const char* longName, const char* shortName, bool value) {
+    return number(longName, shortName, ValueKind::Bool).withDefault(value ? 1 : 0);
+}
+
+AttributeSpec targetItem() {
+    return compound("inputTargetItem", "iti",
+                    {typed("inputGeomTarget", "igt", "mesh"),
+                     typed("inputRelativePointsTarget", "irp", "pointArray"),
+                     typed("inputRelativeComponentsTarget", "irc", "componentList"),
+                     typed("inputPointsTarget", "ipt", "pointArray").refreshed(),
+                     typed("inputComponentsTarget", "ict", "componentList").refreshed()})
+        .array();
+}
+
+AttributeSpec targetGroup() {
+    return compound("inputTargetGroup", "itg",
+                    {targetItem(), weights("targetWeights", "tw"),
+                     number("normalizationId", "nid", ValueKind::Int),
+                     enumeration("postDeformersMode", "pdm", {"None", "Tangent space", "Transform space"}),
+                     typed("targetBindMatrix", "bmx", "matrix"), typed("targetMatrix", "tmx", "matrix")})
+        .array();
+}
+
+AttributeSpec sculptTweaks() {
+    return compound(
+        "sculptTargetTweaks", "stt",
+        {compound("vertex", "vt",
+                  {number("xVertex", "vx", ValueKind::Float), number("yVertex", "vy", ValueKind::Float),
+                   number("zVertex", "vz", ValueKind::Float)})
+             .array(),
+         compound("controlPoints", "cp",
+                  {number("xValue", "xv"), number("yValue", "yv"), number("zValue", "zv")})
+             .array()});
+}
+
+AttributeSpec inputTarget() {
+    return compound("inputTarget", "it",
+                    {targetGroup(), weights("baseWeights", "bw"),
+                     compound("normalizationGroup", "ng",
+                              {flag("normalizationUseWeights", "nuw", false),
+                               number("normalizationWeights", "nw", ValueKind::Float).array()})
+                         .array(),
+                     weights("paintTargetWeights", "pwt"), number("paintTargetIndex", "pti", ValueKind::Int),
+                     number("sculptTargetIndex", "sti", ValueKind::Int).withDefault(-1),
+                     number("sculptInbetweenWeight", "siw", ValueKind::Float).withDefault(1), sculptTweaks(),
+                     typed("deformMatrix", "dmx", "matrix"), typed("deformMatrixModified", "dmxm", "matrix")})
+        .array();
+}
+
+AttributeSpec inBetweenInfo() {
+    AttributeSpec curve = compound("interpolationCurve", "itc",
+                                   {number("interpolationCurve_Position", "itcp", ValueKind::Float),
+                                    number("interpolationCurve_FloatValue", "itcfv", ValueKind::Float)})
+                              .array();
+    return compound("inbetweenInfoGroup", "ibig",
+                    {compound("inbetweenInfo", "ibi",
+                              {enumeration("inbetweenTargetType", "ibtt", {"Absolute", "Relative"}),
+                               typed("inbetweenTargetName", "ibtn", "string"),
+                               enumeration("interpolation", "itp", {"Linear", "Smooth", "Spline"}),
+                               std::move(curve), flag("inbetweenVisibility", "ibvs", true)})
+                         .array()})
+        .array();
+}
+
+AttributeSpec targetDirectory() {
+    return compound("targetDirectory", "tgdt",
+                    {typed("childIndices", "cid", "Int32Array"), typed("directoryName", "dtn", "string"),
+                     number("parentIndex", "pnid", ValueKind::Int), flag("directoryVisibility", "dvs", true),
+                     flag("directoryParentVisibility", "dpvs", true),
+                     number("directoryWeight", "dwgh", ValueKind::Float).withDefault(1)})
+        .array();
+}
+
+}  // namespace
+
+void addBlendShapeTypes(graph::NodeTypes& types) {
+    graph::NodeBehaviour blending;
+    blending.compute = computeBlendShape;
+    blending.connected = targetConnected;
+    blending.disconnecting = targetDisconnecting;
+    blending.refresh = refreshBeforeAccess;
+    types.add(
+        {"blendShape",
+         "weightGeometryFilter",
+         {number("weight", "w", ValueKind::Float).keyable().array(),
+          enumeration("origin", "or", {"world", "local"}).withDefault(1), flag("topologyCheck", "tc", true),
+          flag("supportNegativeWeights", "sn", false),
+          enumeration("deformationOrder", "dfo", {"Pre-deformation", "Post-deformation"}), inputTarget(),
+          inBetweenInfo(), targetDirectory(), flag("targetVisibility", "tgvs", true).array(),
+          flag("targetParentVisibility", "tpvs", true).array(),
+          number("parentDirectory", "pndr", ValueKind::Int).array(),
+          number("midLayerId", "mlid", ValueKind::Int), number("midLayerParent", "mlpr", ValueKind::Int)},
+         blending});
+}
+
+}  // namespace host::nodes

@@ -1,0 +1,164 @@
+#include "nodes/deformers.h"
+
+#include <algorithm>
+
+#include "nodes/meshNode.h"
+#include "nodes/plugs.h"
+
+namespace host::nodes {
+
+namespace {
+
+bool isMesh(const graph::NodeRef& node) {
+    return node->isA("mesh");
+}
+
+/// The geometry input behind a geometry output of a deformer or groupParts node; empty for other nodes.
+graph::Plug chainInput(const graph::Plug& output) {
+    const graph::NodeRef& node = output.node();
+    if (output.attribute().longName() != "outputGeometry") return {};
+    if (node->isA("geometryFilter"))
+        return childPlug(node->plug("input").element(output.logicalIndex()), "inputGeometry");
+    return node->isA("groupParts") ? node->plug("inputGeometry") : graph::Plug();
+}
+
+/// Geometry outputs from the one that feeds a shape upwards, ending with the first that is no deformer's:
+/// the Orig shape's, construction history's, or none.
+std::vector<graph::Plug> chainOf(const graph::Graph& graph, const graph::NodeRef& shape) {
+    std::vector<graph::Plug> outputs;
+    for (graph::Plug at = graph.source(shape->plug("inMesh")); at;) {
+        // A chain that bites its own tail ends where it would start again.
+        if (std::find(outputs.begin(), outputs.end(), at) != outputs.end()) break;
+        outputs.push_back(at);
+        const graph::Plug input = chainInput(at);
+        at = input ? graph.source(input) : graph::Plug();
+    }
+    return outputs;
+}
+
+/// Moves a shape's pnts to another array of three floats.
+void moveOffsets(graph::Graph& graph, const graph::NodeRef& shape, const graph::Plug& target) {
+    const graph::Plug offsets = shape->plug("pnts");
+    for (const int vertex : graph.elements(offsets)) {
+        const graph::Plug from = offsets.element(vertex);
+        const graph::Plug to = target.element(vertex);
+        for (int axis = 0; axis < 3; ++axis) {
+            const double sum = graph.number(to.child(axis)) + graph.number(from.child(axis));
+            graph.setNumber(to.child(axis), sum);
+        }
+    }
+    graph.clearElements(offsets);
+}
+
+/// Puts an Orig shape between a shape and what feeds the start of its chain.
+graph::NodeRef insertOriginal(graph::Graph& graph, const graph::NodeRef& shape) {
+    const MeshPtr stored = incomingMesh(graph, shape);
+    graph::NodeRef original = graph.createNode(shape->type(), shape->name() + "Orig", shape->parent());
+    setIntermediate(graph, original, true);
+    const std::vector<graph::Plug> chain = chainOf(graph, shape);
+    const graph::Plug in = original->plug("inMesh");
+    const graph::Plug out = original->plug("worldMesh").element(0);
+    if (chain.empty()) {
+        if (stored != nullptr) graph.setData(in, stored);
+        graph.connect(out, shape->plug("inMesh"));
+        return original;
+    }
+    const bool endsInHistory = !chainInput(chain.back());
+    const graph::Plug start = chain.size() == 1 ? shape->plug("inMesh") : chainInput(chain[chain.size() - 2]);
+    if (endsInHistory) {
+        graph.connect(chain.back(), in);
+        graph.connect(out, start);
+    } else {
+        graph.connect(out, chainInput(chain.back()));
+    }
+    return original;
+}
+
+graph::NodeRef obtainOriginal(graph::Graph& graph, const graph::NodeRef& shape) {
+    if (graph::NodeRef original = originalShape(graph, shape)) return original;
+    return insertOriginal(graph, shape);
+}
+
+/// Puts a deformer's geometry between what feeds `destination` and `destination`.
+void insertDeformer(graph::Graph& graph, const graph::NodeRef& deformer, int index,
+                    const graph::NodeRef& original, const graph::Plug& destination) {
+    const graph::Plug before = graph.source(destination);
+    graph.connect(before, childPlug(deformer->plug("input").element(index), "inputGeometry"));
+    graph.connect(original->plug("outMesh"), deformer->plug("originalGeometry").element(index));
+    graph.connect(deformer->plug("outputGeometry").element(index), destination);
+}
+
+}  // namespace
+
+graph::NodeRef createDeformer(graph::Graph& graph, std::string_view typeName,
+                              const std::vector<graph::NodeRef>& shapes, const std::string& name) {
+    const graph::NodeRef deformer = graph.createNode(*graph.types().find(typeName), name);
+    for (std::size_t k = 0; k < shapes.size(); ++k) {
+        const graph::NodeRef& shape = shapes[k];
+        const graph::NodeRef original = obtainOriginal(graph, shape);
+        if (chainOf(graph, shape).size() == 1) moveOffsets(graph, shape, original->plug("pnts"));
+        insertDeformer(graph, deformer, static_cast<int>(k), original, shape->plug("inMesh"));
+    }
+    return deformer;
+}
+
+graph::NodeRef createTweakNode(graph::Graph& graph, const graph::NodeRef& shape) {
+    if (graph::NodeRef present = tweakNodeOf(graph, shape)) return present;
+    const graph::NodeRef original = obtainOriginal(graph, shape);
+    const graph::NodeRef tweak = graph.createNode(*graph.types().find("tweak"));
+    const std::vector<graph::Plug> chain = chainOf(graph, shape);
+    const graph::Plug first = chain.size() == 1 ? shape->plug("inMesh") : chainInput(chain[chain.size() - 2]);
+    insertDeformer(graph, tweak, 0, original, first);
+    const graph::Plug offsets = childPlug(tweak->plug("vlist").element(0), "vertex");
+    moveOffsets(graph, shape, offsets);
+    graph.connect(offsets.element(0), shape->plug("tweakLocation"));
+    return tweak;
+}
+
+graph::NodeRef tweakNodeOf(const graph::Graph& graph, const graph::NodeRef& shape) {
+    const graph::Plug source = graph.source(shape->plug("tweakLocation"));
+    return source && source.node()->isA("tweak") ? source.node() : nullptr;
+}
+
+graph::NodeRef originalShape(const graph::Graph& graph, const graph::NodeRef& shape) {
+    const std::vector<graph::Plug> chain = chainOf(graph, shape);
+    if (chain.empty()) return nullptr;
+    const graph::NodeRef& start = chain.back().node();
+    return isMesh(start) && isIntermediate(graph, *start) ? start : nullptr;
+}
+
+std::vector<graph::NodeRef> deformersOf(const graph::Graph& graph, const graph::NodeRef& shape) {
+    std::vector<graph::NodeRef> deformers;
+    for (const graph::Plug& output : chainOf(graph, shape)) {
+        if (output.node()->isA("geometryFilter")) deformers.push_back(output.node());
+    }
+    return deformers;
+}
+
+graph::NodeRef deformedShape(const graph::Graph& graph, const graph::NodeRef& deformer, int geometryIndex) {
+    std::vector<graph::Plug> open{deformer->plug("outputGeometry").element(geometryIndex)};
+    // The first way that leads to a shape counts; a chain has one.
+    for (std::size_t next = 0; next < open.size(); ++next) {
+        for (const graph::Plug& fed : graph.destinations(open[next])) {
+            const graph::NodeRef& node = fed.node();
+            if (isMesh(node)) return node;
+            graph::Plug output;
+            if (node->isA("geometryFilter") && fed.attribute().longName() == "inputGeometry") {
+                output = node->plug("outputGeometry").element(fed.key().indices[0]);
+            } else if (node->isA("groupParts")) {
+                output = node->plug("outputGeometry");
+            }
+            if (output && std::find(open.begin(), open.end(), output) == open.end()) open.push_back(output);
+        }
+    }
+    return nullptr;
+}
+
+int geometryIndexOf(const graph::Graph& graph, const graph::NodeRef& deformer, const graph::NodeRef& shape) {
+    for (const graph::Plug& output : chainOf(graph, shape)) {
+        if (output.node() == deformer) return output.logicalIndex();
+    }
+    return -1;
+}
+
+}  // namespace host::nodes

@@ -1,0 +1,118 @@
+#include "nodes/meshColors.h"
+
+#include <algorithm>
+
+#include "nodes/meshNode.h"
+#include "nodes/plugs.h"
+
+namespace host::nodes {
+
+namespace {
+
+// Positions among a colour set's attributes.
+constexpr int kName = 0;
+constexpr int kColors = 1;
+
+/// Element of the set of a name; empty when there is none.
+graph::Plug findSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name) {
+    const graph::Plug sets = shape->plug("colorSet");
+    for (const int index : graph.elements(sets)) {
+        const graph::Plug set = sets.element(index);
+        if (textAt(graph, set.child(kName)) == name) return set;
+    }
+    return {};
+}
+
+void setText(graph::Graph& graph, const graph::Plug& plug, const std::string& text) {
+    graph.setData(plug, std::make_shared<graph::StringData>(text));
+}
+
+std::size_t vertexCount(graph::Graph& graph, const graph::NodeRef& shape) {
+    const MeshPtr mesh = meshOf(graph, shape);
+    return mesh != nullptr ? static_cast<std::size_t>(mesh->mesh.vertexCount()) : 0;
+}
+
+std::string freeSetName(graph::Graph& graph, const graph::NodeRef& shape, const std::string& wanted) {
+    std::string name = wanted;
+    for (int number = 1; findSet(graph, shape, name); ++number)
+        name = wanted + std::to_string(number);
+    return name;
+}
+
+}  // namespace
+
+std::vector<std::string> colorSetNames(graph::Graph& graph, const graph::NodeRef& shape) {
+    const graph::Plug sets = shape->plug("colorSet");
+    std::vector<std::string> names;
+    for (const int index : graph.elements(sets))
+        names.push_back(textAt(graph, sets.element(index).child(kName)));
+    return names;
+}
+
+std::string currentColorSet(graph::Graph& graph, const graph::NodeRef& shape) {
+    return textAt(graph, shape->plug("currentColorSet"));
+}
+
+bool setCurrentColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name) {
+    if (!findSet(graph, shape, name)) return false;
+    setText(graph, shape->plug("currentColorSet"), name);
+    return true;
+}
+
+std::string createColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name) {
+    const graph::Plug sets = shape->plug("colorSet");
+    const bool isFirst = graph.elementCount(sets) == 0;
+    const std::string given = freeSetName(graph, shape, name.empty() ? "colorSet" : name);
+    setText(graph, sets.element(graph.nextIndex(sets)).child(kName), given);
+    if (isFirst) setCurrentColorSet(graph, shape, given);
+    return given;
+}
+
+bool deleteColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name) {
+    const graph::Plug set = findSet(graph, shape, name);
+    if (!set) return false;
+    graph.removeElement(set);
+    if (currentColorSet(graph, shape) != name) return true;
+    const std::vector<std::string> left = colorSetNames(graph, shape);
+    setText(graph, shape->plug("currentColorSet"), left.empty() ? std::string() : left.front());
+    return true;
+}
+
+bool renameColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name,
+                    const std::string& newName) {
+    const graph::Plug set = findSet(graph, shape, name);
+    if (!set || newName.empty() || findSet(graph, shape, newName)) return false;
+    const bool isCurrent = currentColorSet(graph, shape) == name;
+    setText(graph, set.child(kName), newName);
+    if (isCurrent) setCurrentColorSet(graph, shape, newName);
+    return true;
+}
+
+std::vector<Color> vertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std::string& set) {
+    const graph::Plug found = findSet(graph, shape, set.empty() ? currentColorSet(graph, shape) : set);
+    if (!found) return {};
+    const auto stored = graph::dataAs<VertexColorData>(graph.data(found.child(kColors)));
+    std::vector<Color> colors = stored != nullptr ? stored->colors : std::vector<Color>();
+    colors.resize(vertexCount(graph, shape), kUnsetColor);
+    return colors;
+}
+
+void setVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std::vector<int>& vertices,
+                     const std::vector<Color>& colors) {
+    if (currentColorSet(graph, shape).empty()) createColorSet(graph, shape, "colorSet1");
+    std::vector<Color> all = vertexColors(graph, shape);
+    const std::size_t count = std::min(vertices.size(), colors.size());
+    for (std::size_t k = 0; k < count; ++k) {
+        const auto vertex = static_cast<std::size_t>(vertices[k]);
+        if (vertices[k] >= 0 && vertex < all.size()) all[vertex] = colors[k];
+    }
+    const graph::Plug set = findSet(graph, shape, currentColorSet(graph, shape));
+    graph.setData(set.child(kColors), std::make_shared<VertexColorData>(std::move(all)));
+}
+
+void removeVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std::vector<int>& vertices) {
+    if (currentColorSet(graph, shape).empty()) return;
+    setVertexColors(graph, shape, vertices, std::vector<Color>(vertices.size(), kUnsetColor));
+}
+
+}  // namespace host::nodes

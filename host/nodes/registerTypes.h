@@ -1,0 +1,14 @@
+#pragma once
+
+#include "graph/graph.h"
+
+namespace host::nodes {
+
+/// Registers every node type. Called once, before anything else is done with the graph.
+void registerTypes(graph::NodeTypes& types);
+
+/// Readies a graph whose types are registered: component names resolve, and the default nodes stand there
+/// (time1, lambert1, initialShadingGroup, renderPartition). Not recorded.
+void setUpScene(graph::Graph& graph);
+
+}  // namespace host::nodes

@@ -1,0 +1,20 @@
+#include "nodes/schema.h"
+
+namespace host::nodes {
+
+void addSetTypes(graph::NodeTypes& types) {
+    using graph::message;
+    types.add({"objectSet",
+               "entity",
+               {message("dagSetMembers", "dsm").array(), message("dnSetMembers", "dnsm").array(),
+                message("groupNodes", "gn").array(), message("usedBy", "ub").array(),
+                message("partition", "pa"), graph::typed("annotation", "an", "string")}});
+    types.add({"shadingEngine",
+               "objectSet",
+               {graph::triple("surfaceShader", "ss", graph::ValueKind::Float),
+                graph::triple("volumeShader", "vs", graph::ValueKind::Float),
+                graph::triple("displacementShader", "ds", graph::ValueKind::Float)}});
+    types.add({"partition", "entity", {message("sets", "st").array()}});
+}
+
+}  // namespace host::nodes

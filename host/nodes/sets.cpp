@@ -1,0 +1,267 @@
+#include "nodes/sets.h"
+
+#include <algorithm>
+
+#include "nodes/meshNode.h"
+#include "nodes/plugs.h"
+
+namespace host::nodes {
+
+namespace {
+
+/// One connection into a set's member plugs.
+struct Membership {
+    graph::Plug member;  // of the set
+    graph::Plug source;  // of the node that is in the set
+    graph::SelectionItem item;
+};
+
+/// Components of an objectGroups element, all kinds in one list of one component a kind.
+std::vector<graph::Component> componentsOf(graph::Graph& graph, const graph::Plug& objectGroup) {
+    std::vector<graph::Component> result;
+    const auto list = graph::dataAs<graph::ComponentListData>(graph.data(objectGroup.child(0)));
+    for (int entry = 0; list != nullptr && entry < list->size(); ++entry) {
+        const graph::Component next = list->entry(entry);
+        const auto same = std::find_if(result.begin(), result.end(),
+                                       [&](const auto& other) { return other.kind() == next.kind(); });
+        if (same != result.end()) {
+            same->merge(next);
+        } else {
+            result.push_back(next);
+        }
+    }
+    return result;
+}
+
+void setComponents(graph::Graph& graph, const graph::Plug& objectGroup,
+                   const std::vector<graph::Component>& components) {
+    auto list = std::make_shared<graph::ComponentListData>();
+    for (const graph::Component& component : components) {
+        if (!component.empty()) list->append(component);
+    }
+    graph.setData(objectGroup.child(0), std::move(list));
+}
+
+std::vector<Membership> memberships(graph::Graph& graph, const graph::NodeRef& set) {
+    std::vector<Membership> result;
+    for (const char* name : {"dagSetMembers", "dnSetMembers"}) {
+        const graph::Plug array = set->plug(name);
+        for (const int index : graph.elements(array)) {
+            const graph::Plug member = array.element(index);
+            const graph::Plug source = graph.source(member);
+            if (!source) continue;
+            if (source.attribute().longName() != "objectGroups") {
+                result.push_back({member, source, {source.node(), {}, {}}});
+                continue;
+            }
+            for (graph::Component& component : componentsOf(graph, source))
+                result.push_back({member, source, {source.node(), {}, std::move(component)}});
+        }
+    }
+    return result;
+}
+
+bool overlap(const graph::SelectionItem& a, const graph::SelectionItem& b) {
+    if (a.node != b.node) return false;
+    if (!a.component || !b.component) return true;
+    if (a.component->kind() != b.component->kind()) return false;
+    graph::Component rest = *a.component;
+    rest.remove(*b.component);
+    return rest.count() < a.component->count();
+}
+
+std::vector<Membership> overlapping(graph::Graph& graph, const graph::NodeRef& set,
+                                    const graph::SelectionItem& item) {
+    std::vector<Membership> result = memberships(graph, set);
+    result.erase(std::remove_if(result.begin(), result.end(),
+                                [&](const Membership& entry) { return !overlap(entry.item, item); }),
+                 result.end());
+    return result;
+}
+
+void connectNext(graph::Graph& graph, const graph::Plug& source, const graph::Plug& array) {
+    graph.connect(source, array.element(graph.nextIndex(array)));
+}
+
+/// Ends one membership; an objectGroups element that stood for it goes with its groupId node.
+void endMembership(graph::Graph& graph, const graph::Plug& member, const graph::Plug& source) {
+    if (graph.source(member) != source) return;
+    graph.disconnect(member);
+    graph.removeElement(member);
+    if (source.attribute().longName() != "objectGroups") return;
+    const graph::Plug id = graph.source(source.child(1));
+    if (id) {
+        for (const graph::Plug& listed : graph.destinations(id.node()->plug("message"))) {
+            graph.disconnect(listed);
+            graph.removeElement(listed);
+        }
+        graph.deleteNodes({id.node()});
+    }
+    graph.removeElement(source);
+}
+
+/// An element of the node's objectGroups for components in this set, connected and numbered.
+void addComponents(graph::Graph& graph, const graph::NodeRef& set, const graph::NodeRef& node,
+                   const graph::Component& component) {
+    const graph::Plug groups = node->plug("instObjGroups").element(0).child(0);
+    const graph::Plug group = groups.element(graph.nextIndex(groups));
+    setComponents(graph, group, {component});
+    const graph::NodeRef id = graph.createNode(*graph.types().find("groupId"));
+    graph.connect(id->plug("groupId"), group.child(1));
+    connectNext(graph, id->plug("message"), set->plug("groupNodes"));
+    connectNext(graph, group, set->plug("dagSetMembers"));
+}
+
+void addMember(graph::Graph& graph, const graph::NodeRef& set, const graph::SelectionItem& item) {
+    const graph::NodeRef& node = item.node;
+    if (!item.component) {
+        // The whole object takes the place of its components.
+        removeFromSet(graph, set, item);
+        if (node->type().isDag()) {
+            connectNext(graph, node->plug("instObjGroups").element(0), set->plug("dagSetMembers"));
+        } else {
+            connectNext(graph, node->plug("message"), set->plug("dnSetMembers"));
+        }
+        return;
+    }
+    for (const Membership& entry : memberships(graph, set)) {
+        if (entry.item.node != node || !entry.item.component) continue;
+        std::vector<graph::Component> components = componentsOf(graph, entry.source);
+        const auto same = std::find_if(components.begin(), components.end(), [&](const auto& other) {
+            return other.kind() == item.component->kind();
+        });
+        if (same != components.end()) {
+            same->merge(*item.component);
+        } else {
+            components.push_back(*item.component);
+        }
+        setComponents(graph, entry.source, components);
+        return;
+    }
+    addComponents(graph, set, node, *item.component);
+}
+
+std::vector<graph::NodeRef> rivals(graph::Graph& graph, const graph::NodeRef& set) {
+    const graph::NodeRef partition = partitionOf(graph, set);
+    std::vector<graph::NodeRef> others =
+        partition != nullptr ? setsIn(graph, partition) : std::vector<graph::NodeRef>();
+    others.erase(std::remove(others.begin(), others.end(), set), others.end());
+    return others;
+}
+
+}  // namespace
+
+std::vector<graph::SelectionItem> members(graph::Graph& graph, const graph::NodeRef& set) {
+    std::vector<graph::SelectionItem> items;
+    for (Membership& entry : memberships(graph, set))
+        items.push_back(std::move(entry.item));
+    return items;
+}
+
+graph::SelectionItem memberFor(const graph::Graph& graph, const graph::NodeRef& set,
+                               const graph::SelectionItem& item) {
+    if (!set->isA("shadingEngine") || !item.isWholeNode()) return item;
+    return {shapeOf(graph, item.node), {}, {}};
+}
+
+bool isMember(graph::Graph& graph, const graph::NodeRef& set, const graph::SelectionItem& item) {
+    const graph::SelectionItem wanted = memberFor(graph, set, item);
+    for (const Membership& entry : overlapping(graph, set, wanted)) {
+        if (!entry.item.component) return true;
+        if (!wanted.component) continue;
+        graph::Component rest = *wanted.component;
+        rest.remove(*entry.item.component);
+        if (rest.empty()) return true;
+    }
+    return false;
+}
+
+std::vector<graph::NodeRef> setsOf(graph::Graph& graph, const graph::NodeRef& node) {
+    std::vector<graph::NodeRef> sets;
+    for (const graph::Connection& connection : graph.connections(*node)) {
+        const graph::NodeRef& set = connection.destination.node();
+        const std::string& attribute = connection.destination.attribute().longName();
+        if (attribute != "dagSetMembers" && attribute != "dnSetMembers") continue;
+        if (std::find(sets.begin(), sets.end(), set) == sets.end()) sets.push_back(set);
+    }
+    std::sort(sets.begin(), sets.end(), [](const auto& a, const auto& b) { return a->id() < b->id(); });
+    return sets;
+}
+
+std::string addToSet(graph::Graph& graph, const graph::NodeRef& set, const graph::SelectionItem& item) {
+    if (item.plug) return "A plug cannot be in " + set->name();
+    const graph::SelectionItem member = memberFor(graph, set, item);
+    if (member.node == nullptr) return item.node->name() + " has no shape that could be in " + set->name();
+    if (isMember(graph, set, member)) return {};
+    for (const graph::NodeRef& other : rivals(graph, set)) {
+        if (!overlapping(graph, other, member).empty())
+            return member.node->name() + " is in " + other->name() + ", which shares a partition with " +
+                   set->name();
+    }
+    addMember(graph, set, member);
+    return {};
+}
+
+bool removeFromSet(graph::Graph& graph, const graph::NodeRef& set, const graph::SelectionItem& item) {
+    const graph::SelectionItem member = memberFor(graph, set, item);
+    const std::vector<Membership> found = overlapping(graph, set, member);
+    for (const Membership& entry : found) {
+        if (!member.component) {
+            endMembership(graph, entry.member, entry.source);
+            continue;
+        }
+        std::vector<graph::Component> rest;
+        if (entry.item.component) {
+            rest = componentsOf(graph, entry.source);
+        } else {
+            const graph::ComponentKind kind = member.component->kind();
+            const int count = graph.componentCount(member.node, kind);
+            if (count > 0) rest.emplace_back(kind, graph::Run{0, count - 1});
+        }
+        for (graph::Component& component : rest) {
+            if (component.kind() == member.component->kind()) component.remove(*member.component);
+        }
+        rest.erase(std::remove_if(rest.begin(), rest.end(), [](const auto& part) { return part.empty(); }),
+                   rest.end());
+        if (entry.item.component && !rest.empty()) {
+            setComponents(graph, entry.source, rest);
+            continue;
+        }
+        endMembership(graph, entry.member, entry.source);
+        for (const graph::Component& component : rest)
+            addComponents(graph, set, member.node, component);
+    }
+    return !found.empty();
+}
+
+std::string forceElement(graph::Graph& graph, const graph::NodeRef& set, const graph::SelectionItem& item) {
+    const graph::SelectionItem member = memberFor(graph, set, item);
+    if (!item.plug && member.node != nullptr) {
+        for (const graph::NodeRef& other : rivals(graph, set))
+            removeFromSet(graph, other, member);
+    }
+    return addToSet(graph, set, item);
+}
+
+graph::NodeRef partitionOf(const graph::Graph& graph, const graph::NodeRef& set) {
+    for (const graph::Plug& fed : graph.destinations(set->plug("partition"))) {
+        if (fed.node()->isA("partition")) return fed.node();
+    }
+    return nullptr;
+}
+
+void addToPartition(graph::Graph& graph, const graph::NodeRef& partition, const graph::NodeRef& set) {
+    if (partitionOf(graph, set) == partition) return;
+    connectNext(graph, set->plug("partition"), partition->plug("sets"));
+}
+
+std::vector<graph::NodeRef> setsIn(graph::Graph& graph, const graph::NodeRef& partition) {
+    std::vector<graph::NodeRef> sets;
+    const graph::Plug array = partition->plug("sets");
+    for (const int index : graph.elements(array)) {
+        if (const graph::Plug source = graph.source(array.element(index))) sets.push_back(source.node());
+    }
+    return sets;
+}
+
+}  // namespace host::nodes
