@@ -4,6 +4,8 @@
 #include <maya/MSelectionList.h>
 
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 
 #include "common.h"
 
@@ -40,7 +42,7 @@ BenchScene::BenchScene(int size) : size_(size) {
     const int count = static_cast<int>(grid.points.length());
     MFnMesh mesh;
     mesh.create(count, static_cast<int>(grid.counts.length()), grid.points, grid.counts, grid.connects);
-    scene_.mel("rename polySurface1 base; blendShape -name bs base");
+    mel("rename polySurface1 base; blendShape -name bs base");
     blendShape = node("bs");
     original = node("baseShapeOrig");
     for (int vertex = 0; vertex < count; ++vertex) {
@@ -50,6 +52,14 @@ BenchScene::BenchScene(int size) : size_(size) {
     }
     setTargetComponents(blendShape, 0, kFullItem, vertices);
     setTargetPoints(blendShape, 0, kFullItem, deltas);
+}
+
+std::string BenchScene::mel(const std::string& text) {
+    const Outcome outcome = scene_.run(text);
+    if (outcome.ok) return outcome.value.toString();
+    std::fprintf(stderr, "%s\n%s\n", text.c_str(),
+                 outcome.errors.empty() ? "failed" : outcome.errors.front().c_str());
+    std::exit(1);
 }
 
 MObject BenchScene::node(const char* name) const {

@@ -26,7 +26,8 @@ class BenchScene {
     /// The scene of a size. The last one is kept: rows of one size share it.
     static BenchScene& of(int vertices);
 
-    Scene& scene() { return scene_; }
+    /// Runs script text; ends the program when it fails, since the figures would mean nothing.
+    std::string mel(const std::string& text);
     MObject node(const char* name) const;
 
     MIntArray vertices;

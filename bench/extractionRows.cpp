@@ -16,9 +16,9 @@ namespace {
 
 void extract(benchmark::State& state, int size) {
     BenchScene& scene = BenchScene::of(size);
-    scene.scene().mel("dv_blendShapeExtractTarget -om baseShapeOrig bs");
+    scene.mel("dv_blendShapeExtractTarget -om baseShapeOrig bs");
     state.PauseTiming();
-    scene.scene().mel("undo; flushUndo");
+    scene.mel("undo; flushUndo");
     state.ResumeTiming();
 }
 

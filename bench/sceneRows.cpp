@@ -33,9 +33,9 @@ void buildScene(benchmark::State& state, int size) {
         mesh.create(static_cast<int>(source.points.length()), static_cast<int>(source.counts.length()),
                     source.points, source.counts, source.connects);
     const std::string name = MFnDependencyNode(transform).name().asChar();
-    scene.scene().mel("blendShape -name built " + name);
+    scene.mel("blendShape -name built " + name);
     state.PauseTiming();
-    scene.scene().mel("delete " + name + "; flushUndo");
+    scene.mel("delete " + name + "; flushUndo");
     state.ResumeTiming();
 }
 
@@ -45,16 +45,14 @@ void importObj(benchmark::State& state, int size) {
     const std::filesystem::path file =
         std::filesystem::temp_directory_path() / ("delvenbench" + std::to_string(size) + ".obj");
     if (!std::filesystem::exists(file)) {
-        scene.scene().mel("select base; file -force -exportSelected -type OBJexport \"" +
-                          file.generic_string() + "\"");
+        scene.mel("select base; file -force -exportSelected -type OBJexport \"" + file.generic_string() +
+                  "\"");
     }
     state.ResumeTiming();
-    const std::string made = scene.scene()
-                                 .mel("string $made[] = `file -import -type OBJ -returnNewNodes \"" +
-                                      file.generic_string() + "\"`; $made[0]")
-                                 .toString();
+    const std::string made = scene.mel("string $made[] = `file -import -type OBJ -returnNewNodes \"" +
+                                       file.generic_string() + "\"`; $made[0]");
     state.PauseTiming();
-    scene.scene().mel("delete " + made + "; flushUndo");
+    scene.mel("delete " + made + "; flushUndo");
     std::filesystem::remove(file);
     state.ResumeTiming();
 }

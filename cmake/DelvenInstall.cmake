@@ -1,9 +1,5 @@
 # `cmake --install`: for Maya, a folder with a .mod file that can be dropped into a modules path; for the headless host,
 # a bin folder that can be put anywhere.
-if(NOT TARGET DELVENTools)
-  return()
-endif()
-
 if(DELVEN_BUILD_HOST)
   set_target_properties(DELVENTools delvenhost delvenbatch PROPERTIES INSTALL_RPATH "$<IF:$<PLATFORM_ID:Darwin>,@loader_path,$ORIGIN>")
   install(TARGETS DELVENTools delvenhost delvenbatch

@@ -6,7 +6,7 @@ set -euo pipefail
 
 declare -A packages=(
     [build]="cmake ninja-build g++ libtbb-dev libembree-dev libedit-dev libgtest-dev libgmock-dev"
-    [bench]="libbenchmark-dev"
+    [bench]="libbenchmark-dev libgtest-dev"
     [fuzz]="clang libclang-rt-dev"
     [coverage]="gcovr"
     # binutils: nm; util-linux: setarch, for ThreadSanitizer
