@@ -1,0 +1,241 @@
+#include <maya/MBoundingBox.h>
+#include <maya/MDagPathArray.h>
+#include <maya/MFnDagNode.h>
+#include <maya/MMatrix.h>
+
+#include <string>
+
+#include "api/access.h"
+#include "api/conversions.h"
+#include "api/dag.h"
+#include "api/session.h"
+#include "geometry/mesh.h"
+#include "nodes/meshNode.h"
+#include "nodes/transformNode.h"
+
+using host::api::Access;
+using host::api::failed;
+using host::api::incompatible;
+using host::api::missingObject;
+using host::api::noElement;
+using host::api::report;
+using host::api::scene;
+using host::api::string;
+using host::api::text;
+using host::graph::Node;
+using host::graph::NodeRef;
+
+namespace {
+
+/// Box of a node and everything below it in the space of its parent.
+host::geometry::BoundingBox boxOf(const NodeRef& node) {
+    host::geometry::BoundingBox box;
+    if (node->isA("mesh")) {
+        if (const host::nodes::MeshPtr mesh = host::nodes::meshOf(scene(), node))
+            box = host::geometry::bounds(mesh->mesh);
+        return box;
+    }
+    for (Node* child : node->children()) {
+        if (!host::nodes::isIntermediate(scene(), *child)) box.expand(boxOf(child->ref()));
+    }
+    return box.transformed(host::nodes::localMatrix(scene(), node));
+}
+
+}  // namespace
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+const unsigned int MFnDagNode::kNextPos = 0xFF;
+
+MFnDagNode::MFnDagNode() = default;
+MFnDagNode::~MFnDagNode() = default;
+
+MFnDagNode::MFnDagNode(MObject& object, MStatus* status)
+    : MFnDagNode(static_cast<const MObject&>(object), status) {}
+
+MFnDagNode::MFnDagNode(const MObject& object, MStatus* status) {
+    report(status, MFnDagNode::setObject(object));
+}
+
+MFnDagNode::MFnDagNode(const MDagPath& object, MStatus* status) {
+    report(status, MFnDagNode::setObject(object));
+}
+
+MFn::Type MFnDagNode::type() const {
+    return MFn::kDagNode;
+}
+
+MStatus MFnDagNode::setObject(MObject& object) {
+    return MFnDagNode::setObject(static_cast<const MObject&>(object));
+}
+
+MStatus MFnDagNode::setObject(const MObject& object) {
+    hasPath_ = false;
+    return MFnBase::setObject(object);
+}
+
+MStatus MFnDagNode::setObject(const MDagPath& path) {
+    hasPath_ = false;
+    // A path to a transform will do for a shape's function set.
+    MObject object = path.node();
+    if (!object.isNull() && !object.hasFn(type())) {
+        MDagPath shape(path);
+        if (shape.extendToShape()) object = shape.node();
+    }
+    const MStatus status = MFnBase::setObject(object);
+    hasPath_ = status;
+    return status;
+}
+
+MObject MFnDagNode::create(const MString& typeName, MObject& parent, MStatus* status) {
+    return create(typeName, MString(), parent, status);
+}
+
+MObject MFnDagNode::create(const MString& typeName, const MString& name, MObject& parent, MStatus* status) {
+    const host::graph::NodeType* nodeType = scene().types().find(text(typeName));
+    const NodeRef above = Access::node(parent);
+    const bool isParentMissing = above == nullptr && !parent.isNull() && !Access::isWorld(parent);
+    if (nodeType == nullptr || nodeType->isAbstract() || !nodeType->isDag() || isParentMissing)
+        return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
+    if (above != nullptr && !host::api::isTransform(*above)) return failed(status, incompatible(), MObject());
+    report(status, MStatus::kSuccess);
+    if (nodeType->isA("transform") || above != nullptr) {
+        object_ = Access::object(scene().createNode(*nodeType, text(name), above.get()));
+        return object_;
+    }
+    const NodeRef transform = scene().createNode(*scene().types().find("transform"), text(name));
+    object_ = Access::object(
+        scene().createNode(*nodeType, host::nodes::shapeNameFor(transform->name()), transform.get()));
+    return Access::object(transform);
+}
+
+unsigned int MFnDagNode::parentCount(MStatus* status) const {
+    if (Access::node(object_) == nullptr) return failed(status, missingObject(), 0U);
+    report(status, MStatus::kSuccess);
+    return 1;
+}
+
+MObject MFnDagNode::parent(unsigned int index, MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MObject());
+    if (index > 0) return failed(status, noElement(), MObject());
+    report(status, MStatus::kSuccess);
+    return host::api::parentObject(*node);
+}
+
+unsigned int MFnDagNode::childCount(MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), 0U);
+    report(status, MStatus::kSuccess);
+    return static_cast<unsigned int>(node->children().size());
+}
+
+MObject MFnDagNode::child(unsigned int index, MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MObject());
+    if (index >= node->children().size()) return failed(status, noElement(), MObject());
+    report(status, MStatus::kSuccess);
+    return Access::object(node->children()[index]->ref());
+}
+
+bool MFnDagNode::hasParent(const MObject& node, MStatus* status) const {
+    const NodeRef own = Access::node(object_);
+    if (own == nullptr) return failed(status, missingObject(), false);
+    report(status, MStatus::kSuccess);
+    return host::api::parentObject(*own) == node;
+}
+
+bool MFnDagNode::hasChild(const MObject& node, MStatus* status) const {
+    const NodeRef own = Access::node(object_);
+    if (own == nullptr) return failed(status, missingObject(), false);
+    report(status, MStatus::kSuccess);
+    const NodeRef other = Access::node(node);
+    return other != nullptr && other->parent() == own.get();
+}
+
+bool MFnDagNode::isChildOf(const MObject& node, MStatus* status) const {
+    const NodeRef own = Access::node(object_);
+    if (own == nullptr) return failed(status, missingObject(), false);
+    report(status, MStatus::kSuccess);
+    const NodeRef other = Access::node(node);
+    for (const Node* at = own->parent(); at != nullptr && other != nullptr; at = at->parent()) {
+        if (at == other.get()) return true;
+    }
+    return false;
+}
+
+bool MFnDagNode::isParentOf(const MObject& node, MStatus* status) const {
+    if (Access::node(object_) == nullptr) return failed(status, missingObject(), false);
+    report(status, MStatus::kSuccess);
+    MStatus attached;
+    const MFnDagNode other(node, &attached);
+    return attached && other.isChildOf(object_);
+}
+
+MStatus MFnDagNode::getPath(MDagPath& path) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return missingObject();
+    path = Access::path(node);
+    return MStatus::kSuccess;
+}
+
+MStatus MFnDagNode::getAllPaths(MDagPathArray& paths) const {
+    paths.clear();
+    MDagPath path;
+    const MStatus status = getPath(path);
+    if (status) paths.append(path);
+    return status;
+}
+
+MDagPath MFnDagNode::dagPath(MStatus* status) const {
+    if (!hasPath_) return failed(status, MStatus(MStatus::kFailure), MDagPath());
+    MDagPath path;
+    report(status, getPath(path));
+    return path;
+}
+
+MString MFnDagNode::fullPathName(MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    return string(scene().fullPath(*node));
+}
+
+MString MFnDagNode::partialPathName(MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    return string(scene().uniqueName(*node));
+}
+
+MMatrix MFnDagNode::transformationMatrix(MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MMatrix());
+    report(status, MStatus::kSuccess);
+    return host::api::toMatrix(host::nodes::localMatrix(scene(), node));
+}
+
+bool MFnDagNode::isIntermediateObject(MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), false);
+    report(status, MStatus::kSuccess);
+    return host::nodes::isIntermediate(scene(), *node);
+}
+
+MStatus MFnDagNode::setIntermediateObject(bool state) {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return missingObject();
+    host::nodes::setIntermediate(scene(), node, state);
+    return MStatus::kSuccess;
+}
+
+MBoundingBox MFnDagNode::boundingBox(MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MBoundingBox());
+    report(status, MStatus::kSuccess);
+    const host::geometry::BoundingBox box = boxOf(node);
+    if (box.empty) return MBoundingBox();
+    return MBoundingBox(host::api::toPoint(box.min), host::api::toPoint(box.max));
+}
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,0 +1,231 @@
+#include <maya/MDagPath.h>
+#include <maya/MDagPathArray.h>
+#include <maya/MMatrix.h>
+
+#include "api/access.h"
+#include "api/conversions.h"
+#include "api/dag.h"
+#include "api/session.h"
+#include "nodes/transformNode.h"
+
+using host::api::Access;
+using host::api::failed;
+using host::api::incompatible;
+using host::api::missingObject;
+using host::api::noElement;
+using host::api::report;
+using host::api::scene;
+using host::api::shapesBelow;
+using host::api::string;
+using host::graph::Node;
+using host::graph::NodeRef;
+
+namespace host::api {
+
+bool isTransform(const Node& node) {
+    return node.isA("transform");
+}
+
+std::vector<NodeRef> shapesBelow(const Node& node) {
+    std::vector<NodeRef> shapes;
+    for (Node* child : node.children()) {
+        if (!isTransform(*child)) shapes.push_back(child->ref());
+    }
+    return shapes;
+}
+
+MObject parentObject(const Node& node) {
+    return node.parent() != nullptr ? Access::object(node.parent()->ref()) : Access::world();
+}
+
+}  // namespace host::api
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+MDagPath::MDagPath() = default;
+MDagPath::MDagPath(const MDagPath& other) = default;
+MDagPath::~MDagPath() = default;
+MDagPath& MDagPath::operator=(const MDagPath& other) = default;
+
+bool MDagPath::operator==(const MDagPath& other) const {
+    return node_ == other.node_;
+}
+
+MStatus MDagPath::getAPathTo(const MObject& node, MDagPath& path) {
+    const NodeRef found = Access::node(node);
+    if (found == nullptr) return missingObject();
+    if (!found->type().isDag()) return incompatible();
+    path = Access::path(found);
+    return MStatus::kSuccess;
+}
+
+MDagPath MDagPath::getAPathTo(const MObject& node, MStatus* status) {
+    MDagPath path;
+    report(status, getAPathTo(node, path));
+    return path;
+}
+
+MStatus MDagPath::getAllPathsTo(const MObject& node, MDagPathArray& paths) {
+    paths.clear();
+    MDagPath path;
+    const MStatus status = getAPathTo(node, path);
+    if (status) paths.append(path);
+    return status;
+}
+
+bool MDagPath::isValid(MStatus* status) const {
+    report(status, MStatus::kSuccess);
+    return Access::node(*this) != nullptr;
+}
+
+bool MDagPath::hasFn(MFn::Type type, MStatus* status) const {
+    report(status, isValid() ? MStatus(MStatus::kSuccess) : missingObject());
+    return node_.hasFn(type);
+}
+
+MFn::Type MDagPath::apiType(MStatus* status) const {
+    report(status, isValid() ? MStatus(MStatus::kSuccess) : missingObject());
+    return node_.apiType();
+}
+
+MObject MDagPath::node(MStatus* status) const {
+    if (!isValid()) return failed(status, missingObject(), MObject());
+    report(status, MStatus::kSuccess);
+    return node_;
+}
+
+MObject MDagPath::transform(MStatus* status) const {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return failed(status, missingObject(), MObject());
+    if (host::api::isTransform(*node)) {
+        report(status, MStatus::kSuccess);
+        return node_;
+    }
+    if (node->parent() == nullptr) return failed(status, incompatible(), MObject());
+    report(status, MStatus::kSuccess);
+    return Access::object(node->parent()->ref());
+}
+
+unsigned int MDagPath::length(MStatus* status) const {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return failed(status, missingObject(), 0U);
+    report(status, MStatus::kSuccess);
+    unsigned int count = 0;
+    for (const Node* at = node.get(); at != nullptr; at = at->parent())
+        ++count;
+    return count;
+}
+
+MStatus MDagPath::extendToShape() {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return missingObject();
+    if (!host::api::isTransform(*node)) return MStatus::kSuccess;
+    const NodeRef shape = scene().shapeOf(node);
+    if (shape == nullptr) return incompatible();
+    node_ = Access::object(shape);
+    return MStatus::kSuccess;
+}
+
+MStatus MDagPath::extendToShapeDirectlyBelow(unsigned int index) {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return missingObject();
+    const std::vector<NodeRef> shapes = shapesBelow(*node);
+    if (index >= shapes.size()) return noElement();
+    node_ = Access::object(shapes[index]);
+    return MStatus::kSuccess;
+}
+
+MStatus MDagPath::numberOfShapesDirectlyBelow(unsigned int& count) const {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return missingObject();
+    count = static_cast<unsigned int>(shapesBelow(*node).size());
+    return MStatus::kSuccess;
+}
+
+MStatus MDagPath::push(const MObject& child) {
+    const NodeRef node = Access::node(*this);
+    const NodeRef next = Access::node(child);
+    if (next == nullptr || !next->type().isDag()) return MStatus::kInvalidParameter;
+    if (next->parent() != node.get()) return incompatible();
+    node_ = child;
+    return MStatus::kSuccess;
+}
+
+MStatus MDagPath::pop(unsigned int count) {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return missingObject();
+    if (count > length()) return MStatus::kInvalidParameter;
+    const Node* at = node.get();
+    for (unsigned int k = 0; k < count; ++k)
+        at = at->parent();
+    node_ = at != nullptr ? Access::object(const_cast<Node*>(at)->ref()) : MObject();
+    return MStatus::kSuccess;
+}
+
+unsigned int MDagPath::childCount(MStatus* status) const {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return failed(status, missingObject(), 0U);
+    report(status, MStatus::kSuccess);
+    return static_cast<unsigned int>(node->children().size());
+}
+
+MObject MDagPath::child(unsigned int index, MStatus* status) const {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return failed(status, missingObject(), MObject());
+    if (index >= node->children().size()) return failed(status, noElement(), MObject());
+    report(status, MStatus::kSuccess);
+    return Access::object(node->children()[index]->ref());
+}
+
+MMatrix MDagPath::inclusiveMatrix(MStatus* status) const {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return failed(status, missingObject(), MMatrix());
+    report(status, MStatus::kSuccess);
+    return host::api::toMatrix(host::nodes::worldMatrix(scene(), node));
+}
+
+MMatrix MDagPath::exclusiveMatrix(MStatus* status) const {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return failed(status, missingObject(), MMatrix());
+    report(status, MStatus::kSuccess);
+    return host::api::toMatrix(host::nodes::parentMatrix(scene(), node));
+}
+
+MMatrix MDagPath::inclusiveMatrixInverse(MStatus* status) const {
+    return inclusiveMatrix(status).inverse();
+}
+
+MMatrix MDagPath::exclusiveMatrixInverse(MStatus* status) const {
+    return exclusiveMatrix(status).inverse();
+}
+
+MString MDagPath::fullPathName(MStatus* status) const {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    return string(scene().fullPath(*node));
+}
+
+MString MDagPath::partialPathName(MStatus* status) const {
+    const NodeRef node = Access::node(*this);
+    if (node == nullptr) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    return string(scene().uniqueName(*node));
+}
+
+bool MDagPath::isInstanced(MStatus* status) const {
+    report(status, isValid() ? MStatus(MStatus::kSuccess) : missingObject());
+    return false;
+}
+
+unsigned int MDagPath::instanceNumber(MStatus* status) const {
+    report(status, isValid() ? MStatus(MStatus::kSuccess) : missingObject());
+    return 0;
+}
+
+MStatus MDagPath::set(const MDagPath& other) {
+    *this = other;
+    return MStatus::kSuccess;
+}
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,0 +1,212 @@
+#include <maya/MFnDependencyNode.h>
+#include <maya/MPlugArray.h>
+#include <maya/MStringArray.h>
+
+#include <string>
+#include <utility>
+
+#include "api/access.h"
+#include "api/session.h"
+#include "graph/names.h"
+
+using host::api::Access;
+using host::api::failed;
+using host::api::incompatible;
+using host::api::missingObject;
+using host::api::report;
+using host::api::scene;
+using host::api::string;
+using host::api::text;
+using host::graph::Attribute;
+using host::graph::NodeRef;
+using host::graph::Plug;
+
+namespace {
+
+bool isNameCharacter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+/// A node name is letters, digits and underscores; anything else becomes an underscore.
+std::string legalName(std::string name) {
+    for (char& c : name) {
+        if (!isNameCharacter(c)) c = '_';
+    }
+    if (!name.empty() && name.front() >= '0' && name.front() <= '9') name.insert(0, 1, '_');
+    return name;
+}
+
+}  // namespace
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+MFnDependencyNode::MFnDependencyNode() = default;
+MFnDependencyNode::~MFnDependencyNode() = default;
+
+MFnDependencyNode::MFnDependencyNode(MObject& object, MStatus* status)
+    : MFnDependencyNode(static_cast<const MObject&>(object), status) {}
+
+MFnDependencyNode::MFnDependencyNode(const MObject& object, MStatus* status) {
+    report(status, MFnBase::setObject(object));
+}
+
+MFn::Type MFnDependencyNode::type() const {
+    return MFn::kDependencyNode;
+}
+
+MObject MFnDependencyNode::create(const MString& typeName, MStatus* status) {
+    return create(typeName, MString(), status);
+}
+
+MObject MFnDependencyNode::create(const MString& typeName, const MString& name, MStatus* status) {
+    const host::graph::NodeType* nodeType = scene().types().find(text(typeName));
+    if (nodeType == nullptr || nodeType->isAbstract() || nodeType->isDag())
+        return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
+    object_ = Access::object(scene().createNode(*nodeType, legalName(text(name))));
+    report(status, MStatus::kSuccess);
+    return object_;
+}
+
+MString MFnDependencyNode::typeName(MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    return string(node->type().name());
+}
+
+MString MFnDependencyNode::name(MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    return string(node->name());
+}
+
+MString MFnDependencyNode::absoluteName(MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    return string(":" + node->name());
+}
+
+bool MFnDependencyNode::hasUniqueName() const {
+    const NodeRef node = Access::node(object_);
+    return node != nullptr && scene().nodesNamed(node->name()).size() == 1;
+}
+
+MString MFnDependencyNode::setName(const MString& name, bool, MStatus* status) {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MString());
+    const std::string wanted = legalName(text(name));
+    if (wanted.empty()) return failed(status, MStatus(MStatus::kInvalidParameter), MString());
+    report(status, MStatus::kSuccess);
+    return string(scene().rename(*node, wanted));
+}
+
+MStatus MFnDependencyNode::getConnections(MPlugArray& array) const {
+    array.clear();
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return missingObject();
+    for (const auto& [key, link] : node->incoming())
+        array.append(Access::plug(Plug(node, key)));
+    for (const auto& [key, links] : node->outgoing()) {
+        if (node->incoming().count(key) == 0) array.append(Access::plug(Plug(node, key)));
+    }
+    return MStatus::kSuccess;
+}
+
+MObject MFnDependencyNode::attribute(const MString& attributeName, MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MObject());
+    const Attribute* found = node->findAttribute(text(attributeName));
+    if (found == nullptr) return failed(status, incompatible(), MObject());
+    report(status, MStatus::kSuccess);
+    return Access::object(node, *found);
+}
+
+MFnDependencyNode::MAttrClass MFnDependencyNode::attributeClass(const MObject& attribute,
+                                                                MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), kInvalidAttr);
+    const Attribute* asked = Access::attribute(attribute);
+    if (asked == nullptr || node->findAttribute(asked->longName()) != asked)
+        return failed(status, incompatible(), kInvalidAttr);
+    report(status, MStatus::kSuccess);
+    return asked->isDynamic() ? kLocalDynamicAttr : kNormalAttr;
+}
+
+bool MFnDependencyNode::hasAttribute(const MString& name, MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), false);
+    report(status, MStatus::kSuccess);
+    return node->findAttribute(text(name)) != nullptr;
+}
+
+// A networked plug and a free copy read and write the same place; this host makes no difference between them.
+MPlug MFnDependencyNode::findPlug(const MString& attributeName, bool, MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MPlug());
+    Plug place = node->plug(text(attributeName));
+    if (!place) return failed(status, incompatible(), MPlug());
+    report(status, MStatus::kSuccess);
+    return Access::plug(std::move(place));
+}
+
+MPlug MFnDependencyNode::findPlug(const MObject& attribute, bool, MStatus* status) const {
+    if (Access::node(object_) == nullptr) return failed(status, missingObject(), MPlug());
+    MPlug plug(object_, attribute);
+    report(status, plug.isNull() ? incompatible() : MStatus(MStatus::kSuccess));
+    return plug;
+}
+
+bool MFnDependencyNode::setAlias(const MString& alias, const MString&, const MPlug& plug, bool add,
+                                 MStatus* status) {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), false);
+    const Plug& place = Access::place(plug);
+    const std::string wanted = text(alias);
+    if (!place || place.node() != node) return failed(status, incompatible(), false);
+    MObject ignored;
+    const bool isFree = !findAlias(alias, ignored) && node->findAttribute(wanted) == nullptr;
+    const bool isValid =
+        add ? host::graph::isLegalName(wanted) && isFree : node->alias(place.key()) == wanted;
+    if (!isValid) return failed(status, MStatus(MStatus::kInvalidParameter), false);
+    scene().setAlias(place, add ? wanted : std::string());
+    report(status, MStatus::kSuccess);
+    return true;
+}
+
+bool MFnDependencyNode::findAlias(const MString& alias, MObject& attribute, MStatus* status) const {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), false);
+    report(status, MStatus::kSuccess);
+    const std::string wanted = text(alias);
+    for (const auto& [name, key] : node->aliases()) {
+        if (name != wanted) continue;
+        attribute = Access::object(node, *key.attribute);
+        return true;
+    }
+    return false;
+}
+
+bool MFnDependencyNode::getAliasList(MStringArray& strings, MStatus* status) {
+    strings.clear();
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), false);
+    report(status, MStatus::kSuccess);
+    for (const auto& [name, key] : node->aliases()) {
+        strings.append(string(name));
+        strings.append(string(Plug(node, key).attributePath()));
+    }
+    return strings.length() > 0;
+}
+
+MString MFnDependencyNode::plugsAlias(const MPlug& plug, MStatus* status) {
+    const NodeRef node = Access::node(object_);
+    if (node == nullptr) return failed(status, missingObject(), MString());
+    const Plug& place = Access::place(plug);
+    if (!place || place.node() != node) return failed(status, incompatible(), MString());
+    report(status, MStatus::kSuccess);
+    return string(node->alias(place.key()));
+}
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

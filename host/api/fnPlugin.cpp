@@ -1,0 +1,106 @@
+#define MNoVersionString
+#define MNoPluginEntry
+#include <maya/MFnPlugin.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+
+#include "api/access.h"
+#include "api/apiCommand.h"
+#include "api/pluginLoader.h"
+#include "api/session.h"
+#include "graph/names.h"
+
+using host::api::Access;
+using host::api::ApiCommand;
+using host::api::failed;
+using host::api::missingObject;
+using host::api::Plugin;
+using host::api::report;
+using host::api::Session;
+using host::api::string;
+using host::api::text;
+
+namespace {
+
+/// One text of the description of a plug-in.
+template <typename Getter>
+MString describe(const MObject& object, MStatus* status, Getter getter) {
+    const Plugin* plugin = Access::plugin<Plugin>(object);
+    if (plugin == nullptr) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    return string(getter(plugin->description));
+}
+
+}  // namespace
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+MFnPlugin::MFnPlugin() = default;
+MFnPlugin::~MFnPlugin() = default;
+
+MFnPlugin::MFnPlugin(MObject& object, const char* vendor, const char* version, const char* requiredApiVersion,
+                     MStatus* status) {
+    report(status, MFnBase::setObject(object));
+    Plugin* plugin = Access::plugin<Plugin>(object_);
+    if (plugin == nullptr) return;
+    plugin->description.vendor = vendor != nullptr ? vendor : "";
+    plugin->description.version = version != nullptr ? version : "";
+    const std::string required = requiredApiVersion != nullptr ? requiredApiVersion : "";
+    plugin->description.apiVersion = required == "Any" ? std::to_string(MAYA_API_VERSION) : required;
+}
+
+MFn::Type MFnPlugin::type() const {
+    return MFn::kPlugin;
+}
+
+MString MFnPlugin::vendor(MStatus* status) const {
+    return describe(object_, status, [](const auto& description) { return description.vendor; });
+}
+
+MString MFnPlugin::version(MStatus* status) const {
+    return describe(object_, status, [](const auto& description) { return description.version; });
+}
+
+MString MFnPlugin::apiVersion(MStatus* status) const {
+    return describe(object_, status, [](const auto& description) { return description.apiVersion; });
+}
+
+MString MFnPlugin::name(MStatus* status) const {
+    return describe(object_, status, [](const auto& description) { return description.name; });
+}
+
+MString MFnPlugin::loadPath(MStatus* status) const {
+    return describe(object_, status, [](const auto& description) {
+        const std::size_t slash = description.path.rfind('/');
+        return slash != std::string::npos ? description.path.substr(0, slash) : std::string();
+    });
+}
+
+MStatus MFnPlugin::registerCommand(const MString& commandName, MCreatorFunction creatorFunction,
+                                   MCreateSyntaxFunction createSyntaxFunction) {
+    Plugin* plugin = Access::plugin<Plugin>(object_);
+    if (plugin == nullptr) return missingObject();
+    const std::string name = text(commandName);
+    if (creatorFunction == nullptr || !host::graph::isLegalName(name)) return MStatus::kInvalidParameter;
+    auto command = std::make_shared<ApiCommand>(plugin->description.name, plugin->library, creatorFunction,
+                                                createSyntaxFunction);
+    if (!Session::current().commands().addPlugin(name, plugin->description.name, std::move(command)))
+        return MStatus::kFailure;
+    plugin->description.commands.push_back(name);
+    return MStatus::kSuccess;
+}
+
+MStatus MFnPlugin::deregisterCommand(const MString& commandName) {
+    Plugin* plugin = Access::plugin<Plugin>(object_);
+    if (plugin == nullptr) return missingObject();
+    const std::string name = text(commandName);
+    if (!Session::current().commands().removePlugin(name, plugin->description.name))
+        return MStatus::kInvalidParameter;
+    std::vector<std::string>& commands = plugin->description.commands;
+    commands.erase(std::remove(commands.begin(), commands.end(), name), commands.end());
+    return MStatus::kSuccess;
+}
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

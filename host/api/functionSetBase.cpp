@@ -1,0 +1,43 @@
+#include <maya/MFnBase.h>
+
+#include "api/access.h"
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+using host::api::failed;
+using host::api::report;
+
+MFnBase::MFnBase() = default;
+MFnBase::~MFnBase() = default;
+
+MFn::Type MFnBase::type() const {
+    return MFn::kBase;
+}
+
+bool MFnBase::hasObj(MFn::Type type) const {
+    return object_.hasFn(type);
+}
+
+bool MFnBase::hasObj(const MObject& object) const {
+    return object.hasFn(type());
+}
+
+MObject MFnBase::object(MStatus* status) const {
+    if (!object_.hasFn(type())) return failed(status, host::api::missingObject(), MObject());
+    report(status, MStatus::kSuccess);
+    return object_;
+}
+
+MStatus MFnBase::setObject(MObject& object) {
+    return setObject(static_cast<const MObject&>(object));
+}
+
+MStatus MFnBase::setObject(const MObject& object) {
+    object_ = MObject();
+    if (object.isNull()) return host::api::missingObject();
+    if (!object.hasFn(type())) return host::api::incompatible();
+    object_ = object;
+    return MStatus::kSuccess;
+}
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

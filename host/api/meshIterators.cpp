@@ -1,0 +1,339 @@
+#include <maya/MItMeshEdge.h>
+#include <maya/MItMeshPolygon.h>
+#include <maya/MItMeshVertex.h>
+#include <maya/MPoint.h>
+#include <maya/MPointArray.h>
+#include <maya/MVector.h>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "api/access.h"
+#include "api/conversions.h"
+#include "api/meshAccess.h"
+
+using host::api::failed;
+using host::api::fill;
+using host::api::incompatible;
+using host::api::missingObject;
+using host::api::report;
+using host::geometry::IntSpan;
+using host::geometry::Topology;
+using host::geometry::Vec3;
+using host::graph::ComponentKind;
+
+namespace {
+
+using Walk = host::api::MeshWalk;
+
+/// The component of the element that a walk stands at.
+MObject currentComponent(const Walk& walk, MStatus* status) {
+    if (!walk.isValid()) return failed(status, missingObject(), MObject());
+    report(status, MStatus::kSuccess);
+    const int element = walk.current();
+    return host::api::Access::object(host::graph::Component(walk.kind, host::graph::Run{element, element}));
+}
+
+bool isContained(IntSpan values, int value) {
+    return std::find(values.begin(), values.end(), value) != values.end();
+}
+
+bool isBorderEdge(const Topology& topology, int edge) {
+    return topology.edgeFaces(edge).size() < 2;
+}
+
+bool hasBorderEdge(const Topology& topology, IntSpan edges) {
+    return std::any_of(edges.begin(), edges.end(), [&](int edge) { return isBorderEdge(topology, edge); });
+}
+
+/// Adds the edges at a vertex but one.
+void appendEdges(const Topology& topology, int vertex, int except, MIntArray& edges) {
+    for (const int edge : topology.vertexEdges(vertex)) {
+        if (edge != except) edges.append(edge);
+    }
+}
+
+/// What a list per corner of a face holds, ascending, each once, without the face's own.
+void gatherAround(IntSpan corners, const host::geometry::IntLists& lists, IntSpan own, MIntArray& result) {
+    std::vector<int> found;
+    for (const int corner : corners)
+        found.insert(found.end(), lists[corner].begin(), lists[corner].end());
+    std::sort(found.begin(), found.end());
+    found.erase(std::unique(found.begin(), found.end()), found.end());
+    const auto isOwn = [&](int value) { return isContained(own, value); };
+    found.erase(std::remove_if(found.begin(), found.end(), isOwn), found.end());
+    fill(result, found);
+}
+
+}  // namespace
+
+// What the three iterators have in common: attaching, stepping, counting.
+#define DELVEN_MESH_ITERATOR(Class, elementKind, ObjectArgument, ComponentArgument)                \
+    struct Class::State : Walk {                                                                   \
+        State() : Walk(elementKind) {}                                                             \
+    };                                                                                             \
+    Class::Class(const MObject& polyObject, MStatus* status) : state_(std::make_unique<State>()) { \
+        report(status, state_->attach(polyObject, MObject()));                                     \
+    }                                                                                              \
+    Class::Class(const MDagPath& polyObject, const MObject& component, MStatus* status)            \
+        : state_(std::make_unique<State>()) {                                                      \
+        report(status, state_->attach(polyObject, component));                                     \
+    }                                                                                              \
+    Class::~Class() = default;                                                                     \
+    bool Class::isDone(MStatus* status) {                                                          \
+        report(status, MStatus::kSuccess);                                                         \
+        return !state_->isValid();                                                                 \
+    }                                                                                              \
+    MStatus Class::next() {                                                                        \
+        return state_->next();                                                                     \
+    }                                                                                              \
+    MStatus Class::reset() {                                                                       \
+        state_->at = 0;                                                                            \
+        return state_->mesh != nullptr ? MStatus(MStatus::kSuccess) : missingObject();             \
+    }                                                                                              \
+    MStatus Class::reset(ObjectArgument polyObject) {                                              \
+        return state_->attach(polyObject, MObject());                                              \
+    }                                                                                              \
+    MStatus Class::reset(const MDagPath& polyObject, ComponentArgument component) {                \
+        return state_->attach(polyObject, component);                                              \
+    }                                                                                              \
+    unsigned int Class::count(MStatus* status) {                                                   \
+        report(status, state_->mesh != nullptr ? MStatus(MStatus::kSuccess) : missingObject());    \
+        return static_cast<unsigned int>(state_->count);                                           \
+    }                                                                                              \
+    MObject Class::currentItem(MStatus* status) {                                                  \
+        return currentComponent(*state_, status);                                                  \
+    }                                                                                              \
+    MStatus Class::setIndex(int index, int& previousIndex) {                                       \
+        return state_->setIndex(index, previousIndex);                                             \
+    }
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+DELVEN_MESH_ITERATOR(MItMeshVertex, ComponentKind::Vertex, MObject&, MObject&)
+DELVEN_MESH_ITERATOR(MItMeshEdge, ComponentKind::Edge, MObject&, MObject&)
+DELVEN_MESH_ITERATOR(MItMeshPolygon, ComponentKind::Face, const MObject&, const MObject&)
+
+int MItMeshVertex::index(MStatus* status) {
+    if (!state_->isValid()) return failed(status, missingObject(), -1);
+    report(status, MStatus::kSuccess);
+    return state_->current();
+}
+
+MPoint MItMeshVertex::position(MSpace::Space space, MStatus* status) {
+    const MStatus possible = state_->checkSpace(space);
+    report(status, possible);
+    return possible ? state_->point(state_->vertex(state_->current()), space) : MPoint();
+}
+
+bool MItMeshVertex::onBoundary(MStatus* status) {
+    report(status, state_->check());
+    return state_->isValid() &&
+           hasBorderEdge(state_->topology(), state_->topology().vertexEdges(state_->current()));
+}
+
+MStatus MItMeshVertex::numConnectedFaces(int& faceCount) const {
+    if (!state_->isValid()) return missingObject();
+    faceCount = state_->topology().vertexFaces(state_->current()).size();
+    return MStatus::kSuccess;
+}
+
+MStatus MItMeshVertex::numConnectedEdges(int& edgeCount) const {
+    if (!state_->isValid()) return missingObject();
+    edgeCount = state_->topology().vertexEdges(state_->current()).size();
+    return MStatus::kSuccess;
+}
+
+MStatus MItMeshVertex::getConnectedEdges(MIntArray& edges) const {
+    if (!state_->isValid()) return missingObject();
+    fill(edges, state_->topology().vertexEdges(state_->current()));
+    return MStatus::kSuccess;
+}
+
+MStatus MItMeshVertex::getConnectedVertices(MIntArray& vertices) const {
+    if (!state_->isValid()) return missingObject();
+    fill(vertices, state_->topology().vertexNeighbours(state_->current()));
+    return MStatus::kSuccess;
+}
+
+MStatus MItMeshVertex::getConnectedFaces(MIntArray& faces) const {
+    if (!state_->isValid()) return missingObject();
+    fill(faces, state_->topology().vertexFaces(state_->current()));
+    return MStatus::kSuccess;
+}
+
+bool MItMeshVertex::connectedToEdge(int index, MStatus* status) {
+    report(status, state_->check());
+    return state_->isValid() && isContained(state_->topology().vertexEdges(state_->current()), index);
+}
+
+bool MItMeshVertex::connectedToFace(int index, MStatus* status) {
+    report(status, state_->check());
+    return state_->isValid() && isContained(state_->topology().vertexFaces(state_->current()), index);
+}
+
+int MItMeshEdge::index(MStatus* status) const {
+    if (!state_->isValid()) return failed(status, missingObject(), -1);
+    report(status, MStatus::kSuccess);
+    return state_->current();
+}
+
+int MItMeshEdge::index(int vertexId, MStatus* status) {
+    if (!state_->isValid()) return failed(status, missingObject(), -1);
+    if (vertexId != 0 && vertexId != 1) return failed(status, host::api::noElement(), -1);
+    report(status, MStatus::kSuccess);
+    return state_->topology().edge(state_->current())[static_cast<std::size_t>(vertexId)];
+}
+
+MPoint MItMeshEdge::center(MSpace::Space space, MStatus* status) {
+    const MStatus possible = state_->checkSpace(space);
+    report(status, possible);
+    if (!possible) return MPoint();
+    const host::geometry::Edge& edge = state_->topology().edge(state_->current());
+    return state_->point((state_->vertex(edge[0]) + state_->vertex(edge[1])) * 0.5, space);
+}
+
+MPoint MItMeshEdge::point(int index, MSpace::Space space, MStatus* status) {
+    const MStatus possible = state_->checkSpace(space);
+    if (!possible) return failed(status, possible, MPoint());
+    if (index != 0 && index != 1) return failed(status, host::api::noElement(), MPoint());
+    report(status, MStatus::kSuccess);
+    const host::geometry::Edge& edge = state_->topology().edge(state_->current());
+    return state_->point(state_->vertex(edge[static_cast<std::size_t>(index)]), space);
+}
+
+MStatus MItMeshEdge::getLength(double& length, MSpace::Space space) {
+    const MStatus possible = state_->checkSpace(space);
+    if (possible) length = point(0, space).distanceTo(point(1, space));
+    return possible;
+}
+
+bool MItMeshEdge::onBoundary(MStatus* status) {
+    report(status, state_->check());
+    return state_->isValid() && isBorderEdge(state_->topology(), state_->current());
+}
+
+MStatus MItMeshEdge::numConnectedFaces(int& faceCount) {
+    if (!state_->isValid()) return missingObject();
+    faceCount = state_->topology().edgeFaces(state_->current()).size();
+    return MStatus::kSuccess;
+}
+
+MStatus MItMeshEdge::numConnectedEdges(int& edgeCount) {
+    if (!state_->isValid()) return missingObject();
+    const Topology& topology = state_->topology();
+    const host::geometry::Edge& edge = topology.edge(state_->current());
+    edgeCount = topology.vertexEdges(edge[0]).size() + topology.vertexEdges(edge[1]).size() - 2;
+    return MStatus::kSuccess;
+}
+
+int MItMeshEdge::getConnectedFaces(MIntArray& faces, MStatus* status) const {
+    faces.clear();
+    if (!state_->isValid()) return failed(status, missingObject(), 0);
+    report(status, MStatus::kSuccess);
+    fill(faces, state_->topology().edgeFaces(state_->current()));
+    return static_cast<int>(faces.length());
+}
+
+int MItMeshEdge::getConnectedEdges(MIntArray& edges, MStatus* status) const {
+    edges.clear();
+    if (!state_->isValid()) return failed(status, missingObject(), 0);
+    report(status, MStatus::kSuccess);
+    const int own = state_->current();
+    for (const int vertex : state_->topology().edge(own))
+        appendEdges(state_->topology(), vertex, own, edges);
+    return static_cast<int>(edges.length());
+}
+
+unsigned int MItMeshPolygon::index(MStatus* status) {
+    if (!state_->isValid()) return failed(status, missingObject(), 0U);
+    report(status, MStatus::kSuccess);
+    return static_cast<unsigned int>(state_->current());
+}
+
+MPoint MItMeshPolygon::center(MSpace::Space space, MStatus* status) {
+    const MStatus possible = state_->checkSpace(space);
+    report(status, possible);
+    if (!possible) return MPoint();
+    return state_->point(host::geometry::faceCentre(state_->mesh->mesh, state_->current()), space);
+}
+
+unsigned int MItMeshPolygon::polygonVertexCount(MStatus* status) {
+    report(status, state_->check());
+    return state_->isValid() ? static_cast<unsigned int>(state_->topology().faceSize(state_->current())) : 0U;
+}
+
+int MItMeshPolygon::vertexIndex(int index, MStatus* status) {
+    if (!state_->isValid()) return failed(status, missingObject(), -1);
+    const IntSpan corners = state_->topology().faceVertices(state_->current());
+    if (index < 0 || index >= corners.size()) return failed(status, host::api::noElement(), -1);
+    report(status, MStatus::kSuccess);
+    return corners[index];
+}
+
+MStatus MItMeshPolygon::getVertices(MIntArray& vertices) const {
+    if (!state_->isValid()) return missingObject();
+    fill(vertices, state_->topology().faceVertices(state_->current()));
+    return MStatus::kSuccess;
+}
+
+MStatus MItMeshPolygon::getEdges(MIntArray& edges) const {
+    if (!state_->isValid()) return missingObject();
+    fill(edges, state_->topology().faceEdges(state_->current()));
+    return MStatus::kSuccess;
+}
+
+void MItMeshPolygon::getPoints(MPointArray& points, MSpace::Space space, MStatus* status) {
+    points.clear();
+    const MStatus possible = state_->checkSpace(space);
+    report(status, possible);
+    if (!possible) return;
+    for (const int vertex : state_->topology().faceVertices(state_->current()))
+        points.append(state_->point(state_->vertex(vertex), space));
+}
+
+MStatus MItMeshPolygon::getNormal(MVector& normal, MSpace::Space space) const {
+    const MStatus possible = state_->checkSpace(space);
+    if (!possible) return possible;
+    const bool isWorld = space == MSpace::kWorld;
+    normal =
+        host::api::faceNormal(state_->mesh->mesh, state_->current(), isWorld ? &state_->toWorld : nullptr);
+    return MStatus::kSuccess;
+}
+
+MStatus MItMeshPolygon::getConnectedFaces(MIntArray& faces) const {
+    if (!state_->isValid()) return missingObject();
+    fill(faces, state_->topology().faceNeighbours(state_->current()));
+    return MStatus::kSuccess;
+}
+
+MStatus MItMeshPolygon::getConnectedEdges(MIntArray& edges) const {
+    if (!state_->isValid()) return missingObject();
+    const Topology& topology = state_->topology();
+    const int face = state_->current();
+    gatherAround(topology.faceVertices(face), topology.vertexEdges(), topology.faceEdges(face), edges);
+    return MStatus::kSuccess;
+}
+
+MStatus MItMeshPolygon::getConnectedVertices(MIntArray& vertices) const {
+    if (!state_->isValid()) return missingObject();
+    const Topology& topology = state_->topology();
+    const IntSpan corners = topology.faceVertices(state_->current());
+    gatherAround(corners, topology.vertexNeighbours(), corners, vertices);
+    return MStatus::kSuccess;
+}
+
+MStatus MItMeshPolygon::numConnectedFaces(int& faceCount) const {
+    if (!state_->isValid()) return missingObject();
+    faceCount = static_cast<int>(state_->topology().faceNeighbours(state_->current()).size());
+    return MStatus::kSuccess;
+}
+
+bool MItMeshPolygon::onBoundary(MStatus* status) {
+    report(status, state_->check());
+    return state_->isValid() &&
+           hasBorderEdge(state_->topology(), state_->topology().faceEdges(state_->current()));
+}
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

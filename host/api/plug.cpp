@@ -1,0 +1,396 @@
+#include <maya/MIntArray.h>
+#include <maya/MPlug.h>
+#include <maya/MPlugArray.h>
+
+#include <algorithm>
+#include <iterator>
+#include <new>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "api/access.h"
+#include "api/plugAccess.h"
+#include "api/session.h"
+
+using host::api::Access;
+using host::api::failed;
+using host::api::incompatible;
+using host::api::missingObject;
+using host::api::noElement;
+using host::api::report;
+using host::api::scene;
+using host::graph::Attribute;
+using host::graph::Plug;
+
+namespace host::api {
+
+bool isUsable(const Plug& place) {
+    return place && place.node()->isAlive();
+}
+
+namespace {
+
+/// One step of an attribute path: "vlist[0]".
+void appendPart(std::string& text, const Plug& place, const Attribute& part, bool longNames) {
+    if (!text.empty()) text += '.';
+    text += longNames ? part.longName() : part.shortName();
+    const bool isLeaf = &part == &place.attribute();
+    if (!part.isArray() || (isLeaf && !place.isElement())) return;
+    text += '[';
+    text += std::to_string(place.key().indices[static_cast<std::size_t>(part.arrayDepth() - 1)]);
+    text += ']';
+}
+
+std::string attributeText(const Plug& place, bool full, bool longNames) {
+    std::string text;
+    for (const Attribute* part : place.attribute().path()) {
+        if (full || part->isArray() || part == &place.attribute()) appendPart(text, place, *part, longNames);
+    }
+    return text;
+}
+
+/// The elements of an array plug that are connected themselves or below.
+std::set<int> connectedElements(const Plug& array) {
+    std::set<int> result;
+    const auto depth = static_cast<std::size_t>(array.attribute().arrayDepth() - 1);
+    for (const graph::Connection& connection : scene().connectionsBelow(array)) {
+        for (const Plug* end : {&connection.source, &connection.destination}) {
+            const auto& path = end->attribute().path();
+            const bool isBelow = end->node() == array.node() && end->key().depth > depth &&
+                                 std::find(path.begin(), path.end(), &array.attribute()) != path.end();
+            if (isBelow) result.insert(end->key().indices[depth]);
+        }
+    }
+    return result;
+}
+
+}  // namespace
+
+}  // namespace host::api
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+using host::api::isUsable;
+
+MPlug::MPlug() {
+    new (place_) Plug();
+}
+
+MPlug::MPlug(const MPlug& other) {
+    new (place_) Plug(Access::place(other));
+}
+
+MPlug::MPlug(const MObject& node, const MObject& attribute) : MPlug() {
+    const host::graph::NodeRef owner = Access::node(node);
+    const Attribute* wanted = Access::attribute(attribute);
+    if (owner == nullptr || wanted == nullptr || owner->findAttribute(wanted->longName()) != wanted) return;
+    Access::place(*this) = owner->plug(*wanted);
+}
+
+MPlug::~MPlug() {
+    Access::place(*this).~Plug();
+}
+
+MPlug& MPlug::operator=(const MPlug& other) {
+    Access::place(*this) = Access::place(other);
+    return *this;
+}
+
+bool MPlug::operator==(const MPlug& other) const {
+    return Access::place(*this) == Access::place(other);
+}
+
+bool MPlug::operator==(const MObject& attribute) const {
+    const Plug& place = Access::place(*this);
+    return place && &place.attribute() == Access::attribute(attribute);
+}
+
+bool MPlug::operator!=(const MPlug& other) const {
+    return !(*this == other);
+}
+
+bool MPlug::operator!=(const MObject& attribute) const {
+    return !(*this == attribute);
+}
+
+MObject MPlug::attribute(MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MObject());
+    report(status, MStatus::kSuccess);
+    return Access::object(place.node(), place.attribute());
+}
+
+MObject MPlug::node(MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MObject());
+    report(status, MStatus::kSuccess);
+    return Access::object(place.node());
+}
+
+MString MPlug::name(MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    return host::api::string(scene().plugName(place));
+}
+
+MString MPlug::partialName(bool includeNodeName, bool, bool, bool useAlias, bool useFullAttributePath,
+                           bool useLongNames, MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    std::string text = useAlias ? place.node()->alias(place.key()) : std::string();
+    if (text.empty()) text = host::api::attributeText(place, useFullAttributePath, useLongNames);
+    if (includeNodeName) text.insert(0, scene().uniqueName(*place.node()) + '.');
+    return host::api::string(text);
+}
+
+bool MPlug::isNull(MStatus* status) const {
+    report(status, MStatus::kSuccess);
+    return !Access::place(*this);
+}
+
+namespace {
+
+/// A yes-or-no question to a plug; a null plug is a failure and answers no.
+template <typename Question>
+bool ask(const MPlug& plug, MStatus* status, Question question) {
+    const Plug& place = Access::place(plug);
+    if (!isUsable(place)) return failed(status, missingObject(), false);
+    report(status, MStatus::kSuccess);
+    return question(place);
+}
+
+}  // namespace
+
+bool MPlug::isArray(MStatus* status) const {
+    return ask(*this, status, [](const Plug& place) { return place.isArray(); });
+}
+
+bool MPlug::isElement(MStatus* status) const {
+    return ask(*this, status, [](const Plug& place) { return place.isElement(); });
+}
+
+bool MPlug::isCompound(MStatus* status) const {
+    return ask(*this, status, [](const Plug& place) { return place.isCompound(); });
+}
+
+bool MPlug::isChild(MStatus* status) const {
+    return ask(*this, status,
+               [](const Plug& place) { return !place.isElement() && place.attribute().parent() != nullptr; });
+}
+
+bool MPlug::isDynamic(MStatus* status) const {
+    return ask(*this, status, [](const Plug& place) { return place.attribute().isDynamic(); });
+}
+
+bool MPlug::isLocked(MStatus* status) const {
+    return ask(*this, status, host::api::isLocked);
+}
+
+bool MPlug::isKeyable(MStatus* status) const {
+    return ask(*this, status, [](const Plug& place) { return place.node()->state(place.key()).isKeyable; });
+}
+
+MStatus MPlug::setLocked(bool locked) {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return missingObject();
+    host::graph::PlugState state = place.node()->state(place.key());
+    state.isLocked = locked;
+    scene().setState(place, state);
+    return MStatus::kSuccess;
+}
+
+MStatus MPlug::setKeyable(bool keyable) {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return missingObject();
+    host::graph::PlugState state = place.node()->state(place.key());
+    state.isKeyable = keyable;
+    scene().setState(place, state);
+    return MStatus::kSuccess;
+}
+
+unsigned int MPlug::numElements(MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), 0U);
+    if (!place.isArray() || !place.isFullyIndexed()) return failed(status, incompatible(), 0U);
+    report(status, MStatus::kSuccess);
+    return static_cast<unsigned int>(scene().elementCount(place));
+}
+
+// Elements come from writing and connecting only, so that evaluating never adds one.
+unsigned int MPlug::evaluateNumElements(MStatus* status) {
+    return numElements(status);
+}
+
+unsigned int MPlug::numChildren(MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), 0U);
+    if (!place.isCompound()) return failed(status, incompatible(), 0U);
+    report(status, MStatus::kSuccess);
+    return static_cast<unsigned int>(place.attribute().children().size());
+}
+
+unsigned int MPlug::numConnectedElements(MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), 0U);
+    if (!place.isArray()) return failed(status, incompatible(), 0U);
+    report(status, MStatus::kSuccess);
+    return static_cast<unsigned int>(host::api::connectedElements(place).size());
+}
+
+unsigned int MPlug::numConnectedChildren(MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), 0U);
+    if (!place.isCompound()) return failed(status, incompatible(), 0U);
+    report(status, MStatus::kSuccess);
+    unsigned int count = 0;
+    for (const auto& child : place.attribute().children()) {
+        if (!scene().connectionsBelow(place.child(*child)).empty()) ++count;
+    }
+    return count;
+}
+
+unsigned int MPlug::logicalIndex(MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), 0U);
+    if (!place.isElement()) return failed(status, incompatible(), 0U);
+    report(status, MStatus::kSuccess);
+    return static_cast<unsigned int>(place.logicalIndex());
+}
+
+unsigned int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status) const {
+    indices.clear();
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), 0U);
+    if (!place.isArray() || !place.isFullyIndexed()) return failed(status, incompatible(), 0U);
+    const std::vector<int> existing = scene().elements(place);
+    const auto count = static_cast<unsigned int>(existing.size());
+    indices = MIntArray(existing.data(), count);
+    report(status, MStatus::kSuccess);
+    return count;
+}
+
+MStatus MPlug::selectAncestorLogicalIndex(unsigned int index, const MObject& attribute) {
+    Plug& place = Access::place(*this);
+    if (!isUsable(place)) return missingObject();
+    const Attribute* wanted = Access::attribute(attribute);
+    const Attribute* nearest = nullptr;
+    for (const Attribute* part : place.attribute().path()) {
+        const bool isIndexed = part->isArray() && part->arrayDepth() <= place.key().depth;
+        if (isIndexed && (wanted == nullptr || part == wanted)) nearest = part;
+    }
+    if (nearest == nullptr) return incompatible();
+    host::graph::PlugKey key = place.key();
+    key.indices[static_cast<std::size_t>(nearest->arrayDepth() - 1)] = static_cast<int>(index);
+    place = Plug(place.node(), key);
+    return MStatus::kSuccess;
+}
+
+MPlug MPlug::elementByLogicalIndex(unsigned int index, MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
+    if (!place.isArray() || static_cast<int>(index) < 0) return failed(status, incompatible(), MPlug());
+    report(status, MStatus::kSuccess);
+    return Access::plug(place.element(static_cast<int>(index)));
+}
+
+MPlug MPlug::elementByPhysicalIndex(unsigned int index, MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
+    if (!place.isArray() || !place.isFullyIndexed()) return failed(status, incompatible(), MPlug());
+    const int logical = scene().elementAt(place, static_cast<int>(index));
+    if (logical < 0) return failed(status, noElement(), MPlug());
+    report(status, MStatus::kSuccess);
+    return Access::plug(place.element(logical));
+}
+
+MPlug MPlug::connectionByPhysicalIndex(unsigned int index, MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
+    if (!place.isArray()) return failed(status, incompatible(), MPlug());
+    const std::set<int> connected = host::api::connectedElements(place);
+    if (index >= connected.size()) return failed(status, noElement(), MPlug());
+    report(status, MStatus::kSuccess);
+    return Access::plug(place.element(*std::next(connected.begin(), static_cast<std::ptrdiff_t>(index))));
+}
+
+MPlug MPlug::array(MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
+    if (!place.isElement()) return failed(status, incompatible(), MPlug());
+    report(status, MStatus::kSuccess);
+    return Access::plug(place.array());
+}
+
+MPlug MPlug::parent(MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
+    if (place.isElement() || place.attribute().parent() == nullptr)
+        return failed(status, incompatible(), MPlug());
+    report(status, MStatus::kSuccess);
+    return Access::plug(place.parent());
+}
+
+MPlug MPlug::child(unsigned int index, MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
+    if (!place.isCompound() || place.isArray()) return failed(status, incompatible(), MPlug());
+    if (index >= place.attribute().children().size()) return failed(status, noElement(), MPlug());
+    report(status, MStatus::kSuccess);
+    return Access::plug(place.child(static_cast<int>(index)));
+}
+
+MPlug MPlug::child(const MObject& attribute, MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
+    const Attribute* wanted = Access::attribute(attribute);
+    if (wanted == nullptr || wanted->parent() != &place.attribute() || place.isArray())
+        return failed(status, incompatible(), MPlug());
+    report(status, MStatus::kSuccess);
+    return Access::plug(place.child(*wanted));
+}
+
+bool MPlug::isConnected(MStatus* status) const {
+    return isDestination(status) || isSource(status);
+}
+
+bool MPlug::isSource(MStatus* status) const {
+    return ask(*this, status,
+               [](const Plug& place) { return place.node()->outgoing().count(place.key()) > 0; });
+}
+
+bool MPlug::isDestination(MStatus* status) const {
+    return ask(*this, status,
+               [](const Plug& place) { return place.node()->incoming().count(place.key()) > 0; });
+}
+
+bool MPlug::connectedTo(MPlugArray& array, bool asDst, bool asSrc, MStatus* status) const {
+    array.clear();
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), false);
+    report(status, MStatus::kSuccess);
+    if (asDst) {
+        if (Plug source = scene().source(place)) array.append(Access::plug(std::move(source)));
+    }
+    if (asSrc) {
+        for (Plug& destination : scene().destinations(place))
+            array.append(Access::plug(std::move(destination)));
+    }
+    return array.length() > 0;
+}
+
+MPlug MPlug::source(MStatus* status) const {
+    const Plug& place = Access::place(*this);
+    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
+    report(status, MStatus::kSuccess);
+    return Access::plug(scene().source(place));
+}
+
+bool MPlug::destinations(MPlugArray& plugs, MStatus* status) const {
+    return connectedTo(plugs, false, true, status);
+}
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,0 +1,27 @@
+#include "api/session.h"
+
+#include <cassert>
+
+namespace host::api {
+
+namespace {
+
+Session* currentSession = nullptr;
+
+}  // namespace
+
+Session::Session(mel::CommandRegistry& commands) : commands_(commands) {
+    assert(currentSession == nullptr);
+    currentSession = this;
+}
+
+Session::~Session() {
+    currentSession = nullptr;
+}
+
+Session& Session::current() {
+    assert(currentSession != nullptr);
+    return *currentSession;
+}
+
+}  // namespace host::api

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <atomic>
+#include <string>
+
+#include "graph/graph.h"
+#include "mel/commandRegistry.h"
+
+namespace host::api {
+
+/// One call of a plug-in's command while it runs, and later its undo or redo.
+struct PluginCall {
+    std::string owner;  // the plug-in's name
+    mel::Value result{};
+    /// The arguments did not fit the command's syntax: the call fails whatever the command says.
+    bool hasArgumentError = false;
+    /// The command has shown an error, perhaps from a thread of its own.
+    std::atomic<bool> hasShownError{false};
+};
+
+/// Ties the API, whose functions know no scene, to the one running scene. One session at a time; the registry
+/// and its graph outlive it.
+class Session {
+  public:
+    explicit Session(mel::CommandRegistry& commands);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    /// The running session. There is one whenever an API call may arrive.
+    static Session& current();
+
+    graph::Graph& graph() { return commands_.graph(); }
+    mel::CommandRegistry& commands() { return commands_; }
+
+    /// The innermost call that is running; null outside.
+    PluginCall* call() const { return call_; }
+
+  private:
+    friend class CallScope;
+
+    mel::CommandRegistry& commands_;
+    PluginCall* call_ = nullptr;
+};
+
+/// Makes a call the running one for a scope. The graph records nothing meanwhile: what a plug-in changes is
+/// its own to take back.
+class CallScope {
+  public:
+    explicit CallScope(PluginCall& call)
+        : outer_(Session::current().call_), silent_(Session::current().graph(), nullptr) {
+        Session::current().call_ = &call;
+    }
+    ~CallScope() { Session::current().call_ = outer_; }
+    CallScope(const CallScope&) = delete;
+    CallScope& operator=(const CallScope&) = delete;
+
+  private:
+    PluginCall* outer_;
+    graph::RecordingScope silent_;
+};
+
+/// The scene of the running session.
+inline graph::Graph& scene() {
+    return Session::current().graph();
+}
+
+}  // namespace host::api

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <maya/MSyntax.h>
+
+#include <climits>
+
+#include "mel/syntax.h"
+
+namespace host::api {
+
+/// What an MSyntax holds: the host's table, and what the table leaves to the parsers of the API.
+struct SyntaxTable {
+    mel::Syntax syntax;
+    MSyntax::MObjectFormat format = MSyntax::kNone;
+    bool usesSelection = false;
+    // Counted after the selection stood in for missing names, so that the table itself must not count.
+    unsigned int minimumObjects = 0;
+    unsigned int maximumObjects = UINT_MAX;
+};
+
+}  // namespace host::api

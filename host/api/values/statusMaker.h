@@ -1,0 +1,28 @@
+#pragma once
+
+#include <maya/MStatus.h>
+
+namespace host::api {
+
+/// Why a call failed, where the host says more than its code does.
+enum class Explanation : unsigned char {
+    ofCode = 0,  ///< the code's own general text
+    objectDoesNotExist,
+    noElementAtIndex,
+    incompatibleObject,
+    internalFailure
+};
+
+/// Makes statuses that carry an explanation and reads it back.
+class StatusMaker {
+  public:
+    static MStatus make(MStatus::MStatusCode code, Explanation explanation);
+    /// The explanation alone, without the code's name.
+    static const char* text(const MStatus& status);
+};
+
+/// The status into `destination` unless that is null, for the `MStatus* ReturnStatus` of the API; returns the
+/// status.
+MStatus report(MStatus* destination, const MStatus& status);
+
+}  // namespace host::api

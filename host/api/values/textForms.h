@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Text forms of numbers and of wide characters. A decimal point is a point in every locale the host runs in:
+/// it never sets one.
+namespace host::api {
+
+/// At most `digits` significant digits, no trailing zeros; a whole number below 1e15 in full, without a
+/// point.
+std::string numberText(double value, int digits = 10);
+
+/// Fixed-point form; `decimals` below 0 count as 0.
+std::string fixedText(double value, int decimals);
+
+/// Characters outside the basic plane become surrogate pairs where wchar_t has 16 bits; bytes that are no
+/// UTF-8 become U+FFFD.
+std::wstring wideFromUtf8(std::string_view text);
+std::string utf8FromWide(std::wstring_view text);
+
+}  // namespace host::api

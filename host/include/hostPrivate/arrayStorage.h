@@ -1,0 +1,123 @@
+#pragma once
+
+#include <maya/MStatus.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <ostream>
+#include <utility>
+#include <vector>
+
+namespace host::api {
+
+/// What the array classes of the API have in common. No part of the API: a plug-in never names it.
+///
+/// Indices outside the array are the caller's fault in `at`; set, insert and remove report them.
+template <typename Element>
+class ArrayStorage {
+  public:
+    using Iterator = typename std::vector<Element>::iterator;
+    using ConstIterator = typename std::vector<Element>::const_iterator;
+
+    ArrayStorage() = default;
+    ArrayStorage(unsigned int length, const Element& value) : elements_(length, value) {}
+    ArrayStorage(const Element* source, unsigned int count) : elements_(source, source + count) {}
+
+    /// From rows of numbers, such as double[][4]; an element is made from each row.
+    template <typename Number, std::size_t width>
+    static ArrayStorage fromRows(const Number source[][width], unsigned int count) {
+        ArrayStorage storage;
+        storage.elements_.reserve(count);
+        for (unsigned int i = 0; i < count; ++i) {
+            storage.elements_.emplace_back(source[i]);
+        }
+        return storage;
+    }
+
+    unsigned int length() const { return static_cast<unsigned int>(elements_.size()); }
+    Element& at(unsigned int index) { return elements_[index]; }
+    const Element& at(unsigned int index) const { return elements_[index]; }
+    Iterator begin() { return elements_.begin(); }
+    Iterator end() { return elements_.end(); }
+    ConstIterator begin() const { return elements_.begin(); }
+    ConstIterator end() const { return elements_.end(); }
+
+    MStatus set(const Element& element, unsigned int index) {
+        if (index >= length()) return MStatus::kInvalidParameter;
+        elements_[index] = element;
+        return MStatus::kSuccess;
+    }
+
+    /// New elements at the end have the element type's default value.
+    MStatus setLength(unsigned int length) {
+        elements_.resize(length);
+        return MStatus::kSuccess;
+    }
+
+    /// `element` may be one of the array's own.
+    MStatus append(const Element& element) {
+        if (elements_.size() < elements_.capacity()) {
+            elements_.push_back(element);
+            return MStatus::kSuccess;
+        }
+        Element copy(element);
+        elements_.reserve(elements_.size() + std::max<std::size_t>(elements_.size(), sizeIncrement_));
+        elements_.push_back(std::move(copy));
+        return MStatus::kSuccess;
+    }
+
+    MStatus insert(const Element& element, unsigned int index) {
+        if (index > length()) return MStatus::kInvalidParameter;
+        elements_.insert(elements_.begin() + static_cast<std::ptrdiff_t>(index), element);
+        return MStatus::kSuccess;
+    }
+
+    MStatus remove(unsigned int index) {
+        if (index >= length()) return MStatus::kInvalidParameter;
+        elements_.erase(elements_.begin() + static_cast<std::ptrdiff_t>(index));
+        return MStatus::kSuccess;
+    }
+
+    MStatus copy(const ArrayStorage& source) {
+        elements_ = source.elements_;
+        return MStatus::kSuccess;
+    }
+
+    MStatus clear() {
+        elements_.clear();
+        return MStatus::kSuccess;
+    }
+
+    MStatus get(Element* destination) const {
+        std::copy(elements_.begin(), elements_.end(), destination);
+        return MStatus::kSuccess;
+    }
+
+    /// As `get` into rows of numbers; the elements write themselves.
+    template <typename Number, std::size_t width>
+    MStatus getRows(Number destination[][width]) const {
+        for (std::size_t i = 0; i < elements_.size(); ++i) {
+            elements_[i].get(destination[i]);
+        }
+        return MStatus::kSuccess;
+    }
+
+    /// Least number of elements that room is made for when the array grows.
+    void setSizeIncrement(unsigned int increment) { sizeIncrement_ = std::max(increment, 1U); }
+    unsigned int sizeIncrement() const { return sizeIncrement_; }
+
+    /// "[a, b, c]"
+    void write(std::ostream& out) const {
+        out << '[';
+        for (std::size_t i = 0; i < elements_.size(); ++i) {
+            out << (i == 0 ? "" : ", ") << elements_[i];
+        }
+        out << ']';
+    }
+
+  private:
+    std::vector<Element> elements_;
+    unsigned int sizeIncrement_ = 1;
+};
+
+}  // namespace host::api

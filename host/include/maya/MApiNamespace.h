@@ -1,0 +1,99 @@
+#pragma once
+
+/// The versioned namespace that holds every class of the API, and the macros that open and close it.
+///
+/// A plug-in uses the plain names: this header brings them into the global namespace. It must not declare a
+/// class of the API itself (`class MString;` would declare another, unrelated one); the declarations below
+/// are for that.
+
+#define OPENMAYA_API_VERSION 20250000
+#define OPENMAYA_MAJOR_NAMESPACE Autodesk::Maya::OpenMaya20250000
+#define OPENMAYA_MAJOR_NAMESPACE_OPEN \
+    namespace Autodesk {              \
+    namespace Maya {                  \
+    namespace OpenMaya20250000 {
+#define OPENMAYA_MAJOR_NAMESPACE_CLOSE \
+    }                                  \
+    }                                  \
+    }
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+class MAngle;
+class MArgDatabase;
+class MArgList;
+class MArgParser;
+class MBoundingBox;
+class MColor;
+class MColorArray;
+class MCommandResult;
+class MDGModifier;
+class MDagModifier;
+class MDagPath;
+class MDagPathArray;
+class MDistance;
+class MDoubleArray;
+class MEulerRotation;
+class MFloatArray;
+class MFloatMatrix;
+class MFloatPoint;
+class MFloatPointArray;
+class MFloatVector;
+class MFloatVectorArray;
+class MFn;
+class MFnBase;
+class MFnBlendShapeDeformer;
+class MFnComponent;
+class MFnComponentListData;
+class MFnDagNode;
+class MFnData;
+class MFnDependencyNode;
+class MFnDoubleArrayData;
+class MFnGeometryData;
+class MFnGeometryFilter;
+class MFnIntArrayData;
+class MFnMatrixData;
+class MFnMesh;
+class MFnMeshData;
+class MFnPlugin;
+class MFnPointArrayData;
+class MFnSingleIndexedComponent;
+class MFnStringArrayData;
+class MFnStringData;
+class MFnTransform;
+class MGlobal;
+class MIntArray;
+class MItMeshEdge;
+class MItMeshPolygon;
+class MItMeshVertex;
+class MMatrix;
+class MMatrixArray;
+class MMeshIntersector;
+class MObject;
+class MObjectArray;
+class MObjectHandle;
+class MPlug;
+class MPlugArray;
+class MPoint;
+class MPointArray;
+class MPointOnMesh;
+class MPxCommand;
+class MQuaternion;
+class MSelectionList;
+class MSpace;
+class MStatus;
+class MString;
+class MStringArray;
+class MSyntax;
+class MTime;
+class MTransformationMatrix;
+class MTypeId;
+class MUint64Array;
+class MUintArray;
+class MUuid;
+class MVector;
+class MVectorArray;
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE
+
+using namespace OPENMAYA_MAJOR_NAMESPACE;

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <hostPrivate/access.h>
+#include <maya/MStatus.h>
+#include <maya/MString.h>
+#include <maya/MTypes.h>
+
+#include <memory>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// The words of a command call, flags and their arguments included, in the order given.
+class OPENMAYA_EXPORT MArgList {
+  public:
+    enum { kInvalidArgIndex = 0xFFFFFFFF };
+
+    MArgList();
+    MArgList(const MArgList& other);
+    ~MArgList();
+    MArgList& operator=(const MArgList& other);
+
+    unsigned int length() const;
+    bool asBool(unsigned int index, MStatus* status = nullptr) const;
+    int asInt(unsigned int index, MStatus* status = nullptr) const;
+    double asDouble(unsigned int index, MStatus* status = nullptr) const;
+    MString asString(unsigned int index, MStatus* status = nullptr) const;
+    MStatus get(unsigned int index, bool& value) const;
+    MStatus get(unsigned int index, int& value) const;
+    MStatus get(unsigned int index, double& value) const;
+    MStatus get(unsigned int index, MString& value) const;
+
+    MStatus addArg(bool value);
+    MStatus addArg(int value);
+    MStatus addArg(double value);
+    MStatus addArg(const MString& value);
+    MStatus removeArg(unsigned int index);
+    /// Place of a flag in its short or long form, given without the dash; kInvalidArgIndex when it is not
+    /// there.
+    unsigned int flagIndex(const char* flag, const char* longFlag = nullptr) const;
+
+  private:
+    friend struct host::api::Access;
+
+    struct Words;
+    std::unique_ptr<Words> words_;
+};
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

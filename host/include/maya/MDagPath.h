@@ -1,0 +1,66 @@
+#pragma once
+
+#include <hostPrivate/access.h>
+#include <maya/MFn.h>
+#include <maya/MObject.h>
+#include <maya/MStatus.h>
+#include <maya/MString.h>
+#include <maya/MTypes.h>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// The way from the world down to one DAG node.
+///
+/// Every node of this host has one parent, so a node has exactly one path.
+class OPENMAYA_EXPORT MDagPath {
+  public:
+    MDagPath();
+    MDagPath(const MDagPath& other);
+    ~MDagPath();
+
+    MDagPath& operator=(const MDagPath& other);
+    bool operator==(const MDagPath& other) const;
+
+    static MDagPath getAPathTo(const MObject& node, MStatus* status = nullptr);
+    static MStatus getAPathTo(const MObject& node, MDagPath& path);
+    static MStatus getAllPathsTo(const MObject& node, MDagPathArray& paths);
+
+    bool isValid(MStatus* status = nullptr) const;
+    bool hasFn(MFn::Type type, MStatus* status = nullptr) const;
+    MFn::Type apiType(MStatus* status = nullptr) const;
+    MObject node(MStatus* status = nullptr) const;
+    /// The lowest transform of the path.
+    MObject transform(MStatus* status = nullptr) const;
+    unsigned int length(MStatus* status = nullptr) const;
+
+    /// Moves to the shape below a transform that has exactly one; intermediate shapes do not count. On a
+    /// shape it does nothing and succeeds.
+    MStatus extendToShape();
+    MStatus extendToShapeDirectlyBelow(unsigned int index);
+    /// Counts intermediate shapes too.
+    MStatus numberOfShapesDirectlyBelow(unsigned int& count) const;
+    MStatus push(const MObject& child);
+    MStatus pop(unsigned int count = 1);
+    unsigned int childCount(MStatus* status = nullptr) const;
+    MObject child(unsigned int index, MStatus* status = nullptr) const;
+
+    /// Object to world, this node's own transformation included (exclusive: not included).
+    MMatrix inclusiveMatrix(MStatus* status = nullptr) const;
+    MMatrix exclusiveMatrix(MStatus* status = nullptr) const;
+    MMatrix inclusiveMatrixInverse(MStatus* status = nullptr) const;
+    MMatrix exclusiveMatrixInverse(MStatus* status = nullptr) const;
+
+    MString fullPathName(MStatus* status = nullptr) const;
+    /// The shortest name that is unique in the scene.
+    MString partialPathName(MStatus* status = nullptr) const;
+    bool isInstanced(MStatus* status = nullptr) const;
+    unsigned int instanceNumber(MStatus* status = nullptr) const;
+    MStatus set(const MDagPath& other);
+
+  private:
+    friend struct host::api::Access;
+
+    MObject node_;
+};
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

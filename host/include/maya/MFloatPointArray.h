@@ -1,0 +1,57 @@
+#pragma once
+
+#include <hostPrivate/arrayStorage.h>
+#include <maya/MFloatPoint.h>
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
+
+#include <iosfwd>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// Array of single precision points.
+///
+/// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
+/// outside. `get` fills a C array that the caller has made long enough.
+class OPENMAYA_EXPORT MFloatPointArray {
+  public:
+    MFloatPointArray() = default;
+    MFloatPointArray(const MFloatPoint source[], unsigned int count) : storage_(source, count) {}
+    MFloatPointArray(const double source[][4], unsigned int count)
+        : storage_(host::api::ArrayStorage<MFloatPoint>::fromRows(source, count)) {}
+    MFloatPointArray(const float source[][4], unsigned int count)
+        : storage_(host::api::ArrayStorage<MFloatPoint>::fromRows(source, count)) {}
+    MFloatPointArray(unsigned int initialSize, const MFloatPoint& initialValue = MFloatPoint())
+        : storage_(initialSize, initialValue) {}
+
+    unsigned int length() const { return storage_.length(); }
+    const MFloatPoint& operator[](unsigned int index) const { return storage_.at(index); }
+    MFloatPoint& operator[](unsigned int index) { return storage_.at(index); }
+
+    MStatus set(const MFloatPoint& element, unsigned int index) { return storage_.set(element, index); }
+    MStatus setLength(unsigned int length) { return storage_.setLength(length); }
+    MStatus append(const MFloatPoint& element) { return storage_.append(element); }
+    MStatus insert(const MFloatPoint& element, unsigned int index) { return storage_.insert(element, index); }
+    MStatus remove(unsigned int index) { return storage_.remove(index); }
+    MStatus copy(const MFloatPointArray& source) { return storage_.copy(source.storage_); }
+    MStatus clear() { return storage_.clear(); }
+    MStatus get(MFloatPoint array[]) const { return storage_.get(array); }
+    MStatus get(double array[][4]) const { return storage_.getRows(array); }
+    MStatus get(float array[][4]) const { return storage_.getRows(array); }
+
+    /// Least number of elements that room is made for when the array grows.
+    void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
+    unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
+
+    auto begin() { return storage_.begin(); }
+    auto end() { return storage_.end(); }
+    auto begin() const { return storage_.begin(); }
+    auto end() const { return storage_.end(); }
+
+    friend OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MFloatPointArray& array);
+
+  private:
+    host::api::ArrayStorage<MFloatPoint> storage_;
+};
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <maya/MTypes.h>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// What an object can be asked to be: node types, component types, data types and attribute types.
+///
+/// Use the names only; the numbers differ from host to host.
+class OPENMAYA_EXPORT MFn {
+  public:
+    enum Type {
+        kInvalid = 0,
+        kBase,
+        kNamedObject,
+        kModel,
+        kDependencyNode,
+        kAddDoubleLinear,
+        kAnimCurve,
+        kUnitConversion,
+        kPlugin,
+        kPluginDependNode,
+        kNetwork,
+        kTime,
+        kWorld,
+        kReference,
+
+        kDagNode,
+        kTransform,
+        kJoint,
+        kShape,
+        kDeformableShape,
+        kGeometric,
+        kSurface,
+        kMesh,
+        kCurve,
+        kNurbsCurve,
+        kNurbsSurface,
+        kSubdiv,
+        kLattice,
+        kLocator,
+        kCamera,
+        kLight,
+
+        kGeometryFilt,
+        kWeightGeometryFilt,
+        kBlendShape,
+        kTweak,
+        kSkinClusterFilter,
+        kClusterFilter,
+        kFFD,
+        kWire,
+        kSculpt,
+        kNonLinear,
+        kDeltaMush,
+        kGroupId,
+        kGroupParts,
+        kMidModifier,
+
+        kSet,
+        kShadingEngine,
+        kPartition,
+        kLambert,
+        kMaterialInfo,
+        kDisplayLayer,
+        kDagPose,
+
+        kComponent,
+        kSingleIndexedComponent,
+        kMeshComponent,
+        kMeshVertComponent,
+        kMeshEdgeComponent,
+        kMeshPolygonComponent,
+        kMeshFaceVertComponent,
+        kMeshMapComponent,
+        kDoubleIndexedComponent,
+        kTripleIndexedComponent,
+
+        kData,
+        kComponentListData,
+        kDoubleArrayData,
+        kIntArrayData,
+        kMatrixData,
+        kMatrixArrayData,
+        kMeshData,
+        kNumericData,
+        kPluginData,
+        kPointArrayData,
+        kStringData,
+        kStringArrayData,
+        kVectorArrayData,
+
+        kAttribute,
+        kNumericAttribute,
+        kCompoundAttribute,
+        kEnumAttribute,
+        kGenericAttribute,
+        kMatrixAttribute,
+        kMessageAttribute,
+        kTypedAttribute,
+        kUnitAttribute,
+        kDoubleLinearAttribute,
+        kDoubleAngleAttribute,
+        kTimeAttribute,
+        kAttribute2Double,
+        kAttribute2Float,
+        kAttribute2Int,
+        kAttribute2Short,
+        kAttribute3Double,
+        kAttribute3Float,
+        kAttribute3Int,
+        kAttribute3Short,
+        kAttribute4Double,
+        kFloatMatrixAttribute,
+
+        kLast
+    };
+};
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

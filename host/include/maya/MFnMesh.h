@@ -1,0 +1,69 @@
+#pragma once
+
+#include <maya/MFnDagNode.h>
+#include <maya/MSpace.h>
+#include <maya/MTypes.h>
+
+#include <memory>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// A polygon mesh: a shape of the scene, or mesh data.
+///
+/// Object space works on any mesh; world space needs a set that was attached to a DAG path. Reading evaluates
+/// what feeds the shape. Writing goes to the shape's own points, and on a shape with history to its tweaks.
+/// Reading an unchanging scene is safe from several threads, each with a function set of its own.
+class OPENMAYA_EXPORT MFnMesh : public MFnDagNode {
+  public:
+    MFnMesh();
+    MFnMesh(MObject& object, MStatus* status = nullptr);
+    MFnMesh(const MObject& object, MStatus* status = nullptr);
+    MFnMesh(const MDagPath& object, MStatus* status = nullptr);
+    ~MFnMesh() override;
+    MFn::Type type() const override;
+
+    /// New mesh from a list of faces, edges numbered in the order of their first use.
+    /// @param parentOrOwner a transform, mesh data to fill, or null for a new transform
+    /// @return the new transform where one was made, otherwise the shape or the data; the set is attached to
+    /// the shape
+    MObject create(int numVertices, int numPolygons, const MPointArray& vertexArray,
+                   const MIntArray& polygonCounts, const MIntArray& polygonConnects,
+                   MObject parentOrOwner = MObject::kNullObj, MStatus* status = nullptr);
+    MObject create(int numVertices, int numPolygons, const MFloatPointArray& vertexArray,
+                   const MIntArray& polygonCounts, const MIntArray& polygonConnects,
+                   MObject parentOrOwner = MObject::kNullObj, MStatus* status = nullptr);
+    /// Copy of a mesh with its evaluated points, without history and without shading group; parentOrOwner and
+    /// result as in create().
+    MObject copy(const MObject& source, MObject parentOrOwner = MObject::kNullObj, MStatus* status = nullptr);
+
+    int numVertices(MStatus* status = nullptr) const;
+    int numEdges(MStatus* status = nullptr) const;
+    int numPolygons(MStatus* status = nullptr) const;
+    int numFaceVertices(MStatus* status = nullptr) const;
+    int polygonVertexCount(int polygonId, MStatus* status = nullptr) const;
+    /// Corner counts of all faces, and the corners of all faces one after the other.
+    MStatus getVertices(MIntArray& vertexCount, MIntArray& vertexList) const;
+    MStatus getPolygonVertices(int polygonId, MIntArray& vertexList) const;
+    MStatus getEdgeVertices(int edgeId, int2& vertexList) const;
+    MStatus getTriangles(MIntArray& triangleCounts, MIntArray& triangleVertices) const;
+
+    MStatus getPoints(MPointArray& vertexArray, MSpace::Space space = MSpace::kObject) const;
+    MStatus getPoints(MFloatPointArray& vertexArray, MSpace::Space space = MSpace::kObject) const;
+    MStatus setPoints(MPointArray& vertexArray, MSpace::Space space = MSpace::kObject);
+    MStatus setPoints(MFloatPointArray& vertexArray, MSpace::Space space = MSpace::kObject);
+    MStatus getPoint(int vertexId, MPoint& position, MSpace::Space space = MSpace::kObject) const;
+    /// x y z of every vertex in object space; valid until the mesh changes or the set is attached elsewhere.
+    const float* getRawPoints(MStatus* status) const;
+    MStatus updateSurface();
+
+    /// The first call of a set builds a search tree, O(n log n); it serves until the mesh changes.
+    MStatus getClosestPoint(const MPoint& toThisPoint, MPoint& closestPoint,
+                            MSpace::Space space = MSpace::kObject, int* closestPolygon = nullptr) const;
+    MStatus getPolygonNormal(int polygonId, MVector& normal, MSpace::Space space = MSpace::kObject) const;
+
+  private:
+    struct Held;
+    mutable std::shared_ptr<Held> held_;
+};
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <maya/MDagPath.h>
+#include <maya/MObject.h>
+#include <maya/MSpace.h>
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
+
+#include <memory>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// Visits the faces of a mesh, or those of a face component, in ascending order.
+///
+/// Works on the mesh as it was when the iterator was made or reset. Each step is O(1).
+class OPENMAYA_EXPORT MItMeshPolygon {
+  public:
+    MItMeshPolygon(const MObject& polyObject, MStatus* status = nullptr);
+    MItMeshPolygon(const MDagPath& polyObject, const MObject& component = MObject::kNullObj,
+                   MStatus* status = nullptr);
+    virtual ~MItMeshPolygon();
+
+    bool isDone(MStatus* status = nullptr);
+    MStatus next();
+    MStatus reset();
+    MStatus reset(const MObject& polyObject);
+    MStatus reset(const MDagPath& polyObject, const MObject& component = MObject::kNullObj);
+    unsigned int count(MStatus* status = nullptr);
+    MObject currentItem(MStatus* status = nullptr);
+    unsigned int index(MStatus* status = nullptr);
+    MStatus setIndex(int index, int& previousIndex);
+
+    MPoint center(MSpace::Space space = MSpace::kObject, MStatus* status = nullptr);
+    unsigned int polygonVertexCount(MStatus* status = nullptr);
+    /// The mesh's number of the vertex at a corner.
+    int vertexIndex(int index, MStatus* status = nullptr);
+    /// Corners in face order.
+    MStatus getVertices(MIntArray& vertices) const;
+    /// Edge k joins corner k and corner k + 1.
+    MStatus getEdges(MIntArray& edges) const;
+    void getPoints(MPointArray& points, MSpace::Space space = MSpace::kObject, MStatus* status = nullptr);
+    MStatus getNormal(MVector& normal, MSpace::Space space = MSpace::kObject) const;
+    /// Faces that share an edge with this one, in the order of its edges.
+    MStatus getConnectedFaces(MIntArray& faces) const;
+    /// Edges of other faces that touch a corner of this one, ascending.
+    MStatus getConnectedEdges(MIntArray& edges) const;
+    /// Vertices that an edge joins to a corner of this face, ascending; its own corners are not among them.
+    MStatus getConnectedVertices(MIntArray& vertices) const;
+    MStatus numConnectedFaces(int& faceCount) const;
+    bool onBoundary(MStatus* status = nullptr);
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

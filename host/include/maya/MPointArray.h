@@ -1,0 +1,61 @@
+#pragma once
+
+#include <hostPrivate/arrayStorage.h>
+#include <maya/MPoint.h>
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
+
+#include <iosfwd>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// Array of points.
+///
+/// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
+/// outside. `get` fills a C array that the caller has made long enough.
+class OPENMAYA_EXPORT MPointArray {
+  public:
+    MPointArray() = default;
+    MPointArray(const MPoint source[], unsigned int count) : storage_(source, count) {}
+    MPointArray(const double source[][4], unsigned int count)
+        : storage_(host::api::ArrayStorage<MPoint>::fromRows(source, count)) {}
+    MPointArray(const float source[][4], unsigned int count)
+        : storage_(host::api::ArrayStorage<MPoint>::fromRows(source, count)) {}
+    MPointArray(unsigned int initialSize, const MPoint& initialValue = MPoint())
+        : storage_(initialSize, initialValue) {}
+
+    unsigned int length() const { return storage_.length(); }
+    const MPoint& operator[](unsigned int index) const { return storage_.at(index); }
+    MPoint& operator[](unsigned int index) { return storage_.at(index); }
+
+    MStatus set(const MPoint& element, unsigned int index) { return storage_.set(element, index); }
+    MStatus set(unsigned int index, double x, double y, double z, double w = 1) {
+        return storage_.set(MPoint(x, y, z, w), index);
+    }
+    MStatus setLength(unsigned int length) { return storage_.setLength(length); }
+    MStatus append(const MPoint& element) { return storage_.append(element); }
+    MStatus append(double x, double y, double z, double w = 1) { return storage_.append(MPoint(x, y, z, w)); }
+    MStatus insert(const MPoint& element, unsigned int index) { return storage_.insert(element, index); }
+    MStatus remove(unsigned int index) { return storage_.remove(index); }
+    MStatus copy(const MPointArray& source) { return storage_.copy(source.storage_); }
+    MStatus clear() { return storage_.clear(); }
+    MStatus get(MPoint array[]) const { return storage_.get(array); }
+    MStatus get(double array[][4]) const { return storage_.getRows(array); }
+    MStatus get(float array[][4]) const { return storage_.getRows(array); }
+
+    /// Least number of elements that room is made for when the array grows.
+    void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
+    unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
+
+    auto begin() { return storage_.begin(); }
+    auto end() { return storage_.end(); }
+    auto begin() const { return storage_.begin(); }
+    auto end() const { return storage_.end(); }
+
+    friend OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MPointArray& array);
+
+  private:
+    host::api::ArrayStorage<MPoint> storage_;
+};
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

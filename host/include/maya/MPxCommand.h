@@ -1,0 +1,64 @@
+#pragma once
+
+#include <hostPrivate/access.h>
+#include <maya/MArgList.h>
+#include <maya/MCommandResult.h>
+#include <maya/MStatus.h>
+#include <maya/MString.h>
+#include <maya/MSyntax.h>
+#include <maya/MTypes.h>
+
+#include <memory>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// Base of the script commands of a plug-in.
+///
+/// Each call makes a new object and runs doIt(). When that succeeds and isUndoable() holds, the object stays
+/// on the undo queue, and undoIt() and redoIt() are called on it; otherwise it is destroyed after the call.
+class OPENMAYA_EXPORT MPxCommand {
+  public:
+    MPxCommand();
+    virtual ~MPxCommand();
+
+    virtual MStatus doIt(const MArgList& arguments);
+    virtual MStatus undoIt();
+    virtual MStatus redoIt();
+    /// False unless overridden.
+    virtual bool isUndoable() const;
+    virtual bool hasSyntax() const;
+
+    /// What the syntax function given at registration made.
+    MSyntax syntax() const;
+
+    static void displayInfo(const MString& message);
+    static void displayWarning(const MString& warning, bool showLineNumber = false);
+    static void displayError(const MString& error, bool showLineNumber = false);
+
+    /// The result of the running command. appendToResult makes an array of what is there, when it has the
+    /// same type.
+    static void clearResult();
+    static void setResult(unsigned int result);
+    static void setResult(int result);
+    static void setResult(double result);
+    static void setResult(bool result);
+    static void setResult(const MString& result);
+    static void setResult(const char* result);
+    static void setResult(const MIntArray& result);
+    static void setResult(const MDoubleArray& result);
+    static void setResult(const MStringArray& result);
+    static void appendToResult(int result);
+    static void appendToResult(double result);
+    static void appendToResult(const MString& result);
+    static void appendToResult(const MStringArray& result);
+    static bool isCurrentResultArray();
+    static MCommandResult::Type currentResultType();
+
+  private:
+    friend struct host::api::Access;
+
+    struct Call;
+    std::unique_ptr<Call> call_;
+};
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// A text. Held as UTF-8; lengths and positions are bytes unless a member says characters.
+///
+/// Numbers print with at most ten significant digits; a whole number has no point, and no exponent below
+/// 1e15. A null pointer counts as the empty text. The wide form is made when asWChar is called, so that
+/// member alone may not be called on one string from two threads.
+class OPENMAYA_EXPORT MString {
+  public:
+    MString();
+    MString(const char* text);
+    MString(const char* text, int length);
+    MString(const wchar_t* text);
+    MString(const wchar_t* text, int length);
+    MString(const MString& other);
+    MString(MString&& other) noexcept;
+    ~MString();
+
+    MString& operator=(const MString& other);
+    MString& operator=(MString&& other) noexcept;
+    MString& operator=(const char* text);
+    MString& operator=(double value);
+
+    MString& operator+=(const MString& other);
+    MString& operator+=(const char* text);
+    MString& operator+=(double value);
+    MString& operator+=(int value);
+    MString& operator+=(unsigned int value);
+    MString& operator+=(float value);
+    MString operator+(const MString& other) const;
+    MString operator+(const char* text) const;
+    MString operator+(double value) const;
+
+    bool operator==(const MString& other) const;
+    bool operator==(const char* text) const;
+    bool operator!=(const MString& other) const;
+    bool operator!=(const char* text) const;
+
+    MStatus set(const char* text);
+    MStatus set(const char* text, int length);
+    MStatus set(double value);
+    /// Fixed-point form with `precision` decimals.
+    MStatus set(double value, int precision);
+    MStatus setUTF8(const char* text);
+    MStatus setWChar(const wchar_t* text);
+    MStatus setWChar(const wchar_t* text, int length);
+    MStatus clear();
+
+    const char* asChar() const;
+    const char* asChar(int& length) const;
+    const char* asUTF8() const;
+    const char* asUTF8(int& length) const;
+    const wchar_t* asWChar() const;
+    const wchar_t* asWChar(int& length) const;
+
+    unsigned int length() const;
+    unsigned int numChars() const;
+
+    /// Position of the first or last such character, -1 when there is none; the wide forms count characters.
+    int index(char character) const;
+    int indexW(wchar_t character) const;
+    int rindex(char character) const;
+    int rindexW(wchar_t character) const;
+
+    /// From `start` to `end`, both included and counted from zero; clipped to the text, empty when reversed.
+    MString substring(int start, int end) const;
+    MString substringW(int start, int end) const;
+
+    /// Pieces between the separators. Empty pieces are left out; `pieces` is replaced. Fails for the empty
+    /// text.
+    MStatus split(char separator, MStringArray& pieces) const;
+
+    /// Letters A to Z only.
+    MString& toLowerCase();
+    MString& toUpperCase();
+
+    /// Fills in ^1s, ^2s, ... of `pattern`; ^^ is a caret. Fails, and keeps its text, for a number without
+    /// argument.
+    MStatus format(const MString& pattern, const MString& arg1);
+    MStatus format(const MString& pattern, const MString& arg1, const MString& arg2);
+    MStatus format(const MString& pattern, const MString& arg1, const MString& arg2, const MString& arg3);
+    MStatus format(const MString& pattern, const MString& arg1, const MString& arg2, const MString& arg3,
+                   const MString& arg4);
+
+    /// The number at the text's start, 0 when there is none; the tests want the whole text to be a number.
+    bool isShort() const;
+    short asShort() const;
+    bool isInt() const;
+    int asInt() const;
+    bool isUnsigned() const;
+    unsigned int asUnsigned() const;
+    bool isFloat() const;
+    float asFloat() const;
+    bool isDouble() const;
+    double asDouble() const;
+
+  private:
+    std::string text_;
+    mutable std::unique_ptr<std::wstring> wide_;
+};
+
+OPENMAYA_EXPORT MString operator+(const char* left, const MString& right);
+OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MString& text);
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE
