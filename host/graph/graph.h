@@ -78,6 +78,10 @@ class Graph {
     /// Moves a DAG node below another parent (null: top level), to the end of its children or to `position`.
     void reparent(Node& node, Node* parent, int position = -1);
 
+    /// The name with the next number at its end that no node of the scene has: "pCube2" for "pCube1",
+    /// "group1" for "group".
+    std::string nextName(const std::string& name);
+
     /// All nodes in order of creation.
     std::vector<NodeRef> nodes() const;
     /// Nodes of a type or of one derived from it, in order of creation.
@@ -161,12 +165,18 @@ class Graph {
     void setRecorder(ChangeList* recorder) { recorder_ = recorder; }
 
   private:
+    /// Numbers first .. end-1 behind a name are taken.
+    struct TakenNumbers {
+        long first = 1;
+        long end = 1;
+    };
+
     void record(ChangeList::Step undo, ChangeList::Step redo);
     void enterScene(const NodeRef& node, Node* parent, int position);
     void leaveScene(Node& node);
     void setName(Node& node, const std::string& name);
     void setParent(Node& node, Node* parent, int position);
-    std::string freeName(const std::string& wanted, const Node* parent, bool isDag, const Node* except) const;
+    std::string freeName(const std::string& wanted, const Node* parent, bool isDag, const Node* except);
     bool isNameTaken(const std::string& name, const Node* parent, bool isDag, const Node* except) const;
     std::vector<Node*>& siblings(Node* parent) { return parent != nullptr ? parent->children_ : roots_; }
     std::vector<NodeRef> dependents(const std::vector<NodeRef>& nodes) const;
@@ -188,6 +198,7 @@ class Graph {
     NodeTypes types_;
     std::map<std::uint64_t, NodeRef> nodes_;
     std::unordered_map<std::string, std::vector<Node*>> byName_;
+    std::unordered_map<std::string, TakenNumbers> takenNumbers_;  // by name without number
     std::vector<Node*> roots_;
     std::uint64_t nextId_ = 1;
     std::uint64_t nameVersion_ = 0;

@@ -64,8 +64,8 @@ void Graph::select(Selection selection) {
 
 NodeRef Graph::createNode(const NodeType& type, const std::string& name, Node* parent) {
     // A default name is free in the whole scene, a wanted one only has to differ from its siblings.
-    const std::string given = name.empty() ? freeName(type.name() + '1', nullptr, false, nullptr)
-                                           : freeName(name, parent, type.isDag(), nullptr);
+    const std::string given =
+        name.empty() ? nextName(type.name()) : freeName(name, parent, type.isDag(), nullptr);
     auto node = std::make_shared<Node>(type, given, nextId_++);
     enterScene(node, parent, -1);
     const int position = type.isDag() ? static_cast<int>(siblings(parent).size()) - 1 : -1;
@@ -91,6 +91,7 @@ void Graph::enterScene(const NodeRef& node, Node* parent, int position) {
 
 void Graph::leaveScene(Node& node) {
     const NodeRef keep = node.ref();
+    takenNumbers_.erase(splitNumber(node.name()).first);
     auto& named = byName_[node.name()];
     named.erase(std::remove(named.begin(), named.end(), &node), named.end());
     if (named.empty()) byName_.erase(node.name());
@@ -250,6 +251,7 @@ std::string Graph::rename(Node& node, const std::string& name) {
 }
 
 void Graph::setName(Node& node, const std::string& name) {
+    takenNumbers_.erase(splitNumber(node.name_).first);
     auto& named = byName_[node.name_];
     named.erase(std::remove(named.begin(), named.end(), &node), named.end());
     if (named.empty()) byName_.erase(node.name_);
@@ -363,14 +365,25 @@ bool Graph::isNameTaken(const std::string& name, const Node* parent, bool isDag,
     });
 }
 
-std::string Graph::freeName(const std::string& wanted, const Node* parent, bool isDag,
-                            const Node* except) const {
+std::string Graph::freeName(const std::string& wanted, const Node* parent, bool isDag, const Node* except) {
     if (!isNameTaken(wanted, parent, isDag, except)) return wanted;
+    std::string next = nextName(wanted);
+    if (except == nullptr) return next;
+    // Among the numbers passed over may be the node's own, which it may keep.
     const auto [base, number] = splitNumber(wanted);
-    for (long next = number + 1;; ++next) {
-        std::string name = base + std::to_string(next);
-        if (!isNameTaken(name, parent, isDag, except)) return name;
-    }
+    const auto [ownBase, ownNumber] = splitNumber(except->name());
+    const bool isPassedOver = ownBase == base && number < ownNumber && ownNumber < splitNumber(next).second;
+    return isPassedOver ? except->name() : next;
+}
+
+std::string Graph::nextName(const std::string& name) {
+    const auto [base, number] = splitNumber(name);
+    // Thousands of nodes are named one after the other: go on where the last search ended.
+    TakenNumbers& taken = takenNumbers_[base];
+    if (number + 1 < taken.first || number + 1 > taken.end) taken = {number + 1, number + 1};
+    while (byName_.count(base + std::to_string(taken.end)) != 0)
+        ++taken.end;
+    return base + std::to_string(taken.end);
 }
 
 }  // namespace host::graph

@@ -23,19 +23,6 @@ std::size_t numberStart(const std::string& name) {
     return start;
 }
 
-/// The name with the next number that no node of the scene has yet.
-std::string nextName(const graph::Graph& graph, const std::string& name) {
-    const std::size_t start = numberStart(name);
-    const std::string digits = name.substr(start);
-    // A number too long to count on is part of the name.
-    const bool counts = !digits.empty() && digits.size() < 9;
-    const std::string base = counts ? name.substr(0, start) : name;
-    for (int number = counts ? std::stoi(digits) + 1 : 1;; ++number) {
-        std::string next = base + std::to_string(number);
-        if (graph.nodesNamed(next).empty()) return next;
-    }
-}
-
 /// Adds to the numbers of one element of an array of three floats.
 void addToTriple(graph::Graph& graph, const graph::Plug& element, const geometry::Vec3& offset) {
     for (int axis = 0; axis < 3; ++axis) {
@@ -118,7 +105,7 @@ graph::NodeRef copyMesh(graph::Graph& graph, const graph::NodeRef& shape, graph:
     if (parentTransform != nullptr)
         return createMeshShape(graph, std::move(mesh), shape->name(), *parentTransform);
     const graph::Node* owner = shape->parent();
-    const std::string name = owner != nullptr ? nextName(graph, owner->name()) : std::string();
+    const std::string name = owner != nullptr ? graph.nextName(owner->name()) : std::string();
     return createMesh(graph, std::move(mesh), name, nullptr);
 }
 

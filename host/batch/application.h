@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+
+#include "api/pluginLoader.h"
+#include "api/session.h"
+#include "batch/console.h"
+#include "batch/options.h"
+#include "graph/graph.h"
+#include "mel/commandRegistry.h"
+
+namespace host::batch {
+
+/// The running host: a scene, the commands, the plug-in loader, and what the program's options do with them.
+class Application {
+  public:
+    /// An empty scene. The console has to outlive it.
+    explicit Application(Console& console);
+
+    /// Loads DELVENTools from the program's folder; a warning when it is not there.
+    /// @return false when it is there and cannot be loaded
+    bool loadOwnPlugin();
+
+    /// Runs one action; errors are shown. @return false when it failed
+    bool run(const Action& action);
+
+    /// A script has called `quit`: nothing more is to be run.
+    bool hasQuit() { return registry_.interpreter().isStopped(); }
+    /// What `quit` asked for.
+    int quitStatus() const { return registry_.exitStatus(); }
+
+  private:
+    bool succeeded(const mel::CommandResult& result);
+    bool importFile(const std::string& path);
+    bool runScript(const std::string& path);
+
+    // The order in which these go matters: what stands later uses what stands before.
+    Console& console_;
+    graph::Graph graph_;
+    mel::CommandRegistry registry_;
+    api::Session session_;
+    api::PluginLoader loader_;
+};
+
+}  // namespace host::batch

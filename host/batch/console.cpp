@@ -1,0 +1,63 @@
+#include "batch/console.h"
+
+#include <filesystem>
+#include <iostream>
+
+namespace host::batch {
+
+namespace {
+
+/// "file: scene.mel line 3.5: ", as far as it is known.
+std::string placeText(const mel::SourcePosition& position) {
+    if (position.line == 0) return {};
+    const std::string file = position.file.empty() ? std::string() : "file: " + position.file + ' ';
+    return file + "line " + std::to_string(position.line) + '.' + std::to_string(position.column) + ": ";
+}
+
+std::string message(std::string_view kind, std::string_view text) {
+    return "// " + std::string(kind) + std::string(text) + " //\n";
+}
+
+}  // namespace
+
+bool Console::openLog(const std::string& path) {
+    log_.open(std::filesystem::u8path(path), std::ios::binary | std::ios::trunc);
+    return log_.is_open();
+}
+
+void Console::print(std::string_view text) {
+    write(text, false);
+}
+
+void Console::info(std::string_view text) {
+    write("// " + std::string(text) + '\n', true);
+}
+
+void Console::warning(std::string_view text, const mel::SourcePosition&) {
+    write(message("Warning: ", text), true);
+}
+
+void Console::error(std::string_view text, const mel::SourcePosition& position) {
+    write(message("Error: ", placeText(position) + std::string(text)), true);
+}
+
+void Console::result(std::string_view text) {
+    write(message("Result: ", text), false);
+}
+
+void Console::flush() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    std::cout.flush();
+}
+
+void Console::write(std::string_view text, bool isMessage) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (isMessage) std::cout.flush();
+    (isMessage ? std::cerr : std::cout) << text;
+    if (log_.is_open()) {
+        log_ << text;
+        log_.flush();
+    }
+}
+
+}  // namespace host::batch

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <fstream>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include "graph/messages.h"
+#include "mel/commandTable.h"
+
+namespace host::batch {
+
+/// The program's output: what scripts print and the results of typed lines go to standard output, messages to
+/// standard error in the forms of the script editor, all of it to the log file where there is one.
+///
+/// Any thread may call it; each call's text comes out in one piece.
+class Console final : public mel::Output, public graph::MessageSink {
+  public:
+    /// Copies all further output to a file, replacing it. @return false when it cannot be written
+    bool openLog(const std::string& path);
+
+    void print(std::string_view text) override;
+    void info(std::string_view text) override;
+    void warning(std::string_view text, const mel::SourcePosition& position) override;
+    /// Names file, line and column where there are any.
+    void error(std::string_view text, const mel::SourcePosition& position) override;
+    void result(std::string_view text) override;
+
+    void print(const std::string& text) override { print(std::string_view(text)); }
+    void info(const std::string& text) override { info(std::string_view(text)); }
+    void warning(const std::string& text) override { warning(text, {}); }
+    void error(const std::string& text) override { error(text, {}); }
+
+    /// Hands on what waits in standard output, so that a question after it is seen in its place.
+    void flush();
+
+  private:
+    void write(std::string_view text, bool isMessage);
+
+    std::mutex mutex_;
+    std::ofstream log_;
+};
+
+}  // namespace host::batch

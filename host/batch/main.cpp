@@ -1,0 +1,46 @@
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "batch/application.h"
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kBadUsage = 2;
+
+int run(const host::batch::Options& options) {
+    host::batch::Console console;
+    if (!options.logFile.empty() && !console.openLog(options.logFile)) {
+        console.error("The log file " + options.logFile + " cannot be written.");
+        return kFailed;
+    }
+    host::batch::Application application(console);
+    if (options.autoloadsPlugins && !application.loadOwnPlugin()) return kFailed;
+    for (const host::batch::Action& action : options.actions) {
+        const bool succeeded = application.run(action);
+        if (application.hasQuit()) return application.quitStatus();
+        if (!succeeded) return kFailed;
+    }
+    return 0;
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+    const host::batch::Options options =
+        host::batch::parseOptions(std::vector<std::string>(words + 1, words + count));
+    if (!options.error.empty()) {
+        std::cerr << "delvenbatch: " << options.error << "\nTry delvenbatch -help.\n";
+        return kBadUsage;
+    }
+    if (options.showsHelp) {
+        std::cout << host::batch::helpText();
+        return 0;
+    }
+    if (options.showsVersion) {
+        std::cout << "delvenbatch " DELVEN_VERSION "\n";
+        return 0;
+    }
+    return run(options);
+}

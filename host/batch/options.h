@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace host::batch {
+
+struct Action {
+    enum class Kind { ImportFile, RunScript, RunText, Prompt, LoadPlugin };
+
+    Kind kind;
+    std::string text{};  // file or script text
+};
+
+/// The command line taken apart.
+struct Options {
+    std::vector<Action> actions{};  // in the order given; the prompt when none is given
+    bool autoloadsPlugins = true;   // not with -plugin or -noAutoloadPlugins
+    std::string logFile{};
+    bool showsHelp = false;
+    bool showsVersion = false;
+    std::string error{};  // what is wrong with the usage; empty when nothing is
+};
+
+/// @param words  without the program's name
+Options parseOptions(const std::vector<std::string>& words);
+
+/// The text of -help.
+std::string helpText();
+
+}  // namespace host::batch

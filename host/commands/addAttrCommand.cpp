@@ -1,0 +1,290 @@
+#include <algorithm>
+#include <charconv>
+#include <map>
+#include <memory>
+#include <optional>
+
+#include "commands/attributeValues.h"
+#include "commands/commandSupport.h"
+#include "commands/commands.h"
+
+namespace host::commands {
+
+namespace {
+
+using graph::AttributeSpec;
+using graph::ValueKind;
+
+/// A compound attribute is declared child by child; it exists from the last one on.
+struct OpenCompound {
+    AttributeSpec spec;
+    std::size_t childCount = 0;
+    std::string parent;  // long name of the open compound that it belongs to, empty for none
+};
+
+/// The compounds still being declared, by node.
+using OpenCompounds = std::map<std::uint64_t, std::vector<OpenCompound>>;
+
+/// What -attributeType or -dataType stands for.
+struct TypeChoice {
+    ValueKind kind = ValueKind::Double;
+    std::string dataType{};  // also of numbers that are stored as a wider type
+    std::size_t childCount = 0;
+    ValueKind childKind = ValueKind::Double;
+};
+
+std::optional<ValueKind> numberKind(std::string_view name) {
+    static const std::map<std::string_view, ValueKind> kKinds{
+        {"bool", ValueKind::Bool},         {"long", ValueKind::Int},
+        {"short", ValueKind::Int},         {"byte", ValueKind::Int},
+        {"char", ValueKind::Int},          {"enum", ValueKind::Enum},
+        {"float", ValueKind::Float},       {"double", ValueKind::Double},
+        {"doubleAngle", ValueKind::Angle}, {"doubleLinear", ValueKind::Distance},
+        {"time", ValueKind::Time},         {"message", ValueKind::Message}};
+    const auto found = kKinds.find(name);
+    return found != kKinds.end() ? std::optional(found->second) : std::nullopt;
+}
+
+std::optional<TypeChoice> attributeType(const std::string& name, int numberOfChildren) {
+    if (const auto kind = numberKind(name)) {
+        const bool isNarrow = name == "short" || name == "byte" || name == "char";
+        return TypeChoice{*kind, isNarrow ? name : std::string()};
+    }
+    if (name == "compound" && numberOfChildren > 0)
+        return TypeChoice{ValueKind::Compound, {}, static_cast<std::size_t>(numberOfChildren)};
+    if (name == "reflectance" || name == "spectrum")
+        return TypeChoice{ValueKind::Compound, {}, 3, ValueKind::Float};
+    if (const int size = tupleSize(name))
+        return TypeChoice{ValueKind::Compound,
+                          {},
+                          static_cast<std::size_t>(size),
+                          *numberKind(name.substr(0, name.size() - 1))};
+    if (name == "matrix") return TypeChoice{ValueKind::Typed, name};
+    return std::nullopt;
+}
+
+std::optional<TypeChoice> dataType(const std::string& name) {
+    if (tupleSize(name) > 0) return attributeType(name, 0);
+    if (isDataType(name) || name == "mesh") return TypeChoice{ValueKind::Typed, name};
+    return std::nullopt;
+}
+
+/// "low:mid:high", each with an optional "=number".
+std::vector<std::string> enumNames(const std::string& text) {
+    std::vector<std::string> names;
+    std::size_t from = 0;
+    std::size_t next = 0;
+    while (from <= text.size() && !text.empty()) {
+        const std::size_t colon = std::min(text.find(':', from), text.size());
+        const std::string part = text.substr(from, colon - from);
+        const std::size_t equals = part.find('=');
+        if (equals != std::string::npos) {
+            std::size_t given = next;
+            std::from_chars(part.data() + equals + 1, part.data() + part.size(), given);
+            // A field may number its values as it likes; they are kept by number.
+            if (given < 65536) next = given;
+        }
+        if (names.size() <= next) names.resize(next + 1);
+        names[next++] = part.substr(0, equals);
+        from = colon + 1;
+    }
+    return names;
+}
+
+Found<TypeChoice> chosenType(const ParsedArguments& arguments) {
+    const bool isData = arguments.isSet("dataType");
+    if (isData && arguments.isSet("attributeType"))
+        return {{}, "addAttr: The flags -attributeType and -dataType cannot be used together."};
+    const std::string name = arguments.text(isData ? "dataType" : "attributeType", "double");
+    const std::optional<TypeChoice> choice =
+        isData ? dataType(name) : attributeType(name, arguments.integer("numberOfChildren"));
+    if (!choice) return {{}, "addAttr: Attribute type '" + name + "' is not covered by this host."};
+    return {*choice, {}};
+}
+
+Found<AttributeSpec> specOf(const ParsedArguments& arguments, const TypeChoice& type) {
+    const std::string longName = arguments.text("longName", arguments.text("shortName"));
+    const std::string shortName = arguments.text("shortName", longName);
+    if (longName.empty())
+        return {{}, "addAttr: New attribute needs either a long (-ln) or short (-sn) attribute name."};
+    for (const std::string& name : {longName, shortName}) {
+        if (!graph::isLegalName(name)) return {{}, "addAttr: '" + name + "' is no legal attribute name."};
+    }
+    AttributeSpec spec = graph::number(longName, shortName, type.kind);
+    spec.dataType = type.dataType;
+    spec.isArray = arguments.isSet("multi");
+    spec.isHidden = arguments.boolean("hidden");
+    spec.isKeyable = arguments.boolean("keyable");
+    const auto inGraphUnit = [&](std::string_view flag) {
+        return fromScriptUnit(type.kind, arguments.number(flag));
+    };
+    spec.defaultValue = inGraphUnit("defaultValue");
+    if (arguments.isSet("minValue")) spec.minimum = inGraphUnit("minValue");
+    if (arguments.isSet("maxValue")) spec.maximum = inGraphUnit("maxValue");
+    spec.enumNames = enumNames(arguments.text("enumName"));
+    return {std::move(spec), {}};
+}
+
+/// The children of a compound that is given as data has no names of its own.
+void addNumberedChildren(AttributeSpec& spec, const TypeChoice& type) {
+    for (std::size_t k = 0; k < type.childCount; ++k) {
+        const std::string suffix = std::to_string(k);
+        spec.children.push_back(
+            graph::number(spec.longName + suffix, spec.shortName + suffix, type.childKind));
+    }
+}
+
+bool clashesBelow(const AttributeSpec& spec, const std::string& name) {
+    if (spec.longName == name || spec.shortName == name) return true;
+    return std::any_of(spec.children.begin(), spec.children.end(),
+                       [&](const AttributeSpec& child) { return clashesBelow(child, name); });
+}
+
+bool isNameTaken(const graph::Node& node, const std::vector<OpenCompound>& open, const std::string& name) {
+    if (node.findAttribute(name) != nullptr) return true;
+    const auto& aliases = node.aliases();
+    return std::any_of(aliases.begin(), aliases.end(),
+                       [&](const auto& entry) { return entry.first == name; }) ||
+           std::any_of(open.begin(), open.end(),
+                       [&](const OpenCompound& compound) { return clashesBelow(compound.spec, name); });
+}
+
+OpenCompound* findOpen(std::vector<OpenCompound>& open, const std::string& name) {
+    const auto found = std::find_if(open.begin(), open.end(), [&](const OpenCompound& compound) {
+        return compound.spec.longName == name || compound.spec.shortName == name;
+    });
+    return found != open.end() ? &*found : nullptr;
+}
+
+/// Hands a finished attribute to the compound that it belongs to, and that one on when it is complete; to the
+/// node in the end.
+void place(graph::Graph& graph, graph::Node& node, std::vector<OpenCompound>& open, AttributeSpec spec,
+           std::string parent) {
+    while (OpenCompound* above = parent.empty() ? nullptr : findOpen(open, parent)) {
+        above->spec.children.push_back(std::move(spec));
+        if (above->spec.children.size() < above->childCount) return;
+        spec = std::move(above->spec);
+        parent = above->parent;
+        open.erase(open.begin() + (above - open.data()));
+    }
+    graph.addAttribute(node, std::move(spec));
+}
+
+/// Adds one attribute to one node. @return the error, empty on success
+std::string addTo(graph::Graph& graph, OpenCompounds& all, graph::Node& node, const AttributeSpec& spec,
+                  const TypeChoice& type, const ParsedArguments& arguments) {
+    std::vector<OpenCompound>& open = all[node.id()];
+    for (const std::string& name : {spec.longName, spec.shortName}) {
+        if (isNameTaken(node, open, name)) {
+            return "addAttr: The name '" + name +
+                   "' of the new attribute clashes with an existing attribute of '" + graph.uniqueName(node) +
+                   "'.";
+        }
+    }
+    std::string parent = arguments.text("parent");
+    if (!parent.empty() && findOpen(open, parent) == nullptr)
+        return "addAttr: '" + parent + "' is no compound attribute that is still open for children.";
+    if (!parent.empty()) parent = findOpen(open, parent)->spec.longName;
+    if (type.childCount == 0 || arguments.isSet("dataType")) {
+        AttributeSpec complete = spec;
+        addNumberedChildren(complete, type);
+        place(graph, node, open, std::move(complete), parent);
+    } else {
+        open.push_back({spec, type.childCount, parent});
+    }
+    return {};
+}
+
+/// Undo takes compounds under declaration along.
+void recordOpen(graph::Graph& graph, const std::shared_ptr<OpenCompounds>& open, OpenCompounds before) {
+    if (graph.recorder() == nullptr) return;
+    graph.recorder()->add([open, old = std::move(before)](graph::Graph&) { *open = old; },
+                          [open, now = *open](graph::Graph&) { *open = now; });
+}
+
+CommandResult addAttr(CommandContext& context, const ParsedArguments& arguments,
+                      const std::shared_ptr<OpenCompounds>& open) {
+    graph::Graph& graph = context.graph;
+    const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
+    if (!items.ok()) return CommandResult::failure(items.error);
+    const std::vector<graph::NodeRef> nodes = nodesOf(items.value);
+    if (nodes.empty())
+        return CommandResult::failure("addAttr: Found no valid items to add the attribute to.");
+    const Found<TypeChoice> type = chosenType(arguments);
+    if (!type.ok()) return CommandResult::failure(type.error);
+    const Found<AttributeSpec> spec = specOf(arguments, type.value);
+    if (!spec.ok()) return CommandResult::failure(spec.error);
+    const bool touchesOpen =
+        arguments.isSet("parent") || (type.value.childCount > 0 && !arguments.isSet("dataType"));
+    if (touchesOpen) {
+        OpenCompounds before = *open;
+        std::string error;
+        for (const graph::NodeRef& node : nodes) {
+            error = addTo(graph, *open, *node, spec.value, type.value, arguments);
+            if (!error.empty()) break;
+        }
+        recordOpen(graph, open, std::move(before));
+        return error.empty() ? CommandResult::success() : CommandResult::failure(std::move(error));
+    }
+    for (const graph::NodeRef& node : nodes) {
+        std::string error = addTo(graph, *open, *node, spec.value, type.value, arguments);
+        if (!error.empty()) return CommandResult::failure(std::move(error));
+    }
+    return CommandResult::success();
+}
+
+CommandResult deleteAttr(CommandContext& context, const ParsedArguments& arguments) {
+    graph::Graph& graph = context.graph;
+    std::vector<std::string> names = arguments.objectNames();
+    if (arguments.isSet("attribute")) {
+        for (std::string& name : names)
+            name += '.' + arguments.text("attribute");
+    }
+    for (const std::string& name : names) {
+        const Found<graph::PlugMatch> found = findOnePlug(graph, name);
+        if (!found.ok()) return CommandResult::failure(found.error);
+        const graph::Plug& plug = found.value.plug;
+        const graph::Attribute& attribute = plug.attribute();
+        if (!attribute.isDynamic() || attribute.parent() != nullptr)
+            return CommandResult::failure("deleteAttr: Attribute '" + name +
+                                          "' is not a dynamic attribute of its node and cannot be deleted.");
+        if (isLocked(plug))
+            return CommandResult::failure("deleteAttr: The attribute '" + name +
+                                          "' is locked and cannot be deleted.");
+        graph.deleteAttribute(*plug.node(), attribute);
+    }
+    return CommandResult::success();
+}
+
+}  // namespace
+
+void registerAddAttrCommands(mel::CommandRegistry& registry) {
+    Syntax adding;
+    adding.flag("ln", "longName", {kText}).flag("sn", "shortName", {kText});
+    adding.flag("at", "attributeType", {kText}).flag("dt", "dataType", {kText});
+    adding.flag("dv", "defaultValue", {kReal}).flag("en", "enumName", {kText});
+    adding.flag("min", "minValue", {kReal}).flag("max", "maxValue", {kReal});
+    adding.flag("h", "hidden", {kSwitch}).flag("k", "keyable", {kSwitch}).flag("m", "multi");
+    adding.flag("p", "parent", {kText}).flag("nc", "numberOfChildren", {ArgumentType::Unsigned});
+    // What the following ask for makes no difference without a window or a value cache.
+    adding.flag("ci", "cachedInternally", {kSwitch}).flag("nn", "niceName", {kText});
+    adding.flag("smn", "softMinValue", {kReal}).flag("smx", "softMaxValue", {kReal});
+    adding.flag("uac", "usedAsColor").flag("uaf", "usedAsFilename").objects(ObjectKind::Strings);
+    const auto open = std::make_shared<OpenCompounds>();
+    registry.add(
+        "addAttr", adding,
+        [open](CommandContext& context, const ParsedArguments& arguments) {
+            return addAttr(context, arguments, open);
+        },
+        "bt binaryTag ct category dcb disconnectBehaviour e edit ex exists fcx fromPlugin hnv hasMinValue "
+        "hxv "
+        "hasMaxValue hsn hasSoftMinValue hsx hasSoftMaxValue im indexMatters is internalSet pxy proxy q "
+        "query r readable "
+        "s storable w writable usedAsProxy uap");
+
+    Syntax deleting;
+    deleting.flag("at", "attribute", {kText}).objects(ObjectKind::Strings, 1);
+    registry.add("deleteAttr", deleting, deleteAttr, "q query");
+}
+
+}  // namespace host::commands

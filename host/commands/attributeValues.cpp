@@ -1,0 +1,262 @@
+#include "commands/attributeValues.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "mel/numberText.h"
+
+namespace host::commands {
+
+namespace {
+
+std::optional<double> switchNumber(std::string_view word) {
+    for (const std::string_view on : {"on", "yes", "true"}) {
+        if (word == on) return 1.0;
+    }
+    for (const std::string_view off : {"off", "no", "false"}) {
+        if (word == off) return 0.0;
+    }
+    return std::nullopt;
+}
+
+/// The number of entries that an array begins with. No more is reserved than the line has words for.
+std::size_t entryCount(ValueWords& words) {
+    const int count = words.integer();
+    if (words.ok() && count < 0) words.reject();
+    return words.ok() ? static_cast<std::size_t>(count) : 0;
+}
+
+template <typename DataType, typename ReadEntry>
+graph::DataPtr readArray(ValueWords& words, const ReadEntry& readEntry) {
+    const std::size_t count = entryCount(words);
+    decltype(DataType::value) entries;
+    entries.reserve(std::min(count, words.left()));
+    for (std::size_t k = 0; k < count && words.ok(); ++k)
+        entries.push_back(readEntry());
+    return std::make_shared<DataType>(std::move(entries));
+}
+
+template <std::size_t Size>
+std::array<double, Size> readNumbers(ValueWords& words) {
+    std::array<double, Size> numbers{};
+    for (double& number : numbers)
+        number = words.number();
+    return numbers;
+}
+
+graph::DataPtr readComponentList(ValueWords& words) {
+    auto list = std::make_shared<graph::ComponentListData>();
+    // Files leave the count of an empty list out.
+    if (words.atEnd()) return list;
+    const std::size_t count = entryCount(words);
+    list->reserve(std::min(count, words.left()));
+    for (std::size_t k = 0; k < count && words.ok(); ++k) {
+        const std::string_view text = words.word();
+        if (!words.ok()) break;
+        const auto entry = graph::parseComponentWord(text);
+        if (entry) {
+            list->appendRun(entry->kind, entry->run.first, entry->run.last);
+        } else {
+            words.reject();
+        }
+    }
+    return list;
+}
+
+std::vector<std::string> componentTexts(const graph::ComponentListData& list) {
+    std::vector<std::string> texts;
+    texts.reserve(static_cast<std::size_t>(list.size()));
+    for (int k = 0; k < list.size(); ++k) {
+        const auto [first, last] = list.runs(k);
+        for (const graph::Run* run = first; run != last; ++run) {
+            const bool isAll = run->last < run->first;
+            texts.push_back(isAll ? std::string(graph::componentWord(list.kind(k))) + "[*]"
+                                  : graph::runText(list.kind(k), *run));
+        }
+    }
+    return texts;
+}
+
+template <typename Entries>
+std::vector<double> flattened(const Entries& entries) {
+    std::vector<double> numbers;
+    numbers.reserve(4 * entries.size());
+    for (const auto& entry : entries)
+        numbers.insert(numbers.end(), entry.begin(), entry.end());
+    return numbers;
+}
+
+std::vector<mel::Vector> vectors(const std::vector<graph::Vector3>& entries) {
+    std::vector<mel::Vector> result;
+    result.reserve(entries.size());
+    for (const graph::Vector3& entry : entries)
+        result.push_back({entry[0], entry[1], entry[2]});
+    return result;
+}
+
+std::optional<Value> emptyValue(std::string_view type) {
+    if (type == "string") return Value("");
+    if (type == "componentList" || type == "stringArray") return Value(std::vector<std::string>());
+    if (type == "pointArray" || type == "doubleArray") return Value(std::vector<double>());
+    if (type == "Int32Array") return Value(std::vector<int>());
+    if (type == "vectorArray") return Value(std::vector<mel::Vector>());
+    if (type == "matrix") {
+        std::vector<double> identity(16, 0.0);
+        for (std::size_t k = 0; k < 4; ++k)
+            identity[5 * k] = 1.0;
+        return Value(std::move(identity));
+    }
+    return std::nullopt;
+}
+
+/// Which name of a few numbers a compound has, empty when it is no such compound.
+std::string tupleName(const graph::Attribute& attribute) {
+    const auto& children = attribute.children();
+    if (children.size() < 2 || children.size() > 4) return {};
+    const auto nameOf = [](const graph::Attribute& child) -> std::string {
+        if (child.isArray()) return {};
+        switch (child.kind()) {
+            case graph::ValueKind::Float:
+                return "float";
+            case graph::ValueKind::Int:
+                return child.spec().dataType == "short" ? "short" : "long";
+            case graph::ValueKind::Double:
+            case graph::ValueKind::Distance:
+            case graph::ValueKind::Angle:
+                return "double";
+            default:
+                return {};
+        }
+    };
+    const std::string name = nameOf(*children.front());
+    const bool isUniform = std::all_of(children.begin(), children.end(),
+                                       [&](const auto& child) { return nameOf(*child) == name; });
+    return isUniform && !name.empty() ? name + std::to_string(children.size()) : std::string();
+}
+
+}  // namespace
+
+const Value* ValueWords::next() {
+    if (!ok()) return nullptr;
+    ++at_;
+    if (at_ <= words_.size()) return &words_[at_ - 1];
+    reject();
+    return nullptr;
+}
+
+void ValueWords::reject() {
+    if (!ok()) return;
+    error_ = "setAttr: Error reading data element number " + std::to_string(at_ - first_) + ": ";
+    if (at_ > first_ && at_ <= words_.size()) error_ += words_[at_ - 1].toString();
+}
+
+double ValueWords::number() {
+    const Value* value = next();
+    if (value == nullptr) return 0.0;
+    if (value->isNumber()) return value->toFloat();
+    if (const std::string* text = value->getIf<std::string>()) {
+        if (const auto parsed = mel::parseNumber(*text)) return parsed->value;
+        if (const auto state = switchNumber(*text)) return *state;
+    }
+    reject();
+    return 0.0;
+}
+
+int ValueWords::integer() {
+    const double value = number();
+    const bool fits = value == std::floor(value) && std::abs(value) <= std::numeric_limits<int>::max();
+    if (!fits) reject();
+    return fits ? static_cast<int>(value) : 0;
+}
+
+std::string ValueWords::text() {
+    const Value* value = next();
+    return value != nullptr ? value->toString() : std::string();
+}
+
+std::string_view ValueWords::word() {
+    const Value* value = next();
+    if (value == nullptr) return {};
+    if (const std::string* text = value->getIf<std::string>()) return *text;
+    reject();
+    return {};
+}
+
+int tupleSize(std::string_view type) {
+    if (type == "reflectanceRGB" || type == "spectrumRGB") return 3;
+    for (const std::string_view base : {"double", "float", "long", "short"}) {
+        if (type.size() != base.size() + 1 || type.substr(0, base.size()) != base) continue;
+        const int size = type.back() - '0';
+        return size == 2 || size == 3 || (size == 4 && base == "double") ? size : 0;
+    }
+    return 0;
+}
+
+bool isDataType(std::string_view type) {
+    return emptyValue(type).has_value();
+}
+
+graph::DataPtr readData(ValueWords& words, std::string_view type) {
+    if (type == "string") return std::make_shared<graph::StringData>(words.text());
+    if (type == "componentList") return readComponentList(words);
+    if (type == "matrix") return std::make_shared<graph::MatrixData>(readNumbers<16>(words));
+    if (type == "pointArray")
+        return readArray<graph::PointArrayData>(words, [&] { return readNumbers<4>(words); });
+    if (type == "vectorArray")
+        return readArray<graph::VectorArrayData>(words, [&] { return readNumbers<3>(words); });
+    if (type == "doubleArray")
+        return readArray<graph::DoubleArrayData>(words, [&] { return words.number(); });
+    if (type == "Int32Array") return readArray<graph::IntArrayData>(words, [&] { return words.integer(); });
+    return readArray<graph::StringArrayData>(words, [&] { return words.text(); });
+}
+
+std::optional<Value> dataValue(const graph::DataPtr& data, std::string_view type) {
+    if (data == nullptr) return emptyValue(type);
+    if (const auto text = graph::dataAs<graph::StringData>(data)) return Value(text->value);
+    if (const auto texts = graph::dataAs<graph::StringArrayData>(data)) return Value(texts->value);
+    if (const auto numbers = graph::dataAs<graph::DoubleArrayData>(data)) return Value(numbers->value);
+    if (const auto integers = graph::dataAs<graph::IntArrayData>(data)) return Value(integers->value);
+    if (const auto points = graph::dataAs<graph::PointArrayData>(data))
+        return Value(flattened(points->value));
+    if (const auto entries = graph::dataAs<graph::VectorArrayData>(data))
+        return Value(vectors(entries->value));
+    if (const auto matrix = graph::dataAs<graph::MatrixData>(data))
+        return Value(std::vector<double>(matrix->value.begin(), matrix->value.end()));
+    if (const auto list = graph::dataAs<graph::ComponentListData>(data)) return Value(componentTexts(*list));
+    return std::nullopt;
+}
+
+std::string attributeTypeName(const graph::Attribute& attribute) {
+    // Also of numbers that were declared with a type which is stored as a wider one ("short").
+    if (!attribute.spec().dataType.empty()) return attribute.spec().dataType;
+    switch (attribute.kind()) {
+        case graph::ValueKind::Bool:
+            return "bool";
+        case graph::ValueKind::Int:
+            return "long";
+        case graph::ValueKind::Enum:
+            return "enum";
+        case graph::ValueKind::Float:
+            return "float";
+        case graph::ValueKind::Double:
+            return "double";
+        case graph::ValueKind::Distance:
+            return "doubleLinear";
+        case graph::ValueKind::Angle:
+            return "doubleAngle";
+        case graph::ValueKind::Time:
+            return "time";
+        case graph::ValueKind::Typed:
+            return "typed";
+        case graph::ValueKind::Message:
+            return "message";
+        case graph::ValueKind::Compound:
+            break;
+    }
+    const std::string tuple = tupleName(attribute);
+    return tuple.empty() ? "TdataCompound" : tuple;
+}
+
+}  // namespace host::commands

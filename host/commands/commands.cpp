@@ -1,0 +1,31 @@
+#include "commands/commands.h"
+
+namespace host::commands {
+
+void registerCommands(mel::CommandRegistry& registry) {
+    registerNodeCommands(registry);
+    registerDuplicateCommand(registry);
+    registerDagCommands(registry);
+    registerListCommands(registry);
+    registerSelectionCommands(registry);
+    registerAddAttrCommands(registry);
+    registerAttributeCommands(registry);
+    registerSetAttrCommand(registry);
+    registerGetAttrCommand(registry);
+    registerConnectionCommands(registry);
+    registerListConnectionsCommand(registry);
+    registerOptionVarCommand(registry);
+    registerUndoCommands(registry);
+    registerPluginCommands(registry);
+    registerScriptCommands(registry);
+    registerSetCommands(registry);
+    registerPolyQueryCommands(registry);
+    registerPolyInfoCommand(registry);
+    registerPolyCreateCommands(registry);
+    registerMoveCommands(registry);
+    registerXformCommands(registry);
+    registerBlendShapeCommands(registry);
+    registerFileCommand(registry);
+}
+
+}  // namespace host::commands

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "mel/commandRegistry.h"
+
+/// The host's script commands, by family. Their names, flags, argument orders and results are the host's; a
+/// flag that is not covered fails with an error that says so.
+namespace host::commands {
+
+/// Adds all commands. The registry's graph has its node types registered and its scene set up.
+void registerCommands(mel::CommandRegistry& registry);
+
+// One function a family.
+void registerNodeCommands(mel::CommandRegistry& registry);      // createNode delete rename nodeType objExists
+void registerDuplicateCommand(mel::CommandRegistry& registry);  // duplicate
+void registerDagCommands(mel::CommandRegistry& registry);       // parent group listRelatives
+void registerListCommands(mel::CommandRegistry& registry);      // ls
+void registerSelectionCommands(mel::CommandRegistry& registry);  // select
+void registerAddAttrCommands(mel::CommandRegistry& registry);    // addAttr deleteAttr
+void registerAttributeCommands(
+    mel::CommandRegistry& registry);                          // aliasAttr removeMultiInstance attributeQuery
+void registerSetAttrCommand(mel::CommandRegistry& registry);  // setAttr
+void registerGetAttrCommand(mel::CommandRegistry& registry);  // getAttr
+void registerConnectionCommands(mel::CommandRegistry& registry);  // connectAttr disconnectAttr isConnected
+                                                                  // connectionInfo
+void registerListConnectionsCommand(mel::CommandRegistry& registry);  // listConnections
+void registerOptionVarCommand(mel::CommandRegistry& registry);        // optionVar
+void registerUndoCommands(mel::CommandRegistry& registry);            // undo redo undoInfo flushUndo
+void registerPluginCommands(mel::CommandRegistry& registry);          // loadPlugin unloadPlugin pluginInfo
+void registerScriptCommands(mel::CommandRegistry& registry);  // source evalDeferred help whatIs exists quit
+                                                              // about currentUnit
+
+void registerSetCommands(mel::CommandRegistry& registry);         // sets
+void registerPolyQueryCommands(mel::CommandRegistry& registry);   // polySelect polyEvaluate
+void registerPolyInfoCommand(mel::CommandRegistry& registry);     // polyInfo
+void registerPolyCreateCommands(mel::CommandRegistry& registry);  // polyCube polySphere polyPlane polyTorus
+                                                                  // polyUnite
+void registerMoveCommands(mel::CommandRegistry& registry);        // move rotate scale
+void registerXformCommands(mel::CommandRegistry& registry);       // xform pointPosition
+void registerBlendShapeCommands(mel::CommandRegistry& registry);  // blendShape deformableShape
+void registerFileCommand(mel::CommandRegistry& registry);         // file
+
+}  // namespace host::commands

@@ -1,0 +1,239 @@
+#include <algorithm>
+#include <optional>
+
+#include "commands/commandSupport.h"
+#include "commands/commands.h"
+#include "nodes/meshNode.h"
+#include "nodes/transformNode.h"
+
+namespace host::commands {
+
+namespace {
+
+bool isAncestor(const graph::Node& above, const graph::Node& node) {
+    for (const graph::Node* at = &node; at != nullptr; at = at->parent()) {
+        if (at == &above) return true;
+    }
+    return false;
+}
+
+/// Moves a node below another parent; a transform keeps its place in the world unless `isRelative`.
+void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* parent, bool isRelative) {
+    const bool keepsPlace = !isRelative && node->isA("transform");
+    const geometry::Matrix4 world = keepsPlace ? nodes::worldMatrix(graph, node) : geometry::Matrix4();
+    graph.reparent(*node, parent);
+    if (!keepsPlace) return;
+    const geometry::Matrix4 local = world * nodes::parentMatrix(graph, node).inverse().matrix;
+    // What stands in the right place already keeps its values to the last digit.
+    if (!geometry::isEquivalent(local, nodes::localMatrix(graph, node), 1e-12))
+        nodes::setLocalMatrix(graph, node, local);
+}
+
+struct ParentRequest {
+    std::vector<graph::NodeRef> children;
+    graph::NodeRef parent;  // null for the world
+    bool isShape = false;
+    bool isRelative = false;
+};
+
+/// Why a child cannot go where it is to go; empty when it can.
+std::string parentProblem(const graph::Graph& graph, const ParentRequest& request,
+                          const graph::NodeRef& child) {
+    const std::string name = graph.uniqueName(*child);
+    if (!child->type().isDag()) return "parent: '" + name + "' is no DAG object.";
+    if (request.isShape != child->isA("shape")) {
+        return request.isShape ? "parent: '" + name + "' is no shape."
+                               : "parent: '" + name + "' is a shape; use -shape to move shapes.";
+    }
+    if (request.parent == nullptr)
+        return request.isShape ? "parent: A shape needs a transform as its parent." : "";
+    if (isAncestor(*child, *request.parent))
+        return "parent: Cannot parent an object to itself or to one of its children.";
+    return {};
+}
+
+/// The transforms that plain shape names on the command line stand for are not looked up: the host moves a
+/// shape only when told to.
+Found<ParentRequest> parentRequest(CommandContext& context, const ParsedArguments& arguments) {
+    Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
+    if (!items.ok()) return {{}, items.error};
+    Found<ParentRequest> request;
+    request.value.children = nodesOf(items.value);
+    request.value.isShape = arguments.isSet("shape");
+    // A shape has no place of its own to keep.
+    request.value.isRelative = arguments.isSet("relative") || request.value.isShape;
+    if (!arguments.isSet("world")) {
+        if (request.value.children.size() < 2)
+            return {{}, "parent: Select two or more objects or specify more names on the command line."};
+        request.value.parent = request.value.children.back();
+        request.value.children.pop_back();
+        if (!request.value.parent->isA("transform"))
+            return {{}, "parent: '" + context.graph.uniqueName(*request.value.parent) + "' is no transform."};
+    }
+    if (request.value.children.empty()) return {{}, "parent: No objects to move."};
+    for (const graph::NodeRef& child : request.value.children) {
+        std::string problem = parentProblem(context.graph, request.value, child);
+        if (!problem.empty()) return {{}, std::move(problem)};
+    }
+    return request;
+}
+
+CommandResult parent(CommandContext& context, const ParsedArguments& arguments) {
+    graph::Graph& graph = context.graph;
+    const Found<ParentRequest> request = parentRequest(context, arguments);
+    if (!request.ok()) return CommandResult::failure(request.error);
+    graph::Node* target = request.value.parent.get();
+    for (const graph::NodeRef& child : request.value.children) {
+        if (child->parent() == target) {
+            graph.messages().warning("Object, '" + graph.uniqueName(*child) +
+                                     "', skipped.  It is already a child of the parent" +
+                                     (target != nullptr ? ", '" + graph.uniqueName(*target) + "'." : "."));
+        } else {
+            moveBelow(graph, child, target, request.value.isRelative);
+        }
+    }
+    selectNodes(graph, request.value.children);
+    return CommandResult::success(uniqueNames(graph, request.value.children));
+}
+
+/// Lowest node above all of these; null when only the world is.
+graph::Node* commonParent(const std::vector<graph::NodeRef>& nodes) {
+    if (nodes.empty()) return nullptr;
+    for (graph::Node* at = nodes.front()->parent(); at != nullptr; at = at->parent()) {
+        const bool isAboveAll = std::all_of(nodes.begin(), nodes.end(), [&](const graph::NodeRef& node) {
+            return node->parent() != nullptr && isAncestor(*at, *node->parent());
+        });
+        if (isAboveAll) return at;
+    }
+    return nullptr;
+}
+
+/// What is to be grouped: transforms; a shape stands for its transform.
+Found<std::vector<graph::NodeRef>> groupMembers(CommandContext& context, const ParsedArguments& arguments) {
+    Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
+    if (!items.ok()) return {{}, items.error};
+    Found<std::vector<graph::NodeRef>> members;
+    for (graph::NodeRef& node : nodesOf(items.value)) {
+        if (!node->type().isDag()) return {{}, "group: '" + node->name() + "' is no DAG object."};
+        if (node->isA("shape") && node->parent() != nullptr) node = node->parent()->ref();
+        if (std::find(members.value.begin(), members.value.end(), node) == members.value.end())
+            members.value.push_back(node);
+    }
+    if (members.value.empty()) return {{}, "group: Not enough objects or values."};
+    return members;
+}
+
+CommandResult group(CommandContext& context, const ParsedArguments& arguments) {
+    graph::Graph& graph = context.graph;
+    Found<std::string> name{graph.nextName("group"), {}};
+    if (arguments.isSet("name")) name = legalName(arguments.text("name"));
+    if (!name.ok()) return CommandResult::failure(name.error);
+    Found<std::vector<graph::NodeRef>> members;
+    if (!arguments.isSet("empty")) members = groupMembers(context, arguments);
+    if (!members.ok()) return CommandResult::failure(members.error);
+    graph::Node* above = arguments.isSet("world") ? nullptr : commonParent(members.value);
+    Found<graph::NodeRef> parentNode;
+    if (arguments.isSet("parent")) {
+        parentNode = findOneNode(graph, arguments.text("parent"));
+        if (parentNode.ok() && !parentNode.value->isA("transform"))
+            parentNode.error = "group: '" + arguments.text("parent") + "' is no transform.";
+        if (!parentNode.ok()) return CommandResult::failure(parentNode.error);
+        above = parentNode.value.get();
+    }
+    for (const graph::NodeRef& member : members.value) {
+        if (above != nullptr && isAncestor(*member, *above))
+            return CommandResult::failure("group: Cannot parent an object to one of its children.");
+    }
+    const graph::NodeRef made = graph.createNode(*graph.types().find("transform"), name.value, above);
+    for (const graph::NodeRef& member : members.value) {
+        // A member below another member goes along with it.
+        if (!isAncestor(*made, *member)) moveBelow(graph, member, made.get(), arguments.isSet("relative"));
+    }
+    selectNodes(graph, {made});
+    return CommandResult::success(graph.uniqueName(*made));
+}
+
+struct RelativesFilter {
+    bool shapesOnly = false;
+    bool noIntermediate = false;
+    std::vector<std::string> types;
+};
+
+bool passes(const graph::Graph& graph, const RelativesFilter& filter, const graph::Node& node) {
+    if (filter.shapesOnly && !node.isA("shape")) return false;
+    if (filter.noIntermediate && nodes::isIntermediate(graph, node)) return false;
+    return filter.types.empty() || std::any_of(filter.types.begin(), filter.types.end(),
+                                               [&](const std::string& type) { return node.isA(type); });
+}
+
+/// Everything below a node, each node after what is below it.
+void collectBelow(const graph::Node& node, std::vector<graph::Node*>& below) {
+    for (graph::Node* child : node.children()) {
+        collectBelow(*child, below);
+        below.push_back(child);
+    }
+}
+
+std::vector<graph::Node*> relatives(const graph::Node& node, const ParsedArguments& arguments) {
+    std::vector<graph::Node*> found;
+    if (arguments.isSet("parent") || arguments.isSet("allParents")) {
+        if (node.parent() != nullptr) found.push_back(node.parent());
+    } else if (arguments.isSet("allDescendents")) {
+        collectBelow(node, found);
+    } else {
+        found = node.children();
+    }
+    return found;
+}
+
+CommandResult listRelatives(CommandContext& context, const ParsedArguments& arguments) {
+    const graph::Graph& graph = context.graph;
+    Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
+    if (!items.ok()) return CommandResult::failure(items.error);
+    RelativesFilter filter;
+    filter.shapesOnly = arguments.isSet("shapes");
+    filter.noIntermediate = arguments.isSet("noIntermediate");
+    for (int use = 0; use < arguments.uses("type"); ++use)
+        filter.types.push_back(arguments.values("type", use)[0].toString());
+    std::vector<std::string> names;
+    for (const graph::SelectionItem& item : items.value) {
+        const graph::Node& node = *item.node;
+        const bool isParentQuery = arguments.isSet("parent") || arguments.isSet("allParents");
+        // The owner of components is their transform's shape.
+        if (item.component && isParentQuery && filter.types.empty()) {
+            names.push_back(arguments.isSet("fullPath") ? graph.fullPath(node) : graph.uniqueName(node));
+            continue;
+        }
+        for (const graph::Node* relative : relatives(node, arguments)) {
+            if (!passes(graph, filter, *relative)) continue;
+            names.push_back(arguments.isSet("fullPath") ? graph.fullPath(*relative)
+                            : arguments.isSet("path")   ? graph.uniqueName(*relative)
+                                                        : relative->name());
+        }
+    }
+    return CommandResult::success(std::move(names));
+}
+
+}  // namespace
+
+void registerDagCommands(mel::CommandRegistry& registry) {
+    Syntax parenting;
+    parenting.flag("w", "world").flag("r", "relative").flag("a", "absolute").flag("s", "shape");
+    parenting.objects(ObjectKind::Strings);
+    registry.add("parent", parenting, parent,
+                 "add addObject nc noConnections nis noInvScale rm removeObject");
+
+    Syntax grouping;
+    grouping.flag("n", "name", {kText}).flag("em", "empty").flag("p", "parent", {kText});
+    grouping.flag("w", "world").flag("r", "relative").flag("a", "absolute");
+    grouping.objects(ObjectKind::Strings);
+    registry.add("group", grouping, group, "useAsGroup uag");
+
+    Syntax relating;
+    relating.flag("ad", "allDescendents").flag("ap", "allParents").flag("c", "children");
+    relating.flag("f", "fullPath").flag("ni", "noIntermediate").flag("p", "parent").flag("pa", "path");
+    relating.flag("s", "shapes").multiUseFlag("typ", "type", {kText}).objects(ObjectKind::Strings);
+    registry.add("listRelatives", relating, listRelatives);
+}
+
+}  // namespace host::commands

@@ -1,0 +1,161 @@
+#include <algorithm>
+#include <optional>
+
+#include "commands/attributeValues.h"
+#include "commands/commandSupport.h"
+#include "commands/commands.h"
+
+namespace host::commands {
+
+namespace {
+
+bool isWhole(graph::ValueKind kind) {
+    return kind == graph::ValueKind::Bool || kind == graph::ValueKind::Int || kind == graph::ValueKind::Enum;
+}
+
+Value numberValue(graph::Graph& graph, const graph::Plug& plug) {
+    const graph::ValueKind kind = plug.attribute().kind();
+    const double value = toScriptUnit(kind, graph.number(plug));
+    return isWhole(kind) ? Value(static_cast<int>(value)) : Value(value);
+}
+
+/// Joins the values below a plug that stands for more than one: elements of a multi, children of a compound.
+class ValueCollector {
+  public:
+    explicit ValueCollector(graph::Graph& graph) : graph_(graph) {}
+
+    /// @return the error, empty on success
+    std::string collect(const graph::Plug& plug) {
+        if (plug.isArray()) {
+            for (const int index : graph_.elements(plug)) {
+                std::string error = collect(plug.element(index));
+                if (!error.empty()) return error;
+            }
+            return {};
+        }
+        const graph::Attribute& attribute = plug.attribute();
+        for (const auto& child : attribute.children()) {
+            std::string error = collect(plug.child(*child));
+            if (!error.empty()) return error;
+        }
+        if (graph::isNumber(attribute.kind())) addNumber(plug);
+        if (attribute.kind() == graph::ValueKind::Typed) return addData(plug);
+        return {};
+    }
+
+    Value take() {
+        if (!texts_.empty()) return Value(std::move(texts_));
+        if (numbers_.empty() || !areWhole_) return Value(std::move(numbers_));
+        return Value(std::vector<int>(numbers_.begin(), numbers_.end()));
+    }
+
+  private:
+    void addNumber(const graph::Plug& plug) {
+        const graph::ValueKind kind = plug.attribute().kind();
+        numbers_.push_back(toScriptUnit(kind, graph_.number(plug)));
+        areWhole_ = areWhole_ && isWhole(kind);
+    }
+
+    std::string addData(const graph::Plug& plug) {
+        const std::optional<Value> value = dataValue(graph_.data(plug), plug.attribute().spec().dataType);
+        if (!value) return {};
+        if (value->isString() || value->getIf<std::vector<std::string>>() != nullptr) {
+            for (std::string& text : value->toStringArray())
+                texts_.push_back(std::move(text));
+        } else if (const auto* integers = value->getIf<std::vector<int>>()) {
+            numbers_.insert(numbers_.end(), integers->begin(), integers->end());
+        } else {
+            const std::vector<double> more = value->toFloatArray();
+            numbers_.insert(numbers_.end(), more.begin(), more.end());
+            areWhole_ = false;
+        }
+        if (texts_.empty() || numbers_.empty()) return {};
+        return "getAttr: '" + graph_.plugName(plug) + "' lies among values of another type.";
+    }
+
+    graph::Graph& graph_;
+    std::vector<double> numbers_;
+    std::vector<std::string> texts_;
+    bool areWhole_ = true;
+};
+
+CommandResult readOne(graph::Graph& graph, const graph::Plug& plug, bool asString) {
+    const graph::Attribute& attribute = plug.attribute();
+    if (attribute.kind() == graph::ValueKind::Message)
+        return CommandResult::failure("getAttr: Message attributes have no data values.");
+    if (attribute.kind() == graph::ValueKind::Enum && asString) {
+        const int value = static_cast<int>(graph.number(plug));
+        const auto& names = attribute.spec().enumNames;
+        const bool isNamed = value >= 0 && value < static_cast<int>(names.size());
+        return CommandResult::success(isNamed ? names[static_cast<std::size_t>(value)] : std::string());
+    }
+    if (graph::isNumber(attribute.kind())) return CommandResult::success(numberValue(graph, plug));
+    if (attribute.kind() == graph::ValueKind::Typed) {
+        std::optional<Value> value = dataValue(graph.data(plug), attribute.spec().dataType);
+        if (value) return CommandResult::success(std::move(*value));
+        return CommandResult::failure("getAttr: The data of '" + graph.plugName(plug) + "' (" +
+                                      attributeTypeName(attribute) + ") is no number and no text.");
+    }
+    ValueCollector collector(graph);
+    std::string error = collector.collect(plug);
+    return error.empty() ? CommandResult::success(collector.take()) : CommandResult::failure(error);
+}
+
+CommandResult readValue(graph::Graph& graph, const graph::PlugMatch& match, bool asString) {
+    graph::Plug plug = match.plug;
+    // A computed multi ("worldMatrix") has no stored elements; its first one is meant.
+    if (plug.isArray() && plug.attribute().isOutput()) plug = plug.element(0);
+    const int first = plug.logicalIndex();
+    const bool isRange = first >= 0 && match.last > first;
+    if (!isRange && !plug.isArray()) return readOne(graph, plug, asString);
+    if (plug.attribute().kind() == graph::ValueKind::Message)
+        return CommandResult::failure("getAttr: Message attributes have no data values.");
+    ValueCollector collector(graph);
+    std::string error = isRange ? std::string() : collector.collect(plug);
+    for (int index = first; isRange && index <= match.last && error.empty(); ++index)
+        error = collector.collect(plug.array().element(index));
+    return error.empty() ? CommandResult::success(collector.take()) : CommandResult::failure(error);
+}
+
+bool isSettable(const graph::Graph& graph, const graph::Plug& plug) {
+    return !plug.attribute().isOutput() && !isLocked(plug) && !hasSource(graph, plug);
+}
+
+/// What the query flags ask for; nothing when none is given.
+std::optional<CommandResult> query(graph::Graph& graph, const graph::Plug& plug,
+                                   const ParsedArguments& arguments) {
+    const graph::PlugState state = plug.node()->state(plug.key());
+    if (arguments.isSet("size")) return CommandResult::success(plug.isArray() ? graph.elementCount(plug) : 1);
+    if (arguments.isSet("multiIndices")) {
+        if (!plug.isArray())
+            return CommandResult::failure("getAttr: '" + graph.plugName(plug) + "' is no multi-attribute.");
+        return CommandResult::success(graph.elements(plug));
+    }
+    if (arguments.isSet("type")) return CommandResult::success(attributeTypeName(plug.attribute()));
+    if (arguments.isSet("lock")) return CommandResult::success(isLocked(plug));
+    if (arguments.isSet("keyable")) return CommandResult::success(state.isKeyable);
+    if (arguments.isSet("channelBox")) return CommandResult::success(state.isInChannelBox);
+    if (arguments.isSet("settable")) return CommandResult::success(isSettable(graph, plug));
+    return std::nullopt;
+}
+
+CommandResult getAttr(CommandContext& context, const ParsedArguments& arguments) {
+    graph::Graph& graph = context.graph;
+    const Found<graph::PlugMatch> found = findOnePlug(graph, arguments.objectNames().front());
+    if (!found.ok()) return CommandResult::failure(found.error);
+    if (auto answer = query(graph, found.value.plug, arguments)) return std::move(*answer);
+    return readValue(graph, found.value, arguments.isSet("asString"));
+}
+
+}  // namespace
+
+void registerGetAttrCommand(mel::CommandRegistry& registry) {
+    Syntax syntax;
+    syntax.flag("s", "size").flag("mi", "multiIndices").flag("typ", "type").flag("l", "lock");
+    syntax.flag("k", "keyable").flag("cb", "channelBox").flag("se", "settable").flag("as", "asString");
+    // Everything is evaluated silently here anyway.
+    syntax.flag("sl", "silent").objects(ObjectKind::Strings, 1, 1);
+    registry.add("getAttr", syntax, getAttr, "caching ca constraint c expandEnvironmentVariables x time t");
+}
+
+}  // namespace host::commands

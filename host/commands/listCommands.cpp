@@ -1,0 +1,226 @@
+#include <algorithm>
+#include <unordered_set>
+
+#include "commands/commandSupport.h"
+#include "commands/commands.h"
+#include "nodes/meshNode.h"
+
+namespace host::commands {
+
+namespace {
+
+using graph::SelectionItem;
+
+/// What `ls` leaves of the nodes it looks at.
+struct Filter {
+    std::vector<std::string> kinds;  // names of types, any of which will do
+    std::vector<std::string> exactTypes;
+    std::vector<std::string> excludedTypes;
+    bool intermediateOnly = false;
+    bool noIntermediate = false;
+    bool visibleOnly = false;
+    bool dagOnly = false;
+
+    bool isTyped() const { return !kinds.empty() || !exactTypes.empty(); }
+};
+
+std::vector<std::string> texts(const ParsedArguments& arguments, std::string_view flag) {
+    std::vector<std::string> result;
+    for (int use = 0; use < arguments.uses(flag); ++use)
+        result.push_back(arguments.values(flag, use)[0].toString());
+    return result;
+}
+
+Filter filterOf(const ParsedArguments& arguments) {
+    Filter filter;
+    filter.kinds = texts(arguments, "type");
+    filter.exactTypes = texts(arguments, "exactType");
+    filter.excludedTypes = texts(arguments, "excludeType");
+    if (arguments.isSet("shapes")) filter.kinds.emplace_back("shape");
+    if (arguments.isSet("geometry")) filter.kinds.emplace_back("geometryShape");
+    if (arguments.isSet("transforms")) filter.kinds.emplace_back("transform");
+    if (arguments.isSet("materials")) filter.kinds.emplace_back("lambert");
+    if (arguments.isSet("sets")) filter.kinds.emplace_back("objectSet");
+    filter.intermediateOnly = arguments.isSet("intermediateObjects");
+    filter.noIntermediate = arguments.isSet("noIntermediate");
+    filter.visibleOnly = arguments.isSet("visible");
+    filter.dagOnly = arguments.isSet("dagObjects") || filter.intermediateOnly;
+    return filter;
+}
+
+bool isVisible(graph::Graph& graph, const graph::Node& node) {
+    for (const graph::Node* at = &node; at != nullptr; at = at->parent()) {
+        const graph::Plug visibility = const_cast<graph::Node*>(at)->plug("visibility");
+        if (visibility && graph.number(visibility) == 0.0) return false;
+    }
+    return node.type().isDag() && !nodes::isIntermediate(graph, node);
+}
+
+bool passes(graph::Graph& graph, const Filter& filter, const graph::Node& node) {
+    const auto isOf = [&](const std::string& type) { return node.isA(type); };
+    const auto isExactly = [&](const std::string& type) { return node.type().name() == type; };
+    if (filter.dagOnly && !node.type().isDag()) return false;
+    if (filter.isTyped() && !std::any_of(filter.kinds.begin(), filter.kinds.end(), isOf) &&
+        !std::any_of(filter.exactTypes.begin(), filter.exactTypes.end(), isExactly))
+        return false;
+    if (std::any_of(filter.excludedTypes.begin(), filter.excludedTypes.end(), isOf)) return false;
+    const bool isHidden = nodes::isIntermediate(graph, node);
+    if (filter.intermediateOnly && !(isHidden && node.isA("shape"))) return false;
+    if (filter.noIntermediate && isHidden) return false;
+    return !filter.visibleOnly || isVisible(graph, node);
+}
+
+void addBelow(graph::Node& node, std::vector<SelectionItem>& items) {
+    items.push_back({node.ref(), {}, {}});
+    for (graph::Node* child : node.children())
+        addBelow(*child, items);
+}
+
+std::vector<SelectionItem> sceneItems(const graph::Graph& graph, const Filter& filter) {
+    std::vector<SelectionItem> items;
+    if (filter.dagOnly && !filter.intermediateOnly) {
+        for (graph::Node* root : graph.roots())
+            addBelow(*root, items);
+        return items;
+    }
+    for (const graph::NodeRef& node : graph.nodes())
+        items.push_back({node, {}, {}});
+    return items;
+}
+
+/// The host lists nodes of a kind by name, the whole scene in order of creation.
+void sortByName(const graph::Graph& graph, std::vector<SelectionItem>& items) {
+    std::stable_sort(items.begin(), items.end(), [&](const SelectionItem& a, const SelectionItem& b) {
+        if (a.node->name() != b.node->name()) return a.node->name() < b.node->name();
+        return graph.fullPath(*a.node) < graph.fullPath(*b.node);
+    });
+}
+
+/// Everything of the given names. A name that matches nothing is no error here, and one that several objects
+/// share stands for all of them.
+std::vector<SelectionItem> namedItems(graph::Graph& graph, const std::vector<std::string>& names) {
+    std::vector<SelectionItem> items;
+    for (const std::string& name : names) {
+        std::vector<SelectionItem> found;
+        if (name.find('.') == std::string::npos) {
+            for (const graph::NodeRef& node : graph::findNodes(graph, name))
+                found.push_back({node, {}, {}});
+        } else {
+            found = graph::findAll(graph, name).items;
+        }
+        if (name.find_first_of("*?") != std::string::npos && name.find('.') == std::string::npos)
+            sortByName(graph, found);
+        items.insert(items.end(), found.begin(), found.end());
+    }
+    return items;
+}
+
+/// With -dag a given object stands for everything below it.
+std::vector<SelectionItem> withDescendants(const std::vector<SelectionItem>& items) {
+    std::vector<SelectionItem> result;
+    for (const SelectionItem& item : items) {
+        if (item.isWholeNode()) {
+            addBelow(*item.node, result);
+        } else {
+            result.push_back(item);
+        }
+    }
+    return result;
+}
+
+std::vector<SelectionItem> candidates(CommandContext& context, const ParsedArguments& arguments,
+                                      const Filter& filter) {
+    graph::Graph& graph = context.graph;
+    const bool isSelection = arguments.isSet("selection") || arguments.isSet("orderedSelection");
+    std::vector<SelectionItem> items;
+    if (isSelection) {
+        items = graph.selection().items();
+        if (!arguments.objects().empty()) {
+            const std::vector<graph::NodeRef> named = nodesOf(namedItems(graph, arguments.objectNames()));
+            const auto isOther = [&](const SelectionItem& item) {
+                return std::find(named.begin(), named.end(), item.node) == named.end();
+            };
+            items.erase(std::remove_if(items.begin(), items.end(), isOther), items.end());
+        }
+    } else if (!arguments.objects().empty()) {
+        items = namedItems(graph, arguments.objectNames());
+    } else if (arguments.isSet("assemblies")) {
+        for (graph::Node* root : graph.roots())
+            items.push_back({root->ref(), {}, {}});
+        return items;
+    } else {
+        items = sceneItems(graph, filter);
+        if (filter.isTyped() && !arguments.isSet("dagObjects")) sortByName(graph, items);
+        return items;
+    }
+    return arguments.isSet("dagObjects") ? withDescendants(items) : items;
+}
+
+void appendNames(const graph::Graph& graph, const SelectionItem& item, const ParsedArguments& arguments,
+                 std::vector<std::string>& names) {
+    const bool isLong = arguments.isSet("long");
+    std::vector<std::string> own = graph::itemNames(graph, item, isLong);
+    if (item.component && arguments.isSet("flatten")) {
+        const std::string prefix = own.empty() ? "" : own.front().substr(0, own.front().find('.') + 1);
+        own.clear();
+        for (const int element : item.component->elements())
+            own.push_back(prefix + graph::runText(item.component->kind(), {element, element}));
+    }
+    for (std::string& name : own) {
+        names.push_back(std::move(name));
+        if (!arguments.isSet("showType")) continue;
+        names.push_back(item.component ? "float3" : item.node->type().name());
+    }
+}
+
+CommandResult ls(CommandContext& context, const ParsedArguments& arguments) {
+    graph::Graph& graph = context.graph;
+    const Filter filter = filterOf(arguments);
+    for (const std::string& type : texts(arguments, "type")) {
+        if (graph.types().find(type) == nullptr)
+            return CommandResult::failure("ls: Unknown object type: " + type);
+    }
+    std::vector<SelectionItem> items;
+    std::unordered_set<const graph::Node*> listed;
+    for (SelectionItem& item : candidates(context, arguments, filter)) {
+        if (arguments.isSet("assemblies") && (!item.node->type().isDag() || item.node->parent() != nullptr))
+            continue;
+        if (!passes(graph, filter, *item.node)) continue;
+        if (item.isWholeNode() && !listed.insert(item.node.get()).second) continue;
+        items.push_back(std::move(item));
+    }
+    if (arguments.isSet("head")) {
+        items.resize(std::min(items.size(), static_cast<std::size_t>(arguments.integer("head"))));
+    } else if (arguments.isSet("tail")) {
+        const auto kept = std::min(items.size(), static_cast<std::size_t>(arguments.integer("tail")));
+        items.erase(items.begin(), items.end() - static_cast<std::ptrdiff_t>(kept));
+    }
+    std::vector<std::string> names;
+    for (const SelectionItem& item : items)
+        appendNames(graph, item, arguments, names);
+    return CommandResult::success(std::move(names));
+}
+
+}  // namespace
+
+void registerListCommands(mel::CommandRegistry& registry) {
+    Syntax syntax;
+    syntax.flag("as", "assemblies").flag("dag", "dagObjects").flag("dep", "dependencyNodes");
+    syntax.flag("sl", "selection").flag("os", "orderedSelection").flag("fl", "flatten");
+    syntax.flag("l", "long").flag("sn", "shortNames").flag("st", "showType");
+    syntax.flag("s", "shapes").flag("g", "geometry").flag("tr", "transforms").flag("mat", "materials");
+    syntax.flag("set", "sets").flag("io", "intermediateObjects").flag("ni", "noIntermediate");
+    syntax.flag("v", "visible").flag("r", "recursive", {kSwitch});
+    syntax.flag("hd", "head", {ArgumentType::Unsigned}).flag("tl", "tail", {ArgumentType::Unsigned});
+    syntax.multiUseFlag("typ", "type", {kText}).multiUseFlag("et", "exactType", {kText});
+    syntax.multiUseFlag("ext", "excludeType", {kText}).objects(ObjectKind::Strings);
+    registry.add("ls", syntax, ls,
+                 "allPaths ap absoluteName an cameras ca containerType ct containers con defaultNodes dn "
+                 "ghost gh hilite hl invisible iv leaf lf "
+                 "lights lt live lv lockedNodes ln modified mod nodeTypes nt objectsOnly o partitions pr "
+                 "persistentNodes pn planes pl preSelectHilite psh "
+                 "readOnly ro referencedNodes rn references rf showNamespace sns textures tex templated tm "
+                 "undeletable ud untemplated ut uuid uid");
+}
+
+}  // namespace host::commands

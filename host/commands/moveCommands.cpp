@@ -1,0 +1,347 @@
+#include <algorithm>
+
+#include "commands/commands.h"
+#include "commands/meshSupport.h"
+#include "commands/transformSupport.h"
+#include "nodes/meshNode.h"
+#include "nodes/transformNode.h"
+
+namespace host::commands {
+
+namespace {
+
+using geometry::Matrix4;
+using geometry::Vec3;
+using graph::NodeRef;
+using graph::SelectionItem;
+
+enum class Space { Object, Local, World };
+
+/// What one call asks for.
+struct Request {
+    AxisValues values;
+    Space space = Space::World;
+    bool isRelative = false;
+    std::optional<Vec3> pivot{};  // in the world
+    std::vector<SelectionItem> items{};
+};
+
+/// What differs between the three commands.
+struct Kind {
+    const char* name;
+    const char* axisFlag;  // with X, XY, ... behind it
+    Space defaultSpace;
+    std::string (*transform)(graph::Graph&, const NodeRef&, const Request&, const ParsedArguments&);
+    std::string (*points)(graph::Graph&, const SelectionItem&, const Request&, const ParsedArguments&);
+};
+
+// --- the call's words
+
+/// Axes that the flags name, in x y z order; all three without such a flag.
+std::vector<int> namedAxes(const ParsedArguments& arguments, const Kind& kind) {
+    for (const char* axes : {"X", "Y", "Z", "XY", "XZ", "YZ", "XYZ"}) {
+        if (!arguments.isSet(std::string(kind.axisFlag) + axes)) continue;
+        std::vector<int> result;
+        for (const char* at = axes; *at != '\0'; ++at)
+            result.push_back(*at - 'X');
+        return result;
+    }
+    return {0, 1, 2};
+}
+
+Space spaceOf(const ParsedArguments& arguments, Space fallback) {
+    if (arguments.isSet("objectSpace")) return Space::Object;
+    if (arguments.isSet("localSpace")) return Space::Local;
+    if (arguments.isSet("worldSpace")) return Space::World;
+    return fallback;
+}
+
+/// The numbers come first, then names; without names the selection is taken.
+Found<Request> requestOf(CommandContext& context, const ParsedArguments& arguments, const Kind& kind) {
+    const std::string prefix = std::string(kind.name) + ": ";
+    Found<Request> request;
+    const std::vector<Value>& words = arguments.objects();
+    const std::vector<int> axes = namedAxes(arguments, kind);
+    std::size_t at = 0;
+    for (; at < axes.size(); ++at) {
+        if (at == words.size() || !words[at].isNumber())
+            return {{}, prefix + "Not enough values; " + std::to_string(axes.size()) + " are needed."};
+        request.value.values[static_cast<std::size_t>(axes[at])] = words[at].toFloat();
+    }
+    std::vector<std::string> names;
+    for (; at < words.size(); ++at) {
+        if (words[at].isNumber()) return {{}, prefix + "Too many values."};
+        names.push_back(words[at].toString());
+    }
+    Found<std::vector<SelectionItem>> items{context.graph.selection().items(), {}};
+    if (!names.empty()) items = findItems(context.graph, names);
+    if (!items.ok()) return {{}, items.error};
+    if (items.value.empty()) return {{}, prefix + "Nothing is currently selected."};
+    request.value.items = std::move(items.value);
+    request.value.space = spaceOf(arguments, kind.defaultSpace);
+    request.value.isRelative = arguments.isSet("relative");
+    if (arguments.isSet("pivot")) {
+        const std::vector<Value>& pivot = arguments.values("pivot");
+        request.value.pivot = Vec3{pivot[0].toFloat(), pivot[1].toFloat(), pivot[2].toFloat()};
+    }
+    return request;
+}
+
+// --- points
+
+/// Points of a shape that a call changes.
+struct Points {
+    NodeRef shape;
+    std::vector<int> vertices;
+    std::vector<Vec3> positions;  // object space
+    Matrix4 world;
+};
+
+Points pointsOf(graph::Graph& graph, const SelectionItem& item) {
+    const nodes::MeshPtr mesh = nodes::meshOf(graph, item.node);
+    Points points;
+    points.shape = item.node;
+    points.vertices = item.component->elements();
+    points.positions.reserve(points.vertices.size());
+    for (const int vertex : points.vertices)
+        points.positions.push_back(mesh->mesh.point(vertex));
+    points.world = nodes::worldMatrix(graph, item.node);
+    return points;
+}
+
+/// Moves every point to where `place` puts it, from and to the space that `toSpace` leads to.
+template <typename Place>
+void placePoints(graph::Graph& graph, const Points& points, const Matrix4& toSpace, Place place) {
+    const Matrix4 back = toSpace.inverse().matrix;
+    std::vector<Vec3> offsets;
+    offsets.reserve(points.positions.size());
+    for (const Vec3& position : points.positions) {
+        const Vec3 there = geometry::transformPoint(position, toSpace);
+        // Only the way goes back, so that a point that stays gets no offset from rounding.
+        offsets.push_back(geometry::transformVector(place(there) - there, back));
+    }
+    nodes::offsetVertices(graph, points.shape, points.vertices, offsets);
+}
+
+/// Matrix from object space to the space that a call works in.
+Matrix4 toSpace(graph::Graph& graph, const Points& points, Space space) {
+    if (space == Space::Object) return {};
+    if (space == Space::World) return points.world;
+    return nodes::localMatrix(graph, points.shape->parent()->ref());
+}
+
+std::string movePoints(graph::Graph& graph, const SelectionItem& item, const Request& request,
+                       const ParsedArguments&) {
+    const Points points = pointsOf(graph, item);
+    placePoints(graph, points, toSpace(graph, points, request.space), [&](const Vec3& point) {
+        return request.isRelative ? point + completed(request.values, {}) : completed(request.values, point);
+    });
+    return {};
+}
+
+/// Applies a linear map around the pivot: the given one, or the transform's own.
+std::string mapPoints(graph::Graph& graph, const SelectionItem& item, const Request& request,
+                      const Vec3& ownPivot, const Matrix4& map) {
+    const Points points = pointsOf(graph, item);
+    const Matrix4 space = toSpace(graph, points, request.space);
+    const Vec3 pivot =
+        geometry::transformPoint(request.pivot.value_or(ownPivot), points.world.inverse().matrix * space);
+    placePoints(graph, points, space,
+                [&](const Vec3& point) { return pivot + geometry::transformVector(point - pivot, map); });
+    return {};
+}
+
+std::string rotatePoints(graph::Graph& graph, const SelectionItem& item, const Request& request,
+                         const ParsedArguments&) {
+    const Vec3 pivot = rotatePivotInWorld(graph, item.node->parent()->ref());
+    return mapPoints(graph, item, request, pivot,
+                     geometry::rotationMatrix(toRadians(completed(request.values, {}))));
+}
+
+std::string scalePoints(graph::Graph& graph, const SelectionItem& item, const Request& request,
+                        const ParsedArguments&) {
+    const Vec3 pivot = scalePivotInWorld(graph, item.node->parent()->ref());
+    return mapPoints(graph, item, request, pivot, Matrix4::scaling(completed(request.values, {1, 1, 1})));
+}
+
+// --- transforms
+
+/// Where the transform is for a move to a place in the world: its own origin, or one of its pivots.
+Vec3 placeInWorld(graph::Graph& graph, const NodeRef& transform, const ParsedArguments& arguments) {
+    if (arguments.isSet("rotatePivotRelative")) return rotatePivotInWorld(graph, transform);
+    if (arguments.isSet("scalePivotRelative")) return scalePivotInWorld(graph, transform);
+    return nodes::worldMatrix(graph, transform).row(3);
+}
+
+std::string moveTransform(graph::Graph& graph, const NodeRef& transform, const Request& request,
+                          const ParsedArguments& arguments) {
+    const Vec3 present = nodes::transformParts(graph, transform).translate;
+    if (request.space == Space::World) {
+        const Vec3 place = placeInWorld(graph, transform, arguments);
+        const Vec3 offset =
+            request.isRelative ? completed(request.values, {}) : completed(request.values, place) - place;
+        return moveInWorld(graph, transform, offset);
+    }
+    if (!request.isRelative)
+        return writeTriple(graph, transform, "translate", completed(request.values, present));
+    const Vec3 offset = completed(request.values, {});
+    const Vec3 turned = request.space == Space::Object
+                            ? geometry::transformVector(offset, ownRotation(graph, transform))
+                            : offset;
+    return writeTriple(graph, transform, "translate", present + turned);
+}
+
+std::string rotateAbsolutely(graph::Graph& graph, const NodeRef& transform, const Request& request) {
+    const geometry::TransformParts parts = nodes::transformParts(graph, transform);
+    const Matrix4 parent = parentRotation(graph, transform);
+    if (request.space != Space::World) {
+        const Vec3 degrees = completed(request.values, toDegrees(parts.rotate));
+        return writeTriple(graph, transform, "rotate", toRadians(degrees));
+    }
+    const Vec3 present = geometry::eulerAngles(ownRotation(graph, transform) * parent, parts.rotateOrder);
+    const Matrix4 world =
+        geometry::rotationMatrix(toRadians(completed(request.values, toDegrees(present))), parts.rotateOrder);
+    return setOwnRotation(graph, transform, world * parent.transposed());
+}
+
+std::string rotateRelatively(graph::Graph& graph, const NodeRef& transform, const Request& request,
+                             const ParsedArguments& arguments) {
+    const geometry::TransformParts parts = nodes::transformParts(graph, transform);
+    const Vec3 angles = toRadians(completed(request.values, {}));
+    if (arguments.isSet("euler")) return writeTriple(graph, transform, "rotate", parts.rotate + angles);
+    const bool isXyz = arguments.isSet("forceOrderXYZ");
+    const Matrix4 turn =
+        geometry::rotationMatrix(angles, isXyz ? geometry::RotateOrder::xyz : parts.rotateOrder);
+    const Matrix4 own = ownRotation(graph, transform);
+    if (request.space == Space::Object) return setOwnRotation(graph, transform, turn * own);
+    if (request.space == Space::Local) return setOwnRotation(graph, transform, own * turn);
+    const Matrix4 parent = parentRotation(graph, transform);
+    return setOwnRotation(graph, transform, own * parent * turn * parent.transposed());
+}
+
+/// Runs an edit and then moves the transform so that what was at the pivot stays there.
+template <typename Edit>
+std::string aroundPivot(graph::Graph& graph, const NodeRef& transform, const std::optional<Vec3>& pivot,
+                        Edit edit) {
+    if (!pivot) return edit();
+    const Vec3 inObject =
+        geometry::transformPoint(*pivot, nodes::worldMatrix(graph, transform).inverse().matrix);
+    std::string error = edit();
+    if (!error.empty()) return error;
+    const Vec3 moved = geometry::transformPoint(inObject, nodes::worldMatrix(graph, transform));
+    return moveInWorld(graph, transform, *pivot - moved);
+}
+
+std::string rotateTransform(graph::Graph& graph, const NodeRef& transform, const Request& request,
+                            const ParsedArguments& arguments) {
+    return aroundPivot(graph, transform, request.pivot, [&] {
+        return request.isRelative ? rotateRelatively(graph, transform, request, arguments)
+                                  : rotateAbsolutely(graph, transform, request);
+    });
+}
+
+std::string scaleTransform(graph::Graph& graph, const NodeRef& transform, const Request& request,
+                           const ParsedArguments&) {
+    if (request.space == Space::World)
+        return "scale: Scaling an object along the axes of the world is not covered.";
+    const Vec3 present = nodes::transformParts(graph, transform).scale;
+    Vec3 scale = completed(request.values, present);
+    if (request.isRelative) {
+        const Vec3 factors = completed(request.values, {1, 1, 1});
+        scale = {present.x * factors.x, present.y * factors.y, present.z * factors.z};
+    }
+    return aroundPivot(graph, transform, request.pivot,
+                       [&] { return writeTriple(graph, transform, "scale", scale); });
+}
+
+// --- the commands
+
+/// The items with all components of a shape as one set of vertices: what two of them share must not be moved
+/// twice.
+std::vector<SelectionItem> joined(graph::Graph& graph, const std::vector<SelectionItem>& items) {
+    graph::Selection result;
+    for (const SelectionItem& item : items) {
+        SelectionItem entry = item;
+        if (item.component) {
+            entry.component = graph::Component::fromIndices(
+                graph::ComponentKind::Vertex, verticesOf(nodes::meshOf(graph, item.node), *item.component));
+        }
+        result.add(entry);
+    }
+    return result.items();
+}
+
+std::string applyTo(graph::Graph& graph, const SelectionItem& item, const Kind& kind, const Request& request,
+                    const ParsedArguments& arguments) {
+    if (item.component) return kind.points(graph, item, request, arguments);
+    if (item.plug || !item.node->isA("transform"))
+        return std::string(kind.name) + ": " + graph::itemNames(graph, item).front() +
+               " is neither a transform nor points of a mesh.";
+    return kind.transform(graph, item.node, request, arguments);
+}
+
+CommandResult run(CommandContext& context, const ParsedArguments& arguments, const Kind& kind) {
+    if (arguments.isSet("relative") && arguments.isSet("absolute"))
+        return CommandResult::failure(std::string(kind.name) +
+                                      ": -relative and -absolute cannot be used together.");
+    const Found<Request> request = requestOf(context, arguments, kind);
+    if (!request.ok()) return CommandResult::failure(request.error);
+    for (const SelectionItem& item : joined(context.graph, request.value.items)) {
+        const std::string error = applyTo(context.graph, item, kind, request.value, arguments);
+        if (!error.empty()) return CommandResult::failure(error);
+    }
+    return CommandResult::success();
+}
+
+Syntax commonSyntax(const Kind& kind) {
+    Syntax syntax;
+    for (const char* axes : {"X", "Y", "Z", "XY", "XZ", "YZ", "XYZ"}) {
+        std::string shortName(axes);
+        for (char& letter : shortName)
+            letter = static_cast<char>(letter - 'X' + 'x');
+        syntax.flag(shortName, std::string(kind.axisFlag) + axes);
+    }
+    syntax.flag("a", "absolute").flag("r", "relative").flag("os", "objectSpace").flag("ws", "worldSpace");
+    syntax.flag("ls", "localSpace").objects(ObjectKind::Values);
+    return syntax;
+}
+
+void add(mel::CommandRegistry& registry, Syntax syntax, const Kind& kind, std::string_view uncovered) {
+    registry.add(
+        kind.name, std::move(syntax),
+        [&kind](CommandContext& context, const ParsedArguments& arguments) {
+            return run(context, arguments, kind);
+        },
+        uncovered);
+}
+
+constexpr Kind kMove{"move", "move", Space::World, moveTransform, movePoints};
+constexpr Kind kRotate{"rotate", "rotate", Space::Object, rotateTransform, rotatePoints};
+constexpr Kind kScale{"scale", "scale", Space::Object, scaleTransform, scalePoints};
+
+}  // namespace
+
+void registerMoveCommands(mel::CommandRegistry& registry) {
+    Syntax move = commonSyntax(kMove);
+    move.flag("rpr", "rotatePivotRelative").flag("spr", "scalePivotRelative");
+    add(registry, std::move(move), kMove,
+        "xn constrainAlongNormal dph deletePriorHistory oj orientJoint p parameter pcp "
+        "preserveChildPosition pgp preserveGeometryPosition puv preserveUV rfl reflection sao "
+        "secondaryAxisOrient smn symNegative wd worldSpaceDistance xc xformConstraint");
+
+    Syntax rotate = commonSyntax(kRotate);
+    rotate.flag("p", "pivot", {kReal, kReal, kReal}).flag("eu", "euler").flag("fo", "forceOrderXYZ");
+    add(registry, std::move(rotate), kRotate,
+        "c centerPivot dph deletePriorHistory oj orientJoint pcp preserveChildPosition pgp "
+        "preserveGeometryPosition puv preserveUV rfl reflection smn symNegative tr translate xc "
+        "xformConstraint");
+
+    Syntax scale = commonSyntax(kScale);
+    scale.flag("p", "pivot", {kReal, kReal, kReal});
+    add(registry, std::move(scale), kScale,
+        "c centerPivot dph deletePriorHistory dso distanceOnly oj orientJoint pcp "
+        "preserveChildPosition pgp preserveGeometryPosition puv preserveUV rfl reflection smn "
+        "symNegative xc xformConstraint");
+}
+
+}  // namespace host::commands

@@ -1,0 +1,186 @@
+#include <algorithm>
+#include <numeric>
+
+#include "commands/commands.h"
+#include "commands/meshSupport.h"
+#include "nodes/transformNode.h"
+
+namespace host::commands {
+
+namespace {
+
+using graph::SelectionItem;
+
+// --- polySelect
+
+/// Faces of the shells that hold the given faces, ascending.
+Found<std::vector<int>> extendToShells(const geometry::Topology& topology, const ParsedArguments& arguments) {
+    Found<std::vector<int>> faces;
+    const geometry::Shells& shells = topology.shells();
+    for (int use = 0; use < arguments.uses("extendToShell"); ++use) {
+        const int face = arguments.values("extendToShell", use)[0].toInt();
+        if (face < 0 || face >= topology.faceCount())
+            return {{}, "polySelect: There is no face " + std::to_string(face) + '.'};
+        const geometry::IntSpan shell = shells.faces[shells.shellOfFace[static_cast<std::size_t>(face)]];
+        faces.value.insert(faces.value.end(), shell.begin(), shell.end());
+    }
+    std::sort(faces.value.begin(), faces.value.end());
+    faces.value.erase(std::unique(faces.value.begin(), faces.value.end()), faces.value.end());
+    return faces;
+}
+
+CommandResult polySelect(CommandContext& context, const ParsedArguments& arguments) {
+    graph::Graph& graph = context.graph;
+    if (!arguments.isSet("extendToShell"))
+        return CommandResult::failure("polySelect: Only -extendToShell is covered.");
+    const Found<std::vector<SelectionItem>> objects = meshObjects(context, arguments, "polySelect");
+    if (!objects.ok()) return CommandResult::failure(objects.error);
+    const graph::NodeRef shape = objects.value.front().node;
+    const Found<nodes::MeshPtr> mesh = evaluatedMesh(graph, shape);
+    if (!mesh.ok()) return CommandResult::failure("polySelect: " + mesh.error);
+    Found<std::vector<int>> faces = extendToShells(mesh.value->mesh.topology(), arguments);
+    if (!faces.ok()) return CommandResult::failure(faces.error);
+    const SelectionItem item{
+        shape, {}, graph::Component::fromIndices(graph::ComponentKind::Face, faces.value)};
+    if (!arguments.isSet("noSelection")) {
+        graph::Selection selection;
+        selection.add(item);
+        graph.select(std::move(selection));
+    }
+    if (arguments.isSet("asSelectString")) return CommandResult::success(graph::itemNames(graph, item));
+    return CommandResult::success(std::move(faces.value));
+}
+
+// --- polyEvaluate
+
+int triangleCount(const geometry::Topology& topology) {
+    return topology.cornerCount() - 2 * topology.faceCount();
+}
+
+struct Count {
+    const char* flag;
+    int (*of)(const geometry::Topology&);
+};
+/// In the order in which a call for several of them gives its numbers.
+constexpr Count kCounts[] = {{"vertex", [](const geometry::Topology& t) { return t.vertexCount(); }},
+                             {"edge", [](const geometry::Topology& t) { return t.edgeCount(); }},
+                             {"face", [](const geometry::Topology& t) { return t.faceCount(); }},
+                             {"triangle", triangleCount},
+                             {"shell", [](const geometry::Topology& t) { return t.shells().count(); }}};
+
+struct ComponentCount {
+    const char* flag;
+    graph::ComponentKind kind;
+};
+constexpr ComponentCount kComponentCounts[] = {{"vertexComponent", graph::ComponentKind::Vertex},
+                                               {"edgeComponent", graph::ComponentKind::Edge},
+                                               {"faceComponent", graph::ComponentKind::Face}};
+
+/// What is evaluated: meshes, each once, and the items that named them.
+struct Evaluated {
+    std::vector<SelectionItem> items;
+    std::vector<graph::NodeRef> shapes;
+    std::vector<nodes::MeshPtr> meshes;
+};
+
+int countOf(const Evaluated& evaluated, const Count& count) {
+    return std::accumulate(
+        evaluated.meshes.begin(), evaluated.meshes.end(), 0,
+        [&](int sum, const nodes::MeshPtr& mesh) { return sum + count.of(mesh->mesh.topology()); });
+}
+
+int countOf(const Evaluated& evaluated, const ComponentCount& count) {
+    return std::accumulate(evaluated.items.begin(), evaluated.items.end(), 0,
+                           [&](int sum, const SelectionItem& item) {
+                               const bool counts = item.component && item.component->kind() == count.kind;
+                               return sum + (counts ? item.component->count() : 0);
+                           });
+}
+
+/// "vertex=8 edge=12 ...", of the flags given or of all.
+std::string formatted(const Evaluated& evaluated, const ParsedArguments& arguments, bool all) {
+    std::string text;
+    const auto append = [&](const auto& count) {
+        if (!all && !arguments.isSet(count.flag)) return;
+        if (!text.empty()) text += ' ';
+        text += std::string(count.flag) + '=' + std::to_string(countOf(evaluated, count));
+    };
+    for (const Count& count : kCounts)
+        append(count);
+    for (const ComponentCount& count : kComponentCounts)
+        append(count);
+    return text;
+}
+
+/// Minimum and maximum on x, then on y, then on z, in the world. Unless it is to be accurate, the box is that
+/// of the object's own box, as it stands in the world.
+std::vector<double> boundingBox(graph::Graph& graph, const Evaluated& evaluated, bool isAccurate) {
+    geometry::BoundingBox box;
+    for (std::size_t k = 0; k < evaluated.shapes.size(); ++k) {
+        const geometry::Matrix4 world = nodes::worldMatrix(graph, evaluated.shapes[k]);
+        const geometry::Mesh& mesh = evaluated.meshes[k]->mesh;
+        box.expand(isAccurate ? geometry::bounds(mesh, world) : geometry::bounds(mesh).transformed(world));
+    }
+    return {box.min.x, box.max.x, box.min.y, box.max.y, box.min.z, box.max.z};
+}
+
+Found<Evaluated> evaluatedObjects(CommandContext& context, const ParsedArguments& arguments) {
+    Found<std::vector<SelectionItem>> objects = meshObjects(context, arguments, "polyEvaluate");
+    if (!objects.ok()) return {{}, objects.error};
+    Found<Evaluated> found;
+    for (const graph::NodeRef& shape : nodesOf(objects.value)) {
+        Found<nodes::MeshPtr> mesh = evaluatedMesh(context.graph, shape);
+        if (!mesh.ok()) return {{}, "polyEvaluate: " + mesh.error};
+        found.value.shapes.push_back(shape);
+        found.value.meshes.push_back(std::move(mesh.value));
+    }
+    found.value.items = std::move(objects.value);
+    return found;
+}
+
+CommandResult polyEvaluate(CommandContext& context, const ParsedArguments& arguments) {
+    const Found<Evaluated> evaluated = evaluatedObjects(context, arguments);
+    if (!evaluated.ok()) return CommandResult::failure(evaluated.error);
+    std::vector<int> counts;
+    for (const Count& count : kCounts) {
+        if (arguments.isSet(count.flag)) counts.push_back(countOf(evaluated.value, count));
+    }
+    for (const ComponentCount& count : kComponentCounts) {
+        if (arguments.isSet(count.flag)) counts.push_back(countOf(evaluated.value, count));
+    }
+    if (arguments.isSet("boundingBox")) {
+        if (!counts.empty())
+            return CommandResult::failure("polyEvaluate: -boundingBox beside other flags is not covered.");
+        return CommandResult::success(
+            boundingBox(context.graph, evaluated.value, arguments.isSet("accurateEvaluation")));
+    }
+    if (counts.empty() || arguments.isSet("format"))
+        return CommandResult::success(formatted(evaluated.value, arguments, counts.empty()));
+    return CommandResult::success(std::move(counts));
+}
+
+}  // namespace
+
+void registerPolyQueryCommands(mel::CommandRegistry& registry) {
+    Syntax select;
+    select.multiUseFlag("ets", "extendToShell", {kWhole}).flag("ns", "noSelection");
+    select.flag("ass", "asSelectString").flag("r", "replace").objects(ObjectKind::Strings, 0, 1);
+    registry.add("polySelect", select, polySelect,
+                 "add d deselect tgl toggle eb edgeBorder ebp edgeBorderPath bpt edgeBorderPattern el "
+                 "edgeLoop elb edgeLoopOrBorder lbp edgeLoopOrBorderPattern elp edgeLoopPath lpt "
+                 "edgeLoopPattern er edgeRing erp edgeRingPath rpt edgeRingPattern euv edgeUVLoopOrBorder "
+                 "en everyN sep shortestEdgePath spu shortestEdgePathUV sfp shortestFacePath q query");
+
+    Syntax evaluate;
+    evaluate.flag("v", "vertex").flag("e", "edge").flag("f", "face").flag("t", "triangle");
+    evaluate.flag("s", "shell").flag("vc", "vertexComponent").flag("ec", "edgeComponent");
+    evaluate.flag("fc", "faceComponent").flag("b", "boundingBox").flag("ae", "accurateEvaluation");
+    evaluate.flag("fmt", "format").objects(ObjectKind::Strings);
+    registry.add("polyEvaluate", evaluate, polyEvaluate,
+                 "a area as activeShells aus activeUVShells b2 boundingBox2d bc boundingBoxComponent bc2 "
+                 "boundingBoxComponent2d tc triangleComponent uv uvcoord uva uvArea uvc uvComponent uep "
+                 "uvEdgePairs ufa uvFaceArea uvs uvSetName us uvShell usi uvShellIds uis uvsInShell wa "
+                 "worldArea wfa worldFaceArea");
+}
+
+}  // namespace host::commands

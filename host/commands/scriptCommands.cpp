@@ -1,0 +1,196 @@
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+#include "commands/commandSupport.h"
+#include "commands/commands.h"
+#include "geometry/textFile.h"
+
+namespace host::commands {
+
+namespace {
+
+/// Folders in which scripts are looked for, besides the current one.
+std::vector<std::filesystem::path> scriptFolders() {
+    std::vector<std::filesystem::path> folders{std::filesystem::path()};
+    const char* variable = std::getenv("MAYA_SCRIPT_PATH");
+    if (variable == nullptr) return folders;
+#if defined(_WIN32)
+    constexpr char kSeparator = ';';
+#else
+    constexpr char kSeparator = ':';
+#endif
+    std::string_view rest = variable;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find(kSeparator), rest.size());
+        if (end > 0) folders.emplace_back(std::string(rest.substr(0, end)));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return folders;
+}
+
+/// A script file by name, with or without its suffix.
+std::optional<std::string> findScript(const std::string& name) {
+    std::error_code ignored;
+    for (const std::filesystem::path& folder : scriptFolders()) {
+        for (const char* suffix : {"", ".mel"}) {
+            const std::filesystem::path path = folder / (name + suffix);
+            if (std::filesystem::is_regular_file(path, ignored)) return path.generic_string();
+        }
+    }
+    return std::nullopt;
+}
+
+CommandResult source(CommandContext& context, const ParsedArguments& arguments) {
+    const std::string name = arguments.arguments()[0].toString();
+    const std::optional<std::string> path = findScript(name);
+    if (!path) return CommandResult::failure("Cannot find file \"" + name + "\" for source statement.");
+    const geometry::FileText file = geometry::readTextFile(*path);
+    if (!file.ok()) return CommandResult::failure(file.error);
+    return context.interpreter.run(file.text, *path).toCommandResult();
+}
+
+CommandResult evalDeferred(CommandContext& context, const ParsedArguments& arguments) {
+    context.registry.defer(arguments.arguments()[0].toString(), arguments.isSet("lowestPriority"));
+    return CommandResult::success();
+}
+
+const char* typeName(ArgumentType type) {
+    switch (type) {
+        case ArgumentType::Boolean:
+            return "on|off";
+        case ArgumentType::Int:
+            return "Int";
+        case ArgumentType::Unsigned:
+            return "UnsignedInt";
+        case ArgumentType::Double:
+            return "Float";
+        case ArgumentType::String:
+            break;
+    }
+    return "String";
+}
+
+std::string flagLine(const mel::Flag& flag) {
+    std::string line = "  -" + flag.shortName;
+    if (!flag.longName.empty()) line += " -" + flag.longName;
+    for (const ArgumentType type : flag.arguments)
+        line += std::string(" ") + typeName(type);
+    return line + (flag.multiUse ? " (multi-use)\n" : "\n");
+}
+
+std::string synopsis(const std::string& name, const Syntax* syntax) {
+    if (syntax == nullptr) return "Synopsis: " + name + "\nNo flag is declared.\n";
+    std::string text = "Synopsis: " + name + " [flags]";
+    for (const ArgumentType type : syntax->arguments())
+        text += std::string(" ") + typeName(type);
+    if (syntax->objectKind() != ObjectKind::None) text += " [String...]";
+    text += "\nFlags:\n";
+    if (syntax->hasEdit()) text += "  -e -edit\n";
+    if (syntax->hasQuery()) text += "  -q -query\n";
+    for (const mel::Flag& flag : syntax->flags())
+        text += flagLine(flag);
+    return text;
+}
+
+CommandResult help(CommandContext& context, const ParsedArguments& arguments) {
+    if (arguments.isSet("list")) {
+        const std::string pattern = arguments.objects().empty() ? "*" : arguments.objectNames().front();
+        std::vector<std::string> names;
+        for (std::string& name : context.registry.names()) {
+            if (graph::matchesPattern(name, pattern)) names.push_back(std::move(name));
+        }
+        return CommandResult::success(std::move(names));
+    }
+    if (arguments.objects().empty()) return CommandResult::failure("help: A command must be named.");
+    const std::string name = arguments.objectNames().front();
+    if (!context.registry.has(name))
+        return CommandResult::failure("help: There is no command \"" + name + "\".");
+    return CommandResult::success(synopsis(name, context.registry.syntax(name)));
+}
+
+CommandResult whatIs(CommandContext& context, const ParsedArguments& arguments) {
+    const std::string name = arguments.arguments()[0].toString();
+    if (const auto file = context.interpreter.procedureSource(name)) {
+        return CommandResult::success(file->empty() ? "Mel procedure entered interactively."
+                                                    : "Mel procedure found in: " + *file);
+    }
+    if (!context.registry.owner(name).empty()) return CommandResult::success("Plug-in Command");
+    if (context.registry.has(name) || mel::Interpreter::isBuiltinFunction(name))
+        return CommandResult::success("Command");
+    if (const auto script = findScript(name + ".mel"))
+        return CommandResult::success("Script found in: " + *script);
+    return CommandResult::success("Unknown");
+}
+
+CommandResult exists(CommandContext& context, const ParsedArguments& arguments) {
+    const std::string name = arguments.arguments()[0].toString();
+    return CommandResult::success(context.registry.has(name) || context.interpreter.hasProcedure(name) ||
+                                  mel::Interpreter::isBuiltinFunction(name) ||
+                                  findScript(name + ".mel").has_value());
+}
+
+CommandResult quit(CommandContext& context, const ParsedArguments& arguments) {
+    context.registry.setExitStatus(arguments.integer("exitCode"));
+    context.interpreter.stop();
+    return CommandResult::success();
+}
+
+CommandResult about(CommandContext&, const ParsedArguments& arguments) {
+    if (arguments.isSet("batch")) return CommandResult::success(true);
+    if (arguments.isSet("version")) return CommandResult::success("2025");
+    if (arguments.isSet("apiVersion")) return CommandResult::success(20250000);
+    return CommandResult::failure("about: Nothing was asked for.");
+}
+
+CommandResult currentUnit(CommandContext&, const ParsedArguments& arguments) {
+    const struct {
+        const char* flag;
+        const char* shortUnit;
+        const char* longUnit;
+    } units[] = {{"linear", "cm", "centimeter"}, {"angle", "deg", "degree"}, {"time", "film", "film"}};
+    for (const auto& unit : units) {
+        if (!arguments.isSet(unit.flag)) continue;
+        if (arguments.isQuery()) return CommandResult::success(unit.shortUnit);
+        const std::string wanted = arguments.text(unit.flag);
+        if (wanted != unit.shortUnit && wanted != unit.longUnit)
+            return CommandResult::failure("currentUnit: The unit '" + wanted +
+                                          "' is not covered by this host.");
+    }
+    return CommandResult::success();
+}
+
+}  // namespace
+
+void registerScriptCommands(mel::CommandRegistry& registry) {
+    Syntax oneText;
+    oneText.addArgument(kText);
+    registry.add("source", oneText, source);
+    registry.add("whatIs", oneText, whatIs);
+    registry.add("exists", oneText, exists);
+
+    Syntax deferring = oneText;
+    deferring.flag("lp", "lowestPriority");
+    registry.add("evalDeferred", deferring, evalDeferred, "en evaluateNext ls list");
+
+    Syntax helping;
+    helping.flag("l", "list").objects(ObjectKind::Strings, 0, 1);
+    registry.add("help", helping, help,
+                 "bm browserMode doc documentation lng language pm popupMode rng rebuild");
+
+    Syntax quitting;
+    quitting.flag("f", "force").flag("a", "abort").flag("ec", "exitCode", {kWhole});
+    registry.add("quit", quitting, quit);
+
+    Syntax asking;
+    asking.flag("b", "batch").flag("v", "version").flag("api", "apiVersion");
+    registry.add("about", asking, about);
+
+    Syntax units;
+    units.flag("l", "linear", {kText}).flag("a", "angle", {kText}).flag("t", "time", {kText}).enableQuery();
+    registry.add("currentUnit", units, currentUnit, "f fullName ua updateAnimation");
+}
+
+}  // namespace host::commands

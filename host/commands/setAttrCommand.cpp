@@ -1,0 +1,234 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "commands/attributeValues.h"
+#include "commands/commandSupport.h"
+#include "commands/commands.h"
+
+namespace host::commands {
+
+namespace {
+
+/// What one setAttr line is to write: complete before anything is written.
+struct Writes {
+    std::vector<std::pair<graph::Plug, double>> numbers;
+    std::vector<std::pair<graph::Plug, graph::DataPtr>> data;
+};
+
+/// The elements that a name with a range stands for; the plug itself without one.
+std::vector<graph::Plug> elementsOf(const graph::PlugMatch& match) {
+    const int first = match.plug.logicalIndex();
+    if (first < 0 || match.last <= first) return {match.plug};
+    std::vector<graph::Plug> plugs;
+    plugs.reserve(static_cast<std::size_t>(match.last - first) + 1);
+    const graph::Plug array = match.plug.array();
+    for (int index = first; index <= match.last; ++index)
+        plugs.push_back(array.element(index));
+    return plugs;
+}
+
+bool isHeldBelow(const graph::Graph& graph, const graph::Plug& plug) {
+    for (const auto& child : plug.attribute().children()) {
+        const graph::Plug below = plug.child(*child);
+        if (plug.node()->state(below.key()).isLocked || graph.source(below) || isHeldBelow(graph, below))
+            return true;
+    }
+    return false;
+}
+
+bool isWritable(const graph::Graph& graph, const graph::Plug& plug) {
+    const graph::Node& node = *plug.node();
+    if (plug.attribute().isOutput()) return false;
+    if (node.states().empty() && node.incoming().empty()) return true;
+    return !isLocked(plug) && !hasSource(graph, plug) && !isHeldBelow(graph, plug);
+}
+
+/// Brings a number into the attribute's range, or says why it cannot go there.
+std::string fitNumber(const graph::Graph& graph, const graph::Plug& plug, bool clamps, double& value) {
+    const graph::AttributeSpec& spec = plug.attribute().spec();
+    if (spec.kind == graph::ValueKind::Int || spec.kind == graph::ValueKind::Enum) {
+        constexpr double kLimit = std::numeric_limits<int>::max();
+        value = std::clamp(value, -kLimit - 1.0, kLimit);
+    }
+    const bool isLow = spec.minimum && value < *spec.minimum;
+    const bool isHigh = spec.maximum && value > *spec.maximum;
+    if (!isLow && !isHigh) return {};
+    const double limit = isLow ? *spec.minimum : *spec.maximum;
+    if (!clamps) {
+        return "setAttr: Cannot set the attribute '" + graph.plugName(plug) + "' past its " +
+               (isLow ? "minimum" : "maximum") + " value of " +
+               Value(toScriptUnit(spec.kind, limit)).toString() + '.';
+    }
+    value = limit;
+    return {};
+}
+
+/// Reads the values of one line for one plug after the other.
+class ValueReader {
+  public:
+    ValueReader(graph::Graph& graph, const ParsedArguments& arguments)
+        : graph_(graph),
+          words_(arguments.objects(), 1),
+          type_(arguments.text("type")),
+          clamps_(arguments.isSet("clamp")) {}
+
+    /// @return the error, empty on success
+    std::string read(const graph::Plug& plug) {
+        const graph::Attribute& attribute = plug.attribute();
+        if (plug.isArray())
+            return "setAttr: The attribute '" + name(plug) + "' is a multi-attribute and needs an index.";
+        if (attribute.kind() == graph::ValueKind::Message)
+            return "setAttr: Message attributes have no data values: '" + name(plug) + "'.";
+        if (attribute.kind() == graph::ValueKind::Typed) return readTyped(plug);
+        if (!type_.empty() && !fitsTuple(attribute)) return typeError(plug);
+        if (!attribute.isCompound()) return readNumber(plug);
+        for (const auto& child : attribute.children()) {
+            std::string error = graph::isNumber(child->kind()) && !child->isArray()
+                                    ? readNumber(plug.child(*child))
+                                    : notSimple(plug);
+            if (!error.empty()) return error;
+        }
+        return {};
+    }
+
+    bool atEnd() const { return words_.atEnd(); }
+    Writes& writes() { return writes_; }
+
+  private:
+    std::string name(const graph::Plug& plug) const { return graph_.plugName(plug); }
+
+    std::string notSimple(const graph::Plug& plug) const {
+        return "setAttr: '" + name(plug) +
+               "' is not a simple numeric attribute.  Its values must be set with a -type flag.";
+    }
+
+    std::string typeError(const graph::Plug& plug) const {
+        if (!isDataType(type_) && tupleSize(type_) == 0)
+            return "setAttr: Data of type '" + type_ + "' is not covered by this host.";
+        return "setAttr: The attribute '" + name(plug) + "' is of type '" +
+               attributeTypeName(plug.attribute()) + "', not '" + type_ + "'.";
+    }
+
+    bool fitsTuple(const graph::Attribute& attribute) const {
+        const int size = tupleSize(type_);
+        return size > 0 && static_cast<std::size_t>(size) == attribute.children().size();
+    }
+
+    std::string readTyped(const graph::Plug& plug) {
+        if (type_.empty()) return notSimple(plug);
+        const std::string& own = plug.attribute().spec().dataType;
+        if (!isDataType(type_) || (!own.empty() && own != type_)) return typeError(plug);
+        writes_.data.emplace_back(plug, readData(words_, type_));
+        return words_.error();
+    }
+
+    std::string readNumber(const graph::Plug& plug) {
+        double value = fromScriptUnit(plug.attribute().kind(), words_.number());
+        if (!words_.ok()) return words_.error();
+        std::string error = fitNumber(graph_, plug, clamps_, value);
+        writes_.numbers.emplace_back(plug, value);
+        return error;
+    }
+
+    graph::Graph& graph_;
+    ValueWords words_;
+    std::string type_;
+    bool clamps_;
+    Writes writes_;
+};
+
+std::string writeValues(graph::Graph& graph, const graph::PlugMatch& match,
+                        const ParsedArguments& arguments) {
+    ValueReader reader(graph, arguments);
+    for (const graph::Plug& plug : elementsOf(match)) {
+        if (!isWritable(graph, plug)) {
+            return "setAttr: The attribute '" + graph.plugName(plug) +
+                   "' is locked or connected and cannot be modified.";
+        }
+        std::string error = reader.read(plug);
+        if (!error.empty()) return error;
+    }
+    if (!reader.atEnd())
+        return "setAttr: Too much data was provided for attribute '" + graph.plugName(match.plug) + "'.";
+    for (const auto& [plug, value] : reader.writes().numbers)
+        graph.setNumber(plug, value);
+    for (auto& [plug, value] : reader.writes().data)
+        graph.setData(plug, std::move(value));
+    return {};
+}
+
+/// `setAttr ".aal" -type "attributeAlias" {"alias", "attribute", ...}`, with or without a count in front.
+std::string writeAliases(graph::Graph& graph, const ParsedArguments& arguments) {
+    const std::string name = arguments.objects()[0].toString();
+    const std::size_t dot = name.find('.');
+    const std::string attribute = dot == std::string::npos ? "" : name.substr(dot + 1);
+    if (attribute != "aal" && attribute != "attributeAliasList")
+        return "setAttr: The attribute '" + name + "' is not of type 'attributeAlias'.";
+    const Found<graph::NodeRef> node =
+        dot > 0 ? findOneNode(graph, name.substr(0, dot))
+                : Found<graph::NodeRef>{
+                      graph.selection().empty() ? nullptr : graph.selection().items().front().node, {}};
+    if (node.value == nullptr) return "No object matches name: " + name;
+    const bool hasCount = arguments.objects().size() > 1 && arguments.objects()[1].isNumber();
+    ValueWords words(arguments.objects(), hasCount ? 2 : 1);
+    while (!words.atEnd()) {
+        const std::string alias = words.text();
+        const std::string path = words.text();
+        const graph::PlugMatch match = graph::findPlug(graph, node.value, path);
+        if (!words.ok() || !match.ok || !graph::isLegalName(alias)) words.reject();
+        if (!words.ok()) return words.error();
+        graph.setAlias(match.plug, alias);
+    }
+    return {};
+}
+
+void applyState(graph::Graph& graph, const graph::Plug& plug, const ParsedArguments& arguments) {
+    graph::PlugState state = plug.node()->state(plug.key());
+    state.isLocked = arguments.boolean("lock", state.isLocked);
+    state.isKeyable = arguments.boolean("keyable", state.isKeyable);
+    state.isInChannelBox = arguments.boolean("channelBox", state.isInChannelBox);
+    graph.setState(plug, state);
+}
+
+CommandResult setAttr(CommandContext& context, const ParsedArguments& arguments) {
+    graph::Graph& graph = context.graph;
+    if (arguments.text("type") == "attributeAlias") {
+        std::string error = writeAliases(graph, arguments);
+        return error.empty() ? CommandResult::success() : CommandResult::failure(std::move(error));
+    }
+    const Found<graph::PlugMatch> found = findOnePlug(graph, arguments.objects()[0].toString());
+    if (!found.ok()) return CommandResult::failure(found.error);
+    const bool setsState =
+        arguments.isSet("lock") || arguments.isSet("keyable") || arguments.isSet("channelBox");
+    // A lock that is taken off comes off before the value is set, one that is put on comes after it.
+    const bool locks = arguments.boolean("lock");
+    if (setsState && !locks) {
+        for (const graph::Plug& plug : elementsOf(found.value))
+            applyState(graph, plug, arguments);
+    }
+    const bool isSizeOnly = arguments.isSet("size") || arguments.isSet("capacityHint") || setsState;
+    if (arguments.objects().size() > 1 || arguments.isSet("type") || !isSizeOnly) {
+        std::string error = writeValues(graph, found.value, arguments);
+        if (!error.empty()) return CommandResult::failure(std::move(error));
+    }
+    if (setsState && locks) {
+        for (const graph::Plug& plug : elementsOf(found.value))
+            applyState(graph, plug, arguments);
+    }
+    return CommandResult::success();
+}
+
+}  // namespace
+
+void registerSetAttrCommand(mel::CommandRegistry& registry) {
+    Syntax syntax;
+    syntax.flag("typ", "type", {kText}).flag("c", "clamp");
+    syntax.flag("s", "size", {ArgumentType::Unsigned}).flag("ch", "capacityHint", {ArgumentType::Unsigned});
+    syntax.flag("l", "lock", {kSwitch}).flag("k", "keyable", {kSwitch}).flag("cb", "channelBox", {kSwitch});
+    syntax.objects(ObjectKind::Values, 1);
+    registry.add("setAttr", syntax, setAttr, "alteredValue av caching ca");
+}
+
+}  // namespace host::commands

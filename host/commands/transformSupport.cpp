@@ -1,0 +1,112 @@
+#include "commands/transformSupport.h"
+
+#include <cmath>
+
+#include "nodes/plugs.h"
+#include "nodes/transformNode.h"
+
+namespace host::commands {
+
+namespace {
+
+using geometry::Matrix4;
+using geometry::Vec3;
+
+/// The angle that differs from `angle` by whole turns and lies nearest to `target`.
+double nearestTurn(double angle, double target) {
+    const double turn = 2.0 * geometry::kPi;
+    return angle + turn * std::round((target - angle) / turn);
+}
+
+double distance(const Vec3& a, const Vec3& b) {
+    return std::abs(a.x - b.x) + std::abs(a.y - b.y) + std::abs(a.z - b.z);
+}
+
+Vec3 nearestAngles(const Matrix4& rotation, geometry::RotateOrder order, const Vec3& present) {
+    Vec3 first = geometry::eulerAngles(rotation, order);
+    Vec3 second = geometry::alternateAngles(first, order);
+    for (int axis = 0; axis < 3; ++axis) {
+        first[axis] = nearestTurn(first[axis], present[axis]);
+        second[axis] = nearestTurn(second[axis], present[axis]);
+    }
+    return distance(second, present) < distance(first, present) ? second : first;
+}
+
+}  // namespace
+
+Vec3 completed(const AxisValues& values, const Vec3& fallback) {
+    return {values[0].value_or(fallback.x), values[1].value_or(fallback.y), values[2].value_or(fallback.z)};
+}
+
+std::string writeObstacle(const graph::Graph& graph, const graph::Plug& plug) {
+    if (!isLocked(plug) && !hasSource(graph, plug)) return {};
+    return "The attribute '" + graph.plugName(plug) + "' is locked or connected and cannot be modified.";
+}
+
+std::string writeTriple(graph::Graph& graph, const graph::NodeRef& transform, const char* attribute,
+                        const Vec3& value) {
+    const graph::Plug compound = transform->plug(attribute);
+    const Vec3 present = nodes::tripleAt(graph, compound);
+    for (int axis = 0; axis < 3; ++axis) {
+        if (value[axis] == present[axis]) continue;
+        std::string error = writeObstacle(graph, compound.child(axis));
+        if (!error.empty()) return error;
+    }
+    for (int axis = 0; axis < 3; ++axis) {
+        if (value[axis] != present[axis]) graph.setNumber(compound.child(axis), value[axis]);
+    }
+    return {};
+}
+
+Matrix4 worldToParent(graph::Graph& graph, const graph::NodeRef& transform) {
+    return nodes::parentMatrix(graph, transform).inverse().matrix;
+}
+
+std::string moveInWorld(graph::Graph& graph, const graph::NodeRef& transform, const Vec3& offset) {
+    const Vec3 present = nodes::tripleAt(graph, transform->plug("translate"));
+    const Vec3 local = geometry::transformVector(offset, worldToParent(graph, transform));
+    return writeTriple(graph, transform, "translate", present + local);
+}
+
+Matrix4 ownRotation(graph::Graph& graph, const graph::NodeRef& transform) {
+    const geometry::TransformParts parts = nodes::transformParts(graph, transform);
+    return geometry::rotationMatrix(parts.rotateAxis) *
+           geometry::rotationMatrix(parts.rotate, parts.rotateOrder);
+}
+
+Matrix4 parentRotation(graph::Graph& graph, const graph::NodeRef& transform) {
+    const geometry::TransformParts parts =
+        geometry::decomposeTransform(nodes::parentMatrix(graph, transform));
+    return geometry::rotationMatrix(parts.rotate);
+}
+
+std::string setOwnRotation(graph::Graph& graph, const graph::NodeRef& transform, const Matrix4& rotation) {
+    const geometry::TransformParts parts = nodes::transformParts(graph, transform);
+    const Matrix4 withoutAxis = geometry::rotationMatrix(parts.rotateAxis).transposed() * rotation;
+    return writeTriple(graph, transform, "rotate",
+                       nearestAngles(withoutAxis, parts.rotateOrder, parts.rotate));
+}
+
+Vec3 rotatePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform) {
+    const geometry::TransformParts parts = nodes::transformParts(graph, transform);
+    return geometry::transformPoint(parts.rotatePivot + parts.rotatePivotTranslate + parts.translate,
+                                    nodes::parentMatrix(graph, transform));
+}
+
+Vec3 scalePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform) {
+    // Scaling leaves its pivot where it is, so the pivot goes through the matrix like any point.
+    return geometry::transformPoint(nodes::transformParts(graph, transform).scalePivot,
+                                    nodes::worldMatrix(graph, transform));
+}
+
+Vec3 toRadians(const Vec3& degrees) {
+    const auto radians = [](double angle) { return fromScriptUnit(graph::ValueKind::Angle, angle); };
+    return {radians(degrees.x), radians(degrees.y), radians(degrees.z)};
+}
+
+Vec3 toDegrees(const Vec3& radians) {
+    const auto degrees = [](double angle) { return toScriptUnit(graph::ValueKind::Angle, angle); };
+    return {degrees(radians.x), degrees(radians.y), degrees(radians.z)};
+}
+
+}  // namespace host::commands

@@ -1,0 +1,254 @@
+// The program as its users see it: options, streams, exit status.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "geometry/textFile.h"
+#if !defined(_WIN32)
+#include <sys/wait.h>
+#endif
+
+namespace {
+
+using host::geometry::readTextFile;
+
+struct Outcome {
+    int status = -1;
+    std::string output;    // standard output
+    std::string messages;  // standard error
+};
+
+std::string quoted(const std::string& word) {
+#if defined(_WIN32)
+    const char quote = '"';
+#else
+    const char quote = '\'';
+#endif
+    return quote + word + quote;
+}
+
+/// Runs the program in a folder of its own.
+class Batch : public testing::Test {
+  protected:
+    Batch() : folder_(std::filesystem::path(testing::TempDir()) / "delvenBatch") {
+        std::filesystem::remove_all(folder_);
+        std::filesystem::create_directories(folder_);
+    }
+    ~Batch() override { std::filesystem::remove_all(folder_); }
+
+    std::string path(const std::string& name) const { return (folder_ / name).generic_string(); }
+    std::string written(const std::string& name, const std::string& text) const {
+        EXPECT_EQ(host::geometry::writeTextFile(path(name), text), "");
+        return path(name);
+    }
+
+    Outcome runWithPlugin(const std::vector<std::string>& words, const std::string& input = {}) const {
+        std::string command = quoted(DELVEN_BINARY_DIR "/delvenbatch");
+        for (const std::string& word : words)
+            command += ' ' + quoted(word);
+        command +=
+            " <" + quoted(written("in", input)) + " >" + quoted(path("out")) + " 2>" + quoted(path("err"));
+        int status = std::system(command.c_str());
+#if !defined(_WIN32)
+        status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+#endif
+        return {status, readTextFile(path("out")).text, readTextFile(path("err")).text};
+    }
+    Outcome run(std::vector<std::string> words, const std::string& input = {}) const {
+        words.emplace_back("-noAutoloadPlugins");
+        return runWithPlugin(words, input);
+    }
+    Outcome prompt(const std::string& input) const {
+        return run({"-prompt"}, input);
+    }
+
+  private:
+    std::filesystem::path folder_;
+};
+
+TEST_F(Batch, RunsItsActionsInTheOrderGiven) {
+    const std::string mesh = written("tri.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    const std::string script = written("count.mel", "print (size(`ls -type \"mesh\"`) + \"\\n\");\n");
+    const Outcome outcome =
+        run({script, "-file", mesh, "-script", script, "-command", "polyCube; print \"made\\n\"", script});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "0\n1\nmade\n2\n");
+    EXPECT_EQ(outcome.messages, "");
+}
+
+TEST_F(Batch, KeepsVariablesAndProceduresFromActionToAction) {
+    const std::string script = written("define.mel", "global proc int twice(int $x) { return 2 * $x; }\n");
+    const Outcome outcome = run({"-command", "int $a = 4;", script, "-prompt"}, "twice($a);\n");
+    EXPECT_EQ(outcome.output, "// Result: 8 //\n");
+}
+
+TEST_F(Batch, SeparatesPrintedTextFromMessages) {
+    const Outcome outcome =
+        run({"-command", "print \"one\\n\"; warning \"two\"; undoInfo -q -state; print \"three\""});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "one\nthree");
+    EXPECT_EQ(outcome.messages, "// Warning: two //\n");
+}
+
+TEST_F(Batch, StopsAtAScriptErrorAndNamesItsPlace) {
+    const std::string script =
+        written("wrong.mel", "print \"before\\n\";\nint $a = 1;\n  select \"gone\";\nprint \"no\";\n");
+    const Outcome outcome = run({script, "-command", "print \"never\""});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "before\n");
+    EXPECT_EQ(outcome.messages, "// Error: file: " + script + " line 3.3: No object matches name: gone //\n");
+}
+
+TEST_F(Batch, RunsNothingOfAScriptWithASyntaxError) {
+    const std::string script = written("wrong.mel", "print \"before\\n\";\nif (1 { }\n");
+    const Outcome outcome = run({script});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.messages.rfind("// Error: file: " + script + " line 2.", 0), 0u) << outcome.messages;
+}
+
+TEST_F(Batch, GoesOnAfterACaughtError) {
+    const Outcome outcome =
+        run({"-command", "catch(`select gone`); catchQuiet(`select lost`); print \"on\""});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "on");
+    EXPECT_NE(outcome.messages.find("gone"), std::string::npos);
+    EXPECT_EQ(outcome.messages.find("lost"), std::string::npos);
+}
+
+TEST_F(Batch, NamesFileAndLineOfAMalformedMesh) {
+    const std::string mesh = written("bad.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\nf 1 2 7\n");
+    const Outcome outcome = run({"-file", mesh, "-command", "print \"never\""});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.messages,
+              "// Error: " + mesh + ", line 5: face refers to vertex 7, but only 3 are defined //\n");
+}
+
+TEST_F(Batch, FailsOnFilesThatCannotBeReadOrWritten) {
+    const std::string missing = path("missing");
+    for (const std::vector<std::string>& words :
+         std::vector<std::vector<std::string>>{{"-file", missing + ".obj"},
+                                               {"-script", missing},
+                                               {missing + ".mel"},
+                                               {"-plugin", missing},
+                                               {"-log", missing + "/log", "-command", "print 1"}}) {
+        const Outcome outcome = run(words);
+        EXPECT_EQ(outcome.status, 1) << words.front();
+        EXPECT_EQ(outcome.output, "") << words.front();
+        EXPECT_EQ(outcome.messages.rfind("// Error: ", 0), 0u) << outcome.messages;
+        EXPECT_NE(outcome.messages.find("missing"), std::string::npos) << outcome.messages;
+    }
+}
+
+TEST_F(Batch, EndsWithStatusTwoOnBadUsage) {
+    for (const std::vector<std::string>& words :
+         std::vector<std::vector<std::string>>{{"-unknown"}, {"mesh.obj"}, {".mel"}, {"-script"}, {""}}) {
+        const Outcome outcome = runWithPlugin(words);
+        EXPECT_EQ(outcome.status, 2) << words.front();
+        EXPECT_EQ(outcome.output, "") << words.front();
+        EXPECT_NE(outcome.messages.find("-help"), std::string::npos) << outcome.messages;
+    }
+    EXPECT_EQ(runWithPlugin({"-command", "print \"never\"", "-bad"}).output, "");
+}
+
+TEST_F(Batch, ExplainsItself) {
+    const Outcome help = run({"-help"});
+    EXPECT_EQ(help.status, 0);
+    for (const char* option : {"-file", "-script", "-command", "-prompt", "-plugin", "-noAutoloadPlugins",
+                               "-log", "-help", "-version"})
+        EXPECT_NE(help.output.find(std::string("  ") + option + ' '), std::string::npos) << option;
+    const Outcome version = run({"-version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.output, "delvenbatch " DELVEN_VERSION "\n");
+}
+
+TEST_F(Batch, EndsWithTheStatusThatQuitIsTold) {
+    EXPECT_EQ(run({"-command", "quit -exitCode 5; print \"never\"", "-command", "print \"never\""}).status,
+              5);
+    const Outcome outcome = prompt("print \"a\\n\";\nquit;\nprint \"never\\n\";\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "a\n");
+}
+
+TEST_F(Batch, CopiesAllOutputToTheLogInItsOrder) {
+    const std::string log = written("log", "old\n");
+    const Outcome outcome =
+        run({"-command", "print \"one\\n\"; warning \"two\"; print \"three\\n\"", "-log", log, "-prompt"},
+            "1 + 1;\nerror \"no\";\n");
+    EXPECT_EQ(readTextFile(log).text,
+              "one\n// Warning: two //\nthree\n// Result: 2 //\n// Error: line 1.1: no //\n");
+    EXPECT_EQ(outcome.output, "one\nthree\n// Result: 2 //\n");
+}
+
+TEST_F(Batch, LoadsTheModuleBesideItUnlessToldNotTo) {
+    const std::vector<std::string> words{"-command",
+                                         "print (stringArrayToString(`pluginInfo -q -listPlugins`, \" \"))"};
+    EXPECT_EQ(runWithPlugin(words).output, "DELVENTools");
+    EXPECT_EQ(run(words).output, "");
+}
+
+// --- prompt
+
+TEST_F(Batch, ReadsStandardInputWhenNothingElseIsAsked) {
+    const Outcome outcome = run({}, "int $a = 20;\n$a + 1;\nprint \"text\\n\";\npolyCube -ch 0;\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "// Result: 20 //\n// Result: 21 //\ntext\n// Result: pCube1 //\n");
+    EXPECT_EQ(outcome.messages, "");
+}
+
+TEST_F(Batch, GoesOnAtThePromptAfterAnErrorAndReportsItInTheEnd) {
+    const Outcome outcome = prompt("select gone;\nprint \"on\\n\";\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "on\n");
+    EXPECT_EQ(outcome.messages, "// Error: line 1.1: No object matches name: gone //\n");
+}
+
+struct EntryCase {
+    std::string name;
+    std::string input;
+    std::string output;
+
+    friend void PrintTo(const EntryCase& entryCase, std::ostream* stream) { *stream << entryCase.input; }
+};
+
+class PromptEntry : public Batch, public testing::WithParamInterface<EntryCase> {};
+
+TEST_P(PromptEntry, IsReadUntilItIsWhole) {
+    const Outcome outcome = prompt(GetParam().input);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, GetParam().output);
+    EXPECT_EQ(outcome.messages, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Batch, PromptEntry,
+    testing::Values(
+        EntryCase{"braces", "if (1) {\nprint \"a\\n\";\n}\n", "a\n"},
+        EntryCase{"braceOnTheNextLine", "global proc int f(int $x)\n{\nreturn $x + 1;\n}\nf(1);\n",
+                  "// Result: 2 //\n"},
+        EntryCase{"bodyOnTheNextLine", "for ($i = 0; $i < 2; $i++)\nprint ($i + \"\\n\");\n", "0\n1\n"},
+        EntryCase{"elseBehindTheBrace", "if (0) {\n} else\nprint \"b\\n\";\n", "b\n"},
+        EntryCase{"brackets", "int $a[] = {1,\n2,\n3};\nsize($a);\n",
+                  "// Result: 1 2 3 //\n// Result: 3 //\n"},
+        EntryCase{"backQuote", "size(`ls -type\n\"time\"`);\n", "// Result: 1 //\n"},
+        EntryCase{"bracesInStrings", "print \"{(\\\"[\\n\";\n", "{(\"[\n"},
+        EntryCase{"bracesInComments", "print 1; // {\n1 + 1; /* ( */\n", "1// Result: 2 //\n"},
+        EntryCase{"openComment", "/* a {\n b */ 2 + 2;\n", "// Result: 4 //\n"},
+        EntryCase{"severalOnALine", "int $b = 1; if ($b) print \"c\\n\"; 5;\n", "c\n// Result: 5 //\n"},
+        EntryCase{"windowsLineEnds", "1 + 2;\r\nprint \"d\\n\";\r\n", "// Result: 3 //\nd\n"},
+        EntryCase{"noLineEndAtTheEnd", "7;", "// Result: 7 //\n"}, EntryCase{"nothing", "", ""},
+        EntryCase{"blankLines", "\n\n8;\n\n", "// Result: 8 //\n"}),
+    [](const auto& parameter) { return parameter.param.name; });
+
+TEST_F(Batch, SaysThatAnEntryWasLeftOpenWhenTheInputEnds) {
+    const Outcome outcome = prompt("if (1) {\nprint \"a\\n\";\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.messages.rfind("// Error: line ", 0), 0u) << outcome.messages;
+}
+
+}  // namespace

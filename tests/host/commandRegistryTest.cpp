@@ -1,0 +1,377 @@
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <random>
+
+#include "host/commandsFixture.h"
+#include "mel/pluginService.h"
+
+namespace commandstest {
+namespace {
+
+using mel::CommandContext;
+using mel::CommandResult;
+using mel::ParsedArguments;
+using mel::Value;
+
+/// A plug-in's command made of two functions.
+class FakeCommand final : public mel::PluginCommand {
+  public:
+    using Action = std::function<CommandResult()>;
+
+    /// @param undo  called with "undo" or "redo"; empty for a command that cannot be undone
+    FakeCommand(Action action, std::function<void(const std::string&)> undo)
+        : action_(std::move(action)), undo_(std::move(undo)) {}
+
+    mel::PluginCallResult call(std::vector<Value>&&) override {
+        CommandResult result = action_();
+        return {std::move(result), undo_ ? std::make_unique<Entry>(undo_) : nullptr};
+    }
+
+  private:
+    class Entry final : public graph::UndoEntry {
+      public:
+        explicit Entry(std::function<void(const std::string&)> step) : step_(std::move(step)) {}
+        bool undo(graph::Graph&) override { return step_("undo"), true; }
+        bool redo(graph::Graph&) override { return step_("redo"), true; }
+
+      private:
+        std::function<void(const std::string&)> step_;
+    };
+
+    Action action_;
+    std::function<void(const std::string&)> undo_;
+};
+
+class RegistryTest : public testing::Test {
+  protected:
+    void addPlugin(const std::string& name, FakeCommand::Action action, bool undoable = true) {
+        std::function<void(const std::string&)> undo;
+        if (undoable)
+            undo = [this, name](const std::string& step) {
+                steps.push_back(name + ' ' + step);
+                recorderDuringStep = host.graph.recorder() != nullptr;
+                host.registry.executeText("setAttr a.tz 1", {true, false});
+            };
+        host.registry.addPlugin(name, "fake", std::make_shared<FakeCommand>(std::move(action), undo));
+    }
+    double value(const std::string& plug) { return std::stod(host.ok("getAttr " + plug)); }
+
+    Host host;
+    std::vector<std::string> steps;
+    bool recorderDuringStep = false;
+};
+
+TEST_F(RegistryTest, AFailingCommandLeavesNothingBehind) {
+    host.registry.add("breakOff", mel::Syntax(), [](CommandContext& context, const ParsedArguments&) {
+        const graph::NodeRef node =
+            context.graph.createNode(*context.graph.types().find("transform"), "half");
+        context.graph.setNumber(node->plug("translate").child(0), 4);
+        return CommandResult::failure("broke off");
+    });
+    const std::string before = host.dump();
+    EXPECT_EQ(host.fails("breakOff"), "broke off");
+    EXPECT_EQ(dumpDifference(before, host.dump()), "");
+    EXPECT_EQ(host.undoSize(), 0U);
+    EXPECT_EQ(host.shown.errors, std::vector<std::string>{"broke off"});
+}
+
+TEST_F(RegistryTest, OnlyCommandsThatChangeSomethingMakeUndoEntries) {
+    host.ok("createNode transform -n a; ls; getAttr a.tx; setAttr a.tx 1; objExists a;");
+    EXPECT_EQ(host.undoSize(), 2U);
+}
+
+TEST_F(RegistryTest, NamesAreGivenOnce) {
+    const auto nothing = [](CommandContext&, const ParsedArguments&) { return CommandResult::success(); };
+    EXPECT_FALSE(host.registry.add("ls", mel::Syntax(), nothing));
+    addPlugin("tool", [] { return CommandResult::success(7); });
+    EXPECT_EQ(host.ok("tool"), "7");
+    EXPECT_EQ(host.ok("whatIs tool"), "Plug-in Command");
+    for (const char* taken : {"tool", "ls", "size"})
+        EXPECT_FALSE(
+            host.registry.addPlugin(taken, "other", std::make_shared<FakeCommand>(nullptr, nullptr)));
+    EXPECT_FALSE(host.registry.removePlugin("tool", "other"));
+    EXPECT_FALSE(host.registry.removePlugin("ls", ""));
+    EXPECT_TRUE(host.registry.removePlugin("tool", "fake"));
+    EXPECT_EQ(host.fails("tool"), "Cannot find procedure \"tool\".");
+}
+
+TEST_F(RegistryTest, APluginsChangesAreItsOwnToUndo) {
+    host.ok("createNode transform -n a");
+    bool hadRecorder = true;
+    addPlugin("push", [&] {
+        hadRecorder = host.graph.recorder() != nullptr;
+        EXPECT_TRUE(host.registry.executeText("setAttr a.tx 5").ok);
+        return CommandResult::success();
+    });
+    host.ok("push");
+    EXPECT_FALSE(hadRecorder);
+    EXPECT_EQ(host.undoSize(), 2U);
+    host.ok("undo");
+    EXPECT_EQ(steps, std::vector<std::string>{"push undo"});
+    EXPECT_FALSE(recorderDuringStep);
+    EXPECT_EQ(value("a.tx"), 5);
+    EXPECT_EQ(host.undoSize(), 1U) << "what runs while undoing makes no entries";
+    host.ok("redo; undo; undo");
+    EXPECT_EQ(steps, (std::vector<std::string>{"push undo", "push redo", "push undo"}));
+    EXPECT_EQ(host.ok("ls -as"), "");
+}
+
+TEST_F(RegistryTest, NestedCommandsThatKeepUndoBelongToThePluginsEntry) {
+    host.ok("createNode transform -n a");
+    addPlugin("push", [&] {
+        host.registry.executeText("setAttr a.tx 5; setAttr a.ty 6", {true, false});
+        return CommandResult::success();
+    });
+    host.ok("push");
+    ASSERT_EQ(host.undoSize(), 2U);
+    host.ok("undo");
+    EXPECT_EQ(value("a.tx"), 0);
+    EXPECT_EQ(value("a.ty"), 0);
+    EXPECT_EQ(steps, std::vector<std::string>{"push undo"});
+    host.ok("redo");
+    EXPECT_EQ(value("a.ty"), 6);
+}
+
+TEST_F(RegistryTest, NothingInsideACallWithoutUndoIsKept) {
+    host.ok("createNode transform -n a");
+    addPlugin("inner", [&] {
+        host.registry.executeText("setAttr a.tx 5", {true, false});
+        return CommandResult::success();
+    });
+    addPlugin(
+        "outer",
+        [&] {
+            host.registry.executeText("inner");
+            return CommandResult::success();
+        },
+        false);
+    host.ok("outer");
+    EXPECT_EQ(host.undoSize(), 1U);
+    EXPECT_EQ(value("a.tx"), 5);
+}
+
+TEST_F(RegistryTest, AFailingPluginCommandLeavesNoEntry) {
+    addPlugin("broken", [&] {
+        host.registry.executeText("createNode transform -n left", {true, false});
+        return CommandResult::failureShown();
+    });
+    host.fails("broken");
+    EXPECT_TRUE(host.shown.errors.empty());
+    EXPECT_EQ(host.undoSize(), 0U);
+    EXPECT_EQ(host.ok("ls -as"), "left");
+}
+
+TEST_F(RegistryTest, TextRunForAPluginShowsItsErrorsAndEchoesOnDemand) {
+    bool failed = false;
+    addPlugin("run", [&] {
+        failed = !host.registry.executeText("delete gone").ok;
+        host.registry.executeText("objExists time1", {false, true});
+        return CommandResult::success();
+    });
+    host.ok("run");
+    EXPECT_TRUE(failed);
+    EXPECT_EQ(host.shown.errors, std::vector<std::string>{"No object matches name: gone"});
+    EXPECT_EQ(host.shown.results, std::vector<std::string>{"1"});
+}
+
+TEST_F(RegistryTest, DeferredTextRunsAfterTheScript) {
+    host.ok(
+        "evalDeferred -lp \"print c\"; evalDeferred \"print a; evalDeferred \\\"print b\\\"\"; print start;");
+    EXPECT_EQ(host.shown.printed, "startabc");
+    EXPECT_FALSE(host.run("evalDeferred \"nonsense\"; evalDeferred \"print after\";").ok);
+    EXPECT_EQ(host.shown.printed, "after");
+    EXPECT_EQ(host.shown.errors, std::vector<std::string>{"Cannot find procedure \"nonsense\"."});
+}
+
+TEST_F(RegistryTest, QuitStopsTheScriptAndKeepsTheStatus) {
+    host.run("print before; quit -f -exitCode 3; print after;");
+    EXPECT_EQ(host.shown.printed, "before");
+    EXPECT_TRUE(host.registry.interpreter().isStopped());
+    EXPECT_EQ(host.registry.exitStatus(), 3);
+}
+
+TEST_F(RegistryTest, SourceRunsAFileAndFailsWithIt) {
+    const auto path = std::filesystem::temp_directory_path() / "delvenSourceTest.mel";
+    std::ofstream(path) << "global proc string fromFile() { return \"read\"; }\nprint \"sourced\";\n";
+    const std::string name = path.generic_string();
+    host.ok("source \"" + name + "\";");
+    EXPECT_EQ(host.shown.printed, "sourced");
+    EXPECT_EQ(host.ok("fromFile"), "read");
+    EXPECT_EQ(host.ok("whatIs fromFile"), "Mel procedure found in: " + name);
+    host.ok("source \"" + name.substr(0, name.size() - 4) + "\";");
+    std::ofstream(path) << "print \"one\";\n  delete gone;\nprint \"two\";\n";
+    const mel::RunResult result = host.run("source \"" + name + "\"; print \"three\";");
+    EXPECT_FALSE(result.ok);
+    EXPECT_EQ(host.shown.printed, "one");
+    EXPECT_EQ(result.error.position.file, name);
+    EXPECT_EQ(result.error.position.line, 2);
+    std::filesystem::remove(path);
+}
+
+/// A loader that only remembers names.
+class FakeService final : public mel::PluginService {
+  public:
+    CommandResult load(const std::string& file) override {
+        if (file == "bad") return CommandResult::failure("cannot load bad");
+        names.push_back(file);
+        return CommandResult::success(file);
+    }
+    CommandResult unload(const std::string& name, bool force) override {
+        forced = force;
+        names.erase(std::remove(names.begin(), names.end(), name), names.end());
+        return CommandResult::success();
+    }
+    std::vector<std::string> loaded() const override { return names; }
+    std::optional<mel::PluginDescription> describe(const std::string& name) const override {
+        if (std::find(names.begin(), names.end(), name) == names.end()) return std::nullopt;
+        return mel::PluginDescription{name, "/plugins/" + name, "us", "1.2", "20250000", {"go", "stop"}};
+    }
+
+    std::vector<std::string> names;
+    bool forced = false;
+};
+
+TEST_F(RegistryTest, PluginCommandsAskTheLoader) {
+    FakeService service;
+    host.registry.setPlugins(&service);
+    EXPECT_EQ(host.ok("loadPlugin one two"), "one two");
+    EXPECT_EQ(host.fails("loadPlugin -quiet bad"), "cannot load bad");
+    EXPECT_EQ(host.ok("pluginInfo -query -listPlugins"), "one two");
+    EXPECT_EQ(host.ok("pluginInfo -q -loaded one"), "1");
+    EXPECT_EQ(host.ok("pluginInfo -q -command one"), "go stop");
+    EXPECT_EQ(host.ok("pluginInfo -q -version one"), "1.2");
+    EXPECT_EQ(host.ok("pluginInfo -q -vendor one"), "us");
+    EXPECT_EQ(host.ok("pluginInfo -q -listPluginsPath"), "/plugins/one /plugins/two");
+    EXPECT_EQ(host.ok("unloadPlugin -force two"), "two");
+    EXPECT_TRUE(service.forced);
+    EXPECT_EQ(host.ok("pluginInfo -q -loaded two"), "0");
+    EXPECT_EQ(host.fails("pluginInfo -q -path two"), "Plug-in, \"two\", is not registered.");
+}
+
+TEST_F(RegistryTest, LongComponentListsKeepOrderAndDuplicates) {
+    constexpr int kCount = 100000;
+    std::string command = "setAttr n.list -type componentList " + std::to_string(kCount);
+    std::vector<std::string> words;
+    for (int k = 0; k < kCount; ++k) {
+        words.push_back("vtx[" + std::to_string((k * 7919) % 65536) + ']');
+        command += ' ' + words.back();
+    }
+    host.ok("createNode network -n n; addAttr -ln list -dt componentList n");
+    host.ok(command);
+    const mel::RunResult result = host.run("getAttr n.list");
+    ASSERT_NE(result.value.getIf<std::vector<std::string>>(), nullptr);
+    EXPECT_EQ(*result.value.getIf<std::vector<std::string>>(), words);
+}
+
+/// Random commands on whatever is in the scene, so that many meet what others left; some fail, too.
+class RandomScript : public testing::TestWithParam<unsigned> {
+  protected:
+    int number(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
+    std::string pick(const std::vector<std::string>& from) {
+        return from[static_cast<std::size_t>(number(0, static_cast<int>(from.size()) - 1))];
+    }
+    graph::NodeRef anyNode() {
+        const std::vector<graph::NodeRef> nodes = host_.graph.nodes();
+        return nodes[static_cast<std::size_t>(number(0, static_cast<int>(nodes.size()) - 1))];
+    }
+    std::string node() { return host_.graph.uniqueName(*anyNode()); }
+    std::string numberPlug() {
+        const graph::NodeRef node = anyNode();
+        std::vector<std::string> names{"extra", "many[0]", "many[3]"};
+        if (node->isA("transform")) names = {"tx", "ty", "tz", "t", "sx", "s", "v", "extra", "smile"};
+        if (node->isA("mesh")) names = {"pnts[1]", "pnts[4]", "pnts[4].px", "v", "many[1]"};
+        if (node->isA("blendShape")) names = {"w[1]", "w[2]", "envelope", "it[0].itg[1].tw[7]", "smile"};
+        return host_.graph.uniqueName(*node) + '.' + pick(names);
+    }
+    std::string newName() { return pick({"a", "b", "c", "d"}); }
+    std::string value() { return std::to_string(number(-3, 3)); }
+
+    std::string structureCommand() {
+        switch (number(0, 7)) {
+            case 0:
+                return "createNode -n " + newName() + ' ' + pick({"transform", "network", "blendShape"});
+            case 1:
+                return "delete " + node();
+            case 2:
+                return "rename " + node() + ' ' + newName();
+            case 3:
+                return "parent " + node() + ' ' + node();
+            case 4:
+                return "parent -w " + node();
+            case 5:
+                return "group " + node() + ' ' + node();
+            case 6:
+                return "duplicate " + node();
+            default:
+                return "select -tgl " + node() + ' ' + numberPlug();
+        }
+    }
+    std::string attributeCommand() {
+        switch (number(0, 9)) {
+            case 0:
+            case 1:
+                return "setAttr " + numberPlug() + ' ' + value();
+            case 2:
+                return "setAttr " + numberPlug() + ' ' + value() + ' ' + value() + ' ' + value();
+            case 3:
+                return "setAttr -lock " + pick({"on ", "off "}) + numberPlug();
+            case 4:
+            case 5:
+                return "connectAttr " + pick({"-f ", ""}) + numberPlug() + ' ' + numberPlug();
+            case 6:
+                return disconnection();
+            case 7:
+                return "addAttr -ln " + pick({"extra -at double ", "many -m -at float "}) + node();
+            case 8:
+                return pick({"deleteAttr ", "aliasAttr smile "}) + numberPlug();
+            default:
+                return "removeMultiInstance -b " + pick({"1 ", "0 "}) + numberPlug();
+        }
+    }
+    std::string disconnection() {
+        const graph::NodeRef node = anyNode();
+        const std::vector<graph::Connection> connections = host_.graph.connections(*node);
+        if (connections.empty()) return "disconnectAttr " + numberPlug() + ' ' + numberPlug();
+        return "disconnectAttr " + host_.graph.plugName(connections.front().source) + ' ' +
+               host_.graph.plugName(connections.front().destination);
+    }
+
+    Host host_;
+
+  private:
+    std::mt19937 random_{GetParam()};
+};
+
+TEST_P(RandomScript, UndoesAndRedoesStepByStep) {
+    Host& host = host_;
+    host.addCube("box");
+    std::vector<std::string> dumps{host.dump()};
+    std::vector<std::string> commands;
+    for (int k = 0; k < 200; ++k) {
+        const std::string text = number(0, 2) == 0 ? structureCommand() : attributeCommand();
+        const std::size_t entries = host.undoSize();
+        host.run(text);
+        if (host.undoSize() > entries) {
+            commands.push_back(text);
+            dumps.push_back(host.dump());
+        } else {
+            ASSERT_EQ(dumpDifference(dumps.back(), host.dump()), "") << text;
+        }
+    }
+    ASSERT_GT(commands.size(), 20U);
+    for (std::size_t k = commands.size(); k-- > 0;) {
+        ASSERT_TRUE(host.registry.undo());
+        ASSERT_EQ(dumpDifference(dumps[k], host.dump()), "") << "undo of " << commands[k];
+    }
+    for (std::size_t k = 0; k < commands.size(); ++k) {
+        ASSERT_TRUE(host.registry.redo());
+        ASSERT_EQ(dumpDifference(dumps[k + 1], host.dump()), "") << "redo of " << commands[k];
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomScript, testing::Range(1U, 41U));
+
+}  // namespace
+}  // namespace commandstest
