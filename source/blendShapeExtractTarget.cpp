@@ -7,7 +7,6 @@
 #include <maya/MGlobal.h>
 #include <maya/MIntArray.h>
 #include <maya/MObjectArray.h>
-#include <maya/MObjectHandle.h>
 #include <maya/MPoint.h>
 #include <maya/MPointArray.h>
 
@@ -51,39 +50,46 @@ MStatus blendShapeExtractTarget::doIt(const MArgList& arguments) {
     MObject blendShape;
     const MStatus status = getBlendShapeNode(database, ErrorResult::kEmptyString, blendShape);
     if (!status) return status;
+    MObject original;
     // The checks of the mesh end the command without an error status; scripts depend on that.
     if (!getMeshShape(originalName, "The original mesh is not defined.", ErrorResult::kEmptyString,
-                      originalMesh_, originalPath_)) {
+                      original)) {
         return MS::kSuccess;
     }
     blendShape_ = blendShape;
+    originalMesh_ = original;
+    isChecked_ = true;
     return redoIt();
 }
 
 MStatus blendShapeExtractTarget::redoIt() {
     // A call that answered -help or failed a check may still be queued.
-    if (blendShape_.isNull()) return MS::kSuccess;
-    extracted_ = MObject::kNullObj;
+    if (!isChecked_) return MS::kSuccess;
+    extracted_ = MObjectHandle();
     MIntArray vertices;
     MPointArray points;
-    MStatus status = readDeltas(vertices, points);
+    MStatus status = readDeltas(aliveObject(blendShape_), vertices, points);
     if (!status) return status;
-    status = extract(vertices, points);
-    if (status) present();
-    return status;
+    MObject extracted;
+    status = extract(vertices, points, extracted);
+    if (!status) return status;
+    extracted_ = extracted;
+    present(extracted);
+    return MS::kSuccess;
 }
 
 /// Reads the deltas of the item. One that was never written gets a zero delta on vertex 0, so that the user's
 /// deformer holds a valid item afterwards; what is returned stays empty then.
-MStatus blendShapeExtractTarget::readDeltas(MIntArray& vertices, MPointArray& points) {
-    vertices = getTargetComponents(blendShape_, target_, item_);
+MStatus blendShapeExtractTarget::readDeltas(const MObject& blendShape, MIntArray& vertices,
+                                            MPointArray& points) {
+    vertices = getTargetComponents(blendShape, target_, item_);
     if (vertices.length() == 0) {
-        const MStatus status = setTargetComponents(blendShape_, target_, item_, MIntArray(1, 0));
+        const MStatus status = setTargetComponents(blendShape, target_, item_, MIntArray(1, 0));
         if (!status) return fail("Error setting components for empty target.", status);
     }
-    points = getTargetPoints(blendShape_, target_, item_);
+    points = getTargetPoints(blendShape, target_, item_);
     if (points.length() == 0) {
-        const MStatus status = setTargetPoints(blendShape_, target_, item_, MPointArray(1, MPoint::origin));
+        const MStatus status = setTargetPoints(blendShape, target_, item_, MPointArray(1, MPoint::origin));
         if (!status) return fail("Error setting points for empty target.", status);
     }
     return MS::kSuccess;
@@ -91,18 +97,21 @@ MStatus blendShapeExtractTarget::readDeltas(MIntArray& vertices, MPointArray& po
 
 /// Bakes the deltas into a new mesh, with the help of a blend shape on copies of the original mesh that are
 /// gone afterwards.
-MStatus blendShapeExtractTarget::extract(const MIntArray& vertices, const MPointArray& points) {
+MStatus blendShapeExtractTarget::extract(const MIntArray& vertices, const MPointArray& points,
+                                         MObject& extracted) {
+    const MObject original = aliveObject(originalMesh_);
     MFnMesh baseMesh;
-    MObject base = baseMesh.copy(originalMesh_, MObject::kNullObj);
+    MObject base = baseMesh.copy(original, MObject::kNullObj);
     MFnMesh targetMesh;
-    MObject target = targetMesh.copy(originalMesh_, MObject::kNullObj);
+    MObject target = targetMesh.copy(original, MObject::kNullObj);
     const MObject targetShape = targetMesh.object();
 
     MFnBlendShapeDeformer deformer;
     const MObject node = deformer.create(base, MFnBlendShapeDeformer::kLocalOrigin);
     MObjectArray bases;
     deformer.getBaseObjects(bases);
-    deformer.addTarget(bases[0], 0, targetShape, 1.0);
+    // An original that is gone or holds no geometry has no deformer; writing the deltas reports it.
+    if (bases.length() > 0) deformer.addTarget(bases[0], 0, targetShape, 1.0);
     deformer.setWeight(0, 1.0F);
     // The target mesh stays connected; the deltas that are written now count in its place.
     MStatus status = setTargetComponents(node, 0, kFullItem, vertices);
@@ -111,15 +120,16 @@ MStatus blendShapeExtractTarget::extract(const MIntArray& vertices, const MPoint
     if (!status) return fail("Error setting points.", status);
 
     MFnMesh extractedMesh;
-    extracted_ = extractedMesh.copy(MFnDagNode(base).child(0), MObject::kNullObj);
+    extracted = extractedMesh.copy(MFnDagNode(base).child(0), MObject::kNullObj);
     MGlobal::deleteNode(base);
     MGlobal::deleteNode(target);
     return MS::kSuccess;
 }
 
-/// Shades and names the new mesh like an object that the user made.
-void blendShapeExtractTarget::present() {
-    MFnDagNode mesh(extracted_);
+/// Shades and names the new mesh like an object that the user made. The result is the name asked for, not
+/// what the host may make of it.
+void blendShapeExtractTarget::present(const MObject& extracted) {
+    MFnDagNode mesh(extracted);
     MGlobal::executeCommand("sets -e -forceElement initialShadingGroup " + mesh.fullPathName(), false, false);
     const MString name = mesh.name() + "_" + item_;
     mesh.setName(name);
@@ -127,9 +137,10 @@ void blendShapeExtractTarget::present() {
 }
 
 MStatus blendShapeExtractTarget::undoIt() {
+    MObject extracted = aliveObject(extracted_);
     // The user may have deleted the mesh by hand.
-    if (!extracted_.isNull() && MObjectHandle(extracted_).isValid()) MGlobal::deleteNode(extracted_);
-    extracted_ = MObject::kNullObj;
+    if (!extracted.isNull()) MGlobal::deleteNode(extracted);
+    extracted_ = MObjectHandle();
     return MS::kSuccess;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <maya/MArgList.h>
-#include <maya/MDagPath.h>
 #include <maya/MObject.h>
+#include <maya/MObjectHandle.h>
 #include <maya/MPxCommand.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
@@ -28,14 +28,14 @@ class blendShapeExtractTarget : public MPxCommand {
     bool isUndoable() const override;
 
   private:
-    MStatus readDeltas(MIntArray& vertices, MPointArray& points);
-    MStatus extract(const MIntArray& vertices, const MPointArray& points);
-    void present();
+    MStatus readDeltas(const MObject& blendShape, MIntArray& vertices, MPointArray& points);
+    MStatus extract(const MIntArray& vertices, const MPointArray& points, MObject& extracted);
+    void present(const MObject& extracted);
 
     int target_ = 0;
     int item_ = kFullItem;
-    MObject blendShape_;  // set once all checks have passed
-    MObject originalMesh_;
-    MDagPath originalPath_;
-    MObject extracted_;  // transform of the mesh that the last redoIt made; null when there is none to undo
+    bool isChecked_ = false;  // all checks of doIt have passed
+    MObjectHandle blendShape_;
+    MObjectHandle originalMesh_;
+    MObjectHandle extracted_;  // transform of the mesh that the last redoIt made
 };

@@ -115,25 +115,27 @@ MStatus getBlendShapeNode(const MArgDatabase& arguments, ErrorResult result, MOb
     return MS::kSuccess;
 }
 
-bool getMeshShape(const MString& name, const char* undefined, ErrorResult result, MObject& mesh,
-                  MDagPath& path) {
+bool getMeshShape(const MString& name, const char* undefined, ErrorResult result, MObject& mesh) {
     if (name.length() == 0) {
         reportError(undefined, result, ErrorSink::kGlobal, MS::kSuccess);
         return false;
     }
+    // A name that matches nothing leaves the list empty and the node null.
     MSelectionList list;
     list.add(name);
     MObject node;
     list.getDependNode(0, node);
     if (node.hasFn(MFn::kMesh)) {
         mesh = node;
-        list.getDagPath(0, path);
         return true;
     }
-    // A name that matches nothing has no item to be named after.
     MStringArray shown;
     list.getSelectionStrings(0, shown);
     const MString subject = shown.length() > 0 ? shown[0] : name;
     reportError(subject + " is not a mesh object.", result, ErrorSink::kGlobal, MS::kSuccess);
     return false;
+}
+
+MObject aliveObject(const MObjectHandle& handle) {
+    return handle.isValid() ? handle.object() : MObject(MObject::kNullObj);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <maya/MArgDatabase.h>
-#include <maya/MDagPath.h>
 #include <maya/MObject.h>
+#include <maya/MObjectHandle.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 #include <maya/MSyntax.h>
@@ -68,7 +68,10 @@ MStatus getBlendShapeNode(const MArgDatabase& arguments, ErrorResult result, MOb
 
 /// The mesh shape that a flag names.
 /// @param undefined  the error for an empty name
-/// @param mesh, path set when the name stands for a mesh shape (a transform does not)
+/// @param mesh       set when the name stands for a mesh shape (a transform does not)
 /// @return whether it does; otherwise the error has been shown and the command ends with success
-bool getMeshShape(const MString& name, const char* undefined, ErrorResult result, MObject& mesh,
-                  MDagPath& path);
+bool getMeshShape(const MString& name, const char* undefined, ErrorResult result, MObject& mesh);
+
+/// The object behind a handle that a command keeps from do to undo and redo: null when its node is not in the
+/// scene any more (or never was set). A plain MObject cannot be asked that once its node is gone.
+MObject aliveObject(const MObjectHandle& handle);

@@ -18,11 +18,13 @@ namespace {
 /// Name of this file in reports of failing host calls.
 constexpr const char* kFileName = "common";
 
-MStatus findPlugByName(const MString& name, MPlug& plug) {
+/// @param line  where the look-up was asked for, for the report of a failure
+MStatus findPlugByName(const MString& name, int line, MPlug& plug) {
+    // A name that matches nothing leaves the list empty: getPlug reports it.
     MSelectionList list;
     list.add(name);
     const MStatus status = list.getPlug(0, plug);
-    if (!status) status.perror(MString(kFileName) + ", line " + __LINE__ + ", " + name);
+    if (!status) status.perror(MString(kFileName) + ", line " + line + ", plug " + name);
     return status;
 }
 
@@ -52,11 +54,12 @@ MPlug getTargetGroupPlug(const MObject& blendShape, int target) {
 
 MStatus getComponentsTargetPlug(const MObject& blendShape, int target, int item, MPlug& plug) {
     return findPlugByName(getTargetItemPlug(blendShape, target, item).name() + ".inputComponentsTarget",
-                          plug);
+                          __LINE__, plug);
 }
 
 MStatus getPointsTargetPlug(const MObject& blendShape, int target, int item, MPlug& plug) {
-    return findPlugByName(getTargetItemPlug(blendShape, target, item).name() + ".inputPointsTarget", plug);
+    return findPlugByName(getTargetItemPlug(blendShape, target, item).name() + ".inputPointsTarget", __LINE__,
+                          plug);
 }
 
 MIntArray getTargetItemIndices(const MObject& blendShape, int target) {
@@ -126,16 +129,16 @@ MStatus setTargetPoints(const MObject& blendShape, int target, int item, const M
     MPlug plug;
     const MStatus status = getPointsTargetPlug(blendShape, target, item, plug);
     if (!status) return status;
-    const MObject data = MFnPointArrayData().create(points);
+    MObject data = MFnPointArrayData().create(points);
     return plug.setValue(data);
 }
 
 MPlug getWeightsPlug(const MObject& blendShape, int target) {
     MPlug plug;
     if (target == kBaseWeights) {
-        findPlugByName(getInputTargetPlug(blendShape).name() + ".baseWeights", plug);
+        findPlugByName(getInputTargetPlug(blendShape).name() + ".baseWeights", __LINE__, plug);
     } else {
-        findPlugByName(getTargetGroupPlug(blendShape, target).name() + ".targetWeights", plug);
+        findPlugByName(getTargetGroupPlug(blendShape, target).name() + ".targetWeights", __LINE__, plug);
     }
     return plug;
 }
@@ -144,7 +147,8 @@ MStatus setWeightValues(const MObject& blendShape, int target, const MIntArray& 
                         const MDoubleArray& values) {
     MPlug plug = getWeightsPlug(blendShape, target);
     // An empty array removes all elements at once.
-    plug.setValue(MFnDoubleArrayData().create(MDoubleArray()));
+    MObject empty = MFnDoubleArrayData().create(MDoubleArray());
+    plug.setValue(empty);
     const unsigned int count = vertices.length();
     for (unsigned int k = 0; k < count; ++k) {
         MPlug element = plug.elementByLogicalIndex(static_cast<unsigned int>(vertices[k]));
@@ -156,7 +160,7 @@ MStatus setWeightValues(const MObject& blendShape, int target, const MIntArray& 
 MIntArray mapIndicesByVertexOrder(const MDagPath& mesh, const MIntArray& vertices) {
     MIntArray partners(vertices.length(), -1);
     MPlug plug;
-    findPlugByName(mesh.fullPathName() + ".dvVertexOrderMap", plug);
+    findPlugByName(mesh.fullPathName() + ".dvVertexOrderMap", __LINE__, plug);
     MObject data;
     plug.getValue(data);
     const MIntArray map = MFnIntArrayData(data).array();

@@ -132,6 +132,29 @@ TEST_F(ExtractTarget, RedoAfterTheNodeWentReportsAndMakesNothing) {
     EXPECT_EQ(scene_.changes(before), "");
 }
 
+TEST_F(ExtractTarget, RedoAfterTheOriginalWentReportsAndMakesNothing) {
+    scene_.mel(
+        "duplicate -name other base; dv_blendShapeExtractTarget -om otherShape bs; undo;"
+        "undoInfo -stateWithoutFlush off; delete other; undoInfo -stateWithoutFlush on");
+    const std::string before = scene_.dump();
+    EXPECT_EQ(scene_.run("redo").errors, Strings{"Error setting components."});
+    EXPECT_EQ(scene_.changes(before), "");
+}
+
+TEST_F(ExtractTarget, WorksInObjectSpaceWhateverTheTransformsAbove) {
+    scene_.mel(
+        "group -name top base; setAttr top.scale 3 1 -2; setAttr top.rotateZ 30; setAttr base.translateX 7");
+    const std::string name =
+        scene_.mel("dv_blendShapeExtractTarget -om |top|base|baseShapeOrig bs").toString();
+    std::vector<double> expected = scene_.points("|top|base|baseShapeOrig");
+    expected[3 * 3 + 1] += 1.0;
+    expected[3 * 7] += 0.5;
+    expected[3 * 12 + 2] -= 2.0;
+    EXPECT_EQ(scene_.points(name), expected);
+    EXPECT_EQ(scene_.mel("xform -query -matrix -worldSpace " + name).toFloatArray(),
+              std::vector<double>({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}));
+}
+
 /// Every item of every target of every mesh of the zoo comes back as the mesh it was made from.
 TEST(ExtractTargetProperty, ExtractionInvertsTheTargetOnEveryMesh) {
     for (const zoo::NamedMesh& entry : zoo::allMeshes()) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <ostream>
 
 #include "fixtures.h"
@@ -96,6 +97,69 @@ std::vector<Call> extractCalls() {
          {},
          {"Invalid flag '-zz'.", "Error getting objects"},
          ""},
+        {"ExtractIndexAsText",
+         "",
+         command + "-i abc bs",
+         false,
+         {},
+         {"Flag '-i' must be passed an integer argument.", "Error getting objects"},
+         ""},
+        {"ExtractIndexTwice",
+         "",
+         command + "-i 0 -i 1 bs",
+         false,
+         {},
+         {"Flag '-i' cannot be used more than once.", "Error getting objects"},
+         ""},
+        {"ExtractFlagWithoutArgument",
+         "",
+         command + "bs -om",
+         false,
+         {},
+         {"Flag '-om' must be passed a string argument.", "Error getting objects"},
+         ""},
+        {"ExtractNegativeIndex",
+         "",
+         command + "-i -1 -om baseShapeOrig bs",
+         false,
+         {},
+         {"Error setting components for empty target."},
+         ""},
+        {"ExtractNegativeItem",
+         "",
+         command + "-ti -5 -om baseShapeOrig bs",
+         false,
+         {},
+         {"Error setting components for empty target."},
+         ""},
+        {"ExtractLockedEmptyItem",
+         "setAttr -lock 1 bs.it[0].itg[2].iti[6000].ipt;",
+         command + "-i 2 -om baseShapeOrig bs",
+         false,
+         {},
+         {"Error setting points for empty target."},
+         "setAttr bs.it[0].itg[2].iti[6000].ict -type componentList 1 vtx[0]"},
+        {"ExtractFromAMeshWithoutGeometry",
+         "createNode mesh -name hollow;",
+         command + "-om hollow bs",
+         false,
+         {},
+         {"Error setting components."},
+         ""},
+        {"ExtractFromAnAmbiguousName",
+         "duplicate -name other base;",
+         command + "-om baseShapeOrig bs",
+         true,
+         "",
+         {"baseShapeOrig is not a mesh object."},
+         ""},
+        {"ExtractFromAnEmptyName",
+         "",
+         command + "-om \"\" bs",
+         true,
+         "",
+         {"The original mesh is not defined."},
+         ""},
         {"ExtractWithoutOriginal", "", command + "bs", true, "", {"The original mesh is not defined."}, ""},
         {"ExtractFromATransform", "", command + "-om base bs", true, "", {"base is not a mesh object."}, ""},
         {"ExtractFromABlendShape", "", command + "-om bs bs", true, "", {"bs is not a mesh object."}, ""},
@@ -136,8 +200,6 @@ TEST_P(EveryCall, AnswersAndIsUndoneAsPromised) {
     addBlendShape(scene);
     if (!call.setup.empty()) scene.mel(call.setup);
     scene.mel("flushUndo");
-    const std::string before = scene.dump();
-
     const Outcome outcome = scene.run(call.text);
     EXPECT_EQ(outcome.ok, call.ok);
     EXPECT_EQ(outcome.errors, call.errors);
@@ -146,7 +208,7 @@ TEST_P(EveryCall, AnswersAndIsUndoneAsPromised) {
     }
     const std::string after = scene.dump();
     if (!call.errors.empty()) {
-        EXPECT_EQ(scene.changes(before), "") << "a call that reports an error changes nothing";
+        EXPECT_EQ(scene.changes(restored), "") << "a call that reports an error has no mesh to show for it";
     }
 
     // A failed call leaves nothing to undo; one that only reported an error may be queued and must undo
@@ -169,6 +231,23 @@ struct Help {
 
 void PrintTo(const Help& help, std::ostream* out) {
     *out << help.command;
+}
+
+std::vector<Help> allHelp() {
+    return {
+        Help{"dv_blendShapeExtractTarget",
+             {"", "Description: Extracts an existing blend shape target.", "",
+              "Flags: dv_blendShapeExtractTarget -h -help <n/a> this message",
+              "-i -index <int> index of the source target channel",
+              "-om -originalMesh <string> original shape node",
+              "-ti -targetItem <int> channel item to extract, i.e. 6000",
+              "Usage: Execute the command with the following arguments:",
+              "Execute: dv_blendShapeExtractTarget -i <int> -ti <int> -om <string>", "Return Value: string"}},
+        Help{"dv_getBlendShapeIndices",
+             {"", "Description: Get all weight indices of the blend shape deformer.", "",
+              "Flags: dv_getBlendShapeIndices -h -help <n/a> this message",
+              "Usage: Execute the command with the following arguments:",
+              "Execute: dv_getBlendShapeIndices <string>", "Return Value: int[]"}}};
 }
 
 class EveryHelp : public ::testing::TestWithParam<Help> {};
@@ -203,23 +282,23 @@ TEST_P(EveryHelp, IsTheOnlyThingAHelpCallDoes) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Module, EveryHelp,
-    ::testing::Values(Help{"dv_blendShapeExtractTarget",
-                           {"", "Description: Extracts an existing blend shape target.", "",
-                            "Flags: dv_blendShapeExtractTarget -h -help <n/a> this message",
-                            "-i -index <int> index of the source target channel",
-                            "-om -originalMesh <string> original shape node",
-                            "-ti -targetItem <int> channel item to extract, i.e. 6000",
-                            "Usage: Execute the command with the following arguments:",
-                            "Execute: dv_blendShapeExtractTarget -i <int> -ti <int> -om <string>",
-                            "Return Value: string"}},
-                      Help{"dv_getBlendShapeIndices",
-                           {"", "Description: Get all weight indices of the blend shape deformer.", "",
-                            "Flags: dv_getBlendShapeIndices -h -help <n/a> this message",
-                            "Usage: Execute the command with the following arguments:",
-                            "Execute: dv_getBlendShapeIndices <string>", "Return Value: int[]"}}),
-    [](const auto& tested) { return tested.param.command; });
+INSTANTIATE_TEST_SUITE_P(Module, EveryHelp, ::testing::ValuesIn(allHelp()),
+                         [](const auto& tested) { return tested.param.command; });
+
+/// A command that comes to the module comes to these tables, too.
+TEST(EveryCommand, IsInBothTables) {
+    Scene scene;
+    for (const std::string& name : scene.mel("pluginInfo -query -command \"DELVENTools\"").toStringArray()) {
+        const std::vector<Call> calls = allCalls();
+        EXPECT_TRUE(std::any_of(calls.begin(), calls.end(), [&](const Call& call) {
+            return call.text.rfind(name, 0) == 0;
+        })) << name;
+        const std::vector<Help> help = allHelp();
+        EXPECT_TRUE(std::any_of(help.begin(), help.end(), [&](const Help& entry) {
+            return entry.command == name;
+        })) << name;
+    }
+}
 
 TEST(HelpText, AlignsTheColumnsUnderTheFirstRow) {
     Scene scene;

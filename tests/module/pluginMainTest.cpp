@@ -48,8 +48,10 @@ void expectLines(const std::string& output, const std::string& verb) {
 
 TEST(PluginMain, ASecondCopyFailsNameByNameAndIsTurnedAway) {
     Scene scene;
-    const std::filesystem::path copy = std::filesystem::temp_directory_path() / "DELVENToolsCopy.so";
-    std::filesystem::copy_file(Scene::pluginFile(), copy, std::filesystem::copy_options::overwrite_existing);
+    const std::filesystem::path original = Scene::pluginFile();
+    const std::filesystem::path copy =
+        original.parent_path() / ("DELVENToolsCopy" + original.extension().string());
+    std::filesystem::copy_file(original, copy, std::filesystem::copy_options::overwrite_existing);
     ::testing::internal::CaptureStderr();
     const Outcome outcome = scene.run("loadPlugin \"" + copy.generic_string() + "\"");
     const std::string output = ::testing::internal::GetCapturedStderr();
@@ -58,6 +60,19 @@ TEST(PluginMain, ASecondCopyFailsNameByNameAndIsTurnedAway) {
     expectLines(output, "Register");
     EXPECT_EQ(scene.mel("pluginInfo -query -listPlugins"), Strings{"DELVENTools"});
     EXPECT_TRUE(scene.run("dv_getBlendShapeIndices -h").ok) << "the first copy's commands stay";
+}
+
+TEST(PluginMain, ATakenNameDoesNotKeepTheOthersFromBeingOffered) {
+    Scene scene(Scene::Plugin::NotLoaded);
+    scene.takeCommandName(kNames.front());
+    ::testing::internal::CaptureStderr();
+    const Outcome outcome = scene.run("loadPlugin \"" + Scene::pluginFile() + "\"");
+    const std::string output = ::testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(outcome.ok) << "the last registration decides";
+    EXPECT_NE(output.find("Register " + kNames.front() + " command failed."), std::string::npos) << output;
+    EXPECT_EQ(scene.mel("pluginInfo -query -command \"DELVENTools\""),
+              Strings(kNames.begin() + 1, kNames.end()));
+    EXPECT_TRUE(scene.run("dv_getBlendShapeIndices -h").ok);
 }
 
 TEST(PluginMain, RemovingWhatIsNotRegisteredSaysSoNameByName) {

@@ -109,6 +109,12 @@ std::vector<double> Scene::points(const std::string& mesh) {
     return this->mel("xform -query -objectSpace -translation \"" + mesh + ".vtx[*]\"").toFloatArray();
 }
 
+void Scene::takeCommandName(const std::string& name) {
+    host_->registry.add(name, mel::Syntax(), [](mel::CommandContext&, const mel::ParsedArguments&) {
+        return mel::CommandResult::success();
+    });
+}
+
 std::string Scene::pluginFile() {
 #if defined(_WIN32)
     const char* suffix = ".mll";

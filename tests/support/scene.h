@@ -43,6 +43,9 @@ class Scene {
     /// Object-space points of a mesh, x y z in turn.
     std::vector<double> points(const std::string& mesh);
 
+    /// Makes a command of this name exist, so that a plug-in cannot register it.
+    void takeCommandName(const std::string& name);
+
     /// The module's file beside the test program.
     static std::string pluginFile();
 

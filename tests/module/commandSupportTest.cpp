@@ -1,0 +1,63 @@
+#include "commandSupport.h"
+
+#include <gtest/gtest.h>
+#include <maya/MArgList.h>
+
+#include <string>
+
+#include "support/scene.h"
+
+namespace {
+
+const CommandInfo kCommand{"dv_sample",
+                           "Does something.",
+                           {{"-w", "-weight", MSyntax::kDouble, "a weight", true},
+                            {"-dir", "-direction", MSyntax::kBoolean, "a side"},
+                            {"-n", "-count", MSyntax::kLong, "a number"},
+                            {"-fn", "-fileName", MSyntax::kString, "a file"}},
+                           "dv_sample -w <float>",
+                           "int",
+                           false};
+
+TEST(CommandSupport, HelpNamesEachTypeAsUsersTypeIt) {
+    const std::string text = helpText(kCommand).asChar();
+    EXPECT_EQ(text,
+              "\nDescription: Does something.\n\n"
+              "Flags: dv_sample    -h      -help         <n/a>       this message\n"
+              "                    -w      -weight       <float>     a weight\n"
+              "                    -dir    -direction    <int>       a side\n"
+              "                    -n      -count        <int>       a number\n"
+              "                    -fn     -fileName     <string>    a file\n"
+              "Usage: Execute the command with the following arguments:\n"
+              "Execute: dv_sample -w <float>\n"
+              "Return Value: int");
+}
+
+TEST(CommandSupport, SyntaxFollowsTheTable) {
+    Scene scene(Scene::Plugin::NotLoaded);
+    scene.mel("createNode transform -name thing");
+    MArgList flags;
+    for (const char* word : {"-weight", "0.5", "-w", "0.25", "-dir", "off"})
+        flags.addArg(MString(word));
+    MStatus status;
+    const MArgDatabase parsed(makeSyntax(kCommand), flags, &status);
+    ASSERT_TRUE(status);
+    EXPECT_EQ(parsed.numberOfFlagUses("-w"), 2U);
+    bool direction = true;
+    readFlag(parsed, "-dir", direction);
+    EXPECT_FALSE(direction);
+    int count = 7;
+    readFlag(parsed, "-n", count);
+    EXPECT_EQ(count, 7) << "a flag that is not set leaves the default";
+
+    MArgList object;
+    object.addArg(MString("thing"));
+    const MArgDatabase refused(makeSyntax(kCommand), object, &status);
+    EXPECT_FALSE(status) << "a command without objects";
+    CommandInfo withObjects = kCommand;
+    withObjects.takesObjects = true;
+    const MArgDatabase accepted(makeSyntax(withObjects), object, &status);
+    EXPECT_TRUE(status);
+}
+
+}  // namespace
