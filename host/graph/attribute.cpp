@@ -75,7 +75,7 @@ Attribute::Attribute(AttributeSpec spec, const Attribute* parent, int ordinal)
     if (isNumber(spec_.kind)) {
         flatWidth_ = 1;
         flatDefaults_ = {spec_.defaultValue};
-    } else if (isCompound() && !children_.empty() && children_.size() <= 4 &&
+    } else if (isCompound() && !children_.empty() && children_.size() <= kMaxFlatWidth &&
                std::all_of(children_.begin(), children_.end(),
                            [](const auto& child) { return isScalarNumber(child->spec()); })) {
         flatWidth_ = static_cast<int>(children_.size());

@@ -98,6 +98,8 @@ class Attribute {
   public:
     /// Deepest nesting of array attributes that a plug can address.
     static constexpr int kMaxArrayDepth = 4;
+    /// Most numbers that an element of a flat array has.
+    static constexpr int kMaxFlatWidth = 4;
 
     Attribute(AttributeSpec spec, const Attribute* parent, int ordinal);
     Attribute(const Attribute&) = delete;

@@ -182,6 +182,7 @@ class Graph {
     std::vector<NodeRef> dependents(const std::vector<NodeRef>& nodes) const;
 
     Plug connectedSource(const Plug& plug) const;
+    Plug origin(const Plug& plug, std::vector<ValueKind>& passed);
     ComputedValue computed(const Plug& plug);
     void refresh(const Plug& plug);
     void writeNumber(const Plug& plug, double value);

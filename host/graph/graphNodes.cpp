@@ -91,6 +91,12 @@ void Graph::enterScene(const NodeRef& node, Node* parent, int position) {
 
 void Graph::leaveScene(Node& node) {
     const NodeRef keep = node.ref();
+    // What was connected to it or put below it without a record is still there when the node's creation is
+    // undone.
+    for (const Connection& connection : connections(node))
+        unlink(connection.source, connection.destination);
+    while (!node.children_.empty())
+        setParent(*node.children_.back(), nullptr, -1);
     takenNumbers_.erase(splitNumber(node.name()).first);
     auto& named = byName_[node.name()];
     named.erase(std::remove(named.begin(), named.end(), &node), named.end());

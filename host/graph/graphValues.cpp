@@ -63,13 +63,13 @@ double Graph::number(const Plug& plug) {
         return std::holds_alternative<double>(value) ? std::get<double>(value)
                                                      : attribute.spec().defaultValue;
     }
-    if (plug.node()->hasIncoming(attribute)) {
-        if (const Plug source = connectedSource(plug)) {
-            source.node()->isClean_.store(true, std::memory_order_release);
-            return stored(attribute.kind(), number(source));
-        }
-    }
-    return plug.node()->storedNumber(plug.key());
+    if (!plug.node()->hasIncoming(attribute)) return plug.node()->storedNumber(plug.key());
+    std::vector<ValueKind> passed;
+    const Plug at = origin(plug, passed);
+    double value = at.attribute().isOutput() ? number(at) : at.node()->storedNumber(at.key());
+    for (auto kind = passed.rbegin(); kind != passed.rend(); ++kind)
+        value = stored(*kind, value);
+    return value;
 }
 
 DataPtr Graph::data(const Plug& plug) {
@@ -79,13 +79,34 @@ DataPtr Graph::data(const Plug& plug) {
         const ComputedValue value = computed(plug);
         return std::holds_alternative<DataPtr>(value) ? std::get<DataPtr>(value) : nullptr;
     }
-    if (plug.node()->hasIncoming(attribute)) {
-        if (const Plug source = connectedSource(plug)) {
-            source.node()->isClean_.store(true, std::memory_order_release);
-            return data(source);
+    if (!plug.node()->hasIncoming(attribute)) return plug.node()->storedData(plug.key());
+    std::vector<ValueKind> passed;
+    const Plug at = origin(plug, passed);
+    return at == plug ? plug.node()->storedData(plug.key()) : data(at);
+}
+
+/// Follows connections up to the plug whose own value counts: an output, or one that nothing feeds. A cycle
+/// of plain connections yields the plug itself.
+/// @param passed  kinds of the plugs on the way, which each keep what fits them
+Plug Graph::origin(const Plug& plug, std::vector<ValueKind>& passed) {
+    Plug at = plug;
+    Plug mark = plug;  // moved on at each power of two: a cycle comes back to it
+    for (std::size_t steps = 1, limit = 1; !at.attribute().isOutput(); ++steps) {
+        const Plug source = at.node()->hasIncoming(at.attribute()) ? connectedSource(at) : Plug();
+        if (!source) break;
+        passed.push_back(at.attribute().kind());
+        source.node()->isClean_.store(true, std::memory_order_release);
+        if (source == mark) {
+            passed.clear();
+            return plug;
         }
+        if (steps == limit) {
+            mark = source;
+            limit *= 2;
+        }
+        at = source;
     }
-    return plug.node()->storedData(plug.key());
+    return at;
 }
 
 /// The plug that feeds this one, directly or through a connected compound above it.

@@ -56,7 +56,7 @@ bool parsePart(std::string_view text, PathPart& part) {
     const char* at = text.data() + open + 1;
     const char* end = text.data() + text.size() - 1;
     const auto first = std::from_chars(at, end, part.first);
-    if (first.ec != std::errc()) return false;
+    if (first.ec != std::errc() || part.first < 0) return false;
     part.last = part.first;
     part.hasIndex = true;
     if (first.ptr == end) return true;

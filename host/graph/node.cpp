@@ -1,6 +1,8 @@
 #include "graph/node.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
 
 namespace host::graph {
 
@@ -17,7 +19,7 @@ const Attribute* findBelow(const Attribute& attribute, std::string_view longOrSh
 /// Where a walk down an attribute path ended: in a slot, or in the numbers of a flat element.
 struct Place {
     const Slot* slot = nullptr;
-    const double* number = nullptr;
+    std::optional<double> number{};
 };
 
 Place locate(const std::vector<Slot>& slots, const PlugKey& key) {
@@ -28,13 +30,15 @@ Place locate(const std::vector<Slot>& slots, const PlugKey& key) {
     for (std::size_t k = 0; k < path.size(); ++k) {
         const Attribute& attribute = *path[k];
         if (attribute.isArray()) {
-            if (key.depth < attribute.arrayDepth()) return {slot, nullptr};
+            if (key.depth < attribute.arrayDepth()) return {slot, {}};
             const int index = key.indices[static_cast<std::size_t>(attribute.arrayDepth() - 1)];
             if (attribute.flatWidth() > 0) {
                 const auto* numbers = std::get_if<std::unique_ptr<NumberMulti>>(&slot->content);
-                const double* found = numbers != nullptr ? (*numbers)->find(index) : nullptr;
-                if (found == nullptr) return {};
-                return {nullptr, k + 1 < path.size() ? found + path[k + 1]->ordinal() : found};
+                // Reading must not merge: commands read and write elements in turn.
+                std::array<double, Attribute::kMaxFlatWidth> values{};
+                if (numbers == nullptr || !(*numbers)->read(index, values.data())) return {};
+                const int part = k + 1 < path.size() ? path[k + 1]->ordinal() : 0;
+                return {nullptr, values[static_cast<std::size_t>(part)]};
             }
             const auto* multi = std::get_if<std::unique_ptr<ElementMulti>>(&slot->content);
             slot = multi != nullptr ? static_cast<const ElementMulti&>(**multi).find(index) : nullptr;
@@ -45,7 +49,7 @@ Place locate(const std::vector<Slot>& slots, const PlugKey& key) {
         if (children == nullptr) return {};
         slot = &(**children)[static_cast<std::size_t>(path[k + 1]->ordinal())];
     }
-    return {slot, nullptr};
+    return {slot, {}};
 }
 
 }  // namespace
@@ -100,7 +104,7 @@ PlugState Node::state(const PlugKey& key) const {
 
 double Node::storedNumber(const PlugKey& key) const {
     const Place place = locate(slots_, key);
-    if (place.number != nullptr) return *place.number;
+    if (place.number) return *place.number;
     if (place.slot != nullptr) {
         if (const auto* value = std::get_if<double>(&place.slot->content)) return *value;
     }

@@ -51,6 +51,41 @@ TEST(Connections, carryDataAndReplaceOneAnother) {
     EXPECT_TRUE(graph.connectionsBelow(graph.at("c.names[1]")).empty());
 }
 
+TEST(Connections, inACycleOfPlainValuesYieldTheStoredOne) {
+    ToyGraph graph;
+    for (const char* name : {"a", "b", "c"})
+        graph.make("holder", name);
+    graph.setNumber(graph.at("a.precise"), 4);
+    graph.connect(graph.at("a.precise"), graph.at("b.precise"));
+    graph.connect(graph.at("b.precise"), graph.at("c.whole"));
+    graph.connect(graph.at("c.whole"), graph.at("b.single"));
+    graph.connect(graph.at("b.single"), graph.at("c.whole"));
+    EXPECT_EQ(graph.valueOf("a.precise"), 4.0) << "beside the cycle";
+    EXPECT_EQ(graph.valueOf("c.whole"), graph.at("c.whole").node()->storedNumber(graph.at("c.whole").key()));
+    EXPECT_EQ(graph.valueOf("b.single"),
+              graph.at("b.single").node()->storedNumber(graph.at("b.single").key()));
+}
+
+TEST(Connections, andChildrenMadeWithoutARecordSurviveTheUndoOfTheirNode) {
+    ToyGraph graph;
+    const NodeRef keep = graph.make("place", "keep");
+    ChangeList creation;
+    NodeRef parent;
+    {
+        const RecordingScope recording(graph, &creation);
+        parent = graph.make("place", "parent");
+    }
+    const NodeRef child = graph.make("place", "child", parent);
+    graph.connect(graph.at("parent.offset"), graph.at("keep.offset"));
+    creation.undo(graph);
+    EXPECT_EQ(child->parent(), nullptr);
+    EXPECT_EQ(graph.fullPath(*child), "|child");
+    EXPECT_TRUE(graph.connections(*keep).empty());
+    creation.redo(graph);
+    EXPECT_TRUE(parent->isAlive());
+    EXPECT_EQ(graph.fullPath(*child), "|child");
+}
+
 TEST(Evaluation, computesOncePerChangeUpstream) {
     ToyGraph graph;
     for (const char* name : {"first", "second", "aside"})

@@ -233,6 +233,20 @@ TEST(NodeNames, areMadeUniqueWhereTheyMust) {
     EXPECT_EQ(graph.uniqueName(*under), "s");
 }
 
+TEST(NodeNames, countOnPastTheLastOneAndBackWhenOneGoes) {
+    ToyGraph graph;
+    std::vector<NodeRef> made;
+    for (int k = 0; k < 5; ++k)
+        made.push_back(graph.make("holder"));
+    EXPECT_EQ(made.back()->name(), "holder5");
+    graph.deleteNodes({made[1]});
+    EXPECT_EQ(graph.make("holder")->name(), "holder2");
+    EXPECT_EQ(graph.make("holder")->name(), "holder6");
+    graph.rename(*made[3], "other");
+    EXPECT_EQ(graph.nextName("holder3"), "holder4");
+    EXPECT_EQ(graph.nextName("holder"), "holder4");
+}
+
 TEST(NodeNames, aTopLevelNodeIsToldFromADeeperOneByTheLeadingBar) {
     ToyGraph graph;
     const NodeRef group = graph.make("place", "g");
