@@ -3,14 +3,13 @@
 #include <maya/MFnBlendShapeDeformer.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnMesh.h>
-#include <maya/MFnPointArrayData.h>
 #include <maya/MGlobal.h>
 #include <maya/MObjectArray.h>
 
 #include "benchScene.h"
-#include "common.h"
 #include "rows.h"
 #include "table.h"
+#include "targetFloors.h"
 
 namespace {
 
@@ -25,8 +24,9 @@ void extract(benchmark::State& state, int size) {
 /// The host calls of an extraction without checks, names and messages.
 void extractFloor(benchmark::State& state, int size) {
     BenchScene& scene = BenchScene::of(size);
-    const MIntArray vertices = getTargetComponents(scene.blendShape, 0, kFullItem);
-    const MPointArray points = getTargetPoints(scene.blendShape, 0, kFullItem);
+    MIntArray vertices;
+    MPointArray points;
+    readDeltasBare(scene.blendShape, vertices, points);
     MFnMesh baseMesh;
     MObject base = baseMesh.copy(scene.original);
     MFnMesh targetMesh;
@@ -37,8 +37,7 @@ void extractFloor(benchmark::State& state, int size) {
     deformer.getBaseObjects(bases);
     deformer.addTarget(bases[0], 0, targetMesh.object(), 1.0);
     deformer.setWeight(0, 1.0F);
-    setTargetComponents(node, 0, kFullItem, vertices);
-    setTargetPoints(node, 0, kFullItem, points);
+    writeDeltasBare(node, vertices, points);
     MObject extracted = MFnMesh().copy(MFnDagNode(base).child(0));
     MGlobal::deleteNode(base);
     MGlobal::deleteNode(target);

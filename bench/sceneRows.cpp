@@ -1,13 +1,15 @@
 // The host's own work: building a scene, importing, component lists, weights one by one, evaluation.
 
 #include <maya/MFnDependencyNode.h>
+#include <maya/MFnDoubleArrayData.h>
 #include <maya/MFnMesh.h>
 #include <maya/MGlobal.h>
 #include <maya/MPlug.h>
 
 #include <filesystem>
-#include <fstream>
+#include <map>
 #include <string>
+#include <system_error>
 
 #include "benchScene.h"
 #include "rows.h"
@@ -39,21 +41,35 @@ void buildScene(benchmark::State& state, int size) {
     state.ResumeTiming();
 }
 
+/// An OBJ file of a size, gone when the program ends.
+class ObjFile {
+  public:
+    explicit ObjFile(BenchScene& scene, int size)
+        : path_(std::filesystem::temp_directory_path() / ("delvenbench" + std::to_string(size) + ".obj")) {
+        scene.mel("select base; file -force -exportSelected -type OBJexport \"" + path() + "\"");
+    }
+    ~ObjFile() {
+        std::error_code ignored;
+        std::filesystem::remove(path_, ignored);
+    }
+    ObjFile(const ObjFile&) = delete;
+    ObjFile& operator=(const ObjFile&) = delete;
+    std::string path() const { return path_.generic_string(); }
+
+  private:
+    std::filesystem::path path_;
+};
+
 void importObj(benchmark::State& state, int size) {
+    static std::map<int, ObjFile> files;
     BenchScene& scene = BenchScene::of(size);
     state.PauseTiming();
-    const std::filesystem::path file =
-        std::filesystem::temp_directory_path() / ("delvenbench" + std::to_string(size) + ".obj");
-    if (!std::filesystem::exists(file)) {
-        scene.mel("select base; file -force -exportSelected -type OBJexport \"" + file.generic_string() +
-                  "\"");
-    }
+    const ObjFile& file = files.try_emplace(size, scene, size).first->second;
     state.ResumeTiming();
     const std::string made = scene.mel("string $made[] = `file -import -type OBJ -returnNewNodes \"" +
-                                       file.generic_string() + "\"`; $made[0]");
+                                       file.path() + "\"`; $made[0]");
     state.PauseTiming();
     scene.mel("delete " + made + "; flushUndo");
-    std::filesystem::remove(file);
     state.ResumeTiming();
 }
 
@@ -81,16 +97,18 @@ void applyComponents(benchmark::State& state, int size) {
     MGlobal::executeCommand(text, false, false);
 }
 
+/// New elements one after the other: the list is empty before each round.
 void setWeightsOneByOne(benchmark::State& state, int size) {
     const BenchScene& scene = BenchScene::of(size);
-    const MPlug weights =
+    MPlug weights =
         MFnDependencyNode(scene.blendShape).findPlug("inputTarget", false).elementByLogicalIndex(0).child(1);
+    state.PauseTiming();
+    MObject empty = MFnDoubleArrayData().create(MDoubleArray());
+    weights.setValue(empty);
+    state.ResumeTiming();
     const unsigned int count = scene.vertices.length();
     for (unsigned int k = 0; k < count; ++k)
         weights.elementByLogicalIndex(k).setFloat(0.5F);
-    state.PauseTiming();
-    MGlobal::executeCommand("removeMultiInstance bs.it[0].bw[0]", false, false);
-    state.ResumeTiming();
 }
 
 void evaluate(benchmark::State& state, int size) {

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "api/access.h"
+#include "platform/program.h"
 
 namespace host::api {
 
@@ -43,11 +44,12 @@ std::vector<fs::path> searchFolders() {
         if (end > 0) folders.push_back(fs::u8path(rest.substr(0, end)));
         rest.erase(0, end + 1);
     }
+    folders.push_back(fs::u8path(platform::programFolder()));
     return folders;
 }
 
-/// The file meant by a name: as it stands or with a plug-in suffix, here or on the search path; empty when
-/// there is none.
+/// The file meant by a name: as it stands or with a plug-in suffix, here, on the search path or beside the
+/// program; empty when there is none.
 fs::path findFile(const std::string& file) {
     const fs::path wanted = fs::u8path(file);
     std::vector<std::string> suffixes{""};
@@ -92,7 +94,8 @@ mel::CommandResult PluginLoader::load(const std::string& file) {
     }
     const fs::path path = findFile(file);
     if (path.empty())
-        return mel::CommandResult::failure("Plug-in, \"" + file + "\", was not found on MAYA_PLUG_IN_PATH.");
+        return mel::CommandResult::failure("Plug-in, \"" + file +
+                                           "\", was not found on MAYA_PLUG_IN_PATH or beside the program.");
     platform::LibraryResult opened = platform::openLibrary(path.u8string());
     if (opened.library == nullptr)
         return mel::CommandResult::failure("Unable to load plug-in \"" + path.u8string() +

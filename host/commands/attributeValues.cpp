@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 #include "mel/numberText.h"
@@ -46,21 +47,30 @@ std::array<double, Size> readNumbers(ValueWords& words) {
     return numbers;
 }
 
+/// Most components that a list may name: those who read it make one number of each.
+constexpr std::int64_t kMaxComponents = 100'000'000;
+
 graph::DataPtr readComponentList(ValueWords& words) {
     auto list = std::make_shared<graph::ComponentListData>();
     // Files leave the count of an empty list out.
     if (words.atEnd()) return list;
     const std::size_t count = entryCount(words);
     list->reserve(std::min(count, words.left()));
+    std::int64_t components = 0;
     for (std::size_t k = 0; k < count && words.ok(); ++k) {
         const std::string_view text = words.word();
         if (!words.ok()) break;
         const auto entry = graph::parseComponentWord(text);
-        if (entry) {
-            list->appendRun(entry->kind, entry->run.first, entry->run.last);
-        } else {
+        if (!entry) {
             words.reject();
+            break;
         }
+        if (!entry->all) components += static_cast<std::int64_t>(entry->run.last) - entry->run.first + 1;
+        if (components > kMaxComponents) {
+            words.reject("the range is too large");
+            break;
+        }
+        list->appendRun(entry->kind, entry->run.first, entry->run.last);
     }
     return list;
 }
@@ -146,10 +156,11 @@ const Value* ValueWords::next() {
     return nullptr;
 }
 
-void ValueWords::reject() {
+void ValueWords::reject(const std::string& why) {
     if (!ok()) return;
     error_ = "setAttr: Error reading data element number " + std::to_string(at_ - first_) + ": ";
     if (at_ > first_ && at_ <= words_.size()) error_ += words_[at_ - 1].toString();
+    if (!why.empty()) error_ += " (" + why + ')';
 }
 
 double ValueWords::number() {

@@ -31,8 +31,8 @@ class ValueWords {
     std::string text();
     /// The next value without a copy when it is a string; empty and an error when it is none.
     std::string_view word();
-    /// Says that the value read last does not fit.
-    void reject();
+    /// Says that the value read last does not fit, with what is wrong with it where that is not plain.
+    void reject(const std::string& why = {});
 
   private:
     const Value* next();

@@ -160,7 +160,8 @@ void registerBlendShapeCommands(mel::CommandRegistry& registry) {
     syntax.flag("n", "name", {kText}).flag("foc", "frontOfChain").flag("o", "origin", {kText});
     syntax.flag("tc", "topologyCheck", {kSwitch}).flag("en", "envelope", {kReal});
     syntax.multiUseFlag("w", "weight", {ArgumentType::Unsigned, kReal});
-    syntax.multiUseFlag("t", "target", {kText, ArgumentType::Unsigned, kText, kReal});
+    // A whole number argument would bring a weight index that is too large silently into range.
+    syntax.multiUseFlag("t", "target", {kText, kReal, kText, kReal});
     syntax.flag("ib", "inBetween").flag("ibt", "inBetweenType", {kText}).flag("rm", "remove");
     syntax.flag("wc", "weightCount", {ArgumentType::Unsigned}).multiUseFlag("g", "geometry", {kText});
     syntax.enableQuery().enableEdit().objects(ObjectKind::Strings);

@@ -1,5 +1,8 @@
 #include "commands/blendShapeEdit.h"
 
+#include <cmath>
+#include <limits>
+
 #include "commands/meshSupport.h"
 #include "commands/transformSupport.h"
 #include "nodes/deformers.h"
@@ -18,6 +21,10 @@ struct TargetWords {
     double fullWeight = 1.0;
 };
 
+bool isWeightIndex(double index) {
+    return index >= 0.0 && index <= std::numeric_limits<int>::max() && index == std::floor(index);
+}
+
 Found<TargetWords> targetWords(graph::Graph& graph, const NodeRef& blendShape,
                                const std::vector<Value>& words) {
     const std::string baseName = words[0].toString();
@@ -26,6 +33,10 @@ Found<TargetWords> targetWords(graph::Graph& graph, const NodeRef& blendShape,
     const int baseIndex = nodes::geometryIndexOf(graph, blendShape, base.value);
     if (baseIndex < 0)
         return {{}, "blendShape: " + baseName + " is not deformed by " + blendShape->name() + '.'};
+    if (!isWeightIndex(words[1].toFloat()))
+        return {{}, "blendShape: The weight index " + words[1].toString() + " is out of range."};
+    if (nodes::itemIndex(words[3].toFloat()) == 0)
+        return {{}, "blendShape: The full weight " + words[3].toString() + " is out of range."};
     return {{baseIndex, words[1].toInt(), words[2].toString(), words[3].toFloat()}, {}};
 }
 

@@ -136,6 +136,11 @@ Found<graph::PlugMatch> findOnePlug(graph::Graph& graph, const std::string& name
     return {match, {}};
 }
 
+std::int64_t rangeLength(const graph::PlugMatch& match) {
+    const std::int64_t first = match.plug.logicalIndex();
+    return first < 0 || match.last <= first ? 1 : match.last - first + 1;
+}
+
 bool isLocked(const graph::Plug& plug) {
     const graph::Node& node = *plug.node();
     if (node.states().empty()) return false;

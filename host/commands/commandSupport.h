@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -46,6 +47,9 @@ std::vector<graph::NodeRef> nodesOf(const std::vector<graph::SelectionItem>& ite
 /// A plug by name. "mesh.vtx[3:5]" stands for the shape's pnts; ".attribute" alone belongs to the first
 /// selected node.
 Found<graph::PlugMatch> findOnePlug(graph::Graph& graph, const std::string& name);
+
+/// Number of elements that the plug's name stands for: 1 without a range.
+std::int64_t rangeLength(const graph::PlugMatch& match);
 
 /// Whether a plug, or an array or compound that it lies in, is locked.
 bool isLocked(const graph::Plug& plug);

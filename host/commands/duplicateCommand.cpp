@@ -14,8 +14,7 @@ namespace {
 void copyShading(graph::Graph& graph, const graph::NodeRef& from, const graph::NodeRef& to) {
     for (const graph::NodeRef& set : nodes::setsOf(graph, from)) {
         if (!set->isA("shadingEngine")) continue;
-        for (graph::SelectionItem& member : nodes::members(graph, set)) {
-            if (member.node != from) continue;
+        for (graph::SelectionItem& member : nodes::membersFrom(graph, set, from)) {
             member.node = to;
             nodes::addToSet(graph, set, member);
         }

@@ -9,6 +9,9 @@ namespace host::commands {
 
 namespace {
 
+/// Most elements that one range may ask for; the result has some numbers of each.
+constexpr std::int64_t kMaxRange = 50'000'000;
+
 bool isWhole(graph::ValueKind kind) {
     return kind == graph::ValueKind::Bool || kind == graph::ValueKind::Int || kind == graph::ValueKind::Enum;
 }
@@ -105,15 +108,19 @@ CommandResult readValue(graph::Graph& graph, const graph::PlugMatch& match, bool
     graph::Plug plug = match.plug;
     // A computed multi ("worldMatrix") has no stored elements; its first one is meant.
     if (plug.isArray() && plug.attribute().isOutput()) plug = plug.element(0);
-    const int first = plug.logicalIndex();
-    const bool isRange = first >= 0 && match.last > first;
+    const std::int64_t length = rangeLength(match);
+    const bool isRange = length > 1;
     if (!isRange && !plug.isArray()) return readOne(graph, plug, asString);
     if (plug.attribute().kind() == graph::ValueKind::Message)
         return CommandResult::failure("getAttr: Message attributes have no data values.");
+    if (length > kMaxRange) {
+        return CommandResult::failure("getAttr: The range of '" + graph.plugName(plug) + "' to index " +
+                                      std::to_string(match.last) + " is too large.");
+    }
     ValueCollector collector(graph);
     std::string error = isRange ? std::string() : collector.collect(plug);
-    for (int index = first; isRange && index <= match.last && error.empty(); ++index)
-        error = collector.collect(plug.array().element(index));
+    for (std::int64_t k = 0; isRange && k < length && error.empty(); ++k)
+        error = collector.collect(plug.array().element(plug.logicalIndex() + static_cast<int>(k)));
     return error.empty() ? CommandResult::success(collector.take()) : CommandResult::failure(error);
 }
 

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "commands/attributeValues.h"
@@ -17,16 +19,13 @@ struct Writes {
     std::vector<std::pair<graph::Plug, graph::DataPtr>> data;
 };
 
-/// The elements that a name with a range stands for; the plug itself without one.
-std::vector<graph::Plug> elementsOf(const graph::PlugMatch& match) {
-    const int first = match.plug.logicalIndex();
-    if (first < 0 || match.last <= first) return {match.plug};
-    std::vector<graph::Plug> plugs;
-    plugs.reserve(static_cast<std::size_t>(match.last - first) + 1);
-    const graph::Plug array = match.plug.array();
-    for (int index = first; index <= match.last; ++index)
-        plugs.push_back(array.element(index));
-    return plugs;
+/// Most elements of a range whose state can be set: each keeps one of its own.
+constexpr std::int64_t kMaxStates = 1'000'000;
+
+/// The element at a position of a name with a range; the plug itself without one.
+graph::Plug elementOf(const graph::PlugMatch& match, std::int64_t position) {
+    if (position == 0) return match.plug;
+    return match.plug.array().element(match.plug.logicalIndex() + static_cast<int>(position));
 }
 
 bool isHeldBelow(const graph::Graph& graph, const graph::Plug& plug) {
@@ -45,17 +44,37 @@ bool isWritable(const graph::Graph& graph, const graph::Plug& plug) {
     return !isLocked(plug) && !hasSource(graph, plug) && !isHeldBelow(graph, plug);
 }
 
+/// Numbers without a field between those of others have an empty name.
+bool hasField(const std::vector<std::string>& names, double value) {
+    return value >= 0.0 && value < static_cast<double>(names.size()) &&
+           !names[static_cast<std::size_t>(value)].empty();
+}
+
 /// Brings a number into the attribute's range, or says why it cannot go there.
 std::string fitNumber(const graph::Graph& graph, const graph::Plug& plug, bool clamps, double& value) {
     const graph::AttributeSpec& spec = plug.attribute().spec();
+    std::optional<double> minimum = spec.minimum;
+    std::optional<double> maximum = spec.maximum;
+    const std::vector<std::string>& names = spec.enumNames;
     if (spec.kind == graph::ValueKind::Int || spec.kind == graph::ValueKind::Enum) {
         constexpr double kLimit = std::numeric_limits<int>::max();
         value = std::clamp(value, -kLimit - 1.0, kLimit);
     }
-    const bool isLow = spec.minimum && value < *spec.minimum;
-    const bool isHigh = spec.maximum && value > *spec.maximum;
-    if (!isLow && !isHigh) return {};
-    const double limit = isLow ? *spec.minimum : *spec.maximum;
+    if (!names.empty()) {
+        value = std::trunc(value);
+        const auto first =
+            std::find_if(names.begin(), names.end(), [](const auto& field) { return !field.empty(); });
+        minimum = static_cast<double>(first - names.begin());
+        maximum = static_cast<double>(names.size() - 1);
+    }
+    const bool isLow = minimum && value < *minimum;
+    const bool isHigh = maximum && value > *maximum;
+    if (!isLow && !isHigh) {
+        if (names.empty() || hasField(names, value)) return {};
+        return "setAttr: The attribute '" + graph.plugName(plug) + "' has no field of value " +
+               Value(value).toString() + '.';
+    }
+    const double limit = isLow ? *minimum : *maximum;
     if (!clamps) {
         return "setAttr: Cannot set the attribute '" + graph.plugName(plug) + "' past its " +
                (isLow ? "minimum" : "maximum") + " value of " +
@@ -94,6 +113,11 @@ class ValueReader {
     }
 
     bool atEnd() const { return words_.atEnd(); }
+    /// The error of a line that ends before its plugs do.
+    std::string missingValue() {
+        words_.text();
+        return words_.error();
+    }
     Writes& writes() { return writes_; }
 
   private:
@@ -142,7 +166,11 @@ class ValueReader {
 std::string writeValues(graph::Graph& graph, const graph::PlugMatch& match,
                         const ParsedArguments& arguments) {
     ValueReader reader(graph, arguments);
-    for (const graph::Plug& plug : elementsOf(match)) {
+    const std::int64_t length = rangeLength(match);
+    for (std::int64_t k = 0; k < length; ++k) {
+        // No further than there are values: the name may stand for far more elements.
+        if (k > 0 && reader.atEnd()) return reader.missingValue();
+        const graph::Plug plug = elementOf(match, k);
         if (!isWritable(graph, plug)) {
             return "setAttr: The attribute '" + graph.plugName(plug) +
                    "' is locked or connected and cannot be modified.";
@@ -184,12 +212,16 @@ std::string writeAliases(graph::Graph& graph, const ParsedArguments& arguments) 
     return {};
 }
 
-void applyState(graph::Graph& graph, const graph::Plug& plug, const ParsedArguments& arguments) {
-    graph::PlugState state = plug.node()->state(plug.key());
-    state.isLocked = arguments.boolean("lock", state.isLocked);
-    state.isKeyable = arguments.boolean("keyable", state.isKeyable);
-    state.isInChannelBox = arguments.boolean("channelBox", state.isInChannelBox);
-    graph.setState(plug, state);
+void applyStates(graph::Graph& graph, const graph::PlugMatch& match, const ParsedArguments& arguments) {
+    const std::int64_t length = rangeLength(match);
+    for (std::int64_t k = 0; k < length; ++k) {
+        const graph::Plug plug = elementOf(match, k);
+        graph::PlugState state = plug.node()->state(plug.key());
+        state.isLocked = arguments.boolean("lock", state.isLocked);
+        state.isKeyable = arguments.boolean("keyable", state.isKeyable);
+        state.isInChannelBox = arguments.boolean("channelBox", state.isInChannelBox);
+        graph.setState(plug, state);
+    }
 }
 
 CommandResult setAttr(CommandContext& context, const ParsedArguments& arguments) {
@@ -204,19 +236,17 @@ CommandResult setAttr(CommandContext& context, const ParsedArguments& arguments)
         arguments.isSet("lock") || arguments.isSet("keyable") || arguments.isSet("channelBox");
     // A lock that is taken off comes off before the value is set, one that is put on comes after it.
     const bool locks = arguments.boolean("lock");
-    if (setsState && !locks) {
-        for (const graph::Plug& plug : elementsOf(found.value))
-            applyState(graph, plug, arguments);
+    if (setsState && rangeLength(found.value) > kMaxStates) {
+        return CommandResult::failure("setAttr: The range of '" + graph.plugName(found.value.plug) +
+                                      "' to index " + std::to_string(found.value.last) + " is too large.");
     }
+    if (setsState && !locks) applyStates(graph, found.value, arguments);
     const bool isSizeOnly = arguments.isSet("size") || arguments.isSet("capacityHint") || setsState;
     if (arguments.objects().size() > 1 || arguments.isSet("type") || !isSizeOnly) {
         std::string error = writeValues(graph, found.value, arguments);
         if (!error.empty()) return CommandResult::failure(std::move(error));
     }
-    if (setsState && locks) {
-        for (const graph::Plug& plug : elementsOf(found.value))
-            applyState(graph, plug, arguments);
-    }
+    if (setsState && locks) applyStates(graph, found.value, arguments);
     return CommandResult::success();
 }
 

@@ -42,6 +42,7 @@ std::string obstacle(graph::Graph& graph, const graph::NodeRef& blendShape, cons
     const int baseIndex = item.key().indices[0];
     const int weightIndex = item.key().indices[1];
     const std::string& name = blendShape->name();
+    if (item.logicalIndex() == 0) return "The full weight is out of range";
     if (item.logicalIndex() == itemIndex(0.0)) return "A target cannot have a full weight of 0";
     if (!graph.hasElement(blendShape->plug("outputGeometry").element(baseIndex)))
         return name + " has no base object of index " + std::to_string(baseIndex);

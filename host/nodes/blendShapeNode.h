@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -8,9 +9,11 @@
 
 namespace host::nodes {
 
-/// Index of an inputTargetItem for a weight: 6000 for 1, 5500 for 0.5.
+/// Index of an inputTargetItem for a weight: 6000 for 1, 5500 for 0.5. Items begin at 1; 0 means that the
+/// weight has none, being below -4.999, too large or no number.
 inline int itemIndex(double weight) {
-    return static_cast<int>(std::lround(5000.0 + 1000.0 * weight));
+    const double index = std::round(5000.0 + 1000.0 * weight);
+    return index >= 1.0 && index <= std::numeric_limits<int>::max() ? static_cast<int>(index) : 0;
 }
 inline double itemWeight(int itemIndex) {
     return (itemIndex - 5000) / 1000.0;
@@ -27,9 +30,9 @@ struct TargetResult {
 /// Connects a target mesh. A weight index that is new gets its weight, 0, and an alias: the name of the
 /// target's transform, made unique. An in-between goes under an existing index and gets no alias.
 ///
-/// Fails, changing nothing, when the base index does not exist, the item is taken, the weight is 0, an
-/// in-between is asked for under an index that does not exist, or topologyCheck is on and the numbers of
-/// vertices, edges or faces differ.
+/// Fails, changing nothing, when the base index does not exist, the item is taken, the weight is 0
+/// or has no item, an in-between is asked for under an index that does not exist, or topologyCheck is on and
+/// the numbers of vertices, edges or faces differ.
 /// @param fullWeight  weight at which the target has its full effect
 TargetResult addTarget(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex, int weightIndex,
                        const graph::NodeRef& targetShape, double fullWeight, bool inBetween);

@@ -42,22 +42,50 @@ void setComponents(graph::Graph& graph, const graph::Plug& objectGroup,
     graph.setData(objectGroup.child(0), std::move(list));
 }
 
+bool isMemberAttribute(const graph::Attribute& attribute) {
+    return attribute.longName() == "dagSetMembers" || attribute.longName() == "dnSetMembers";
+}
+
+/// Appends what a member plug of a set stands for: nothing when nothing feeds it.
+void appendMemberships(graph::Graph& graph, const graph::Plug& member, std::vector<Membership>& result) {
+    const graph::Plug source = graph.source(member);
+    if (!source) return;
+    if (source.attribute().longName() != "objectGroups") {
+        result.push_back({member, source, {source.node(), {}, {}}});
+        return;
+    }
+    for (graph::Component& component : componentsOf(graph, source))
+        result.push_back({member, source, {source.node(), {}, std::move(component)}});
+}
+
 std::vector<Membership> memberships(graph::Graph& graph, const graph::NodeRef& set) {
     std::vector<Membership> result;
     for (const char* name : {"dagSetMembers", "dnSetMembers"}) {
         const graph::Plug array = set->plug(name);
-        for (const int index : graph.elements(array)) {
-            const graph::Plug member = array.element(index);
-            const graph::Plug source = graph.source(member);
-            if (!source) continue;
-            if (source.attribute().longName() != "objectGroups") {
-                result.push_back({member, source, {source.node(), {}, {}}});
-                continue;
-            }
-            for (graph::Component& component : componentsOf(graph, source))
-                result.push_back({member, source, {source.node(), {}, std::move(component)}});
+        for (const int index : graph.elements(array))
+            appendMemberships(graph, array.element(index), result);
+    }
+    return result;
+}
+
+/// The part of `memberships` that is about one node, in the same order, found from the node's side: sets
+/// may have thousands of members, a node is in few sets.
+std::vector<Membership> membershipsOf(graph::Graph& graph, const graph::NodeRef& set,
+                                      const graph::NodeRef& node) {
+    std::vector<graph::Plug> plugs;
+    for (const auto& entry : node->outgoing()) {
+        for (const graph::Link& link : entry.second) {
+            if (link.node == set.get() && isMemberAttribute(*link.key.attribute))
+                plugs.emplace_back(set, link.key);
         }
     }
+    std::sort(plugs.begin(), plugs.end(), [](const graph::Plug& a, const graph::Plug& b) {
+        const int order = a.attribute().longName().compare(b.attribute().longName());
+        return order != 0 ? order < 0 : a.logicalIndex() < b.logicalIndex();
+    });
+    std::vector<Membership> result;
+    for (const graph::Plug& plug : plugs)
+        appendMemberships(graph, plug, result);
     return result;
 }
 
@@ -72,7 +100,7 @@ bool overlap(const graph::SelectionItem& a, const graph::SelectionItem& b) {
 
 std::vector<Membership> overlapping(graph::Graph& graph, const graph::NodeRef& set,
                                     const graph::SelectionItem& item) {
-    std::vector<Membership> result = memberships(graph, set);
+    std::vector<Membership> result = membershipsOf(graph, set, item.node);
     result.erase(std::remove_if(result.begin(), result.end(),
                                 [&](const Membership& entry) { return !overlap(entry.item, item); }),
                  result.end());
@@ -124,8 +152,8 @@ void addMember(graph::Graph& graph, const graph::NodeRef& set, const graph::Sele
         }
         return;
     }
-    for (const Membership& entry : memberships(graph, set)) {
-        if (entry.item.node != node || !entry.item.component) continue;
+    for (const Membership& entry : membershipsOf(graph, set, node)) {
+        if (!entry.item.component) continue;
         std::vector<graph::Component> components = componentsOf(graph, entry.source);
         const auto same = std::find_if(components.begin(), components.end(), [&](const auto& other) {
             return other.kind() == item.component->kind();
@@ -158,6 +186,14 @@ std::vector<graph::SelectionItem> members(graph::Graph& graph, const graph::Node
     return items;
 }
 
+std::vector<graph::SelectionItem> membersFrom(graph::Graph& graph, const graph::NodeRef& set,
+                                              const graph::NodeRef& node) {
+    std::vector<graph::SelectionItem> items;
+    for (Membership& entry : membershipsOf(graph, set, node))
+        items.push_back(std::move(entry.item));
+    return items;
+}
+
 graph::SelectionItem memberFor(const graph::Graph& graph, const graph::NodeRef& set,
                                const graph::SelectionItem& item) {
     if (!set->isA("shadingEngine") || !item.isWholeNode()) return item;
@@ -180,8 +216,7 @@ std::vector<graph::NodeRef> setsOf(graph::Graph& graph, const graph::NodeRef& no
     std::vector<graph::NodeRef> sets;
     for (const graph::Connection& connection : graph.connections(*node)) {
         const graph::NodeRef& set = connection.destination.node();
-        const std::string& attribute = connection.destination.attribute().longName();
-        if (attribute != "dagSetMembers" && attribute != "dnSetMembers") continue;
+        if (!isMemberAttribute(connection.destination.attribute())) continue;
         if (std::find(sets.begin(), sets.end(), set) == sets.end()) sets.push_back(set);
     }
     std::sort(sets.begin(), sets.end(), [](const auto& a, const auto& b) { return a->id() < b->id(); });

@@ -11,6 +11,10 @@ namespace host::nodes {
 
 /// Members in the order of the set's plugs, components as items with their shape.
 std::vector<graph::SelectionItem> members(graph::Graph& graph, const graph::NodeRef& set);
+/// Those of the members that are this node or components of it. Linear in the node's own connections, however
+/// large the set is.
+std::vector<graph::SelectionItem> membersFrom(graph::Graph& graph, const graph::NodeRef& set,
+                                              const graph::NodeRef& node);
 /// What would be a member in place of the item: for a shading group the shape, otherwise the item itself. The
 /// node is null when there is nothing to add.
 graph::SelectionItem memberFor(const graph::Graph& graph, const graph::NodeRef& set,

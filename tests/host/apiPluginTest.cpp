@@ -47,6 +47,15 @@ TEST_F(PluginTest, LoadingRegistersCommandsAndUnloadingRemovesThem) {
     EXPECT_FALSE(loader.unload("apiTestPlugin", false).ok);
 }
 
+TEST_F(PluginTest, APlainNameIsFoundBesideTheProgram) {
+    for (int round = 0; round < 2; ++round) {
+        const host::mel::CommandResult loaded = loader.load("apiTestPlugin");
+        ASSERT_TRUE(loaded.ok) << loaded.error;
+        EXPECT_EQ(loader.describe("apiTestPlugin")->path.rfind(kFile, 0), 0U);
+        EXPECT_TRUE(loader.unload("apiTestPlugin", false).ok);
+    }
+}
+
 TEST_F(PluginTest, LoadingTwiceWarns) {
     ASSERT_TRUE(load());
     EXPECT_TRUE(load());
@@ -87,7 +96,7 @@ TEST_F(PluginTest, APluginThatWillNotGoStaysUnlessForced) {
 
 TEST_F(PluginTest, WhatIsNoPluginIsNamedInTheError) {
     EXPECT_EQ(loader.load("nowhere/nothing").error,
-              "Plug-in, \"nowhere/nothing\", was not found on MAYA_PLUG_IN_PATH.");
+              "Plug-in, \"nowhere/nothing\", was not found on MAYA_PLUG_IN_PATH or beside the program.");
     const std::string source = std::string(DELVEN_SOURCE_DIR) + "/CMakeLists.txt";
     EXPECT_EQ(loader.load(source).error.rfind("Unable to load plug-in \"" + source, 0), 0U);
     EXPECT_TRUE(loader.loaded().empty());
