@@ -1,5 +1,5 @@
-// Time against size: the module's work beside its floor, and the host's own. `make bench` runs it; Google
-// Benchmark's flags (--benchmark_filter=...) choose rows.
+// Time against size: the module's work beside its floor, and the host's own. Google Benchmark's flags
+// (--benchmark_filter=...) choose rows.
 
 #include <benchmark/benchmark.h>
 
