@@ -12,6 +12,7 @@ int main(int argc, char** argv) {
     addTargetDataRows();
     addExtractionRows();
     addSceneRows();
+    addVertexOrderRows();
     TableReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.printTable();

@@ -4,3 +4,4 @@
 void addTargetDataRows();
 void addExtractionRows();
 void addSceneRows();
+void addVertexOrderRows();

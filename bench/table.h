@@ -16,7 +16,8 @@ using Work = std::function<void(benchmark::State& state, int vertices)>;
 
 /// A row of the module: its time against a floor, the fewest host calls that give the same result, measured
 /// in the same run.
-void addModuleRow(const std::string& name, const Work& module, const Work& floor);
+/// @param factor  how many times its floor the row may cost at the largest size
+void addModuleRow(const std::string& name, const Work& module, const Work& floor, double factor = 1.3);
 
 /// A row of the host alone: its time per vertex.
 void addHostRow(const std::string& name, const Work& work);

@@ -6,6 +6,7 @@
 
 #include "blendShapeExtractTarget.h"
 #include "getBlendShapeIndices.h"
+#include "polyMapVertexOrder.h"
 
 namespace {
 
@@ -23,6 +24,7 @@ struct Registration {
 constexpr Registration kCommands[] = {
     {blendShapeExtractTarget::kName, blendShapeExtractTarget::creator, blendShapeExtractTarget::newSyntax},
     {getBlendShapeIndices::kName, getBlendShapeIndices::creator, getBlendShapeIndices::newSyntax},
+    {polyMapVertexOrder::kName, polyMapVertexOrder::creator, polyMapVertexOrder::newSyntax},
 };
 
 }  // namespace

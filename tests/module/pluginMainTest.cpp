@@ -11,7 +11,7 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-const Strings kNames{"dv_blendShapeExtractTarget", "dv_getBlendShapeIndices"};
+const Strings kNames{"dv_blendShapeExtractTarget", "dv_getBlendShapeIndices", "dv_polyMapVertexOrder"};
 
 TEST(PluginMain, RegistersAllCommandsInOrder) {
     Scene scene;

@@ -1,0 +1,244 @@
+#include "polyMapVertexOrder.h"
+
+#include <maya/MFn.h>
+#include <maya/MFnDagNode.h>
+#include <maya/MFnMesh.h>
+#include <maya/MFnSingleIndexedComponent.h>
+#include <maya/MGlobal.h>
+#include <maya/MObject.h>
+#include <maya/MPlug.h>
+#include <maya/MStringArray.h>
+
+#include "commandSupport.h"
+#include "mirrorPasses.h"
+#include "symmetryEdgeStart.h"
+#include "symmetryMesh.h"
+#include "vertexOrderMap.h"
+
+namespace {
+
+const CommandInfo& info() {
+    static const CommandInfo command{
+        polyMapVertexOrder::kName,
+        "Creates a reversed vertex order and stores it on the given target mesh.",
+        {{"-atm", "-addToMap", MSyntax::kNoArg, "add to the map based on two selected edges"},
+         {"-a", "-axis", MSyntax::kString, "symmetry axis"},
+         {"-ck", "-check", MSyntax::kNoArg,
+          "check if all mapping indices are set; selects the symmetric components if vertices are selected"},
+         {"-ct", "-copyTo", MSyntax::kString, "copy the vertex mapping to the given mesh"},
+         {"-sl", "-select", MSyntax::kNoArg, "select all found components"},
+         {"-sm", "-selectMapped", MSyntax::kNoArg, "select all mapped components"},
+         {"-su", "-selectUnmapped", MSyntax::kNoArg, "select all unmapped components"},
+         {"-tol", "-tolerance", MSyntax::kDouble, "tolerance value (optional, default: 0.0001)"},
+         {"-v", "-verbose", MSyntax::kLong,
+          "output info to the script editor (0: none, 1: simple, 2: full)"}},
+        "dv_polyMapVertexOrder -a <string> -tol <float> polyName",
+        "int"};
+    return command;
+}
+
+/// The name and the lines that edges without two faces are reported with; users look for them in their logs.
+constexpr const char* kReportFile = "polyMapVertexOrder";
+constexpr int kBuildLine = 342;
+constexpr int kExtendLine = 385;
+
+/// The result where there is no usable map, or nothing could be mapped.
+constexpr int kNoMap = -1;
+
+MStatus fail(const MString& text, const MStatus& status = MS::kFailure) {
+    return reportError(text, ErrorResult::kNothing, ErrorSink::kCommand, status);
+}
+
+}  // namespace
+
+void* polyMapVertexOrder::creator() {
+    return new polyMapVertexOrder();
+}
+
+MSyntax polyMapVertexOrder::newSyntax() {
+    return makeSyntax(info());
+}
+
+MStatus polyMapVertexOrder::doIt(const MArgList& arguments) {
+    const MArgDatabase database(syntax(), arguments);
+    if (answerHelp(database, info())) return MS::kSuccess;
+    readFlags(database);
+    MSelectionList objects;
+    MStatus status = database.getObjects(objects);
+    if (!status) return fail("Error getting objects", status);
+    if (objects.isEmpty()) return fail("No mesh provided.");
+    status = readMesh(objects);
+    return status ? redoIt() : status;
+}
+
+void polyMapVertexOrder::readFlags(const MArgDatabase& arguments) {
+    addsToMap_ = arguments.isFlagSet("-atm");
+    readFlag(arguments, "-a", axis_);
+    checks_ = arguments.isFlagSet("-ck");
+    copies_ = arguments.isFlagSet("-ct");
+    readFlag(arguments, "-ct", copyTarget_);
+    selectsFound_ = arguments.isFlagSet("-sl");
+    selectsMapped_ = arguments.isFlagSet("-sm");
+    selectsUnmapped_ = arguments.isFlagSet("-su");
+    readFlag(arguments, "-tol", tolerance_);
+    readFlag(arguments, "-v", verbose_);
+}
+
+/// Takes the mesh and its components from the first object; further ones are ignored.
+MStatus polyMapVertexOrder::readMesh(const MSelectionList& objects) {
+    MStringArray names;
+    objects.getSelectionStrings(0, names);
+    const MString name = names.length() > 0 ? names[0] : MString();
+    MObject node;
+    objects.getDependNode(0, node);
+    if (node.hasFn(MFn::kTransform)) {
+        const MFnDagNode transform(node);
+        if (transform.childCount() == 0) return fail(name + " has no shape node.");
+        node = transform.child(0);
+    }
+    if (!node.hasFn(MFn::kMesh)) return fail(name + " is not a mesh object.");
+    MObject component;
+    objects.getDagPath(0, mesh_, component);
+    // A transform with several shapes has no way on from it but to the one that was found.
+    if (!mesh_.extendToShape()) mesh_.push(node);
+    readComponent(component);
+    return MS::kSuccess;
+}
+
+void polyMapVertexOrder::readComponent(MObject& component) {
+    areVerticesSelected_ = component.hasFn(MFn::kMeshVertComponent);
+    if (areVerticesSelected_) MFnSingleIndexedComponent(component).getElements(selectedVertices_);
+    if (component.hasFn(MFn::kMeshEdgeComponent)) {
+        MFnSingleIndexedComponent(component).getElements(selectedEdges_);
+    }
+}
+
+MStatus polyMapVertexOrder::redoIt() {
+    std::vector<SymmetryStart> starts;
+    MStatus status = startAtSelectedEdges(starts);
+    if (!status) return status;
+    MPlug plug;
+    const bool hasMap = findVertexOrderMap(mesh_, plug);
+    const MIntArray map = hasMap ? readVertexOrderMap(plug) : MIntArray();
+    return isQuery() ? query(hasMap, map) : buildMap(starts, map);
+}
+
+/// A start for every selected edge; when a map is extended, only for a single one. Also where the mode of the
+/// command has no use for it: scripts get the warning about an edge that has not two faces in every mode.
+MStatus polyMapVertexOrder::startAtSelectedEdges(std::vector<SymmetryStart>& starts) const {
+    if (addsToMap_ && selectedEdges_.length() != 1) return MS::kSuccess;
+    for (unsigned int k = 0; k < selectedEdges_.length(); ++k) {
+        SymmetryStart start;
+        const MStatus status = centreEdgeStart(mesh_, selectedEdges_[k], start);
+        if (!status) {
+            status.pAPIerror(kReportFile, addsToMap_ ? kExtendLine : kBuildLine);
+            return status;
+        }
+        starts.push_back(start);
+    }
+    return MS::kSuccess;
+}
+
+MStatus polyMapVertexOrder::query(bool hasMap, const MIntArray& map) {
+    const bool isUsable =
+        hasMap && map.length() > 0 && map.length() == static_cast<unsigned int>(MFnMesh(mesh_).numVertices());
+    if (!isUsable) {
+        setResult(kNoMap);
+        return MS::kSuccess;
+    }
+    if (!checks_ && !selectsMapped_ && !selectsUnmapped_) return copyMap(map);
+    if (!checks_ || areVerticesSelected_) {
+        select(map);
+        return MS::kSuccess;
+    }
+    int unmapped = 0;
+    for (unsigned int k = 0; k < map.length(); ++k)
+        unmapped += map[k] == kUnmapped ? 1 : 0;
+    setResult(unmapped);
+    return MS::kSuccess;
+}
+
+/// The other mesh must be named by its shape; its vertex count does not matter.
+MStatus polyMapVertexOrder::copyMap(const MIntArray& map) const {
+    MSelectionList list;
+    list.add(copyTarget_);
+    MObject node;
+    list.getDependNode(0, node);
+    if (!node.hasFn(MFn::kMesh)) return fail(copyTarget_ + " is not a mesh object.");
+    MDagPath target;
+    list.getDagPath(0, target);
+    const MStatus status = writeVertexOrderMap(target, map);
+    if (status) setResult(1);
+    return status;
+}
+
+/// Selects the selected vertices with their partners, else all that are mapped, else all that are not.
+void polyMapVertexOrder::select(const MIntArray& map) const {
+    std::vector<int> vertices;
+    if (checks_) {
+        for (unsigned int k = 0; k < selectedVertices_.length(); ++k) {
+            const int vertex = selectedVertices_[k];
+            vertices.push_back(vertex);
+            vertices.push_back(map[static_cast<unsigned int>(vertex)]);
+        }
+    } else {
+        for (unsigned int k = 0; k < map.length(); ++k) {
+            if ((map[k] != kUnmapped) == selectsMapped_) vertices.push_back(static_cast<int>(k));
+        }
+    }
+    selectComponents(mesh_, {}, vertices);
+}
+
+MStatus polyMapVertexOrder::buildMap(std::vector<SymmetryStart>& starts, const MIntArray& stored) {
+    SymmetryMesh mesh(mesh_, axisIndex(axis_), tolerance_);
+    bool hasErrors = false;
+    MStatus status = findStarts(mesh, starts, hasErrors);
+    if (!status) return status;
+    const auto vertexCount = static_cast<std::size_t>(mesh.topology().vertexCount());
+    if (addsToMap_ && stored.length() != vertexCount) {
+        setResult(kNoMap);
+        return fail("Unable to extend the order mapping because the vertex count has changed.");
+    }
+    std::vector<int> map(vertexCount, kUnmapped);
+    if (addsToMap_ && vertexCount > 0) stored.get(map.data());
+    int walkedCount = 0;
+    status = walkStarts(mesh.topology(), starts, map, walkedCount);
+    if (!status) return status;
+    status = writeVertexOrderMap(mesh_, MIntArray(map.data(), static_cast<unsigned int>(vertexCount)));
+    if (!status) return status;
+    setResult(addsToMap_ || walkedCount > 0 ? 1 : kNoMap);
+    if (hasErrors) showHowToGetDetails(mesh.tolerance());
+    return MS::kSuccess;
+}
+
+MStatus polyMapVertexOrder::findStarts(SymmetryMesh& mesh, std::vector<SymmetryStart>& starts,
+                                       bool& hasErrors) const {
+    const SymmetryOptions options{verbose_, selectsFound_};
+    if (!addsToMap_) {
+        findSymmetryStarts(mesh, options, starts, hasErrors);
+    } else if (selectedEdges_.length() == 2) {
+        return addEdgePairStart(mesh, {selectedEdges_[0], selectedEdges_[1]}, options, starts, hasErrors);
+    } else if (!starts.empty()) {
+        starts[0].shellFaces = mesh.shells().faceCountAt(starts[0].faceA);
+    }
+    return MS::kSuccess;
+}
+
+void polyMapVertexOrder::showHowToGetDetails(double tolerance) const {
+    MGlobal::displayInfo("One or more errors occurred while mapping the mesh.");
+    MGlobal::displayInfo(
+        "To receive more info on the failed components reload the unmapped mesh and run the following "
+        "command:");
+    MGlobal::displayInfo("dv_polyMapVertexOrder -axis " + axis_ + " -tolerance " + tolerance +
+                         " -verbose 1;");
+    MGlobal::displayInfo("For full details set the verbose flag to 2.");
+    MGlobal::displayWarning("Not all vertices have been mapped. See script editor for details.");
+}
+
+MStatus polyMapVertexOrder::undoIt() {
+    return MS::kSuccess;
+}
+
+bool polyMapVertexOrder::isUndoable() const {
+    return false;
+}

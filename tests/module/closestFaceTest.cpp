@@ -1,0 +1,81 @@
+#include "closestFace.h"
+
+#include <gtest/gtest.h>
+#include <maya/MMatrix.h>
+#include <maya/MObject.h>
+#include <maya/MSelectionList.h>
+
+#include "fixtures.h"
+#include "support/meshZoo.h"
+#include "symmetryMesh.h"
+
+namespace {
+
+std::vector<zoo::NamedMesh> meshes() {
+    using host::geometry::Matrix4;
+    const zoo::Mesh grid = zoo::openGrid(20, 20);
+    std::vector<zoo::NamedMesh> list = zoo::allMeshes();
+    list.push_back({"grid", grid});
+    // Equal distances everywhere: the first sheet wins.
+    list.push_back({"sheetsInOnePlace", host::geometry::uniteMeshes({grid, grid}).mesh});
+    list.push_back(
+        {"sheetsOneAboveTheOther",
+         host::geometry::uniteMeshes({grid, grid}, {Matrix4(), Matrix4::translation({0.5, 0.25, 0})}).mesh});
+    return list;
+}
+
+class ClosestFace : public ::testing::TestWithParam<zoo::NamedMesh> {};
+
+/// Corners, places beside them, in faces, and far away.
+std::vector<MPoint> questions(const SymmetryMesh& mesh) {
+    std::vector<MPoint> points{MPoint(100, -50, 3)};
+    for (int face = 0; face < mesh.topology().faceCount(); face += 1 + mesh.topology().faceCount() / 40) {
+        const MPoint corner = mesh.point(mesh.topology().faceVertices(face)[0]);
+        const MPoint other = mesh.point(mesh.topology().faceVertices(face)[2]);
+        for (const MPoint& point :
+             {corner, corner + (other - corner) * 0.5, corner + (other - corner) * 0.3}) {
+            points.push_back(mesh.mirrored(point));
+            points.push_back(point + MVector(0, 1e-6, 0));
+            points.push_back(point + MVector(0.01, 0.125, -0.02));
+        }
+    }
+    return points;
+}
+
+TEST_P(ClosestFace, IsThatOfTheHostForTheWholeMesh) {
+    Scene scene;
+    scene.addMesh("base", GetParam().mesh);
+    MSelectionList list;
+    list.add("baseShape");
+    MDagPath path;
+    list.getDagPath(0, path);
+    SymmetryMesh mesh(path, 0, 0.0001);
+    if (mesh.topology().faceCount() == 0) return;
+    // Boxes that hold everything cost time only.
+    const std::vector<ShellBox> boxes(static_cast<std::size_t>(mesh.shells().count()),
+                                      ShellBox{{-1e6, -1e6, -1e6}, {1e6, 1e6, 1e6}});
+    const std::string before = scene.dump();
+    MObject node = path.node();
+    MMeshIntersector intersector;
+    ASSERT_TRUE(intersector.create(node, MMatrix::identity));
+    ClosestFaceSearch lasting(path, mesh.topology(), mesh.shells(), mesh.points(), boxes);
+    for (const MPoint& point : questions(mesh)) {
+        MPointOnMesh expected;
+        ASSERT_TRUE(intersector.getClosestPoint(point, expected));
+        for (int shell = 0; shell < mesh.shells().count(); ++shell) {
+            // A new search, which does not have the host's structure yet, and one that changes over to it.
+            ClosestFaceSearch fresh(path, mesh.topology(), mesh.shells(), mesh.points(), boxes);
+            for (ClosestFaceSearch* search : {&fresh, &lasting}) {
+                int face = -1;
+                ASSERT_TRUE(search->find(point, shell, face));
+                EXPECT_EQ(face, expected.faceIndex()) << point;
+            }
+        }
+    }
+    EXPECT_EQ(scene.dump(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Zoo, ClosestFace, ::testing::ValuesIn(meshes()),
+                         [](const auto& test) { return test.param.name; });
+
+}  // namespace
