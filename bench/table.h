@@ -14,16 +14,16 @@ extern const std::vector<int> kSizes;
 /// preparations.
 using Work = std::function<void(benchmark::State& state, int vertices)>;
 
-/// A row of the module: its time against a floor, the fewest host calls that give the same result, measured
-/// in the same run.
+/// A row of the module: its time against a floor, the fewest host calls that give the same result,
+/// measured in the same run.
 /// @param factor  how many times its floor the row may cost at the largest size
 void addModuleRow(const std::string& name, const Work& module, const Work& floor, double factor = 1.3);
 
 /// A row of the host alone: its time per vertex.
 void addHostRow(const std::string& name, const Work& work);
 
-/// Prints Google Benchmark's lines as they come and keeps the best time of each row and size; the table at
-/// the end compares them.
+/// Prints Google Benchmark's lines as they come and keeps the best time of each row and size; the table
+/// at the end compares them.
 class TableReporter : public benchmark::ConsoleReporter {
   public:
     void ReportRuns(const std::vector<Run>& runs) override;

@@ -95,8 +95,8 @@ MStatus blendShapeExtractTarget::readDeltas(const MObject& blendShape, MIntArray
     return MS::kSuccess;
 }
 
-/// Bakes the deltas into a new mesh, with the help of a blend shape on copies of the original mesh that are
-/// gone afterwards.
+/// Bakes the deltas into a new mesh, with the help of a blend shape on copies of the original mesh that
+/// are gone afterwards.
 MStatus blendShapeExtractTarget::extract(const MIntArray& vertices, const MPointArray& points,
                                          MObject& extracted) {
     const MObject original = aliveObject(originalMesh_);

@@ -61,9 +61,8 @@ MStatus reportError(const MString& text, ErrorResult result, ErrorSink sink, con
 
 /// The blend-shape node that a command works on: the first of its objects, further ones are ignored.
 /// @param node  set on success
-/// @return a failure, after the error was shown, when the objects cannot be read, when there is none, or when
-/// the first is no
-///         blend-shape node
+/// @return a failure, after the error was shown, when the objects cannot be read, when there is none, or
+///         when the first is no blend-shape node
 MStatus getBlendShapeNode(const MArgDatabase& arguments, ErrorResult result, MObject& node);
 
 /// The mesh shape that a flag names.

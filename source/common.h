@@ -11,10 +11,10 @@
 
 /// Access to the data of blend-shape nodes and meshes that all commands share.
 ///
-/// A target is addressed by its weight index t, one shape of it by the item index i = 5000 + weight * 1000
-/// (6000 is the full target, 5001 to 5999 are in-betweens). The deltas of an item are two lists aligned by
-/// position: vertex indices and points (dx, dy, dz, 1). Everything works on geometry index 0 of the deformer.
-/// Main thread only.
+/// A target is addressed by its weight index t, one shape of it by the item index i = 5000 + weight *
+/// 1000 (6000 is the full target, 5001 to 5999 are in-betweens). The deltas of an item are two lists
+/// aligned by position: vertex indices and points (dx, dy, dz, 1). Everything works on geometry index 0
+/// of the deformer. Main thread only.
 
 /// Item index of the full target, the default of every command.
 constexpr int kFullItem = 6000;
@@ -42,8 +42,8 @@ MIntArray getTargetComponents(const MObject& blendShape, int target, int item);
 /// All elements of a component list plug in stored order; nothing is sorted, duplicates are kept.
 MIntArray componentListToIndices(const MPlug& componentList);
 
-/// Replaces the vertex indices of an item, in the given order. Recorded nowhere: the calling command undoes
-/// it.
+/// Replaces the vertex indices of an item, in the given order. Recorded nowhere: the calling command
+/// undoes it.
 /// @return the status of the plug look-up; the outcome of the executed script command is not known
 MStatus setTargetComponents(const MObject& blendShape, int target, int item, const MIntArray& vertices);
 

@@ -23,8 +23,8 @@ class IndexRange {
     const int* last_;
 };
 
-/// One list of numbers per item, all in two arrays: list i is values[offsets[i]] .. values[offsets[i + 1] -
-/// 1].
+/// One list of numbers per item, all in two arrays: list i is values[offsets[i]] .. values[offsets[i + 1]
+/// - 1].
 struct IndexLists {
     std::vector<int> offsets{0};
     std::vector<int> values;
@@ -143,8 +143,8 @@ class ShellWalker {
     void cross(int faceAcross, int first, int second);
 
     const MeshTopology& topology_;
-    // A mark holds the number of the walk that met the item last. That of face -1, which stands beyond every
-    // border, comes first.
+    // A mark holds the number of the walk that met the item last. That of face -1, which stands beyond
+    // every border, comes first.
     std::vector<unsigned int> vertexMarks_;
     std::vector<unsigned int> faceMarks_;
     unsigned int walk_ = 0;

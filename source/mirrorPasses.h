@@ -9,11 +9,11 @@
 
 /// Walks the two halves of every start side by side and enters the pairs that they meet into a map.
 ///
-/// The walks touch plain arrays only; what they have to say is shown by the calling thread after both have
-/// ended. Starts without faces are left out.
+/// The walks touch plain arrays only; what they have to say is shown by the calling thread after both
+/// have ended. Starts without faces are left out.
 /// @param map          vertex order map with an entry for every vertex; half filled in after a failure
 /// @param walkedCount  set to the number of starts that were walked
-/// @return a failure, after an error, at the first start where a walk ends early or the two halves differ in
-/// size
+/// @return a failure, after an error, at the first start where a walk ends early or the two halves differ
+///         in size
 MStatus walkStarts(const MeshTopology& topology, const std::vector<SymmetryStart>& starts,
                    std::vector<int>& map, int& walkedCount);

@@ -18,8 +18,8 @@ int axisIndex(const MString& text);
 /// Connectivity of a mesh, gathered face by face and edge by edge from the host. Linear cost.
 MeshTopology gatherTopology(const MDagPath& mesh);
 
-/// Makes faces and vertices of a mesh the active selection, in place of what was selected. Numbers below 0
-/// stand for nothing.
+/// Makes faces and vertices of a mesh the active selection, in place of what was selected. Numbers below
+/// 0 stand for nothing.
 void selectComponents(const MDagPath& mesh, const std::vector<int>& faces, const std::vector<int>& vertices);
 
 /// A mesh as the search for its symmetry sees it: a snapshot of its connectivity and points, and the few
@@ -33,8 +33,7 @@ class SymmetryMesh {
     /// @param mesh       path of a mesh shape
     /// @param axis       0, 1 or 2
     /// @param tolerance  distance up to which two points count as one, in object space; 0 asks for a
-    /// hundredth of the
-    ///                   mean length of every fifth edge
+    ///                   hundredth of the mean length of every fifth edge
     SymmetryMesh(const MDagPath& mesh, int axis, double tolerance);
 
     const MDagPath& path() const { return path_; }

@@ -8,8 +8,8 @@
 
 #include "meshTopology.h"
 
-/// Which shells of a mesh mirror each other, judged by their face counts and bounding boxes. Plain numbers
-/// only.
+/// Which shells of a mesh mirror each other, judged by their face counts and bounding boxes. Plain
+/// numbers only.
 
 using ShellPoint = std::array<double, 3>;
 
@@ -60,12 +60,11 @@ struct ScanInput {
 /// Scans every shell once, in the order of their lowest faces.
 ///
 /// The candidate is the vertex nearest the plane, the first among equals in scan order (faces ascending,
-/// corners in face order). A vertex on the plane that has a neighbour there is taken at once when there is no
-/// candidate yet; it does not count as a smallest distance, so the next vertex replaces it. This is
+/// corners in face order). A vertex on the plane that has a neighbour there is taken at once when there
+/// is no candidate yet; it does not count as a smallest distance, so the next vertex replaces it. This is
 /// deliberate: the starts that are found, and with them the maps that are stored in scenes, depend on it.
-/// @param markedFaces  a face of each shell that the user gave a start for. Such a shell is not scanned: its
-/// box is at
-///                     the origin and its candidate that of the shell before
+/// @param markedFaces  a face of each shell that the user gave a start for. Such a shell is not scanned:
+///                     its box is at the origin and its candidate that of the shell before
 std::vector<ShellScan> scanShells(const ScanInput& input, const std::vector<int>& markedFaces);
 
 /// Face counts of pairs, and of shells that are left over, each in the order of their first shell.
@@ -74,8 +73,8 @@ struct ShellCounts {
     std::vector<int> singles;
 };
 
-/// Pairs the first shell of a count with the second, the third with the fourth and so on. Marked shells are
-/// left out.
+/// Pairs the first shell of a count with the second, the third with the fourth and so on. Marked shells
+/// are left out.
 ShellCounts pairCounts(const std::vector<ShellScan>& scans);
 
 /// Hands out the shells of a face count in groups that mirror each other.

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// The name and the line that failing queries for a neighbour are reported with; users look for them in their
-/// logs.
+/// The name and the line that failing queries for a neighbour are reported with; users look for them in
+/// their logs.
 constexpr const char* kReportFile = "polyMapVertexOrder";
 constexpr int kNeighbourLine = 1785;
 

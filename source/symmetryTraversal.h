@@ -29,8 +29,8 @@ struct SymmetryOptions {
 /// Shells that reach over the plane start at an edge on it, pairs at a face and its mirror image. A shell
 /// that no start is found for gets one with -1. Linear but for shells of equal face counts, which are
 /// compared by their boxes.
-/// @param starts     those that the user gave, one per shell; their counts are filled in, in the order of the
-/// shells
+/// @param starts     those that the user gave, one per shell; their counts are filled in, in the order of
+///                   the shells
 /// @param hasErrors  set to true when a start is missing or doubtful
 void findSymmetryStarts(SymmetryMesh& mesh, const SymmetryOptions& options,
                         std::vector<SymmetryStart>& starts, bool& hasErrors);

@@ -8,8 +8,8 @@
 /// The vertex order map of a mesh: a hidden integer array on the shape, one entry per vertex.
 ///
 /// Entry v is the vertex that mirrors v, v itself for a vertex on the symmetry plane, -1 for one without
-/// partner. A map whose length is not the mesh's vertex count is of no use. Neither of these is recorded for
-/// undo.
+/// partner. A map whose length is not the mesh's vertex count is of no use. Neither of these is recorded
+/// for undo.
 
 /// The entry of a vertex without partner.
 constexpr int kUnmapped = -1;

@@ -36,8 +36,8 @@ struct Connection {
     Plug destination;
 };
 
-/// The scene: nodes and their values, connections, names, the DAG, evaluation on demand, selection, option
-/// variables and the undo queue.
+/// The scene: nodes and their values, connections, names, the DAG, evaluation on demand, selection,
+/// option variables and the undo queue.
 ///
 /// Every change goes through this class. While a ChangeList is set as recorder, each change records its
 /// inverse there; without one nothing is recorded. Preconditions (a name is legal, a destination is free,
@@ -127,8 +127,8 @@ class Graph {
     /// First free logical index past the last element.
     int nextIndex(const Plug& arrayPlug);
 
-    /// Tells everything downstream that a value of this node changed. Called by the graph itself for its own
-    /// changes.
+    /// Tells everything downstream that a value of this node changed. Called by the graph itself for its
+    /// own changes.
     void markDirty(Node& node);
 
     // --- connections

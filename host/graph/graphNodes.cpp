@@ -91,8 +91,8 @@ void Graph::enterScene(const NodeRef& node, Node* parent, int position) {
 
 void Graph::leaveScene(Node& node) {
     const NodeRef keep = node.ref();
-    // What was connected to it or put below it without a record is still there when the node's creation is
-    // undone.
+    // What was connected to it or put below it without a record is still there when the node's creation
+    // is undone.
     for (const Connection& connection : connections(node))
         unlink(connection.source, connection.destination);
     while (!node.children_.empty())
@@ -134,8 +134,8 @@ bool hasSurvivor(const std::vector<Link>& links, const NodeSet& gone) {
                        [&](const Link& link) { return gone.count(link.node) == 0; });
 }
 
-/// Whether something that the node computes goes to a node that stays. Messages and plain values do not keep
-/// a service node.
+/// Whether something that the node computes goes to a node that stays. Messages and plain values do not
+/// keep a service node.
 bool feedsSurvivor(const Node& node, const NodeSet& gone) {
     const auto& outgoing = node.outgoing();
     return std::any_of(outgoing.begin(), outgoing.end(), [&](const auto& entry) {

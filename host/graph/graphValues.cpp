@@ -24,8 +24,8 @@ double stored(ValueKind kind, double value) {
     }
 }
 
-/// The array attribute that holds a plug's number in a flat element; null when the number has a slot of its
-/// own.
+/// The array attribute that holds a plug's number in a flat element; null when the number has a slot of
+/// its own.
 const Attribute* flatArray(const Attribute& attribute) {
     if (attribute.flatWidth() > 0) return &attribute;
     const Attribute* parent = attribute.parent();

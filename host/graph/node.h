@@ -29,8 +29,8 @@ struct Link {
     PlugKey key;
 };
 
-/// A node of the scene: its values, connections, DAG neighbours and dynamic attributes. Only Graph changes a
-/// node; everybody else reads.
+/// A node of the scene: its values, connections, DAG neighbours and dynamic attributes. Only Graph
+/// changes a node; everybody else reads.
 class Node : public std::enable_shared_from_this<Node> {
   public:
     Node(const NodeType& type, std::string name, std::uint64_t id);

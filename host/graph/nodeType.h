@@ -30,8 +30,8 @@ struct NodeBehaviour {
     std::function<void(Graph&, const Plug& destination)> disconnecting{};
     /// Before a refreshed attribute is read or written.
     std::function<void(Graph&, const Plug& plug)> refresh{};
-    /// Input of the node whose source takes the place of `output` when the node is deleted; an empty plug for
-    /// an output that has none.
+    /// Input of the node whose source takes the place of `output` when the node is deleted; an empty plug
+    /// for an output that has none.
     std::function<Plug(const Plug& output)> passThrough{};
     /// Whether this node only serves others although its type does not always (diesWithLastOutput).
     std::function<bool(const Node&)> isService{};

@@ -56,8 +56,8 @@ class EntryGroup final : public UndoEntry {
 /// The undo queue of a scene: entries done (the last one is undone first) and entries undone.
 class UndoQueue {
   public:
-    /// Adds an entry and forgets what could have been redone. Dropped while the queue is disabled; collected
-    /// while a chunk is open.
+    /// Adds an entry and forgets what could have been redone. Dropped while the queue is disabled;
+    /// collected while a chunk is open.
     void push(std::unique_ptr<UndoEntry> entry);
     /// @return false when there is nothing to undo (redo)
     bool undo(Graph& graph);

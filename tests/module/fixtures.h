@@ -4,9 +4,9 @@
 
 #include "support/scene.h"
 
-/// A grid of 4 x 3 quads (20 vertices) as "base" with two targets that are deltas in the deformer "bs" only:
-/// target 0 "smile" moves vertices 3, 7 and 12, target 4 "blink" has the in-between 5500 and the full item
-/// 6000.
+/// A grid of 4 x 3 quads (20 vertices) as "base" with two targets that are deltas in the deformer "bs"
+/// only: target 0 "smile" moves vertices 3, 7 and 12, target 4 "blink" has the in-between 5500 and the
+/// full item 6000.
 void addBlendShape(Scene& scene);
 
 /// The deltas of one item as "index x y z" lines, or "" when it has none.

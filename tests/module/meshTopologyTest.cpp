@@ -100,8 +100,8 @@ TEST(MeshTopology, TellsPlainRingsFromOtherFaces) {
 }
 
 TEST(MeshTopology, ShellsAreJoinedByEdgesAndNumberedByTheirLowestFace) {
-    // 0 and 3 share an edge; 1 touches 0 at a vertex only; 2 is alone; 4 and 5 share an edge that has a third
-    // face.
+    // 0 and 3 share an edge; 1 touches 0 at a vertex only; 2 is alone; 4 and 5 share an edge that has a
+    // third face.
     const MeshTopology mesh(
         plainMesh(16, {{0, 1, 2}, {0, 4, 5}, {6, 7, 8}, {2, 1, 3}, {9, 10, 11}, {9, 10, 12}, {10, 9, 13}}));
     const Shells shells = findShells(mesh);

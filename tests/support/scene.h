@@ -15,8 +15,7 @@ struct Outcome {
     std::string printed;
     std::vector<std::string> infos;
     std::vector<std::string> warnings;
-    std::vector<std::string>
-        errors;  // those that commands show and those of the script itself, without position
+    std::vector<std::string> errors;  // of commands and of the script itself, without position
 };
 
 /// A fresh host with an empty scene, and the module loaded in it unless it is told not to. One at a time.
