@@ -130,7 +130,7 @@ CommandResult rename(CommandContext& context, const ParsedArguments& arguments) 
     } else if (!graph.selection().empty()) {
         node = graph.selection().items().front().node;
     } else {
-        return CommandResult::failure("rename: No object was specified for renaming.");
+        return CommandResult::failure("rename: No object to rename was given.");
     }
     const Found<std::string> name = legalName(words.back());
     if (!name.ok()) return CommandResult::failure(name.error);
