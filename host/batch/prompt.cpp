@@ -114,16 +114,53 @@ bool needsBody(std::string_view statement) {
     return rest.empty() || needsBody(rest);
 }
 
-/// A piece of script; nothing at the end of the input. What is open there is handed out as it is.
-std::optional<std::string> readEntry(platform::LineReader& reader) {
-    std::optional<std::string> entry = reader.read("mel: ");
-    while (entry && !isWholeEntry(*entry)) {
-        const std::optional<std::string> more = reader.read("   > ");
-        if (!more) break;
-        *entry += '\n' + *more;
-    }
-    return entry;
+bool startsWithElse(std::string_view line) {
+    line = trimmed(line);
+    return line.substr(0, 4) == "else" && (line.size() == 4 || !isWordCharacter(line[4]));
 }
+
+/// Cuts standard input into pieces of script that can be run.
+class EntryReader {
+  public:
+    bool isTerminal() const { return lines_.isTerminal(); }
+    /// Number of the line on which the last piece began. What a user types begins anew with each piece.
+    int firstLine() const { return isTerminal() ? 1 : firstLine_; }
+
+    /// The next piece; nothing at the end of the input. What is open there is handed out as it is.
+    std::optional<std::string> next() {
+        std::optional<std::string> entry = nextLine("mel: ");
+        firstLine_ = lineCount_;
+        while (entry && (!isWholeEntry(*entry) || isFollowedByElse(*entry))) {
+            const std::optional<std::string> more = nextLine("   > ");
+            if (!more) break;
+            *entry += '\n' + *more;
+        }
+        return entry;
+    }
+
+  private:
+    std::optional<std::string> nextLine(const std::string& prompt) {
+        std::optional<std::string> line = isAhead_ ? std::move(ahead_) : lines_.read(prompt);
+        isAhead_ = false;
+        ++lineCount_;
+        return line;
+    }
+
+    /// Nobody looks ahead at a terminal: an `else` there has to stand on the line of the closing brace. Nor
+    /// where there is no `if`: another program may wait for the answer to a line before it writes the next.
+    bool isFollowedByElse(const std::string& entry) {
+        if (isTerminal() || entry.find("if") == std::string::npos) return false;
+        if (!isAhead_) ahead_ = lines_.read({});
+        isAhead_ = true;
+        return ahead_ && startsWithElse(*ahead_);
+    }
+
+    platform::LineReader lines_;
+    std::optional<std::string> ahead_;
+    bool isAhead_ = false;
+    int lineCount_ = 0;
+    int firstLine_ = 1;
+};
 
 }  // namespace
 
@@ -134,14 +171,15 @@ bool isWholeEntry(std::string_view text) {
 }
 
 bool runPrompt(mel::CommandRegistry& registry, Console& console) {
-    platform::LineReader reader;
+    EntryReader reader;
     bool allSucceeded = true;
     mel::RunOptions options;
     options.echoResult = true;
     while (!registry.interpreter().isStopped()) {
         console.flush();
-        const std::optional<std::string> entry = readEntry(reader);
+        const std::optional<std::string> entry = reader.next();
         if (!entry) break;
+        options.firstLine = reader.firstLine();
         if (!registry.run(*entry, {}, options).ok) allSucceeded = false;
     }
     return allSucceeded || reader.isTerminal();

@@ -39,7 +39,7 @@ RunResult Evaluator::run(std::string_view text, std::string_view sourceName, con
         fail("Too many nested calls.");
         result.ok = false;
     } else {
-        ParseResult parsed = parse(std::string(text), std::string(sourceName), globals_);
+        ParseResult parsed = parse(std::string(text), std::string(sourceName), globals_, options.firstLine);
         if (parsed.program) {
             bind(parsed.program);
             result.ok = runProgram(*parsed.program, fileProcedures_[parsed.program->fileName], result.value);

@@ -29,6 +29,8 @@ struct RunOptions {
     bool showErrors = false;
     /// Hand the value of the run, if it has one, to Output::result.
     bool echoResult = false;
+    /// Number of the text's first line in what it was taken from.
+    int firstLine = 1;
 };
 
 struct ScriptError {

@@ -20,15 +20,16 @@ void findLines(Program& program) {
 SourcePosition Program::position(Index offset) const {
     const auto behind = std::upper_bound(lineStarts.begin(), lineStarts.end(), offset);
     const auto line = static_cast<int>(behind - lineStarts.begin());
-    return {fileName, line, static_cast<int>(offset - *(behind - 1)) + 1};
+    return {fileName, firstLine - 1 + line, static_cast<int>(offset - *(behind - 1)) + 1};
 }
 
-ParseResult parse(std::string text, std::string fileName, const GlobalTable& globals) {
+ParseResult parse(std::string text, std::string fileName, const GlobalTable& globals, int firstLine) {
     auto program = std::make_shared<Program>();
     program->source = std::move(text);
     program->fileName = std::move(fileName);
+    program->firstLine = firstLine;
     if (program->source.size() >= kGlobalVariable)
-        return {nullptr, "Text too long.", {program->fileName, 1, 1}};
+        return {nullptr, "Text too long.", {program->fileName, firstLine, 1}};
     findLines(*program);
     // A guess that holds for plain command lists; saves moving the nodes again and again.
     program->expressions.reserve(program->source.size() / 10);

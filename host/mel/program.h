@@ -154,6 +154,7 @@ struct Program {
     std::string source;
     std::string fileName;
     std::vector<Index> lineStarts;
+    int firstLine = 1;                // number of the line that the text begins on
     std::deque<std::string> strings;  // literals with escapes
     std::vector<Expression> expressions;
     std::vector<Statement> statements;

@@ -180,7 +180,7 @@ TEST_F(Batch, CopiesAllOutputToTheLogInItsOrder) {
         run({"-command", "print \"one\\n\"; warning \"two\"; print \"three\\n\"", "-log", log, "-prompt"},
             "1 + 1;\nerror \"no\";\n");
     EXPECT_EQ(readTextFile(log).text,
-              "one\n// Warning: two //\nthree\n// Result: 2 //\n// Error: line 1.1: no //\n");
+              "one\n// Warning: two //\nthree\n// Result: 2 //\n// Error: line 2.1: no //\n");
     EXPECT_EQ(outcome.output, "one\nthree\n// Result: 2 //\n");
 }
 
@@ -232,6 +232,10 @@ INSTANTIATE_TEST_SUITE_P(
                   "// Result: 2 //\n"},
         EntryCase{"bodyOnTheNextLine", "for ($i = 0; $i < 2; $i++)\nprint ($i + \"\\n\");\n", "0\n1\n"},
         EntryCase{"elseBehindTheBrace", "if (0) {\n} else\nprint \"b\\n\";\n", "b\n"},
+        EntryCase{"elseOnTheNextLine", "if (0)\nprint \"a\\n\";\nelse\nprint \"b\\n\";\n3;\n",
+                  "b\n// Result: 3 //\n"},
+        EntryCase{"elseBelowTheBrace", "if (0) {\n}\nelse if (1)\n{\nprint \"c\\n\";\n}\n4;\n",
+                  "c\n// Result: 4 //\n"},
         EntryCase{"brackets", "int $a[] = {1,\n2,\n3};\nsize($a);\n",
                   "// Result: 1 2 3 //\n// Result: 3 //\n"},
         EntryCase{"backQuote", "size(`ls -type\n\"time\"`);\n", "// Result: 1 //\n"},
@@ -243,6 +247,13 @@ INSTANTIATE_TEST_SUITE_P(
         EntryCase{"noLineEndAtTheEnd", "7;", "// Result: 7 //\n"}, EntryCase{"nothing", "", ""},
         EntryCase{"blankLines", "\n\n8;\n\n", "// Result: 8 //\n"}),
     [](const auto& parameter) { return parameter.param.name; });
+
+TEST_F(Batch, CountsTheLinesOfItsInput) {
+    const Outcome outcome = prompt("print 1;\n\n\nif (1)\n{\n  select gone;\n}\nselect away;\n");
+    EXPECT_EQ(outcome.messages,
+              "// Error: line 6.3: No object matches name: gone //\n"
+              "// Error: line 8.1: No object matches name: away //\n");
+}
 
 TEST_F(Batch, SaysThatAnEntryWasLeftOpenWhenTheInputEnds) {
     const Outcome outcome = prompt("if (1) {\nprint \"a\\n\";\n");
