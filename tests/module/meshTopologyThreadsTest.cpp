@@ -1,0 +1,54 @@
+// Two walks side by side on one topology, as the two passes of a symmetric shell are. The passes themselves
+// run in oneTBB tasks, where a race would go unseen; here they run on threads of the test.
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "meshTopology.h"
+#include "plainMesh.h"
+
+namespace {
+
+/// Quads of a grid, `columns` wide.
+std::vector<std::vector<int>> gridFaces(int columns, int rows) {
+    std::vector<std::vector<int>> faces;
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            const int corner = row * (columns + 1) + column;
+            faces.push_back({corner, corner + columns + 1, corner + columns + 2, corner + 1});
+        }
+    }
+    return faces;
+}
+
+TEST(MeshTopologyThreads, TwoWalksShareATopology) {
+    constexpr int kColumns = 40;
+    constexpr int kRows = 30;
+    const MeshTopology topology(plainMesh((kColumns + 1) * (kRows + 1), gridFaces(kColumns, kRows)));
+    // The edge between the two middle columns: each pass goes into the face on its side.
+    const int upper = kColumns / 2;
+    const int lower = upper + kColumns + 1;
+    const WalkStart starts[2] = {{upper - 1, upper, lower}, {upper, upper, lower}};
+    std::vector<int> orders[2];
+    std::vector<std::thread> threads;
+    for (int pass = 0; pass < 2; ++pass) {
+        threads.emplace_back([&, pass] {
+            ShellWalker walker(topology);
+            for (int round = 0; round < 20; ++round) {
+                ASSERT_TRUE(walker.walk(starts[pass], kColumns * kRows));
+                orders[pass].assign(walker.order().begin(), walker.order().end());
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    ASSERT_EQ(orders[0].size(), orders[1].size());
+    for (std::size_t k = 0; k < orders[0].size(); ++k) {
+        const int row = orders[0][k] / (kColumns + 1);
+        const int mirrored = row * (kColumns + 1) + kColumns - orders[0][k] % (kColumns + 1);
+        ASSERT_EQ(orders[1][k], mirrored) << "position " << k;
+    }
+}
+
+}  // namespace
