@@ -13,6 +13,9 @@
 
 #include <string>
 
+#include "mirroredMesh.h"
+#include "symmetryPlane.h"
+
 namespace {
 
 /// Name of this file in reports of failing host calls.
@@ -169,6 +172,19 @@ MIntArray mapIndicesByVertexOrder(const MDagPath& mesh, const MIntArray& vertice
         if (vertex >= 0 && static_cast<unsigned int>(vertex) < map.length()) {
             partners[k] = map[static_cast<unsigned int>(vertex)];
         }
+    }
+    return partners;
+}
+
+MIntArray mirrorIndicesByPosition(const MDagPath& mesh, const MString& axis, const MIntArray& vertices,
+                                  double tolerance) {
+    MIntArray partners;
+    MirroredMesh image(mesh, axisIndex(axis), tolerance);
+    if (!image.create()) return partners;
+    for (unsigned int k = 0; k < vertices.length(); ++k) {
+        int partner = MirroredMesh::kNoPartner;
+        image.findPartner(vertices[k], partner);
+        if (partner != MirroredMesh::kNoPartner) partners.append(partner);
     }
     return partners;
 }

@@ -7,6 +7,7 @@
 #include <maya/MPlug.h>
 #include <maya/MPointArray.h>
 #include <maya/MStatus.h>
+#include <maya/MString.h>
 #include <maya/MStringArray.h>
 
 /// Access to the data of blend-shape nodes and meshes that all commands share.
@@ -68,6 +69,16 @@ MStatus setWeightValues(const MObject& blendShape, int target, const MIntArray& 
 /// The mesh must carry a map; commands test for it first.
 /// @return one entry per given vertex; -1 for a vertex without partner or outside the map
 MIntArray mapIndicesByVertexOrder(const MDagPath& mesh, const MIntArray& vertices);
+
+/// Mirror partner of each listed vertex by position (mirroredMesh.h), in the order given. The mirrored copy
+/// that it takes is gone afterwards.
+///
+/// @param mesh       path of a mesh shape
+/// @param axis       "x", "y" or "z"
+/// @param tolerance  distance up to which two points count as one, in the units around the mesh
+/// @return one entry per vertex that has a partner: shorter than the list when some have none
+MIntArray mirrorIndicesByPosition(const MDagPath& mesh, const MString& axis, const MIntArray& vertices,
+                                  double tolerance);
 
 /// Vertex indices of component names such as "mesh.vtx[3]" and "mesh.vtx[4:7]", in the order given,
 /// duplicates kept. A range that runs backwards yields nothing.

@@ -13,6 +13,7 @@
 #include "mirrorPasses.h"
 #include "symmetryEdgeStart.h"
 #include "symmetryMesh.h"
+#include "symmetryPlane.h"
 #include "vertexOrderMap.h"
 
 namespace {

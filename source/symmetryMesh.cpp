@@ -61,11 +61,6 @@ void addComponents(MSelectionList& list, const MDagPath& mesh, MFn::Type type,
 
 }  // namespace
 
-int axisIndex(const MString& text) {
-    if (text == "y") return 1;
-    return text == "z" ? 2 : 0;
-}
-
 MeshTopology gatherTopology(const MDagPath& mesh) {
     const MFnMesh counts(mesh);
     const int faceCount = counts.numPolygons();

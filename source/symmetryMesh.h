@@ -12,9 +12,6 @@
 
 #include "meshTopology.h"
 
-/// The axis index of an axis text: "y" is 1, "z" is 2, anything else is x, 0.
-int axisIndex(const MString& text);
-
 /// Connectivity of a mesh, gathered face by face and edge by edge from the host. Linear cost.
 MeshTopology gatherTopology(const MDagPath& mesh);
 

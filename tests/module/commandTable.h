@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "fixtures.h"
+
+/// The calls and the help text of every command, a file per command in calls/. commandsTest.cpp runs them
+/// all.
+
+using Strings = std::vector<std::string>;
+using host::mel::Value;
+
+/// A call and what must come of it.
+struct Call {
+    const char* name;
+    std::string setup;  // run after the scene of addBlendShape was built, before the undo queue is emptied
+    std::string text;
+    bool ok;
+    Value result;  // of a call that succeeds
+    Strings errors;
+    /// Script that brings a scene to where undo of this call must leave it: empty where undo restores
+    /// everything.
+    std::string residue;
+};
+
+/// What the tests know of one command.
+struct CommandTable {
+    std::string command;
+    std::vector<Call> calls;
+    Strings help;  // the lines of its help text, with single blanks
+};
+
+/// All of them, by the commands' names.
+const std::vector<CommandTable>& commandTables();
+
+/// Enters the rows of a command. For constants of namespace scope: the tables are complete once main runs.
+struct CommandRows {
+    CommandRows(std::string command, std::vector<Call> calls, Strings help);
+};
