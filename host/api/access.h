@@ -3,12 +3,16 @@
 #include <hostPrivate/access.h>
 #include <maya/MArgList.h>
 #include <maya/MCommandResult.h>
+#include <maya/MDGModifier.h>
 #include <maya/MDagPath.h>
+#include <maya/MEvent.h>
 #include <maya/MFnBase.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
 #include <maya/MPxCommand.h>
+#include <maya/MPxContext.h>
+#include <maya/MPxContextCommand.h>
 #include <maya/MSelectionList.h>
 #include <maya/MSyntax.h>
 
@@ -19,6 +23,7 @@
 
 #include "api/values/statusMaker.h"
 #include "graph/graph.h"
+#include "mel/tools.h"
 #include "mel/value.h"
 
 namespace host::api {
@@ -78,8 +83,26 @@ struct Access {
     static std::vector<mel::Value>& words(MArgList& list);
     static const std::vector<mel::Value>& words(const MArgList& list);
     static const SyntaxTable& table(const MSyntax& syntax);
+    /// The same syntax, not a copy: flags added to it are added to the other one. Copies of it are copies.
+    static MSyntax shared(const MSyntax& syntax);
     /// Gives a new command object the syntax that was made at registration.
     static void setSyntax(MPxCommand& command, std::shared_ptr<const MSyntax> syntax);
+
+    /// Gives a modifier a change that has been made, to take back.
+    static void addDone(MDGModifier& modifier, std::unique_ptr<graph::ChangeList> change);
+
+    static MEvent event(const mel::MouseEvent& source);
+    // What a tool has told of itself, and the command that made it.
+    static std::string title(const MPxContext& context);
+    static std::string help(const MPxContext& context);
+    static std::string cursor(const MPxContext& context);
+    static void setCommandName(MPxContext& context, std::string name);
+    /// Gives the command object of a tool the arguments of a call, which it reads in doEditFlags() and
+    /// doQueryFlags(). @return its syntax
+    static MSyntax& syntax(MPxContextCommand& command);
+    static void setArguments(MPxContextCommand& command, const MArgList& arguments);
+    static MHWRender::MUIDrawManager& drawManager();
+    static MHWRender::MFrameContext& frameContext();
 
     static std::vector<graph::SelectionItem>& items(MSelectionList& list);
     static const std::vector<graph::SelectionItem>& items(const MSelectionList& list);

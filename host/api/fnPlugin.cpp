@@ -5,15 +5,18 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "api/access.h"
 #include "api/apiCommand.h"
+#include "api/apiContextCommand.h"
 #include "api/pluginLoader.h"
 #include "api/session.h"
 #include "graph/names.h"
 
 using host::api::Access;
 using host::api::ApiCommand;
+using host::api::ApiContextCommand;
 using host::api::failed;
 using host::api::missingObject;
 using host::api::Plugin;
@@ -31,6 +34,10 @@ MString describe(const MObject& object, MStatus* status, Getter getter) {
     if (plugin == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return string(getter(plugin->description));
+}
+
+void forget(std::vector<std::string>& names, const std::string& name) {
+    names.erase(std::remove(names.begin(), names.end(), name), names.end());
 }
 
 }  // namespace
@@ -98,8 +105,33 @@ MStatus MFnPlugin::deregisterCommand(const MString& commandName) {
     const std::string name = text(commandName);
     if (!Session::current().commands().removePlugin(name, plugin->description.name))
         return MStatus::kInvalidParameter;
-    std::vector<std::string>& commands = plugin->description.commands;
-    commands.erase(std::remove(commands.begin(), commands.end(), name), commands.end());
+    forget(plugin->description.commands, name);
+    return MStatus::kSuccess;
+}
+
+MStatus MFnPlugin::registerContextCommand(const MString& commandName, MCreatorFunction creatorFunction) {
+    Plugin* plugin = Access::plugin<Plugin>(object_);
+    if (plugin == nullptr) return missingObject();
+    const std::string name = text(commandName);
+    if (creatorFunction == nullptr || !host::graph::isLegalName(name)) return MStatus::kInvalidParameter;
+    auto command =
+        std::make_shared<ApiContextCommand>(name, plugin->description.name, plugin->library, creatorFunction);
+    if (!command->isValid() ||
+        !Session::current().commands().addPlugin(name, plugin->description.name, std::move(command)))
+        return MStatus::kFailure;
+    plugin->description.contextCommands.push_back(name);
+    return MStatus::kSuccess;
+}
+
+MStatus MFnPlugin::deregisterContextCommand(const MString& commandName) {
+    Plugin* plugin = Access::plugin<Plugin>(object_);
+    if (plugin == nullptr) return missingObject();
+    const std::string name = text(commandName);
+    std::vector<std::string>& names = plugin->description.contextCommands;
+    if (std::find(names.begin(), names.end(), name) == names.end()) return MStatus::kInvalidParameter;
+    Session::current().commands().tools().removeMadeBy(name);
+    Session::current().commands().removePlugin(name, plugin->description.name);
+    forget(names, name);
     return MStatus::kSuccess;
 }
 

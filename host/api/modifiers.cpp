@@ -227,3 +227,11 @@ MStatus MDagModifier::reparentNode(const MObject& node, const MObject& newParent
 }
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE
+
+namespace host::api {
+
+void Access::addDone(MDGModifier& modifier, std::unique_ptr<ChangeList> change) {
+    modifier.changes_->done.push_back(std::move(change));
+}
+
+}  // namespace host::api

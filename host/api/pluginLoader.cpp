@@ -135,6 +135,10 @@ mel::CommandResult PluginLoader::unload(const std::string& name, bool force) {
 void PluginLoader::removeCommands(const Plugin& plugin) {
     for (const std::string& command : plugin.description.commands)
         session_.commands().removePlugin(command, plugin.description.name);
+    for (const std::string& command : plugin.description.contextCommands) {
+        session_.commands().tools().removeMadeBy(command);
+        session_.commands().removePlugin(command, plugin.description.name);
+    }
 }
 
 std::vector<std::string> PluginLoader::loaded() const {

@@ -36,11 +36,16 @@ class Session {
     /// The innermost call that is running; null outside.
     PluginCall* call() const { return call_; }
 
+    /// How often a view was asked to draw itself.
+    int refreshes() const { return refreshes_; }
+    void countRefresh() { ++refreshes_; }
+
   private:
     friend class CallScope;
 
     mel::CommandRegistry& commands_;
     PluginCall* call_ = nullptr;
+    int refreshes_ = 0;
 };
 
 /// Makes a call the running one for a scope. The graph records nothing meanwhile: what a plug-in changes is

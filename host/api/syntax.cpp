@@ -51,8 +51,9 @@ int objectLimit(unsigned int limit) {
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-MSyntax::MSyntax() : table_(std::make_unique<Table>()) {}
-MSyntax::MSyntax(const MSyntax& other) : table_(std::make_unique<Table>(*other.table_)) {}
+MSyntax::MSyntax() : table_(std::make_shared<Table>()) {}
+MSyntax::MSyntax(std::shared_ptr<Table> table) : table_(std::move(table)) {}
+MSyntax::MSyntax(const MSyntax& other) : table_(std::make_shared<Table>(*other.table_)) {}
 MSyntax::~MSyntax() = default;
 
 MSyntax& MSyntax::operator=(const MSyntax& other) {
@@ -147,6 +148,10 @@ namespace host::api {
 
 const SyntaxTable& Access::table(const MSyntax& syntax) {
     return *syntax.table_;
+}
+
+MSyntax Access::shared(const MSyntax& syntax) {
+    return MSyntax(syntax.table_);
 }
 
 }  // namespace host::api

@@ -25,6 +25,12 @@ void registerCommands(mel::CommandRegistry& registry) {
     registerMoveCommands(registry);
     registerXformCommands(registry);
     registerBlendShapeCommands(registry);
+    registerJointCommand(registry);
+    registerSkinClusterCommand(registry);
+    registerSkinPercentCommand(registry);
+    registerColorCommands(registry);
+    registerTimeCommands(registry);
+    registerToolCommands(registry);
     registerFileCommand(registry);
 }
 

@@ -37,6 +37,12 @@ void registerPolyCreateCommands(mel::CommandRegistry& registry);  // polyCube po
 void registerMoveCommands(mel::CommandRegistry& registry);        // move rotate scale
 void registerXformCommands(mel::CommandRegistry& registry);       // xform pointPosition
 void registerBlendShapeCommands(mel::CommandRegistry& registry);  // blendShape deformableShape
-void registerFileCommand(mel::CommandRegistry& registry);         // file
+void registerJointCommand(mel::CommandRegistry& registry);        // joint
+void registerSkinClusterCommand(mel::CommandRegistry& registry);  // skinCluster
+void registerSkinPercentCommand(mel::CommandRegistry& registry);  // skinPercent
+void registerColorCommands(mel::CommandRegistry& registry);       // polyColorPerVertex polyColorSet
+void registerTimeCommands(mel::CommandRegistry& registry);        // currentTime playbackOptions
+void registerToolCommands(mel::CommandRegistry& registry);  // setToolTo currentCtx contextInfo headlessDrag
+void registerFileCommand(mel::CommandRegistry& registry);   // file
 
 }  // namespace host::commands

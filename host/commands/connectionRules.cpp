@@ -28,8 +28,14 @@ bool isMembership(const graph::Attribute& attribute) {
     return attribute.isCompound() && attribute.path().front()->longName() == "instObjGroups";
 }
 
+/// What edits of single vertices of a shape go to: the connection says where, no value passes.
+bool isEditLocation(const graph::Attribute& from, const graph::Attribute& to) {
+    return from.isCompound() && from.children().size() == 3 && to.longName() == "tweakLocation";
+}
+
 Fit attributesFit(const graph::Attribute& from, const graph::Attribute& to) {
     if (isMembership(from) && to.kind() == ValueKind::Message) return Fit::Yes;
+    if (isEditLocation(from, to)) return Fit::Yes;
     if (from.kind() == ValueKind::Message || to.kind() == ValueKind::Message)
         return from.kind() == to.kind() ? Fit::Yes : Fit::No;
     if (graph::isNumber(from.kind()) && graph::isNumber(to.kind())) return numbersFit(from.kind(), to.kind());

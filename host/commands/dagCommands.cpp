@@ -22,6 +22,7 @@ void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* par
     const bool keepsPlace = !isRelative && node->isA("transform");
     const geometry::Matrix4 world = keepsPlace ? nodes::worldMatrix(graph, node) : geometry::Matrix4();
     graph.reparent(*node, parent);
+    nodes::compensateParentScale(graph, node);
     if (!keepsPlace) return;
     const geometry::Matrix4 local = world * nodes::parentMatrix(graph, node).inverse().matrix;
     // What stands in the right place already keeps its values to the last digit.

@@ -5,6 +5,7 @@
 #include "commands/nodeCopy.h"
 #include "nodes/meshNode.h"
 #include "nodes/sets.h"
+#include "nodes/transformNode.h"
 
 namespace host::commands {
 
@@ -26,6 +27,7 @@ graph::NodeRef copyTree(graph::Graph& graph, graph::Node& node, graph::Node* par
                         bool nodeOnly, std::vector<graph::NodeRef>& copies) {
     const graph::NodeRef copy = graph.createNode(node.type(), name, parent);
     copyNodeContent(graph, node.ref(), copy);
+    nodes::compensateParentScale(graph, copy);
     if (node.isA("shape")) {
         copyShading(graph, node.ref(), copy);
     } else {

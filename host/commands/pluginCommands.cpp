@@ -34,6 +34,7 @@ CommandResult unloadPlugin(CommandContext& context, const ParsedArguments& argum
 
 CommandResult describe(const mel::PluginDescription& plugin, const ParsedArguments& arguments) {
     if (arguments.isSet("command")) return CommandResult::success(plugin.commands);
+    if (arguments.isSet("tool")) return CommandResult::success(plugin.contextCommands);
     if (arguments.isSet("path")) return CommandResult::success(plugin.path);
     if (arguments.isSet("name")) return CommandResult::success(plugin.name);
     if (arguments.isSet("vendor")) return CommandResult::success(plugin.vendor);
@@ -79,12 +80,12 @@ void registerPluginCommands(mel::CommandRegistry& registry) {
         .flag("lpp", "listPluginsPath")
         .flag("l", "loaded")
         .flag("r", "registered");
-    asking.flag("c", "command").flag("p", "path").flag("n", "name").flag("vd", "vendor");
+    asking.flag("c", "command").flag("t", "tool").flag("p", "path").flag("n", "name").flag("vd", "vendor");
     asking.flag("v", "version").flag("av", "apiVersion").objects(ObjectKind::Strings, 0, 1).enableQuery();
     registry.add(
         "pluginInfo", asking, pluginInfo,
         "a autoload d data dn dependNode dnc dependNodeClassification dni dependNodeId dnt dependNodeByType "
-        "e edit ctx tool f translator pu pluginsInUse uo unloadOk rm remove savePluginPrefs spp");
+        "e edit f translator pu pluginsInUse uo unloadOk rm remove savePluginPrefs spp");
 }
 
 }  // namespace host::commands

@@ -145,6 +145,16 @@ CommandResult about(CommandContext&, const ParsedArguments& arguments) {
     return CommandResult::failure("about: Nothing was asked for.");
 }
 
+/// Folders end in a slash.
+CommandResult internalVar(CommandContext&, const ParsedArguments& arguments) {
+    if (!arguments.isSet("userTmpDir")) return CommandResult::failure("internalVar: Nothing was asked for.");
+    std::error_code failure;
+    std::string folder = std::filesystem::temp_directory_path(failure).generic_string();
+    if (failure) return CommandResult::failure("internalVar: There is no folder for temporary files.");
+    if (folder.back() != '/') folder += '/';
+    return CommandResult::success(std::move(folder));
+}
+
 CommandResult currentUnit(CommandContext&, const ParsedArguments& arguments) {
     const struct {
         const char* flag;
@@ -187,6 +197,10 @@ void registerScriptCommands(mel::CommandRegistry& registry) {
     Syntax asking;
     asking.flag("b", "batch").flag("v", "version").flag("api", "apiVersion");
     registry.add("about", asking, about);
+
+    Syntax folders;
+    folders.flag("utd", "userTmpDir");
+    registry.add("internalVar", folders, internalVar, "uad userAppDir upd userPrefDir uwd userWorkspaceDir");
 
     Syntax units;
     units.flag("l", "linear", {kText}).flag("a", "angle", {kText}).flag("t", "time", {kText}).enableQuery();

@@ -71,7 +71,8 @@ std::string moveInWorld(graph::Graph& graph, const graph::NodeRef& transform, co
 Matrix4 ownRotation(graph::Graph& graph, const graph::NodeRef& transform) {
     const geometry::TransformParts parts = nodes::transformParts(graph, transform);
     return geometry::rotationMatrix(parts.rotateAxis) *
-           geometry::rotationMatrix(parts.rotate, parts.rotateOrder);
+           geometry::rotationMatrix(parts.rotate, parts.rotateOrder) *
+           geometry::rotationMatrix(parts.jointOrient);
 }
 
 Matrix4 parentRotation(graph::Graph& graph, const graph::NodeRef& transform) {
@@ -82,9 +83,9 @@ Matrix4 parentRotation(graph::Graph& graph, const graph::NodeRef& transform) {
 
 std::string setOwnRotation(graph::Graph& graph, const graph::NodeRef& transform, const Matrix4& rotation) {
     const geometry::TransformParts parts = nodes::transformParts(graph, transform);
-    const Matrix4 withoutAxis = geometry::rotationMatrix(parts.rotateAxis).transposed() * rotation;
-    return writeTriple(graph, transform, "rotate",
-                       nearestAngles(withoutAxis, parts.rotateOrder, parts.rotate));
+    const Matrix4 plain = geometry::rotationMatrix(parts.rotateAxis).transposed() * rotation *
+                          geometry::rotationMatrix(parts.jointOrient).transposed();
+    return writeTriple(graph, transform, "rotate", nearestAngles(plain, parts.rotateOrder, parts.rotate));
 }
 
 Vec3 rotatePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform) {

@@ -32,12 +32,12 @@ std::string moveInWorld(graph::Graph& graph, const graph::NodeRef& transform, co
 /// Matrix from world space to the space that a transform stands in.
 geometry::Matrix4 worldToParent(graph::Graph& graph, const graph::NodeRef& transform);
 
-/// Rotation part of a transform alone (rotate axis and rotation), and of its parent in the world.
+/// Rotation part of a transform alone (rotate axis, rotation, joint orient), and of its parent in the world.
 geometry::Matrix4 ownRotation(graph::Graph& graph, const graph::NodeRef& transform);
 geometry::Matrix4 parentRotation(graph::Graph& graph, const graph::NodeRef& transform);
 
-/// Sets the rotation so that rotate axis and rotation together are `rotation`. Of the angles that mean the
-/// same, those nearest to the present ones are taken.
+/// Sets the rotation so that rotate axis, rotation and joint orient together are `rotation`. Of the angles
+/// that mean the same, those nearest to the present ones are taken.
 std::string setOwnRotation(graph::Graph& graph, const graph::NodeRef& transform,
                            const geometry::Matrix4& rotation);
 

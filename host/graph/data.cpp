@@ -1,5 +1,7 @@
 #include "graph/data.h"
 
+#include <cstdint>
+
 namespace host::graph {
 
 void ComponentListData::reserve(std::size_t entries) {
@@ -42,8 +44,9 @@ std::vector<int> ComponentListData::flattened() const {
     std::vector<int> result;
     result.reserve(total);
     for (const Run run : runs_) {
-        for (int element = run.first; element <= run.last; ++element)
-            result.push_back(element);
+        // The last of all ints may be an element: the count goes one beyond it.
+        for (std::int64_t element = run.first; element <= run.last; ++element)
+            result.push_back(static_cast<int>(element));
     }
     return result;
 }

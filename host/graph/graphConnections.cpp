@@ -64,7 +64,10 @@ void Graph::disconnect(const Plug& destination) {
     }
     breakLink(feeding, destination);
     if (keepsNumber) setNumber(destination, lastNumber);
-    if (lastData != nullptr) setData(destination, lastData);
+    // "Never set" is a value too where the destination has another one of its own.
+    const bool hasOwnData =
+        kind == ValueKind::Typed && destination.node()->storedData(destination.key()) != lastData;
+    if (hasOwnData) setData(destination, lastData);
     if (lastParts.size() == destination.attribute().children().size()) {
         for (std::size_t k = 0; k < lastParts.size(); ++k)
             setNumber(destination.child(static_cast<int>(k)), lastParts[k]);

@@ -13,6 +13,7 @@
 #include "mel/interpreter.h"
 #include "mel/pluginCommand.h"
 #include "mel/syntax.h"
+#include "mel/tools.h"
 
 namespace host::mel {
 
@@ -88,6 +89,8 @@ class CommandRegistry final : public CommandTable {
     PluginService* plugins() const { return plugins_; }
     void setPlugins(PluginService* plugins) { plugins_ = plugins; }
 
+    ToolBox& tools() { return tools_; }
+
     /// Exit status that `quit` asked for.
     int exitStatus() const { return exitStatus_; }
     void setExitStatus(int status) { exitStatus_ = status; }
@@ -113,6 +116,7 @@ class CommandRegistry final : public CommandTable {
     std::vector<std::string> deferred_;
     std::vector<std::string> deferredLow_;
     PluginService* plugins_ = nullptr;
+    ToolBox tools_;
     int exitStatus_ = 0;
     Interpreter interpreter_;
 };

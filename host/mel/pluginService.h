@@ -15,7 +15,8 @@ struct PluginDescription {
     std::string vendor;
     std::string version;
     std::string apiVersion;
-    std::vector<std::string> commands;  // script commands, in the order of their registration
+    std::vector<std::string> commands;           // script commands, in the order of their registration
+    std::vector<std::string> contextCommands{};  // script commands that make tools, in the same order
 };
 
 /// Loads and unloads plug-ins, on behalf of the script commands. The results carry the host's error texts.

@@ -1,6 +1,7 @@
 #include "nodes/blendShapeTargets.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "nodes/blendShapeNode.h"
 
@@ -62,7 +63,10 @@ void addDeltas(const graph::PointArrayData& points, const graph::ComponentListDa
         for (const graph::Run* run = first; run != last && point != end; ++run) {
             const bool isAll = run->last < run->first;
             const int stop = isAll ? vertexCount - 1 : run->last;
-            for (int vertex = isAll ? 0 : run->first; vertex <= stop && point != end; ++vertex, ++point) {
+            // The last of all ints may be listed: the count goes one beyond it.
+            std::int64_t listed = isAll ? 0 : run->first;
+            for (; listed <= stop && point != end; ++listed, ++point) {
+                const int vertex = static_cast<int>(listed);
                 if (vertex < 0 || vertex >= vertexCount) continue;
                 const double* weight = weights != nullptr ? weights->find(vertex) : nullptr;
                 const double factor = weight != nullptr ? scale * *weight : scale;

@@ -17,7 +17,7 @@ constexpr int kColors = 1;
 graph::Plug findSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name) {
     const graph::Plug sets = shape->plug("colorSet");
     for (const int index : graph.elements(sets)) {
-        const graph::Plug set = sets.element(index);
+        graph::Plug set = sets.element(index);
         if (textAt(graph, set.child(kName)) == name) return set;
     }
     return {};
@@ -33,10 +33,12 @@ std::size_t vertexCount(graph::Graph& graph, const graph::NodeRef& shape) {
 }
 
 std::string freeSetName(graph::Graph& graph, const graph::NodeRef& shape, const std::string& wanted) {
-    std::string name = wanted;
-    for (int number = 1; findSet(graph, shape, name); ++number)
-        name = wanted + std::to_string(number);
-    return name;
+    if (!findSet(graph, shape, wanted)) return wanted;
+    const std::string stem = wanted.substr(0, wanted.find_last_not_of("0123456789") + 1);
+    for (int number = 1;; ++number) {
+        std::string name = stem + std::to_string(number);
+        if (!findSet(graph, shape, name)) return name;
+    }
 }
 
 }  // namespace
@@ -62,7 +64,7 @@ bool setCurrentColorSet(graph::Graph& graph, const graph::NodeRef& shape, const 
 std::string createColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name) {
     const graph::Plug sets = shape->plug("colorSet");
     const bool isFirst = graph.elementCount(sets) == 0;
-    const std::string given = freeSetName(graph, shape, name.empty() ? "colorSet" : name);
+    std::string given = freeSetName(graph, shape, name.empty() ? "colorSet1" : name);
     setText(graph, sets.element(graph.nextIndex(sets)).child(kName), given);
     if (isFirst) setCurrentColorSet(graph, shape, given);
     return given;
@@ -99,7 +101,7 @@ std::vector<Color> vertexColors(graph::Graph& graph, const graph::NodeRef& shape
 
 void setVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std::vector<int>& vertices,
                      const std::vector<Color>& colors) {
-    if (currentColorSet(graph, shape).empty()) createColorSet(graph, shape, "colorSet1");
+    if (currentColorSet(graph, shape).empty()) createColorSet(graph, shape, {});
     std::vector<Color> all = vertexColors(graph, shape);
     const std::size_t count = std::min(vertices.size(), colors.size());
     for (std::size_t k = 0; k < count; ++k) {
@@ -113,6 +115,24 @@ void setVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std
 void removeVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std::vector<int>& vertices) {
     if (currentColorSet(graph, shape).empty()) return;
     setVertexColors(graph, shape, vertices, std::vector<Color>(vertices.size(), kUnsetColor));
+}
+
+bool clearColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name) {
+    const graph::Plug set = findSet(graph, shape, name.empty() ? currentColorSet(graph, shape) : name);
+    if (!set) return false;
+    graph.setData(set.child(kColors), nullptr);
+    return true;
+}
+
+void copyColorSets(graph::Graph& graph, const graph::NodeRef& from, const graph::NodeRef& to) {
+    const graph::Plug sets = from->plug("colorSet");
+    for (const int index : graph.elements(sets)) {
+        const graph::Plug copy = to->plug("colorSet").element(index);
+        for (const int part : {kName, kColors})
+            graph.setData(copy.child(part), graph.data(sets.element(index).child(part)));
+    }
+    if (const std::string current = currentColorSet(graph, from); !current.empty())
+        setCurrentColorSet(graph, to, current);
 }
 
 }  // namespace host::nodes

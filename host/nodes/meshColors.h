@@ -30,7 +30,8 @@ std::string currentColorSet(graph::Graph& graph, const graph::NodeRef& shape);
 /// @return false when there is no such set
 bool setCurrentColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name);
 
-/// Makes a set, current when it is the first. @param name  made unique; empty means colorSet, colorSet1, ...
+/// Makes a set, current when it is the first.
+/// @param name  made unique by the number at its end; empty means colorSet1, colorSet2, ...
 /// @return the name given
 std::string createColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name);
 /// Deletes a set; when it was current the first one left becomes it. @return false when there is none
@@ -50,5 +51,10 @@ void setVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std
                      const std::vector<Color>& colors);
 /// Leaves vertices of the current set without colour.
 void removeVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std::vector<int>& vertices);
+/// Leaves no vertex of a set with a colour; the set stays. @param name  empty means the current one
+/// @return false when there is no such set
+bool clearColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name = {});
+/// Gives a shape without sets those of another one, colours included.
+void copyColorSets(graph::Graph& graph, const graph::NodeRef& from, const graph::NodeRef& to);
 
 }  // namespace host::nodes

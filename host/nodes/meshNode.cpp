@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "nodes/deformers.h"
+#include "nodes/meshColors.h"
 #include "nodes/plugs.h"
 
 namespace host::nodes {
@@ -102,11 +103,13 @@ void offsetVertices(graph::Graph& graph, const graph::NodeRef& shape, const std:
 graph::NodeRef copyMesh(graph::Graph& graph, const graph::NodeRef& shape, graph::Node* parentTransform) {
     const MeshPtr source = meshOf(graph, shape);
     geometry::Mesh mesh = source != nullptr ? source->mesh : geometry::Mesh();
-    if (parentTransform != nullptr)
-        return createMeshShape(graph, std::move(mesh), shape->name(), *parentTransform);
     const graph::Node* owner = shape->parent();
     const std::string name = owner != nullptr ? graph.nextName(owner->name()) : std::string();
-    return createMesh(graph, std::move(mesh), name, nullptr);
+    graph::NodeRef copy = parentTransform != nullptr
+                              ? createMeshShape(graph, std::move(mesh), shape->name(), *parentTransform)
+                              : createMesh(graph, std::move(mesh), name, nullptr);
+    copyColorSets(graph, shape, copy);
+    return copy;
 }
 
 bool isIntermediate(const graph::Graph&, const graph::Node& node) {

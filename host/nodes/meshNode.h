@@ -38,8 +38,9 @@ void setMeshPoints(graph::Graph& graph, const graph::NodeRef& shape, std::vector
 void offsetVertices(graph::Graph& graph, const graph::NodeRef& shape, const std::vector<int>& vertices,
                     const std::vector<geometry::Vec3>& offsets);
 
-/// Copies the evaluated mesh: no history, no intermediate flag, no shading group. Below `parentTransform`, or
-/// when that is null below a new top-level transform named like the source's with the next free number.
+/// Copies the evaluated mesh with its colour sets: no history, no intermediate flag, no shading group. Below
+/// `parentTransform`, or when that is null below a new top-level transform named like the source's with the
+/// next free number.
 /// @return the new shape
 graph::NodeRef copyMesh(graph::Graph& graph, const graph::NodeRef& shape, graph::Node* parentTransform);
 

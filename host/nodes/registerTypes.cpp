@@ -1,6 +1,7 @@
 #include "nodes/registerTypes.h"
 
 #include "nodes/meshNode.h"
+#include "nodes/sceneTime.h"
 #include "nodes/schema.h"
 #include "nodes/sets.h"
 
@@ -34,6 +35,7 @@ void registerTypes(graph::NodeTypes& types) {
     addMeshTypes(types);
     addDeformerTypes(types);
     addBlendShapeTypes(types);
+    addSkinClusterTypes(types);
     addSetTypes(types);
     addCreatorTypes(types);
     addSceneTypes(types);
@@ -43,6 +45,8 @@ void setUpScene(graph::Graph& graph) {
     graph.setComponentSupport({shapeOf, componentCount});
     const graph::RecordingScope silent(graph, nullptr);
     create(graph, "time", "time1");
+    constexpr double kFrame = 1.0 / 24.0;
+    setCurrentTime(graph, kFrame);
     const graph::NodeRef partition = create(graph, "partition", "renderPartition");
     const graph::NodeRef shading = create(graph, "shadingEngine", "initialShadingGroup");
     const graph::NodeRef lambert = create(graph, "lambert", "lambert1");

@@ -5,13 +5,14 @@
 /// The parts of registerTypes, in the order in which they must run.
 namespace host::nodes {
 
-void addDagTypes(graph::NodeTypes& types);         // node, dagNode, transform
-void addMeshTypes(graph::NodeTypes& types);        // shape ... mesh
-void addDeformerTypes(graph::NodeTypes& types);    // geometryFilter, tweak, groupParts, groupId
-void addBlendShapeTypes(graph::NodeTypes& types);  // blendShape
-void addSetTypes(graph::NodeTypes& types);         // objectSet, shadingEngine, partition
-void addCreatorTypes(graph::NodeTypes& types);     // polyCube, ..., polyUnite
-void addSceneTypes(graph::NodeTypes& types);       // time, lambert, network
+void addDagTypes(graph::NodeTypes& types);          // node, dagNode, transform, joint
+void addMeshTypes(graph::NodeTypes& types);         // shape ... mesh
+void addDeformerTypes(graph::NodeTypes& types);     // geometryFilter, tweak, groupParts, groupId
+void addBlendShapeTypes(graph::NodeTypes& types);   // blendShape
+void addSkinClusterTypes(graph::NodeTypes& types);  // skinCluster
+void addSetTypes(graph::NodeTypes& types);          // objectSet, shadingEngine, partition
+void addCreatorTypes(graph::NodeTypes& types);      // polyCube, ..., polyUnite
+void addSceneTypes(graph::NodeTypes& types);        // time, lambert, network
 
 /// Computes the outputs that every DAG node has (matrices).
 graph::ComputedValue computeDagOutput(graph::Graph& graph, const graph::Plug& output);

@@ -102,6 +102,12 @@ geometry::TransformParts transformParts(graph::Graph& graph, const graph::NodeRe
     parts.scalePivotTranslate = triple("scalePivotTranslate");
     parts.rotatePivot = triple("rotatePivot");
     parts.rotatePivotTranslate = triple("rotatePivotTranslate");
+    if (!transform->isA("joint")) return parts;
+    parts.jointOrient = triple("jointOrient");
+    if (graph.number(named(transform, "segmentScaleCompensate")) == 0.0) return parts;
+    const geometry::Vec3 parentScale = triple("inverseScale");
+    for (int axis = 0; axis < 3; ++axis)
+        parts.inverseParentScale[axis] = parentScale[axis] != 0.0 ? 1.0 / parentScale[axis] : 1.0;
     return parts;
 }
 
@@ -139,14 +145,19 @@ void setRotateOrder(graph::Graph& graph, const graph::NodeRef& transform, geomet
 
 void setLocalMatrix(graph::Graph& graph, const graph::NodeRef& transform, const geometry::Matrix4& matrix) {
     geometry::TransformParts parts = transformParts(graph, transform);
-    const geometry::TransformParts plain = geometry::decomposeTransform(matrix, parts.rotateOrder);
-    // The rotate axis turns between scale and rotation, so it has to be taken out of what was found.
-    const geometry::Matrix4 axis = geometry::rotationMatrix(parts.rotateAxis).transposed();
-    parts.rotate =
-        parts.rotateAxis == geometry::Vec3()
-            ? plain.rotate
-            : geometry::eulerAngles(axis * geometry::rotationMatrix(plain.rotate, parts.rotateOrder),
-                                    parts.rotateOrder);
+    const geometry::Vec3& compensation = parts.inverseParentScale;
+    const geometry::Matrix4 parentScale =
+        geometry::Matrix4::scaling({1.0 / compensation.x, 1.0 / compensation.y, 1.0 / compensation.z});
+    const geometry::TransformParts plain =
+        geometry::decomposeTransform(matrix * parentScale, parts.rotateOrder);
+    // Rotate axis and joint orient turn before and after the rotation: both come out of what was found.
+    const bool isPlain = parts.rotateAxis == geometry::Vec3() && parts.jointOrient == geometry::Vec3();
+    parts.rotate = isPlain
+                       ? plain.rotate
+                       : geometry::eulerAngles(geometry::rotationMatrix(parts.rotateAxis).transposed() *
+                                                   geometry::rotationMatrix(plain.rotate, parts.rotateOrder) *
+                                                   geometry::rotationMatrix(parts.jointOrient).transposed(),
+                                               parts.rotateOrder);
     parts.scale = plain.scale;
     parts.shear = plain.shear;
     parts.translate = {};
@@ -155,6 +166,19 @@ void setLocalMatrix(graph::Graph& graph, const graph::NodeRef& transform, const 
     setRotation(graph, transform, parts.rotate);
     setScale(graph, transform, parts.scale);
     setShear(graph, transform, parts.shear);
+}
+
+void compensateParentScale(graph::Graph& graph, const graph::NodeRef& joint) {
+    const graph::Plug inverseScale = named(joint, "inverseScale");
+    if (!inverseScale) return;
+    graph::Node* parent = joint->parent();
+    if (parent != nullptr && parent->isA("joint")) {
+        const graph::Plug scale = parent->plug("scale");
+        if (graph.source(inverseScale) != scale) graph.connect(scale, inverseScale);
+    } else if (graph.source(inverseScale)) {
+        graph.disconnect(inverseScale);
+        setTripleAt(graph, inverseScale, {1.0, 1.0, 1.0});
+    }
 }
 
 void addDagTypes(graph::NodeTypes& types) {
@@ -190,6 +214,15 @@ void addDagTypes(graph::NodeTypes& types) {
                 graph::triple("scalePivotTranslate", "spt", ValueKind::Distance),
                 graph::triple("rotateAxis", "ra", ValueKind::Angle),
                 graph::number("inheritsTransform", "it", ValueKind::Bool).withDefault(1)}});
+    types.add({"joint",
+               "transform",
+               {keyableTriple("jointOrient", "jo", ValueKind::Angle),
+                graph::number("segmentScaleCompensate", "ssc", ValueKind::Bool).withDefault(1),
+                // The scale of the parent joint, whose inverse is applied.
+                keyableTriple("inverseScale", "is", ValueKind::Double, 1.0),
+                graph::number("radius", "radi", ValueKind::Float).withDefault(1).keyable(),
+                graph::number("lockInfluenceWeights", "liw", ValueKind::Bool),
+                graph::triple("objectColorRGB", "obcc", ValueKind::Float)}});
 }
 
 }  // namespace host::nodes

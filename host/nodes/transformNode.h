@@ -5,7 +5,7 @@
 
 namespace host::nodes {
 
-/// The transform's own attributes; angles in radians.
+/// The transform's own attributes, a joint's orient and scale compensation among them; angles in radians.
 geometry::TransformParts transformParts(graph::Graph& graph, const graph::NodeRef& transform);
 
 /// Matrix of the node alone: the identity for a shape.
@@ -24,7 +24,11 @@ void setShear(graph::Graph& graph, const graph::NodeRef& transform, const geomet
 void setRotateOrder(graph::Graph& graph, const graph::NodeRef& transform, geometry::RotateOrder order);
 
 /// Sets translation, rotation (in the node's rotate order), scale and shear so that the local matrix becomes
-/// this one. Pivots stay.
+/// this one. Pivots and joint orient stay.
 void setLocalMatrix(graph::Graph& graph, const graph::NodeRef& transform, const geometry::Matrix4& matrix);
+
+/// Feeds a joint's inverseScale from the scale of its parent when that is a joint, and from nothing
+/// otherwise. Other nodes are left alone.
+void compensateParentScale(graph::Graph& graph, const graph::NodeRef& joint);
 
 }  // namespace host::nodes

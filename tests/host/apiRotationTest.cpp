@@ -121,6 +121,7 @@ TEST_P(Rotations, poleKeepsTheRotationAlthoughTheAnglesAreNotUnique) {
             const MEulerRotation read = MEulerRotation::decompose(original.asMatrix(), GetParam().euler);
             EXPECT_TRUE(read.asMatrix().isEquivalent(original.asMatrix(), 1e-7));
             EXPECT_NEAR(read[middleAxis()], pole, 1e-7);
+            EXPECT_EQ(read[static_cast<unsigned int>(GetParam().axes[2])], 0.0);
             for (const Order& target : orders()) {
                 const MEulerRotation there = original.reorder(target.euler);
                 EXPECT_TRUE(there.asMatrix().isEquivalent(original.asMatrix(), 1e-7));

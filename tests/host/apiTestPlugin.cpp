@@ -1,16 +1,27 @@
+#include <maya/MEvent.h>
 #include <maya/MFnPlugin.h>
 #include <maya/MGlobal.h>
 #include <maya/MPxCommand.h>
+#include <maya/MPxContext.h>
+#include <maya/MPxContextCommand.h>
 
 // The plug-in of the loader's tests. The option variable "testPluginMood" makes it misbehave.
 
 namespace {
 
+void count(const char* variable, int change) {
+    MGlobal::setOptionVarValue(variable, MGlobal::optionVarIntValue(variable) + change);
+}
+
+bool hasMood(const char* mood) {
+    return MGlobal::optionVarStringValue("testPluginMood") == mood;
+}
+
 /// Counts itself in an option variable while it lives.
 class TestCommand : public MPxCommand {
   public:
-    TestCommand() { count(1); }
-    ~TestCommand() override { count(-1); }
+    TestCommand() { count("testCommandsAlive", 1); }
+    ~TestCommand() override { count("testCommandsAlive", -1); }
     MStatus doIt(const MArgList&) override {
         setResult("from the plug-in");
         return MS::kSuccess;
@@ -18,17 +29,78 @@ class TestCommand : public MPxCommand {
     MStatus undoIt() override { return MS::kSuccess; }
     bool isUndoable() const override { return true; }
     static void* creator() { return new TestCommand; }
+};
+
+/// Writes what happens to it into an option variable, and counts itself in another while it lives. It has one
+/// classic handler (press), one of Viewport 2.0 (drag), and none for the release.
+class TestTool : public MPxContext {
+  public:
+    TestTool() {
+        count("testToolsAlive", 1);
+        setTitleString("Test Tool");
+    }
+    ~TestTool() override { count("testToolsAlive", -1); }
+
+    void toolOnSetup(MEvent&) override { log("on"); }
+    void toolOffCleanup() override { log("off"); }
+
+    using MPxContext::doPress;
+    MStatus doPress(MEvent& event) override {
+        log("press", event);
+        if (hasMood("switch")) MGlobal::executeCommand("setToolTo selectSuperContext");
+        if (hasMood("nest")) MGlobal::executeCommand("headlessDrag -from 0 0 -to 1 1");
+        return hasMood("refusePress") ? MS::kFailure : MS::kSuccess;
+    }
+
+    using MPxContext::doDrag;
+    MStatus doDrag(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) override {
+        log("drag", event);
+        return MS::kSuccess;
+    }
+
+    int width = 1;
 
   private:
-    static void count(int change) {
-        MGlobal::setOptionVarValue("testCommandsAlive",
-                                   MGlobal::optionVarIntValue("testCommandsAlive") + change);
+    static void log(const MString& text) {
+        MGlobal::setOptionVarValue("testPluginEvents",
+                                   MGlobal::optionVarStringValue("testPluginEvents") + text + "; ");
+    }
+    static void log(const char* kind, const MEvent& event) {
+        short x = 0;
+        short y = 0;
+        event.getPosition(x, y);
+        MString text(kind);
+        text += event.mouseButton() == MEvent::kLeftMouse ? " left " : " middle ";
+        log(text + static_cast<int>(x) + " " + static_cast<int>(y));
     }
 };
 
-bool hasMood(const char* mood) {
-    return MGlobal::optionVarStringValue("testPluginMood") == mood;
-}
+class TestToolCommand : public MPxContextCommand {
+  public:
+    MPxContext* makeObj() override {
+        tool_ = hasMood("noTool") ? nullptr : new TestTool;
+        return tool_;
+    }
+    MStatus appendSyntax() override {
+        MSyntax mine = syntax();
+        return mine.addFlag("-w", "-width", MSyntax::kLong);
+    }
+    MStatus doEditFlags() override {
+        const MArgParser arguments = parser();
+        int width = 0;
+        MStatus status = arguments.getFlagArgument("-width", 0, width);
+        if (!status || width < 0) return MS::kFailure;
+        tool_->width = width;
+        return status;
+    }
+    MStatus doQueryFlags() override {
+        return parser().isFlagSet("-width") ? setResult(tool_->width) : MS::kFailure;
+    }
+    static void* creator() { return new TestToolCommand; }
+
+  private:
+    TestTool* tool_ = nullptr;
+};
 
 }  // namespace
 
@@ -40,6 +112,8 @@ PLUGIN_EXPORT MStatus initializePlugin(MObject object) {
     if (plugin.registerCommand("testPluginCommand", TestCommand::creator)) return MS::kFailure;
     if (plugin.registerCommand("not legal", TestCommand::creator)) return MS::kFailure;
     if (plugin.registerCommand("testPluginOther", TestCommand::creator) != MS::kSuccess) return MS::kFailure;
+    if (!plugin.registerContextCommand("testPluginTool", TestToolCommand::creator)) return MS::kFailure;
+    if (plugin.registerContextCommand("testPluginOther", TestToolCommand::creator)) return MS::kFailure;
     return hasMood("refuse") ? MS::kFailure : MS::kSuccess;
 }
 
@@ -47,5 +121,6 @@ PLUGIN_EXPORT MStatus uninitializePlugin(MObject object) {
     if (hasMood("stay")) return MS::kFailure;
     MFnPlugin plugin(object);
     if (plugin.deregisterCommand("setNumber")) return MS::kFailure;
+    if (plugin.deregisterContextCommand("testPluginOther")) return MS::kFailure;
     return plugin.deregisterCommand("testPluginCommand");
 }

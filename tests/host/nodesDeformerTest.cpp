@@ -313,6 +313,8 @@ TEST_F(Blend, survivesListsThatDoNotFit) {
     EXPECT_EQ(heights(), (Heights{0, 2, 0, 0}));
     item(0, 6000, pointList({{0, 1, 0, 1}, {0, 2, 0, 1}}), vertexList({{-3, -2}}));
     EXPECT_EQ(heights(), (Heights{0, 0, 0, 0}));
+    item(0, 6000, pointList({{0, 1, 0, 1}, {0, 2, 0, 1}}), vertexList({{2147483647, 2147483647}, {0, 0}}));
+    EXPECT_EQ(heights(), (Heights{2, 0, 0, 0}));
     item(0, 6000, pointList({}), vertexList({}));
     EXPECT_EQ(heights(), (Heights{0, 0, 0, 0}));
     item(0, 6000, pointList({{0, 0, 0, 1}}), vertexList({{0, 0}}));

@@ -204,13 +204,13 @@ TEST(Colors, goIntoTheCurrentSetAndComeBackByUndo) {
               "");
     EXPECT_EQ(nodes::currentColorSet(scene, shape), "colorSet1");
     EXPECT_EQ(nodes::vertexColors(scene, shape), (std::vector<Color>{kUnsetColor, kUnsetColor, red}));
-    EXPECT_EQ(nodes::createColorSet(scene, shape, "colorSet1"), "colorSet11");
+    EXPECT_EQ(nodes::createColorSet(scene, shape, "colorSet1"), "colorSet2");
     EXPECT_EQ(nodes::currentColorSet(scene, shape), "colorSet1") << "a further set is not current";
-    EXPECT_TRUE(nodes::setCurrentColorSet(scene, shape, "colorSet11"));
+    EXPECT_TRUE(nodes::setCurrentColorSet(scene, shape, "colorSet2"));
     EXPECT_FALSE(nodes::setCurrentColorSet(scene, shape, "none"));
     EXPECT_EQ(nodes::vertexColors(scene, shape), std::vector<Color>(3, kUnsetColor));
-    EXPECT_FALSE(nodes::renameColorSet(scene, shape, "colorSet11", "colorSet1"));
-    EXPECT_TRUE(nodes::renameColorSet(scene, shape, "colorSet11", "map"));
+    EXPECT_FALSE(nodes::renameColorSet(scene, shape, "colorSet2", "colorSet1"));
+    EXPECT_TRUE(nodes::renameColorSet(scene, shape, "colorSet2", "map"));
     EXPECT_EQ(nodes::currentColorSet(scene, shape), "map");
     EXPECT_TRUE(nodes::deleteColorSet(scene, shape, "map"));
     EXPECT_EQ(nodes::currentColorSet(scene, shape), "colorSet1");

@@ -19,7 +19,9 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
+class M3dView;
 class MAngle;
+class MAnimControl;
 class MArgDatabase;
 class MArgList;
 class MArgParser;
@@ -27,6 +29,7 @@ class MBoundingBox;
 class MColor;
 class MColorArray;
 class MCommandResult;
+class MCursor;
 class MDGModifier;
 class MDagModifier;
 class MDagPath;
@@ -34,6 +37,7 @@ class MDagPathArray;
 class MDistance;
 class MDoubleArray;
 class MEulerRotation;
+class MEvent;
 class MFloatArray;
 class MFloatMatrix;
 class MFloatPoint;
@@ -58,6 +62,7 @@ class MFnMeshData;
 class MFnPlugin;
 class MFnPointArrayData;
 class MFnSingleIndexedComponent;
+class MFnSkinCluster;
 class MFnStringArrayData;
 class MFnStringData;
 class MFnTransform;
@@ -78,6 +83,8 @@ class MPoint;
 class MPointArray;
 class MPointOnMesh;
 class MPxCommand;
+class MPxContext;
+class MPxContextCommand;
 class MQuaternion;
 class MSelectionList;
 class MSpace;
@@ -93,6 +100,11 @@ class MUintArray;
 class MUuid;
 class MVector;
 class MVectorArray;
+
+namespace MHWRender {
+class MFrameContext;
+class MUIDrawManager;
+}  // namespace MHWRender
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE
 

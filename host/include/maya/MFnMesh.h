@@ -13,8 +13,13 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// Object space works on any mesh; world space needs a set that was attached to a DAG path. Reading evaluates
 /// what feeds the shape. Writing goes to the shape's own points, and on a shape with history to its tweaks.
 /// Reading an unchanging scene is safe from several threads, each with a function set of its own.
+///
+/// Colours belong to shapes of the scene only, whatever their history. A modifier given to a function that
+/// changes them can take the change back, which has been made when the function returns.
 class OPENMAYA_EXPORT MFnMesh : public MFnDagNode {
   public:
+    enum { kInstanceUnspecified = -1 };
+
     MFnMesh();
     MFnMesh(MObject& object, MStatus* status = nullptr);
     MFnMesh(const MObject& object, MStatus* status = nullptr);
@@ -60,6 +65,29 @@ class OPENMAYA_EXPORT MFnMesh : public MFnDagNode {
     MStatus getClosestPoint(const MPoint& toThisPoint, MPoint& closestPoint,
                             MSpace::Space space = MSpace::kObject, int* closestPolygon = nullptr) const;
     MStatus getPolygonNormal(int polygonId, MVector& normal, MSpace::Space space = MSpace::kObject) const;
+
+    int numColorSets(MStatus* status = nullptr) const;
+    MStatus getColorSetNames(MStringArray& setNames) const;
+    /// Empty while there is no set. @param instance has no effect: all instances share their sets
+    MString currentColorSetName(int instance, MStatus* status = nullptr) const;
+    MStatus setCurrentColorSetName(const MString& setName, MDGModifier* modifier = nullptr);
+    /// The first set becomes the current one. @return the name that the set got: made unique
+    MString createColorSetWithName(const MString& colorSetName, MDGModifier* modifier = nullptr,
+                                   MStatus* status = nullptr);
+    MStatus deleteColorSet(const MString& colorSetName, MDGModifier* modifier = nullptr);
+    /// Takes the colours out of a set; null for the current one.
+    MStatus clearColors(const MString* colorSet = nullptr);
+
+    /// One colour per vertex; four times -1, or the default, for a vertex without one. Fails without a set.
+    /// @param colorSet null for the current one
+    MStatus getVertexColors(MColorArray& colors, const MString* colorSet = nullptr,
+                            const MColor* defaultUnsetColor = nullptr) const;
+    /// Colours vertices in the current set; where there is none, colorSet1 is made.
+    MStatus setVertexColor(const MColor& color, int vertexId, MDGModifier* modifier = nullptr);
+    MStatus setVertexColors(MColorArray& colors, MIntArray& vertexList, MDGModifier* modifier = nullptr);
+    MStatus removeVertexColors(MIntArray& vertexList, MDGModifier* modifier = nullptr);
+    bool displayColors(MStatus* status = nullptr) const;
+    MStatus setDisplayColors(bool enable);
 
   private:
     struct Held;

@@ -47,6 +47,12 @@ class OPENMAYA_EXPORT MFnPlugin : public MFnBase {
                             MCreateSyntaxFunction createSyntaxFunction = nullptr);
     /// Fails when this plug-in has no such command.
     MStatus deregisterCommand(const MString& commandName);
+
+    /// A command that makes tools: the creator gives a MPxContextCommand. Fails when the name is taken.
+    MStatus registerContextCommand(const MString& commandName, MCreatorFunction creatorFunction);
+    /// The tools that the command made go with it; the select tool takes the place of a current one. Fails
+    /// when this plug-in has no such command.
+    MStatus deregisterContextCommand(const MString& commandName);
 };
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

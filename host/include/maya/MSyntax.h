@@ -55,7 +55,9 @@ class OPENMAYA_EXPORT MSyntax {
     friend struct host::api::Access;
 
     struct Table;
-    std::unique_ptr<Table> table_;
+    explicit MSyntax(std::shared_ptr<Table> table);
+
+    std::shared_ptr<Table> table_;
 };
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

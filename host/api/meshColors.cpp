@@ -1,0 +1,194 @@
+#include <maya/MColorArray.h>
+#include <maya/MDGModifier.h>
+#include <maya/MFnMesh.h>
+#include <maya/MIntArray.h>
+#include <maya/MStringArray.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "api/access.h"
+#include "api/session.h"
+#include "nodes/meshColors.h"
+#include "nodes/meshNode.h"
+
+using host::api::Access;
+using host::api::failed;
+using host::api::missingObject;
+using host::api::noElement;
+using host::api::report;
+using host::api::scene;
+using host::api::text;
+using host::graph::ChangeList;
+using host::graph::NodeRef;
+using host::nodes::Color;
+
+namespace {
+
+/// Runs a change of the scene, and gives it to the modifier, if there is one, to take back.
+template <typename Change>
+auto changeFor(MDGModifier* modifier, Change change) {
+    if (modifier == nullptr) return change();
+    auto list = std::make_unique<ChangeList>();
+    auto result = [&] {
+        const host::graph::RecordingScope recording(scene(), list.get());
+        return change();
+    }();
+    Access::addDone(*modifier, std::move(list));
+    return result;
+}
+
+/// Success, or the failure of a set that does not exist.
+MStatus found(bool exists) {
+    return exists ? MStatus(MStatus::kSuccess) : MStatus(MStatus::kInvalidParameter);
+}
+
+int vertexCount(const NodeRef& shape) {
+    return scene().componentCount(shape, host::graph::ComponentKind::Vertex);
+}
+
+/// The vertices as the host takes them. @param status set to a failure for a number that is no vertex
+std::vector<int> verticesOf(const NodeRef& shape, const MIntArray& list, MStatus& status) {
+    std::vector<int> vertices(list.begin(), list.end());
+    const int count = vertexCount(shape);
+    status = MStatus::kSuccess;
+    for (const int vertex : vertices) {
+        if (vertex < 0 || vertex >= count) status = noElement();
+    }
+    return vertices;
+}
+
+Color colorOf(const MColor& color) {
+    return {color.r, color.g, color.b, color.a};
+}
+
+MStatus writeColors(const NodeRef& shape, const std::vector<int>& vertices, const std::vector<Color>& colors,
+                    MDGModifier* modifier) {
+    return changeFor(modifier, [&] {
+        host::nodes::setVertexColors(scene(), shape, vertices, colors);
+        return MStatus(MStatus::kSuccess);
+    });
+}
+
+}  // namespace
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+int MFnMesh::numColorSets(MStatus* status) const {
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return failed(status, missingObject(), 0);
+    report(status, MStatus::kSuccess);
+    return static_cast<int>(host::nodes::colorSetNames(scene(), shape).size());
+}
+
+MStatus MFnMesh::getColorSetNames(MStringArray& setNames) const {
+    setNames.clear();
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return missingObject();
+    for (const std::string& name : host::nodes::colorSetNames(scene(), shape))
+        setNames.append(host::api::string(name));
+    return MStatus::kSuccess;
+}
+
+MString MFnMesh::currentColorSetName(int, MStatus* status) const {
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    return host::api::string(host::nodes::currentColorSet(scene(), shape));
+}
+
+MStatus MFnMesh::setCurrentColorSetName(const MString& setName, MDGModifier* modifier) {
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return missingObject();
+    return found(
+        changeFor(modifier, [&] { return host::nodes::setCurrentColorSet(scene(), shape, text(setName)); }));
+}
+
+MString MFnMesh::createColorSetWithName(const MString& colorSetName, MDGModifier* modifier, MStatus* status) {
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return failed(status, missingObject(), MString());
+    report(status, MStatus::kSuccess);
+    return host::api::string(
+        changeFor(modifier, [&] { return host::nodes::createColorSet(scene(), shape, text(colorSetName)); }));
+}
+
+MStatus MFnMesh::deleteColorSet(const MString& colorSetName, MDGModifier* modifier) {
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return missingObject();
+    return found(
+        changeFor(modifier, [&] { return host::nodes::deleteColorSet(scene(), shape, text(colorSetName)); }));
+}
+
+MStatus MFnMesh::clearColors(const MString* colorSet) {
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return missingObject();
+    return found(host::nodes::clearColorSet(scene(), shape, colorSet != nullptr ? text(*colorSet) : ""));
+}
+
+MStatus MFnMesh::getVertexColors(MColorArray& colors, const MString* colorSet,
+                                 const MColor* defaultUnsetColor) const {
+    colors.clear();
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return missingObject();
+    const std::vector<Color> stored =
+        host::nodes::vertexColors(scene(), shape, colorSet != nullptr ? text(*colorSet) : "");
+    if (stored.empty()) return MStatus::kFailure;
+    colors.setLength(static_cast<unsigned int>(stored.size()));
+    auto color = colors.begin();
+    for (const Color& entry : stored) {
+        const bool isUnset = defaultUnsetColor != nullptr && entry == host::nodes::kUnsetColor;
+        *color++ = isUnset ? *defaultUnsetColor : MColor(entry.data());
+    }
+    return MStatus::kSuccess;
+}
+
+MStatus MFnMesh::setVertexColor(const MColor& color, int vertexId, MDGModifier* modifier) {
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return missingObject();
+    if (vertexId < 0 || vertexId >= vertexCount(shape)) return noElement();
+    return writeColors(shape, {vertexId}, {colorOf(color)}, modifier);
+}
+
+MStatus MFnMesh::setVertexColors(MColorArray& colors, MIntArray& vertexList, MDGModifier* modifier) {
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return missingObject();
+    if (colors.length() != vertexList.length()) return MStatus::kInvalidParameter;
+    MStatus status;
+    const std::vector<int> vertices = verticesOf(shape, vertexList, status);
+    if (!status) return status;
+    std::vector<Color> values;
+    values.reserve(vertices.size());
+    for (const MColor& color : colors)
+        values.push_back(colorOf(color));
+    return writeColors(shape, vertices, values, modifier);
+}
+
+MStatus MFnMesh::removeVertexColors(MIntArray& vertexList, MDGModifier* modifier) {
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return missingObject();
+    MStatus status;
+    const std::vector<int> vertices = verticesOf(shape, vertexList, status);
+    if (!status) return status;
+    return changeFor(modifier, [&] {
+        host::nodes::removeVertexColors(scene(), shape, vertices);
+        return MStatus(MStatus::kSuccess);
+    });
+}
+
+bool MFnMesh::displayColors(MStatus* status) const {
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return failed(status, missingObject(), false);
+    report(status, MStatus::kSuccess);
+    return scene().number(shape->plug("displayColors")) != 0.0;
+}
+
+MStatus MFnMesh::setDisplayColors(bool enable) {
+    const NodeRef shape = Access::node(object_);
+    if (shape == nullptr) return missingObject();
+    scene().setNumber(shape->plug("displayColors"), enable ? 1.0 : 0.0);
+    return MStatus::kSuccess;
+}
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

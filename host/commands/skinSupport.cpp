@@ -1,0 +1,97 @@
+#include "commands/skinSupport.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace host::commands {
+
+using nodes::WeightRole;
+
+WeightEditor::WeightEditor(graph::Graph& graph, graph::NodeRef skinCluster, bool normalizes)
+    : graph_(graph),
+      skinCluster_(std::move(skinCluster)),
+      normalizes_(normalizes && nodes::normalizesEdits(graph, skinCluster_)),
+      influences_(graph.elements(skinCluster_->plug("matrix"))) {
+    for (const int index : influences_)
+        locked_.push_back(nodes::isInfluenceLocked(graph, skinCluster_, index));
+    const bool isLimited = graph.number(skinCluster_->plug("maintainMaxInfluences")) != 0.0;
+    const double maximum = std::max(1.0, graph.number(skinCluster_->plug("maxInfluences")));
+    maxInfluences_ = isLimited ? static_cast<std::size_t>(maximum) : influences_.size();
+}
+
+std::vector<double> WeightEditor::weights(int vertex) const {
+    std::vector<double> result(influences_.size(), 0.0);
+    const nodes::WeightRows row = nodes::weightRows(skinCluster_, {vertex});
+    for (std::size_t k = 0; k < row.influences.size(); ++k) {
+        const auto found = std::lower_bound(influences_.begin(), influences_.end(), row.influences[k]);
+        if (found != influences_.end() && *found == row.influences[k])
+            result[static_cast<std::size_t>(found - influences_.begin())] = row.weights[k];
+    }
+    return result;
+}
+
+std::vector<double> WeightEditor::distances(int vertex) {
+    if (!pose_) pose_ = nodes::bindPoseOf(graph_, skinCluster_);
+    return pose_->distances(vertex);
+}
+
+/// Takes out the smallest weights beyond the greatest number of them, those that were not given first; all
+/// that are 0 then count as locked. @return whether there were any
+bool WeightEditor::limit(std::vector<double>& weights, std::vector<WeightRole>& roles) {
+    const auto isUsed = [](double weight) { return weight != 0.0; };
+    const auto used = static_cast<std::size_t>(std::count_if(weights.begin(), weights.end(), isUsed));
+    bool hasDropped = false;
+    for (std::size_t excess = used > maxInfluences_ ? used - maxInfluences_ : 0; excess > 0; --excess) {
+        std::size_t least = weights.size();
+        for (std::size_t k = 0; k < weights.size(); ++k) {
+            if (weights[k] == 0.0 || roles[k] == WeightRole::Locked) continue;
+            const bool isLess = least == weights.size() ||
+                                std::make_pair(roles[k] == WeightRole::Given, weights[k]) <
+                                    std::make_pair(roles[least] == WeightRole::Given, weights[least]);
+            if (isLess) least = k;
+        }
+        if (least == weights.size()) break;
+        weights[least] = 0.0;
+        isKept_ = isKept_ && roles[least] != WeightRole::Given;
+        hasDropped = true;
+    }
+    for (std::size_t k = 0; hasDropped && k < weights.size(); ++k) {
+        if (weights[k] == 0.0) roles[k] = WeightRole::Locked;
+    }
+    return hasDropped;
+}
+
+void WeightEditor::set(int vertex, std::vector<double> weights, std::vector<WeightRole> roles) {
+    const std::vector<double> present = this->weights(vertex);
+    for (std::size_t k = 0; k < weights.size(); ++k) {
+        if (!locked_[k]) continue;
+        isKept_ = isKept_ && (roles[k] != WeightRole::Given || weights[k] == present[k]);
+        weights[k] = present[k];
+        roles[k] = WeightRole::Locked;
+    }
+    const auto normalize = [&] {
+        if (!normalizes_) return;
+        isKept_ = nodes::normalizeWeights(weights, roles, [&] { return distances(vertex); }) && isKept_;
+    };
+    normalize();
+    if (limit(weights, roles)) normalize();
+    for (std::size_t k = 0; k < weights.size(); ++k) {
+        if (weights[k] == 0.0) continue;
+        rows_.influences.push_back(influences_[k]);
+        rows_.weights.push_back(weights[k]);
+    }
+    rows_.endRow(vertex);
+}
+
+bool WeightEditor::write() {
+    nodes::setWeightRows(graph_, skinCluster_, rows_);
+    return isKept_;
+}
+
+Found<graph::NodeRef> findSkinCluster(const graph::Graph& graph, const std::string& name) {
+    Found<graph::NodeRef> node = findOneNode(graph, name);
+    if (node.ok() && !node.value->isA("skinCluster")) return {nullptr, '\'' + name + "' is no skinCluster."};
+    return node;
+}
+
+}  // namespace host::commands

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <maya/MStatus.h>
+#include <maya/MTime.h>
+#include <maya/MTypes.h>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// The time at which the scene stands.
+class OPENMAYAANIM_EXPORT MAnimControl {
+  public:
+    /// In the user's unit of time.
+    static MTime currentTime();
+    /// Not recorded for undo. Fails for a time that is no number.
+    static MStatus setCurrentTime(const MTime& newTime);
+};
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <hostPrivate/access.h>
+#include <maya/MTypes.h>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+namespace MHWRender {
+
+/// Tells how the frame is drawn in which a tool gives feedback. The headless host draws nothing: a tool can
+/// only hand this on.
+class OPENMAYARENDER_EXPORT MFrameContext {
+  public:
+    MFrameContext(const MFrameContext&) = delete;
+    MFrameContext& operator=(const MFrameContext&) = delete;
+
+  private:
+    friend struct host::api::Access;
+
+    MFrameContext() = default;
+};
+
+}  // namespace MHWRender
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE
