@@ -1,8 +1,6 @@
 // The vertex order map of a head-like mesh, and of a thousand shells beside two of the same size.
 
 #include <maya/MDagPath.h>
-#include <maya/MFloatPointArray.h>
-#include <maya/MFnDagNode.h>
 #include <maya/MFnIntArrayData.h>
 #include <maya/MFnMesh.h>
 #include <maya/MItMeshEdge.h>
@@ -17,6 +15,7 @@
 
 #include "benchScene.h"
 #include "rows.h"
+#include "sheets.h"
 #include "table.h"
 
 namespace {
@@ -24,77 +23,16 @@ namespace {
 /// What the rows are measured on.
 enum class Kind { kHead, kTwoShells, kThousandShells };
 
-/// A shell: columns x rows quads between the corners (x0, z0) and (x1, z1).
-struct Sheet {
-    int columns, rows;
-    float x0, x1, z0, z1;
-
-    int faceCount() const { return columns * rows; }
-};
-
 /// Sheets one after the other. All but those over the plane come in pairs, which are numbered alike.
 std::vector<Sheet> sheetsOf(Kind kind, int vertices) {
+    if (kind == Kind::kHead) return headSheets(vertices);
     std::vector<Sheet> sheets;
-    const auto addPair = [&](int columns, int rows, float z) {
-        sheets.push_back({columns, rows, 1.0F, 2.0F, z, z + 1.0F});
-        sheets.push_back({columns, rows, -1.0F, -2.0F, z, z + 1.0F});
-    };
-    if (kind == Kind::kHead) {
-        // Nine tenths of the vertices over the plane, the rest in five pairs beside it, each with its own
-        // face count.
-        const int half = static_cast<int>(std::sqrt(0.9 * vertices) / 2.0);
-        sheets.push_back({2 * half, 2 * half, -2.0F, 2.0F, 0.0F, 4.0F});
-        const int side = static_cast<int>(std::sqrt(0.01 * vertices));
-        for (int pair = 0; pair < 5; ++pair)
-            addPair(side, side + pair, 5.0F + 2.0F * static_cast<float>(pair));
-        return sheets;
-    }
     const int pairCount = kind == Kind::kTwoShells ? 1 : 500;
     const int side = static_cast<int>(std::sqrt(vertices / (2.0 * pairCount)));
     for (int pair = 0; pair < pairCount; ++pair)
-        addPair(side, side, 2.0F * static_cast<float>(pair));
+        addSheetPair(sheets, side, side, 2.0F * static_cast<float>(pair));
     return sheets;
 }
-
-/// Sheets as mesh creation takes them.
-struct Shape {
-    explicit Shape(const std::vector<Sheet>& sheets) {
-        for (const Sheet& sheet : sheets)
-            add(sheet);
-    }
-
-    MFloatPointArray points;
-    MIntArray counts;
-    MIntArray connects;
-
-  private:
-    void add(const Sheet& sheet) {
-        const int first = static_cast<int>(points.length());
-        for (int row = 0; row <= sheet.rows; ++row) {
-            for (int column = 0; column <= sheet.columns; ++column)
-                points.append(pointOf(sheet, row, column));
-        }
-        const int width = sheet.columns + 1;
-        for (int row = 0; row < sheet.rows; ++row) {
-            for (int column = 0; column < sheet.columns; ++column) {
-                const int corner = first + row * width + column;
-                counts.append(4);
-                for (const int vertex : {corner, corner + width, corner + width + 1, corner + 1})
-                    connects.append(vertex);
-            }
-        }
-    }
-
-    static MFloatPoint pointOf(const Sheet& sheet, int row, int column) {
-        // Counted from the middle, so that mirror images are exact.
-        const auto fromMiddle =
-            static_cast<float>(2 * column - sheet.columns) / static_cast<float>(2 * sheet.columns);
-        const float x = (sheet.x0 + sheet.x1) / 2.0F + (sheet.x1 - sheet.x0) * fromMiddle;
-        const float z =
-            sheet.z0 + (sheet.z1 - sheet.z0) * static_cast<float>(row) / static_cast<float>(sheet.rows);
-        return MFloatPoint(x, 0.1F * std::cos(x * 3.0F) + 0.2F * std::sin(z), z);
-    }
-};
 
 /// The mesh of a kind in the scene of a size, and the plug of its map.
 struct MapMesh {
@@ -116,13 +54,7 @@ struct MapMesh {
     /// One such mesh at a time: the largest fill the memory.
     static void make(BenchScene& scene, const std::string& name, Kind kind, int vertices) {
         scene.mel("string $old[] = `ls \"mapped?\"`; if (size($old) > 0) delete $old; flushUndo");
-        const Shape shape(sheetsOf(kind, vertices));
-        MFnMesh mesh;
-        MObject transform =
-            mesh.create(static_cast<int>(shape.points.length()), static_cast<int>(shape.counts.length()),
-                        shape.points, shape.counts, shape.connects);
-        MFnDagNode(transform).setName(name.c_str());
-        mesh.setName((name + "Shape").c_str());
+        SheetShape(sheetsOf(kind, vertices)).makeMesh(name);
         scene.mel("addAttr -ln dvVertexOrderMap -sn dvvom -h 1 -dt Int32Array " + name + "Shape; flushUndo");
     }
 };

@@ -5,12 +5,10 @@
 #include <maya/MFnDagNode.h>
 #include <maya/MFnMesh.h>
 #include <maya/MGlobal.h>
-#include <maya/MIntArray.h>
 #include <maya/MObjectArray.h>
-#include <maya/MPoint.h>
-#include <maya/MPointArray.h>
 
 #include "commandSupport.h"
+#include "meshObject.h"
 
 namespace {
 
@@ -24,10 +22,6 @@ const CommandInfo& info() {
         "dv_blendShapeExtractTarget -i <int> -ti <int> -om <string>",
         "string"};
     return command;
-}
-
-MStatus fail(const char* text, const MStatus& status) {
-    return reportError(text, ErrorResult::kEmptyString, ErrorSink::kGlobal, status);
 }
 
 }  // namespace
@@ -52,7 +46,7 @@ MStatus blendShapeExtractTarget::doIt(const MArgList& arguments) {
     if (!status) return status;
     MObject original;
     // The checks of the mesh end the command without an error status; scripts depend on that.
-    if (!getMeshShape(originalName, "The original mesh is not defined.", ErrorResult::kEmptyString,
+    if (!getMeshShape(originalName, kMeshError, ErrorResult::kEmptyString,
                       original)) {
         return MS::kSuccess;
     }
@@ -66,39 +60,23 @@ MStatus blendShapeExtractTarget::redoIt() {
     // A call that answered -help or failed a check may still be queued.
     if (!isChecked_) return MS::kSuccess;
     extracted_ = MObjectHandle();
-    MIntArray vertices;
-    MPointArray points;
-    MStatus status = readDeltas(aliveObject(blendShape_), vertices, points);
+    const MObject blendShape = aliveObject(blendShape_);
+    // An empty item gets a zero delta, so that the user's deformer holds a valid item afterwards; what is
+    // extracted stays empty.
+    const TargetDeltas deltas = readDeltas(blendShape, target_, item_);
+    MStatus status = initialiseEmptyDeltas(blendShape, target_, item_, deltas, ErrorResult::kEmptyString);
     if (!status) return status;
     MObject extracted;
-    status = extract(vertices, points, extracted);
+    status = extract(deltas, extracted);
     if (!status) return status;
     extracted_ = extracted;
     present(extracted);
     return MS::kSuccess;
 }
 
-/// Reads the deltas of the item. One that was never written gets a zero delta on vertex 0, so that the user's
-/// deformer holds a valid item afterwards; what is returned stays empty then.
-MStatus blendShapeExtractTarget::readDeltas(const MObject& blendShape, MIntArray& vertices,
-                                            MPointArray& points) {
-    vertices = getTargetComponents(blendShape, target_, item_);
-    if (vertices.length() == 0) {
-        const MStatus status = setTargetComponents(blendShape, target_, item_, MIntArray(1, 0));
-        if (!status) return fail("Error setting components for empty target.", status);
-    }
-    points = getTargetPoints(blendShape, target_, item_);
-    if (points.length() == 0) {
-        const MStatus status = setTargetPoints(blendShape, target_, item_, MPointArray(1, MPoint::origin));
-        if (!status) return fail("Error setting points for empty target.", status);
-    }
-    return MS::kSuccess;
-}
-
 /// Bakes the deltas into a new mesh, with the help of a blend shape on copies of the original mesh that
 /// are gone afterwards.
-MStatus blendShapeExtractTarget::extract(const MIntArray& vertices, const MPointArray& points,
-                                         MObject& extracted) {
+MStatus blendShapeExtractTarget::extract(const TargetDeltas& deltas, MObject& extracted) {
     const MObject original = aliveObject(originalMesh_);
     MFnMesh baseMesh;
     MObject base = baseMesh.copy(original, MObject::kNullObj);
@@ -114,10 +92,8 @@ MStatus blendShapeExtractTarget::extract(const MIntArray& vertices, const MPoint
     if (bases.length() > 0) deformer.addTarget(bases[0], 0, targetShape, 1.0);
     deformer.setWeight(0, 1.0F);
     // The target mesh stays connected; the deltas that are written now count in its place.
-    MStatus status = setTargetComponents(node, 0, kFullItem, vertices);
-    if (!status) return fail("Error setting components.", status);
-    status = setTargetPoints(node, 0, kFullItem, points);
-    if (!status) return fail("Error setting points.", status);
+    const MStatus status = writeDeltas(node, 0, kFullItem, deltas, ErrorResult::kEmptyString);
+    if (!status) return status;
 
     MFnMesh extractedMesh;
     extracted = extractedMesh.copy(MFnDagNode(base).child(0), MObject::kNullObj);

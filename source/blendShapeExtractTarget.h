@@ -9,6 +9,7 @@
 #include <maya/MSyntax.h>
 
 #include "common.h"
+#include "targetDeltas.h"
 
 /// dv_blendShapeExtractTarget: makes a mesh of one target item, the original mesh plus the item's deltas.
 ///
@@ -28,8 +29,7 @@ class blendShapeExtractTarget : public MPxCommand {
     bool isUndoable() const override;
 
   private:
-    MStatus readDeltas(const MObject& blendShape, MIntArray& vertices, MPointArray& points);
-    MStatus extract(const MIntArray& vertices, const MPointArray& points, MObject& extracted);
+    MStatus extract(const TargetDeltas& deltas, MObject& extracted);
     void present(const MObject& extracted);
 
     int target_ = 0;

@@ -2,7 +2,6 @@
 
 #include <maya/MDagPath.h>
 #include <maya/MFloatPointArray.h>
-#include <maya/MIntArray.h>
 #include <maya/MMeshIntersector.h>
 #include <maya/MPoint.h>
 #include <maya/MStatus.h>
@@ -13,37 +12,33 @@
 #include "meshTopology.h"
 #include "symmetryShells.h"
 
-/// Finds the face of a mesh that is closest to a point, for points that are expected near a certain shell.
+/// Finds the face of a mesh that is closest to a point; of equally close ones the lowest.
 ///
-/// The host's structure for such questions is dear to build. So a question is answered without it as long as
-/// few faces come into consideration; once these answers have cost about as much, the structure is built,
-/// once, for all that follow. The answers are the same either way: those of the host for the whole mesh.
+/// The host's structure for such questions takes longer to build than all else that maps a mesh. A point that
+/// is a corner of the faces around it, as the mirror image of a corner of a symmetric mesh is, needs none:
+/// all of them are at distance 0. The structure is built, once, for the first point of another kind, and when
+/// these answers have cost as much as building it.
 class ClosestFaceSearch {
   public:
     /// All arguments must outlive the search.
-    /// @param boxes  per shell a box that holds it
+    /// @param boxes  per shell a box that holds it, without coordinates that are no numbers
     ClosestFaceSearch(const MDagPath& mesh, const MeshTopology& topology, const Shells& shells,
                       const MFloatPointArray& points, std::vector<ShellBox> boxes);
 
-    /// @param shell  where the closest face probably is; any other one only costs time
     /// @return a failure when the host's structure cannot be built or finds nothing
-    MStatus find(const MPoint& point, int shell, int& face);
+    MStatus find(const MPoint& point, int& face);
 
   private:
-    double squaredDistanceToShell(const MPoint& point, int shell) const;
-    void gatherFacesWithin(const MPoint& point, double squaredDistance);
+    int findAtCorner(const ShellPoint& point);
+    ShellPoint place(int vertex) const;
     ShellBox boxOf(int face) const;
-    bool areAllCornered(const MPoint& point) const;
-    bool hasCorner(int face, const MPoint& point) const;
-    MStatus findAmongNear(const MPoint& point, int& face) const;
-    MStatus findInMesh(const MPoint& point, int& face);
+    bool hasCorner(int face, const ShellPoint& point) const;
 
     const MDagPath& mesh_;
     const MeshTopology& topology_;
     const Shells& shells_;
     const MFloatPointArray& points_;
     BoxIndex boxes_;
-    std::vector<int> near_;  // the faces that the question at hand is about, ascending
-    std::size_t work_ = 0;   // faces that were looked at so far
+    std::size_t work_ = 0;  // faces that were looked at so far
     MMeshIntersector intersector_;
 };

@@ -11,8 +11,9 @@ std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
 
+/// Without branches: which way an edge runs is one that no processor can foresee.
 bool joins(const EdgeEnds& ends, int a, int b) {
-    return (ends[0] == a && ends[1] == b) || (ends[0] == b && ends[1] == a);
+    return ((ends[0] == a) & (ends[1] == b)) | ((ends[0] == b) & (ends[1] == a));
 }
 
 /// Whether a list holds no number twice.
@@ -23,10 +24,12 @@ bool areDifferent(const IndexRange& values) {
         std::sort(sorted.begin(), sorted.end());
         return std::adjacent_find(sorted.begin(), sorted.end()) == sorted.end();
     }
-    for (const int* value = values.begin(); value != values.end(); ++value) {
-        if (std::find(values.begin(), value, *value) != value) return false;
+    bool areEqual = false;
+    for (int k = 1; k < values.size(); ++k) {
+        for (int j = 0; j < k; ++j)
+            areEqual |= values[j] == values[k];
     }
-    return true;
+    return !areEqual;
 }
 
 bool isPlainRing(const MeshConnectivity& mesh, int face) {
@@ -40,27 +43,15 @@ bool isPlainRing(const MeshConnectivity& mesh, int face) {
     return areDifferent(vertices);
 }
 
-int otherFace(const IndexRange& faces, int face) {
+/// The first of an edge's faces that is another one than `face`, -1 when there is none.
+int faceAcross(const IndexRange& faces, int face) {
+    if (faces.size() == 2) {
+        // Which of the two it is cannot be foreseen either. The face itself when it is on both sides.
+        const int other = faces[0] ^ faces[1] ^ face;
+        return other == face ? -1 : other;
+    }
     const int* other = std::find_if(faces.begin(), faces.end(), [face](int f) { return f != face; });
     return other == faces.end() ? -1 : *other;
-}
-
-/// Whether an edge has the same face on both sides.
-bool isUsedTwice(const IndexRange& faces) {
-    return faces.size() == 2 && faces[0] == faces[1];
-}
-
-/// Per edge a number that turns the one of its faces into the other, and a border's only face into -1, when
-/// the two are combined by exclusive or. Of no use where more faces share the edge.
-std::vector<int> faceSwitches(const IndexLists& edgeFaces) {
-    std::vector<int> switches;
-    switches.reserve(at(edgeFaces.size()));
-    for (int edge = 0; edge < edgeFaces.size(); ++edge) {
-        const IndexRange faces = edgeFaces[edge];
-        const int first = faces.size() > 0 ? faces[0] : -1;
-        switches.push_back(first ^ (faces.size() > 1 ? faces[1] : -1));
-    }
-    return switches;
 }
 
 /// Representative of a face's set, which is the set's lowest face. Halves the path on the way.
@@ -74,34 +65,18 @@ int rootOf(std::vector<int>& parents, int face) {
 
 }  // namespace
 
-MeshTopology::MeshTopology(MeshConnectivity connectivity) : connectivity_(std::move(connectivity)) {
-    const IndexLists& faceEdges = connectivity_.faceEdges;
-    const IndexLists& edgeFaces = connectivity_.edgeFaces;
-    const std::vector<int> switches = faceSwitches(edgeFaces);
-    corners_.reserve(faceEdges.values.size());
-    isRing_.reserve(at(faceEdges.size()));
-    for (int face = 0; face < faceEdges.size(); ++face) {
+MeshTopology::MeshTopology(MeshConnectivity connectivity)
+    : connectivity_(std::move(connectivity)),
+      corners_(connectivity_.faceEdges.values.size()),
+      isRing_(at(connectivity_.faceEdges.size())) {
+    Corner* corner = corners_.data();
+    for (int face = 0; face < faceCount(); ++face) {
         const bool isRing = isPlainRing(connectivity_, face);
-        isRing_.push_back(isRing ? 1 : 0);
-        const IndexRange vertices = connectivity_.faceVertices[face];
-        const IndexRange edges = faceEdges[face];
+        isRing_[at(face)] = isRing ? 1 : 0;
+        const IndexRange vertices = faceVertices(face);
+        const IndexRange edges = faceEdges(face);
         for (int k = 0; k < edges.size(); ++k)
-            corners_.push_back({isRing ? vertices[k] : -1, switches[at(edges[k])] ^ face});
-    }
-    for (int edge = 0; edge < edgeFaces.size(); ++edge) {
-        if (edgeFaces[edge].size() > 2 || isUsedTwice(edgeFaces[edge])) setFacesAcross(edge);
-    }
-}
-
-/// For edges that are not simply between two faces.
-void MeshTopology::setFacesAcross(int edge) {
-    const IndexRange faces = connectivity_.edgeFaces[edge];
-    for (const int face : faces) {
-        const IndexRange edges = connectivity_.faceEdges[face];
-        Corner* corners = corners_.data() + connectivity_.faceEdges.offsets[at(face)];
-        for (int k = 0; k < edges.size(); ++k) {
-            if (edges[k] == edge) corners[k].faceAcross = otherFace(faces, face);
-        }
+            *corner++ = {isRing ? vertices[k] : -1, faceAcross(connectivity_.edgeFaces[edges[k]], face)};
     }
 }
 
@@ -169,33 +144,24 @@ std::vector<RingEdge> orderFaceEdges(std::vector<EdgeEnds> ends, int a, int b) {
 ShellWalker::ShellWalker(const MeshTopology& topology)
     : topology_(topology),
       vertexMarks_(at(topology.vertexCount()), 0U),
-      faceMarks_(at(topology.faceCount()) + 1, 0U) {}
+      faceMarks_(at(topology.faceCount()) + 1, 0U),
+      order_(at(topology.vertexCount()) + 1),
+      queue_(at(topology.faceCount()) + 1) {}
 
 bool ShellWalker::walk(const WalkStart& start, int faceCount) {
     ++walk_;
     orderCount_ = 0;
     queueCount_ = 0;
     faceMarks_[0] = walk_;
-    makeRoom(1);
     cross(start.face, start.first, start.second);
     for (std::size_t visited = 0; visited < at(faceCount); ++visited) {
         if (visited >= queueCount_) return false;
-        // By value: the queue may move.
-        visitFace(WalkStart(queue_[visited]));
+        visitFace(queue_[visited]);
     }
     return true;
 }
 
-/// Makes room for what a face with so many edges may add, one entry over included.
-void ShellWalker::makeRoom(int edgeCount) {
-    const std::size_t orderSize = orderCount_ + 2 * at(edgeCount) + 1;
-    if (order_.size() < orderSize) order_.resize(2 * orderSize);
-    const std::size_t queueSize = queueCount_ + at(edgeCount) + 1;
-    if (queue_.size() < queueSize) queue_.resize(2 * queueSize);
-}
-
 void ShellWalker::visitFace(const WalkStart& entry) {
-    makeRoom(topology_.faceEdges(entry.face).size());
     if (topology_.isRing(entry.face) && visitRing(entry)) return;
     std::vector<EdgeEnds> ends;
     for (const int edge : topology_.faceEdges(entry.face))

@@ -35,7 +35,11 @@ struct IndexLists {
         return {values.data() + offsets[at], values.data() + offsets[at + 1]};
     }
     /// Ends the list that was appended to `values`.
-    void endList() { offsets.push_back(static_cast<int>(values.size())); }
+    void endList() {
+        // Named, to be appended in place.
+        const auto end = static_cast<int>(values.size());
+        offsets.push_back(end);
+    }
 };
 
 using EdgeEnds = std::array<int, 2>;
@@ -74,8 +78,6 @@ class MeshTopology {
     bool isRing(int face) const { return isRing_[static_cast<std::size_t>(face)] != 0; }
 
   private:
-    void setFacesAcross(int edge);
-
     MeshConnectivity connectivity_;
     std::vector<Corner> corners_;  // one per entry of faceEdges
     std::vector<char> isRing_;
@@ -136,7 +138,6 @@ class ShellWalker {
     IndexRange order() const { return {order_.data(), order_.data() + orderCount_}; }
 
   private:
-    void makeRoom(int edgeCount);
     void visitFace(const WalkStart& entry);
     bool visitRing(const WalkStart& entry);
     void meet(int vertex);
@@ -148,8 +149,8 @@ class ShellWalker {
     std::vector<unsigned int> vertexMarks_;
     std::vector<unsigned int> faceMarks_;
     unsigned int walk_ = 0;
-    // Both have room for more than is in them: an entry is written first and counted if it is new, because a
-    // branch here is one that no processor can foresee.
+    // Both have room for all vertices or faces and one entry over: an entry is written first and counted if
+    // it is new, because a branch here is one that no processor can foresee.
     std::vector<int> order_;
     std::vector<WalkStart> queue_;
     std::size_t orderCount_ = 0;

@@ -11,8 +11,9 @@
 
 /// The mirror image of a mesh, and the search for mirror partners by position on it.
 ///
-/// The image is a copy of the mesh under the same transform, hidden as an intermediate object, with its
-/// object-space points mirrored. It is in the scene for as long as this object lives. For the main thread.
+/// The image is a copy of the mesh under the same transform, hidden as an intermediate object, with
+/// its object-space points mirrored. It is in the scene for as long as this object lives. For the
+/// main thread.
 class MirroredMesh {
   public:
     /// The answer of findPartner for a vertex without partner.
@@ -20,8 +21,9 @@ class MirroredMesh {
 
     /// @param mesh       path of a mesh shape
     /// @param axis       0, 1 or 2: the coordinate that changes its sign
-    /// @param tolerance  distance up to which two points count as one, in the units around the mesh: it is
-    ///                   divided by the mean of the transform's three scale factors for object space
+    /// @param tolerance  distance up to which two points count as one, in the units around the
+    ///                   mesh: it is divided by the mean of the transform's three scale factors for
+    ///                   object space
     MirroredMesh(const MDagPath& mesh, int axis, double tolerance);
     ~MirroredMesh();
     MirroredMesh(const MirroredMesh&) = delete;
@@ -34,11 +36,14 @@ class MirroredMesh {
     /// Leaves the image in the scene for good.
     void leaveInScene();
 
+    /// The mesh itself.
+    const MDagPath& mesh() const { return mesh_; }
+    int axis() const { return axis_; }
     /// Object-space points of the mesh itself.
     const MFloatPointArray& points() const { return points_; }
 
-    /// The partner of a vertex: of the corners of the image's face that is closest to the vertex, in face
-    /// order, the first that lies where the vertex does.
+    /// The partner of a vertex: of the corners of the image's face that is closest to the vertex,
+    /// in face order, the first that lies where the vertex does.
     /// @param partner  kNoPartner when no corner does; unchanged after a failure
     /// @return a failure when the host finds no closest point, or when the mesh has no such vertex
     MStatus findPartner(int vertex, int& partner) const;

@@ -1,15 +1,14 @@
 #include "polyMapVertexOrder.h"
 
 #include <maya/MFn.h>
-#include <maya/MFnDagNode.h>
 #include <maya/MFnMesh.h>
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MGlobal.h>
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
-#include <maya/MStringArray.h>
 
 #include "commandSupport.h"
+#include "meshObject.h"
 #include "mirrorPasses.h"
 #include "symmetryEdgeStart.h"
 #include "symmetryMesh.h"
@@ -87,21 +86,11 @@ void polyMapVertexOrder::readFlags(const MArgDatabase& arguments) {
 
 /// Takes the mesh and its components from the first object; further ones are ignored.
 MStatus polyMapVertexOrder::readMesh(const MSelectionList& objects) {
-    MStringArray names;
-    objects.getSelectionStrings(0, names);
-    const MString name = names.length() > 0 ? names[0] : MString();
-    MObject node;
-    objects.getDependNode(0, node);
-    if (node.hasFn(MFn::kTransform)) {
-        const MFnDagNode transform(node);
-        if (transform.childCount() == 0) return fail(name + " has no shape node.");
-        node = transform.child(0);
-    }
-    if (!node.hasFn(MFn::kMesh)) return fail(name + " is not a mesh object.");
+    MString error;
+    if (!readMeshItem(objects, 0, mesh_, error)) return fail(error);
+    MDagPath path;
     MObject component;
-    objects.getDagPath(0, mesh_, component);
-    // A transform with several shapes has no way on from it but to the one that was found.
-    if (!mesh_.extendToShape()) mesh_.push(node);
+    objects.getDagPath(0, path, component);
     readComponent(component);
     return MS::kSuccess;
 }
@@ -178,9 +167,11 @@ void polyMapVertexOrder::select(const MIntArray& map) const {
     std::vector<int> vertices;
     if (checks_) {
         for (unsigned int k = 0; k < selectedVertices_.length(); ++k) {
-            const int vertex = selectedVertices_[k];
-            vertices.push_back(vertex);
-            vertices.push_back(map[static_cast<unsigned int>(vertex)]);
+            const auto vertex = static_cast<unsigned int>(selectedVertices_[k]);
+            // A selection may outlast the vertices of a mesh that has history.
+            if (vertex >= map.length()) continue;
+            vertices.push_back(selectedVertices_[k]);
+            vertices.push_back(map[vertex]);
         }
     } else {
         for (unsigned int k = 0; k < map.length(); ++k) {
@@ -236,8 +227,10 @@ void polyMapVertexOrder::showHowToGetDetails(double tolerance) const {
     MGlobal::displayWarning("Not all vertices have been mapped. See script editor for details.");
 }
 
+/// Changes nothing; tells whether there is a map.
 MStatus polyMapVertexOrder::undoIt() {
-    return MS::kSuccess;
+    MPlug plug;
+    return findVertexOrderMap(mesh_, plug);
 }
 
 bool polyMapVertexOrder::isUndoable() const {

@@ -15,8 +15,11 @@ namespace {
 
 void append(IndexLists& lists, const MIntArray& list) {
     const unsigned int length = list.length();
-    for (unsigned int k = 0; k < length; ++k)
-        lists.values.push_back(list[k]);
+    for (unsigned int k = 0; k < length; ++k) {
+        // A named value is appended in place, a temporary by a call.
+        const int value = list[k];
+        lists.values.push_back(value);
+    }
     lists.endList();
 }
 

@@ -1,7 +1,5 @@
 #include "symmetryPlane.h"
 
-#include <cmath>
-
 bool isAxisText(const MString& text) {
     return text == "x" || text == "y" || text == "z";
 }
@@ -11,10 +9,7 @@ int axisIndex(const MString& text) {
     return text == "z" ? 2 : 0;
 }
 
-float round5(float value) {
-    return std::round(value * 100000.0F) / 100000.0F;
-}
-
-double round5(double value) {
-    return std::round(value * 100000.0) / 100000.0;
+int planeSide(float coordinate) {
+    const float rounded = round5(coordinate);
+    return rounded > 0.0F ? 1 : rounded < 0.0F ? -1 : 0;
 }

@@ -36,10 +36,7 @@ class ShellScanner {
         const ShellPoint point = input_.point(vertex);
         if (result.vertexCount == 0) result.box = {point, point};
         ++result.vertexCount;
-        for (std::size_t axis = 0; axis < 3; ++axis) {
-            result.box.minimum[axis] = std::min(result.box.minimum[axis], point[axis]);
-            result.box.maximum[axis] = std::max(result.box.maximum[axis], point[axis]);
-        }
+        result.box.expand(point);
         const double distance = std::abs(point[at(input_.axis)]);
         if (result.candidate == -1 && input_.isOnPlane(vertex)) {
             if (input_.hasCentreNeighbour(vertex)) result.candidate = vertex;
@@ -87,17 +84,22 @@ std::size_t widestAxis(const std::vector<ShellBox>& boxes) {
 
 }  // namespace
 
-double ShellBox::squaredDistanceTo(const ShellPoint& point) const {
-    double sum = 0.0;
+void ShellBox::expand(const ShellPoint& point) {
     for (std::size_t axis = 0; axis < 3; ++axis) {
-        const double gap = std::max({minimum[axis] - point[axis], point[axis] - maximum[axis], 0.0});
-        sum += gap * gap;
+        minimum[axis] = std::min(minimum[axis], point[axis]);
+        maximum[axis] = std::max(maximum[axis], point[axis]);
     }
-    return sum;
+}
+
+bool ShellBox::contains(const ShellPoint& point) const {
+    bool isInside = true;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        isInside &= minimum[axis] <= point[axis] && point[axis] <= maximum[axis];
+    return isInside;
 }
 
 BoxIndex::BoxIndex(std::vector<ShellBox> boxes) : boxes_(std::move(boxes)), axis_(widestAxis(boxes_)) {
-    // Points that are no numbers have no place in an order; nothing is ever near their boxes.
+    // Points that are no numbers have no place in an order; nothing is ever inside their boxes.
     for (ShellBox& box : boxes_) {
         if (std::isnan(box.minimum[axis_])) box.minimum[axis_] = std::numeric_limits<double>::infinity();
     }
@@ -112,17 +114,15 @@ BoxIndex::BoxIndex(std::vector<ShellBox> boxes) : boxes_(std::move(boxes)), axis
     }
 }
 
-std::vector<int> BoxIndex::find(const ShellPoint& point, double squaredDistance) const {
-    // A little more than the distance: the boxes themselves decide.
-    const double distance = std::sqrt(squaredDistance) * (1.0 + 1e-9);
+std::vector<int> BoxIndex::find(const ShellPoint& point) const {
     const auto end = std::partition_point(byMinimum_.begin(), byMinimum_.end(), [&](int box) {
-        return boxes_[at(box)].minimum[axis_] <= point[axis_] + distance;
+        return boxes_[at(box)].minimum[axis_] <= point[axis_];
     });
     std::vector<int> found;
-    for (auto k = end - byMinimum_.begin();
-         k > 0 && reach_[static_cast<std::size_t>(k - 1)] >= point[axis_] - distance; --k) {
+    for (auto k = end - byMinimum_.begin(); k > 0 && reach_[static_cast<std::size_t>(k - 1)] >= point[axis_];
+         --k) {
         const int box = byMinimum_[static_cast<std::size_t>(k - 1)];
-        if (boxes_[at(box)].squaredDistanceTo(point) <= squaredDistance) found.push_back(box);
+        if (boxes_[at(box)].contains(point)) found.push_back(box);
     }
     std::sort(found.begin(), found.end());
     return found;
@@ -186,7 +186,7 @@ std::vector<int> ShellGroups::take(int faceCount) {
     const int first = queue.shells[queue.next];
     isTaken_[at(first)] = 1;
     std::vector<int> group{first};
-    for (const int shell : boxes_.find(mirroredCentre(scans_[at(first)].box, axis_), 0.0)) {
+    for (const int shell : boxes_.find(mirroredCentre(scans_[at(first)].box, axis_))) {
         if (scans_[at(shell)].faceCount != faceCount || isTaken_[at(shell)] != 0) continue;
         isTaken_[at(shell)] = 1;
         group.push_back(shell);

@@ -18,17 +18,19 @@ struct ShellBox {
     ShellPoint minimum{};
     ShellPoint maximum{};
 
-    /// 0 inside and on the sides.
-    double squaredDistanceTo(const ShellPoint& point) const;
+    /// Coordinates that are no numbers are passed over.
+    void expand(const ShellPoint& point);
+    /// The sides belong to the box.
+    bool contains(const ShellPoint& point) const;
 };
 
-/// Finds boxes near a point. A question costs little more than its answer when the boxes are spread out.
+/// Finds boxes around a point. A question costs little more than its answer when the boxes are spread out.
 class BoxIndex {
   public:
     explicit BoxIndex(std::vector<ShellBox> boxes);
 
-    /// The numbers of the boxes within a distance of the point, ascending.
-    std::vector<int> find(const ShellPoint& point, double squaredDistance) const;
+    /// The numbers of the boxes that contain the point, ascending.
+    std::vector<int> find(const ShellPoint& point) const;
 
   private:
     std::vector<ShellBox> boxes_;

@@ -120,14 +120,12 @@ bool findMirroredEdge(SymmetryMesh& mesh, int face, int mirrorFace, MirroredEdge
 }
 
 /// Finds a face of a shell whose mirror image is a face of a shell of the same size.
-/// @param partner  the shell where that is expected
-bool findPairStart(SymmetryMesh& mesh, ClosestFaceSearch& search, int shell, int partner,
-                   SymmetryStart& start) {
+bool findPairStart(SymmetryMesh& mesh, ClosestFaceSearch& search, int shell, SymmetryStart& start) {
     const Shells& shells = mesh.shells();
     for (const int face : shells.faces[shell]) {
         const MPoint mirrored = mesh.mirrored(mesh.point(mesh.topology().faceVertices(face)[0]));
         int mirrorFace = -1;
-        if (!search.find(mirrored, partner, mirrorFace)) continue;
+        if (!search.find(mirrored, mirrorFace)) continue;
         if (shells.faceCountAt(mirrorFace) != shells.faceCountAt(face)) return false;
         MirroredEdges edges{};
         if (!findMirroredEdge(mesh, face, mirrorFace, edges)) continue;
@@ -142,14 +140,17 @@ bool findPairStart(SymmetryMesh& mesh, ClosestFaceSearch& search, int shell, int
     return false;
 }
 
-/// Boxes of all shells. Marked shells were not scanned: theirs holds everything.
+/// Boxes that hold all shells. That of a marked shell, which was not scanned, and of one with a coordinate
+/// that is no number holds everything.
 std::vector<ShellBox> boxesToSearch(const std::vector<ShellScan>& scans) {
     constexpr double kFar = std::numeric_limits<double>::infinity();
+    const ShellBox everything{{-kFar, -kFar, -kFar}, {kFar, kFar, kFar}};
     std::vector<ShellBox> boxes;
     boxes.reserve(scans.size());
-    for (const ShellScan& scan : scans)
-        boxes.push_back(scan.markedFace == -1 ? scan.box
-                                              : ShellBox{{-kFar, -kFar, -kFar}, {kFar, kFar, kFar}});
+    for (const ShellScan& scan : scans) {
+        const bool isKnown = scan.markedFace == -1 && scan.box.contains(scan.box.minimum);
+        boxes.push_back(isKnown ? scan.box : everything);
+    }
     return boxes;
 }
 
@@ -298,7 +299,7 @@ bool StartFinder::findGroupStart(const std::vector<int>& group, SymmetryStart& s
         showVerboseCommands(group);
         return false;
     }
-    if (findPairStart(mesh_, search_, group[0], group[1], start)) return true;
+    if (findPairStart(mesh_, search_, group[0], start)) return true;
     showVerbose("Unable to find all necessary symmetry components for a shell pair.");
     showVerbose("Use the following commands to indicate the affected shells:");
     showVerboseCommands(group);

@@ -4,7 +4,6 @@
 #include <maya/MGlobal.h>
 #include <maya/MObject.h>
 #include <maya/MSelectionList.h>
-#include <maya/MString.h>
 
 MStatus findVertexOrderMap(const MDagPath& mesh, MPlug& plug) {
     MSelectionList list;
@@ -18,6 +17,20 @@ MIntArray readVertexOrderMap(const MPlug& plug) {
     MStatus status;
     MFnIntArrayData stored(data, &status);
     return status ? stored.array() : MIntArray();
+}
+
+bool readUsableVertexOrderMap(const MDagPath& mesh, unsigned int vertexCount, MIntArray& map,
+                              MString& error) {
+    MPlug plug;
+    if (!findVertexOrderMap(mesh, plug)) {
+        error = kMapError;
+        return false;
+    }
+    map = readVertexOrderMap(plug);
+    if (map.length() == vertexCount) return true;
+    error = MString("The vertex order map has ") + map.length() + " entries for " + vertexCount +
+            " vertices. Create it again with dv_polyMapVertexOrder.";
+    return false;
 }
 
 MStatus writeVertexOrderMap(const MDagPath& mesh, const MIntArray& map) {

@@ -3,26 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 
-#include "fixtures.h"
+#include "makeHumanFixture.h"
 
 namespace {
 
-class MakeHumanSymmetry : public ::testing::Test {
+class MakeHumanSymmetry : public MakeHuman {
   protected:
     void SetUp() override {
-        const std::filesystem::path file =
-            std::filesystem::path(DELVEN_SOURCE_DIR) / "../shared/data/makehuman/base.obj";
-        if (!std::filesystem::exists(file)) GTEST_SKIP() << "needs the mesh " << file;
-        scene_.mel(
-            "string $new[] = `file -import -type \"OBJ\" -returnNewNodes \"" +
-            file.lexically_normal().generic_string() +
-            "\"`; string $mesh[] = `ls -type mesh $new`; string $up[] = `listRelatives -parent $mesh[0]`; "
-            "rename $up[0] base");
+        MakeHuman::SetUp();
+        if (!IsSkipped()) import("base.obj", "base");
     }
-
-    Scene scene_;
 };
 
 TEST_F(MakeHumanSymmetry, PairsMirrorImagesAndLeadsToTheRest) {
@@ -57,6 +48,12 @@ TEST_F(MakeHumanSymmetry, PairsMirrorImagesAndLeadsToTheRest) {
     // Which of several equally close faces the host finds decides the last hundred.
     EXPECT_NEAR(mapped, 18444, 100);
     EXPECT_EQ(scene_.mel("dv_polyMapVertexOrder -ck base").toInt(), 19158 - mapped);
+}
+
+TEST_F(MakeHumanSymmetry, IsSymmetricByPosition) {
+    const Outcome outcome = scene_.run("dv_polySymmetry base");
+    EXPECT_EQ(outcome.value.toInt(), 1);
+    EXPECT_EQ(outcome.infos, std::vector<std::string>{"The mesh is symmetrical"});
 }
 
 }  // namespace

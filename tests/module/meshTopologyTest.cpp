@@ -89,6 +89,8 @@ TEST(MeshTopology, KnowsTheFaceBeyondEachEdge) {
     EXPECT_EQ(facesAcross(fin, 0)[0], 1);
     EXPECT_EQ(facesAcross(fin, 1)[0], 0);
     EXPECT_EQ(facesAcross(fin, 2)[0], 0);
+    // A face on both sides of its edges.
+    EXPECT_EQ(facesAcross(MeshTopology(plainMesh(3, {{0, 1, 2, 1}})), 0), Ints(4, -1));
 }
 
 TEST(MeshTopology, TellsPlainRingsFromOtherFaces) {

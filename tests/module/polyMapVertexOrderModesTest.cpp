@@ -10,6 +10,7 @@ struct BadEdge {
     const char* name;
     const char* flags;
     int a, b;
+    const char* line;  // that the failure is reported with on the error stream
 };
 
 class EdgeWithoutTwoFaces : public MapVertexOrder, public ::testing::WithParamInterface<BadEdge> {};
@@ -17,15 +18,20 @@ class EdgeWithoutTwoFaces : public MapVertexOrder, public ::testing::WithParamIn
 TEST_P(EdgeWithoutTwoFaces, EndsTheCall) {
     add(twoQuads());
     setMap(Ints(6, 7));
+    ::testing::internal::CaptureStderr();
     const Outcome outcome = call(GetParam().flags + edge(GetParam().a, GetParam().b));
+    const std::string report = ::testing::internal::GetCapturedStderr();
+    EXPECT_NE(report.find("polyMapVertexOrder"), std::string::npos) << report;
+    EXPECT_NE(report.find(GetParam().line), std::string::npos) << report;
     EXPECT_FALSE(outcome.ok);
     EXPECT_EQ(outcome.warnings, Strings{"The symmetry edge must be connected to two faces."});
     EXPECT_EQ(map(), Ints(6, 7));
 }
 
 INSTANTIATE_TEST_SUITE_P(Modes, EdgeWithoutTwoFaces,
-                         ::testing::Values(BadEdge{"build", "", 0, 3}, BadEdge{"extend", "-atm ", 0, 3},
-                                           BadEdge{"check", "-ck ", 2, 5}),
+                         ::testing::Values(BadEdge{"build", "", 0, 3, "342"},
+                                           BadEdge{"extend", "-atm ", 0, 3, "385"},
+                                           BadEdge{"check", "-ck ", 2, 5, "342"}),
                          [](const auto& test) { return std::string(test.param.name); });
 
 class ExtendMap : public MapVertexOrder {
@@ -177,6 +183,41 @@ TEST_F(MapVertexOrder, TakesTheSelectionAndSeesTheDeformedMesh) {
     EXPECT_EQ(result(""), 1);
     EXPECT_TRUE(hasMap());
     EXPECT_FALSE(hasMap("baseShapeOrig"));
+}
+
+class OutlastedSelection : public MapVertexOrder {
+  protected:
+    /// Selects components of a cube, of which six vertices and seven edges remain.
+    void select(const std::string& components) {
+        add(zoo::cube());
+        scene_.addMesh("small", twoQuads());
+        scene_.mel("select " + components + "; connectAttr smallShape.outMesh baseShape.inMesh");
+    }
+};
+
+TEST_F(OutlastedSelection, OfVerticesGivesThoseThatAreLeft) {
+    select("base.vtx[1] base.vtx[6:7]");
+    ASSERT_EQ(selected().size(), 3U);
+    setMap({2, 3, 0, 1, 4, 5});
+    scene_.mel("dv_polyMapVertexOrder -ck");
+    EXPECT_EQ(selected(), Strings({"base.vtx[1]", "base.vtx[3]"}));
+}
+
+TEST_F(OutlastedSelection, OfEdgesHasNoFaces) {
+    select("base.e[10]");
+    for (const char* flags : {"", "-atm"}) {
+        const Outcome outcome = call(flags);
+        EXPECT_FALSE(outcome.ok);
+        EXPECT_EQ(outcome.warnings, Strings{"The symmetry edge is not connected to any faces."});
+    }
+}
+
+TEST_F(OutlastedSelection, OfTwoEdgesHasNoFaces) {
+    select("base.e[10:11]");
+    setMap({-1, -1, -1, -1, -1, -1});
+    const Outcome outcome = call("-atm");
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_EQ(outcome.errors, Strings{"The edge is not connected to any faces."});
 }
 
 TEST_F(MapVertexOrder, AShapeWithoutGeometryHasAnEmptyMap) {

@@ -1,6 +1,7 @@
 // dv_polyMapVertexOrder builds maps: what it pairs, and what it says about the shells that it cannot pair.
 
 #include <algorithm>
+#include <cmath>
 
 #include "vertexOrderFixture.h"
 
@@ -211,6 +212,28 @@ TEST_F(MapVertexOrder, APairWhoseMirrorImageIsNearAnotherShellFails) {
     EXPECT_NE(std::search(outcome.infos.begin(), outcome.infos.end(), expected.begin(), expected.end()),
               outcome.infos.end())
         << ::testing::PrintToString(outcome.infos);
+}
+
+/// A pair whose left shell begins where a shell of two faces, with lower numbers, has a corner.
+Mesh pairWithAShellInTheWay() {
+    return meshOf(
+        {0, 0, 0, -1, 0, 0, -1, 1, 0, -3, 1, 0, 1, 0, 0, 2, 0, 0, 2, 0, 1, -1, 0, 0, -2, 0, 0, -2, 0, 1},
+        {{0, 1, 2}, {1, 3, 2}, {4, 5, 6}, {7, 9, 8}});
+}
+
+TEST_F(MapVertexOrder, AShellWithAPointThatIsNoNumberIsStillInTheWay) {
+    Mesh mesh = pairWithAShellInTheWay();
+    mesh.setPoint(0, {std::nan(""), 0, 0});
+    add(mesh);
+    EXPECT_EQ(call("base").value.toInt(), -1);
+    EXPECT_EQ(map(), Ints(10, -1));
+}
+
+TEST_F(MapVertexOrder, AMarkedShellIsStillInTheWay) {
+    add(pairWithAShellInTheWay());
+    const Outcome outcome = call(edge(1, 2));
+    EXPECT_EQ(outcome.warnings, kClosingWarning);
+    EXPECT_EQ(map(), Ints({3, 1, 2, 0, -1, -1, -1, -1, -1, -1}));
 }
 
 TEST_F(MapVertexOrder, ASelectedEdgeStartsAShellThatIsNotOnThePlane) {

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <maya/MDagPath.h>
+
+#include <vector>
+
+/// What looking up all mirror partners by position costs at least: builds the host's structure on a mirrored
+/// copy, asks it once per vertex and reads the corners of the face that it answers with.
+/// @return per vertex its partner over x = 0, -1 for none
+std::vector<int> findPartnersBare(const MDagPath& mesh);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <maya/MIntArray.h>
+#include <maya/MString.h>
+
+#include "meshObject.h"
+
+/// How a command finds mirror partners: by position on one mesh, or through the vertex order map of
+/// another of the same topology (or of the same mesh).
+struct PartnerSearch {
+    MString axis = "x";
+    double tolerance = 0.001;  // for positions, in the units around the mesh
+    bool isOrderBased = false;
+    MeshObject mesh;
+    MeshObject orderMesh;
+};
+
+/// Reads the meshes of a search. The order mesh is looked at only for a search that is order-based.
+///
+/// The names are resolved in this order: mesh, order mesh where it is another, further one. What
+/// stands second is the order mesh, what stands third the further one, whatever it was given as.
+/// @param orderName    "" for the mesh itself
+/// @param furtherName  "" for none
+/// @param error        what is wrong with one of them
+bool readSearchMeshes(const MString& name, const MString& orderName, const MString& furtherName,
+                      PartnerSearch& search, MeshObject& further, MString& error);
+
+/// The mirror partner of each listed vertex.
+/// @param partners  one entry per vertex; -1 for a vertex without partner: by position none is
+/// @param error     why the partners cannot be had: the map is missing or was made for another
+///                  vertex count, or the positions do not give one partner for each vertex
+bool findPartners(const PartnerSearch& search, const MIntArray& vertices, MIntArray& partners,
+                  MString& error);
+
+/// Tells how many vertices had no entry in the map; nothing when all had one.
+void showSkippedComponents(unsigned int count);

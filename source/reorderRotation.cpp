@@ -1,0 +1,90 @@
+#include "reorderRotation.h"
+
+#include <maya/MArgDatabase.h>
+#include <maya/MDoubleArray.h>
+#include <maya/MEulerRotation.h>
+#include <maya/MTransformationMatrix.h>
+
+#include "commandSupport.h"
+
+namespace {
+
+const CommandInfo& info() {
+    static const CommandInfo command{
+        reorderRotation::kName,
+        "Converts the input rotation to match the target rotate order.",
+        {{"-io", "-inOrder", MSyntax::kLong, "source rotate order"},
+         {"-oo", "-outOrder", MSyntax::kLong, "target rotate order"},
+         {"-irx", "-inRotationX", MSyntax::kDouble, "x rotation value to convert"},
+         {"-iry", "-inRotationY", MSyntax::kDouble, "y rotation value to convert"},
+         {"-irz", "-inRotationZ", MSyntax::kDouble, "z rotation value to convert"}},
+        "dv_reorderRotation -inRotationX <float> -inRotationY <float> -inRotationZ <float> -inOrder <int> "
+        "-outOrder <int>",
+        "float[]"};
+    return command;
+}
+
+/// Deliberate: pi/180 and 180/pi in single precision. Scripts compare results with values made so.
+constexpr double kRadiansPerDegree = 0.01745329238474369;
+constexpr double kDegreesPerRadian = 57.295780181884766;
+
+/// A rotate order as each of the host's two classes numbers it.
+struct Order {
+    MTransformationMatrix::RotationOrder matrix;
+    MEulerRotation::RotationOrder euler;
+};
+
+/// @param code  as rotateOrder attributes number orders
+Order orderOf(int code) {
+    constexpr Order kOrders[] = {{MTransformationMatrix::kXYZ, MEulerRotation::kXYZ},
+                                 {MTransformationMatrix::kYZX, MEulerRotation::kYZX},
+                                 {MTransformationMatrix::kZXY, MEulerRotation::kZXY},
+                                 {MTransformationMatrix::kXZY, MEulerRotation::kXZY},
+                                 {MTransformationMatrix::kYXZ, MEulerRotation::kYXZ},
+                                 {MTransformationMatrix::kZYX, MEulerRotation::kZYX}};
+    return kOrders[code >= 0 && code < 6 ? code : 0];
+}
+
+}  // namespace
+
+void* reorderRotation::creator() {
+    return new reorderRotation();
+}
+
+MSyntax reorderRotation::newSyntax() {
+    return makeSyntax(info());
+}
+
+MStatus reorderRotation::doIt(const MArgList& arguments) {
+    const MArgDatabase database(syntax(), arguments);
+    if (answerHelp(database, info())) return MS::kSuccess;
+    readFlag(database, "-io", inOrder_);
+    readFlag(database, "-oo", outOrder_);
+    readFlag(database, "-irx", angles_[0]);
+    readFlag(database, "-iry", angles_[1]);
+    readFlag(database, "-irz", angles_[2]);
+    return redoIt();
+}
+
+MStatus reorderRotation::redoIt() {
+    const double radians[3] = {angles_[0] * kRadiansPerDegree, angles_[1] * kRadiansPerDegree,
+                               angles_[2] * kRadiansPerDegree};
+    MTransformationMatrix matrix;
+    matrix.setRotation(radians, orderOf(inOrder_).matrix);
+    MEulerRotation rotation = matrix.eulerRotation();
+    rotation.reorderIt(orderOf(outOrder_).euler);
+    MDoubleArray result;
+    result.append(rotation.x * kDegreesPerRadian);
+    result.append(rotation.y * kDegreesPerRadian);
+    result.append(rotation.z * kDegreesPerRadian);
+    setResult(result);
+    return MS::kSuccess;
+}
+
+MStatus reorderRotation::undoIt() {
+    return MS::kSuccess;
+}
+
+bool reorderRotation::isUndoable() const {
+    return false;
+}

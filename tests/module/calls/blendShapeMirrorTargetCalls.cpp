@@ -1,0 +1,105 @@
+#include "commandTable.h"
+
+namespace {
+
+std::vector<Call> mirrorCalls() {
+    const std::string command = "dv_blendShapeMirrorTarget ";
+    const std::string onBase = command + "-om baseShapeOrig ";
+    const std::string map = "dv_polyMapVertexOrder baseShapeOrig;";
+    const std::string zero =
+        "setAttr bs.it[0].itg[2].iti[6000].ict -type componentList 1 vtx[0];"
+        "setAttr bs.it[0].itg[2].iti[6000].ipt -type pointArray 1 0 0 0 1;";
+    const std::string lockPoints = "setAttr -lock 1 bs.it[0].itg[0].iti[6000].ipt;";
+    std::vector<Call> calls = refusedObjects("Mirror", onBase);
+    const std::vector<Call> further{
+        refusedCall("MirrorWithoutOriginal", "", command + "bs", "The original mesh is not defined."),
+        refusedCall("MirrorOnABlendShape", "", command + "-om bs bs", "bs is not a mesh object."),
+        refusedCall("MirrorOnNothing", "", command + "-om ghost bs", "ghost is not a mesh object."),
+        refusedCall("MirrorOnAnAmbiguousName", "duplicate -name other base;", onBase + "bs",
+                    "baseShapeOrig is not a mesh object."),
+        refusedCall("MirrorOnAnEmptyGroup", "group -empty -name g;", command + "-om g bs",
+                    "g has no shape node."),
+        refusedCall("MirrorWithAnOrderMeshThatIsNone", "group -empty -name g;", onBase + "-ob g bs",
+                    "g has no shape node."),
+        refusedCall("MirrorTweaksOfNoMesh", "", onBase + "-tm bs bs", "bs is not a mesh object."),
+        refusedCall("MirrorOverAWrongAxis", "", onBase + "-ax X bs",
+                    "The axis string is not correcty defined. Use x, y, or z."),
+        failingCall("MirrorNegativeIndex", "", onBase + "-si -1 bs",
+                    {"Error setting components for empty target."}),
+        failingCall("MirrorNegativeDestination", "", onBase + "-t 2 -ti -1 bs",
+                    {"Error setting components for empty target."}),
+        failingCall("MirrorLockedEmptyTarget", "setAttr -lock 1 bs.it[0].itg[2].iti[6000].ipt;",
+                    onBase + "-si 2 bs", {"Error setting points for empty target."},
+                    "setAttr bs.it[0].itg[2].iti[6000].ict -type componentList 1 vtx[0]"),
+        failingCall(
+            "MirrorLockedDeltas", lockPoints, onBase + "bs", {"Error setting mirrored points."},
+            "setAttr bs.it[0].itg[0].iti[6000].ict -type componentList 4 vtx[1] vtx[7] vtx[12] vtx[3]"),
+        failingCall("MirrorToANegativeIndex", map, onBase + "-ob \"\" -ti -1 bs",
+                    {"Error setting mirrored components."}),
+        refusedCall(
+            "MirrorWithoutPartners", "", onBase + "-tol -1 bs",
+            "Unable to find 3 mirrored points. Please increase the tolerance to account for non-symmetrical "
+            "points."),
+        refusedCall("MirrorWithoutMap", "", onBase + "-ob \"\" bs",
+                    "Vertex order map attribute is not available."),
+        refusedCall("MirrorWithAMapOfAnotherLength",
+                    map + "setAttr -type Int32Array baseShapeOrig.dvVertexOrderMap 2 1 0;",
+                    onBase + "-ob baseShapeOrig bs",
+                    "The vertex order map has 2 entries for 20 vertices. Create it again with "
+                    "dv_polyMapVertexOrder."),
+        failingCall("MirrorToANewTargetWithoutMesh", "", onBase + "-t 1 -ti 1 -tn right bs",
+                    {"Flag '-t' must be passed a float argument.", "Unable to create the target right."}),
+        goodCall("MirrorInPlace", "", onBase + "bs", 1),
+        goodCall("MirrorInBetween", "", onBase + "-si 4 -ti 4 -tit 5500 bs", 1),
+        goodCall("MirrorToANewTarget", "", onBase + "-t 1 -ti 1 -tn right -m base bs", 1),
+        goodCall("MirrorToANewTargetWithTheNameOfANodeElsewhere",
+                 "group -empty -name right; group -name g right;", onBase + "-t 1 -ti 1 -tn right -m base bs",
+                 1),
+        goodCall("MirrorToANewTargetWithATakenAlias", "", onBase + "-t 1 -ti 1 -tn smile -m base bs", 1),
+        goodCall("MirrorSkippingAnEndlessRange", "", onBase + "-sc \"base.vtx[-2147483648:2147483647]\" bs",
+                 1,
+                 "setAttr bs.it[0].itg[0].iti[6000].ict -type componentList 0;"
+                 "setAttr bs.it[0].itg[0].iti[6000].ipt -type pointArray 0"),
+        goodCall("MirrorToAnotherTarget", "", onBase + "-t 2 -ti 4 bs", 1,
+                 "setAttr bs.it[0].itg[4].iti[6000].ict -type componentList 3 vtx[5] vtx[6] vtx[19]"),
+        goodCall("MirrorToAnEmptyTarget", "", onBase + "-t 2 -ti 2 bs", 1,
+                 "setAttr bs.it[0].itg[2].iti[6000].ict -type componentList 0;"
+                 "setAttr bs.it[0].itg[2].iti[6000].ipt -type pointArray 0"),
+        goodCall("MirrorAnEmptyTarget", "", onBase + "-si 2 -ti 2 bs", 1, zero),
+        refusedCall(
+            "MirrorWithAnOrderMeshWithoutMap", "duplicate -name other base; setAttr other.pnts[1] 5 6 7;",
+            command + "-om base -ob other -tm other bs", "Vertex order map attribute is not available."),
+        goodCall("MirrorSelection", "select -noExpand bs;", onBase, 1),
+    };
+    calls.insert(calls.end(), further.begin(), further.end());
+    return calls;
+}
+
+const CommandRows kRows{
+    "dv_blendShapeMirrorTarget",
+    mirrorCalls(),
+    {"",
+     "Description: Mirrors an existing blend shape target.",
+     "",
+     "Flags: dv_blendShapeMirrorTarget -h -help <n/a> this message",
+     "-ax -axis <string> symmetry axis (optional, default: x)",
+     "-dir -direction <int> direction (optional, default: 1; positive to negative)",
+     "-f -flip <int> mirror the shape in place",
+     "-ib -inbetween <int> target is an in-between shape",
+     "-m -mesh <string> deformed mesh",
+     "-ob -orderBased <string> use the vertex order from the given mesh",
+     "-om -originalMesh <string> original shape node",
+     "-sc -skipComponents <string> list of components which should not be mirrored",
+     "-si -sourceIndex <int> index of the source target channel",
+     "-ti -targetIndex <int> index of the destination target channel (optional, important for duplication)",
+     "-tit -targetItem <int> target item value",
+     "-tn -targetName <string> name of the mirrored blend shape target (optional, important for duplication)",
+     "-tol -tolerance <float> tolerance value (optional, default: 0.001)",
+     "-tm -tweakMesh <string> name of the mesh the mirrored deltas should be applied to as tweaks",
+     "-t -type <int> mirror mode (0: mirror, 1: copy to opposite, 2: apply to opposite)",
+     "Usage: Execute the command with the following arguments:",
+     "Execute: dv_blendShapeMirrorTarget -ax <string> -dir <int> -f <int> -ib <int> -m <string> -om <string> "
+     "-si <int> -t <int> -ti <int> -tn <string> -tol <float> -tit <int>",
+     "Return Value: int"}};
+
+}  // namespace

@@ -1,0 +1,53 @@
+#include <utility>
+
+#include "commandTable.h"
+
+namespace {
+
+std::vector<Call> symmetryCalls() {
+    const auto fails = [](const char* name, const char* setup, const std::string& arguments, Strings errors) {
+        return Call{name, setup, "dv_polySymmetry " + arguments, false, {}, std::move(errors), ""};
+    };
+    const auto gives = [](const char* name, const char* setup, const std::string& arguments, int result,
+                          const std::string& residue) {
+        return Call{name, setup, "dv_polySymmetry " + arguments, true, result, {}, residue};
+    };
+    // Vertices 4 and 0 mirror each other.
+    return {
+        fails("SymmetryOfNothing", "select -clear", "", {"No mesh provided."}),
+        fails("SymmetryOfNoObject", "", "ghost", {"No object matches name: ghost", "Error getting objects"}),
+        fails("SymmetryUnknownFlag", "", "-x base", {"Invalid flag '-x'.", "Error getting objects"}),
+        fails("SymmetryOfABlendShape", "", "bs", {"bs is not a mesh object."}),
+        fails("SymmetryOfAnEmptyGroup", "group -empty -name g", "g", {"g has no shape node."}),
+        fails("SymmetryWithABlendShape", "", "base bs", {"bs is not a mesh object."}),
+        fails("SymmetryAxis", "", "-ax w base", {"The axis string is not correcty defined. Use x, y, or z."}),
+        fails("SymmetryWithoutGeometry", "createNode mesh -name hollow", "hollow",
+              {"Failed to create intersector."}),
+        fails("SymmetryMapNotFitting", "addAttr -ln dvVertexOrderMap -h 1 -dt Int32Array baseShape",
+              "-atm base", {"Unable to extend the order mapping because the vertex count has changed."}),
+        fails("SymmetryFromNoMap", "", "-aom base base", {"Vertex order map attribute is not available."}),
+        fails("SymmetryFromNoObject", "", "-aom ghost base", {"Error getting objects"}),
+        gives("Symmetry", "", "base", 1, ""),
+        gives("SymmetryMissing", "move -relative -objectSpace 0 0.5 0 base.vtx[4]", "base", 0,
+              "select base.vtx[0] base.vtx[4]"),
+        gives("SymmetryIntoAMap", "", "-atm base", 1, "dv_polySymmetry -atm base"),
+        gives("SymmetryFromAMap",
+              "move -relative -objectSpace 0 0.5 0 base.vtx[4]; dv_polyMapVertexOrder base", "-aom base base",
+              1, ""),
+    };
+}
+
+const CommandRows kRows{
+    "dv_polySymmetry",
+    symmetryCalls(),
+    {"", "Description: Checks for mesh symmetry. Returns 1 if the mesh is symmetrical.", "",
+     "Flags: dv_polySymmetry -h -help <n/a> this message",
+     "-atm -addToMap <n/a> add the symmetry ids to the vertex order map",
+     "-aom -applyOrderMap <string> name of the mesh with the symmetry map",
+     "-ax -axis <string> symmetry axis (optional, default: x)",
+     "-dir -direction <int> direction (optional, default: 1; positive to negative)",
+     "-tol -tolerance <float> tolerance value (optional, default: 0.001)",
+     "Usage: Execute the command with the following arguments:",
+     "Execute: dv_polySymmetry -a <int> -ax <string> -dir <int> -tol <float> polyName", "Return Value: int"}};
+
+}  // namespace
