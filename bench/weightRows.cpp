@@ -1,0 +1,97 @@
+// The modes of the weight command, on a target that stores a weight for every vertex.
+
+#include <maya/MDoubleArray.h>
+#include <maya/MFnDoubleArrayData.h>
+#include <maya/MFnIntArrayData.h>
+#include <maya/MIntArray.h>
+#include <maya/MPlug.h>
+#include <maya/MPointArray.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "common.h"
+#include "headScene.h"
+#include "partnerFloor.h"
+#include "rows.h"
+#include "table.h"
+#include "targetFloors.h"
+
+namespace {
+
+/// What a floor does besides reading, clearing and writing the weights.
+enum class Beside { kNothing, kMap, kPartners, kDeltas };
+
+/// Stores a weight for every vertex, none of them near 1.
+void storeWeights(const HeadScene& head) {
+    const unsigned int count = MFnIntArrayData(head.map.asMObject()).length();
+    MIntArray vertices;
+    MDoubleArray weights;
+    for (unsigned int vertex = 0; vertex < count; ++vertex) {
+        vertices.append(static_cast<int>(vertex));
+        weights.append((vertex % 999) / 1000.0);
+    }
+    setWeightValues(head.blendShape, 0, vertices, weights);
+}
+
+void edit(benchmark::State& state, int size, const char* arguments) {
+    state.PauseTiming();
+    HeadScene head(size);
+    storeWeights(head);
+    state.ResumeTiming();
+    const std::string result = head.scene.mel(std::string("dv_blendShapeEditWeights -om headShapeOrig ") +
+                                              arguments + " headTargets");
+    state.PauseTiming();
+    if (result != "1") state.SkipWithError("a wrong result");
+    head.scene.mel("flushUndo");
+    state.ResumeTiming();
+}
+
+void readWeightsBare(const MPlug& plug, MIntArray& vertices, std::vector<float>& weights) {
+    plug.getExistingArrayAttributeIndices(vertices);
+    weights.resize(vertices.length());
+    for (unsigned int k = 0; k < vertices.length(); ++k)
+        weights[k] = plug.elementByPhysicalIndex(k).asFloat();
+}
+
+void editFloor(benchmark::State& state, int size, Beside beside, bool writes) {
+    state.PauseTiming();
+    const HeadScene head(size);
+    storeWeights(head);
+    state.ResumeTiming();
+    MPlug plug = targetGroup(head.blendShape).child(1);
+    MIntArray vertices;
+    std::vector<float> weights;
+    readWeightsBare(plug, vertices, weights);
+    if (beside == Beside::kMap) benchmark::DoNotOptimize(MFnIntArrayData(head.map.asMObject()).array());
+    if (beside == Beside::kPartners) benchmark::DoNotOptimize(findPartnersBare(head.original));
+    if (beside == Beside::kDeltas) {
+        MIntArray moved;
+        MPointArray deltas;
+        readDeltasBare(head.blendShape, moved, deltas);
+        writeDeltasBare(head.blendShape, moved, deltas);
+    }
+    MObject empty = MFnDoubleArrayData().create(MDoubleArray());
+    plug.setValue(empty);
+    if (!writes) return;
+    for (unsigned int k = 0; k < vertices.length(); ++k)
+        plug.elementByLogicalIndex(static_cast<unsigned int>(vertices[k])).setFloat(weights[k]);
+}
+
+}  // namespace
+
+void addWeightRows() {
+    const auto add = [](const char* name, const char* arguments, Beside beside, bool writes) {
+        addModuleRow(
+            name, [arguments](benchmark::State& state, int size) { edit(state, size, arguments); },
+            [beside, writes](benchmark::State& state, int size) { editFloor(state, size, beside, writes); },
+            1.5);
+    };
+    add("invert weights", "-iv", Beside::kNothing, true);
+    add("flush weights", "-fl 0.5", Beside::kNothing, true);
+    add("delete weights", "-del", Beside::kNothing, false);
+    add("flip weights by position", "-flp", Beside::kPartners, true);
+    add("flip weights by order", "-flp -ob \"\"", Beside::kMap, true);
+    add("freeze weights", "-f", Beside::kDeltas, false);
+}

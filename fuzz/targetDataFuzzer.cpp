@@ -1,0 +1,57 @@
+#include <cstdint>
+#include <string>
+
+#include "jsonText.h"
+#include "require.h"
+#include "targetDataFile.h"
+
+namespace {
+
+void checkAlias(const TargetItem& item) {
+    const std::string alias = legalAlias(item.name, item.target);
+    require(!alias.empty() && (alias[0] < '0' || alias[0] > '9'),
+            "an alias begins with a letter or underscore");
+    const std::size_t legal =
+        alias.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_");
+    // The index in "weight_-1" comes from the reader; no such target can be made.
+    require(legal == std::string::npos || item.target < 0, "an alias is a legal name");
+}
+
+/// A file as an export writes it, one target object an item. Numbers that are no more than rounding
+/// are left out: their few bits do not come back as the same digits.
+std::string rewritten(std::string_view text, const TargetRemap* remap) {
+    JsonWriter writer;
+    writer.write("{\n");
+    readTargetData(text, remap, [&](const TargetItem& item) {
+        require(item.vertices.size() == item.points.size(), "a point for every vertex");
+        checkAlias(item);
+        writer.openObject(1, item.target);
+        writer.writeStringMember(2, "name", std::string(item.name));
+        writer.openObject(2, "data");
+        writer.openObject(3, item.item);
+        for (std::size_t k = 0; k < item.vertices.size(); ++k) {
+            require(item.vertices[k] >= 0, "no vertex before the first");
+            double point[3];
+            for (std::size_t axis = 0; axis < 3; ++axis)
+                point[axis] = writable(item.points[k][axis]);
+            writer.writeIndexPoint(4, item.vertices[k], point, k + 1 == item.vertices.size());
+        }
+        writer.closeObject(3, true);
+        writer.closeObject(2, true);
+        writer.closeObject(1, false);
+    });
+    writer.write("}");
+    return writer.text();
+}
+
+}  // namespace
+
+/// Any text is read. What was read is written and read again: the same text comes of it.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const TargetRemap remap{{1, 0, 3}, {7, 3, 0}};
+    rewritten(text, &remap);
+    const std::string first = rewritten(text, nullptr);
+    require(rewritten(first, nullptr) == first, "reading back gave something else");
+    return 0;
+}

@@ -1,0 +1,145 @@
+#include "blendShapeExportData.h"
+
+#include <maya/MArgDatabase.h>
+#include <maya/MGlobal.h>
+#include <maya/MIntArray.h>
+
+#include <utility>
+
+#include "commandSupport.h"
+#include "common.h"
+#include "dataFile.h"
+#include "jsonText.h"
+#include "targetDeltas.h"
+
+namespace {
+
+const CommandInfo& info() {
+    static const CommandInfo command{
+        blendShapeExportData::kName,
+        "Export blend shape targets to a json file.",
+        {{"-cn", "-channelName", MSyntax::kString, "channel name (multi use)", true},
+         {"-d", "-delta", MSyntax::kNoArg, "export deltas"},
+         {"-fn", "-fileName", MSyntax::kString, "file name for export"},
+         {"-i", "-index", MSyntax::kLong, "target index (multi use)", true}},
+        "dv_blendShapeExportData -d -fn <string> -i <int> -cn <string>",
+        "int"};
+    return command;
+}
+
+MStatus fail(const char* text) {
+    return reportError(text, ErrorResult::kZero, ErrorSink::kGlobal, MS::kSuccess);
+}
+
+/// An item of a target that has deltas.
+struct Item {
+    int index;
+    TargetDeltas deltas;
+};
+
+/// The items of a target that have deltas, with a warning for each of the others.
+std::vector<Item> readItems(const MObject& blendShape, int target) {
+    const MIntArray indices = getTargetItemIndices(blendShape, target);
+    std::vector<Item> items;
+    items.reserve(indices.length());
+    for (unsigned int k = 0; k < indices.length(); ++k) {
+        TargetDeltas deltas = readDeltas(blendShape, target, indices[k]);
+        if (deltas.vertices.length() > 0 && deltas.points.length() >= deltas.vertices.length()) {
+            items.push_back({indices[k], std::move(deltas)});
+        } else {
+            MGlobal::displayWarning(MString("Skipped position ") + indices[k] + " of index " + target +
+                                    " because of missing target data.");
+        }
+    }
+    return items;
+}
+
+void writeItem(const Item& item, bool isLast, JsonWriter& writer) {
+    writer.openObject(3, item.index);
+    const unsigned int count = item.deltas.vertices.length();
+    for (unsigned int k = 0; k < count; ++k) {
+        const MPoint& delta = item.deltas.points[k];
+        writer.writeIndexPoint(4, item.deltas.vertices[k], {delta.x, delta.y, delta.z}, k + 1 == count);
+    }
+    writer.closeObject(3, isLast);
+}
+
+}  // namespace
+
+void* blendShapeExportData::creator() {
+    return new blendShapeExportData();
+}
+
+MSyntax blendShapeExportData::newSyntax() {
+    return makeSyntax(info());
+}
+
+MStatus blendShapeExportData::doIt(const MArgList& arguments) {
+    const MArgDatabase database(syntax(), arguments);
+    if (answerHelp(database, info())) return MS::kSuccess;
+    channelNames_ = readFlagUses<MString>(database, "-cn");
+    readFlag(database, "-fn", fileName_);
+    targets_ = readFlagUses<int>(database, "-i");
+    const MStatus status = getBlendShapeNode(database, ErrorResult::kZero, blendShape_);
+    if (!status) return status;
+    if (!database.isFlagSet("-d")) return fail("No operation mode defined.");
+    if (fileName_.length() == 0) return fail("Missing export file path.");
+    if (channelNames_.empty()) return fail("Missing channel names.");
+    if (targets_.empty()) return fail("Missing index list.");
+    return redoIt();
+}
+
+MStatus blendShapeExportData::redoIt() {
+    OutputFile file;
+    if (!file.open(fileName_.asUTF8())) return fail("Unable to open file for writing.");
+    const std::size_t last = lastWithItems();
+    JsonWriter writer;
+    writer.write("{\n");
+    bool hasItems = false;
+    for (std::size_t k = 0; k < targets_.size(); ++k) {
+        hasItems = writeTarget(k, k == last, writer) || hasItems;
+        file.write(writer.text());
+        writer.clear();
+    }
+    file.write("}");
+    if (!file.close()) return fail("Unable to open file for writing.");
+    if (!hasItems) return fail("No items to export");
+    setResult(1);
+    return MS::kSuccess;
+}
+
+/// Place in the list of the last target that is going to be written: no comma comes after it.
+std::size_t blendShapeExportData::lastWithItems() const {
+    std::size_t position = targets_.size() - 1;
+    while (position > 0 && getTargetItemIndices(blendShape_, targets_[position]).length() == 0)
+        --position;
+    return position;
+}
+
+/// Writes the object of a target that has items.
+/// @return whether any of them was written
+bool blendShapeExportData::writeTarget(std::size_t position, bool isLast, JsonWriter& writer) const {
+    const int target = targets_[position];
+    if (getTargetItemIndices(blendShape_, target).length() == 0) {
+        MGlobal::displayWarning(MString("Skipped index ") + target + " because of missing data.");
+        return false;
+    }
+    const MString name = position < channelNames_.size() ? channelNames_[position] : MString();
+    writer.openObject(1, target);
+    writer.writeStringMember(2, "name", name.asUTF8());
+    writer.openObject(2, "data");
+    const std::vector<Item> items = readItems(blendShape_, target);
+    for (std::size_t k = 0; k < items.size(); ++k)
+        writeItem(items[k], k + 1 == items.size(), writer);
+    writer.closeObject(2, true);
+    writer.closeObject(1, isLast);
+    return !items.empty();
+}
+
+MStatus blendShapeExportData::undoIt() {
+    return MS::kSuccess;
+}
+
+bool blendShapeExportData::isUndoable() const {
+    return false;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <maya/MArgList.h>
+#include <maya/MObject.h>
+#include <maya/MPxCommand.h>
+#include <maya/MStatus.h>
+#include <maya/MString.h>
+#include <maya/MSyntax.h>
+
+#include <cstddef>
+#include <vector>
+
+class JsonWriter;
+
+/// dv_blendShapeExportData: writes the deltas of targets, in-betweens included, to a file that
+/// dv_blendShapeImportData reads (targetDataFile.h shows the layout).
+///
+/// The deltas are those stored, relative to the base. What has none is left out with a warning, and
+/// so is an item with fewer points than vertices. A target for which no channel name is given gets
+/// an empty one. The result is 1 after a written file, 0 after an error; when there was nothing to
+/// export the file is left without a target. The scene stays as it is.
+class blendShapeExportData : public MPxCommand {
+  public:
+    static constexpr const char* kName = "dv_blendShapeExportData";
+
+    static void* creator();
+    static MSyntax newSyntax();
+
+    MStatus doIt(const MArgList& arguments) override;
+    MStatus undoIt() override;
+    MStatus redoIt() override;
+    bool isUndoable() const override;
+
+  private:
+    std::size_t lastWithItems() const;
+    bool writeTarget(std::size_t position, bool isLast, JsonWriter& writer) const;
+
+    MString fileName_;
+    std::vector<MString> channelNames_;
+    std::vector<int> targets_;
+    MObject blendShape_;
+};

@@ -1,0 +1,371 @@
+#include "editRegionMap.h"
+
+#include <maya/MColor.h>
+#include <maya/MColorArray.h>
+#include <maya/MFn.h>
+#include <maya/MFnMesh.h>
+#include <maya/MGlobal.h>
+#include <maya/MIntArray.h>
+#include <maya/MItMeshVertex.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "commandSupport.h"
+#include "common.h"
+#include "dataFile.h"
+#include "regionColors.h"
+#include "regionFile.h"
+#include "weightFile.h"
+#include "weightList.h"
+
+namespace {
+
+const CommandInfo& info() {
+    static const CommandInfo command{
+        editRegionMap::kName,
+        "Edit the current region map.",
+        {{"-atm", "-addToMap", MSyntax::kNoArg, "add the current edits to the map"},
+         {"-ap", "-append", MSyntax::kNoArg, "append unassigned weights to the region"},
+         {"-cl", "-clear", MSyntax::kNoArg, "clear the indexed region"},
+         {"-col", "-color", MSyntax::kLong,
+          "display as black and white (0), colored (1) or colorRamp (2) vertex colors"},
+         {"-dw", "-distributeWeight", MSyntax::kBoolean,
+          "distribute remaining weight to influencing regions"},
+         {"-e", "-edit", MSyntax::kNoArg, "load the indexed region for editing"},
+         {"-ex", "-export", MSyntax::kNoArg, "export weights to a file"},
+         {"-fn", "-fileName", MSyntax::kString, "file name for export/import"},
+         {"-im", "-import", MSyntax::kNoArg, "import weights from a file"},
+         {"-i", "-index", MSyntax::kLong, "index of the current region"},
+         {"-m", "-mesh", MSyntax::kString, "mesh shape (needed for clear, import and color)"},
+         {"-res", "-restore", MSyntax::kLong,
+          "stores the current region data (0) or restores the previous data (1)"}},
+        "dv_editRegionMap",
+        "int"};
+    return command;
+}
+
+constexpr const char* kReadError = "Unable to open file for reading";
+constexpr const char* kWriteError = "Unable to open file for writing";
+constexpr const char* kCountError =
+    "The stored vertex count doesn't match the resolution of the currently loaded mesh";
+
+MStatus fail(const MString& text, const MStatus& status = MS::kSuccess) {
+    return reportError(text, ErrorResult::kZero, ErrorSink::kGlobal, status);
+}
+
+/// How a map looks on a mesh.
+struct Picture {
+    MColorArray colors;    // of all vertices; those that the map does not have are without weight
+    int partialCount = 0;  // vertices that are assigned in part
+    int firstPartial = 0;
+};
+
+Picture pictureOf(const RegionArrays& map, unsigned int vertexCount, const RegionLocks& shown,
+                  RegionStyle style) {
+    Picture picture;
+    picture.colors.setLength(vertexCount);
+    for (unsigned int vertex = 0; vertex < vertexCount; ++vertex) {
+        RegionWeights weights = vertex < map.vertexCount ? map.at(vertex) : RegionWeights{};
+        if (isPartial(weights)) {
+            if (picture.partialCount == 0) picture.firstPartial = static_cast<int>(vertex);
+            ++picture.partialCount;
+        }
+        for (std::size_t region = 0; region < kRegionCount; ++region)
+            weights[region] = shown[region] ? weights[region] : 0.0;
+        const RegionColor color = regionColor(weights, style);
+        picture.colors[vertex] = MColor(color[0], color[1], color[2], 1.0F);
+    }
+    return picture;
+}
+
+/// What to tell about vertices that are assigned in part.
+MString partialText(const Picture& picture) {
+    const int count = picture.partialCount;
+    return MString("Partial weights found: ") + count + (count == 1 ? " vertex is" : " vertices are") +
+           " assigned in part only, first vtx[" + picture.firstPartial +
+           "]. Paint the rest and add it to the map, or use -append with the -index of a region, or with " +
+           "-index -1 to assign it by the neighbours.";
+}
+
+}  // namespace
+
+void* editRegionMap::creator() {
+    return new editRegionMap();
+}
+
+MSyntax editRegionMap::newSyntax() {
+    return makeSyntax(info());
+}
+
+MStatus editRegionMap::doIt(const MArgList& arguments) {
+    const MArgDatabase database(syntax(), arguments);
+    if (answerHelp(database, info())) return MS::kSuccess;
+    readFlags(database);
+    MObject node;
+    constexpr const char* kNoNode = "No region node provided.";
+    // Like its other errors, a call without node succeeds with the result 0.
+    if (!getNode(database, MFn::kDependencyNode, kNoNode, kNoNode, ErrorResult::kZero, node))
+        return MS::kSuccess;
+    RegionNode regions;
+    MString error;
+    if (!regions.find(node, error)) return fail(error);
+    if (needsMesh_) {
+        MString meshName;
+        readFlag(database, "-m", meshName);
+        MObject mesh;
+        if (!getMeshShape(meshName, "The mesh is not defined.", ErrorResult::kZero, mesh))
+            return MS::kSuccess;
+        mesh_ = mesh;
+    }
+    if (!checkFlags(error)) return fail(error);
+    node_ = node;
+    isChecked_ = true;
+    return redoIt();
+}
+
+editRegionMap::Mode editRegionMap::readMode(const MArgDatabase& arguments) {
+    static constexpr std::pair<const char*, Mode> kModes[] = {
+        {"-im", Mode::kImport}, {"-ex", Mode::kExport}, {"-atm", Mode::kAdd},     {"-ap", Mode::kAppend},
+        {"-e", Mode::kEdit},    {"-cl", Mode::kClear},  {"-res", Mode::kRestore}, {"-col", Mode::kColor},
+    };
+    for (const auto& [flag, mode] : kModes) {
+        if (arguments.isFlagSet(flag)) return mode;
+    }
+    return Mode::kNone;
+}
+
+void editRegionMap::readFlags(const MArgDatabase& arguments) {
+    mode_ = readMode(arguments);
+    for (const char* flag : {"-cl", "-im", "-col", "-ap"})
+        needsMesh_ = needsMesh_ || arguments.isFlagSet(flag);
+    readFlag(arguments, "-fn", fileName_);
+    hasIndex_ = arguments.isFlagSet("-i");
+    readFlag(arguments, "-i", index_);
+    readFlag(arguments, "-dw", distributes_);
+    readFlag(arguments, "-res", restored_);
+    readFlag(arguments, "-col", style_);
+}
+
+bool editRegionMap::checkFlags(MString& error) const {
+    const bool isByNeighbours = mode_ == Mode::kAppend && index_ == -1;
+    if (usesRegion() && !isByNeighbours && (index_ < 0 || region() >= kRegionCount)) {
+        error = "The index of a region is a number from 0 to 5.";
+        return false;
+    }
+    if (mode_ == Mode::kColor && (style_ < 0 || style_ >= kRegionStyleCount)) {
+        error = "The color style is 0, 1 or 2.";
+        return false;
+    }
+    return true;
+}
+
+/// Whether the call is about one region; some are about the whole map when none is given.
+bool editRegionMap::usesRegion() const {
+    const bool isForWhole = mode_ == Mode::kImport || mode_ == Mode::kExport || mode_ == Mode::kColor;
+    return isForWhole ? hasIndex_ : mode_ != Mode::kRestore && mode_ != Mode::kNone;
+}
+
+MStatus editRegionMap::redoIt() {
+    // A call that answered -help or failed a check may still be queued.
+    if (!isChecked_) return MS::kSuccess;
+    const MObject node = aliveObject(node_);
+    if (node.isNull()) return fail("The region data node is not in the scene any more.", MS::kFailure);
+    RegionNode regions;
+    MString error;
+    if (!regions.find(node, error)) return fail(error, MS::kFailure);
+    if (needsMesh_ && aliveObject(mesh_).isNull())
+        return fail("The mesh is not in the scene any more.", MS::kFailure);
+    return run(regions);
+}
+
+MStatus editRegionMap::run(RegionNode& node) {
+    const MObject mesh = aliveObject(mesh_);
+    const auto vertexCount = mesh.isNull() ? 0U : static_cast<unsigned int>(MFnMesh(mesh).numVertices());
+    switch (mode_) {
+        case Mode::kImport:
+            return importMap(node, vertexCount);
+        case Mode::kExport:
+            return exportMap(node);
+        case Mode::kAdd:
+            return add(node);
+        case Mode::kAppend:
+            return append(node, mesh);
+        case Mode::kEdit:
+            return edit(node);
+        case Mode::kClear:
+            return written(node.writeRegion(region(), MDoubleArray(vertexCount, 0.0)));
+        case Mode::kRestore:
+            return restore(node);
+        case Mode::kColor:
+            return color(node, mesh);
+        default:
+            isChecked_ = false;
+            setResult(0);
+            return MS::kSuccess;
+    }
+}
+
+MStatus editRegionMap::done() {
+    setResult(1);
+    return MS::kSuccess;
+}
+
+/// Ends a run that has written weights, with the status of that.
+MStatus editRegionMap::written(const MStatus& status) {
+    return status ? done() : refuse("Error setting region weights.", status);
+}
+
+/// Ends a run with an error: there is nothing to redo.
+MStatus editRegionMap::refuse(const MString& text, const MStatus& status) {
+    isChecked_ = false;
+    return fail(text, status);
+}
+
+/// Moves the painted base weights to the map.
+MStatus editRegionMap::add(RegionNode& node) {
+    const WeightList painted = readWeights(getWeightsPlug(node.blendShape(), kBaseWeights));
+    const RegionMap map = node.readMap();
+    const RegionArrays& arrays = map.arrays();
+    int skippedCount = 0;
+    for (unsigned int k = 0; k < painted.vertices.length(); ++k) {
+        const auto vertex = static_cast<std::size_t>(painted.vertices[k]);
+        if (vertex >= arrays.vertexCount) {
+            ++skippedCount;
+            continue;
+        }
+        RegionWeights weights = arrays.at(vertex);
+        paintRegion(weights, region(), painted.values[k], node.locks(), distributes_);
+        arrays.set(vertex, weights);
+    }
+    if (skippedCount > 0) {
+        MGlobal::displayWarning(MString("Skipped ") + skippedCount +
+                                " painted vertices that the region map does not have. Use -clear on each " +
+                                "region of a new map.");
+    }
+    return written(node.writeMap(map));
+}
+
+/// Gives what vertices lack to 1 to one region, or to those of their neighbours.
+MStatus editRegionMap::append(RegionNode& node, const MObject& mesh) {
+    const RegionMap map = node.readMap();
+    if (index_ >= 0) {
+        appendToRegion(map.arrays(), region(), node.locks());
+        return written(node.writeMap(map));
+    }
+    MItMeshVertex iterator(mesh);
+    const unsigned int vertexCount = iterator.count();
+    MIntArray connected;
+    appendByNeighbours(map.arrays(), node.locks(), [&](std::size_t vertex, std::vector<int>& neighbours) {
+        neighbours.clear();
+        if (vertex >= vertexCount) return;
+        int previous = 0;
+        iterator.setIndex(static_cast<int>(vertex), previous);
+        iterator.getConnectedVertices(connected);
+        for (unsigned int k = 0; k < connected.length(); ++k)
+            neighbours.push_back(connected[k]);
+    });
+    return written(node.writeMap(map));
+}
+
+/// Loads a region into the base weights, to be painted there.
+MStatus editRegionMap::edit(const RegionNode& node) {
+    const MDoubleArray weights = node.readRegion(region());
+    MIntArray vertices(weights.length());
+    for (unsigned int vertex = 0; vertex < weights.length(); ++vertex)
+        vertices[vertex] = static_cast<int>(vertex);
+    setElements(getWeightsPlug(node.blendShape(), kBaseWeights), vertices, weights);
+    return done();
+}
+
+MStatus editRegionMap::restore(RegionNode& node) {
+    MString error;
+    const MStatus status = restored_ != 0 ? node.restore(error) : node.store(error);
+    if (error.length() > 0) return refuse(error);
+    return written(status);
+}
+
+/// Shows the map, or one region of it, as vertex colours, whether or not some vertices are assigned in part.
+MStatus editRegionMap::color(const RegionNode& node, const MObject& mesh) {
+    const RegionMap map = node.readMap();
+    RegionLocks shown;
+    shown.fill(!hasIndex_);
+    if (hasIndex_) shown[region()] = true;
+    MFnMesh function(mesh);
+    const auto vertexCount = static_cast<unsigned int>(function.numVertices());
+    Picture picture = pictureOf(map.arrays(), vertexCount, shown, static_cast<RegionStyle>(style_));
+    MIntArray vertices(vertexCount);
+    for (unsigned int vertex = 0; vertex < vertexCount; ++vertex)
+        vertices[vertex] = static_cast<int>(vertex);
+    const MStatus status = function.setVertexColors(picture.colors, vertices);
+    if (!status) return refuse("Error setting vertex colors.", status);
+    function.setDisplayColors(true);
+    return picture.partialCount > 0 ? refuse(partialText(picture)) : done();
+}
+
+MStatus editRegionMap::exportMap(const RegionNode& node) {
+    const bool isJson = isJsonFile(fileName_.asUTF8());
+    std::string settings;
+    MString error;
+    if (!hasIndex_ && !node.readSettings(settings, error)) return refuse(error);
+    OutputFile file;
+    if (!file.open(fileName_.asUTF8())) return refuse(kWriteError);
+    if (hasIndex_) {
+        const MDoubleArray weights = node.readRegion(region());
+        WeightFileWriter writer(isJson);
+        for (unsigned int vertex = 0; vertex < weights.length(); ++vertex)
+            writer.add(static_cast<int>(vertex), weights[vertex], vertex + 1 == weights.length());
+        file.write(writer.finish());
+    } else {
+        const RegionMap map = node.readMap();
+        RegionArrays arrays = map.arrays();
+        // The first array says how many vertices the map has.
+        arrays.vertexCount = node.readRegion(0).length();
+        writeRegionFile(settings, arrays, isJson, [&](std::string_view text) { file.write(text); });
+    }
+    return file.close() ? done() : refuse(kWriteError);
+}
+
+MStatus editRegionMap::importMap(RegionNode& node, unsigned int vertexCount) {
+    FileContent file;
+    if (!file.read(fileName_.asUTF8())) return refuse(kReadError);
+    if (hasIndex_) return importRegion(node, file.text(), vertexCount);
+    const RegionFile content = parseRegionFile(file.text(), isJsonFile(fileName_.asUTF8()), vertexCount);
+    if (content.vertexCount() != vertexCount) return refuse(kCountError);
+    MString error;
+    if (!node.writeSettings(content.settings, error)) return refuse(error);
+    MStatus status;
+    for (std::size_t k = 0; status && k < kRegionCount; ++k)
+        status = node.writeRegion(k, MDoubleArray(content.weights[k].data(), vertexCount));
+    return written(status);
+}
+
+/// Reads a file with one region. It must have a weight for each vertex, once.
+MStatus editRegionMap::importRegion(RegionNode& node, std::string_view text, unsigned int vertexCount) {
+    const bool isJson = isJsonFile(fileName_.asUTF8());
+    if (parseRegionFile(text, isJson).vertexCount() > 0)
+        return refuse("The file holds a whole region map. Import it without -index.");
+    MDoubleArray weights(vertexCount, 0.0);
+    std::vector<bool> isRead(vertexCount, false);
+    unsigned int readCount = 0;
+    bool isFitting = true;
+    readWeightFile(text, isJson, [&](int vertex, double value) {
+        const auto index = static_cast<unsigned int>(vertex);
+        isFitting = isFitting && index < vertexCount && !isRead[index];
+        if (!isFitting) return;
+        isRead[index] = true;
+        weights[index] = value;
+        ++readCount;
+    });
+    if (!isFitting || readCount != vertexCount) return refuse(kCountError);
+    return written(node.writeRegion(region(), weights));
+}
+
+MStatus editRegionMap::undoIt() {
+    return MS::kSuccess;
+}
+
+bool editRegionMap::isUndoable() const {
+    return true;
+}

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The text of the data files (target data, weights, regions) and the scanners that read it back.
+///
+/// It looks like JSON and is no general JSON: one member a line, indented with tabs, a blank after
+/// each colon, strings without escapes, numbers as in numberText.h. The scanners take this layout
+/// with other blanks, too; whatever they do not expect they pass over. Text only: no host, no
+/// files.
+
+/// Puts together the text of a file. Every call but `write` adds one line.
+class JsonWriter {
+  public:
+    const std::string& text() const { return text_; }
+    /// Starts anew with empty text, for an owner that has put the text in a file: a file of many
+    /// megabytes need not be in memory at once.
+    void clear() { text_.clear(); }
+
+    /// Adds text as it is: the braces around the whole, "{\n" and "}", are the owner's to write.
+    void write(std::string_view text) { text_ += text; }
+
+    /// `"key": {`
+    void openObject(int indent, std::string_view key);
+    void openObject(int indent, int index);
+    /// `}`, with a comma unless it is the last of its object.
+    void closeObject(int indent, bool isLast);
+
+    /// `"key": "value",`, always with a comma: another member follows in every file. Both strings
+    /// are empty afterwards.
+    void writeStringMember(int indent, std::string&& key, std::string&& value);
+
+    /// `"index": value`
+    void writeIndexValue(int indent, int index, double value, bool isLast);
+    /// `"index": [x, y, z]`
+    void writeIndexPoint(int indent, int index, const double (&point)[3], bool isLast);
+
+  private:
+    void startLine(int indent);
+
+    std::string text_;
+};
+
+/// Walks over the text of a file from front to back. Cost is linear in the text, whatever it holds.
+class JsonScanner {
+  public:
+    /// @param text  to stay alive as long as the scanner and the quoted texts it gives
+    explicit JsonScanner(std::string_view text) : at_(text.data()), end_(text.data() + text.size()) {}
+
+    /// Passes to the next character that matters, one of { } [ : and the double quote.
+    /// @return this character, or 0 at the end of the text
+    char next();
+
+    /// After a double quote: the text up to the next one, which is passed; there are no escapes. Up
+    /// to the end when there is none.
+    std::string_view readQuoted();
+
+    /// After a colon: whether a value follows on this line, to be read with one of the calls below.
+    /// A brace or a bracket does not: it is left for `next`.
+    bool hasValue();
+
+    /// After a colon: the value text up to the end of the line, without its blanks, even those
+    /// between quotes. A quoted value ends at its second quote, and the rest of the line is
+    /// dropped; everything else is kept, such as a comma after a value without quotes.
+    std::string readValue();
+
+    /// After a colon: the number up to the next comma or line end, blanks in it dropped; 0 when it
+    /// is none.
+    double readNumberValue();
+
+    /// After "[": the numbers between the commas up to "]", blanks and line ends in them dropped; 0
+    /// for what is no number.
+    /// @param numbers  replaced
+    /// @return false when the text ended before the list
+    bool readNumberList(std::vector<double>& numbers);
+
+  private:
+    double readListNumber();
+
+    const char* at_;
+    const char* end_;
+};

@@ -1,0 +1,124 @@
+#include "numberText.h"
+
+#include <charconv>
+#include <limits>
+
+// The second macro lets a test compare the two ways.
+#if defined(__cpp_lib_to_chars) && !defined(DELVEN_NUMBERS_BY_STREAM)
+#define DELVEN_NUMBERS_BY_CHARCONV
+#else
+#include <algorithm>
+#include <locale>
+#include <sstream>
+#include <string>
+#endif
+
+namespace {
+
+constexpr int kSignificantDigits = 6;
+
+bool isBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// Where a number can begin in a text.
+struct Start {
+    const char* first;  // of the digits, the sign included only when it is a minus
+    const char* end;
+    bool isNumber;
+};
+
+/// Passes blanks and a plus sign, which <charconv> does not know.
+Start findStart(std::string_view text) {
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    while (at != end && isBlank(*at))
+        ++at;
+    const bool isNegative = at != end && *at == '-';
+    const bool isSigned = isNegative || (at != end && *at == '+');
+    const char* const digits = isSigned ? at + 1 : at;
+    const bool hasPoint = digits != end && *digits == '.';
+    const char* const digit = hasPoint ? digits + 1 : digits;
+    return {isNegative ? at : digits, end, digit != end && isDigit(*digit)};
+}
+
+#if !defined(DELVEN_NUMBERS_BY_CHARCONV)
+
+const char* skipDigits(const char* at, const char* end) {
+    while (at != end && isDigit(*at))
+        ++at;
+    return at;
+}
+
+/// The end of the number that begins at `first`: streams fail on "1e" or "1e+", of which 1 is to be
+/// read.
+const char* numberEnd(const char* first, const char* end) {
+    const char* at = skipDigits(*first == '-' ? first + 1 : first, end);
+    if (at != end && *at == '.') at = skipDigits(at + 1, end);
+    if (at == end || (*at != 'e' && *at != 'E')) return at;
+    const char* exponent = at + 1;
+    if (exponent != end && (*exponent == '+' || *exponent == '-')) ++exponent;
+    return exponent != end && isDigit(*exponent) ? skipDigits(exponent, end) : at;
+}
+
+#endif
+
+}  // namespace
+
+char* writeNumber(char* at, int value) {
+    return std::to_chars(at, at + kNumberRoom, value).ptr;
+}
+
+std::size_t readNumber(std::string_view text, int& value) {
+    value = 0;
+    const Start start = findStart(text);
+    if (!start.isNumber) return 0;
+    const std::from_chars_result read = std::from_chars(start.first, start.end, value);
+    if (read.ec == std::errc::result_out_of_range) {
+        value = *start.first == '-' ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
+    }
+    // ".5" is a number, but begins with no whole one.
+    return read.ec == std::errc::invalid_argument ? 0 : static_cast<std::size_t>(read.ptr - text.data());
+}
+
+#if defined(DELVEN_NUMBERS_BY_CHARCONV)
+
+char* writeNumber(char* at, double value) {
+    return std::to_chars(at, at + kNumberRoom, value, std::chars_format::general, kSignificantDigits).ptr;
+}
+
+std::size_t readNumber(std::string_view text, double& value) {
+    value = 0.0;
+    const Start start = findStart(text);
+    if (!start.isNumber) return 0;
+    return static_cast<std::size_t>(std::from_chars(start.first, start.end, value).ptr - text.data());
+}
+
+#else
+
+char* writeNumber(char* at, double value) {
+    std::ostringstream stream;
+    stream.imbue(std::locale::classic());
+    stream.precision(kSignificantDigits);
+    stream << value;
+    const std::string text = stream.str();
+    return std::copy(text.begin(), text.end(), at);
+}
+
+std::size_t readNumber(std::string_view text, double& value) {
+    value = 0.0;
+    const Start start = findStart(text);
+    if (!start.isNumber) return 0;
+    const char* const end = numberEnd(start.first, start.end);
+    std::istringstream stream(std::string(start.first, end));
+    stream.imbue(std::locale::classic());
+    // A stream gives the nearest double for what is out of range.
+    if (!(stream >> value)) value = 0.0;
+    return static_cast<std::size_t>(end - text.data());
+}
+
+#endif

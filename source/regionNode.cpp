@@ -1,0 +1,168 @@
+#include "regionNode.h"
+
+#include <maya/MFn.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MFnDoubleArrayData.h>
+#include <maya/MGlobal.h>
+#include <maya/MPlug.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr const char* kWeights = "regionWeights";
+constexpr const char* kBuffer = "regionWeightsBuffer";
+
+MString arrayName(const char* attribute, std::size_t region) {
+    return MString(attribute) + static_cast<int>(region);
+}
+
+MStatus writeArray(const MObject& node, const MString& attribute, const MDoubleArray& values) {
+    MPlug plug = MFnDependencyNode(node).findPlug(attribute, false);
+    MObject data = MFnDoubleArrayData().create(values);
+    return plug.setValue(data);
+}
+
+/// Text between the quotes of a script string that stands for `text`.
+std::string escaped(const std::string& text) {
+    std::string result;
+    result.reserve(text.size());
+    for (const char c : text) {
+        const bool isControl = (c >= '\0' && c < ' ' && c != '\t') || c == '\x7F';
+        if (isControl) continue;
+        if (c == '"' || c == '\\') result += '\\';
+        result += c;
+    }
+    return result;
+}
+
+}  // namespace
+
+RegionMap::RegionMap(std::array<MDoubleArray, kRegionCount>&& weights) : weights_(std::move(weights)) {
+    unsigned int longest = 0;
+    for (const MDoubleArray& array : weights_)
+        longest = std::max(longest, array.length());
+    arrays_.vertexCount = longest;
+    for (std::size_t region = 0; region < kRegionCount; ++region) {
+        MDoubleArray& array = weights_[region];
+        const unsigned int length = array.length();
+        array.setLength(longest);
+        for (unsigned int k = length; k < longest; ++k)
+            array[k] = 0.0;
+        arrays_.regions[region] = longest > 0 ? &array[0] : nullptr;
+    }
+}
+
+bool RegionNode::find(const MObject& node, MString& error) {
+    node_ = node;
+    const MFnDependencyNode dependencyNode(node);
+    name_ = dependencyNode.name();
+    MStatus status;
+    const MPlug plug = dependencyNode.findPlug("DELVENRegion", false, &status);
+    blendShape_ = status ? plug.source().node() : MObject(MObject::kNullObj);
+    if (!blendShape_.hasFn(MFn::kBlendShape)) {
+        error = "The region data node is not connected to a blend shape node.";
+        return false;
+    }
+    for (std::size_t region = 0; region < kRegionCount; ++region) {
+        if (!hasAttribute(arrayName(kWeights, region), error)) return false;
+    }
+    readLocks();
+    return true;
+}
+
+bool RegionNode::hasAttribute(const MString& attribute, MString& error) const {
+    if (MFnDependencyNode(node_).hasAttribute(attribute)) return true;
+    error = name_ + " has no attribute " + attribute + ".";
+    return false;
+}
+
+/// A node without the attribute has no locked region.
+void RegionNode::readLocks() {
+    locks_.fill(false);
+    MStatus status;
+    const MPlug plug = MFnDependencyNode(node_).findPlug("regionLock", false, &status);
+    for (std::size_t region = 0; status && region < kRegionCount; ++region)
+        locks_[region] = plug.elementByLogicalIndex(static_cast<unsigned int>(region)).asInt() != 0;
+}
+
+RegionMap RegionNode::readMap() const {
+    std::array<MDoubleArray, kRegionCount> weights;
+    for (std::size_t region = 0; region < kRegionCount; ++region)
+        weights[region] = readRegion(region);
+    return RegionMap(std::move(weights));
+}
+
+MStatus RegionNode::writeMap(const RegionMap& map) {
+    MStatus status;
+    for (std::size_t region = 0; status && region < kRegionCount; ++region)
+        status = writeRegion(region, map.region(region));
+    return status;
+}
+
+MDoubleArray RegionNode::readRegion(std::size_t region) const {
+    MObject data;
+    MFnDependencyNode(node_).findPlug(arrayName(kWeights, region), false).getValue(data);
+    MDoubleArray weights;
+    // Without data the attribute was never set.
+    MStatus status;
+    const MFnDoubleArrayData array(data, &status);
+    if (status) array.copyTo(weights);
+    return weights;
+}
+
+MStatus RegionNode::writeRegion(std::size_t region, const MDoubleArray& weights) {
+    return writeArray(node_, arrayName(kWeights, region), weights);
+}
+
+bool RegionNode::hasBuffers(MString& error) const {
+    for (std::size_t region = 0; region < kRegionCount; ++region) {
+        if (!hasAttribute(arrayName(kBuffer, region), error)) return false;
+    }
+    return true;
+}
+
+/// A destination keeps what a connection has brought when it is broken: so each array is copied.
+MStatus RegionNode::copyArrays(const char* from, const char* to) {
+    MStatus status;
+    for (std::size_t region = 0; status && region < kRegionCount; ++region) {
+        const MString plugs =
+            name_ + "." + arrayName(from, region) + " " + name_ + "." + arrayName(to, region);
+        status = MGlobal::executeCommand("connectAttr -f " + plugs, false, false);
+        if (status) status = MGlobal::executeCommand("disconnectAttr " + plugs, false, false);
+    }
+    return status;
+}
+
+MStatus RegionNode::store(MString& error) {
+    if (!hasBuffers(error)) return MS::kFailure;
+    return copyArrays(kWeights, kBuffer);
+}
+
+MStatus RegionNode::restore(MString& error) {
+    if (!hasBuffers(error)) return MS::kFailure;
+    MStatus status = copyArrays(kBuffer, kWeights);
+    for (std::size_t region = 0; status && region < kRegionCount; ++region)
+        status = writeArray(node_, arrayName(kBuffer, region), MDoubleArray());
+    return status;
+}
+
+bool RegionNode::readSettings(std::string& settings, MString& error) const {
+    if (!hasAttribute("regions", error)) return false;
+    // Settings that were never made give no result, which is the empty text.
+    MString result;
+    MGlobal::executeCommand("getAttr " + name_ + ".regions", result, false, false);
+    settings = result.asUTF8();
+    return true;
+}
+
+bool RegionNode::writeSettings(const std::string& settings, MString& error) {
+    if (!hasAttribute("regions", error)) return false;
+    MString text;
+    text.setUTF8(escaped(settings).c_str());
+    const MString command = "setAttr " + name_ + ".regions -type \"string\" \"" + text + "\"";
+    if (MGlobal::executeCommand(command, false, false)) return true;
+    error = "Error setting the settings of the regions.";
+    return false;
+}

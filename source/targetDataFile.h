@@ -1,0 +1,58 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Target data files: what a file of dv_blendShapeExportData holds, read on plain arrays.
+///
+///     {
+///         "3": {                              the target index, and its data:
+///             "name": "smile",
+///             "data": {
+///                 "6000": {                   the item index
+///                     "12": [0, 0.5, 0]       a vertex and its delta
+///                 }
+///             }
+///         }
+///     }
+///
+/// Only the depth of the braces and the keys count. Whatever has no key that is a number (a target,
+/// an item, a vertex) is passed over with all that is in it, so a file of another kind or encoding
+/// changes nothing.
+
+/// One item of a target as a file holds it.
+struct TargetItem {
+    int target = 0;    // after remapping
+    std::string name;  // of the target, as written in the file; empty when it has not come up yet
+    int item = 0;
+    std::vector<int> vertices;                  // not negative; in file order, which may repeat some
+    std::vector<std::array<double, 3>> points;  // one a vertex
+};
+
+/// Which targets of a file are taken, and the indices they get.
+///
+/// The sources are used up in their order: each waits for the target of its index and lets the
+/// others pass.
+struct TargetRemap {
+    std::vector<int> sources;
+    std::vector<int> destinations;  // as many
+};
+
+/// Reads the text of a target data file.
+///
+/// A point that has not exactly three numbers drops its vertex too. An item that the text ends in
+/// is not taken, and a target that it ends in is not listed.
+/// @param remap  null to take every target under its own index
+/// @param take   called for each complete item of a target that is taken, in file order
+/// @return an entry for each target, taken or not, in file order: its index (the new one if it is
+///         taken), a comma and its items joined by colons, such as "3,5500:6000"
+std::vector<std::string> readTargetData(std::string_view text, const TargetRemap* remap,
+                                        const std::function<void(const TargetItem&)>& take);
+
+/// An alias that a script can be composed with, whatever the file says: of the name just the
+/// letters, digits and underscores of ASCII, with an underscore before a leading digit; "weight_"
+/// and the index when none is left.
+std::string legalAlias(std::string_view name, int target);

@@ -1,0 +1,106 @@
+#include "jsonText.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+TEST(JsonWriter, LaysOutEachLine) {
+    JsonWriter writer;
+    std::string key = "name";
+    std::string value = "a \"b\"\\";
+    writer.write("{\n");
+    writer.openObject(1, 12);
+    writer.writeStringMember(2, std::move(key), std::move(value));
+    writer.openObject(2, "data");
+    writer.writeIndexPoint(4, 7, {-0.5, 1.0 / 3.0, 1.23e-7}, false);
+    writer.writeIndexPoint(4, 2147483647, {0, 1e6, -123456789}, true);
+    writer.closeObject(2, true);
+    writer.closeObject(1, false);
+    writer.writeIndexValue(1, 0, 0.5, false);
+    writer.writeIndexValue(1, -5, 0.25, true);
+    writer.write("}");
+    EXPECT_EQ(writer.text(),
+              "{\n\t\"12\": {\n\t\t\"name\": \"a \"b\"\\\",\n\t\t\"data\": {\n"
+              "\t\t\t\t\"7\": [-0.5, 0.333333, 1.23e-07],\n"
+              "\t\t\t\t\"2147483647\": [0, 1e+06, -1.23457e+08]\n"
+              "\t\t}\n\t},\n\t\"0\": 0.5,\n\t\"-5\": 0.25\n}");
+    EXPECT_EQ(key, "");
+    EXPECT_EQ(value, "");
+}
+
+TEST(JsonScanner, StopsAtWhatMattersOnly) {
+    JsonScanner scanner("\xEF\xBB\xBF , {x]\n\"12\":[1] }");
+    std::string seen;
+    for (char c = scanner.next(); c != '\0'; c = scanner.next()) {
+        seen += c;
+        if (c == '"') seen += scanner.readQuoted();
+    }
+    EXPECT_EQ(seen, "{\"12:[}");
+    EXPECT_EQ(scanner.next(), '\0');
+    EXPECT_EQ(JsonScanner("never closed").readQuoted(), "never closed");
+}
+
+/// What a read gives, and the character that the scanner comes to afterwards.
+template <typename Read>
+std::string scanned(std::string_view text, Read read) {
+    JsonScanner scanner(text);
+    std::ostringstream out;
+    out << read(scanner) << " then ";
+    const char next = scanner.next();
+    if (next != '\0') out << next;
+    return out.str();
+}
+
+TEST(JsonScanner, ReadsAValueUpToTheLineEnd) {
+    const auto value = [](std::string_view text) {
+        return scanned(text, [](JsonScanner& scanner) { return scanner.readValue(); });
+    };
+    EXPECT_EQ(value(" \"smile\",\n{"), "smile then {");
+    EXPECT_EQ(value(" \"a b\tc\"\n"), "abc then ");
+    EXPECT_EQ(value(" \"cut\"short\", {\n}"), "cut then }");
+    EXPECT_EQ(value(" 0.5,\r\n["), "0.5, then [");
+    EXPECT_EQ(value(" x {[:\n\""), "x{[: then \"");
+    EXPECT_EQ(value("\n\"next\""), " then \"");
+    EXPECT_EQ(value(" \"open\n}"), "open then }");
+}
+
+TEST(JsonScanner, LeavesBracesAndBracketsAfterAColonToTheStructure) {
+    for (const char* text : {" {", "\t[1]", "}", " ]", "", "  "})
+        EXPECT_FALSE(JsonScanner(text).hasValue()) << text;
+    for (const char* text : {" \"{\"", "1", " ,", " \n{"})
+        EXPECT_TRUE(JsonScanner(text).hasValue()) << text;
+}
+
+TEST(JsonScanner, ReadsANumberUpToACommaOrLineEnd) {
+    const auto number = [](std::string_view text) {
+        return scanned(text, [](JsonScanner& scanner) { return scanner.readNumberValue(); });
+    };
+    EXPECT_EQ(number(" 0.25, \"5\""), "0.25 then \"");
+    EXPECT_EQ(number(" 1 . 5\r\n}"), "1.5 then }");
+    EXPECT_EQ(number(" \"0.5\"\n{"), "0 then {");
+}
+
+TEST(JsonScanner, ReadsAListOfNumbers) {
+    const auto list = [](std::string_view text) {
+        return scanned(text, [](JsonScanner& scanner) {
+            std::vector<double> numbers{9, 9};
+            std::string read = scanner.readNumberList(numbers) ? "" : "open ";
+            for (const double number : numbers)
+                read += std::to_string(number).substr(0, 4) + ' ';
+            return read;
+        });
+    };
+    EXPECT_EQ(list("0, -0.5, 2e1],{"), "0.00 -0.5 20.0  then {");
+    EXPECT_EQ(list("\n\t1 ,\r\n\t2\n\t]"), "1.00 2.00  then ");
+    EXPECT_EQ(list("1 2, 1\n.\t5]"), "12.0 1.50  then ");
+    EXPECT_EQ(list("a, nan, 3x, \"4\"]}"), "0.00 0.00 3.00 0.00  then }");
+    EXPECT_EQ(list("1,]"), "1.00 0.00  then ");
+    EXPECT_EQ(list("1, 2"), "open 1.00 2.00  then ");
+    EXPECT_EQ(list(""), "open  then ");
+}
+
+}  // namespace

@@ -1,0 +1,77 @@
+#include "regionFile.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string written(RegionFile& file, bool isJson) {
+    RegionArrays map;
+    map.vertexCount = file.vertexCount();
+    for (std::size_t region = 0; region < kRegionCount; ++region)
+        map.regions[region] = file.weights[region].data();
+    std::string text;
+    writeRegionFile(file.settings, map, isJson, [&](std::string_view piece) { text += piece; });
+    return text;
+}
+
+/// Settings and weights in one line.
+std::string shown(const RegionFile& file) {
+    std::string text = file.settings + "|";
+    for (std::size_t vertex = 0; vertex < file.vertexCount(); ++vertex) {
+        for (const std::vector<double>& weights : file.weights)
+            text += ' ' + std::to_string(weights.at(vertex)).substr(0, 5);
+        text += ';';
+    }
+    return text;
+}
+
+TEST(RegionFile, IsLaidOutByteForByte) {
+    RegionFile file{"brow,lip", {{{1.0 / 3.0, 0}, {0, 1}, {0, 0}, {0, 1.23e-7}, {0.5, 0}, {0, 0.25}}}};
+    EXPECT_EQ(written(file, true),
+              "{\n\t\"settings\": \"brow,lip\",\n"
+              "\t\"0\": [\n\t\t0.333333,\n\t\t0,\n\t\t0,\n\t\t0,\n\t\t0.5,\n\t\t0\n\t],\n"
+              "\t\"1\": [\n\t\t0,\n\t\t1,\n\t\t0,\n\t\t1.23e-07,\n\t\t0,\n\t\t0.25\n\t]\n}");
+    EXPECT_EQ(written(file, false), "brow,lip\n0 0.333333 0 0 0 0.5 0\n1 0 1 0 1.23e-07 0 0.25");
+    RegionFile empty;
+    EXPECT_EQ(written(empty, true), "{\n\t\"settings\": \"\",\n}");
+    EXPECT_EQ(written(empty, false), "\n");
+}
+
+TEST(RegionFile, ComesBackFromBothLayouts) {
+    RegionFile file;
+    file.settings = "brow:1[x],{lip}";
+    // More than is written in one piece.
+    for (int vertex = 0; vertex < 5000; ++vertex) {
+        for (std::size_t region = 0; region < kRegionCount; ++region)
+            file.weights[region].push_back((vertex % 32) / 32.0 + static_cast<double>(region));
+    }
+    for (const bool isJson : {true, false}) {
+        const RegionFile read = parseRegionFile(written(file, isJson), isJson);
+        EXPECT_EQ(read.settings, file.settings);
+        EXPECT_TRUE(read.weights == file.weights);
+    }
+}
+
+TEST(RegionFile, FaultsGiveWhatCanBeRead) {
+    const struct {
+        bool isJson;
+        const char* text;
+        const char* shown;
+    } rows[] = {
+        {true, "", "|"},
+        {true, "{\"settings\": \"a b\" lost\n\"0\": [1,2,3,4,5,6]",
+         "ab| 1.000 2.000 3.000 4.000 5.000 6.000;"},
+        {true, "{\"0\":[1, 2 ,\r\n3,4,x,]}", "| 1.000 2.000 3.000 4.000 0.000 0.000;"},
+        {true, "{\"settings\": a,\n\"0\": [1,2,3,4,5],\"1\": [1,2,3,4,5,6,7],\"2\": [1,2,3,4,5,6", "a,|"},
+        {true, "\"settings\": {\n\"x:[\": 1", "|"},
+        {true, "\"0\": 0.5,\n\"1\": 0.25", "0.5,|"},
+        {false, "", "|"},
+        {false, "a \"b\"\r\n0 1 2 3 4 5 6\r\n\n", "a \"b\"| 1.000 2.000 3.000 4.000 5.000 6.000;"},
+        {false, "\n0 1 2 3 4 5\n1 1 2 3 4 5 6 7\nx 1 2 3 4 5 6\n2 1 2 x 4 5 6",
+         "| 1.000 2.000 3.000 4.000 5.000 6.000;"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(shown(parseRegionFile(row.text, row.isJson)), row.shown) << row.text;
+}
+
+}  // namespace
