@@ -10,9 +10,16 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     addTargetDataRows();
+    addDataFileRows();
     addExtractionRows();
+    addEditRows();
     addSceneRows();
     addVertexOrderRows();
+    addSculptRows();
+    addSymmetryRows();
+    addMirrorRows();
+    addWeightRows();
+    addRegionRows();
     TableReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.printTable();

@@ -2,6 +2,13 @@
 
 /// Each adds the rows of one subject.
 void addTargetDataRows();
+void addDataFileRows();
 void addExtractionRows();
+void addEditRows();
+void addRegionRows();
 void addSceneRows();
+void addSculptRows();
+void addMirrorRows();
+void addSymmetryRows();
 void addVertexOrderRows();
+void addWeightRows();

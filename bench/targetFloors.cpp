@@ -9,15 +9,16 @@
 #include <charconv>
 #include <string>
 
-#include "common.h"
-
 namespace {
 
 constexpr unsigned int kPoints = 3;
 constexpr unsigned int kComponents = 4;
 
-MPlug itemChild(const MObject& blendShape, unsigned int child) {
-    return targetGroup(blendShape).child(0).elementByLogicalIndex(kFullItem).child(child);
+MPlug itemChild(const MObject& blendShape, int item, unsigned int child) {
+    return targetGroup(blendShape)
+        .child(0)
+        .elementByLogicalIndex(static_cast<unsigned int>(item))
+        .child(child);
 }
 
 }  // namespace
@@ -30,8 +31,9 @@ MPlug targetGroup(const MObject& blendShape) {
         .elementByLogicalIndex(0);
 }
 
-void writeDeltasBare(const MObject& blendShape, const MIntArray& vertices, const MPointArray& points) {
-    std::string text = std::string("setAttr ") + itemChild(blendShape, kComponents).name().asChar() +
+void writeDeltasBare(const MObject& blendShape, const MIntArray& vertices, const MPointArray& points,
+                     int item) {
+    std::string text = std::string("setAttr ") + itemChild(blendShape, item, kComponents).name().asChar() +
                        " -type componentList " + std::to_string(vertices.length());
     text.reserve(text.size() + vertices.length() * 13 + 1);
     char digits[16];
@@ -42,11 +44,11 @@ void writeDeltasBare(const MObject& blendShape, const MIntArray& vertices, const
     text += ';';
     MGlobal::executeCommand(text.c_str(), false, false);
     MObject data = MFnPointArrayData().create(points);
-    itemChild(blendShape, kPoints).setValue(data);
+    itemChild(blendShape, item, kPoints).setValue(data);
 }
 
 void readDeltasBare(const MObject& blendShape, MIntArray& vertices, MPointArray& points) {
-    const MFnComponentListData list(itemChild(blendShape, kComponents).asMObject());
+    const MFnComponentListData list(itemChild(blendShape, kFullItem, kComponents).asMObject());
     const unsigned int length = list.length();
     for (unsigned int k = 0; k < length; ++k) {
         MObject object = list[k];
@@ -55,5 +57,5 @@ void readDeltasBare(const MObject& blendShape, MIntArray& vertices, MPointArray&
         for (int e = 0; e < count; ++e)
             vertices.append(component.element(e));
     }
-    MFnPointArrayData(itemChild(blendShape, kPoints).asMObject()).copyTo(points);
+    MFnPointArrayData(itemChild(blendShape, kFullItem, kPoints).asMObject()).copyTo(points);
 }

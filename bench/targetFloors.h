@@ -5,12 +5,15 @@
 #include <maya/MPlug.h>
 #include <maya/MPointArray.h>
 
-/// Bare loops of host calls on the full item of target 0: what access to target data costs at least.
+#include "common.h"
+
+/// Bare loops of host calls on an item of target 0: what access to target data costs at least.
 
 /// The plug inputTarget[0].inputTargetGroup[0].
 MPlug targetGroup(const MObject& blendShape);
 
-void writeDeltasBare(const MObject& blendShape, const MIntArray& vertices, const MPointArray& points);
+void writeDeltasBare(const MObject& blendShape, const MIntArray& vertices, const MPointArray& points,
+                     int item = kFullItem);
 
-/// Appends to both lists.
+/// Appends the deltas of the full item to both lists.
 void readDeltasBare(const MObject& blendShape, MIntArray& vertices, MPointArray& points);

@@ -18,5 +18,7 @@ else()
   configure_file(cmake/DELVENTools.mod.in DELVENTools.mod @ONLY)
   install(FILES "${PROJECT_BINARY_DIR}/DELVENTools.mod" DESTINATION .)
   install(TARGETS DELVENTools LIBRARY DESTINATION DELVENTools/plug-ins)
-  install(FILES LICENSE README.md DESTINATION DELVENTools)
+  # With all that README.md and the pages refer to.
+  install(FILES LICENSE README.md CONTRIBUTING.md DESTINATION DELVENTools)
+  install(DIRECTORY docs examples DESTINATION DELVENTools PATTERN __pycache__ EXCLUDE)
 endif()

@@ -21,20 +21,12 @@ cmake --preset maya2025 -B "$work/build" -DMAYA_DEVKIT_LOCATION="$work/kit" -DCM
 cmake --build "$work/build"
 cmake --install "$work/build" --prefix "$work/modules" >>"$work/log"
 
-(cd "$work/modules" && find . -type f | sort) >"$work/installed"
-diff - "$work/installed" <<'EOF'
-./DELVENTools.mod
-./DELVENTools/LICENSE
-./DELVENTools/README.md
-./DELVENTools/plug-ins/DELVENTools.so
-EOF
-if ! grep -qxE '\+ MAYAVERSION:2025 PLATFORM:linux DELVENTools [0-9.]+ \./DELVENTools' "$work/modules/DELVENTools.mod"; then
-    echo "check-package: DELVENTools.mod says: $(cat "$work/modules/DELVENTools.mod")" >&2
-    exit 1
-fi
+cmake -DSOURCE_DIR="$root" -DMODULES="$work/modules" -P tests/packaging/installedTree.cmake
 
 plugin="$work/modules/DELVENTools/plug-ins/DELVENTools.so"
 cmake -DNM="$(command -v nm)" -DPLUGIN="$plugin" -P tests/packaging/pluginExports.cmake
 "$host/bin/delvenbatch" -noAutoloadPlugins -plugin "$plugin" \
     -command 'if (!`pluginInfo -query -loaded "DELVENTools"`) error "DELVENTools is not loaded";'
-echo "check-package: the installed plug-in loads"
+# The examples find their meshes beside them, wherever that is.
+"$host/bin/delvenbatch" -noAutoloadPlugins -plugin "$plugin" -script "$work/modules/DELVENTools/examples/demo.mel" >>"$work/log"
+echo "check-package: the installed plug-in loads, and the installed demo runs with it"

@@ -6,7 +6,7 @@ set -euo pipefail
 
 declare -A packages=(
     [build]="cmake ninja-build g++ libtbb-dev libembree-dev libedit-dev libgtest-dev"
-    [bench]="libbenchmark-dev libgtest-dev"
+    [bench]="libbenchmark-dev libgtest-dev libnanoflann-dev"
     [fuzz]="clang libclang-rt-dev"
     [coverage]="gcovr"
     # binutils: nm; util-linux: setarch, for ThreadSanitizer

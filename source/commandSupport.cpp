@@ -30,6 +30,16 @@ const char* helpType(MSyntax::MArgType type) {
     }
 }
 
+const char* cell(const char* shown, const char* declared) {
+    return shown != nullptr ? shown : declared;
+}
+
+/// The row of a flag with all its cells filled.
+HelpCells helpCells(const FlagInfo& flag) {
+    return {cell(flag.shown.shortName, flag.shortName), cell(flag.shown.longName, flag.longName),
+            cell(flag.shown.type, helpType(flag.type))};
+}
+
 /// Blanks between two columns of the help text.
 constexpr std::size_t kColumnGap = 4;
 
@@ -61,18 +71,20 @@ MString helpText(const CommandInfo& command) {
     std::size_t longWidth = 0;
     std::size_t typeWidth = 0;
     for (const FlagInfo& row : rows) {
-        shortWidth = std::max(shortWidth, std::strlen(row.shortName));
-        longWidth = std::max(longWidth, std::strlen(row.longName));
-        typeWidth = std::max(typeWidth, std::strlen(helpType(row.type)));
+        const HelpCells cells = helpCells(row);
+        shortWidth = std::max(shortWidth, std::strlen(cells.shortName));
+        longWidth = std::max(longWidth, std::strlen(cells.longName));
+        typeWidth = std::max(typeWidth, std::strlen(cells.type));
     }
     std::string text = std::string("\nDescription: ") + command.description + "\n\n";
     std::string line = std::string("Flags: ") + command.name + std::string(kColumnGap, ' ');
     const std::size_t indent = line.size();
     for (const FlagInfo& row : rows) {
+        const HelpCells cells = helpCells(row);
         line.resize(indent, ' ');
-        appendColumn(line, row.shortName, shortWidth);
-        appendColumn(line, row.longName, longWidth);
-        appendColumn(line, helpType(row.type), typeWidth);
+        appendColumn(line, cells.shortName, shortWidth);
+        appendColumn(line, cells.longName, longWidth);
+        appendColumn(line, cells.type, typeWidth);
         text += line + row.help + '\n';
         line.clear();
     }
@@ -96,23 +108,26 @@ MStatus reportError(const MString& text, ErrorResult result, ErrorSink sink, con
     }
     if (result == ErrorResult::kEmptyString) MPxCommand::setResult(MString());
     if (result == ErrorResult::kZero) MPxCommand::setResult(0);
+    if (result == ErrorResult::kMinusOne) MPxCommand::setResult(-1);
     return status;
 }
 
-MStatus getBlendShapeNode(const MArgDatabase& arguments, ErrorResult result, MObject& node) {
+MStatus getNode(const MArgDatabase& arguments, MFn::Type type, const char* missing, const char* other,
+                ErrorResult result, MObject& node) {
     MSelectionList objects;
     const MStatus status = arguments.getObjects(objects);
     if (!status) return reportError("Error getting objects", result, ErrorSink::kGlobal, status);
-    if (objects.isEmpty()) {
-        return reportError("No blend shape node provided.", result, ErrorSink::kCommand, MS::kFailure);
-    }
+    if (objects.isEmpty()) return reportError(missing, result, ErrorSink::kCommand, MS::kFailure);
     MObject first;
     objects.getDependNode(0, first);
-    if (!first.hasFn(MFn::kBlendShape)) {
-        return reportError("The node is not a blend shape node.", result, ErrorSink::kCommand, MS::kFailure);
-    }
+    if (!first.hasFn(type)) return reportError(other, result, ErrorSink::kCommand, MS::kFailure);
     node = first;
     return MS::kSuccess;
+}
+
+MStatus getBlendShapeNode(const MArgDatabase& arguments, ErrorResult result, MObject& node) {
+    return getNode(arguments, MFn::kBlendShape, "No blend shape node provided.",
+                   "The node is not a blend shape node.", result, node);
 }
 
 bool getMeshShape(const MString& name, const char* undefined, ErrorResult result, MObject& mesh) {

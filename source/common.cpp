@@ -11,6 +11,7 @@
 #include <maya/MSelectionList.h>
 #include <maya/MString.h>
 
+#include <algorithm>
 #include <string>
 
 #include "mirroredMesh.h"
@@ -41,6 +42,14 @@ MPlug getTargetItemPlug(const MObject& blendShape, int target, int item) {
         .elementByLogicalIndex(static_cast<unsigned int>(item));
 }
 
+/// Indices of the elements that an array plug has, ascending.
+MIntArray existingIndices(const MPlug& array) {
+    MIntArray indices;
+    MStatus status;
+    array.getExistingArrayAttributeIndices(indices, &status);
+    return status ? indices : MIntArray();
+}
+
 /// The pnts plug of a mesh shape, with a report when there is none.
 MStatus findTweakPlug(const MObject& mesh, MPlug& plug) {
     MStatus status;
@@ -65,11 +74,12 @@ MStatus getPointsTargetPlug(const MObject& blendShape, int target, int item, MPl
                           plug);
 }
 
+MIntArray getTargetIndices(const MObject& blendShape) {
+    return existingIndices(getInputTargetPlug(blendShape).child(0));
+}
+
 MIntArray getTargetItemIndices(const MObject& blendShape, int target) {
-    MIntArray items;
-    MStatus status;
-    getTargetGroupPlug(blendShape, target).child(0).getExistingArrayAttributeIndices(items, &status);
-    return status ? items : MIntArray();
+    return existingIndices(getTargetGroupPlug(blendShape, target).child(0));
 }
 
 MIntArray getTargetComponents(const MObject& blendShape, int target, int item) {
@@ -103,7 +113,7 @@ MStatus setTargetComponents(const MObject& blendShape, int target, int item, con
     const unsigned int count = vertices.length();
     std::string command = std::string("setAttr ") + plug.name().asChar() + " -type componentList " +
                           std::to_string(count) + ' ';
-    // Long lists have a million entries: room for numbers of seven digits avoids growing step by step.
+    // Room for numbers of seven digits, which long lists have, avoids growing step by step.
     command.reserve(command.size() + count * std::string("vtx[1234567] ").size() + 1);
     for (unsigned int k = 0; k < count; ++k) {
         command += "vtx[";
@@ -148,16 +158,25 @@ MPlug getWeightsPlug(const MObject& blendShape, int target) {
 
 MStatus setWeightValues(const MObject& blendShape, int target, const MIntArray& vertices,
                         const MDoubleArray& values) {
-    MPlug plug = getWeightsPlug(blendShape, target);
+    const MPlug plug = getWeightsPlug(blendShape, target);
+    clearElements(plug);
+    setElements(plug, vertices, values);
+    return MS::kSuccess;
+}
+
+void clearElements(const MPlug& array) {
     // An empty array removes all elements at once.
     MObject empty = MFnDoubleArrayData().create(MDoubleArray());
+    MPlug plug = array;
     plug.setValue(empty);
-    const unsigned int count = vertices.length();
+}
+
+void setElements(const MPlug& array, const MIntArray& indices, const MDoubleArray& values) {
+    const unsigned int count = indices.length();
     for (unsigned int k = 0; k < count; ++k) {
-        MPlug element = plug.elementByLogicalIndex(static_cast<unsigned int>(vertices[k]));
+        MPlug element = array.elementByLogicalIndex(static_cast<unsigned int>(indices[k]));
         element.setFloat(static_cast<float>(values[k]));
     }
-    return MS::kSuccess;
 }
 
 MIntArray mapIndicesByVertexOrder(const MDagPath& mesh, const MIntArray& vertices) {
@@ -189,7 +208,7 @@ MIntArray mirrorIndicesByPosition(const MDagPath& mesh, const MString& axis, con
     return partners;
 }
 
-MIntArray parseVertexComponents(const MStringArray& components) {
+MIntArray parseVertexComponents(const MStringArray& components, int vertexCount) {
     MIntArray vertices;
     for (unsigned int k = 0; k < components.length(); ++k) {
         MStringArray parts;
@@ -201,8 +220,8 @@ MIntArray parseVertexComponents(const MStringArray& components) {
         range.split(':', ends);
         if (ends.length() == 1) vertices.append(ends[0].asInt());
         if (ends.length() != 2) continue;
-        const int last = ends[1].asInt();
-        for (int vertex = ends[0].asInt(); vertex <= last; ++vertex)
+        const int end = std::min(ends[1].asInt(), vertexCount - 1);
+        for (int vertex = std::max(ends[0].asInt(), 0); vertex <= end; ++vertex)
             vertices.append(vertex);
     }
     return vertices;

@@ -10,12 +10,14 @@
 #include <maya/MString.h>
 #include <maya/MStringArray.h>
 
+#include <limits>
+
 /// Access to the data of blend-shape nodes and meshes that all commands share.
 ///
-/// A target is addressed by its weight index t, one shape of it by the item index i = 5000 + weight *
-/// 1000 (6000 is the full target, 5001 to 5999 are in-betweens). The deltas of an item are two lists
-/// aligned by position: vertex indices and points (dx, dy, dz, 1). Everything works on geometry index 0
-/// of the deformer. Main thread only.
+/// A target is addressed by its weight index t, one shape of it by the item index 5000 + 1000 *
+/// weight (6000 is the full target, 5001 to 5999 are in-betweens). The deltas of an item are two
+/// lists aligned by position: vertex indices and points (dx, dy, dz, 1). Everything works on
+/// geometry index 0 of the deformer. Main thread only.
 
 /// Item index of the full target, the default of every command.
 constexpr int kFullItem = 6000;
@@ -34,6 +36,9 @@ MStatus getComponentsTargetPlug(const MObject& blendShape, int target, int item,
 /// @return the status of the look-up by name
 MStatus getPointsTargetPlug(const MObject& blendShape, int target, int item, MPlug& plug);
 
+/// Existing target indices, ascending.
+MIntArray getTargetIndices(const MObject& blendShape);
+
 /// Existing item indices of a target, ascending; empty when it has none.
 MIntArray getTargetItemIndices(const MObject& blendShape, int target);
 
@@ -43,20 +48,21 @@ MIntArray getTargetComponents(const MObject& blendShape, int target, int item);
 /// All elements of a component list plug in stored order; nothing is sorted, duplicates are kept.
 MIntArray componentListToIndices(const MPlug& componentList);
 
-/// Replaces the vertex indices of an item, in the given order. Recorded nowhere: the calling command
-/// undoes it.
+/// Replaces the vertex indices of an item, in the given order. Recorded nowhere: the calling
+/// command undoes it.
 /// @return the status of the plug look-up; the outcome of the executed script command is not known
 MStatus setTargetComponents(const MObject& blendShape, int target, int item, const MIntArray& vertices);
 
-/// Delta points of an item, aligned with getTargetComponents; empty for an item that was never written.
+/// Delta points of an item, aligned with getTargetComponents; empty for an item that was never
+/// written.
 MPointArray getTargetPoints(const MObject& blendShape, int target, int item);
 
 /// Replaces the delta points of an item.
 /// @return the status of the look-up or of the write
 MStatus setTargetPoints(const MObject& blendShape, int target, int item, const MPointArray& points);
 
-/// The per-vertex weight list of a target (targetWeights), or of the deformer for kBaseWeights (baseWeights).
-/// Both are sparse: a missing element counts as 1.
+/// The per-vertex weight list of a target (targetWeights), or of the deformer for kBaseWeights
+/// (baseWeights). Both are sparse: a missing element counts as 1.
 MPlug getWeightsPlug(const MObject& blendShape, int target);
 
 /// Replaces a weight list: clears it, then writes values[k] in single precision at vertices[k].
@@ -64,14 +70,20 @@ MPlug getWeightsPlug(const MObject& blendShape, int target);
 MStatus setWeightValues(const MObject& blendShape, int target, const MIntArray& vertices,
                         const MDoubleArray& values);
 
+/// Removes all elements of an array plug of numbers.
+void clearElements(const MPlug& array);
+
+/// Sets elements of an array plug of floats to values, in single precision and in the order given.
+void setElements(const MPlug& array, const MIntArray& indices, const MDoubleArray& values);
+
 /// Partner of each listed vertex by the vertex order map of a mesh.
 ///
 /// The mesh must carry a map; commands test for it first.
 /// @return one entry per given vertex; -1 for a vertex without partner or outside the map
 MIntArray mapIndicesByVertexOrder(const MDagPath& mesh, const MIntArray& vertices);
 
-/// Mirror partner of each listed vertex by position (mirroredMesh.h), in the order given. The mirrored copy
-/// that it takes is gone afterwards.
+/// Mirror partner of each listed vertex by position (mirroredMesh.h), in the order given. The
+/// mirrored copy that it takes is gone afterwards.
 ///
 /// @param mesh       path of a mesh shape
 /// @param axis       "x", "y" or "z"
@@ -82,7 +94,9 @@ MIntArray mirrorIndicesByPosition(const MDagPath& mesh, const MString& axis, con
 
 /// Vertex indices of component names such as "mesh.vtx[3]" and "mesh.vtx[4:7]", in the order given,
 /// duplicates kept. A range that runs backwards yields nothing.
-MIntArray parseVertexComponents(const MStringArray& components);
+/// @param vertexCount  ranges end before it and begin at 0, whatever users have typed
+MIntArray parseVertexComponents(const MStringArray& components,
+                                int vertexCount = std::numeric_limits<int>::max());
 
 /// Appends the tweak values (pnts) of the listed vertices to `points`, as (x, y, z, 1).
 /// @return a failure, reported on the standard error stream, when the node has no such attribute

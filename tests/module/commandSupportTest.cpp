@@ -9,15 +9,18 @@
 
 namespace {
 
-const CommandInfo kCommand{"dv_sample",
-                           "Does something.",
-                           {{"-w", "-weight", MSyntax::kDouble, "a weight", true},
-                            {"-dir", "-direction", MSyntax::kBoolean, "a side"},
-                            {"-n", "-count", MSyntax::kLong, "a number"},
-                            {"-fn", "-fileName", MSyntax::kString, "a file"}},
-                           "dv_sample -w <float>",
-                           "int",
-                           false};
+const CommandInfo kCommand{
+    "dv_sample",
+    "Does something.",
+    {{"-w", "-weight", MSyntax::kDouble, "a weight", true},
+     {"-dir", "-direction", MSyntax::kBoolean, "a side"},
+     {"-n", "-count", MSyntax::kLong, "a number"},
+     {"-m", "-mode", MSyntax::kLong, "a way", false, {"-w1", "-way", nullptr}},
+     {"-fn", "-fileName", MSyntax::kString, "a file", false, {nullptr, nullptr, "<f>"}},
+     {"-s", "-side", MSyntax::kString, "a name"}},
+    "dv_sample -w <float>",
+    "int",
+    false};
 
 TEST(CommandSupport, HelpNamesEachTypeAsUsersTypeIt) {
     const std::string text = helpText(kCommand).asChar();
@@ -27,7 +30,9 @@ TEST(CommandSupport, HelpNamesEachTypeAsUsersTypeIt) {
               "                    -w      -weight       <float>     a weight\n"
               "                    -dir    -direction    <int>       a side\n"
               "                    -n      -count        <int>       a number\n"
-              "                    -fn     -fileName     <string>    a file\n"
+              "                    -w1     -way          <int>       a way\n"
+              "                    -fn     -fileName     <f>         a file\n"
+              "                    -s      -side         <string>    a name\n"
               "Usage: Execute the command with the following arguments:\n"
               "Execute: dv_sample -w <float>\n"
               "Return Value: int");
@@ -37,7 +42,7 @@ TEST(CommandSupport, SyntaxFollowsTheTable) {
     Scene scene(Scene::Plugin::NotLoaded);
     scene.mel("createNode transform -name thing");
     MArgList flags;
-    for (const char* word : {"-weight", "0.5", "-w", "0.25", "-dir", "off"})
+    for (const char* word : {"-weight", "0.5", "-w", "0.25", "-dir", "off", "-mode", "4"})
         flags.addArg(MString(word));
     MStatus status;
     const MArgDatabase parsed(makeSyntax(kCommand), flags, &status);
@@ -49,6 +54,8 @@ TEST(CommandSupport, SyntaxFollowsTheTable) {
     int count = 7;
     readFlag(parsed, "-n", count);
     EXPECT_EQ(count, 7) << "a flag that is not set leaves the default";
+    readFlag(parsed, "-m", count);
+    EXPECT_EQ(count, 4) << "the declared name counts, not that of the help text";
 
     MArgList object;
     object.addArg(MString("thing"));

@@ -196,6 +196,7 @@ INSTANTIATE_TEST_SUITE_P(Forms, VertexNames,
                                                     {3, 4, 5, 6, 7, 0, 5}},
                                            NameCase{{"a.vtx[5:5]"}, {5}},  //
                                            NameCase{{"a.vtx[7:5]"}, {}},   //
+                                           NameCase{{"a.vtx[-2147483648:1]"}, {0, 1}},
                                            NameCase{{"vtx[4]", "a.vtx[2]"}, {2}}, NameCase{{}, {}}));
 
 }  // namespace

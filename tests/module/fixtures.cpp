@@ -36,8 +36,23 @@ std::string deltas(Scene& scene, int target, int item) {
     for (std::size_t k = 0; k < components.size(); ++k) {
         text += components[k].substr(4, components[k].size() - 5);
         for (std::size_t axis = 0; axis < 3; ++axis)
-            text += ' ' + host::mel::Value(points[4 * k + axis]).toString();
+            text += ' ' + host::mel::Value(points[4 * k + axis] + 0.0).toString();  // -0 becomes 0
         text += '\n';
     }
     return text;
+}
+
+void addLegacyChain(Scene& scene) {
+    scene.mel(
+        "createNode tweak -name tweak1; createNode groupParts -name parts1; createNode groupId -name id1;"
+        "createNode groupParts -name parts2; createNode groupId -name id2;"
+        "setAttr parts1.inputComponents -type componentList 1 vtx[*];"
+        "setAttr parts2.inputComponents -type componentList 1 vtx[*];"
+        "connectAttr baseShapeOrig.worldMesh[0] parts1.inputGeometry; connectAttr id1.groupId parts1.groupId;"
+        "connectAttr id1.groupId tweak1.input[0].groupId;"
+        "connectAttr parts1.outputGeometry tweak1.input[0].inputGeometry;"
+        "connectAttr tweak1.outputGeometry[0] parts2.inputGeometry; connectAttr id2.groupId parts2.groupId;"
+        "connectAttr id2.groupId bs.input[0].groupId;"
+        "connectAttr -force parts2.outputGeometry bs.input[0].inputGeometry;"
+        "connectAttr tweak1.vlist[0].vertex[0] baseShape.tweakLocation; select -clear; flushUndo");
 }

@@ -9,5 +9,9 @@
 /// full item 6000.
 void addBlendShape(Scene& scene);
 
+/// Puts a tweak node "tweak1" before the blend shape of addBlendShape, chained as deformers were before there
+/// were component tags: each takes its geometry from a groupParts node ("parts1" that of the tweak node).
+void addLegacyChain(Scene& scene);
+
 /// The deltas of one item as "index x y z" lines, or "" when it has none.
 std::string deltas(Scene& scene, int target, int item);

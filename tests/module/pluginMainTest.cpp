@@ -5,17 +5,30 @@
 
 #include <filesystem>
 
-#include "fixtures.h"
+#include "commandTable.h"
 
 namespace {
 
-using Strings = std::vector<std::string>;
+/// The names of all commands, in the order of their registration.
+Strings allNames() {
+    Strings names;
+    for (const CommandTable& table : commandTables())
+        names.push_back(table.command);
+    return names;
+}
 
-const Strings kNames{"dv_blendShapeExtractTarget", "dv_getBlendShapeIndices", "dv_polyMapVertexOrder"};
+const std::string kToolCommand = "DELVENCompareDraggerToolContext";
+
+Strings allNamesAndTheTool() {
+    Strings names = allNames();
+    names.push_back(kToolCommand);
+    return names;
+}
 
 TEST(PluginMain, RegistersAllCommandsInOrder) {
     Scene scene;
-    EXPECT_EQ(scene.mel("pluginInfo -query -command \"DELVENTools\""), kNames);
+    EXPECT_EQ(scene.mel("pluginInfo -query -command \"DELVENTools\""), allNames());
+    EXPECT_EQ(scene.mel("pluginInfo -query -tool \"DELVENTools\""), Strings{kToolCommand});
     EXPECT_EQ(scene.mel("pluginInfo -query -version \"DELVENTools\""), host::mel::Value("5.10.0"));
 }
 
@@ -23,7 +36,7 @@ TEST(PluginMain, UnloadingRemovesTheCommandsAndLoadingBringsThemBack) {
     Scene scene;
     addBlendShape(scene);
     scene.mel("dv_blendShapeExtractTarget -om baseShapeOrig bs; unloadPlugin -force \"DELVENTools\"");
-    for (const std::string& name : kNames) {
+    for (const std::string& name : allNamesAndTheTool()) {
         const Outcome outcome = scene.run(name + " bs");
         EXPECT_FALSE(outcome.ok);
         EXPECT_EQ(outcome.errors, Strings{"Cannot find procedure \"" + name + "\"."});
@@ -39,7 +52,7 @@ TEST(PluginMain, UnloadingRemovesTheCommandsAndLoadingBringsThemBack) {
 /// "Register dv_a command failed.: ...", once for each command, in order.
 void expectLines(const std::string& output, const std::string& verb) {
     std::size_t at = 0;
-    for (const std::string& name : kNames) {
+    for (const std::string& name : allNamesAndTheTool()) {
         at = output.find(verb + ' ' + name + " command failed.", at);
         ASSERT_NE(at, std::string::npos) << verb << ' ' << name << " in\n" << output;
         ++at;
@@ -64,15 +77,27 @@ TEST(PluginMain, ASecondCopyFailsNameByNameAndIsTurnedAway) {
 
 TEST(PluginMain, ATakenNameDoesNotKeepTheOthersFromBeingOffered) {
     Scene scene(Scene::Plugin::NotLoaded);
-    scene.takeCommandName(kNames.front());
+    const Strings names = allNames();
+    scene.takeCommandName(names.front());
     ::testing::internal::CaptureStderr();
     const Outcome outcome = scene.run("loadPlugin \"" + Scene::pluginFile() + "\"");
     const std::string output = ::testing::internal::GetCapturedStderr();
     EXPECT_TRUE(outcome.ok) << "the last registration decides";
-    EXPECT_NE(output.find("Register " + kNames.front() + " command failed."), std::string::npos) << output;
+    EXPECT_NE(output.find("Register " + names.front() + " command failed."), std::string::npos) << output;
     EXPECT_EQ(scene.mel("pluginInfo -query -command \"DELVENTools\""),
-              Strings(kNames.begin() + 1, kNames.end()));
+              Strings(names.begin() + 1, names.end()));
     EXPECT_TRUE(scene.run("dv_getBlendShapeIndices -h").ok);
+}
+
+TEST(PluginMain, TheLastRegistrationDecidesWhetherItLoads) {
+    Scene scene(Scene::Plugin::NotLoaded);
+    scene.takeCommandName(kToolCommand);
+    ::testing::internal::CaptureStderr();
+    const Outcome outcome = scene.run("loadPlugin \"" + Scene::pluginFile() + "\"");
+    const std::string output = ::testing::internal::GetCapturedStderr();
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_EQ(output.find("Register " + kToolCommand + " command failed."), 0U) << output;
+    EXPECT_EQ(scene.mel("pluginInfo -query -loaded \"DELVENTools\""), Value(0));
 }
 
 TEST(PluginMain, RemovingWhatIsNotRegisteredSaysSoNameByName) {

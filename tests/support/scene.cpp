@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <mutex>
 #include <utility>
 
@@ -75,12 +77,42 @@ graph::Graph& Scene::graph() {
     return host_->scene;
 }
 
+namespace {
+
+/// Adds a text that a user would have seen to the file that $DELVEN_SHOWN_TEXTS names, if it does.
+void recordText(const std::string& text) {
+    static const char* const file = std::getenv("DELVEN_SHOWN_TEXTS");
+    if (file == nullptr || text.empty()) return;
+    static std::ofstream stream(file, std::ios::app);
+    stream << text << std::endl;
+}
+
+void record(const Outcome& outcome) {
+    recordText(outcome.printed);
+    recordText(outcome.value.toString());
+    for (const auto* texts : {&outcome.infos, &outcome.warnings, &outcome.errors}) {
+        for (const std::string& text : *texts)
+            recordText(text);
+    }
+}
+
+}  // namespace
+
+std::string standardErrorOf(const std::function<void()>& work) {
+    ::testing::internal::CaptureStderr();
+    work();
+    std::string text = ::testing::internal::GetCapturedStderr();
+    recordText(text);
+    return text;
+}
+
 Outcome Scene::run(const std::string& text) {
     host_->collector.take();
     mel::RunResult result = host_->registry.run(text);
     Outcome outcome = host_->collector.take();
     outcome.ok = result.ok;
     outcome.value = std::move(result.value);
+    record(outcome);
     return outcome;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,6 +18,9 @@ struct Outcome {
     std::vector<std::string> warnings;
     std::vector<std::string> errors;  // of commands and of the script itself, without position
 };
+
+/// What some work writes to the standard error stream.
+std::string standardErrorOf(const std::function<void()>& work);
 
 /// A fresh host with an empty scene, and the module loaded in it unless it is told not to. One at a time.
 class Scene {

@@ -1,0 +1,145 @@
+#include "blendShapeRemoveDeltas.h"
+
+#include <maya/MArgDatabase.h>
+#include <maya/MDagPath.h>
+#include <maya/MFnMesh.h>
+#include <maya/MGlobal.h>
+#include <maya/MItMeshEdge.h>
+#include <maya/MItMeshPolygon.h>
+#include <maya/MItMeshVertex.h>
+#include <maya/MObject.h>
+#include <maya/MSelectionList.h>
+
+#include <cstddef>
+#include <vector>
+
+#include "commandSupport.h"
+
+namespace {
+
+const CommandInfo& info() {
+    static const CommandInfo command{blendShapeRemoveDeltas::kName,
+                                     "Removes the blend shape deltas for the selected components.",
+                                     {{"-i", "-index", MSyntax::kLong, "index of the source target channel"},
+                                      {"-ti", "-targetItem", MSyntax::kLong, "target position"}},
+                                     "dv_blendShapeRemoveDeltas -i <int> -ti <int>",
+                                     "int"};
+    return command;
+}
+
+/// A set of vertices of one mesh, as a mark for each.
+class VertexSet {
+  public:
+    VertexSet() = default;
+    explicit VertexSet(int vertexCount) : marks_(static_cast<std::size_t>(vertexCount), 0) {}
+
+    void add(int vertex) {
+        marks_[static_cast<std::size_t>(vertex)] = 1;
+        isEmpty_ = false;
+    }
+    bool isEmpty() const { return isEmpty_; }
+    /// @param vertex  any number: deltas may list vertices that the mesh does not have
+    bool contains(int vertex) const {
+        const auto index = static_cast<std::size_t>(vertex);
+        return index < marks_.size() && marks_[index] != 0;
+    }
+
+  private:
+    std::vector<char> marks_;
+    bool isEmpty_ = true;
+};
+
+/// The vertices that a component consists of, or that its edges or faces join.
+VertexSet verticesOf(const MDagPath& mesh, const MObject& component) {
+    VertexSet vertices(MFnMesh(mesh).numVertices());
+    if (component.hasFn(MFn::kMeshVertComponent)) {
+        for (MItMeshVertex vertex(mesh, component); !vertex.isDone(); vertex.next())
+            vertices.add(vertex.index());
+    } else if (component.hasFn(MFn::kMeshEdgeComponent)) {
+        for (MItMeshEdge edge(mesh, component); !edge.isDone(); edge.next()) {
+            vertices.add(edge.index(0));
+            vertices.add(edge.index(1));
+        }
+    } else if (component.hasFn(MFn::kMeshPolygonComponent)) {
+        MIntArray corners;
+        for (MItMeshPolygon face(mesh, component); !face.isDone(); face.next()) {
+            face.getVertices(corners);
+            for (unsigned int k = 0; k < corners.length(); ++k)
+                vertices.add(corners[k]);
+        }
+    }
+    return vertices;
+}
+
+/// The vertices of the first selected object; none unless it is a component of a mesh.
+VertexSet selectedVertices() {
+    MSelectionList selection;
+    MGlobal::getActiveSelectionList(selection);
+    MDagPath path;
+    MObject component;
+    if (selection.isEmpty() || !selection.getDagPath(0, path, component) || component.isNull()) return {};
+    return verticesOf(path, component);
+}
+
+TargetDeltas deltasWithout(const VertexSet& removed, const TargetDeltas& deltas) {
+    TargetDeltas kept;
+    for (unsigned int k = 0; k < deltas.vertices.length(); ++k) {
+        if (!removed.contains(deltas.vertices[k])) kept.append(deltas.vertices[k], deltas.pointAt(k));
+    }
+    return kept;
+}
+
+}  // namespace
+
+void* blendShapeRemoveDeltas::creator() {
+    return new blendShapeRemoveDeltas();
+}
+
+MSyntax blendShapeRemoveDeltas::newSyntax() {
+    return makeSyntax(info());
+}
+
+MStatus blendShapeRemoveDeltas::doIt(const MArgList& arguments) {
+    const MArgDatabase database(syntax(), arguments);
+    if (answerHelp(database, info())) return MS::kSuccess;
+    readFlag(database, "-i", target_);
+    readFlag(database, "-ti", item_);
+    MObject blendShape;
+    const MStatus status = getBlendShapeNode(database, ErrorResult::kZero, blendShape);
+    if (!status) return status;
+    blendShape_ = blendShape;
+    isChecked_ = true;
+    return redoIt();
+}
+
+MStatus blendShapeRemoveDeltas::redoIt() {
+    // A call that answered -help or failed a check may still be queued.
+    if (!isChecked_) return MS::kSuccess;
+    hasWritten_ = false;
+    const MObject blendShape = aliveObject(blendShape_);
+    if (blendShape.isNull()) {
+        return reportError("The blend shape node is not in the scene any more.", ErrorResult::kZero,
+                           ErrorSink::kGlobal, MS::kFailure);
+    }
+    const VertexSet selected = selectedVertices();
+    saved_ = readDeltas(blendShape, target_, item_);
+    hasWritten_ = true;
+    // An item without lists is what a reset makes valid, so that is what it is passed off as.
+    const MStatus status =
+        selected.isEmpty()
+            ? initialiseEmptyDeltas(blendShape, target_, item_, TargetDeltas(), ErrorResult::kZero)
+            : writeDeltas(blendShape, target_, item_, deltasWithout(selected, saved_), ErrorResult::kZero);
+    if (status) setResult(1);
+    return status;
+}
+
+MStatus blendShapeRemoveDeltas::undoIt() {
+    const MObject blendShape = aliveObject(blendShape_);
+    if (!hasWritten_ || blendShape.isNull()) return MS::kSuccess;
+    hasWritten_ = false;
+    return writeDeltas(blendShape, target_, item_, saved_, ErrorResult::kZero);
+}
+
+bool blendShapeRemoveDeltas::isUndoable() const {
+    return true;
+}

@@ -1,0 +1,120 @@
+#include "compareDraggerTool.h"
+
+#include <maya/MAnimControl.h>
+#include <maya/MCursor.h>
+#include <maya/MGlobal.h>
+#include <maya/MStringArray.h>
+#include <maya/MTime.h>
+
+#include <cstdio>
+
+namespace {
+
+constexpr const char* kStepVariable = "DELVENCompareDraggerToolStep";
+constexpr const char* kListVariable = "DELVENSculptCompareToolList";
+
+/// Runs script text without undo. A failure has been shown by the host, and the drag goes on.
+void run(const MString& command) {
+    MGlobal::executeCommand(command, false, false);
+}
+
+/// "%f" of a value between 0 and 1.
+MString fixedText(double value) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%f", value);
+    return text;
+}
+
+}  // namespace
+
+DELVENCompareDraggerToolContext::DELVENCompareDraggerToolContext() {
+    setTitleString("DELVEN Compare Dragger Tool");
+    setCursor(MCursor::handCursor);
+}
+
+void DELVENCompareDraggerToolContext::toolOnSetup(MEvent&) {
+    setHelpString("Change the compare value by holding the left mouse button and sliding left/right");
+}
+
+MStatus DELVENCompareDraggerToolContext::doPress(MEvent& event) {
+    // Without a view, refreshing it does nothing.
+    view_ = M3dView::active3dView();
+    short y = 0;
+    event.getPosition(pressX_, y);
+    value_ = 0.0;
+    if (MGlobal::optionVarExists(kStepVariable)) step_ = MGlobal::optionVarDoubleValue(kStepVariable);
+    readToolList();
+    isActive_ = node_.length() > 0;
+    return MS::kSuccess;
+}
+
+/// Leaves everything as it was where the list is missing or malformed: the tool goes on with the last one.
+void DELVENCompareDraggerToolContext::readToolList() {
+    if (!MGlobal::optionVarExists(kListVariable)) return;
+    MStringArray fields;
+    MGlobal::optionVarStringValue(kListVariable).split(',', fields);
+    if (fields.length() != 5) return;
+    startTime_ = fields[0].asDouble();
+    endTime_ = fields[1].asDouble();
+    timeRange_ = endTime_ - startTime_;
+    speed_ = fields[2].asDouble();
+    restoreTime_ = fields[3].asDouble();
+    node_ = fields[4];
+}
+
+MStatus DELVENCompareDraggerToolContext::doDrag(MEvent& event) {
+    if (!isActive_ || event.mouseButton() != MEvent::kLeftMouse) return MS::kSuccess;
+    run("delvenSculpt_compareSculpt");
+    short y = 0;
+    event.getPosition(currentX_, y);
+    value_ = static_cast<short>(currentX_ - pressX_) * speed_ * 0.01;
+    // A value that is no number gives 0 too.
+    if (!(value_ > 0.0)) value_ = 0.0;
+    if (value_ > 1.0) value_ = 1.0;
+    if (startTime_ != endTime_) setTime(startTime_ + timeRange_ * value_);
+    // Deliberately no blank before the value: the host ends the name at the bracket.
+    run("setAttr " + node_ + ".w[10000]" + fixedText(value_));
+    refreshView();
+    return MS::kSuccess;
+}
+
+MStatus DELVENCompareDraggerToolContext::doRelease(MEvent&) {
+    if (!isActive_) return MS::kSuccess;
+    setTime(restoreTime_);
+    run("delvenSculpt_resetCompare");
+    refreshView();
+    isActive_ = false;
+    return MS::kSuccess;
+}
+
+MStatus DELVENCompareDraggerToolContext::doPress(MEvent& event, MHWRender::MUIDrawManager&,
+                                                 const MHWRender::MFrameContext&) {
+    return doPress(event);
+}
+
+MStatus DELVENCompareDraggerToolContext::doDrag(MEvent& event, MHWRender::MUIDrawManager&,
+                                                const MHWRender::MFrameContext&) {
+    return doDrag(event);
+}
+
+MStatus DELVENCompareDraggerToolContext::doRelease(MEvent& event, MHWRender::MUIDrawManager&,
+                                                   const MHWRender::MFrameContext&) {
+    return doRelease(event);
+}
+
+/// A time that is no number leaves the scene where it stands.
+void DELVENCompareDraggerToolContext::setTime(double time) const {
+    MAnimControl::setCurrentTime(MTime(time, MTime::uiUnit()));
+}
+
+void DELVENCompareDraggerToolContext::refreshView() {
+    view_.refresh(false, true);
+}
+
+void* DELVENCompareDraggerToolContextCommand::creator() {
+    return new DELVENCompareDraggerToolContextCommand();
+}
+
+MPxContext* DELVENCompareDraggerToolContextCommand::makeObj() {
+    return new DELVENCompareDraggerToolContext();
+}

@@ -1,0 +1,94 @@
+#include "getComponentList.h"
+
+#include <maya/MArgDatabase.h>
+#include <maya/MDagPath.h>
+#include <maya/MFnSingleIndexedComponent.h>
+#include <maya/MGlobal.h>
+#include <maya/MPlug.h>
+#include <maya/MSelectionList.h>
+
+#include "commandSupport.h"
+#include "common.h"
+
+namespace {
+
+const CommandInfo& info() {
+    static const CommandInfo command{
+        getComponentList::kName,
+        "Returns a flat index list for the given component attribute.",
+        {{"-at", "-attribute", MSyntax::kString, "the component attribute"},
+         {"-sl", "-select", MSyntax::kString, "select the components of the given mesh"},
+         {"-ct", "-componentType", MSyntax::kLong,
+          "type of component selection (0: vertex, 1: edge, 2: face)"}},
+        "dv_getComponentList -at <string>",
+        "<int> array",
+        false};
+    return command;
+}
+
+/// A component of a mesh; null, which stands for the whole mesh, for a type that is none.
+MObject makeComponent(int type, MIntArray& elements) {
+    constexpr MFn::Type kTypes[] = {MFn::kMeshVertComponent, MFn::kMeshEdgeComponent,
+                                    MFn::kMeshPolygonComponent};
+    if (type < 0 || type > 2) return MObject::kNullObj;
+    MFnSingleIndexedComponent component;
+    MObject object = component.create(kTypes[type]);
+    component.addElements(elements);
+    return object;
+}
+
+}  // namespace
+
+void* getComponentList::creator() {
+    return new getComponentList();
+}
+
+MSyntax getComponentList::newSyntax() {
+    return makeSyntax(info());
+}
+
+MStatus getComponentList::doIt(const MArgList& arguments) {
+    const MArgDatabase database(syntax(), arguments);
+    if (answerHelp(database, info())) return MS::kSuccess;
+    readFlag(database, "-at", attribute_);
+    readFlag(database, "-ct", componentType_);
+    readFlag(database, "-sl", mesh_);
+    return attribute_.length() > 0 ? redoIt() : MStatus(MS::kSuccess);
+}
+
+MStatus getComponentList::redoIt() {
+    // A name that matches nothing leaves the list empty: getPlug reports it.
+    MSelectionList list;
+    list.add(attribute_);
+    MPlug plug;
+    const MStatus status = list.getPlug(0, plug);
+    MIntArray elements;
+    if (status) elements = componentListToIndices(plug);
+    if (mesh_.length() == 0 || componentType_ == kNoType) {
+        setResult(elements);
+        return status;
+    }
+    const MStatus selected = select(elements);
+    return status ? selected : status;
+}
+
+/// Makes the elements the selection, which stays as it is where the mesh is not there.
+MStatus getComponentList::select(MIntArray& elements) const {
+    MSelectionList list;
+    list.add(mesh_);
+    MDagPath path;
+    MStatus status = list.getDagPath(0, path);
+    if (status) status = path.extendToShape();
+    if (!status) return status;
+    MSelectionList selection;
+    selection.add(path, makeComponent(componentType_, elements));
+    return MGlobal::setActiveSelectionList(selection);
+}
+
+MStatus getComponentList::undoIt() {
+    return MS::kSuccess;
+}
+
+bool getComponentList::isUndoable() const {
+    return false;
+}

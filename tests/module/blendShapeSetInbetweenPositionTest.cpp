@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include "fixtures.h"
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+/// Target 4 of addBlendShape has the items 5500, which moves vertex 5 by 0.25, and 6000.
+class SetInbetweenPosition : public ::testing::Test {
+  protected:
+    SetInbetweenPosition() { addBlendShape(scene_); }
+
+    std::vector<int> items(int target) {
+        return scene_.mel("getAttr -multiIndices bs.it[0].itg[" + std::to_string(target) + "].iti")
+            .toIntArray();
+    }
+
+    Scene scene_;
+};
+
+TEST_F(SetInbetweenPosition, MovesTheDeltasAsTheyAre) {
+    scene_.mel(
+        "setAttr bs.it[0].itg[4].iti[5500].ict -type componentList 3 vtx[9] vtx[2] vtx[9];"
+        "setAttr bs.it[0].itg[4].iti[5500].ipt -type pointArray 3 1 2 3 1 4 5 6 1 7 8 9 1; flushUndo");
+    scene_.mel("dv_blendShapeSetInbetweenPosition -i 4 -sp 5500 -tp 5300 bs");
+    EXPECT_EQ(items(4), (std::vector<int>{5300, 6000}));
+    EXPECT_EQ(deltas(scene_, 4, 5300), "9 1 2 3\n2 4 5 6\n9 7 8 9\n");
+    scene_.mel("undo");
+    EXPECT_EQ(items(4), (std::vector<int>{5500, 6000}));
+    EXPECT_EQ(deltas(scene_, 4, 5500), "9 1 2 3\n2 4 5 6\n9 7 8 9\n");
+}
+
+TEST_F(SetInbetweenPosition, TheShapeIsReachedAtTheNewWeight) {
+    const double rest = scene_.mel("pointPosition -local baseShapeOrig.vtx[5]").toFloatArray()[1];
+    const auto height = [&](const std::string& weight) {
+        scene_.mel("setAttr bs.blink " + weight);
+        return scene_.mel("pointPosition -local base.vtx[5]").toFloatArray()[1] - rest;
+    };
+    EXPECT_EQ(height("0.5"), 0.25);
+    scene_.mel("dv_blendShapeSetInbetweenPosition -i 4 -sp 5500 -tp 5250 bs");
+    EXPECT_EQ(height("0.25"), 0.25);
+    EXPECT_EQ(height("0.625"), 0.625) << "half way to the full target";
+}
+
+TEST_F(SetInbetweenPosition, OverwritesWhatIsThere) {
+    scene_.mel("dv_blendShapeSetInbetweenPosition -i 4 -sp 5500 bs");
+    EXPECT_EQ(items(4), std::vector<int>{6000});
+    EXPECT_EQ(deltas(scene_, 4, 6000), "5 0 0.25 0\n");
+    scene_.mel("undo");
+    EXPECT_EQ(items(4), std::vector<int>{5500}) << "what was overwritten is not restored";
+}
+
+TEST_F(SetInbetweenPosition, AnItemWithoutDeltasBecomesAnItemWithoutDeltas) {
+    scene_.mel("dv_blendShapeSetInbetweenPosition -i 4 -sp 5700 -tp 5800 bs");
+    EXPECT_EQ(items(4), (std::vector<int>{5500, 5800, 6000}));
+    EXPECT_EQ(deltas(scene_, 4, 5800), "");
+    EXPECT_EQ(scene_.mel("getAttr bs.it[0].itg[4].iti[5800].ipt").size(), 0U);
+}
+
+/// The connection of a target mesh goes with its item; the deltas that it gave stay.
+TEST_F(SetInbetweenPosition, ATargetMeshLetsGo) {
+    scene_.mel(
+        "duplicate -name other base; move -r 0 3 0 other.vtx[1];"
+        "blendShape -edit -inBetween -target base 4 other 0.75 bs; flushUndo");
+    scene_.mel("dv_blendShapeSetInbetweenPosition -i 4 -sp 5750 -tp 5700 bs");
+    EXPECT_EQ(scene_.mel("listConnections -type mesh bs.it[0].itg[4].iti").size(), 0U);
+    EXPECT_EQ(deltas(scene_, 4, 5700), "1 0 3 0\n");
+}
+
+/// A move that fails half way is queued all the same.
+TEST_F(SetInbetweenPosition, UndoOfAHalfDoneMoveBringsTheDeltasBack) {
+    scene_.mel("setAttr -lock 1 bs.it[0].itg[4].iti[5300].ipt; flushUndo");
+    const std::string before = scene_.dump();
+    for (const auto& [position, error] :
+         {std::pair("5300", "Error setting points."), std::pair("-1", "Error setting components.")}) {
+        const Outcome outcome = scene_.run(
+            std::string("dv_blendShapeSetInbetweenPosition -i 4 -sp 5500 -tp ") + position + " bs");
+        EXPECT_TRUE(outcome.ok);
+        EXPECT_EQ(outcome.value, host::mel::Value(0));
+        EXPECT_EQ(outcome.errors, Strings{error});
+        EXPECT_EQ(deltas(scene_, 4, 5500), "");
+        scene_.run("undo");
+        EXPECT_EQ(deltas(scene_, 4, 5500), "5 0 0.25 0\n");
+        EXPECT_EQ(items(4), (std::vector<int>{5500, 6000}));
+    }
+}
+
+TEST_F(SetInbetweenPosition, ANodeDeletedByHandDoesNoHarm) {
+    scene_.mel("dv_blendShapeSetInbetweenPosition -i 4 -sp 5500 -tp 5300 bs");
+    scene_.mel("undoInfo -stateWithoutFlush off; delete bs; undoInfo -stateWithoutFlush on");
+    EXPECT_EQ(scene_.run("undo").errors, Strings());
+    EXPECT_EQ(scene_.run("redo").errors.front(), "The blend shape node is not in the scene any more.");
+}
+
+}  // namespace

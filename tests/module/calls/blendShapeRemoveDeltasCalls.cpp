@@ -1,0 +1,43 @@
+#include "commandTable.h"
+
+namespace {
+
+std::vector<Call> removeCalls() {
+    const std::string command = "dv_blendShapeRemoveDeltas ";
+    const std::string lock = "setAttr -lock 1 bs.it[0].itg[0].iti[6000].ipt;";
+    const std::string emptyItem =
+        "setAttr bs.it[0].itg[2].iti[6000].ict -type componentList 0;"
+        "setAttr bs.it[0].itg[2].iti[6000].ipt -type pointArray 0";
+    std::vector<Call> calls = refusedObjects("Remove", command);
+    const std::vector<Call> further{
+        failingCall("RemoveFromAnImpossibleItem", "", command + "-ti -1 bs",
+                    {"Error setting components for empty target."}),
+        failingCall("RemoveVerticesFromAnImpossibleItem", "select base.vtx[3];", command + "-i -1 bs",
+                    {"Error setting components."}),
+        failingCall("RemoveLockedDeltas", lock, command + "bs", {"Error setting points for empty target."},
+                    "setAttr bs.it[0].itg[0].iti[6000].ict -type componentList 1 vtx[0]"),
+        failingCall("RemoveVerticesFromLockedDeltas", lock + "select base.vtx[3];", command + "bs",
+                    {"Error setting points."},
+                    "setAttr bs.it[0].itg[0].iti[6000].ict -type componentList 2 vtx[7] vtx[12]"),
+        goodCall("RemoveAll", "", command + "bs", 1),
+        goodCall("RemoveAllOfTheSelection", "select -noExpand bs;", command, 1),
+        goodCall("RemoveAllOfAnEmptyItem", "", command + "-i 2 bs", 1, emptyItem),
+        goodCall("RemoveVertices", "select base.vtx[3:8];", command + "bs", 1),
+        goodCall("RemoveEveryVertex", "select base.vtx[*];", command + "bs", 1),
+        goodCall("RemoveEdgesOfAnInBetween", "select base.e[*];", command + "-i 4 -ti 5500 bs", 1),
+        goodCall("RemoveFacesOfAnEmptyItem", "select base.f[1];", command + "-i 2 bs", 1, emptyItem),
+    };
+    calls.insert(calls.end(), further.begin(), further.end());
+    return calls;
+}
+
+const CommandRows kRows{
+    "dv_blendShapeRemoveDeltas",
+    removeCalls(),
+    {"", "Description: Removes the blend shape deltas for the selected components.", "",
+     "Flags: dv_blendShapeRemoveDeltas -h -help <n/a> this message",
+     "-i -index <int> index of the source target channel", "-ti -targetItem <int> target position",
+     "Usage: Execute the command with the following arguments:",
+     "Execute: dv_blendShapeRemoveDeltas -i <int> -ti <int>", "Return Value: int"}};
+
+}  // namespace
