@@ -1,6 +1,6 @@
 # The door: each goal configures, builds and runs one thing. Everything is made below build/.
 .DEFAULT_GOAL := help
-.PHONY: help demo test build bench fuzz coverage format check asan tsan package clean
+.PHONY: help demo test build bench fuzz coverage texts format check asan tsan package clean
 
 configure_and_build = cmake --preset $(1) >build/$(1).log 2>&1 || { cat build/$(1).log; exit 1; }; cmake --build --preset $(1)
 
@@ -38,6 +38,14 @@ coverage:  ## line and branch coverage of source/ by the tests
 	@mkdir -p build
 	@$(call configure_and_build,coverage)
 	scripts/coverage.sh
+
+texts:  ## text literals of source/ that no test shows, and why not
+	@scripts/install-dependencies.sh build check
+	@mkdir -p build
+	@$(call configure_and_build,release) --target test_module DELVENTools
+	@rm -f build/shown-texts
+	cd build/release/tests/module && DELVEN_SHOWN_TEXTS=$(CURDIR)/build/shown-texts ../../bin/test_module --gtest_brief=1 >/dev/null 2>&1
+	scripts/check-texts.py build/shown-texts
 
 asan:  ## the tests under AddressSanitizer and UndefinedBehaviorSanitizer
 	@scripts/install-dependencies.sh build

@@ -39,7 +39,7 @@ def explained():
     for line in EXPLAINED.read_text(encoding="utf-8").splitlines():
         if line and not line.startswith("#"):
             literal, _, reason = line.partition(" <- ")
-            reasons[literal.replace("\\n", "\n")] = reason
+            reasons[literal.replace("\\n", "\n").replace("\\t", "\t")] = reason
     return reasons
 
 

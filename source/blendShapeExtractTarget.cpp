@@ -46,8 +46,7 @@ MStatus blendShapeExtractTarget::doIt(const MArgList& arguments) {
     if (!status) return status;
     MObject original;
     // The checks of the mesh end the command without an error status; scripts depend on that.
-    if (!getMeshShape(originalName, kMeshError, ErrorResult::kEmptyString,
-                      original)) {
+    if (!getMeshShape(originalName, kMeshError, ErrorResult::kEmptyString, original)) {
         return MS::kSuccess;
     }
     blendShape_ = blendShape;

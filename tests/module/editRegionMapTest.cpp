@@ -220,4 +220,11 @@ TEST_F(EditRegionMap, RedoRunsOnceMoreOnWhatIsThere) {
     }
 }
 
+TEST_F(EditRegionMap, RedoMissesAMeshThatWasDeletedByHand) {
+    scene_.mel(setRegionScript(1, std::vector<double>(20, 1.0)));
+    scene_.mel("polyPlane -name other -sx 4 -sy 3; dv_editRegionMap -m otherShape -col 1 map");
+    scene_.mel("undo; undoInfo -stateWithoutFlush off; delete other; undoInfo -stateWithoutFlush on");
+    EXPECT_EQ(scene_.run("redo").errors, Strings{"The mesh is not in the scene any more."});
+}
+
 }  // namespace

@@ -65,9 +65,9 @@ TEST(PluginMain, ASecondCopyFailsNameByNameAndIsTurnedAway) {
     const std::filesystem::path copy =
         original.parent_path() / ("DELVENToolsCopy" + original.extension().string());
     std::filesystem::copy_file(original, copy, std::filesystem::copy_options::overwrite_existing);
-    ::testing::internal::CaptureStderr();
-    const Outcome outcome = scene.run("loadPlugin \"" + copy.generic_string() + "\"");
-    const std::string output = ::testing::internal::GetCapturedStderr();
+    Outcome outcome;
+    const std::string output =
+        standardErrorOf([&] { outcome = scene.run("loadPlugin \"" + copy.generic_string() + "\""); });
     std::filesystem::remove(copy);
     EXPECT_FALSE(outcome.ok);
     expectLines(output, "Register");
@@ -79,9 +79,9 @@ TEST(PluginMain, ATakenNameDoesNotKeepTheOthersFromBeingOffered) {
     Scene scene(Scene::Plugin::NotLoaded);
     const Strings names = allNames();
     scene.takeCommandName(names.front());
-    ::testing::internal::CaptureStderr();
-    const Outcome outcome = scene.run("loadPlugin \"" + Scene::pluginFile() + "\"");
-    const std::string output = ::testing::internal::GetCapturedStderr();
+    Outcome outcome;
+    const std::string output =
+        standardErrorOf([&] { outcome = scene.run("loadPlugin \"" + Scene::pluginFile() + "\""); });
     EXPECT_TRUE(outcome.ok) << "the last registration decides";
     EXPECT_NE(output.find("Register " + names.front() + " command failed."), std::string::npos) << output;
     EXPECT_EQ(scene.mel("pluginInfo -query -command \"DELVENTools\""),
@@ -92,9 +92,9 @@ TEST(PluginMain, ATakenNameDoesNotKeepTheOthersFromBeingOffered) {
 TEST(PluginMain, TheLastRegistrationDecidesWhetherItLoads) {
     Scene scene(Scene::Plugin::NotLoaded);
     scene.takeCommandName(kToolCommand);
-    ::testing::internal::CaptureStderr();
-    const Outcome outcome = scene.run("loadPlugin \"" + Scene::pluginFile() + "\"");
-    const std::string output = ::testing::internal::GetCapturedStderr();
+    Outcome outcome;
+    const std::string output =
+        standardErrorOf([&] { outcome = scene.run("loadPlugin \"" + Scene::pluginFile() + "\""); });
     EXPECT_FALSE(outcome.ok);
     EXPECT_EQ(output.find("Register " + kToolCommand + " command failed."), 0U) << output;
     EXPECT_EQ(scene.mel("pluginInfo -query -loaded \"DELVENTools\""), Value(0));
@@ -102,9 +102,8 @@ TEST(PluginMain, TheLastRegistrationDecidesWhetherItLoads) {
 
 TEST(PluginMain, RemovingWhatIsNotRegisteredSaysSoNameByName) {
     Scene scene(Scene::Plugin::NotLoaded);
-    ::testing::internal::CaptureStderr();
-    const MStatus status = uninitializePlugin(MObject());
-    const std::string output = ::testing::internal::GetCapturedStderr();
+    MStatus status;
+    const std::string output = standardErrorOf([&] { status = uninitializePlugin(MObject()); });
     EXPECT_EQ(status.error(), true);
     expectLines(output, "Deregister");
 }

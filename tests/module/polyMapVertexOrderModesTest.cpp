@@ -18,9 +18,9 @@ class EdgeWithoutTwoFaces : public MapVertexOrder, public ::testing::WithParamIn
 TEST_P(EdgeWithoutTwoFaces, EndsTheCall) {
     add(twoQuads());
     setMap(Ints(6, 7));
-    ::testing::internal::CaptureStderr();
-    const Outcome outcome = call(GetParam().flags + edge(GetParam().a, GetParam().b));
-    const std::string report = ::testing::internal::GetCapturedStderr();
+    Outcome outcome;
+    const std::string report =
+        standardErrorOf([&] { outcome = call(GetParam().flags + edge(GetParam().a, GetParam().b)); });
     EXPECT_NE(report.find("polyMapVertexOrder"), std::string::npos) << report;
     EXPECT_NE(report.find(GetParam().line), std::string::npos) << report;
     EXPECT_FALSE(outcome.ok);

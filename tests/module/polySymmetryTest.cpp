@@ -304,9 +304,7 @@ class SymmetryOfALostMesh : public ApplyMap {
         before_ = scene_.dump();
     }
     std::string reportOf(const std::string& command) {
-        ::testing::internal::CaptureStderr();
-        scene_.run(command);
-        return ::testing::internal::GetCapturedStderr();
+        return standardErrorOf([&] { scene_.run(command); });
     }
 
     std::string before_;
