@@ -301,7 +301,8 @@ MStatus editRegionMap::color(const RegionNode& node, const MObject& mesh) {
     const MStatus status = function.setVertexColors(picture.colors, vertices);
     if (!status) return refuse("Error setting vertex colors.", status);
     function.setDisplayColors(true);
-    return picture.partialCount > 0 ? refuse(partialText(picture)) : done();
+    // A call that has shown the map is done, and redo shows it again, error or not.
+    return picture.partialCount > 0 ? fail(partialText(picture)) : done();
 }
 
 MStatus editRegionMap::exportMap(const RegionNode& node) {

@@ -94,6 +94,9 @@ std::string_view JsonScanner::readQuoted() {
 
 bool JsonScanner::hasValue() {
     at_ = std::find_if_not(at_, end_, isBlank);
+    // An object or a list may begin on a line of its own.
+    const char* const start = std::find_if_not(at_, end_, isBlankOrLineEnd);
+    if (start != end_ && (*start == '{' || *start == '[')) at_ = start;
     return at_ != end_ && std::string_view("{}[]").find(*at_) == std::string_view::npos;
 }
 
@@ -138,7 +141,8 @@ double JsonScanner::readListNumber() {
     const char* const begin = at_;
     double number = 0.0;
     at_ += readNumber({at_, static_cast<std::size_t>(end_ - at_)}, number);
-    at_ = std::find_if_not(at_, end_, isBlankOrLineEnd);
+    while (at_ != end_ && isBlankOrLineEnd(*at_))
+        ++at_;
     if (at_ == end_ || *at_ == ',' || *at_ == ']') return number;
     // Something else stands in between: blanks inside the number count for nothing.
     std::string text;

@@ -59,7 +59,8 @@ class JsonScanner {
     std::string_view readQuoted();
 
     /// After a colon: whether a value follows on this line, to be read with one of the calls below.
-    /// A brace or a bracket does not: it is left for `next`.
+    /// A brace or a bracket does not: it is left for `next`, which takes one that opens on a line of its
+    /// own, too.
     bool hasValue();
 
     /// After a colon: the value text up to the end of the line, without its blanks, even those

@@ -2,6 +2,7 @@
 
 #include <maya/MArgDatabase.h>
 #include <maya/MDagModifier.h>
+#include <maya/MFn.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnMesh.h>
@@ -66,6 +67,51 @@ MPlug firstElement(const MPlug& array) {
     return MPlug();
 }
 
+/// More nodes than any chain has: one that runs in a circle has no end.
+constexpr int kLongestChain = 10000;
+
+/// The input from which a deformer, a groupParts node or the like makes an output; null for other nodes.
+MPlug geometryInput(const MPlug& output) {
+    const MObject node = output.node();
+    const MFnDependencyNode maker(node);
+    if (node.hasFn(MFn::kGeometryFilt)) {
+        // Each of its outputs has an input of the same index.
+        if (!output.isElement()) return MPlug();
+        return maker.findPlug("input", false).elementByLogicalIndex(output.logicalIndex()).child(0);
+    }
+    MStatus status;
+    const MPlug single = maker.findPlug("inputGeometry", false, &status);
+    return status ? single : MPlug();
+}
+
+/// The nearest mesh up the chain from the output of a node; null when the chain begins with something else.
+MObject meshBefore(MPlug output) {
+    for (int step = 0; step < kLongestChain && !output.isNull(); ++step) {
+        if (output.node().hasFn(MFn::kMesh)) return output.node();
+        const MPlug input = geometryInput(output);
+        output = input.isNull() ? MPlug() : input.source();
+    }
+    return MObject::kNullObj;
+}
+
+/// The mesh that the deformers of a shape begin with; null for a shape without deformers.
+MObject originOf(const MObject& shape) {
+    const MPlug output = MFnDependencyNode(shape).findPlug("inMesh", false).source();
+    const bool isDeformed = !output.isNull() && output.node().hasFn(MFn::kGeometryFilt);
+    return isDeformed ? meshBefore(output) : MObject(MObject::kNullObj);
+}
+
+/// Whether a visible shape beside an intermediate one is made from it: that is where it belongs then.
+bool isInPlace(const MObject& original) {
+    MDagPath parent;
+    if (!MDagPath::getAPathTo(original, parent) || !parent.pop()) return false;
+    const MObjectArray shapes = chosenShapes(meshChildren(parent), false);
+    for (unsigned int k = 0; k < shapes.length(); ++k) {
+        if (originOf(shapes[k]) == original) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 void* meshEvaluate::creator() {
@@ -86,6 +132,13 @@ MStatus meshEvaluate::doIt(const MArgList& arguments) {
     if (objects.isEmpty()) return fail("No mesh node provided.", ErrorSink::kCommand);
     MString error;
     if (!readMeshItem(objects, 0, shape_, error)) return fail(error);
+    MObject item;
+    objects.getDependNode(0, item);
+    if (item.hasFn(MFn::kTransform)) {
+        // The first child, even if it is an intermediate shape before the visible one: messages name it.
+        shape_.pop();
+        shape_.push(MFnDagNode(item).child(0));
+    }
     transform_ = shape_;
     if (!transform_.pop()) return fail(shape_.partialPathName() + " has no parent node.");
     return redoIt();
@@ -120,33 +173,41 @@ MStatus meshEvaluate::findIntermediate(MObject& found) const {
 }
 
 /// The intermediate shape of a shape that has none beside it: up the chain of deformers.
-/// @param found  null after a success when the chain begins with something else
+/// @param found  null after a success when a tweak node's chain begins with something else
 MStatus meshEvaluate::findDistantIntermediate(const MObject& shape, MObject& found) const {
     MStatus status;
-    const MPlug location = MFnDependencyNode(shape).findPlug("tweakLocation", false, &status);
-    if (!status) return fail(MFnDependencyNode(shape).name() + " has no tweak location attribute.");
+    const MFnDependencyNode shapeNode(shape);
+    const MPlug location = shapeNode.findPlug("tweakLocation", false, &status);
+    if (!status) return fail(shapeNode.name() + " has no tweak location attribute.");
     const MPlug tweak = location.source();
     if (tweak.isNull()) {
-        found = shape;
-        return MS::kSuccess;
+        // With component tags a deformed mesh needs no tweak node.
+        const MObject original = originOf(shape);
+        status = isInPlace(original) ? MStatus(MS::kSuccess) : takeIntermediate(original, found);
+        if (status && found.isNull()) found = shape;
+        return status;
     }
     const MPlug input = firstElement(MFnDependencyNode(tweak.node()).findPlug("input", false));
     if (input.isNull() || input.numChildren() == 0) return MS::kFailure;
-    const MPlug parts = input.child(0).source();
-    if (parts.isNull()) return fail(transform_.partialPathName() + " has no intermediate shape node.");
-    const MPlug geometry = MFnDependencyNode(parts.node()).findPlug("inputGeometry", false, &status);
-    const MPlug source = status ? geometry.source() : MPlug();
-    if (source.isNull()) return MS::kSuccess;
-    const MFnDagNode original(source.node());
-    if (!original.isIntermediateObject() || original.parentCount() == 0) return MS::kSuccess;
-    const MString formerName = original.fullPathName();
+    const MPlug source = input.child(0).source();
+    if (source.isNull()) return fail(transform_.partialPathName() + " has no intermediate shape node.");
+    return takeIntermediate(meshBefore(source), found);
+}
+
+/// Moves an intermediate shape from another transform to that of the mesh.
+/// @param original  may be null, or no intermediate shape: `found` stays as it is then
+MStatus meshEvaluate::takeIntermediate(const MObject& original, MObject& found) const {
+    if (original.isNull()) return MS::kSuccess;
+    const MFnDagNode node(original);
+    if (!node.isIntermediateObject() || node.parentCount() == 0) return MS::kSuccess;
+    const MString formerName = node.fullPathName();
     MDagModifier modifier;
-    modifier.reparentNode(source.node(), transform_.node());
-    status = modifier.doIt();
+    modifier.reparentNode(original, transform_.node());
+    const MStatus status = modifier.doIt();
     if (!status) return status;
     MGlobal::displayWarning("The intermediate shape " + formerName + " is not a child of " +
                             transform_.fullPathName() + " and has been re-parented.");
-    found = source.node();
+    found = original;
     return MS::kSuccess;
 }
 

@@ -11,10 +11,10 @@
 /// dv_meshEvaluate: the full path name of the visible shape of a mesh, or of the intermediate shape that
 /// feeds its deformers; the shape itself where there are none. Not undoable.
 ///
-/// An intermediate shape below another transform is found through a tweak node that takes its geometry from a
-/// groupParts node, as deformers were chained before there were component tags, and moves back below its own
-/// transform, for good. In a chain with a tweak node but without groupParts it is not found there, and in one
-/// without tweak node the shape passes for one without deformers.
+/// An intermediate shape below another transform is found up the chain of deformers, with and without a tweak
+/// node and groupParts nodes, and moves back below its own transform, for good. A chain that begins with
+/// anything else has none: an error where there is a tweak node, otherwise the shape itself. That is also the
+/// answer, without a tweak node, where the intermediate shape lies beside another mesh that is made from it.
 class meshEvaluate : public MPxCommand {
   public:
     static constexpr const char* kName = "dv_meshEvaluate";
@@ -31,6 +31,7 @@ class meshEvaluate : public MPxCommand {
     MStatus findShape(MObject& found) const;
     MStatus findIntermediate(MObject& found) const;
     MStatus findDistantIntermediate(const MObject& shape, MObject& found) const;
+    MStatus takeIntermediate(const MObject& original, MObject& found) const;
     MStatus findCandidate(const MObject& shape, const MObjectArray& children, MObject& found) const;
 
     bool isIntermediate_ = false;

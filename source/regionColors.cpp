@@ -59,6 +59,9 @@ RegionColor regionColor(const RegionWeights& weights, RegionStyle style) {
 }
 
 bool isPartial(const RegionWeights& weights) {
-    const float sum = round5(sumOf(weights));
-    return sum > 0.0F && sum < 1.0F;
+    const float sum = sumOf(weights);
+    // Mostly all or nothing: rounding takes the time.
+    if (!(sum > 0.0F && sum < 1.0F)) return false;
+    const float rounded = round5(sum);
+    return rounded > 0.0F && rounded < 1.0F;
 }

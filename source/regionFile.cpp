@@ -56,8 +56,7 @@ RegionFile parseJson(std::string_view text, std::size_t vertexCount) {
     bool hasSettings = false;
     std::vector<double> numbers;
     for (char c = scanner.next(); c != '\0'; c = scanner.next()) {
-        // Keys with colons or brackets in them do no harm.
-        if (c == '"') scanner.readQuoted();
+        // Quotes count for nothing: settings with a line end may leave one without its partner.
         if (c == ':' && !hasSettings) {
             hasSettings = true;
             if (scanner.hasValue()) file.settings = scanner.readValue();

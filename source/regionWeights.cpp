@@ -21,9 +21,11 @@ float scaleOf(const RegionWeights& weights, const RegionLocks& locks) {
     return std::max((1.0F - lockedSum) / freeSum, 0.0F);
 }
 
-/// What the weights of a normalised vertex lack to 1.
+/// What the weights of a normalised vertex lack to 1, if anything.
 double unassigned(const RegionWeights& weights) {
-    return round5(1.0 - static_cast<double>(sumOf(weights)));
+    const float sum = sumOf(weights);
+    // Mostly nothing: rounding takes the time.
+    return sum < 1.0F ? round5(1.0 - static_cast<double>(sum)) : 0.0;
 }
 
 /// The average weight of each region over those of the vertices that carry it; 0 where none does.
@@ -65,11 +67,13 @@ void paintRegion(RegionWeights& weights, std::size_t region, double painted, con
         const auto takesPart = [&](std::size_t other) {
             return other != region && round5(weights[other]) > 0.0;
         };
-        int count = 0;
-        for (std::size_t other = 0; other < kRegionCount; ++other)
-            count += takesPart(other) ? 1 : 0;
-        for (std::size_t other = 0; distributes && freed > 0.0 && other < kRegionCount; ++other) {
-            if (takesPart(other)) weights[other] += freed / count;
+        if (distributes && freed > 0.0) {
+            int count = 0;
+            for (std::size_t other = 0; other < kRegionCount; ++other)
+                count += takesPart(other) ? 1 : 0;
+            for (std::size_t other = 0; other < kRegionCount; ++other) {
+                if (takesPart(other)) weights[other] += freed / count;
+            }
         }
     }
     normalise(weights, locks);
@@ -79,7 +83,7 @@ void appendToRegion(const RegionArrays& map, std::size_t region, const RegionLoc
     for (std::size_t vertex = 0; vertex < map.vertexCount; ++vertex) {
         RegionWeights weights = map.at(vertex);
         normalise(weights, locks);
-        if (!locks[region]) weights[region] += std::max(unassigned(weights), 0.0);
+        if (!locks[region]) weights[region] += unassigned(weights);
         map.set(vertex, weights);
     }
 }

@@ -69,9 +69,9 @@ TEST(JsonScanner, ReadsAValueUpToTheLineEnd) {
 }
 
 TEST(JsonScanner, LeavesBracesAndBracketsAfterAColonToTheStructure) {
-    for (const char* text : {" {", "\t[1]", "}", " ]", "", "  "})
+    for (const char* text : {" {", "\t[1]", "}", " ]", "", "  ", " \n\t{", "\r\n["})
         EXPECT_FALSE(JsonScanner(text).hasValue()) << text;
-    for (const char* text : {" \"{\"", "1", " ,", " \n{"})
+    for (const char* text : {" \"{\"", "1", " ,", " \n}", "\n\"{"})
         EXPECT_TRUE(JsonScanner(text).hasValue()) << text;
 }
 

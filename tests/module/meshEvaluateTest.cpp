@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "commandTable.h"
 #include "support/meshZoo.h"
 
@@ -52,8 +54,23 @@ TEST_F(MeshEvaluate, EverySuspectIsListedInTheOrderOfTheChildren) {
                  "shape nodes; the deformed shape and the original shape."}));
 }
 
-TEST_F(MeshEvaluate, AnOriginalBelowAnotherTransformComesBack) {
-    addLegacyChain(scene_);
+struct Chain {
+    const char* name;
+    const char* script;  // what makes it from the blend shape of addBlendShape; null for addLegacyChain
+};
+
+void PrintTo(const Chain& chain, std::ostream* out) {
+    *out << chain.name;
+}
+
+class MeshEvaluateInChain : public MeshEvaluate, public ::testing::WithParamInterface<Chain> {};
+
+TEST_P(MeshEvaluateInChain, AnOriginalBelowAnotherTransformComesBack) {
+    if (GetParam().script != nullptr) {
+        scene_.mel(GetParam().script);
+    } else {
+        addLegacyChain(scene_);
+    }
     EXPECT_EQ(intermediate("base"), "|base|baseShapeOrig");
     scene_.mel("setAttr bs.smile 1; group -name all base");
     const std::vector<double> deformed = scene_.points("baseShape");
@@ -71,14 +88,42 @@ TEST_F(MeshEvaluate, AnOriginalBelowAnotherTransformComesBack) {
     EXPECT_EQ(intermediate("base"), "|all|base|baseShapeOrig") << "and nothing to be said any more";
 }
 
-/// The way back leads through tweak and groupParts nodes only.
-TEST_F(MeshEvaluate, InTodaysChainTheOriginalIsFoundBesideItsShapeOnly) {
+INSTANTIATE_TEST_SUITE_P(Chains, MeshEvaluateInChain,
+                         ::testing::Values(Chain{"Legacy", nullptr}, Chain{"Today", ""},
+                                           Chain{"TodayWithTweak", "deformableShape -createTweakNode base"},
+                                           Chain{"TwoDeformers", "blendShape -name second base"},
+                                           // The mesh is not the first of those that its deformer has.
+                                           Chain{"SecondMesh",
+                                                 "duplicate -name other base; delete |other|baseShapeOrig; "
+                                                 "delete bs; blendShape -name bs other base;"
+                                                 "aliasAttr smile bs.w[0]"}),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+/// Without a tweak node, what does not lead to an original leaves the shape, and the scene, as it is.
+TEST_F(MeshEvaluate, AChainThatBeginsElsewhereHasNoOriginal) {
     takeAway();
+    for (const char* start : {"setAttr baseShapeOrig.intermediateObject 0",
+                              "connectAttr -force bs.outputGeometry[0] bs.input[0].inputGeometry",
+                              "disconnectAttr bs.outputGeometry[0] bs.input[0].inputGeometry",
+                              "setAttr baseShapeOrig.intermediateObject 1;"
+                              "connectAttr -force baseShapeOrig.outMesh baseShape.inMesh"}) {
+        scene_.mel(start);
+        const std::string before = scene_.dump();
+        EXPECT_EQ(intermediate("base"), "|base|baseShape") << start;
+        EXPECT_EQ(scene_.changes(before), "") << start;
+    }
+}
+
+/// A second mesh on the same chain does not take the original from the first.
+TEST_F(MeshEvaluate, AnOriginalStaysBesideItsOwnShape) {
+    scene_.mel("createNode mesh -name second; connectAttr bs.outputGeometry[0] second.inMesh");
     const std::string before = scene_.dump();
-    EXPECT_EQ(intermediate("base"), "|base|baseShape");
+    EXPECT_EQ(intermediate("second"), "|polySurface1|second");
     EXPECT_EQ(scene_.changes(before), "");
-    scene_.mel("parent -shape baseShapeOrig base; deformableShape -createTweakNode base");
-    EXPECT_EQ(intermediate("base"), "|base|baseShapeOrig");
+    // Beside a mesh that is not made from it, it is in the wrong place.
+    scene_.addMesh("plain", zoo::cube());
+    scene_.mel("delete second; parent -shape baseShapeOrig plain");
+    EXPECT_EQ(scene_.run("dv_meshEvaluate -i base").value, Value("|base|baseShapeOrig"));
 }
 
 }  // namespace

@@ -45,6 +45,13 @@ TEST(TargetDataFile, GivesItemsInFileOrder) {
     EXPECT_EQ(reading.items, "7 5500 n7: 9 0 0 1; 2 4 5 6;\n7 6000 n7: 1 1 2 3;\n3 6000 n3: 1 1 2 3;\n");
 }
 
+TEST(TargetDataFile, BracesMayStandOnLinesOfTheirOwn) {
+    const Reading reading =
+        read("{\n\"7\":\n{\n\"name\": \"a\",\n\"data\":\r\n{\n\"6000\":\n\n{\"1\":\n[1,\n2, 3]}}}}");
+    EXPECT_EQ(reading.list, "7,6000");
+    EXPECT_EQ(reading.items, "7 6000 a: 1 1 2 3;\n");
+}
+
 TEST(TargetDataFile, RemapsInTheOrderOfTheSources) {
     const std::string text =
         "{" + target("1", kPoint) + target("2", kPoint) + target("4", kPoint) + target("2", kPoint) + "}";

@@ -139,10 +139,6 @@ std::vector<Call> editCalls() {
     std::string colors = "polyColorPerVertex -rgb 0 0 0 base.vtx[0:19];";
     for (int vertex = 2; vertex < 20; ++vertex)
         baseWeights += " 0";
-    const std::string partial =
-        "Partial weights found: 2 vertices are assigned in part only, first vtx[0]. Paint the rest and add "
-        "it to the map, or use -append with the -index of a region, or with -index -1 to assign it by the "
-        "neighbours.";
     return {
         {"Add", painted, command + "-atm -i 2 map", true, 1, {}, setRegionScript(2, {0, 0.5, 0, 0.25})},
         {"AddToALockedArray",
@@ -169,13 +165,6 @@ std::vector<Call> editCalls() {
          1,
          {},
          colors + "setAttr baseShape.displayColors 1;"},
-        {"ColorOfPartialWeights",
-         half,
-         command + "-col 0 " + mesh + "map",
-         true,
-         0,
-         {partial},
-         colors + "polyColorPerVertex -rgb 0.5 0.5 0.5 base.vtx[0:1]; setAttr baseShape.displayColors 1;"},
         // The first that is asked for in the order of the modes.
         {"AddBeforeTheOthers",
          painted,
