@@ -50,7 +50,8 @@ RegionWeights averageOf(const RegionArrays& map, const std::vector<int>& vertice
 }  // namespace
 
 void normalise(RegionWeights& weights, const RegionLocks& locks) {
-    const bool isTooMuch = round5(sumOf(weights)) > 1.0F;
+    const float sum = sumOf(weights);
+    const bool isTooMuch = sum > 1.0F && round5(sum) > 1.0F;
     const double scale = isTooMuch ? static_cast<double>(scaleOf(weights, locks)) : 1.0;
     for (std::size_t region = 0; region < kRegionCount; ++region) {
         double& weight = weights[region];
