@@ -208,7 +208,7 @@ MStatus blendShapeEditWeights::redoIt() {
     // A call that answered -help or failed a check may still be queued.
     if (!isChecked_) return MS::kSuccess;
     const MObject blendShape = aliveObject(blendShape_);
-    if (blendShape.isNull()) return fail("The blend shape node is not in the scene any more.", MS::kFailure);
+    if (blendShape.isNull()) return fail(kBlendShapeGone, MS::kFailure);
     const MStatus status = run(blendShape);
     // What undo leaves as it is must not be done twice: flipping once more would turn it back.
     if (undo_ == Undo::kNothing) isChecked_ = false;
@@ -362,10 +362,7 @@ WeightList blendShapeEditWeights::trimmed() const {
 }
 
 bool blendShapeEditWeights::isOnPlane(int vertex) const {
-    const MPoint position(positions_[static_cast<unsigned int>(vertex)]);
-    MPoint onPlane = position;
-    onPlane[axisIndex_] = 0.0;
-    return position.isEquivalent(onPlane, search_.tolerance);
+    return ::isOnPlane(MPoint(positions_[static_cast<unsigned int>(vertex)]), axisIndex_, search_.tolerance);
 }
 
 /// Multiplies the weights into the deltas of all items of the target, so that the shape stays
@@ -396,10 +393,9 @@ MStatus blendShapeEditWeights::freezeItem(const MObject& blendShape, int item, c
         deltas_ = before;
         hasItem_ = true;
     }
-    const MStatus status = initialiseEmptyDeltas(blendShape, target_, item, before, ErrorResult::kZero);
-    if (!status) return status;
     TargetDeltas deltas = before;
-    if (deltas.vertices.length() == 0) deltas = readDeltas(blendShape, target_, item);
+    const MStatus status = completeEmptyDeltas(blendShape, target_, item, deltas, ErrorResult::kZero);
+    if (!status) return status;
     scale(deltas);
     return writeDeltas(blendShape, target_, item, deltas, ErrorResult::kZero);
 }

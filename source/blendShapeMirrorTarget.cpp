@@ -104,7 +104,7 @@ MStatus blendShapeMirrorTarget::redoIt() {
     hasWritten_ = false;
     const MObject blendShape = aliveObject(blendShape_);
     if (blendShape.isNull() || !search_.mesh.isAlive()) {
-        return fail("The blend shape node or the original mesh is not in the scene any more.", MS::kFailure);
+        return fail(kBlendShapeOrMeshGone, MS::kFailure);
     }
     MStatus status = readSource(blendShape);
     if (!status) return status;
@@ -134,10 +134,8 @@ MStatus blendShapeMirrorTarget::redoIt() {
 /// Reads the deltas to be mirrored, and those that an existing destination has.
 MStatus blendShapeMirrorTarget::readSource(const MObject& blendShape) {
     source_ = readDeltas(blendShape, sourceTarget_, item_);
-    MStatus status = initialiseEmptyDeltas(blendShape, sourceTarget_, item_, source_, ErrorResult::kZero);
+    const MStatus status = completeEmptyDeltas(blendShape, sourceTarget_, item_, source_, ErrorResult::kZero);
     if (!status) return status;
-    // An item that was empty is mirrored as it is now.
-    if (source_.vertices.length() == 0) source_ = readDeltas(blendShape, sourceTarget_, item_);
     if (!search_.isOrderBased && skippedComponents_.length() > 0) removeSkippedComponents();
     if (type_ != kOtherTarget) return status;
     destination_ = readDeltas(blendShape, target_, item_);

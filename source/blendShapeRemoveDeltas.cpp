@@ -118,8 +118,7 @@ MStatus blendShapeRemoveDeltas::redoIt() {
     hasWritten_ = false;
     const MObject blendShape = aliveObject(blendShape_);
     if (blendShape.isNull()) {
-        return reportError("The blend shape node is not in the scene any more.", ErrorResult::kZero,
-                           ErrorSink::kGlobal, MS::kFailure);
+        return reportError(kBlendShapeGone, ErrorResult::kZero, ErrorSink::kGlobal, MS::kFailure);
     }
     const VertexSet selected = selectedVertices();
     saved_ = readDeltas(blendShape, target_, item_);

@@ -51,8 +51,7 @@ MStatus blendShapeSetInbetweenPosition::redoIt() {
     hasMoved_ = false;
     const MObject blendShape = aliveObject(blendShape_);
     if (blendShape.isNull()) {
-        return reportError("The blend shape node is not in the scene any more.", ErrorResult::kZero,
-                           ErrorSink::kGlobal, MS::kFailure);
+        return reportError(kBlendShapeGone, ErrorResult::kZero, ErrorSink::kGlobal, MS::kFailure);
     }
     deltas_ = readDeltas(blendShape, target_, oldItem_);
     const MStatus status = initialiseEmptyDeltas(blendShape, target_, oldItem_, deltas_, ErrorResult::kZero);

@@ -104,7 +104,7 @@ MStatus blendShapeSplitTarget::redoIt() {
     hasHalved_ = false;
     const MObject blendShape = aliveObject(blendShape_);
     if (blendShape.isNull() || !originalMesh_.isAlive()) {
-        return fail("The blend shape node or the original mesh is not in the scene any more.", MS::kFailure);
+        return fail(kBlendShapeOrMeshGone, MS::kFailure);
     }
     MFloatPointArray positions;
     MString error;
@@ -138,9 +138,7 @@ MStatus blendShapeSplitTarget::redoIt() {
 MStatus blendShapeSplitTarget::readVertices(const MObject& blendShape, MIntArray& vertices) {
     if (!isBase()) return readVerticesOfItems(blendShape, vertices);
     deltas_ = readDeltas(blendShape, 0, kFullItem);
-    const MStatus status = initialiseEmptyDeltas(blendShape, 0, kFullItem, deltas_, ErrorResult::kZero);
-    if (!status) return status;
-    if (deltas_.vertices.length() == 0) deltas_ = readDeltas(blendShape, 0, kFullItem);
+    const MStatus status = completeEmptyDeltas(blendShape, 0, kFullItem, deltas_, ErrorResult::kZero);
     vertices = deltas_.vertices;
     return status;
 }
@@ -162,10 +160,7 @@ MStatus blendShapeSplitTarget::readVerticesOfItems(const MObject& blendShape, MI
 }
 
 bool blendShapeSplitTarget::isOnPlane(const MFloatPoint& position) const {
-    const MPoint point(position);
-    MPoint onPlane = point;
-    onPlane[axisIndex_] = 0.0;
-    return onPlane.isEquivalent(point, tolerance_);
+    return ::isOnPlane(MPoint(position), axisIndex_, tolerance_);
 }
 
 double blendShapeSplitTarget::weightAt(const MFloatPoint& position) const {

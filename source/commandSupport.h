@@ -93,6 +93,9 @@ MStatus getNode(const MArgDatabase& arguments, MFn::Type type, const char* missi
 /// The same for a blend-shape node.
 MStatus getBlendShapeNode(const MArgDatabase& arguments, ErrorResult result, MObject& node);
 
+/// The error of a redo whose blend-shape node was deleted by hand.
+constexpr const char* kBlendShapeGone = "The blend shape node is not in the scene any more.";
+
 /// The mesh shape that a flag names.
 /// @param undefined  the error for an empty name
 /// @param mesh       set when the name stands for a mesh shape (a transform does not)

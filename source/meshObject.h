@@ -12,6 +12,10 @@
 /// The error of commands that need the mesh that a blend shape deforms, where none is given.
 constexpr const char* kMeshError = "The original mesh is not defined.";
 
+/// The error of a redo whose blend-shape node or mesh was deleted by hand.
+constexpr const char* kBlendShapeOrMeshGone =
+    "The blend shape node or the original mesh is not in the scene any more.";
+
 /// A mesh shape that a command keeps from do to undo and redo.
 class MeshObject {
   public:

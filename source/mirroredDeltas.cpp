@@ -5,6 +5,8 @@
 
 #include <vector>
 
+#include "symmetryPlane.h"
+
 namespace {
 
 class Mirror {
@@ -58,10 +60,7 @@ class Mirror {
     }
 
     bool isOnPlane(int vertex) const {
-        const MPoint position(positions_[static_cast<unsigned int>(vertex)]);
-        MPoint onPlane = position;
-        onPlane[axis_] = 0.0;
-        return onPlane.isEquivalent(position, rule_.tolerance);
+        return ::isOnPlane(MPoint(positions_[static_cast<unsigned int>(vertex)]), axis_, rule_.tolerance);
     }
 
     void write(int vertex, const MPoint& delta) {

@@ -11,6 +11,8 @@
 
 #include <utility>
 
+#include "symmetryPlane.h"
+
 namespace {
 
 void append(IndexLists& lists, const MIntArray& list) {
@@ -131,10 +133,7 @@ MPoint SymmetryMesh::mirrored(const MPoint& point) const {
 }
 
 bool SymmetryMesh::isOnPlane(int vertex) const {
-    const MPoint position = point(vertex);
-    MPoint projected(position);
-    projected[static_cast<unsigned int>(axis_)] = 0.0;
-    return areEquivalent(position, projected);
+    return ::isOnPlane(point(vertex), static_cast<unsigned int>(axis_), tolerance_);
 }
 
 IndexRange SymmetryMesh::facesOf(int edge) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <maya/MPoint.h>
 #include <maya/MString.h>
 
 #include "rounding.h"
@@ -14,6 +15,9 @@ bool isAxisText(const MString& text);
 
 /// The coordinate that an axis text names: 1 for "y", 2 for "z", 0 for anything else.
 int axisIndex(const MString& text);
+
+/// Whether a point lies no farther from the plane than the tolerance, as the host compares points.
+bool isOnPlane(const MPoint& position, unsigned int axis, double tolerance);
 
 /// The side of the plane that a coordinate lies on, rounded: 1 or -1, 0 on the plane.
 int planeSide(float coordinate);

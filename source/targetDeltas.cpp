@@ -36,6 +36,15 @@ MStatus initialiseEmptyDeltas(const MObject& blendShape, int target, int item, c
     return MS::kSuccess;
 }
 
+MStatus completeEmptyDeltas(const MObject& blendShape, int target, int item, TargetDeltas& deltas,
+                            ErrorResult result) {
+    const MStatus status = initialiseEmptyDeltas(blendShape, target, item, deltas, result);
+    if (!status) return status;
+    if (deltas.vertices.length() == 0) deltas.vertices.append(0);
+    if (deltas.points.length() == 0) deltas.points.append(MPoint::origin);
+    return status;
+}
+
 MStatus writeDeltas(const MObject& blendShape, int target, int item, const TargetDeltas& deltas,
                     ErrorResult result, const char* kind) {
     const MString start = MString("Error setting ") + kind;

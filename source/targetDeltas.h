@@ -30,6 +30,10 @@ TargetDeltas readDeltas(const MObject& blendShape, int target, int item);
 MStatus initialiseEmptyDeltas(const MObject& blendShape, int target, int item, const TargetDeltas& deltas,
                               ErrorResult result);
 
+/// The same, for deltas that are to be worked on: `deltas` becomes what the deformer holds then.
+MStatus completeEmptyDeltas(const MObject& blendShape, int target, int item, TargetDeltas& deltas,
+                            ErrorResult result);
+
 /// Replaces the deltas of an item.
 /// @param kind    which deltas these are, for the errors: "" or a word with a blank after it
 /// @param result  set after an error
