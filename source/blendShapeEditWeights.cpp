@@ -1,7 +1,7 @@
 #include "blendShapeEditWeights.h"
 
+#include <maya/MDagPath.h>
 #include <maya/MFn.h>
-#include <maya/MFnDependencyNode.h>
 #include <maya/MFnMesh.h>
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MGlobal.h>
@@ -9,18 +9,34 @@
 #include <maya/MSelectionList.h>
 
 #include <algorithm>
-#include <iterator>
+#include <cstddef>
 #include <utility>
 
-#include "commandSupport.h"
 #include "dataFile.h"
 #include "symmetryPlane.h"
 
 namespace {
 
-const CommandInfo& info() {
-    static const CommandInfo command{
-        blendShapeEditWeights::kName,
+constexpr const char* kReadError = "Unable to open file for reading";
+constexpr const char* kWriteError = "Unable to open file for writing";
+
+/// Vertices of the first selected object, of whatever mesh; empty where something else is selected.
+MIntArray selectedVertices() {
+    MSelectionList selection;
+    MGlobal::getActiveSelectionList(selection);
+    MDagPath path;
+    MObject component;
+    MIntArray vertices;
+    if (selection.length() == 0 || !selection.getDagPath(0, path, component)) return vertices;
+    if (component.hasFn(MFn::kMeshVertComponent)) MFnSingleIndexedComponent(component).getElements(vertices);
+    return vertices;
+}
+
+}  // namespace
+
+const CommandInfo& blendShapeEditWeights::info() {
+    static const CommandInfo description{
+        kName,
         "Edit blend shape weights.",
         // The help text has always shown the first flag like this; users look for it there.
         {{"-aw", "-addWeights", MSyntax::kNoArg, "add weights from a file", false, {"-add", "-add"}},
@@ -53,85 +69,48 @@ const CommandInfo& info() {
          {"-w", "-weight", MSyntax::kDouble, "weight value (multi use)", true},
          {"-wi", "-weightIndex", MSyntax::kLong, "vertex index of the weight (multi use)", true}},
         "dv_blendShapeEditWeights -m -ax <string> -dir <int> -i <int> -om <string> -tol <float>",
-        "int/intArray/floatArray (depending on the mode)"};
-    return command;
+        "int/intArray/floatArray (depending on the mode)",
+        true,
+        ErrorResult::kZero};
+    return description;
 }
 
-constexpr const char* kReadError = "Unable to open file for reading";
-
-MStatus fail(const MString& text, const MStatus& status = MS::kSuccess) {
-    return reportError(text, ErrorResult::kZero, ErrorSink::kGlobal, status);
-}
-
-/// Vertices of the first selected object, of whatever mesh; empty where something else is selected.
-MIntArray selectedVertices() {
-    MSelectionList selection;
-    MGlobal::getActiveSelectionList(selection);
-    MDagPath path;
-    MObject component;
-    MIntArray vertices;
-    if (selection.length() == 0 || !selection.getDagPath(0, path, component)) return vertices;
-    if (component.hasFn(MFn::kMeshVertComponent)) MFnSingleIndexedComponent(component).getElements(vertices);
-    return vertices;
-}
-
-}  // namespace
-
-void* blendShapeEditWeights::creator() {
-    return new blendShapeEditWeights();
-}
-
-MSyntax blendShapeEditWeights::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus blendShapeEditWeights::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    readFlags(database);
-    MString originalName;
-    MString orderName;
-    MString skinName;
-    int influence = 0;
-    readFlag(database, "-om", originalName);
-    MString meshName = originalName;
-    if (isSkin_) {
-        meshName.clear();
-        readFlag(database, "-sm", meshName);
-    }
-    readFlag(database, "-ob", orderName);
-    // Deliberate: also where the skin mesh stands in for the original mesh.
-    if (orderName.length() == 0) orderName = originalName;
-    readFlag(database, "-sc", skinName);
-    readFlag(database, "-ii", influence);
-    MObject blendShape;
-    const MStatus status = getBlendShapeNode(database, ErrorResult::kZero, blendShape);
-    if (!status) return status;
-    if (meshName.length() == 0 && needsMesh(database)) return fail(kMeshError);
-    MString error;
-    if (!readObjects(blendShape, meshName, orderName, error)) return fail(error);
-    if (isSkin_ && !skin_.find(skinName, search_.mesh, influence, error)) return fail(error);
-    blendShape_ = blendShape;
-    isChecked_ = true;
-    return redoIt();
-}
-
-blendShapeEditWeights::Mode blendShapeEditWeights::readMode(const MArgDatabase& arguments) {
-    static constexpr std::pair<const char*, Mode> kModes[] = {
-        {"-gi", Mode::kGetIndices}, {"-gw", Mode::kGetWeights}, {"-sw", Mode::kSetWeights},
-        {"-iv", Mode::kInvert},     {"-m", Mode::kMirror},      {"-flp", Mode::kFlip},
-        {"-t", Mode::kTrim},        {"-f", Mode::kFreeze},      {"-fl", Mode::kFlush},
-        {"-del", Mode::kDelete},    {"-ex", Mode::kExport},     {"-im", Mode::kImport},
-        {"-aw", Mode::kAdd},        {"-sub", Mode::kSubtract},
+/// In the order in which they win where several are asked for.
+const std::vector<blendShapeEditWeights::Mode>& blendShapeEditWeights::modes() {
+    using Self = blendShapeEditWeights;
+    // flag, run, isQuery, needsMesh, needsWeights, isUndone
+    static const std::vector<Mode> all{
+        {"-gi", &Self::getIndices, true, false, false, false},
+        {"-gw", &Self::getWeights, true, false, false, false},
+        {"-sw", &Self::setWeights, false, false, false, true},
+        {"-iv", &Self::invert, false, false, true, true},
+        {"-m", &Self::mirror, false, true, true, true},
+        {"-flp", &Self::flip, false, false, true, false},
+        {"-t", &Self::trim, false, true, true, true},
+        {"-f", &Self::freeze, false, false, true, true},
+        {"-fl", &Self::flush, false, true, false, true},
+        {"-del", &Self::deleteWeights, false, false, false, true},
+        {"-ex", &Self::exportWeights, false, false, false, true},
+        {"-im", &Self::importWeights, false, false, false, true},
+        {"-aw", &Self::addWeights, false, true, false, false},
+        {"-sub", &Self::subtractWeights, false, true, false, false},
     };
-    for (const auto& [flag, mode] : kModes) {
-        if (arguments.isFlagSet(flag)) return mode;
-    }
-    return Mode::kNone;
+    return all;
+}
+
+CallOutcome blendShapeEditWeights::read(const MArgDatabase& arguments) {
+    readFlags(arguments);
+    MObject blendShape;
+    CallOutcome outcome = readBlendShape(arguments, blendShape);
+    if (outcome.isDone()) outcome = readObjects(arguments, blendShape);
+    blendShape_ = blendShape;
+    return outcome;
 }
 
 void blendShapeEditWeights::readFlags(const MArgDatabase& arguments) {
-    mode_ = readMode(arguments);
+    for (const Mode& mode : modes()) {
+        if (mode_ == nullptr && arguments.isFlagSet(mode.flag)) mode_ = &mode;
+    }
     keepsAll_ = arguments.isFlagSet("-av");
     readFlag(arguments, "-ax", search_.axis);
     readFlag(arguments, "-dir", isPositive_);
@@ -152,19 +131,41 @@ void blendShapeEditWeights::readFlags(const MArgDatabase& arguments) {
         given_.vertices.append(vertex);
 }
 
-/// Deliberate: the flags count, also beside another one that decides what is done.
-bool blendShapeEditWeights::needsMesh(const MArgDatabase& arguments) {
-    constexpr const char* kFlags[] = {"-m", "-t", "-aw", "-sub", "-fl"};
-    return std::any_of(std::begin(kFlags), std::end(kFlags),
-                       [&](const char* flag) { return arguments.isFlagSet(flag); });
+CallOutcome blendShapeEditWeights::readObjects(const MArgDatabase& arguments, const MObject& blendShape) {
+    MString originalName;
+    MString orderName;
+    MString skinName;
+    int influence = 0;
+    readFlag(arguments, "-om", originalName);
+    MString meshName = originalName;
+    if (isSkin_) {
+        meshName.clear();
+        readFlag(arguments, "-sm", meshName);
+    }
+    readFlag(arguments, "-ob", orderName);
+    // Deliberate: also where the skin mesh stands in for the original mesh.
+    if (orderName.length() == 0) orderName = originalName;
+    readFlag(arguments, "-sc", skinName);
+    readFlag(arguments, "-ii", influence);
+    const bool needsMesh = std::any_of(modes().begin(), modes().end(), [&](const Mode& mode) {
+        return mode.needsMesh && arguments.isFlagSet(mode.flag);
+    });
+    if (meshName.length() == 0 && needsMesh) return CallOutcome::refused(kMeshError);
+    MString error;
+    if (!readMeshes(meshName, orderName, error)) return CallOutcome::refused(error);
+    const CallOutcome outcome = checkTarget(blendShape);
+    if (!outcome.isDone()) return outcome;
+    if (mode_ != nullptr && mode_->run == &blendShapeEditWeights::setWeights && !areWeightsComplete(error)) {
+        return CallOutcome::refused(error);
+    }
+    if (isSkin_ && !skin_.find(skinName, search_.mesh, influence, error)) return CallOutcome::refused(error);
+    if (mode_ != nullptr && mode_->run == &blendShapeEditWeights::flush)
+        selectedVertices_ = selectedVertices();
+    paint_ = std::make_unique<PaintDisplay>(blendShape, search_.mesh);
+    return outcome;
 }
 
-bool blendShapeEditWeights::isQuery() const {
-    return mode_ == Mode::kGetIndices || mode_ == Mode::kGetWeights || mode_ == Mode::kNone;
-}
-
-bool blendShapeEditWeights::readObjects(const MObject& blendShape, const MString& meshName,
-                                        const MString& orderName, MString& error) {
+bool blendShapeEditWeights::readMeshes(const MString& meshName, const MString& orderName, MString& error) {
     MeshObject further;
     if (!readSearchMeshes(meshName, orderName, "", search_, further, error)) return false;
     if (!isAxisText(search_.axis)) {
@@ -173,23 +174,14 @@ bool blendShapeEditWeights::readObjects(const MObject& blendShape, const MString
     }
     axisIndex_ = static_cast<unsigned int>(axisIndex(search_.axis));
     hasMesh_ = search_.mesh.isAlive();
-    if (!hasTarget(blendShape)) {
-        error = MFnDependencyNode(blendShape).name() + " has no target " + target_ + ".";
-        return false;
-    }
-    if (mode_ == Mode::kSetWeights && !areWeightsComplete(error)) return false;
-    if (mode_ == Mode::kFlush) selectedVertices_ = selectedVertices();
-    paint_ = std::make_unique<PaintDisplay>(blendShape, search_.mesh);
     return true;
 }
 
-/// Whether there are weights to work on. A target that is not there has none to be asked for, but
-/// must not come into being by an edit: undo would leave it behind.
-bool blendShapeEditWeights::hasTarget(const MObject& blendShape) const {
-    if (target_ == kBaseWeights) return true;
-    if (isQuery()) return target_ >= 0;
-    const MIntArray targets = getTargetIndices(blendShape);
-    return std::binary_search(targets.begin(), targets.end(), target_);
+/// Whether there are weights to work on. A target that does not exist has none to be asked for, but
+/// must not come into being by an edit.
+CallOutcome blendShapeEditWeights::checkTarget(const MObject& blendShape) const {
+    if (target_ == kBaseWeights || (isQuery() && target_ >= 0)) return CallOutcome();
+    return TargetEditor(blendShape).checkTarget(target_);
 }
 
 bool blendShapeEditWeights::areWeightsComplete(MString& error) const {
@@ -203,102 +195,110 @@ bool blendShapeEditWeights::areWeightsComplete(MString& error) const {
     return false;
 }
 
-MStatus blendShapeEditWeights::redoIt() {
-    undo_ = Undo::kNothing;
-    // A call that answered -help or failed a check may still be queued.
-    if (!isChecked_) return MS::kSuccess;
+CallOutcome blendShapeEditWeights::edit() {
     const MObject blendShape = aliveObject(blendShape_);
-    if (blendShape.isNull()) return fail(kBlendShapeGone, MS::kFailure);
-    const MStatus status = run(blendShape);
-    // What undo leaves as it is must not be done twice: flipping once more would turn it back.
-    if (undo_ == Undo::kNothing) isChecked_ = false;
-    return status;
-}
-
-MStatus blendShapeEditWeights::run(const MObject& blendShape) {
-    positions_.clear();
     if (hasMesh_ && !isQuery()) {
         MString error;
-        if (!search_.mesh.isAlive()) return fail(kMeshError, MS::kFailure);
-        if (!readMeshPoints(search_.mesh, positions_, error)) return fail(error);
+        if (!readMeshPoints(search_.mesh, positions_, error)) return CallOutcome::refused(error);
     }
+    if (mode_ == nullptr) return CallOutcome();
+    isUndone_ = mode_->isUndone;
     stored_ = readWeights(getWeightsPlug(blendShape, target_));
-    switch (mode_) {
-        case Mode::kGetIndices:
-            setResult(stored_.vertices);
-            return MS::kSuccess;
-        case Mode::kGetWeights:
-            setResult(stored_.values);
-            return MS::kSuccess;
-        case Mode::kSetWeights:
-            if (!given_.isEmpty()) setWeights(given_, Undo::kWeights);
-            return done(1);
-        case Mode::kFlush:
-            return flush();
-        case Mode::kDelete:
-            replaceWeights(WeightList(), Undo::kWeights);
-            return done(1);
-        case Mode::kExport:
-            return isSkin_ ? exportToSkin() : exportWeights();
-        case Mode::kImport:
-            return isSkin_ ? importFromSkin() : importWeights();
-        case Mode::kAdd:
-        case Mode::kSubtract:
-            return combine();
-        case Mode::kNone:
-            return MS::kSuccess;
+    if (mode_->needsWeights && stored_.isEmpty()) {
+        setResult(0);
+        return CallOutcome();
+    }
+    const CallOutcome outcome = (this->*mode_->run)();
+    positions_.clear();
+    return outcome;
+}
+
+CallOutcome blendShapeEditWeights::redo() {
+    if (change_ == Change::kNothing) return CallOutcome();
+    const MObject blendShape = aliveObject(blendShape_);
+    if (blendShape.isNull()) return CallOutcome::failed(kBlendShapeGone);
+    const CallOutcome outcome = checkTarget(blendShape);
+    if (!outcome.isDone()) return outcome;
+    stored_ = readWeights(getWeightsPlug(blendShape, target_));
+    return write();
+}
+
+CallOutcome blendShapeEditWeights::getIndices() {
+    setResult(stored_.vertices);
+    return CallOutcome();
+}
+
+CallOutcome blendShapeEditWeights::getWeights() {
+    setResult(stored_.values);
+    return CallOutcome();
+}
+
+CallOutcome blendShapeEditWeights::setWeights() {
+    if (!given_.isEmpty()) return apply(Change::kWeights, storable(given_));
+    setResult(1);
+    return CallOutcome();
+}
+
+/// Makes a change for the first time, which redo makes again.
+/// @param weights  what it writes; not used by kFrozen
+CallOutcome blendShapeEditWeights::apply(Change change, const WeightList& weights) {
+    change_ = change;
+    written_ = weights;
+    const CallOutcome outcome = write();
+    if (outcome.isDone()) setResult(1);
+    return outcome;
+}
+
+/// Makes the change.
+CallOutcome blendShapeEditWeights::write() {
+    const MObject blendShape = aliveObject(blendShape_);
+    hasChanged_ = isUndone_;
+    switch (change_) {
+        case Change::kWeights:
+            setWeightValues(blendShape, target_, written_.vertices, written_.values);
+            return CallOutcome();
+        case Change::kSelectedWeights:
+            setElements(getWeightsPlug(blendShape, target_), written_.vertices, written_.values);
+            return CallOutcome();
+        case Change::kFrozen: {
+            TargetEditor targets(blendShape);
+            return writeFrozen(targets);
+        }
+        case Change::kPaint: {
+            MString error;
+            return paint_->show(written_, error) ? CallOutcome() : CallOutcome::refused(error);
+        }
+        case Change::kSkin: {
+            if (!search_.mesh.isAlive()) return CallOutcome::failed(kMeshError);
+            const auto vertexCount = static_cast<unsigned int>(MFnMesh(search_.mesh.path()).numVertices());
+            const MStatus status = skin_.write(vertexCount, written_);
+            return status ? CallOutcome() : CallOutcome::failed("Error setting skin weights.", status);
+        }
         default:
-            return stored_.isEmpty() ? done(0) : editStored(blendShape);
+            return CallOutcome();
     }
 }
 
-/// The edits that only stored weights are of interest to.
-MStatus blendShapeEditWeights::editStored(const MObject& blendShape) {
-    switch (mode_) {
-        case Mode::kInvert:
-            replaceWeights(inverted(), Undo::kWeights);
-            return done(1);
-        case Mode::kTrim:
-            replaceWeights(trimmed(), Undo::kWeights);
-            return done(1);
-        case Mode::kFreeze:
-            return freeze(blendShape);
-        default:
-            return mirror();
-    }
-}
-
-MStatus blendShapeEditWeights::done(int result) {
-    setResult(result);
-    return MS::kSuccess;
-}
-
-/// Stores a list in place of the one that was read.
-void blendShapeEditWeights::replaceWeights(const WeightList& weights, Undo undo) {
-    undo_ = undo;
-    setWeightValues(aliveObject(blendShape_), target_, weights.vertices, weights.values);
-}
-
-/// Stores weights from outside: without those near 1, except in the base weights, and nothing at
-/// all where each is exactly 1.
-void blendShapeEditWeights::setWeights(const WeightList& weights, Undo undo) {
-    WeightList written;
+/// Weights from outside as they are stored: without those near 1, except in the base weights, and
+/// nothing at all where each is exactly 1.
+WeightList blendShapeEditWeights::storable(const WeightList& weights) const {
+    WeightList stored;
     double sum = 0.0;
     for (unsigned int k = 0; k < weights.vertices.length(); ++k) {
         const double value = weights.values[k];
         sum += value;
         if (target_ == kBaseWeights) {
-            written.append(weights.vertices[k], value);
+            stored.append(weights.vertices[k], value);
         } else {
-            written.appendUnlessOne(weights.vertices[k], value);
+            stored.appendUnlessOne(weights.vertices[k], value);
         }
     }
     const bool areAllOne = sum == static_cast<double>(weights.vertices.length());
-    replaceWeights(areAllOne ? WeightList() : written, undo);
+    return areAllOne ? WeightList() : stored;
 }
 
 /// Every vertex of the mesh gets 1 minus its weight; without a mesh nothing is left.
-WeightList blendShapeEditWeights::inverted() const {
+CallOutcome blendShapeEditWeights::invert() {
     WeightList weights;
     const std::vector<double> dense = stored_.dense(positions_.length());
     for (unsigned int vertex = 0; vertex < positions_.length(); ++vertex) {
@@ -309,30 +309,38 @@ WeightList blendShapeEditWeights::inverted() const {
             weights.appendUnlessOne(static_cast<int>(vertex), value);
         }
     }
-    return weights;
+    return apply(Change::kWeights, weights);
 }
 
-MStatus blendShapeEditWeights::mirror() {
+CallOutcome blendShapeEditWeights::mirror() {
+    return findMirrored(false);
+}
+
+CallOutcome blendShapeEditWeights::flip() {
+    return findMirrored(true);
+}
+
+CallOutcome blendShapeEditWeights::findMirrored(bool flips) {
     MIntArray partners;
     MString error;
-    if (!findPartners(search_, stored_.vertices, partners, error)) return fail(error);
+    if (!findPartners(search_, stored_.vertices, partners, error)) return CallOutcome::refused(error);
     WeightList weights;
     unsigned int skippedCount = 0;
     for (unsigned int k = 0; k < partners.length(); ++k) {
         if (static_cast<unsigned int>(partners[k]) < positions_.length()) {
-            passOn(stored_.vertices[k], partners[k], stored_.values[k], weights);
+            passOn(stored_.vertices[k], partners[k], stored_.values[k], flips, weights);
         } else {
             ++skippedCount;
         }
     }
     if (search_.isOrderBased) showSkippedComponents(skippedCount);
-    replaceWeights(weights, mode_ == Mode::kMirror ? Undo::kWeights : Undo::kNothing);
-    return done(1);
+    return apply(Change::kWeights, weights);
 }
 
 /// Appends what becomes of the weight of a vertex with a partner on the mesh.
-void blendShapeEditWeights::passOn(int vertex, int partner, double weight, WeightList& weights) const {
-    if (mode_ == Mode::kFlip) {
+void blendShapeEditWeights::passOn(int vertex, int partner, double weight, bool flips,
+                                   WeightList& weights) const {
+    if (flips) {
         weights.appendUnlessOne(partner, weight);
         return;
     }
@@ -345,7 +353,7 @@ void blendShapeEditWeights::passOn(int vertex, int partner, double weight, Weigh
 }
 
 /// Keeps the weights of one side. Those on the plane become one half, or 1 where they are less.
-WeightList blendShapeEditWeights::trimmed() const {
+CallOutcome blendShapeEditWeights::trim() {
     WeightList weights;
     for (unsigned int k = 0; k < stored_.vertices.length(); ++k) {
         const int vertex = stored_.vertices[k];
@@ -358,7 +366,7 @@ WeightList blendShapeEditWeights::trimmed() const {
             weights.appendUnlessOne(vertex, weight);
         }
     }
-    return weights;
+    return apply(Change::kWeights, weights);
 }
 
 bool blendShapeEditWeights::isOnPlane(int vertex) const {
@@ -366,38 +374,43 @@ bool blendShapeEditWeights::isOnPlane(int vertex) const {
 }
 
 /// Multiplies the weights into the deltas of all items of the target, so that the shape stays
-/// without them.
-MStatus blendShapeEditWeights::freeze(const MObject& blendShape) {
-    const MIntArray items = getTargetItemIndices(blendShape, target_);
-    // Base weights, or weights of a target without shapes: nothing that they could go into.
-    if (items.length() == 0) return done(0);
-    hasItem_ = false;
-    undo_ = Undo::kFrozen;
-    std::vector<TargetDeltas> before;
-    before.reserve(items.length());
+/// without them. Base weights, and those of a target without items, just go.
+CallOutcome blendShapeEditWeights::freeze() {
+    TargetEditor targets(aliveObject(blendShape_));
+    const MIntArray items = getTargetItemIndices(targets.blendShape(), target_);
+    frozen_.clear();
     for (unsigned int k = 0; k < items.length(); ++k) {
-        before.push_back(readDeltas(blendShape, target_, items[k]));
-        const MStatus status = freezeItem(blendShape, items[k], before[k]);
-        if (status) continue;
-        // The weights stay, so that no item must have them in its deltas.
-        for (unsigned int frozen = 0; frozen < k; ++frozen)
-            writeDeltas(blendShape, target_, items[frozen], before[frozen], ErrorResult::kZero);
-        return status;
+        TargetDeltas deltas = targets.read(target_, items[k]);
+        // What an empty item gets on the way is a zero delta, whatever its weight.
+        if (deltas.vertices.length() == 0) deltas.vertices.append(0);
+        if (deltas.points.length() == 0) deltas.points.append(MPoint::origin);
+        scale(deltas);
+        frozen_.push_back({items[k], deltas});
     }
-    clearElements(getWeightsPlug(blendShape, target_));
-    return done(1);
+    change_ = Change::kFrozen;
+    const CallOutcome outcome = write();
+    if (outcome.isDone()) setResult(1);
+    return outcome;
 }
 
-MStatus blendShapeEditWeights::freezeItem(const MObject& blendShape, int item, const TargetDeltas& before) {
-    if (item == item_) {
-        deltas_ = before;
-        hasItem_ = true;
+/// Gives all items their frozen deltas, and removes the weights; all or nothing.
+CallOutcome blendShapeEditWeights::writeFrozen(TargetEditor& targets) {
+    std::vector<TargetDeltas> before;
+    before.reserve(frozen_.size());
+    savedItem_.forget();
+    if (hasTargetItem(targets.blendShape(), target_, item_)) savedItem_.save(targets, target_, item_);
+    for (const FrozenItem& frozen : frozen_) {
+        before.push_back(targets.read(target_, frozen.item));
+        CallOutcome outcome = targets.initialiseEmpty(target_, frozen.item, before.back());
+        if (outcome.isDone()) outcome = targets.write(target_, frozen.item, frozen.deltas);
+        if (outcome.isDone()) continue;
+        // The weights stay, so that no item must have them in its deltas.
+        for (std::size_t k = 0; k + 1 < before.size(); ++k)
+            targets.write(target_, frozen_[k].item, before[k]);
+        return outcome;
     }
-    TargetDeltas deltas = before;
-    const MStatus status = completeEmptyDeltas(blendShape, target_, item, deltas, ErrorResult::kZero);
-    if (!status) return status;
-    scale(deltas);
-    return writeDeltas(blendShape, target_, item, deltas, ErrorResult::kZero);
+    clearElements(getWeightsPlug(targets.blendShape(), target_));
+    return CallOutcome();
 }
 
 void blendShapeEditWeights::scale(TargetDeltas& deltas) const {
@@ -411,32 +424,32 @@ void blendShapeEditWeights::scale(TargetDeltas& deltas) const {
 }
 
 /// Sets the selected vertices to the value, or all. The values 1 and -1 clear the list instead.
-MStatus blendShapeEditWeights::flush() {
+CallOutcome blendShapeEditWeights::flush() {
     WeightList weights;
-    const bool isForSelection = selectedVertices_.length() > 0;
     for (unsigned int k = 0; k < selectedVertices_.length(); ++k)
         weights.append(selectedVertices_[k], flushValue_);
-    if (isForSelection) {
-        undo_ = Undo::kWeights;
-        setElements(getWeightsPlug(aliveObject(blendShape_), target_), weights.vertices, weights.values);
-        return done(1);
-    }
+    if (!weights.isEmpty()) return apply(Change::kSelectedWeights, weights);
     if (flushValue_ > -1.0 && flushValue_ != 1.0) {
         for (unsigned int vertex = 0; vertex < positions_.length(); ++vertex)
             weights.append(static_cast<int>(vertex), flushValue_);
     }
-    replaceWeights(weights, Undo::kWeights);
-    return done(1);
+    return apply(Change::kWeights, weights);
 }
 
-MStatus blendShapeEditWeights::exportWeights() {
+CallOutcome blendShapeEditWeights::deleteWeights() {
+    return apply(Change::kWeights, WeightList());
+}
+
+CallOutcome blendShapeEditWeights::exportWeights() {
+    if (isSkin_) return exportToSkin();
     const WeightList weights = isPaint_ ? paint_->read() : stored_;
-    if (weights.isEmpty()) return fail("No weights to export");
-    constexpr const char* kWriteError = "Unable to open file for writing";
+    if (weights.isEmpty()) return CallOutcome::refused("No weights to export");
     OutputFile file;
-    if (!file.open(fileName_.asUTF8())) return fail(kWriteError);
+    if (!file.open(fileName_.asUTF8())) return CallOutcome::refused(kWriteError);
     file.write(weightFileText(weights, isJsonFile(fileName_.asUTF8())));
-    return file.close() ? done(1) : fail(kWriteError);
+    if (!file.close()) return CallOutcome::refused(kWriteError);
+    setResult(1);
+    return CallOutcome();
 }
 
 bool blendShapeEditWeights::readFile(WeightList& weights) const {
@@ -446,24 +459,31 @@ bool blendShapeEditWeights::readFile(WeightList& weights) const {
     return true;
 }
 
-MStatus blendShapeEditWeights::importWeights() {
+CallOutcome blendShapeEditWeights::importWeights() {
+    if (isSkin_) return importFromSkin();
     WeightList weights;
-    if (!readFile(weights)) return fail(kReadError);
-    if (weights.isEmpty()) return done(0);
-    if (isPaint_) {
-        MString error;
-        if (!paint_->show(weights, error)) return fail(error);
-        undo_ = Undo::kPaint;
-    } else {
-        setWeights(weights, Undo::kNothing);
+    if (!readFile(weights)) return CallOutcome::refused(kReadError);
+    if (weights.isEmpty()) {
+        setResult(0);
+        return CallOutcome();
     }
-    return done(1);
+    if (isPaint_) return apply(Change::kPaint, weights);
+    isUndone_ = false;
+    return apply(Change::kWeights, storable(weights));
+}
+
+CallOutcome blendShapeEditWeights::addWeights() {
+    return combine(1.0);
+}
+
+CallOutcome blendShapeEditWeights::subtractWeights() {
+    return combine(-1.0);
 }
 
 /// Adds the weights of a file to the stored ones, or takes them away, vertex by vertex of the file.
-MStatus blendShapeEditWeights::combine() {
+CallOutcome blendShapeEditWeights::combine(double sign) {
     WeightList change;
-    if (!readFile(change)) return fail(kReadError);
+    if (!readFile(change)) return CallOutcome::refused(kReadError);
     const unsigned int vertexCount = positions_.length();
     const std::vector<double> current = stored_.dense(vertexCount);
     WeightList weights;
@@ -471,51 +491,45 @@ MStatus blendShapeEditWeights::combine() {
     for (unsigned int k = 0; k < change.vertices.length(); ++k) {
         const auto vertex = static_cast<unsigned int>(change.vertices[k]);
         if (vertex >= vertexCount) continue;
-        const double value =
-            mode_ == Mode::kAdd ? current[vertex] + change.values[k] : current[vertex] - change.values[k];
+        const double value = current[vertex] + sign * change.values[k];
         const double rounded = round5(value);
         combined[vertex] = rounded < 0.0 ? 0.0 : (rounded > 1.0 ? 1.0 : value);
     }
     for (unsigned int vertex = 0; vertex < vertexCount; ++vertex)
         weights.append(static_cast<int>(vertex), combined[vertex]);
-    setWeights(weights, Undo::kNothing);
-    return done(1);
+    return apply(Change::kWeights, storable(weights));
 }
 
-MStatus blendShapeEditWeights::exportToSkin() {
+CallOutcome blendShapeEditWeights::exportToSkin() {
     WeightList weights;
     for (unsigned int k = 0; k < stored_.vertices.length(); ++k) {
         if (static_cast<unsigned int>(stored_.vertices[k]) >= positions_.length()) continue;
         weights.append(stored_.vertices[k], stored_.values[k]);
     }
-    if (weights.isEmpty()) return done(0);
-    undo_ = Undo::kSkin;
-    const MStatus status = skin_.write(positions_.length(), weights);
-    return status ? done(1) : fail("Error setting skin weights.", status);
+    if (!weights.isEmpty()) return apply(Change::kSkin, weights);
+    setResult(0);
+    return CallOutcome();
 }
 
-MStatus blendShapeEditWeights::importFromSkin() {
+CallOutcome blendShapeEditWeights::importFromSkin() {
     WeightList weights;
     const MStatus status = skin_.read(positions_.length(), weights);
-    if (!status) return fail("Error getting skin weights.", status);
-    setWeights(weights, Undo::kWeights);
-    return done(1);
+    if (!status) return CallOutcome::failed("Error getting skin weights.", status);
+    return apply(Change::kWeights, storable(weights));
 }
 
-MStatus blendShapeEditWeights::undoIt() {
-    const Undo undo = undo_;
-    undo_ = Undo::kNothing;
-    if (undo == Undo::kSkin) return skin_.restore();
-    if (undo == Undo::kPaint) paint_->restore();
-    if (undo != Undo::kWeights && undo != Undo::kFrozen) return MS::kSuccess;
+CallOutcome blendShapeEditWeights::restore() {
+    if (!hasChanged_) return CallOutcome();
+    hasChanged_ = false;
+    if (change_ == Change::kSkin) {
+        const MStatus status = skin_.restore();
+        return status ? CallOutcome() : CallOutcome::failed("", status);
+    }
+    if (change_ == Change::kPaint) paint_->restore();
+    if (change_ == Change::kPaint) return CallOutcome();
     const MObject blendShape = aliveObject(blendShape_);
     // The user may have deleted the node by hand.
-    if (blendShape.isNull()) return MS::kSuccess;
+    if (blendShape.isNull()) return CallOutcome();
     setWeightValues(blendShape, target_, stored_.vertices, stored_.values);
-    if (undo != Undo::kFrozen || !hasItem_) return MS::kSuccess;
-    return writeDeltas(blendShape, target_, item_, deltas_, ErrorResult::kNothing);
-}
-
-bool blendShapeEditWeights::isUndoable() const {
-    return true;
+    return change_ == Change::kFrozen ? savedItem_.restore() : CallOutcome();
 }

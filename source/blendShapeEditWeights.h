@@ -1,21 +1,16 @@
 #pragma once
 
 #include <maya/MArgDatabase.h>
-#include <maya/MArgList.h>
-#include <maya/MDoubleArray.h>
 #include <maya/MFloatPointArray.h>
 #include <maya/MIntArray.h>
 #include <maya/MObject.h>
 #include <maya/MObjectHandle.h>
-#include <maya/MPlug.h>
-#include <maya/MPxCommand.h>
-#include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MSyntax.h>
 
 #include <memory>
 #include <vector>
 
+#include "commandSupport.h"
 #include "common.h"
 #include "mirrorPartners.h"
 #include "paintDisplay.h"
@@ -25,80 +20,85 @@
 
 /// dv_blendShapeEditWeights: reads and rewrites the weights of one target, or the base weights.
 ///
-/// One call does one thing: the first in the order of Mode that is asked for. Weights near 1 are
+/// One call does one thing: the first in the table of modes that is asked for. Weights near 1 are
 /// stored as no element. The result is the indices or weights asked for, or 1, or 0 where there was
 /// nothing to work on or an error. Undo restores the weights, the deltas of the item in question,
 /// the paint display or the skin weights; what flipping, adding, subtracting and importing a file
-/// made stays.
-class blendShapeEditWeights : public MPxCommand {
+/// made stays. Redo writes what the call wrote.
+class blendShapeEditWeights : public CommandOf<blendShapeEditWeights> {
   public:
     static constexpr const char* kName = "dv_blendShapeEditWeights";
+    static const CommandInfo& info();
 
-    static void* creator();
-    static MSyntax newSyntax();
-
-    MStatus doIt(const MArgList& arguments) override;
-    MStatus undoIt() override;
-    MStatus redoIt() override;
-    bool isUndoable() const override;
+  protected:
+    CallOutcome read(const MArgDatabase& arguments) override;
+    CallOutcome edit() override;
+    CallOutcome redo() override;
+    CallOutcome restore() override;
 
   private:
-    enum class Mode {
-        kGetIndices,
-        kGetWeights,
-        kSetWeights,
-        kInvert,
-        kMirror,
-        kFlip,
-        kTrim,
-        kFreeze,
-        kFlush,
-        kDelete,
-        kExport,
-        kImport,
-        kAdd,
-        kSubtract,
-        kNone
+    /// One thing that the command can do.
+    struct Mode {
+        const char* flag;
+        CallOutcome (blendShapeEditWeights::*run)();
+        /// Changes nothing, and so may ask for the weights of a target that does not exist: it has none.
+        bool isQuery;
+        /// The flag asks for the original mesh, also beside another flag that decides what is done.
+        bool needsMesh;
+        /// Without stored weights there is nothing to do.
+        bool needsWeights;
+        /// Whether undo puts back what was overwritten; not so where a file replaced the weights.
+        bool isUndone;
     };
 
-    /// What the last redoIt has changed and undoIt is to put back.
-    enum class Undo { kNothing, kWeights, kFrozen, kPaint, kSkin };
+    /// What redo has to write again.
+    enum class Change { kNothing, kWeights, kSelectedWeights, kFrozen, kPaint, kSkin };
 
-    static Mode readMode(const MArgDatabase& arguments);
+    /// An item with the deltas that freezing gives it.
+    struct FrozenItem {
+        int item;
+        TargetDeltas deltas;
+    };
+
+    static const std::vector<Mode>& modes();
     void readFlags(const MArgDatabase& arguments);
-    bool readObjects(const MObject& blendShape, const MString& meshName, const MString& orderName,
-                     MString& error);
-    static bool needsMesh(const MArgDatabase& arguments);
-    bool isQuery() const;
-    bool hasTarget(const MObject& blendShape) const;
+    CallOutcome readObjects(const MArgDatabase& arguments, const MObject& blendShape);
+    bool readMeshes(const MString& meshName, const MString& orderName, MString& error);
     bool areWeightsComplete(MString& error) const;
+    bool isQuery() const { return mode_ == nullptr || mode_->isQuery; }
+    CallOutcome checkTarget(const MObject& blendShape) const;
 
-    MStatus run(const MObject& blendShape);
-    MStatus editStored(const MObject& blendShape);
-    MStatus done(int result);
-    void replaceWeights(const WeightList& weights, Undo undo);
-    void setWeights(const WeightList& weights, Undo undo);
+    CallOutcome getIndices();
+    CallOutcome getWeights();
+    CallOutcome setWeights();
+    CallOutcome invert();
+    CallOutcome mirror();
+    CallOutcome flip();
+    CallOutcome trim();
+    CallOutcome freeze();
+    CallOutcome flush();
+    CallOutcome deleteWeights();
+    CallOutcome exportWeights();
+    CallOutcome importWeights();
+    CallOutcome addWeights();
+    CallOutcome subtractWeights();
 
-    WeightList inverted() const;
-    WeightList trimmed() const;
-    MStatus mirror();
-    void passOn(int vertex, int partner, double weight, WeightList& weights) const;
-    MStatus freeze(const MObject& blendShape);
-    MStatus freezeItem(const MObject& blendShape, int item, const TargetDeltas& before);
+    CallOutcome apply(Change change, const WeightList& weights);
+    CallOutcome write();
+    CallOutcome writeFrozen(TargetEditor& targets);
+    WeightList storable(const WeightList& weights) const;
+    CallOutcome findMirrored(bool flips);
+    void passOn(int vertex, int partner, double weight, bool flips, WeightList& weights) const;
     void scale(TargetDeltas& deltas) const;
-    MStatus flush();
-
     bool readFile(WeightList& weights) const;
-    MStatus exportWeights();
-    MStatus importWeights();
-    MStatus combine();
-    MStatus exportToSkin();
-    MStatus importFromSkin();
+    CallOutcome combine(double sign);
+    CallOutcome exportToSkin();
+    CallOutcome importFromSkin();
 
     float coordinate(int vertex) const { return positions_[static_cast<unsigned int>(vertex)][axisIndex_]; }
     bool isOnPlane(int vertex) const;
 
-    Mode mode_ = Mode::kNone;
+    const Mode* mode_ = nullptr;
     bool keepsAll_ = false;
     bool isPositive_ = true;
     bool isPaint_ = false;
@@ -111,16 +111,18 @@ class blendShapeEditWeights : public MPxCommand {
     PartnerSearch search_;
     unsigned int axisIndex_ = 0;
 
-    bool isChecked_ = false;  // all checks have passed: there is something to redo
-    bool hasMesh_ = false;    // the search has a mesh
+    bool hasMesh_ = false;  // the search has a mesh
     MObjectHandle blendShape_;
     MIntArray selectedVertices_;
     SkinInfluence skin_;
     std::unique_ptr<PaintDisplay> paint_;
     MFloatPointArray positions_;  // of the original mesh, in object space; empty without one
 
-    WeightList stored_;  // before the command
-    Undo undo_ = Undo::kNothing;
-    bool hasItem_ = false;  // freezing has changed the item in question
-    TargetDeltas deltas_;   // of it, before the command
+    Change change_ = Change::kNothing;
+    WeightList written_;              // by the change
+    std::vector<FrozenItem> frozen_;  // likewise
+    bool isUndone_ = false;           // undo puts back what the change overwrites
+    bool hasChanged_ = false;         // there is something to undo
+    WeightList stored_;               // before the last edit or redo
+    SavedItem savedItem_;             // the item in question, likewise
 };

@@ -6,30 +6,12 @@
 
 #include <utility>
 
-#include "commandSupport.h"
 #include "common.h"
 #include "dataFile.h"
 #include "jsonText.h"
 #include "targetDeltas.h"
 
 namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{
-        blendShapeExportData::kName,
-        "Export blend shape targets to a json file.",
-        {{"-cn", "-channelName", MSyntax::kString, "channel name (multi use)", true},
-         {"-d", "-delta", MSyntax::kNoArg, "export deltas"},
-         {"-fn", "-fileName", MSyntax::kString, "file name for export"},
-         {"-i", "-index", MSyntax::kLong, "target index (multi use)", true}},
-        "dv_blendShapeExportData -d -fn <string> -i <int> -cn <string>",
-        "int"};
-    return command;
-}
-
-MStatus fail(const char* text) {
-    return reportError(text, ErrorResult::kZero, ErrorSink::kGlobal, MS::kSuccess);
-}
 
 /// An item of a target that has deltas.
 struct Item {
@@ -66,32 +48,37 @@ void writeItem(const Item& item, bool isLast, JsonWriter& writer) {
 
 }  // namespace
 
-void* blendShapeExportData::creator() {
-    return new blendShapeExportData();
+const CommandInfo& blendShapeExportData::info() {
+    static const CommandInfo description{
+        kName,
+        "Export blend shape targets to a json file.",
+        {{"-cn", "-channelName", MSyntax::kString, "channel name (multi use)", true},
+         {"-d", "-delta", MSyntax::kNoArg, "export deltas"},
+         {"-fn", "-fileName", MSyntax::kString, "file name for export"},
+         {"-i", "-index", MSyntax::kLong, "target index (multi use)", true}},
+        "dv_blendShapeExportData -d -fn <string> -i <int> -cn <string>",
+        "int",
+        false,
+        ErrorResult::kZero};
+    return description;
 }
 
-MSyntax blendShapeExportData::newSyntax() {
-    return makeSyntax(info());
+CallOutcome blendShapeExportData::read(const MArgDatabase& arguments) {
+    channelNames_ = readFlagUses<MString>(arguments, "-cn");
+    readFlag(arguments, "-fn", fileName_);
+    targets_ = readFlagUses<int>(arguments, "-i");
+    const CallOutcome outcome = readBlendShape(arguments, blendShape_);
+    if (!outcome.isDone()) return outcome;
+    if (!arguments.isFlagSet("-d")) return CallOutcome::refused("No operation mode defined.");
+    if (fileName_.length() == 0) return CallOutcome::refused("Missing export file path.");
+    if (channelNames_.empty()) return CallOutcome::refused("Missing channel names.");
+    if (targets_.empty()) return CallOutcome::refused("Missing index list.");
+    return outcome;
 }
 
-MStatus blendShapeExportData::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    channelNames_ = readFlagUses<MString>(database, "-cn");
-    readFlag(database, "-fn", fileName_);
-    targets_ = readFlagUses<int>(database, "-i");
-    const MStatus status = getBlendShapeNode(database, ErrorResult::kZero, blendShape_);
-    if (!status) return status;
-    if (!database.isFlagSet("-d")) return fail("No operation mode defined.");
-    if (fileName_.length() == 0) return fail("Missing export file path.");
-    if (channelNames_.empty()) return fail("Missing channel names.");
-    if (targets_.empty()) return fail("Missing index list.");
-    return redoIt();
-}
-
-MStatus blendShapeExportData::redoIt() {
+CallOutcome blendShapeExportData::edit() {
     OutputFile file;
-    if (!file.open(fileName_.asUTF8())) return fail("Unable to open file for writing.");
+    if (!file.open(fileName_.asUTF8())) return CallOutcome::refused("Unable to open file for writing.");
     const std::size_t last = lastWithItems();
     JsonWriter writer;
     writer.write("{\n");
@@ -102,10 +89,10 @@ MStatus blendShapeExportData::redoIt() {
         writer.clear();
     }
     file.write("}");
-    if (!file.close()) return fail("Unable to open file for writing.");
-    if (!hasItems) return fail("No items to export");
+    if (!file.close()) return CallOutcome::refused("Unable to open file for writing.");
+    if (!hasItems) return CallOutcome::refused("No items to export");
     setResult(1);
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
 /// Place in the list of the last target that is going to be written: no comma comes after it.
@@ -134,12 +121,4 @@ bool blendShapeExportData::writeTarget(std::size_t position, bool isLast, JsonWr
     writer.closeObject(2, true);
     writer.closeObject(1, isLast);
     return !items.empty();
-}
-
-MStatus blendShapeExportData::undoIt() {
-    return MS::kSuccess;
-}
-
-bool blendShapeExportData::isUndoable() const {
-    return false;
 }

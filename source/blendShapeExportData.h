@@ -1,16 +1,15 @@
 #pragma once
 
-#include <maya/MArgList.h>
 #include <maya/MObject.h>
-#include <maya/MPxCommand.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MSyntax.h>
 
 #include <cstddef>
 #include <vector>
 
 class JsonWriter;
+
+#include "commandSupport.h"
 
 /// dv_blendShapeExportData: writes the deltas of targets, in-betweens included, to a file that
 /// dv_blendShapeImportData reads (targetDataFile.h shows the layout).
@@ -19,17 +18,14 @@ class JsonWriter;
 /// so is an item with fewer points than vertices. A target for which no channel name is given gets
 /// an empty one. The result is 1 after a written file, 0 after an error; when there was nothing to
 /// export the file is left without a target. The scene stays as it is.
-class blendShapeExportData : public MPxCommand {
+class blendShapeExportData : public CommandOf<blendShapeExportData> {
   public:
     static constexpr const char* kName = "dv_blendShapeExportData";
+    static const CommandInfo& info();
 
-    static void* creator();
-    static MSyntax newSyntax();
-
-    MStatus doIt(const MArgList& arguments) override;
-    MStatus undoIt() override;
-    MStatus redoIt() override;
-    bool isUndoable() const override;
+  protected:
+    CallOutcome read(const MArgDatabase& arguments) override;
+    CallOutcome edit() override;
 
   private:
     std::size_t lastWithItems() const;

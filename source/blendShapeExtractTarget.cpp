@@ -1,124 +1,96 @@
 #include "blendShapeExtractTarget.h"
 
 #include <maya/MArgDatabase.h>
-#include <maya/MFnBlendShapeDeformer.h>
+#include <maya/MFloatPointArray.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnMesh.h>
-#include <maya/MGlobal.h>
-#include <maya/MObjectArray.h>
 
-#include "commandSupport.h"
+#include "deltaBaker.h"
 #include "meshObject.h"
 
-namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{
-        blendShapeExtractTarget::kName,
+const CommandInfo& blendShapeExtractTarget::info() {
+    static const CommandInfo description{
+        kName,
         "Extracts an existing blend shape target.",
         {{"-i", "-index", MSyntax::kLong, "index of the source target channel"},
          {"-om", "-originalMesh", MSyntax::kString, "original shape node"},
          {"-ti", "-targetItem", MSyntax::kLong, "channel item to extract, i.e. 6000"}},
         "dv_blendShapeExtractTarget -i <int> -ti <int> -om <string>",
-        "string"};
-    return command;
+        "string",
+        true,
+        ErrorResult::kEmptyString};
+    return description;
 }
 
-}  // namespace
-
-void* blendShapeExtractTarget::creator() {
-    return new blendShapeExtractTarget();
-}
-
-MSyntax blendShapeExtractTarget::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus blendShapeExtractTarget::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
+CallOutcome blendShapeExtractTarget::read(const MArgDatabase& arguments) {
     MString originalName;
-    readFlag(database, "-i", target_);
-    readFlag(database, "-om", originalName);
-    readFlag(database, "-ti", item_);
+    readFlag(arguments, "-i", target_);
+    readFlag(arguments, "-om", originalName);
+    readFlag(arguments, "-ti", item_);
     MObject blendShape;
-    const MStatus status = getBlendShapeNode(database, ErrorResult::kEmptyString, blendShape);
-    if (!status) return status;
+    CallOutcome outcome = readBlendShape(arguments, blendShape);
+    if (!outcome.isDone()) return outcome;
     MObject original;
     // The checks of the mesh end the command without an error status; scripts depend on that.
-    if (!getMeshShape(originalName, kMeshError, ErrorResult::kEmptyString, original)) {
-        return MS::kSuccess;
-    }
+    outcome = readMeshShape(originalName, kMeshError, original);
+    if (!outcome.isDone()) return outcome;
     blendShape_ = blendShape;
     originalMesh_ = original;
-    isChecked_ = true;
-    return redoIt();
+    return outcome;
 }
 
-MStatus blendShapeExtractTarget::redoIt() {
-    // A call that answered -help or failed a check may still be queued.
-    if (!isChecked_) return MS::kSuccess;
-    extracted_ = MObjectHandle();
+CallOutcome blendShapeExtractTarget::edit() {
+    return extract(false);
+}
+
+CallOutcome blendShapeExtractTarget::redo() {
+    return extract(true);
+}
+
+/// @param bringsBack  the mesh of an earlier run gets the points, where it can be had
+CallOutcome blendShapeExtractTarget::extract(bool bringsBack) {
+    TargetDeltas deltas;
+    CallOutcome outcome = readTarget(deltas);
+    if (!outcome.isDone()) return outcome;
+    DeltaBaker baker(aliveObject(originalMesh_));
+    outcome = baker.bake(deltas);
+    if (!outcome.isDone()) {
+        // Deliberate: what could not be used stays, for the user to look at.
+        baker.leaveInScene();
+        return outcome;
+    }
+    if (!bringsBack || !extracted_.bringBack()) return create(baker.deformedShape());
+    MFloatPointArray points;
+    MFnMesh(baker.deformedShape()).getPoints(points, MSpace::kObject);
+    extracted_.setPoints(points);
+    return outcome;
+}
+
+/// The deltas to be extracted. An empty item gets a zero delta, so that the user's deformer holds a valid one
+/// afterwards; what is extracted stays empty.
+CallOutcome blendShapeExtractTarget::readTarget(TargetDeltas& deltas) const {
     const MObject blendShape = aliveObject(blendShape_);
-    // An empty item gets a zero delta, so that the user's deformer holds a valid item afterwards; what is
-    // extracted stays empty.
-    const TargetDeltas deltas = readDeltas(blendShape, target_, item_);
-    MStatus status = initialiseEmptyDeltas(blendShape, target_, item_, deltas, ErrorResult::kEmptyString);
-    if (!status) return status;
-    MObject extracted;
-    status = extract(deltas, extracted);
-    if (!status) return status;
-    extracted_ = extracted;
-    present(extracted);
-    return MS::kSuccess;
-}
-
-/// Bakes the deltas into a new mesh, with the help of a blend shape on copies of the original mesh that
-/// are gone afterwards.
-MStatus blendShapeExtractTarget::extract(const TargetDeltas& deltas, MObject& extracted) {
-    const MObject original = aliveObject(originalMesh_);
-    MFnMesh baseMesh;
-    MObject base = baseMesh.copy(original, MObject::kNullObj);
-    MFnMesh targetMesh;
-    MObject target = targetMesh.copy(original, MObject::kNullObj);
-    const MObject targetShape = targetMesh.object();
-
-    MFnBlendShapeDeformer deformer;
-    const MObject node = deformer.create(base, MFnBlendShapeDeformer::kLocalOrigin);
-    MObjectArray bases;
-    deformer.getBaseObjects(bases);
-    // An original that is gone or holds no geometry has no deformer; writing the deltas reports it.
-    if (bases.length() > 0) deformer.addTarget(bases[0], 0, targetShape, 1.0);
-    deformer.setWeight(0, 1.0F);
-    // The target mesh stays connected; the deltas that are written now count in its place.
-    const MStatus status = writeDeltas(node, 0, kFullItem, deltas, ErrorResult::kEmptyString);
-    if (!status) return status;
-
-    MFnMesh extractedMesh;
-    extracted = extractedMesh.copy(MFnDagNode(base).child(0), MObject::kNullObj);
-    MGlobal::deleteNode(base);
-    MGlobal::deleteNode(target);
-    return MS::kSuccess;
+    if (blendShape.isNull()) return CallOutcome::failed(kBlendShapeGone);
+    TargetEditor targets(blendShape);
+    const CallOutcome outcome = targets.checkItem(target_, item_);
+    if (!outcome.isDone()) return outcome;
+    deltas = targets.read(target_, item_);
+    return targets.initialiseEmpty(target_, item_, deltas);
 }
 
 /// Shades and names the new mesh like an object that the user made. The result is the name asked for, not
 /// what the host may make of it.
-void blendShapeExtractTarget::present(const MObject& extracted) {
-    MFnDagNode mesh(extracted);
-    MGlobal::executeCommand("sets -e -forceElement initialShadingGroup " + mesh.fullPathName(), false, false);
+CallOutcome blendShapeExtractTarget::create(const MObject& deformed) {
+    MFnMesh copier;
+    extracted_.set(copier.copy(deformed, MObject::kNullObj));
+    MFnDagNode mesh(extracted_.transform());
     const MString name = mesh.name() + "_" + item_;
     mesh.setName(name);
     setResult(name);
+    return CallOutcome();
 }
 
-MStatus blendShapeExtractTarget::undoIt() {
-    MObject extracted = aliveObject(extracted_);
-    // The user may have deleted the mesh by hand.
-    if (!extracted.isNull()) MGlobal::deleteNode(extracted);
-    extracted_ = MObjectHandle();
-    return MS::kSuccess;
-}
-
-bool blendShapeExtractTarget::isUndoable() const {
-    return true;
+CallOutcome blendShapeExtractTarget::restore() {
+    extracted_.remove();
+    return CallOutcome();
 }

@@ -11,33 +11,11 @@
 #include <array>
 #include <vector>
 
-#include "commandSupport.h"
 #include "common.h"
 #include "dataFile.h"
 #include "targetDeltas.h"
 
 namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{
-        blendShapeImportData::kName,
-        // The words of the export command; scripts that read help texts know them here, too.
-        "Export blend shape targets to a json file.",
-        {{"-d", "-delta", MSyntax::kNoArg, "import deltas"},
-         {"-di", "-destinationIndex", MSyntax::kLong, "destination target index for -remap (multi use)",
-          true},
-         {"-fn", "-fileName", MSyntax::kString, "file name for import"},
-         {"-ld", "-listDeltas", MSyntax::kNoArg, "return a list with all delta items of the file"},
-         {"-rm", "-remap", MSyntax::kNoArg, "remap indices"},
-         {"-si", "-sourceIndex", MSyntax::kLong, "source target index for -remap (multi use)", true}},
-        "dv_blendShapeImportData -d -fn <string>",
-        "int"};
-    return command;
-}
-
-MStatus fail(const char* text) {
-    return reportError(text, ErrorResult::kZero, ErrorSink::kGlobal, MS::kSuccess);
-}
 
 MStringArray toStringArray(const std::vector<std::string>& texts) {
     MStringArray array;
@@ -48,67 +26,77 @@ MStringArray toStringArray(const std::vector<std::string>& texts) {
 
 }  // namespace
 
-void* blendShapeImportData::creator() {
-    return new blendShapeImportData();
+const CommandInfo& blendShapeImportData::info() {
+    static const CommandInfo description{
+        kName,
+        // The words of the export command; scripts that read help texts know them here, too.
+        "Export blend shape targets to a json file.",
+        {{"-d", "-delta", MSyntax::kNoArg, "import deltas"},
+         {"-di", "-destinationIndex", MSyntax::kLong, "destination target index for -remap (multi use)",
+          true},
+         {"-fn", "-fileName", MSyntax::kString, "file name for import"},
+         {"-ld", "-listDeltas", MSyntax::kNoArg, "return a list with all delta items of the file"},
+         {"-rm", "-remap", MSyntax::kNoArg, "remap indices"},
+         {"-si", "-sourceIndex", MSyntax::kLong, "source target index for -remap (multi use)", true}},
+        "dv_blendShapeImportData -d -fn <string>",
+        "int",
+        false,
+        ErrorResult::kZero};
+    return description;
 }
 
-MSyntax blendShapeImportData::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus blendShapeImportData::doIt(const MArgList& arguments) {
-    MStatus status;
-    const MArgDatabase database(syntax(), arguments, &status);
+CallOutcome blendShapeImportData::read(const MArgDatabase& arguments) {
     // Without a check of its own a call that the host could not read would seem to lack its flags.
-    if (!status) return reportError("Error getting objects", ErrorResult::kZero, ErrorSink::kGlobal, status);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    importsDeltas_ = database.isFlagSet("-d");
-    remap_.destinations = readFlagUses<int>(database, "-di");
-    readFlag(database, "-fn", fileName_);
-    listsDeltas_ = database.isFlagSet("-ld");
-    remaps_ = database.isFlagSet("-rm");
-    remap_.sources = readFlagUses<int>(database, "-si");
+    if (!argumentStatus()) return CallOutcome::failed("Error getting objects", argumentStatus());
+    importsDeltas_ = arguments.isFlagSet("-d");
+    remap_.destinations = readFlagUses<int>(arguments, "-di");
+    readFlag(arguments, "-fn", fileName_);
+    listsDeltas_ = arguments.isFlagSet("-ld");
+    remaps_ = arguments.isFlagSet("-rm");
+    remap_.sources = readFlagUses<int>(arguments, "-si");
     if (importsDeltas_) {
-        status = getBlendShapeNode(database, ErrorResult::kZero, blendShape_);
-        if (!status) return status;
+        const CallOutcome outcome = readBlendShape(arguments, blendShape_);
+        if (!outcome.isDone()) return outcome;
     }
     if (remaps_ && remap_.sources.size() != remap_.destinations.size()) {
-        return fail("The number of indices for source and destination needs to match.");
+        return CallOutcome::refused("The number of indices for source and destination needs to match.");
     }
-    if (!importsDeltas_ && !listsDeltas_) return fail("No operation mode defined.");
-    if (fileName_.length() == 0) return fail("Missing export file path.");
-    return redoIt();
+    if (!importsDeltas_ && !listsDeltas_) return CallOutcome::refused("No operation mode defined.");
+    return fileName_.length() > 0 ? CallOutcome() : CallOutcome::refused("Missing export file path.");
 }
 
-MStatus blendShapeImportData::redoIt() {
+CallOutcome blendShapeImportData::edit() {
     FileContent file;
-    if (!file.read(fileName_.asUTF8())) return fail("Unable to open file for reading.");
+    if (!file.read(fileName_.asUTF8())) return CallOutcome::refused("Unable to open file for reading.");
     if (importsDeltas_) {
-        const MIntArray targets = getTargetIndices(blendShape_);
+        const MIntArray targets = getWeightIndices(blendShape_);
         for (unsigned int k = 0; k < targets.length(); ++k)
             existing_.insert(targets[k]);
     }
+    TargetEditor targets(blendShape_);
     const std::vector<std::string> list =
-        readTargetData(file.text(), remaps_ ? &remap_ : nullptr, [this](const TargetItem& item) {
-            if (importsDeltas_) importItem(item);
+        readTargetData(file.text(), remaps_ ? &remap_ : nullptr, [&](const TargetItem& item) {
+            if (importsDeltas_) importItem(targets, item);
         });
     if (listsDeltas_) {
         setResult(toStringArray(list));
     } else {
         setResult(hasFailed_ ? 0 : 1);
     }
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
-/// Writes an item of the file into the node. A failure is reported by the writing itself.
-void blendShapeImportData::importItem(const TargetItem& item) {
+/// Writes an item of the file into the node, or shows why it cannot.
+void blendShapeImportData::importItem(TargetEditor& targets, const TargetItem& item) {
     const unsigned int count = static_cast<unsigned int>(item.vertices.size());
     TargetDeltas deltas{MIntArray(item.vertices.data(), count), MPointArray(count)};
     for (unsigned int k = 0; k < count; ++k) {
         const std::array<double, 3>& point = item.points[k];
         deltas.points[k] = MPoint(point[0], point[1], point[2]);
     }
-    if (!writeDeltas(blendShape_, item.target, item.item, deltas, ErrorResult::kZero)) {
+    const CallOutcome outcome = targets.write(item.target, item.item, deltas);
+    if (!outcome.isDone()) {
+        report(outcome);
         hasFailed_ = true;
         return;
     }
@@ -134,12 +122,4 @@ std::string blendShapeImportData::freeAlias(const TargetItem& item) const {
          ++number)
         alias = wanted + std::to_string(number);
     return alias;
-}
-
-MStatus blendShapeImportData::undoIt() {
-    return MS::kSuccess;
-}
-
-bool blendShapeImportData::isUndoable() const {
-    return false;
 }

@@ -1,16 +1,15 @@
 #pragma once
 
-#include <maya/MArgList.h>
 #include <maya/MObject.h>
-#include <maya/MPxCommand.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MSyntax.h>
 
 #include <string>
 #include <unordered_set>
 
+#include "commandSupport.h"
 #include "targetDataFile.h"
+#include "targetDeltas.h"
 
 /// dv_blendShapeImportData: lists what a file of dv_blendShapeExportData holds, or writes its
 /// deltas into a blend shape.
@@ -21,20 +20,17 @@
 /// reported and the others are imported. The result of a listing is a string array, also when
 /// deltas are imported at the same time; of an import alone 1, or 0 when something could not be
 /// written. Not undoable.
-class blendShapeImportData : public MPxCommand {
+class blendShapeImportData : public CommandOf<blendShapeImportData> {
   public:
     static constexpr const char* kName = "dv_blendShapeImportData";
+    static const CommandInfo& info();
 
-    static void* creator();
-    static MSyntax newSyntax();
-
-    MStatus doIt(const MArgList& arguments) override;
-    MStatus undoIt() override;
-    MStatus redoIt() override;
-    bool isUndoable() const override;
+  protected:
+    CallOutcome read(const MArgDatabase& arguments) override;
+    CallOutcome edit() override;
 
   private:
-    void importItem(const TargetItem& item);
+    void importItem(TargetEditor& targets, const TargetItem& item);
     void addWeight(const TargetItem& item);
     std::string freeAlias(const TargetItem& item) const;
 

@@ -1,5 +1,6 @@
 #include "blendShapeMirrorTarget.h"
 
+#include <maya/MArgDatabase.h>
 #include <maya/MFloatPointArray.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnDependencyNode.h>
@@ -8,16 +9,14 @@
 #include <maya/MStringArray.h>
 
 #include <unordered_map>
+#include <vector>
 
-#include "commandSupport.h"
-#include "mirroredDeltas.h"
+#include "itemCompanions.h"
 #include "symmetryPlane.h"
 
-namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{
-        blendShapeMirrorTarget::kName,
+const CommandInfo& blendShapeMirrorTarget::info() {
+    static const CommandInfo description{
+        kName,
         "Mirrors an existing blend shape target.",
         {{"-ax", "-axis", MSyntax::kString, "symmetry axis (optional, default: x)"},
          {"-dir", "-direction", MSyntax::kBoolean, "direction (optional, default: 1; positive to negative)"},
@@ -40,44 +39,35 @@ const CommandInfo& info() {
           "mirror mode (0: mirror, 1: copy to opposite, 2: apply to opposite)"}},
         "dv_blendShapeMirrorTarget -ax <string> -dir <int> -f <int> -ib <int> -m <string> -om <string> "
         "-si <int> -t <int> -ti <int> -tn <string> -tol <float> -tit <int>",
-        "int"};
-    return command;
+        "int",
+        true,
+        ErrorResult::kZero};
+    return description;
 }
 
-MStatus fail(const MString& text, const MStatus& status = MS::kSuccess) {
-    return reportError(text, ErrorResult::kZero, ErrorSink::kGlobal, status);
-}
-
-}  // namespace
-
-void* blendShapeMirrorTarget::creator() {
-    return new blendShapeMirrorTarget();
-}
-
-MSyntax blendShapeMirrorTarget::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus blendShapeMirrorTarget::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
+CallOutcome blendShapeMirrorTarget::read(const MArgDatabase& arguments) {
     MString originalName;
     MString orderName;
     MString tweakName;
-    readFlags(database);
-    readFlag(database, "-om", originalName);
-    readFlag(database, "-ob", orderName);
-    readFlag(database, "-tm", tweakName);
+    readFlags(arguments);
+    readFlag(arguments, "-om", originalName);
+    readFlag(arguments, "-ob", orderName);
+    readFlag(arguments, "-tm", tweakName);
     MObject blendShape;
-    const MStatus status = getBlendShapeNode(database, ErrorResult::kZero, blendShape);
-    if (!status) return status;
-    if (originalName.length() == 0) return fail(kMeshError);
+    const CallOutcome outcome = readBlendShape(arguments, blendShape);
+    if (!outcome.isDone()) return outcome;
+    if (originalName.length() == 0) return CallOutcome::refused(kMeshError);
     MString error;
-    if (!readSearchMeshes(originalName, orderName, tweakName, search_, tweakMesh_, error)) return fail(error);
-    if (!isAxisText(search_.axis)) return fail(kAxisError);
+    if (!readSearchMeshes(originalName, orderName, tweakName, search_, tweakMesh_, error)) {
+        return CallOutcome::refused(error);
+    }
+    if (!isAxisText(search_.axis)) return CallOutcome::refused(kAxisError);
+    if (type_ == kNewTarget && mesh_.length() == 0) {
+        return CallOutcome::refused(
+            "The -mesh flag is missing. It names the deformed mesh, which a new target needs.");
+    }
     blendShape_ = blendShape;
-    isChecked_ = true;
-    return redoIt();
+    return outcome;
 }
 
 void blendShapeMirrorTarget::readFlags(const MArgDatabase& arguments) {
@@ -98,48 +88,46 @@ void blendShapeMirrorTarget::readFlags(const MArgDatabase& arguments) {
     search_.tolerance = static_cast<float>(search_.tolerance);
 }
 
-MStatus blendShapeMirrorTarget::redoIt() {
-    // A call that answered -help or failed a check may still be queued.
-    if (!isChecked_) return MS::kSuccess;
+CallOutcome blendShapeMirrorTarget::edit() {
     hasWritten_ = false;
     const MObject blendShape = aliveObject(blendShape_);
-    if (blendShape.isNull() || !search_.mesh.isAlive()) {
-        return fail(kBlendShapeOrMeshGone, MS::kFailure);
-    }
-    MStatus status = readSource(blendShape);
-    if (!status) return status;
+    if (blendShape.isNull() || !search_.mesh.isAlive()) return CallOutcome::failed(kBlendShapeOrMeshGone);
+    TargetEditor targets(blendShape);
+    CallOutcome outcome = checkTargets(targets);
+    if (outcome.isDone()) outcome = readSource(targets);
+    if (!outcome.isDone()) return outcome;
     MIntArray partners;
     MString error;
     if (!findPartners(search_, source_.vertices, partners, error)) {
-        isChecked_ = false;
-        return fail(error);
+        // A zero delta in an empty target stays, an in-between for nothing does not.
+        if (hasNewItem_) destination_.restore();
+        return CallOutcome::refused(error);
     }
-    if (type_ == kNewTarget) status = addTarget(blendShape);
-    if (!status) return fail("Unable to create the target " + targetName_ + ".", status);
+    if (type_ == kNewTarget) outcome = addTarget(blendShape);
+    if (!outcome.isDone()) return outcome;
     if (flips_) isPositiveSource_ = !isPositiveSource_;
-
-    MFloatPointArray positions;
-    MFnMesh(search_.mesh.path()).getPoints(positions, MSpace::kObject);
-    MirrorRule rule;
-    rule.axis = axisIndex(search_.axis);
-    rule.isPositiveSource = isPositiveSource_;
-    rule.mirrorsBothSides = flips_ || type_ >= kOtherTarget;
-    rule.isInPlace = type_ == kInPlace;
-    rule.tolerance = search_.tolerance * 0.1;
-    const MirroredDeltas mirrored = mirrorDeltas(rule, source_, partners, positions);
+    const MirroredDeltas mirrored = mirror(partners);
     if (search_.isOrderBased) showSkippedComponents(mirrored.skippedCount);
-    return write(blendShape, mirrored.deltas);
+    return write(targets, mirrored.deltas);
+}
+
+/// Whether there is something to read, and the target to write to unless it is to be made.
+CallOutcome blendShapeMirrorTarget::checkTargets(const TargetEditor& targets) const {
+    const CallOutcome outcome = targets.checkItem(sourceTarget_, item_);
+    const bool isNew = type_ == kNewTarget && target_ >= 0;
+    return outcome.isDone() && !isNew ? targets.checkTarget(target_) : outcome;
 }
 
 /// Reads the deltas to be mirrored, and those that an existing destination has.
-MStatus blendShapeMirrorTarget::readSource(const MObject& blendShape) {
-    source_ = readDeltas(blendShape, sourceTarget_, item_);
-    const MStatus status = completeEmptyDeltas(blendShape, sourceTarget_, item_, source_, ErrorResult::kZero);
-    if (!status) return status;
+CallOutcome blendShapeMirrorTarget::readSource(TargetEditor& targets) {
+    source_ = targets.read(sourceTarget_, item_);
+    const CallOutcome outcome = targets.completeEmpty(sourceTarget_, item_, source_);
+    if (!outcome.isDone()) return outcome;
     if (!search_.isOrderBased && skippedComponents_.length() > 0) removeSkippedComponents();
-    if (type_ != kOtherTarget) return status;
-    destination_ = readDeltas(blendShape, target_, item_);
-    return initialiseEmptyDeltas(blendShape, target_, item_, destination_, ErrorResult::kZero);
+    hasNewItem_ = item_ != kFullItem && !hasTargetItem(targets.blendShape(), target_, item_);
+    if (type_ != kOtherTarget) return outcome;
+    destination_.save(targets, target_, item_);
+    return targets.initialiseEmpty(target_, item_, destination_.deltas());
 }
 
 /// A component that is named n times loses its last n entries.
@@ -165,11 +153,11 @@ void blendShapeMirrorTarget::removeSkippedComponents() {
 }
 
 /// Adds the target to the deformer, without deltas.
-MStatus blendShapeMirrorTarget::addTarget(const MObject& blendShape) {
+CallOutcome blendShapeMirrorTarget::addTarget(const MObject& blendShape) {
     MStatus status;
     MFnMesh copier;
     MObject copy = copier.copy(search_.mesh.path().node(), MObject::kNullObj, &status);
-    if (!status) return status;
+    if (!status) return CallOutcome::failed("Unable to create the target " + targetName_ + ".", status);
     MFnDagNode target(copy);
     target.setName(targetName_);
     targetName_ = target.name();
@@ -181,61 +169,79 @@ MStatus blendShapeMirrorTarget::addTarget(const MObject& blendShape) {
                                          MFnDependencyNode(blendShape).name(),
                                      false, false);
     MGlobal::deleteNode(copy);
-    return status;
+    return status ? CallOutcome()
+                  : CallOutcome::failed("Unable to create the target " + targetName_ + ".", status);
 }
 
-MStatus blendShapeMirrorTarget::write(const MObject& blendShape, const TargetDeltas& mirrored) {
+MirroredDeltas blendShapeMirrorTarget::mirror(const MIntArray& partners) const {
+    MFloatPointArray positions;
+    MFnMesh(search_.mesh.path()).getPoints(positions, MSpace::kObject);
+    MirrorRule rule;
+    rule.axis = axisIndex(search_.axis);
+    rule.isPositiveSource = isPositiveSource_;
+    rule.mirrorsBothSides = flips_ || type_ >= kOtherTarget;
+    rule.isInPlace = type_ == kInPlace;
+    rule.tolerance = search_.tolerance * 0.1;
+    return mirrorDeltas(rule, source_, partners, positions);
+}
+
+CallOutcome blendShapeMirrorTarget::write(TargetEditor& targets, const TargetDeltas& mirrored) {
     hasWritten_ = true;
     tweakedVertices_.clear();
-    MStatus status = writeDeltas(blendShape, target_, item_, mirrored, ErrorResult::kZero, "mirrored ");
-    if (status && tweakMesh_.isAlive()) status = writeTweaks(mirrored);
-    if (status) setResult(1);
-    return status;
+    CallOutcome outcome = targets.write(target_, item_, mirrored, "mirrored ");
+    if (outcome.isDone() && tweakMesh_.isAlive()) outcome = writeTweaks(mirrored);
+    if (outcome.isDone()) setResult(1);
+    return outcome;
 }
 
-MStatus blendShapeMirrorTarget::writeTweaks(const TargetDeltas& mirrored) {
+CallOutcome blendShapeMirrorTarget::writeTweaks(const TargetDeltas& mirrored) {
     const MObject mesh = tweakMesh_.path().node();
     tweaks_.clear();
     MStatus status = getTweakPoints(mesh, mirrored.vertices, tweaks_);
-    if (!status) return fail("Error getting tweak data.", status);
+    if (!status) return CallOutcome::failed("Error getting tweak data.", status);
     tweakedVertices_ = mirrored.vertices;
     status = setTweakPoints(mesh, mirrored.vertices, mirrored.points);
-    return status ? status : fail("Error setting tweak data.", status);
+    return status ? CallOutcome() : CallOutcome::failed("Error setting tweak data.", status);
 }
 
-MStatus blendShapeMirrorTarget::undoIt() {
+CallOutcome blendShapeMirrorTarget::restore() {
     const MObject blendShape = aliveObject(blendShape_);
-    if (!hasWritten_) return MS::kSuccess;
+    if (!hasWritten_) return hasNewItem_ ? destination_.restore() : CallOutcome();
     hasWritten_ = false;
     // The user may have deleted either node by hand.
-    if (!blendShape.isNull()) {
-        const MStatus status = restoreTarget(blendShape);
-        if (!status) return status;
-    }
-    if (tweakedVertices_.length() == 0 || !tweakMesh_.isAlive()) return MS::kSuccess;
+    const CallOutcome outcome = blendShape.isNull() ? CallOutcome() : restoreTarget(blendShape);
+    if (!outcome.isDone() || tweakedVertices_.length() == 0 || !tweakMesh_.isAlive()) return outcome;
     const MStatus status = setTweakPoints(tweakMesh_.path().node(), tweakedVertices_, tweaks_);
-    return status ? status : fail("Error setting tweak data.", status);
+    return status ? CallOutcome() : CallOutcome::failed("Error setting tweak data.", status);
 }
 
-MStatus blendShapeMirrorTarget::restoreTarget(const MObject& blendShape) {
-    if (type_ == kInPlace) return writeDeltas(blendShape, target_, item_, source_, ErrorResult::kNothing);
-    if (type_ == kOtherTarget)
-        return writeDeltas(blendShape, target_, item_, destination_, ErrorResult::kNothing);
-    if (type_ != kNewTarget) return MS::kSuccess;
+CallOutcome blendShapeMirrorTarget::restoreTarget(const MObject& blendShape) {
+    if (type_ == kOtherTarget) return destination_.restore();
+    if (type_ == kNewTarget) return removeTarget(blendShape);
+    if (hasNewItem_) {
+        removeTargetItem(blendShape, target_, item_);
+        return CallOutcome();
+    }
+    if (type_ != kInPlace) return CallOutcome();
+    TargetEditor targets(blendShape);
+    targets.keepQuiet();
+    return targets.write(target_, item_, source_);
+}
+
+/// Takes the new target out of the deformer again.
+CallOutcome blendShapeMirrorTarget::removeTarget(const MObject& blendShape) const {
     MFnDependencyNode deformer(blendShape);
     const MString node = deformer.name();
     // Not always the name of the target: the host numbers an alias that another target has.
     const MString alias = deformer.plugsAlias(
         deformer.findPlug("weight", false).elementByLogicalIndex(static_cast<unsigned int>(target_)));
     const MString group = node + ".it[0].itg[" + target_ + "]";
-    MString command;
-    if (!isInBetween_) command += "removeMultiInstance -b 1 " + node + ".w[" + target_ + "];";
-    command += "removeMultiInstance -b 1 " + group + ".iti[" + item_ + "];";
-    if (!isInBetween_) command += "removeMultiInstance -b 1 " + group + ";";
-    if (!isInBetween_ && alias.length() > 0) command += "aliasAttr -rm " + node + "." + alias + ";";
-    return MGlobal::executeCommand(command, false, false);
-}
-
-bool blendShapeMirrorTarget::isUndoable() const {
-    return true;
+    MString text;
+    if (!isInBetween_) text += "removeMultiInstance -b 1 " + node + ".w[" + target_ + "];";
+    text += "removeMultiInstance -b 1 " + group + ".iti[" + item_ + "];";
+    if (!isInBetween_) text += "removeMultiInstance -b 1 " + group + ";";
+    if (!isInBetween_ && alias.length() > 0) text += "aliasAttr -rm " + node + "." + alias + ";";
+    const MStatus status = MGlobal::executeCommand(text, false, false);
+    if (isInBetween_) ItemCompanions::removeInfo(blendShape, target_, item_);
+    return status ? CallOutcome() : CallOutcome::failed("", status);
 }

@@ -13,19 +13,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "commandSupport.h"
-
 namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{blendShapeRemoveDeltas::kName,
-                                     "Removes the blend shape deltas for the selected components.",
-                                     {{"-i", "-index", MSyntax::kLong, "index of the source target channel"},
-                                      {"-ti", "-targetItem", MSyntax::kLong, "target position"}},
-                                     "dv_blendShapeRemoveDeltas -i <int> -ti <int>",
-                                     "int"};
-    return command;
-}
 
 /// A set of vertices of one mesh, as a mark for each.
 class VertexSet {
@@ -50,7 +38,7 @@ class VertexSet {
 };
 
 /// The vertices that a component consists of, or that its edges or faces join.
-VertexSet verticesOf(const MDagPath& mesh, const MObject& component) {
+VertexSet verticesOf(const MDagPath& mesh, MObject component) {
     VertexSet vertices(MFnMesh(mesh).numVertices());
     if (component.hasFn(MFn::kMeshVertComponent)) {
         for (MItMeshVertex vertex(mesh, component); !vertex.isDone(); vertex.next())
@@ -91,54 +79,43 @@ TargetDeltas deltasWithout(const VertexSet& removed, const TargetDeltas& deltas)
 
 }  // namespace
 
-void* blendShapeRemoveDeltas::creator() {
-    return new blendShapeRemoveDeltas();
+const CommandInfo& blendShapeRemoveDeltas::info() {
+    static const CommandInfo description{
+        kName,
+        "Removes the blend shape deltas for the selected components.",
+        {{"-i", "-index", MSyntax::kLong, "index of the source target channel"},
+         {"-ti", "-targetItem", MSyntax::kLong, "target position"}},
+        "dv_blendShapeRemoveDeltas -i <int> -ti <int>",
+        "int",
+        true,
+        ErrorResult::kZero};
+    return description;
 }
 
-MSyntax blendShapeRemoveDeltas::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus blendShapeRemoveDeltas::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    readFlag(database, "-i", target_);
-    readFlag(database, "-ti", item_);
+CallOutcome blendShapeRemoveDeltas::read(const MArgDatabase& arguments) {
+    readFlag(arguments, "-i", target_);
+    readFlag(arguments, "-ti", item_);
     MObject blendShape;
-    const MStatus status = getBlendShapeNode(database, ErrorResult::kZero, blendShape);
-    if (!status) return status;
+    const CallOutcome outcome = readBlendShape(arguments, blendShape);
     blendShape_ = blendShape;
-    isChecked_ = true;
-    return redoIt();
+    return outcome;
 }
 
-MStatus blendShapeRemoveDeltas::redoIt() {
-    // A call that answered -help or failed a check may still be queued.
-    if (!isChecked_) return MS::kSuccess;
-    hasWritten_ = false;
+CallOutcome blendShapeRemoveDeltas::edit() {
     const MObject blendShape = aliveObject(blendShape_);
-    if (blendShape.isNull()) {
-        return reportError(kBlendShapeGone, ErrorResult::kZero, ErrorSink::kGlobal, MS::kFailure);
-    }
+    if (blendShape.isNull()) return CallOutcome::failed(kBlendShapeGone);
+    TargetEditor targets(blendShape);
+    CallOutcome outcome = targets.checkItem(target_, item_);
+    if (!outcome.isDone()) return outcome;
     const VertexSet selected = selectedVertices();
-    saved_ = readDeltas(blendShape, target_, item_);
-    hasWritten_ = true;
+    saved_.save(targets, target_, item_);
     // An item without lists is what a reset makes valid, so that is what it is passed off as.
-    const MStatus status =
-        selected.isEmpty()
-            ? initialiseEmptyDeltas(blendShape, target_, item_, TargetDeltas(), ErrorResult::kZero)
-            : writeDeltas(blendShape, target_, item_, deltasWithout(selected, saved_), ErrorResult::kZero);
-    if (status) setResult(1);
-    return status;
+    outcome = selected.isEmpty() ? targets.initialiseEmpty(target_, item_, TargetDeltas())
+                                 : targets.write(target_, item_, deltasWithout(selected, saved_.deltas()));
+    if (outcome.isDone()) setResult(1);
+    return outcome;
 }
 
-MStatus blendShapeRemoveDeltas::undoIt() {
-    const MObject blendShape = aliveObject(blendShape_);
-    if (!hasWritten_ || blendShape.isNull()) return MS::kSuccess;
-    hasWritten_ = false;
-    return writeDeltas(blendShape, target_, item_, saved_, ErrorResult::kZero);
-}
-
-bool blendShapeRemoveDeltas::isUndoable() const {
-    return true;
+CallOutcome blendShapeRemoveDeltas::restore() {
+    return saved_.restore();
 }

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <maya/MArgList.h>
 #include <maya/MObjectHandle.h>
-#include <maya/MPxCommand.h>
-#include <maya/MStatus.h>
-#include <maya/MSyntax.h>
 
+#include "commandSupport.h"
 #include "common.h"
 #include "targetDeltas.h"
 
@@ -13,24 +10,20 @@
 ///
 /// The components of the first selected object count, whatever mesh it is; with none selected the item is
 /// reset to a single zero delta. A redo goes by what is selected then. The result is 1, or 0 after an error.
-/// Undo puts back the deltas that the item had; one that was empty is empty then, but there.
-class blendShapeRemoveDeltas : public MPxCommand {
+/// Undo puts back the deltas that the item had; a full item that was empty is empty then, but there.
+class blendShapeRemoveDeltas : public CommandOf<blendShapeRemoveDeltas> {
   public:
     static constexpr const char* kName = "dv_blendShapeRemoveDeltas";
+    static const CommandInfo& info();
 
-    static void* creator();
-    static MSyntax newSyntax();
-
-    MStatus doIt(const MArgList& arguments) override;
-    MStatus undoIt() override;
-    MStatus redoIt() override;
-    bool isUndoable() const override;
+  protected:
+    CallOutcome read(const MArgDatabase& arguments) override;
+    CallOutcome edit() override;
+    CallOutcome restore() override;
 
   private:
     int target_ = 0;
     int item_ = kFullItem;
-    bool isChecked_ = false;   // all checks of doIt have passed
-    bool hasWritten_ = false;  // the last redoIt came as far as the target
     MObjectHandle blendShape_;
-    TargetDeltas saved_;  // of the item, before the last redoIt
+    SavedItem saved_;
 };

@@ -6,13 +6,9 @@
 #include <maya/MPoint.h>
 #include <maya/MSelectionList.h>
 
-#include "commandSupport.h"
-
-namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{
-        blendShapeReplaceTarget::kName,
+const CommandInfo& blendShapeReplaceTarget::info() {
+    static const CommandInfo description{
+        kName,
         "Replaces an existing blend shape target.",
         {{"-i", "-index", MSyntax::kLong, "index of the source target channel"},
          {"-m", "-mesh", MSyntax::kString, "target mesh"},
@@ -24,44 +20,29 @@ const CommandInfo& info() {
           false,
           {nullptr, nullptr, "<float>"}}},
         "dv_blendShapeReplaceTarget -i <int> -m <string> -om <string> -ti <float>",
-        "int"};
-    return command;
+        "int",
+        true,
+        ErrorResult::kZero};
+    return description;
 }
 
-MStatus fail(const MString& text, const MStatus& status = MS::kSuccess) {
-    return reportError(text, ErrorResult::kZero, ErrorSink::kGlobal, status);
-}
-
-}  // namespace
-
-void* blendShapeReplaceTarget::creator() {
-    return new blendShapeReplaceTarget();
-}
-
-MSyntax blendShapeReplaceTarget::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus blendShapeReplaceTarget::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
+CallOutcome blendShapeReplaceTarget::read(const MArgDatabase& arguments) {
     MString newName;
     MString originalName;
-    readFlag(database, "-i", target_);
-    readFlag(database, "-m", newName);
-    readFlag(database, "-om", originalName);
-    readFlag(database, "-ti", item_);
+    readFlag(arguments, "-i", target_);
+    readFlag(arguments, "-m", newName);
+    readFlag(arguments, "-om", originalName);
+    readFlag(arguments, "-ti", item_);
     MObject blendShape;
-    const MStatus status = getBlendShapeNode(database, ErrorResult::kZero, blendShape);
-    if (!status) return status;
+    const CallOutcome outcome = readBlendShape(arguments, blendShape);
+    if (!outcome.isDone()) return outcome;
     MString error;
-    if (!readMeshes(newName, originalName, error)) return fail(error);
+    if (!readMeshes(newName, originalName, error)) return CallOutcome::refused(error);
     blendShape_ = blendShape;
-    isChecked_ = true;
-    return redoIt();
+    return outcome;
 }
 
-/// Sets the two meshes from the names, which must stand for mesh shapes.
+/// Sets the two meshes from the names, which must be those of mesh shapes.
 bool blendShapeReplaceTarget::readMeshes(const MString& newName, const MString& originalName,
                                          MString& error) {
     MSelectionList list;
@@ -85,26 +66,22 @@ bool blendShapeReplaceTarget::readMeshes(const MString& newName, const MString& 
     return true;
 }
 
-MStatus blendShapeReplaceTarget::redoIt() {
-    // A call that answered -help or failed a check may still be queued.
-    if (!isChecked_) return MS::kSuccess;
-    hasWritten_ = false;
+CallOutcome blendShapeReplaceTarget::edit() {
     const MObject blendShape = aliveObject(blendShape_);
     if (blendShape.isNull() || !newMesh_.isAlive() || !originalMesh_.isAlive()) {
-        return fail("The blend shape node or one of the meshes is not in the scene any more.", MS::kFailure);
+        return CallOutcome::failed("The blend shape node or one of the meshes is not in the scene any more.");
     }
+    TargetEditor targets(blendShape);
+    CallOutcome outcome = targets.checkTarget(target_);
+    if (!outcome.isDone()) return outcome;
     TargetDeltas difference;
     MString error;
-    if (!findDifference(difference, error)) {
-        isChecked_ = false;
-        return fail(error);
-    }
-    saved_ = readDeltas(blendShape, target_, item_);
-    hasWritten_ = true;
-    MStatus status = initialiseEmptyDeltas(blendShape, target_, item_, saved_, ErrorResult::kZero);
-    if (status) status = writeDeltas(blendShape, target_, item_, difference, ErrorResult::kZero);
-    if (status) setResult(1);
-    return status;
+    if (!findDifference(difference, error)) return CallOutcome::refused(error);
+    saved_.save(targets, target_, item_);
+    outcome = targets.initialiseEmpty(target_, item_, saved_.deltas());
+    if (outcome.isDone()) outcome = targets.write(target_, item_, difference);
+    if (outcome.isDone()) setResult(1);
+    return outcome;
 }
 
 /// The vertices in which the meshes differ, and how.
@@ -131,13 +108,6 @@ bool blendShapeReplaceTarget::findDifference(TargetDeltas& difference, MString& 
     return true;
 }
 
-MStatus blendShapeReplaceTarget::undoIt() {
-    const MObject blendShape = aliveObject(blendShape_);
-    if (!hasWritten_ || blendShape.isNull()) return MS::kSuccess;
-    hasWritten_ = false;
-    return writeDeltas(blendShape, target_, item_, saved_, ErrorResult::kNothing);
-}
-
-bool blendShapeReplaceTarget::isUndoable() const {
-    return true;
+CallOutcome blendShapeReplaceTarget::restore() {
+    return saved_.restore();
 }

@@ -1,83 +1,69 @@
 #include "blendShapeSetInbetweenPosition.h"
 
 #include <maya/MArgDatabase.h>
-#include <maya/MFnDependencyNode.h>
-#include <maya/MGlobal.h>
-#include <maya/MObject.h>
-#include <maya/MString.h>
 
-#include "commandSupport.h"
-
-namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{blendShapeSetInbetweenPosition::kName,
-                                     "Moves an in-between target to a new position.",
-                                     {{"-i", "-index", MSyntax::kLong, "index of the source target channel"},
-                                      {"-sp", "-sourcePosition", MSyntax::kLong, "current position"},
-                                      {"-tp", "-targetPosition", MSyntax::kLong, "result position"}},
-                                     "dv_blendShapeSetInbetweenPosition -i <int> -sp <int> -tp <int>",
-                                     "int"};
-    return command;
+const CommandInfo& blendShapeSetInbetweenPosition::info() {
+    static const CommandInfo description{
+        kName,
+        "Moves an in-between target to a new position.",
+        {{"-i", "-index", MSyntax::kLong, "index of the source target channel"},
+         {"-sp", "-sourcePosition", MSyntax::kLong, "current position"},
+         {"-tp", "-targetPosition", MSyntax::kLong, "result position"}},
+        "dv_blendShapeSetInbetweenPosition -i <int> -sp <int> -tp <int>",
+        "int",
+        true,
+        ErrorResult::kZero};
+    return description;
 }
 
-}  // namespace
-
-void* blendShapeSetInbetweenPosition::creator() {
-    return new blendShapeSetInbetweenPosition();
-}
-
-MSyntax blendShapeSetInbetweenPosition::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus blendShapeSetInbetweenPosition::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    readFlag(database, "-i", target_);
-    readFlag(database, "-sp", oldItem_);
-    readFlag(database, "-tp", newItem_);
+CallOutcome blendShapeSetInbetweenPosition::read(const MArgDatabase& arguments) {
+    readFlag(arguments, "-i", target_);
+    readFlag(arguments, "-sp", oldItem_);
+    readFlag(arguments, "-tp", newItem_);
     MObject blendShape;
-    const MStatus status = getBlendShapeNode(database, ErrorResult::kZero, blendShape);
-    if (!status) return status;
+    const CallOutcome outcome = readBlendShape(arguments, blendShape);
     blendShape_ = blendShape;
-    isChecked_ = true;
-    return redoIt();
+    return outcome;
 }
 
-MStatus blendShapeSetInbetweenPosition::redoIt() {
-    // A call that answered -help or failed a check may still be queued.
-    if (!isChecked_) return MS::kSuccess;
-    hasMoved_ = false;
+CallOutcome blendShapeSetInbetweenPosition::edit() {
     const MObject blendShape = aliveObject(blendShape_);
-    if (blendShape.isNull()) {
-        return reportError(kBlendShapeGone, ErrorResult::kZero, ErrorSink::kGlobal, MS::kFailure);
-    }
-    deltas_ = readDeltas(blendShape, target_, oldItem_);
-    const MStatus status = initialiseEmptyDeltas(blendShape, target_, oldItem_, deltas_, ErrorResult::kZero);
-    if (!status) return status;
-    removeItem(blendShape, oldItem_);
+    if (blendShape.isNull()) return CallOutcome::failed(kBlendShapeGone);
+    TargetEditor targets(blendShape);
+    CallOutcome outcome = targets.checkItem(target_, oldItem_);
+    if (!outcome.isDone()) return outcome;
+    deltas_ = targets.read(target_, oldItem_);
+    outcome = targets.initialiseEmpty(target_, oldItem_, deltas_);
+    if (!outcome.isDone()) return outcome;
+    companions_.read(blendShape, target_, oldItem_);
     hasMoved_ = true;
-    // A failure is not passed on: the host would not queue the call, and nothing could bring the deltas back.
-    if (writeDeltas(blendShape, target_, newItem_, deltas_, ErrorResult::kZero)) setResult(1);
-    return MS::kSuccess;
+    removeTargetItem(blendShape, target_, oldItem_);
+    ItemCompanions::removeInfo(blendShape, target_, oldItem_);
+    outcome = put(targets, newItem_);
+    if (outcome.isDone()) {
+        setResult(1);
+    } else {
+        // A failure is not passed on: the host would not queue the call, and nothing could bring the deltas
+        // back.
+        report(outcome);
+    }
+    return CallOutcome();
 }
 
-/// Whether that worked is not known.
-void blendShapeSetInbetweenPosition::removeItem(const MObject& blendShape, int item) const {
-    MGlobal::executeCommand("removeMultiInstance -b 1 " + MFnDependencyNode(blendShape).name() +
-                                ".it[0].itg[" + target_ + "].iti[" + item + "]",
-                            false, false);
+/// The mesh comes last, so that the deltas are not taken for those of another mesh.
+CallOutcome blendShapeSetInbetweenPosition::put(TargetEditor& targets, int item) const {
+    const CallOutcome outcome = targets.write(target_, item, deltas_);
+    if (outcome.isDone()) companions_.write(targets.blendShape(), target_, item);
+    return outcome;
 }
 
-MStatus blendShapeSetInbetweenPosition::undoIt() {
+CallOutcome blendShapeSetInbetweenPosition::restore() {
     const MObject blendShape = aliveObject(blendShape_);
-    if (!hasMoved_ || blendShape.isNull()) return MS::kSuccess;
+    if (!hasMoved_ || blendShape.isNull()) return CallOutcome();
     hasMoved_ = false;
-    removeItem(blendShape, newItem_);
-    return writeDeltas(blendShape, target_, oldItem_, deltas_, ErrorResult::kZero);
-}
-
-bool blendShapeSetInbetweenPosition::isUndoable() const {
-    return true;
+    removeTargetItem(blendShape, target_, newItem_);
+    ItemCompanions::removeInfo(blendShape, target_, newItem_);
+    TargetEditor targets(blendShape);
+    targets.keepQuiet();
+    return put(targets, oldItem_);
 }

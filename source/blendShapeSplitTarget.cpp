@@ -1,42 +1,20 @@
 #include "blendShapeSplitTarget.h"
 
 #include <maya/MArgDatabase.h>
-#include <maya/MFloatPoint.h>
-#include <maya/MFnDependencyNode.h>
+#include <maya/MDagPath.h>
+#include <maya/MDoubleArray.h>
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MPoint.h>
 
 #include <algorithm>
 
-#include "commandSupport.h"
 #include "common.h"
 #include "symmetryPlane.h"
 
 namespace {
 
-const CommandInfo& info() {
-    static const CommandInfo command{
-        blendShapeSplitTarget::kName,
-        "Splits an existing blend shape target.",
-        {{"-ax", "-axis", MSyntax::kString, "symmetry axis (optional, default: x)"},
-         {"-b", "-blend", MSyntax::kDouble, "blend width value"},
-         {"-c", "-center", MSyntax::kDouble, "split center position"},
-         {"-i", "-index", MSyntax::kLong, "index of the source target channel"},
-         {"-iv", "-invert", MSyntax::kLong, "switches between the positive or negative side"},
-         {"-om", "-originalMesh", MSyntax::kString, "original shape node"},
-         {"-tol", "-tolerance", MSyntax::kDouble, "tolerance value (optional, default: 0.001)"}},
-        "dv_blendShapeSplitTarget -ax <string> -b <float> -c <float> -i <int> -iv <int> -om <string> -tol "
-        "<float>",
-        "int"};
-    return command;
-}
-
 /// Widens the blend zone a little beyond its upper end, so that a zone of width 0 has a slope.
 constexpr double kZoneMargin = 0.0001;
-
-MStatus fail(const MString& text, const MStatus& status = MS::kSuccess) {
-    return reportError(text, ErrorResult::kZero, ErrorSink::kGlobal, status);
-}
 
 /// Vertices in ascending order, each once.
 MIntArray sorted(MIntArray vertices) {
@@ -50,44 +28,47 @@ MIntArray sorted(MIntArray vertices) {
 
 }  // namespace
 
-void* blendShapeSplitTarget::creator() {
-    return new blendShapeSplitTarget();
+const CommandInfo& blendShapeSplitTarget::info() {
+    static const CommandInfo description{
+        kName,
+        "Splits an existing blend shape target.",
+        {{"-ax", "-axis", MSyntax::kString, "symmetry axis (optional, default: x)"},
+         {"-b", "-blend", MSyntax::kDouble, "blend width value"},
+         {"-c", "-center", MSyntax::kDouble, "split center position"},
+         {"-i", "-index", MSyntax::kLong, "index of the source target channel"},
+         {"-iv", "-invert", MSyntax::kLong, "switches between the positive or negative side"},
+         {"-om", "-originalMesh", MSyntax::kString, "original shape node"},
+         {"-tol", "-tolerance", MSyntax::kDouble, "tolerance value (optional, default: 0.001)"}},
+        "dv_blendShapeSplitTarget -ax <string> -b <float> -c <float> -i <int> -iv <int> -om <string> -tol "
+        "<float>",
+        "int",
+        true,
+        ErrorResult::kZero};
+    return description;
 }
 
-MSyntax blendShapeSplitTarget::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus blendShapeSplitTarget::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
+CallOutcome blendShapeSplitTarget::read(const MArgDatabase& arguments) {
     MString originalName;
-    readFlag(database, "-ax", axis_);
-    readFlag(database, "-b", blend_);
-    readFlag(database, "-c", center_);
-    readFlag(database, "-i", target_);
-    readFlag(database, "-iv", sideFactor_);
-    readFlag(database, "-om", originalName);
-    readFlag(database, "-tol", tolerance_);
+    readFlag(arguments, "-ax", axis_);
+    readFlag(arguments, "-b", blend_);
+    readFlag(arguments, "-c", center_);
+    readFlag(arguments, "-i", target_);
+    readFlag(arguments, "-iv", sideFactor_);
+    readFlag(arguments, "-om", originalName);
+    readFlag(arguments, "-tol", tolerance_);
     MObject blendShape;
-    const MStatus status = getBlendShapeNode(database, ErrorResult::kZero, blendShape);
-    if (!status) return status;
+    CallOutcome outcome = readBlendShape(arguments, blendShape);
+    if (!outcome.isDone()) return outcome;
     MObject original;
-    if (!getMeshShape(originalName, kMeshError, ErrorResult::kZero, original)) {
-        return MS::kSuccess;
-    }
-    if (!isAxisText(axis_)) return fail(kAxisError);
+    outcome = readMeshShape(originalName, kMeshError, original);
+    if (!outcome.isDone()) return outcome;
+    if (!isAxisText(axis_)) return CallOutcome::refused(kAxisError);
     axisIndex_ = static_cast<unsigned int>(axisIndex(axis_));
-    // Without this check a wrong index would count as done, and leave an empty target behind.
-    if (!isBase() && getTargetItemIndices(blendShape, target_).length() == 0) {
-        return fail(MFnDependencyNode(blendShape).name() + " has no target " + target_ + ".");
-    }
     MDagPath path;
     MDagPath::getAPathTo(original, path);
     originalMesh_ = MeshObject(path);
     blendShape_ = blendShape;
-    isChecked_ = true;
-    return redoIt();
+    return outcome;
 }
 
 bool blendShapeSplitTarget::isBase() const {
@@ -98,23 +79,20 @@ bool blendShapeSplitTarget::isHard() const {
     return round5(blend_) == 0.0;
 }
 
-MStatus blendShapeSplitTarget::redoIt() {
-    // A call that answered -help or failed a check may still be queued.
-    if (!isChecked_) return MS::kSuccess;
+CallOutcome blendShapeSplitTarget::edit() {
     hasHalved_ = false;
     const MObject blendShape = aliveObject(blendShape_);
-    if (blendShape.isNull() || !originalMesh_.isAlive()) {
-        return fail(kBlendShapeOrMeshGone, MS::kFailure);
-    }
+    if (blendShape.isNull() || !originalMesh_.isAlive()) return CallOutcome::failed(kBlendShapeOrMeshGone);
+    TargetEditor targets(blendShape);
+    // The base weights are split by the deltas of target 0.
+    CallOutcome outcome = targets.checkTarget(isBase() ? 0 : target_);
+    if (!outcome.isDone()) return outcome;
     MFloatPointArray positions;
     MString error;
-    if (!readMeshPoints(originalMesh_, positions, error)) {
-        isChecked_ = false;
-        return fail(error);
-    }
+    if (!readMeshPoints(originalMesh_, positions, error)) return CallOutcome::refused(error);
     MIntArray listed;
-    MStatus status = readVertices(blendShape, listed);
-    if (!status) return status;
+    outcome = readVertices(targets, listed);
+    if (!outcome.isDone()) return outcome;
     MIntArray vertices;
     MDoubleArray weights;
     for (unsigned int k = 0; k < listed.length(); ++k) {
@@ -126,37 +104,37 @@ MStatus blendShapeSplitTarget::redoIt() {
     }
     if (isBase() && isHard()) {
         hasHalved_ = true;
-        status = writeDeltas(blendShape, 0, kFullItem, halvedDeltas(positions), ErrorResult::kZero);
-        if (!status) return status;
+        outcome = targets.write(0, kFullItem, halvedDeltas(positions));
+        if (!outcome.isDone()) return outcome;
     }
     setWeightValues(blendShape, target_, vertices, weights);
     setResult(1);
-    return MS::kSuccess;
+    return outcome;
 }
 
 /// The vertices that the split is about: those that the deltas of the target move.
-MStatus blendShapeSplitTarget::readVertices(const MObject& blendShape, MIntArray& vertices) {
-    if (!isBase()) return readVerticesOfItems(blendShape, vertices);
-    deltas_ = readDeltas(blendShape, 0, kFullItem);
-    const MStatus status = completeEmptyDeltas(blendShape, 0, kFullItem, deltas_, ErrorResult::kZero);
+CallOutcome blendShapeSplitTarget::readVertices(TargetEditor& targets, MIntArray& vertices) {
+    if (!isBase()) return readVerticesOfItems(targets.blendShape(), vertices);
+    deltas_ = targets.read(0, kFullItem);
+    const CallOutcome outcome = targets.completeEmpty(0, kFullItem, deltas_);
     vertices = deltas_.vertices;
-    return status;
+    return outcome;
 }
 
-MStatus blendShapeSplitTarget::readVerticesOfItems(const MObject& blendShape, MIntArray& vertices) const {
+CallOutcome blendShapeSplitTarget::readVerticesOfItems(const MObject& blendShape, MIntArray& vertices) const {
     const MIntArray items = getTargetItemIndices(blendShape, target_);
     for (unsigned int k = 0; k < items.length(); ++k) {
-        MIntArray listed = getTargetComponents(blendShape, target_, items[k]);
+        MIntArray listed = readDeltas(blendShape, target_, items[k]).vertices;
         if (listed.length() == 0) {
             listed = MIntArray(1, 0);
             const MStatus status = setTargetComponents(blendShape, target_, items[k], listed);
-            if (!status) return fail("Error setting components for empty target.", status);
+            if (!status) return CallOutcome::failed("Error setting components for empty target.", status);
         }
         for (unsigned int element = 0; element < listed.length(); ++element)
             vertices.append(listed[element]);
     }
     vertices = sorted(vertices);
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
 bool blendShapeSplitTarget::isOnPlane(const MFloatPoint& position) const {
@@ -192,13 +170,11 @@ TargetDeltas blendShapeSplitTarget::halvedDeltas(const MFloatPointArray& positio
     return halved;
 }
 
-MStatus blendShapeSplitTarget::undoIt() {
+CallOutcome blendShapeSplitTarget::restore() {
     const MObject blendShape = aliveObject(blendShape_);
-    if (!hasHalved_ || blendShape.isNull()) return MS::kSuccess;
+    if (!hasHalved_ || blendShape.isNull()) return CallOutcome();
     hasHalved_ = false;
-    return writeDeltas(blendShape, 0, kFullItem, deltas_, ErrorResult::kNothing);
-}
-
-bool blendShapeSplitTarget::isUndoable() const {
-    return true;
+    TargetEditor targets(blendShape);
+    targets.keepQuiet();
+    return targets.write(0, kFullItem, deltas_);
 }

@@ -1,16 +1,13 @@
 #pragma once
 
-#include <maya/MArgList.h>
-#include <maya/MDoubleArray.h>
+#include <maya/MFloatPoint.h>
 #include <maya/MFloatPointArray.h>
 #include <maya/MIntArray.h>
 #include <maya/MObject.h>
 #include <maya/MObjectHandle.h>
-#include <maya/MPxCommand.h>
-#include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MSyntax.h>
 
+#include "commandSupport.h"
 #include "meshObject.h"
 #include "targetDeltas.h"
 
@@ -20,23 +17,21 @@
 /// The deltas stay; only a hard split of the base weights halves those of target 0 on the plane and
 /// puts them into it. The result is 1, or 0 after an error. Undo restores these deltas and nothing
 /// else: painted weights stay.
-class blendShapeSplitTarget : public MPxCommand {
+class blendShapeSplitTarget : public CommandOf<blendShapeSplitTarget> {
   public:
     static constexpr const char* kName = "dv_blendShapeSplitTarget";
+    static const CommandInfo& info();
 
-    static void* creator();
-    static MSyntax newSyntax();
-
-    MStatus doIt(const MArgList& arguments) override;
-    MStatus undoIt() override;
-    MStatus redoIt() override;
-    bool isUndoable() const override;
+  protected:
+    CallOutcome read(const MArgDatabase& arguments) override;
+    CallOutcome edit() override;
+    CallOutcome restore() override;
 
   private:
     bool isBase() const;
     bool isHard() const;
-    MStatus readVertices(const MObject& blendShape, MIntArray& vertices);
-    MStatus readVerticesOfItems(const MObject& blendShape, MIntArray& vertices) const;
+    CallOutcome readVertices(TargetEditor& targets, MIntArray& vertices);
+    CallOutcome readVerticesOfItems(const MObject& blendShape, MIntArray& vertices) const;
     bool isOnPlane(const MFloatPoint& position) const;
     double weightAt(const MFloatPoint& position) const;
     TargetDeltas halvedDeltas(const MFloatPointArray& positions) const;
@@ -49,8 +44,7 @@ class blendShapeSplitTarget : public MPxCommand {
     int sideFactor_ = 0;  // times the coordinate: 1 keeps the positive side, -1 the negative one
     double tolerance_ = 0.001;
 
-    bool isChecked_ = false;  // all checks of doIt have passed
-    bool hasHalved_ = false;  // the last redoIt wrote deltas
+    bool hasHalved_ = false;  // the last edit wrote deltas
     MObjectHandle blendShape_;
     MeshObject originalMesh_;
     TargetDeltas deltas_;  // of target 0, where the base weights are split

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <exception>
+#include <new>
 #include <string>
 
 namespace {
@@ -48,9 +50,43 @@ void appendColumn(std::string& line, const char* text, std::size_t width) {
     line.append(width + kColumnGap - std::strlen(text), ' ');
 }
 
+/// Shows the exception that is being handled.
+void showException(const char* entry) noexcept {
+    try {
+        try {
+            throw;
+        } catch (const std::bad_alloc&) {
+            MGlobal::displayError(MString(entry) + ": There is not enough memory. Nothing more was done.");
+        } catch (const std::exception& exception) {
+            MGlobal::displayError(MString(entry) + " stopped: " + exception.what());
+        } catch (...) {
+            MGlobal::displayError(MString(entry) + " stopped by an unknown error.");
+        }
+    } catch (...) {
+        // Not even the message fits the memory: the failure alone tells.
+    }
+}
+
 }  // namespace
 
-MSyntax makeSyntax(const CommandInfo& command) {
+MStatus guardEntry(const char* entry, const std::function<MStatus()>& work,
+                   const std::function<void()>& recover) noexcept {
+    try {
+        return work();
+    } catch (...) {
+        showException(entry);
+    }
+    try {
+        if (recover) recover();
+    } catch (...) {
+        showException(entry);
+    }
+    return MS::kFailure;
+}
+
+namespace {
+
+MSyntax declareSyntax(const CommandInfo& command) {
     MSyntax syntax;
     syntax.addFlag(helpFlag().shortName, helpFlag().longName, helpFlag().type);
     for (const FlagInfo& flag : command.flags) {
@@ -62,6 +98,17 @@ MSyntax makeSyntax(const CommandInfo& command) {
         syntax.useSelectionAsDefault(true);
     }
     return syntax;
+}
+
+}  // namespace
+
+MSyntax makeSyntax(const CommandInfo& command) {
+    try {
+        return declareSyntax(command);
+    } catch (...) {
+        showException(command.name);
+        return MSyntax();
+    }
 }
 
 MString helpText(const CommandInfo& command) {
@@ -94,47 +141,105 @@ MString helpText(const CommandInfo& command) {
     return text.c_str();
 }
 
-bool answerHelp(const MArgDatabase& arguments, const CommandInfo& command) {
-    if (!arguments.isFlagSet(helpFlag().shortName)) return false;
-    MPxCommand::setResult(helpText(command));
-    return true;
+CallOutcome CallOutcome::refused(const MString& error, ErrorSink sink) {
+    CallOutcome outcome = failed(error, MS::kFailure, sink);
+    outcome.status_ = MS::kSuccess;
+    return outcome;
 }
 
-MStatus reportError(const MString& text, ErrorResult result, ErrorSink sink, const MStatus& status) {
-    if (sink == ErrorSink::kGlobal) {
-        MGlobal::displayError(text);
-    } else {
-        MPxCommand::displayError(text);
+CallOutcome CallOutcome::failed(const MString& error, const MStatus& status, ErrorSink sink) {
+    CallOutcome outcome;
+    outcome.isDone_ = false;
+    outcome.error_ = error;
+    outcome.sink_ = sink;
+    outcome.status_ = status;
+    return outcome;
+}
+
+CallOutcome CallOutcome::asRefused() const {
+    CallOutcome outcome = *this;
+    outcome.status_ = MS::kSuccess;
+    return outcome;
+}
+
+CallOutcome CallOutcome::withResult(ErrorResult result) const {
+    CallOutcome outcome = *this;
+    outcome.hasOwnResult_ = true;
+    outcome.result_ = result;
+    return outcome;
+}
+
+MStatus CallOutcome::report(ErrorResult usual) const {
+    if (isDone_) return MS::kSuccess;
+    if (error_.length() > 0) {
+        if (sink_ == ErrorSink::kGlobal) {
+            MGlobal::displayError(error_);
+        } else {
+            MPxCommand::displayError(error_);
+        }
     }
+    const ErrorResult result = hasOwnResult_ ? result_ : usual;
     if (result == ErrorResult::kEmptyString) MPxCommand::setResult(MString());
     if (result == ErrorResult::kZero) MPxCommand::setResult(0);
     if (result == ErrorResult::kMinusOne) MPxCommand::setResult(-1);
-    return status;
+    return status_;
 }
 
-MStatus getNode(const MArgDatabase& arguments, MFn::Type type, const char* missing, const char* other,
-                ErrorResult result, MObject& node) {
+MStatus ModuleCommand::doIt(const MArgList& arguments) {
+    return guarded([&] {
+        const MArgDatabase database(syntax(), arguments, &argumentStatus_);
+        if (database.isFlagSet(helpFlag().shortName)) {
+            setResult(helpText(info_));
+            return CallOutcome();
+        }
+        CallOutcome outcome = read(database);
+        hasRead_ = outcome.isDone();
+        if (hasRead_) outcome = edit();
+        hasEdited_ = hasRead_ && outcome.isDone();
+        return outcome;
+    });
+}
+
+MStatus ModuleCommand::redoIt() {
+    if (!hasEdited_) return MS::kSuccess;
+    return guarded([this] { return redo(); });
+}
+
+MStatus ModuleCommand::undoIt() {
+    if (!hasRead_) return MS::kSuccess;
+    return guarded([this] { return restore(); });
+}
+
+/// Nothing that the user had is lost on an exception: what was changed before it is taken back.
+MStatus ModuleCommand::guarded(const std::function<CallOutcome()>& step) {
+    return guardEntry(
+        info_.name, [&] { return report(step()); }, [this] { report(restore()); });
+}
+
+bool ModuleCommand::isUndoable() const {
+    return info_.isUndoable;
+}
+
+CallOutcome readNode(const MArgDatabase& arguments, MFn::Type type, const char* missing, const char* other,
+                     MObject& node) {
     MSelectionList objects;
     const MStatus status = arguments.getObjects(objects);
-    if (!status) return reportError("Error getting objects", result, ErrorSink::kGlobal, status);
-    if (objects.isEmpty()) return reportError(missing, result, ErrorSink::kCommand, MS::kFailure);
+    if (!status) return CallOutcome::failed("Error getting objects", status);
+    if (objects.isEmpty()) return CallOutcome::failed(missing, MS::kFailure, ErrorSink::kCommand);
     MObject first;
     objects.getDependNode(0, first);
-    if (!first.hasFn(type)) return reportError(other, result, ErrorSink::kCommand, MS::kFailure);
+    if (!first.hasFn(type)) return CallOutcome::failed(other, MS::kFailure, ErrorSink::kCommand);
     node = first;
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
-MStatus getBlendShapeNode(const MArgDatabase& arguments, ErrorResult result, MObject& node) {
-    return getNode(arguments, MFn::kBlendShape, "No blend shape node provided.",
-                   "The node is not a blend shape node.", result, node);
+CallOutcome readBlendShape(const MArgDatabase& arguments, MObject& node) {
+    return readNode(arguments, MFn::kBlendShape, "No blend shape node provided.",
+                    "The node is not a blend shape node.", node);
 }
 
-bool getMeshShape(const MString& name, const char* undefined, ErrorResult result, MObject& mesh) {
-    if (name.length() == 0) {
-        reportError(undefined, result, ErrorSink::kGlobal, MS::kSuccess);
-        return false;
-    }
+CallOutcome readMeshShape(const MString& name, const char* undefined, MObject& mesh) {
+    if (name.length() == 0) return CallOutcome::refused(undefined);
     // A name that matches nothing leaves the list empty and the node null.
     MSelectionList list;
     list.add(name);
@@ -142,13 +247,12 @@ bool getMeshShape(const MString& name, const char* undefined, ErrorResult result
     list.getDependNode(0, node);
     if (node.hasFn(MFn::kMesh)) {
         mesh = node;
-        return true;
+        return CallOutcome();
     }
     MStringArray shown;
     list.getSelectionStrings(0, shown);
     const MString subject = shown.length() > 0 ? shown[0] : name;
-    reportError(subject + " is not a mesh object.", result, ErrorSink::kGlobal, MS::kSuccess);
-    return false;
+    return CallOutcome::refused(subject + " is not a mesh object.");
 }
 
 MObject aliveObject(const MObjectHandle& handle) {

@@ -5,15 +5,17 @@
 #include <maya/MFn.h>
 #include <maya/MObject.h>
 #include <maya/MObjectHandle.h>
+#include <maya/MPxCommand.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 #include <maya/MSyntax.h>
 
 #include <cstddef>
+#include <functional>
 #include <vector>
 
-/// What every command of the module shares: the declaration of its flags, the help text, the checks of its
-/// objects and the form of its errors.
+/// What every command of the module shares: the declaration of its flags, the help text, the protocol of a
+/// call, the checks of its objects and the form of its errors.
 
 /// What the help row of a flag shows in place of its declaration; null where it shows what is declared.
 struct HelpCells {
@@ -32,27 +34,48 @@ struct FlagInfo {
     HelpCells shown = {};
 };
 
-/// One command: where its syntax and its help text come from. The flag -h/-help is added to both; its row
-/// comes first.
+/// What a command sets as its result after an error.
+enum class ErrorResult { kNothing, kEmptyString, kZero, kMinusOne };
+
+/// One command: where its syntax and its help text come from, and how it behaves. The flag -h/-help is added
+/// to both; its row comes first.
 struct CommandInfo {
     const char* name;  // as registered
     const char* description;
     std::vector<FlagInfo> flags;  // in the order of their help rows
     const char* usage;            // the example call
     const char* returnValue;      // the result as the help text names it
+    bool isUndoable = false;
+    ErrorResult errorResult = ErrorResult::kNothing;
     /// Whether the command acts on nodes: named ones, else the current selection.
     bool takesObjects = true;
 };
 
-/// Syntax of a command, for its newSyntax function.
+/// Runs the work of an entry that the host calls, which no exception may leave.
+/// @param entry    what the user knows it as, for the error
+/// @param recover  run after an exception, whose error has been shown
+/// @return what the work returned; a failure after an exception
+MStatus guardEntry(const char* entry, const std::function<MStatus()>& work,
+                   const std::function<void()>& recover = nullptr) noexcept;
+
+/// A new object that the host takes over.
+/// @param entry  what the user knows it as, for the error
+/// @return null when there is no memory for it
+template <typename Made>
+Made* madeOrNull(const char* entry) {
+    Made* made = nullptr;
+    guardEntry(entry, [&] {
+        made = new Made();
+        return MStatus(MS::kSuccess);
+    });
+    return made;
+}
+
+/// Syntax of a command; an empty one, after an error, where the memory does not suffice.
 MSyntax makeSyntax(const CommandInfo& command);
 
 /// The text that -help answers with.
 MString helpText(const CommandInfo& command);
-
-/// Answers -help.
-/// @return whether it was asked for; the result is set then, and the command is to do nothing else
-bool answerHelp(const MArgDatabase& arguments, const CommandInfo& command);
 
 /// Reads the first argument of a flag into `value`, which keeps its content when the flag is not set.
 template <typename T>
@@ -72,35 +95,113 @@ std::vector<T> readFlagUses(const MArgDatabase& arguments, const char* flag) {
     return values;
 }
 
-/// What a command sets as its result after an error.
-enum class ErrorResult { kNothing, kEmptyString, kZero, kMinusOne };
-
 /// Which of the host's two error functions shows a text; the user sees the same.
 enum class ErrorSink { kGlobal, kCommand };
 
-/// Shows an error and sets the result that goes with it.
-/// @return `status`: a failure for the checks of a command's objects, success for its later checks
-MStatus reportError(const MString& text, ErrorResult result, ErrorSink sink, const MStatus& status);
+/// How a step of a command ended: done, or with an error of one of two kinds.
+///
+/// Refused: the error is shown, the result tells it, and the call counts as a success, so that a script goes
+/// on. Failed: the error is shown, and the call fails, which ends the script.
+class CallOutcome {
+  public:
+    /// Done.
+    CallOutcome() = default;
+    static CallOutcome refused(const MString& error, ErrorSink sink = ErrorSink::kGlobal);
+    /// @param error   "" where the host has shown its own, or nothing is to be shown
+    /// @param status  a failure
+    static CallOutcome failed(const MString& error, const MStatus& status = MS::kFailure,
+                              ErrorSink sink = ErrorSink::kGlobal);
+    /// The same error, for a call that goes on.
+    CallOutcome asRefused() const;
+    /// The same outcome, with another result than the command has after an error.
+    CallOutcome withResult(ErrorResult result) const;
+
+    bool isDone() const { return isDone_; }
+    /// Shows the error, if there is one, and sets the result that goes with it.
+    /// @param usual  what the command sets after an error
+    /// @return the status that the call ends with
+    MStatus report(ErrorResult usual) const;
+
+  private:
+    bool isDone_ = true;
+    MString error_;
+    ErrorSink sink_ = ErrorSink::kGlobal;
+    MStatus status_;
+    bool hasOwnResult_ = false;
+    ErrorResult result_ = ErrorResult::kNothing;
+};
+
+/// A command of the module: the protocol that all of them follow.
+///
+/// A call answers -help, or reads and checks its arguments and then edits the scene. A redo edits again, an
+/// undo restores; both do nothing after a call that answered -help or ended with an error, and may come for
+/// those, too: the host queues every undoable command whose call succeeded. No exception leaves any of them:
+/// it becomes an error, after what was changed was restored.
+class ModuleCommand : public MPxCommand {
+  public:
+    MStatus doIt(const MArgList& arguments) final;
+    MStatus redoIt() final;
+    MStatus undoIt() final;
+    bool isUndoable() const final;
+
+  protected:
+    explicit ModuleCommand(const CommandInfo& info) : info_(info) {}
+
+    /// Reads the flags and objects and keeps what edit() needs, as handles where undo and redo need it too.
+    virtual CallOutcome read(const MArgDatabase& arguments) = 0;
+    /// Does the work of a call and sets its result. Saves before each change what restore() needs.
+    virtual CallOutcome edit() = 0;
+    /// Does again what edit() did and restore() took back.
+    virtual CallOutcome redo() { return edit(); }
+    /// Takes back what the last edit() or redo() has changed, also after an error in the middle of it;
+    /// nothing where it changed nothing.
+    virtual CallOutcome restore() { return CallOutcome(); }
+
+    /// A failure where the arguments do not fit the syntax: then no flag seems to be set.
+    const MStatus& argumentStatus() const { return argumentStatus_; }
+
+    /// Shows an error that does not end the call.
+    MStatus report(const CallOutcome& outcome) const { return outcome.report(info_.errorResult); }
+
+  private:
+    MStatus guarded(const std::function<CallOutcome()>& step);
+
+    const CommandInfo& info_;
+    MStatus argumentStatus_;
+    bool hasRead_ = false;    // there may be something to undo
+    bool hasEdited_ = false;  // there is something to redo
+};
+
+/// What a command is registered with. The class has a static function info() with its CommandInfo.
+template <typename Command>
+class CommandOf : public ModuleCommand {
+  public:
+    static void* creator() { return madeOrNull<Command>(Command::info().name); }
+    static MSyntax newSyntax() { return makeSyntax(Command::info()); }
+
+  protected:
+    CommandOf() : ModuleCommand(Command::info()) {}
+};
 
 /// The node that a command works on: the first of its objects, further ones are ignored.
 /// @param missing  the error when there is none
 /// @param other    the error when it is not of the type
-/// @param node     set on success
-/// @return a failure, after the error was shown, also when the objects cannot be read
-MStatus getNode(const MArgDatabase& arguments, MFn::Type type, const char* missing, const char* other,
-                ErrorResult result, MObject& node);
+/// @param node     set when done
+/// @return failed, also when the objects cannot be read
+CallOutcome readNode(const MArgDatabase& arguments, MFn::Type type, const char* missing, const char* other,
+                     MObject& node);
 
 /// The same for a blend-shape node.
-MStatus getBlendShapeNode(const MArgDatabase& arguments, ErrorResult result, MObject& node);
+CallOutcome readBlendShape(const MArgDatabase& arguments, MObject& node);
 
 /// The error of a redo whose blend-shape node was deleted by hand.
 constexpr const char* kBlendShapeGone = "The blend shape node is not in the scene any more.";
 
 /// The mesh shape that a flag names.
 /// @param undefined  the error for an empty name
-/// @param mesh       set when the name stands for a mesh shape (a transform does not)
-/// @return whether it does; otherwise the error has been shown and the command ends with success
-bool getMeshShape(const MString& name, const char* undefined, ErrorResult result, MObject& mesh);
+/// @param mesh       set when the name is that of a mesh shape (that of a transform is not)
+/// @return done or refused
+CallOutcome readMeshShape(const MString& name, const char* undefined, MObject& mesh);
 
 /// The object behind a handle that a command keeps from do to undo and redo: null when its node is not in the
 /// scene any more (or never was set). A plain MObject cannot be asked that once its node is gone.

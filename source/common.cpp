@@ -50,6 +50,35 @@ MIntArray existingIndices(const MPlug& array) {
     return status ? indices : MIntArray();
 }
 
+bool contains(const MIntArray& indices, int index) {
+    for (unsigned int k = 0; k < indices.length(); ++k) {
+        if (indices[k] == index) return true;
+    }
+    return false;
+}
+
+/// Place of inputGeomTarget among the attributes of an item.
+constexpr unsigned int kGeometryOfItem = 0;
+
+/// Vertices as component list data: a component for each ascending run, because the host sorts the elements
+/// of one.
+MObject componentListData(const MIntArray& vertices) {
+    MFnComponentListData list;
+    MObject data = list.create();
+    const unsigned int count = vertices.length();
+    for (unsigned int first = 0, end = 0; first < count; first = end) {
+        MIntArray run;
+        do {
+            run.append(vertices[end++]);
+        } while (end < count && vertices[end] > vertices[end - 1]);
+        MFnSingleIndexedComponent component;
+        MObject object = component.create(MFn::kMeshVertComponent);
+        component.addElements(run);
+        list.add(object);
+    }
+    return data;
+}
+
 /// The pnts plug of a mesh shape, with a report when there is none.
 MStatus findTweakPlug(const MObject& mesh, MPlug& plug) {
     MStatus status;
@@ -74,12 +103,35 @@ MStatus getPointsTargetPlug(const MObject& blendShape, int target, int item, MPl
                           plug);
 }
 
-MIntArray getTargetIndices(const MObject& blendShape) {
-    return existingIndices(getInputTargetPlug(blendShape).child(0));
+MIntArray getWeightIndices(const MObject& blendShape) {
+    return existingIndices(MFnDependencyNode(blendShape).findPlug("weight", false));
+}
+
+bool hasTarget(const MObject& blendShape, int target) {
+    return contains(getWeightIndices(blendShape), target) ||
+           contains(existingIndices(getInputTargetPlug(blendShape).child(0)), target);
+}
+
+bool hasTargetItem(const MObject& blendShape, int target, int item) {
+    return contains(getTargetItemIndices(blendShape, target), item);
+}
+
+bool isTargetItemLive(const MObject& blendShape, int target, int item) {
+    // Only of an item that exists may a plug be asked for.
+    return hasTargetItem(blendShape, target, item) &&
+           getTargetItemPlug(blendShape, target, item).child(kGeometryOfItem).isConnected();
 }
 
 MIntArray getTargetItemIndices(const MObject& blendShape, int target) {
     return existingIndices(getTargetGroupPlug(blendShape, target).child(0));
+}
+
+void evaluateDeformer(const MObject& blendShape) {
+    const MPlug outputs = MFnDependencyNode(blendShape).findPlug("outputGeometry", false);
+    if (!contains(existingIndices(outputs), 0)) return;
+    // Whoever asks for the output makes the deformer compute it.
+    MObject geometry;
+    outputs.elementByLogicalIndex(0).getValue(geometry);
 }
 
 MIntArray getTargetComponents(const MObject& blendShape, int target, int item) {
@@ -106,23 +158,33 @@ MIntArray componentListToIndices(const MPlug& componentList) {
     return indices;
 }
 
+void setComponentList(const MPlug& componentList, const MIntArray& vertices) {
+    const unsigned int count = vertices.length();
+    std::string text = std::string("setAttr ") + componentList.name().asChar() + " -type componentList " +
+                       std::to_string(count) + ' ';
+    // Room for numbers of seven digits, which long lists have, avoids growing step by step.
+    text.reserve(text.size() + count * std::string("vtx[1234567] ").size() + 1);
+    for (unsigned int k = 0; k < count; ++k) {
+        text += "vtx[";
+        text += std::to_string(vertices[k]);
+        text += "] ";
+    }
+    // An empty list reads "0", two blanks and the semicolon.
+    text += count == 0 ? " ;" : ";";
+    if (MGlobal::executeCommand(text.c_str(), false, false)) return;
+    // The host may refuse a long statement, which data does without.
+    MObject data = componentListData(vertices);
+    MPlug plug = componentList;
+    if (plug.setValue(data)) return;
+    MGlobal::displayWarning("The vertex list " + plug.name() +
+                            " could not be written. The vertices and the deltas of this item do not belong " +
+                            "together any more. Unlock the attribute and edit the target again.");
+}
+
 MStatus setTargetComponents(const MObject& blendShape, int target, int item, const MIntArray& vertices) {
     MPlug plug;
     const MStatus status = getComponentsTargetPlug(blendShape, target, item, plug);
-    if (!status) return status;
-    const unsigned int count = vertices.length();
-    std::string command = std::string("setAttr ") + plug.name().asChar() + " -type componentList " +
-                          std::to_string(count) + ' ';
-    // Room for numbers of seven digits, which long lists have, avoids growing step by step.
-    command.reserve(command.size() + count * std::string("vtx[1234567] ").size() + 1);
-    for (unsigned int k = 0; k < count; ++k) {
-        command += "vtx[";
-        command += std::to_string(vertices[k]);
-        command += "] ";
-    }
-    // An empty list reads "0", two blanks and the semicolon.
-    command += count == 0 ? " ;" : ";";
-    MGlobal::executeCommand(command.c_str(), false, false);
+    if (status) setComponentList(plug, vertices);
     return status;
 }
 
@@ -162,6 +224,12 @@ MStatus setWeightValues(const MObject& blendShape, int target, const MIntArray& 
     clearElements(plug);
     setElements(plug, vertices, values);
     return MS::kSuccess;
+}
+
+void removeTargetItem(const MObject& blendShape, int target, int item) {
+    MGlobal::executeCommand("removeMultiInstance -b 1 " + MFnDependencyNode(blendShape).name() +
+                                ".it[0].itg[" + target + "].iti[" + item + "]",
+                            false, false);
 }
 
 void clearElements(const MPlug& array) {

@@ -36,11 +36,23 @@ MStatus getComponentsTargetPlug(const MObject& blendShape, int target, int item,
 /// @return the status of the look-up by name
 MStatus getPointsTargetPlug(const MObject& blendShape, int target, int item, MPlug& plug);
 
-/// Existing target indices, ascending.
-MIntArray getTargetIndices(const MObject& blendShape);
+/// Indices of the deformer's weights, ascending.
+MIntArray getWeightIndices(const MObject& blendShape);
+
+/// Whether the deformer has a target: a weight or a group of this index. Asking makes nothing.
+bool hasTarget(const MObject& blendShape, int target);
+
+/// Whether a target has an item. Asking makes nothing.
+bool hasTargetItem(const MObject& blendShape, int target, int item);
+
+/// Whether a mesh is connected to an item: its deltas come from there whenever that mesh changes.
+bool isTargetItemLive(const MObject& blendShape, int target, int item);
 
 /// Existing item indices of a target, ascending; empty when it has none.
 MIntArray getTargetItemIndices(const MObject& blendShape, int target);
+
+/// Lets the deformer compute its first geometry. The deltas of a connected target mesh exist only afterwards.
+void evaluateDeformer(const MObject& blendShape);
 
 /// Vertex indices of an item in stored order; empty for an item that was never written.
 MIntArray getTargetComponents(const MObject& blendShape, int target, int item);
@@ -48,9 +60,13 @@ MIntArray getTargetComponents(const MObject& blendShape, int target, int item);
 /// All elements of a component list plug in stored order; nothing is sorted, duplicates are kept.
 MIntArray componentListToIndices(const MPlug& componentList);
 
+/// Replaces the vertices of a component list plug, in the given order, by script or else by data. Where
+/// neither is possible, a warning says so.
+void setComponentList(const MPlug& componentList, const MIntArray& vertices);
+
 /// Replaces the vertex indices of an item, in the given order. Recorded nowhere: the calling
 /// command undoes it.
-/// @return the status of the plug look-up; the outcome of the executed script command is not known
+/// @return the status of the plug look-up; that of the write is not known
 MStatus setTargetComponents(const MObject& blendShape, int target, int item, const MIntArray& vertices);
 
 /// Delta points of an item, aligned with getTargetComponents; empty for an item that was never
@@ -69,6 +85,9 @@ MPlug getWeightsPlug(const MObject& blendShape, int target);
 /// @return always success
 MStatus setWeightValues(const MObject& blendShape, int target, const MIntArray& vertices,
                         const MDoubleArray& values);
+
+/// Removes an item of a target with all that it holds, or nothing where it cannot be removed.
+void removeTargetItem(const MObject& blendShape, int target, int item);
 
 /// Removes all elements of an array plug of numbers.
 void clearElements(const MPlug& array);

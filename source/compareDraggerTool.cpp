@@ -8,8 +8,11 @@
 
 #include <cstdio>
 
+#include "commandSupport.h"
+
 namespace {
 
+constexpr const char* kTool = "The compare tool";
 constexpr const char* kStepVariable = "DELVENCompareDraggerToolStep";
 constexpr const char* kListVariable = "DELVENSculptCompareToolList";
 
@@ -33,10 +36,17 @@ DELVENCompareDraggerToolContext::DELVENCompareDraggerToolContext() {
 }
 
 void DELVENCompareDraggerToolContext::toolOnSetup(MEvent&) {
-    setHelpString("Change the compare value by holding the left mouse button and sliding left/right");
+    guardEntry(kTool, [this] {
+        setHelpString("Change the compare value by holding the left mouse button and sliding left/right");
+        return MStatus(MS::kSuccess);
+    });
 }
 
 MStatus DELVENCompareDraggerToolContext::doPress(MEvent& event) {
+    return guardEntry(kTool, [&] { return press(event); });
+}
+
+MStatus DELVENCompareDraggerToolContext::press(const MEvent& event) {
     // Without a view, refreshing it does nothing.
     view_ = M3dView::active3dView();
     short y = 0;
@@ -63,6 +73,10 @@ void DELVENCompareDraggerToolContext::readToolList() {
 }
 
 MStatus DELVENCompareDraggerToolContext::doDrag(MEvent& event) {
+    return guardEntry(kTool, [&] { return drag(event); });
+}
+
+MStatus DELVENCompareDraggerToolContext::drag(const MEvent& event) {
     if (!isActive_ || event.mouseButton() != MEvent::kLeftMouse) return MS::kSuccess;
     run("delvenSculpt_compareSculpt");
     short y = 0;
@@ -79,6 +93,10 @@ MStatus DELVENCompareDraggerToolContext::doDrag(MEvent& event) {
 }
 
 MStatus DELVENCompareDraggerToolContext::doRelease(MEvent&) {
+    return guardEntry(kTool, [this] { return release(); });
+}
+
+MStatus DELVENCompareDraggerToolContext::release() {
     if (!isActive_) return MS::kSuccess;
     setTime(restoreTime_);
     run("delvenSculpt_resetCompare");
@@ -112,9 +130,9 @@ void DELVENCompareDraggerToolContext::refreshView() {
 }
 
 void* DELVENCompareDraggerToolContextCommand::creator() {
-    return new DELVENCompareDraggerToolContextCommand();
+    return madeOrNull<DELVENCompareDraggerToolContextCommand>(kTool);
 }
 
 MPxContext* DELVENCompareDraggerToolContextCommand::makeObj() {
-    return new DELVENCompareDraggerToolContext();
+    return madeOrNull<DELVENCompareDraggerToolContext>(kTool);
 }

@@ -35,6 +35,9 @@ class DELVENCompareDraggerToolContext : public MPxContext {
                       const MHWRender::MFrameContext& context) override;
 
   private:
+    MStatus press(const MEvent& event);
+    MStatus drag(const MEvent& event);
+    MStatus release();
     void readToolList();
     void setTime(double time) const;
     void refreshView();

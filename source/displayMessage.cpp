@@ -3,61 +3,38 @@
 #include <maya/MArgDatabase.h>
 #include <maya/MGlobal.h>
 
-#include "commandSupport.h"
-
-namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{displayMessage::kName,
-                                     "Print the given message.",
-                                     {{"-e", "-error", MSyntax::kString, "error message"},
-                                      {"-i", "-info", MSyntax::kString, "info message"},
-                                      {"-w", "-warning", MSyntax::kString, "warning message"}},
-                                     "dv_displayMessage -i <string>",
-                                     "n/a",
-                                     false};
-    return command;
+const CommandInfo& displayMessage::info() {
+    static const CommandInfo description{kName,
+                                         "Print the given message.",
+                                         {{"-e", "-error", MSyntax::kString, "error message"},
+                                          {"-i", "-info", MSyntax::kString, "info message"},
+                                          {"-w", "-warning", MSyntax::kString, "warning message"}},
+                                         "dv_displayMessage -i <string>",
+                                         "n/a",
+                                         false,
+                                         ErrorResult::kNothing,
+                                         false};
+    return description;
 }
 
-}  // namespace
-
-void* displayMessage::creator() {
-    return new displayMessage();
+CallOutcome displayMessage::read(const MArgDatabase& arguments) {
+    isInfo_ = arguments.isFlagSet("-i");
+    isWarning_ = arguments.isFlagSet("-w");
+    isError_ = arguments.isFlagSet("-e");
+    // The last one counts. Deliberate: not the order in which edit() chooses the kind.
+    readFlag(arguments, "-i", text_);
+    readFlag(arguments, "-w", text_);
+    readFlag(arguments, "-e", text_);
+    return CallOutcome();
 }
 
-MSyntax displayMessage::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus displayMessage::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    isInfo_ = database.isFlagSet("-i");
-    isWarning_ = database.isFlagSet("-w");
-    isError_ = database.isFlagSet("-e");
-    // The last one counts. Deliberate: not the order in which redoIt chooses the kind.
-    readFlag(database, "-i", text_);
-    readFlag(database, "-w", text_);
-    readFlag(database, "-e", text_);
-    return redoIt();
-}
-
-MStatus displayMessage::redoIt() {
+CallOutcome displayMessage::edit() {
     if (isInfo_) {
         MGlobal::displayInfo(text_);
     } else if (isError_) {
-        MGlobal::displayError(text_);
-        return MS::kFailure;
+        return CallOutcome::failed(text_);
     } else if (isWarning_) {
         MGlobal::displayWarning(text_);
     }
-    return MS::kSuccess;
-}
-
-MStatus displayMessage::undoIt() {
-    return MS::kSuccess;
-}
-
-bool displayMessage::isUndoable() const {
-    return false;
+    return CallOutcome();
 }

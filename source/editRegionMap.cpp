@@ -1,5 +1,6 @@
 #include "editRegionMap.h"
 
+#include <maya/MArgDatabase.h>
 #include <maya/MColor.h>
 #include <maya/MColorArray.h>
 #include <maya/MFn.h>
@@ -12,7 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include "commandSupport.h"
 #include "common.h"
 #include "dataFile.h"
 #include "regionColors.h"
@@ -22,38 +22,10 @@
 
 namespace {
 
-const CommandInfo& info() {
-    static const CommandInfo command{
-        editRegionMap::kName,
-        "Edit the current region map.",
-        {{"-atm", "-addToMap", MSyntax::kNoArg, "add the current edits to the map"},
-         {"-ap", "-append", MSyntax::kNoArg, "append unassigned weights to the region"},
-         {"-cl", "-clear", MSyntax::kNoArg, "clear the indexed region"},
-         {"-col", "-color", MSyntax::kLong,
-          "display as black and white (0), colored (1) or colorRamp (2) vertex colors"},
-         {"-dw", "-distributeWeight", MSyntax::kBoolean,
-          "distribute remaining weight to influencing regions"},
-         {"-e", "-edit", MSyntax::kNoArg, "load the indexed region for editing"},
-         {"-ex", "-export", MSyntax::kNoArg, "export weights to a file"},
-         {"-fn", "-fileName", MSyntax::kString, "file name for export/import"},
-         {"-im", "-import", MSyntax::kNoArg, "import weights from a file"},
-         {"-i", "-index", MSyntax::kLong, "index of the current region"},
-         {"-m", "-mesh", MSyntax::kString, "mesh shape (needed for clear, import and color)"},
-         {"-res", "-restore", MSyntax::kLong,
-          "stores the current region data (0) or restores the previous data (1)"}},
-        "dv_editRegionMap",
-        "int"};
-    return command;
-}
-
 constexpr const char* kReadError = "Unable to open file for reading";
 constexpr const char* kWriteError = "Unable to open file for writing";
 constexpr const char* kCountError =
     "The stored vertex count doesn't match the resolution of the currently loaded mesh";
-
-MStatus fail(const MString& text, const MStatus& status = MS::kSuccess) {
-    return reportError(text, ErrorResult::kZero, ErrorSink::kGlobal, status);
-}
 
 /// How a map looks on a mesh.
 struct Picture {
@@ -91,38 +63,53 @@ MString partialText(const Picture& picture) {
 
 }  // namespace
 
-void* editRegionMap::creator() {
-    return new editRegionMap();
+const CommandInfo& editRegionMap::info() {
+    static const CommandInfo description{
+        kName,
+        "Edit the current region map.",
+        {{"-atm", "-addToMap", MSyntax::kNoArg, "add the current edits to the map"},
+         {"-ap", "-append", MSyntax::kNoArg, "append unassigned weights to the region"},
+         {"-cl", "-clear", MSyntax::kNoArg, "clear the indexed region"},
+         {"-col", "-color", MSyntax::kLong,
+          "display as black and white (0), colored (1) or colorRamp (2) vertex colors"},
+         {"-dw", "-distributeWeight", MSyntax::kBoolean,
+          "distribute remaining weight to influencing regions"},
+         {"-e", "-edit", MSyntax::kNoArg, "load the indexed region for editing"},
+         {"-ex", "-export", MSyntax::kNoArg, "export weights to a file"},
+         {"-fn", "-fileName", MSyntax::kString, "file name for export/import"},
+         {"-im", "-import", MSyntax::kNoArg, "import weights from a file"},
+         {"-i", "-index", MSyntax::kLong, "index of the current region"},
+         {"-m", "-mesh", MSyntax::kString, "mesh shape (needed for clear, import and color)"},
+         {"-res", "-restore", MSyntax::kLong,
+          "stores the current region data (0) or restores the previous data (1)"}},
+        "dv_editRegionMap",
+        "int",
+        true,
+        ErrorResult::kZero};
+    return description;
 }
 
-MSyntax editRegionMap::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus editRegionMap::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    readFlags(database);
+CallOutcome editRegionMap::read(const MArgDatabase& arguments) {
+    readFlags(arguments);
     MObject node;
     constexpr const char* kNoNode = "No region node provided.";
+    const CallOutcome outcome = readNode(arguments, MFn::kDependencyNode, kNoNode, kNoNode, node);
     // Like its other errors, a call without node succeeds with the result 0.
-    if (!getNode(database, MFn::kDependencyNode, kNoNode, kNoNode, ErrorResult::kZero, node))
-        return MS::kSuccess;
+    if (!outcome.isDone()) return outcome.asRefused();
     RegionNode regions;
     MString error;
-    if (!regions.find(node, error)) return fail(error);
+    if (!regions.find(node, error)) return CallOutcome::refused(error);
     if (needsMesh_) {
         MString meshName;
-        readFlag(database, "-m", meshName);
+        readFlag(arguments, "-m", meshName);
         MObject mesh;
-        if (!getMeshShape(meshName, "The mesh is not defined.", ErrorResult::kZero, mesh))
-            return MS::kSuccess;
+        const CallOutcome hasMesh = readMeshShape(meshName, "The mesh is not defined.", mesh);
+        if (!hasMesh.isDone()) return hasMesh;
         mesh_ = mesh;
     }
-    if (!checkFlags(error)) return fail(error);
+    if (!checkFlags(error)) return CallOutcome::refused(error);
     node_ = node;
-    isChecked_ = true;
-    return redoIt();
+    return CallOutcome();
 }
 
 editRegionMap::Mode editRegionMap::readMode(const MArgDatabase& arguments) {
@@ -167,20 +154,18 @@ bool editRegionMap::usesRegion() const {
     return isForWhole ? hasIndex_ : mode_ != Mode::kRestore && mode_ != Mode::kNone;
 }
 
-MStatus editRegionMap::redoIt() {
-    // A call that answered -help or failed a check may still be queued.
-    if (!isChecked_) return MS::kSuccess;
+CallOutcome editRegionMap::edit() {
     const MObject node = aliveObject(node_);
-    if (node.isNull()) return fail("The region data node is not in the scene any more.", MS::kFailure);
+    if (node.isNull()) return CallOutcome::failed("The region data node is not in the scene any more.");
     RegionNode regions;
     MString error;
-    if (!regions.find(node, error)) return fail(error, MS::kFailure);
+    if (!regions.find(node, error)) return CallOutcome::failed(error);
     if (needsMesh_ && aliveObject(mesh_).isNull())
-        return fail("The mesh is not in the scene any more.", MS::kFailure);
+        return CallOutcome::failed("The mesh is not in the scene any more.");
     return run(regions);
 }
 
-MStatus editRegionMap::run(RegionNode& node) {
+CallOutcome editRegionMap::run(RegionNode& node) {
     const MObject mesh = aliveObject(mesh_);
     const auto vertexCount = mesh.isNull() ? 0U : static_cast<unsigned int>(MFnMesh(mesh).numVertices());
     switch (mode_) {
@@ -193,38 +178,31 @@ MStatus editRegionMap::run(RegionNode& node) {
         case Mode::kAppend:
             return append(node, mesh);
         case Mode::kEdit:
-            return edit(node);
+            return load(node);
         case Mode::kClear:
             return written(node.writeRegion(region(), MDoubleArray(vertexCount, 0.0)));
         case Mode::kRestore:
-            return restore(node);
+            return copyBuffers(node);
         case Mode::kColor:
             return color(node, mesh);
         default:
-            isChecked_ = false;
             setResult(0);
-            return MS::kSuccess;
+            return CallOutcome();
     }
 }
 
-MStatus editRegionMap::done() {
+CallOutcome editRegionMap::done() {
     setResult(1);
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
 /// Ends a run that has written weights, with the status of that.
-MStatus editRegionMap::written(const MStatus& status) {
-    return status ? done() : refuse("Error setting region weights.", status);
-}
-
-/// Ends a run with an error: there is nothing to redo.
-MStatus editRegionMap::refuse(const MString& text, const MStatus& status) {
-    isChecked_ = false;
-    return fail(text, status);
+CallOutcome editRegionMap::written(const MStatus& status) {
+    return status ? done() : CallOutcome::failed("Error setting region weights.", status);
 }
 
 /// Moves the painted base weights to the map.
-MStatus editRegionMap::add(RegionNode& node) {
+CallOutcome editRegionMap::add(RegionNode& node) {
     const WeightList painted = readWeights(getWeightsPlug(node.blendShape(), kBaseWeights));
     const RegionMap map = node.readMap();
     const RegionArrays& arrays = map.arrays();
@@ -248,7 +226,7 @@ MStatus editRegionMap::add(RegionNode& node) {
 }
 
 /// Gives what vertices lack to 1 to one region, or to those of their neighbours.
-MStatus editRegionMap::append(RegionNode& node, const MObject& mesh) {
+CallOutcome editRegionMap::append(RegionNode& node, const MObject& mesh) {
     const RegionMap map = node.readMap();
     if (index_ >= 0) {
         appendToRegion(map.arrays(), region(), node.locks());
@@ -270,7 +248,7 @@ MStatus editRegionMap::append(RegionNode& node, const MObject& mesh) {
 }
 
 /// Loads a region into the base weights, to be painted there.
-MStatus editRegionMap::edit(const RegionNode& node) {
+CallOutcome editRegionMap::load(const RegionNode& node) {
     const MDoubleArray weights = node.readRegion(region());
     MIntArray vertices(weights.length());
     for (unsigned int vertex = 0; vertex < weights.length(); ++vertex)
@@ -279,15 +257,15 @@ MStatus editRegionMap::edit(const RegionNode& node) {
     return done();
 }
 
-MStatus editRegionMap::restore(RegionNode& node) {
+CallOutcome editRegionMap::copyBuffers(RegionNode& node) {
     MString error;
     const MStatus status = restored_ != 0 ? node.restore(error) : node.store(error);
-    if (error.length() > 0) return refuse(error);
+    if (error.length() > 0) return CallOutcome::refused(error);
     return written(status);
 }
 
 /// Shows the map, or one region of it, as vertex colours, whether or not some vertices are assigned in part.
-MStatus editRegionMap::color(const RegionNode& node, const MObject& mesh) {
+CallOutcome editRegionMap::color(const RegionNode& node, const MObject& mesh) {
     const RegionMap map = node.readMap();
     RegionLocks shown;
     shown.fill(!hasIndex_);
@@ -299,19 +277,21 @@ MStatus editRegionMap::color(const RegionNode& node, const MObject& mesh) {
     for (unsigned int vertex = 0; vertex < vertexCount; ++vertex)
         vertices[vertex] = static_cast<int>(vertex);
     const MStatus status = function.setVertexColors(picture.colors, vertices);
-    if (!status) return refuse("Error setting vertex colors.", status);
+    if (!status) return CallOutcome::failed("Error setting vertex colors.", status);
     function.setDisplayColors(true);
     // A call that has shown the map is done, and redo shows it again, error or not.
-    return picture.partialCount > 0 ? fail(partialText(picture)) : done();
+    if (picture.partialCount == 0) return done();
+    report(CallOutcome::refused(partialText(picture)));
+    return CallOutcome();
 }
 
-MStatus editRegionMap::exportMap(const RegionNode& node) {
+CallOutcome editRegionMap::exportMap(const RegionNode& node) {
     const bool isJson = isJsonFile(fileName_.asUTF8());
     std::string settings;
     MString error;
-    if (!hasIndex_ && !node.readSettings(settings, error)) return refuse(error);
+    if (!hasIndex_ && !node.readSettings(settings, error)) return CallOutcome::refused(error);
     OutputFile file;
-    if (!file.open(fileName_.asUTF8())) return refuse(kWriteError);
+    if (!file.open(fileName_.asUTF8())) return CallOutcome::refused(kWriteError);
     if (hasIndex_) {
         const MDoubleArray weights = node.readRegion(region());
         WeightFileWriter writer(isJson);
@@ -325,17 +305,17 @@ MStatus editRegionMap::exportMap(const RegionNode& node) {
         arrays.vertexCount = node.readRegion(0).length();
         writeRegionFile(settings, arrays, isJson, [&](std::string_view text) { file.write(text); });
     }
-    return file.close() ? done() : refuse(kWriteError);
+    return file.close() ? done() : CallOutcome::refused(kWriteError);
 }
 
-MStatus editRegionMap::importMap(RegionNode& node, unsigned int vertexCount) {
+CallOutcome editRegionMap::importMap(RegionNode& node, unsigned int vertexCount) {
     FileContent file;
-    if (!file.read(fileName_.asUTF8())) return refuse(kReadError);
+    if (!file.read(fileName_.asUTF8())) return CallOutcome::refused(kReadError);
     if (hasIndex_) return importRegion(node, file.text(), vertexCount);
     const RegionFile content = parseRegionFile(file.text(), isJsonFile(fileName_.asUTF8()), vertexCount);
-    if (content.vertexCount() != vertexCount) return refuse(kCountError);
+    if (content.vertexCount() != vertexCount) return CallOutcome::refused(kCountError);
     MString error;
-    if (!node.writeSettings(content.settings, error)) return refuse(error);
+    if (!node.writeSettings(content.settings, error)) return CallOutcome::refused(error);
     MStatus status;
     for (std::size_t k = 0; status && k < kRegionCount; ++k)
         status = node.writeRegion(k, MDoubleArray(content.weights[k].data(), vertexCount));
@@ -343,10 +323,10 @@ MStatus editRegionMap::importMap(RegionNode& node, unsigned int vertexCount) {
 }
 
 /// Reads a file with one region. It must have a weight for each vertex, once.
-MStatus editRegionMap::importRegion(RegionNode& node, std::string_view text, unsigned int vertexCount) {
+CallOutcome editRegionMap::importRegion(RegionNode& node, std::string_view text, unsigned int vertexCount) {
     const bool isJson = isJsonFile(fileName_.asUTF8());
     if (parseRegionFile(text, isJson).vertexCount() > 0)
-        return refuse("The file holds a whole region map. Import it without -index.");
+        return CallOutcome::refused("The file holds a whole region map. Import it without -index.");
     MDoubleArray weights(vertexCount, 0.0);
     std::vector<bool> isRead(vertexCount, false);
     unsigned int readCount = 0;
@@ -359,14 +339,6 @@ MStatus editRegionMap::importRegion(RegionNode& node, std::string_view text, uns
         weights[index] = value;
         ++readCount;
     });
-    if (!isFitting || readCount != vertexCount) return refuse(kCountError);
+    if (!isFitting || readCount != vertexCount) return CallOutcome::refused(kCountError);
     return written(node.writeRegion(region(), weights));
-}
-
-MStatus editRegionMap::undoIt() {
-    return MS::kSuccess;
-}
-
-bool editRegionMap::isUndoable() const {
-    return true;
 }

@@ -1,17 +1,14 @@
 #pragma once
 
-#include <maya/MArgDatabase.h>
-#include <maya/MArgList.h>
 #include <maya/MObject.h>
 #include <maya/MObjectHandle.h>
-#include <maya/MPxCommand.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MSyntax.h>
 
 #include <cstddef>
 #include <string_view>
 
+#include "commandSupport.h"
 #include "regionNode.h"
 
 /// dv_editRegionMap: moves weights between the base weights of a blend shape, where the user paints one
@@ -21,17 +18,14 @@
 /// One call does one thing: the first in the order of Mode that is asked for. The result is 1, or 0 after an
 /// error and where nothing was asked for. The command stands on the undo queue, but undo leaves everything as
 /// it is, on purpose: scripts of the kit store and restore the map themselves. Redo does it once more.
-class editRegionMap : public MPxCommand {
+class editRegionMap : public CommandOf<editRegionMap> {
   public:
     static constexpr const char* kName = "dv_editRegionMap";
+    static const CommandInfo& info();
 
-    static void* creator();
-    static MSyntax newSyntax();
-
-    MStatus doIt(const MArgList& arguments) override;
-    MStatus undoIt() override;
-    MStatus redoIt() override;
-    bool isUndoable() const override;
+  protected:
+    CallOutcome read(const MArgDatabase& arguments) override;
+    CallOutcome edit() override;
 
   private:
     enum class Mode { kImport, kExport, kAdd, kAppend, kEdit, kClear, kRestore, kColor, kNone };
@@ -41,19 +35,18 @@ class editRegionMap : public MPxCommand {
     bool checkFlags(MString& error) const;
     bool usesRegion() const;
 
-    MStatus run(RegionNode& node);
-    MStatus add(RegionNode& node);
-    MStatus append(RegionNode& node, const MObject& mesh);
-    MStatus edit(const RegionNode& node);
-    MStatus restore(RegionNode& node);
-    MStatus color(const RegionNode& node, const MObject& mesh);
-    MStatus exportMap(const RegionNode& node);
-    MStatus importMap(RegionNode& node, unsigned int vertexCount);
-    MStatus importRegion(RegionNode& node, std::string_view text, unsigned int vertexCount);
+    CallOutcome run(RegionNode& node);
+    CallOutcome add(RegionNode& node);
+    CallOutcome append(RegionNode& node, const MObject& mesh);
+    CallOutcome load(const RegionNode& node);
+    CallOutcome copyBuffers(RegionNode& node);
+    CallOutcome color(const RegionNode& node, const MObject& mesh);
+    CallOutcome exportMap(const RegionNode& node);
+    CallOutcome importMap(RegionNode& node, unsigned int vertexCount);
+    CallOutcome importRegion(RegionNode& node, std::string_view text, unsigned int vertexCount);
 
-    MStatus done();
-    MStatus written(const MStatus& status);
-    MStatus refuse(const MString& text, const MStatus& status = MS::kSuccess);
+    CallOutcome done();
+    CallOutcome written(const MStatus& status);
 
     std::size_t region() const { return static_cast<std::size_t>(index_); }
 
@@ -66,7 +59,6 @@ class editRegionMap : public MPxCommand {
     int style_ = 0;
     bool needsMesh_ = false;
 
-    bool isChecked_ = false;  // all checks have passed: there is something to redo
     MObjectHandle node_;
     MObjectHandle mesh_;
 };

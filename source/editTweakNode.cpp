@@ -7,70 +7,56 @@
 #include <maya/MIntArray.h>
 #include <maya/MSelectionList.h>
 
-#include "commandSupport.h"
-
-namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{
-        editTweakNode::kName,
+const CommandInfo& editTweakNode::info() {
+    static const CommandInfo description{
+        kName,
         "Bake and remove tweak node edits.",
         {{"-b", "-bake", MSyntax::kBoolean, "bake the edits to the original mesh"},
          {"-om", "-originalMesh", MSyntax::kString, "original shape node"}},
         "dv_editTweakNode -b <int> -om <string>",
-        "int"};
-    return command;
+        "int",
+        false,
+        ErrorResult::kZero};
+    return description;
 }
 
-}  // namespace
-
-void* editTweakNode::creator() {
-    return new editTweakNode();
-}
-
-MSyntax editTweakNode::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus editTweakNode::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
+CallOutcome editTweakNode::read(const MArgDatabase& arguments) {
     MString originalName;
-    readFlag(database, "-b", isBaked_);
-    readFlag(database, "-om", originalName);
+    readFlag(arguments, "-b", isBaked_);
+    readFlag(arguments, "-om", originalName);
     MObject tweak;
-    const MStatus status = getNode(database, MFn::kTweak, "No tweak node provided.",
-                                   "The node is not a tweak node.", ErrorResult::kZero, tweak);
-    if (!status) return status;
+    CallOutcome outcome =
+        readNode(arguments, MFn::kTweak, "No tweak node provided.", "The node is not a tweak node.", tweak);
+    if (!outcome.isDone()) return outcome;
     tweakNode_ = MFnDependencyNode(tweak).name();
-    if (!getMeshShape(originalName, "The original mesh is not defined.", ErrorResult::kZero, originalMesh_)) {
-        return MS::kSuccess;
-    }
+    outcome = readMeshShape(originalName, "The original mesh is not defined.", originalMesh_);
+    if (!outcome.isDone()) return outcome;
     MSelectionList list;
     list.add(tweakNode_ + ".vlist[0].vertex");
     list.getPlug(0, edits_);
-    return redoIt();
+    return outcome;
 }
 
-MStatus editTweakNode::redoIt() {
+CallOutcome editTweakNode::edit() {
     setResult(0);
     MFnMesh mesh(originalMesh_);
     MFloatPointArray points;
     MStatus status = mesh.getPoints(points, MSpace::kObject);
     unsigned int missing = 0;
     if (status) status = addEdits(points, missing);
-    if (!status) return status;
+    if (!status) return CallOutcome::failed("", status);
     if (isBaked_ && missing > 0) {
         // They would be lost, and the command cannot be undone.
-        return reportError(MString("The original mesh has no vertices for ") + missing + " of the edits.",
-                           ErrorResult::kZero, ErrorSink::kGlobal, MS::kFailure);
+        return CallOutcome::failed(MString("The original mesh has no vertices for ") + missing +
+                                   " of the edits.");
     }
     // No data in place of the array removes all its elements.
     MObject none;
     status = edits_.setValue(none);
     if (status && isBaked_) status = mesh.setPoints(points, MSpace::kObject);
-    if (status) setResult(1);
-    return status;
+    if (!status) return CallOutcome::failed("", status);
+    setResult(1);
+    return CallOutcome();
 }
 
 /// Adds the edits to the points of the mesh that they belong to.
@@ -93,12 +79,4 @@ MStatus editTweakNode::addEdits(MFloatPointArray& points, unsigned int& missing)
         point.z += static_cast<float>(edit.child(2).asDouble());
     }
     return MS::kSuccess;
-}
-
-MStatus editTweakNode::undoIt() {
-    return MS::kSuccess;
-}
-
-bool editTweakNode::isUndoable() const {
-    return false;
 }

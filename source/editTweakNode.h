@@ -1,29 +1,25 @@
 #pragma once
 
-#include <maya/MArgList.h>
 #include <maya/MFloatPointArray.h>
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
-#include <maya/MPxCommand.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MSyntax.h>
+
+#include "commandSupport.h"
 
 /// dv_editTweakNode: removes the vertex edits that a tweak node holds for its first geometry, on request
 /// after adding them to the points of the original mesh. Not undoable.
 ///
 /// The result is 1, or 0 after an error, which leaves the edits where they are.
-class editTweakNode : public MPxCommand {
+class editTweakNode : public CommandOf<editTweakNode> {
   public:
     static constexpr const char* kName = "dv_editTweakNode";
+    static const CommandInfo& info();
 
-    static void* creator();
-    static MSyntax newSyntax();
-
-    MStatus doIt(const MArgList& arguments) override;
-    MStatus undoIt() override;
-    MStatus redoIt() override;
-    bool isUndoable() const override;
+  protected:
+    CallOutcome read(const MArgDatabase& arguments) override;
+    CallOutcome edit() override;
 
   private:
     MStatus addEdits(MFloatPointArray& points, unsigned int& missing) const;

@@ -4,47 +4,22 @@
 #include <maya/MFnBlendShapeDeformer.h>
 #include <maya/MIntArray.h>
 
-#include "commandSupport.h"
-
-namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{getBlendShapeIndices::kName,
-                                     "Get all weight indices of the blend shape deformer.",
-                                     {},
-                                     "dv_getBlendShapeIndices <string>",
-                                     "int[]"};
-    return command;
+const CommandInfo& getBlendShapeIndices::info() {
+    static const CommandInfo description{kName,
+                                         "Get all weight indices of the blend shape deformer.",
+                                         {},
+                                         "dv_getBlendShapeIndices <string>",
+                                         "int[]"};
+    return description;
 }
 
-}  // namespace
-
-void* getBlendShapeIndices::creator() {
-    return new getBlendShapeIndices();
+CallOutcome getBlendShapeIndices::read(const MArgDatabase& arguments) {
+    return readBlendShape(arguments, blendShape_);
 }
 
-MSyntax getBlendShapeIndices::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus getBlendShapeIndices::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    const MStatus status = getBlendShapeNode(database, ErrorResult::kNothing, blendShape_);
-    return status ? redoIt() : status;
-}
-
-MStatus getBlendShapeIndices::redoIt() {
+CallOutcome getBlendShapeIndices::edit() {
     MIntArray indices;
     MFnBlendShapeDeformer(blendShape_).weightIndexList(indices);
     setResult(indices);
-    return MS::kSuccess;
-}
-
-MStatus getBlendShapeIndices::undoIt() {
-    return MS::kSuccess;
-}
-
-bool getBlendShapeIndices::isUndoable() const {
-    return false;
+    return CallOutcome();
 }

@@ -7,24 +7,9 @@
 #include <maya/MPlug.h>
 #include <maya/MSelectionList.h>
 
-#include "commandSupport.h"
 #include "common.h"
 
 namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{
-        getComponentList::kName,
-        "Returns a flat index list for the given component attribute.",
-        {{"-at", "-attribute", MSyntax::kString, "the component attribute"},
-         {"-sl", "-select", MSyntax::kString, "select the components of the given mesh"},
-         {"-ct", "-componentType", MSyntax::kLong,
-          "type of component selection (0: vertex, 1: edge, 2: face)"}},
-        "dv_getComponentList -at <string>",
-        "<int> array",
-        false};
-    return command;
-}
 
 /// A component of a mesh; null, which stands for the whole mesh, for a type that is none.
 MObject makeComponent(int type, MIntArray& elements) {
@@ -39,24 +24,31 @@ MObject makeComponent(int type, MIntArray& elements) {
 
 }  // namespace
 
-void* getComponentList::creator() {
-    return new getComponentList();
+const CommandInfo& getComponentList::info() {
+    static const CommandInfo description{
+        kName,
+        "Returns a flat index list for the given component attribute.",
+        {{"-at", "-attribute", MSyntax::kString, "the component attribute"},
+         {"-sl", "-select", MSyntax::kString, "select the components of the given mesh"},
+         {"-ct", "-componentType", MSyntax::kLong,
+          "type of component selection (0: vertex, 1: edge, 2: face)"}},
+        "dv_getComponentList -at <string>",
+        "<int> array",
+        false,
+        ErrorResult::kNothing,
+        false};
+    return description;
 }
 
-MSyntax getComponentList::newSyntax() {
-    return makeSyntax(info());
+CallOutcome getComponentList::read(const MArgDatabase& arguments) {
+    readFlag(arguments, "-at", attribute_);
+    readFlag(arguments, "-ct", componentType_);
+    readFlag(arguments, "-sl", mesh_);
+    return CallOutcome();
 }
 
-MStatus getComponentList::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    readFlag(database, "-at", attribute_);
-    readFlag(database, "-ct", componentType_);
-    readFlag(database, "-sl", mesh_);
-    return attribute_.length() > 0 ? redoIt() : MStatus(MS::kSuccess);
-}
-
-MStatus getComponentList::redoIt() {
+CallOutcome getComponentList::edit() {
+    if (attribute_.length() == 0) return CallOutcome();
     // A name that matches nothing leaves the list empty: getPlug reports it.
     MSelectionList list;
     list.add(attribute_);
@@ -64,12 +56,13 @@ MStatus getComponentList::redoIt() {
     const MStatus status = list.getPlug(0, plug);
     MIntArray elements;
     if (status) elements = componentListToIndices(plug);
+    MStatus selected;
     if (mesh_.length() == 0 || componentType_ == kNoType) {
         setResult(elements);
-        return status;
+    } else {
+        selected = select(elements);
     }
-    const MStatus selected = select(elements);
-    return status ? selected : status;
+    return status && selected ? CallOutcome() : CallOutcome::failed("", status ? selected : status);
 }
 
 /// Makes the elements the selection, which stays as it is where the mesh is not there.
@@ -83,12 +76,4 @@ MStatus getComponentList::select(MIntArray& elements) const {
     MSelectionList selection;
     selection.add(path, makeComponent(componentType_, elements));
     return MGlobal::setActiveSelectionList(selection);
-}
-
-MStatus getComponentList::undoIt() {
-    return MS::kSuccess;
-}
-
-bool getComponentList::isUndoable() const {
-    return false;
 }

@@ -1,27 +1,23 @@
 #pragma once
 
-#include <maya/MArgList.h>
 #include <maya/MIntArray.h>
-#include <maya/MPxCommand.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MSyntax.h>
+
+#include "commandSupport.h"
 
 /// dv_getComponentList: the elements of a component list attribute as an int array, in stored order; or, on
 /// request, these elements selected on a mesh, without a result. Not undoable.
 ///
 /// Shows no message: an attribute or a mesh that is not there makes the command fail.
-class getComponentList : public MPxCommand {
+class getComponentList : public CommandOf<getComponentList> {
   public:
     static constexpr const char* kName = "dv_getComponentList";
+    static const CommandInfo& info();
 
-    static void* creator();
-    static MSyntax newSyntax();
-
-    MStatus doIt(const MArgList& arguments) override;
-    MStatus undoIt() override;
-    MStatus redoIt() override;
-    bool isUndoable() const override;
+  protected:
+    CallOutcome read(const MArgDatabase& arguments) override;
+    CallOutcome edit() override;
 
   private:
     MStatus select(MIntArray& elements) const;

@@ -11,24 +11,9 @@
 #include <maya/MPlugArray.h>
 #include <maya/MSelectionList.h>
 
-#include "commandSupport.h"
 #include "meshObject.h"
 
 namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{
-        meshEvaluate::kName,
-        "Get the shape or intermediate shape nodes of a mesh.",
-        {{"-i", "-intermediate", MSyntax::kNoArg, "get the intermediate shape node"}},
-        "dv_meshEvaluate",
-        "int"};
-    return command;
-}
-
-MStatus fail(const MString& text, ErrorSink sink = ErrorSink::kGlobal, const MStatus& status = MS::kFailure) {
-    return reportError(text, ErrorResult::kEmptyString, sink, status);
-}
 
 /// The mesh children of a transform, in their order.
 MObjectArray meshChildren(const MDagPath& transform) {
@@ -114,24 +99,28 @@ bool isInPlace(const MObject& original) {
 
 }  // namespace
 
-void* meshEvaluate::creator() {
-    return new meshEvaluate();
+const CommandInfo& meshEvaluate::info() {
+    static const CommandInfo description{
+        kName,
+        "Get the shape or intermediate shape nodes of a mesh.",
+        {{"-i", "-intermediate", MSyntax::kNoArg, "get the intermediate shape node"}},
+        "dv_meshEvaluate",
+        "int",
+        false,
+        ErrorResult::kEmptyString};
+    return description;
 }
 
-MSyntax meshEvaluate::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus meshEvaluate::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    isIntermediate_ = database.isFlagSet("-i");
+CallOutcome meshEvaluate::read(const MArgDatabase& arguments) {
+    isIntermediate_ = arguments.isFlagSet("-i");
     MSelectionList objects;
-    const MStatus status = database.getObjects(objects);
-    if (!status) return fail("Error getting objects", ErrorSink::kGlobal, status);
-    if (objects.isEmpty()) return fail("No mesh node provided.", ErrorSink::kCommand);
+    const MStatus status = arguments.getObjects(objects);
+    if (!status) return CallOutcome::failed("Error getting objects", status);
+    if (objects.isEmpty()) {
+        return CallOutcome::failed("No mesh node provided.", MS::kFailure, ErrorSink::kCommand);
+    }
     MString error;
-    if (!readMeshItem(objects, 0, shape_, error)) return fail(error);
+    if (!readMeshItem(objects, 0, shape_, error)) return CallOutcome::failed(error);
     MObject item;
     objects.getDependNode(0, item);
     if (item.hasFn(MFn::kTransform)) {
@@ -140,81 +129,84 @@ MStatus meshEvaluate::doIt(const MArgList& arguments) {
         shape_.push(MFnDagNode(item).child(0));
     }
     transform_ = shape_;
-    if (!transform_.pop()) return fail(shape_.partialPathName() + " has no parent node.");
-    return redoIt();
+    if (!transform_.pop()) return CallOutcome::failed(shape_.partialPathName() + " has no parent node.");
+    return CallOutcome();
 }
 
-MStatus meshEvaluate::redoIt() {
+CallOutcome meshEvaluate::edit() {
     MObject found;
-    const MStatus status = isIntermediate_ ? findIntermediate(found) : findShape(found);
-    if (!status) return status;
-    setResult(MFnDagNode(found).fullPathName());
-    return MS::kSuccess;
+    const CallOutcome outcome = isIntermediate_ ? findIntermediate(found) : findShape(found);
+    if (outcome.isDone()) setResult(MFnDagNode(found).fullPathName());
+    return outcome;
 }
 
-MStatus meshEvaluate::findShape(MObject& found) const {
+CallOutcome meshEvaluate::findShape(MObject& found) const {
     const MObjectArray shapes = chosenShapes(meshChildren(transform_), false);
-    if (shapes.length() > 1) return fail(shape_.partialPathName() + " has more than one shape node.");
-    if (shapes.length() == 0) return MS::kFailure;
+    if (shapes.length() > 1)
+        return CallOutcome::failed(shape_.partialPathName() + " has more than one shape node.");
+    if (shapes.length() == 0) return CallOutcome::failed("");
     found = shapes[0];
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
-MStatus meshEvaluate::findIntermediate(MObject& found) const {
+CallOutcome meshEvaluate::findIntermediate(MObject& found) const {
     const MObjectArray children = meshChildren(transform_);
     const MObjectArray shapes = chosenShapes(children, false);
-    if (shapes.length() > 1) return fail(shape_.partialPathName() + " has more than one shape node.");
+    if (shapes.length() > 1)
+        return CallOutcome::failed(shape_.partialPathName() + " has more than one shape node.");
     const MObject shape = shapes.length() == 1 ? shapes[0] : shape_.node();
-    const MStatus status = children.length() == 1 ? findDistantIntermediate(shape, found)
-                                                  : findCandidate(shape, children, found);
-    if (!status) return status;
-    if (found.isNull()) return fail(transform_.partialPathName() + " has no shape node.");
-    return MS::kSuccess;
+    const CallOutcome outcome = children.length() == 1 ? findDistantIntermediate(shape, found)
+                                                       : findCandidate(shape, children, found);
+    if (outcome.isDone() && found.isNull())
+        return CallOutcome::failed(transform_.partialPathName() + " has no shape node.");
+    return outcome;
 }
 
 /// The intermediate shape of a shape that has none beside it: up the chain of deformers.
 /// @param found  null after a success when a tweak node's chain begins with something else
-MStatus meshEvaluate::findDistantIntermediate(const MObject& shape, MObject& found) const {
+CallOutcome meshEvaluate::findDistantIntermediate(const MObject& shape, MObject& found) const {
     MStatus status;
     const MFnDependencyNode shapeNode(shape);
     const MPlug location = shapeNode.findPlug("tweakLocation", false, &status);
-    if (!status) return fail(shapeNode.name() + " has no tweak location attribute.");
+    if (!status) return CallOutcome::failed(shapeNode.name() + " has no tweak location attribute.");
     const MPlug tweak = location.source();
     if (tweak.isNull()) {
         // With component tags a deformed mesh needs no tweak node.
         const MObject original = originOf(shape);
-        status = isInPlace(original) ? MStatus(MS::kSuccess) : takeIntermediate(original, found);
-        if (status && found.isNull()) found = shape;
-        return status;
+        const CallOutcome outcome = isInPlace(original) ? CallOutcome() : takeIntermediate(original, found);
+        if (outcome.isDone() && found.isNull()) found = shape;
+        return outcome;
     }
     const MPlug input = firstElement(MFnDependencyNode(tweak.node()).findPlug("input", false));
-    if (input.isNull() || input.numChildren() == 0) return MS::kFailure;
+    if (input.isNull() || input.numChildren() == 0) return CallOutcome::failed("");
     const MPlug source = input.child(0).source();
-    if (source.isNull()) return fail(transform_.partialPathName() + " has no intermediate shape node.");
+    if (source.isNull())
+        return CallOutcome::failed(transform_.partialPathName() + " has no intermediate shape node.");
     return takeIntermediate(meshBefore(source), found);
 }
 
 /// Moves an intermediate shape from another transform to that of the mesh.
 /// @param original  may be null, or no intermediate shape: `found` stays as it is then
-MStatus meshEvaluate::takeIntermediate(const MObject& original, MObject& found) const {
-    if (original.isNull()) return MS::kSuccess;
+CallOutcome meshEvaluate::takeIntermediate(const MObject& original, MObject& found) const {
+    if (original.isNull()) return CallOutcome();
     const MFnDagNode node(original);
-    if (!node.isIntermediateObject() || node.parentCount() == 0) return MS::kSuccess;
+    if (!node.isIntermediateObject() || node.parentCount() == 0) return CallOutcome();
     const MString formerName = node.fullPathName();
     MDagModifier modifier;
     modifier.reparentNode(original, transform_.node());
     const MStatus status = modifier.doIt();
-    if (!status) return status;
+    if (!status)
+        return CallOutcome::failed("The intermediate shape " + formerName + " cannot be moved.", status);
     MGlobal::displayWarning("The intermediate shape " + formerName + " is not a child of " +
                             transform_.fullPathName() + " and has been re-parented.");
     found = original;
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
 /// The intermediate shape among the children: the one with the vertices of the shape that feeds something;
 /// the shape when there is none.
-MStatus meshEvaluate::findCandidate(const MObject& shape, const MObjectArray& children,
-                                    MObject& found) const {
+CallOutcome meshEvaluate::findCandidate(const MObject& shape, const MObjectArray& children,
+                                        MObject& found) const {
     const int vertexCount = MFnMesh(shape).numVertices();
     const MObjectArray intermediates = chosenShapes(children, true);
     MObjectArray candidates;
@@ -224,7 +216,7 @@ MStatus meshEvaluate::findCandidate(const MObject& shape, const MObjectArray& ch
     }
     if (candidates.length() < 2) {
         found = candidates.length() == 1 ? candidates[0] : shape;
-        return MS::kSuccess;
+        return CallOutcome();
     }
     for (unsigned int k = 0; k < candidates.length(); ++k) {
         MGlobal::displayInfo("Possible excessive intermediate: " +
@@ -234,14 +226,6 @@ MStatus meshEvaluate::findCandidate(const MObject& shape, const MObjectArray& ch
         "Please remove all unnecessary shape nodes.\n"
         "A deformed mesh usually has only two shape nodes; the deformed shape and the original shape.");
     // Deliberate, grammar included: scripts look for this text.
-    return fail(shape_.partialPathName() +
-                " has no too many intermediate shape nodes. See script editor for details.");
-}
-
-MStatus meshEvaluate::undoIt() {
-    return MS::kSuccess;
-}
-
-bool meshEvaluate::isUndoable() const {
-    return false;
+    return CallOutcome::failed(shape_.partialPathName() +
+                               " has no too many intermediate shape nodes. See script editor for details.");
 }

@@ -17,8 +17,9 @@ bool MeshObject::isAlive() const {
 }
 
 bool readMeshPoints(const MeshObject& mesh, MFloatPointArray& points, MString& error) {
-    if (MFnMesh(mesh.path()).getPoints(points, MSpace::kObject)) return true;
-    error = "The points of " + mesh.path().partialPathName() + " cannot be read.";
+    points.clear();
+    if (MFnMesh(mesh.path()).getPoints(points, MSpace::kObject) && points.length() > 0) return true;
+    error = mesh.path().partialPathName() + " has no points.";
     return false;
 }
 

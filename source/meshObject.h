@@ -33,7 +33,7 @@ class MeshObject {
 };
 
 /// The object-space points of a mesh.
-/// @param error  that they cannot be read, with the name of the mesh; it has no geometry then
+/// @param error  that there are none, with the name of the mesh
 bool readMeshPoints(const MeshObject& mesh, MFloatPointArray& points, MString& error);
 
 /// An item of a list as the host shows it.

@@ -1,5 +1,6 @@
 #include "mirrorPartners.h"
 
+#include <maya/MFloatPointArray.h>
 #include <maya/MFnMesh.h>
 #include <maya/MGlobal.h>
 #include <maya/MStringArray.h>
@@ -58,6 +59,8 @@ bool findPartners(const PartnerSearch& search, const MIntArray& vertices, MIntAr
         partners = mapIndicesByVertexOrder(search.orderMesh.path(), vertices);
         return true;
     }
+    MFloatPointArray points;
+    if (!readMeshPoints(search.mesh, points, error)) return false;
     partners = mirrorIndicesByPosition(search.mesh.path(), search.axis, vertices, search.tolerance);
     if (partners.length() == vertices.length()) return true;
     error = countMismatch(vertices.length(), partners.length());

@@ -27,6 +27,7 @@
 
 namespace {
 
+constexpr const char* kProduct = "DELVENTools";
 constexpr const char* kVendor = "DELVENTools developers";
 constexpr const char* kVersion = "5.10.0";
 constexpr const char* kRequiredApi = "Any";
@@ -39,35 +40,35 @@ struct Registration {
     MCreateSyntaxFunction newSyntax;
 };
 
+template <typename Command>
+constexpr Registration registrationOf() {
+    return {Command::kName, Command::creator, Command::newSyntax};
+}
+
 /// All commands, in the order in which they are registered and removed.
 constexpr Registration kCommands[] = {
-    {blendShapeEditWeights::kName, blendShapeEditWeights::creator, blendShapeEditWeights::newSyntax},
-    {blendShapeExportData::kName, blendShapeExportData::creator, blendShapeExportData::newSyntax},
-    {blendShapeExtractTarget::kName, blendShapeExtractTarget::creator, blendShapeExtractTarget::newSyntax},
-    {blendShapeImportData::kName, blendShapeImportData::creator, blendShapeImportData::newSyntax},
-    {blendShapeMirrorTarget::kName, blendShapeMirrorTarget::creator, blendShapeMirrorTarget::newSyntax},
-    {blendShapeRemoveDeltas::kName, blendShapeRemoveDeltas::creator, blendShapeRemoveDeltas::newSyntax},
-    {blendShapeReplaceTarget::kName, blendShapeReplaceTarget::creator, blendShapeReplaceTarget::newSyntax},
-    {blendShapeSetInbetweenPosition::kName, blendShapeSetInbetweenPosition::creator,
-     blendShapeSetInbetweenPosition::newSyntax},
-    {blendShapeSplitTarget::kName, blendShapeSplitTarget::creator, blendShapeSplitTarget::newSyntax},
-    {displayMessage::kName, displayMessage::creator, displayMessage::newSyntax},
-    {editRegionMap::kName, editRegionMap::creator, editRegionMap::newSyntax},
-    {editTweakNode::kName, editTweakNode::creator, editTweakNode::newSyntax},
-    {getBlendShapeIndices::kName, getBlendShapeIndices::creator, getBlendShapeIndices::newSyntax},
-    {getComponentList::kName, getComponentList::creator, getComponentList::newSyntax},
-    {meshEvaluate::kName, meshEvaluate::creator, meshEvaluate::newSyntax},
-    {polyMapVertexOrder::kName, polyMapVertexOrder::creator, polyMapVertexOrder::newSyntax},
-    {polySymmetry::kName, polySymmetry::creator, polySymmetry::newSyntax},
-    {reorderRotation::kName, reorderRotation::creator, reorderRotation::newSyntax},
-    {sculptExtractDeltaMesh::kName, sculptExtractDeltaMesh::creator, sculptExtractDeltaMesh::newSyntax},
+    registrationOf<blendShapeEditWeights>(),
+    registrationOf<blendShapeExportData>(),
+    registrationOf<blendShapeExtractTarget>(),
+    registrationOf<blendShapeImportData>(),
+    registrationOf<blendShapeMirrorTarget>(),
+    registrationOf<blendShapeRemoveDeltas>(),
+    registrationOf<blendShapeReplaceTarget>(),
+    registrationOf<blendShapeSetInbetweenPosition>(),
+    registrationOf<blendShapeSplitTarget>(),
+    registrationOf<displayMessage>(),
+    registrationOf<editRegionMap>(),
+    registrationOf<editTweakNode>(),
+    registrationOf<getBlendShapeIndices>(),
+    registrationOf<getComponentList>(),
+    registrationOf<meshEvaluate>(),
+    registrationOf<polyMapVertexOrder>(),
+    registrationOf<polySymmetry>(),
+    registrationOf<reorderRotation>(),
+    registrationOf<sculptExtractDeltaMesh>(),
 };
 
-}  // namespace
-
-/// Registers every command, the one that makes the compare tool last. One that fails (its name is taken) does
-/// not keep the others from being offered; the status is that of the last.
-PLUGIN_EXPORT MStatus initializePlugin(MObject object) {
+MStatus registerAll(MObject& object) {
     MFnPlugin plugin(object, kVendor, kVersion, kRequiredApi);
     MStatus status;
     for (const Registration& command : kCommands) {
@@ -79,8 +80,7 @@ PLUGIN_EXPORT MStatus initializePlugin(MObject object) {
     return status;
 }
 
-/// Removes them in the same order; the status is that of the last.
-PLUGIN_EXPORT MStatus uninitializePlugin(MObject object) {
+MStatus deregisterAll(MObject& object) {
     MFnPlugin plugin(object, kVendor, kVersion, kRequiredApi);
     MStatus status;
     for (const Registration& command : kCommands) {
@@ -90,4 +90,17 @@ PLUGIN_EXPORT MStatus uninitializePlugin(MObject object) {
     status = plugin.deregisterContextCommand(CompareToolCommand::kName);
     if (!status) status.perror(MString("Deregister ") + CompareToolCommand::kName + " command failed.");
     return status;
+}
+
+}  // namespace
+
+/// Registers every command, the one that makes the compare tool last. One that fails (its name is taken) does
+/// not keep the others from being offered; the status is that of the last.
+PLUGIN_EXPORT MStatus initializePlugin(MObject object) {
+    return guardEntry(kProduct, [&] { return registerAll(object); });
+}
+
+/// Removes them in the same order; the status is that of the last.
+PLUGIN_EXPORT MStatus uninitializePlugin(MObject object) {
+    return guardEntry(kProduct, [&] { return deregisterAll(object); });
 }

@@ -1,5 +1,6 @@
 #include "polyMapVertexOrder.h"
 
+#include <maya/MArgDatabase.h>
 #include <maya/MFn.h>
 #include <maya/MFnMesh.h>
 #include <maya/MFnSingleIndexedComponent.h>
@@ -7,7 +8,6 @@
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
 
-#include "commandSupport.h"
 #include "meshObject.h"
 #include "mirrorPasses.h"
 #include "symmetryEdgeStart.h"
@@ -17,9 +17,23 @@
 
 namespace {
 
-const CommandInfo& info() {
-    static const CommandInfo command{
-        polyMapVertexOrder::kName,
+/// The name and the lines that edges without two faces are reported with; users look for them in their logs.
+constexpr const char* kReportFile = "polyMapVertexOrder";
+constexpr int kBuildLine = 342;
+constexpr int kExtendLine = 385;
+
+/// The result where there is no usable map, or nothing could be mapped.
+constexpr int kNoMap = -1;
+
+CallOutcome fail(const MString& error, const MStatus& status = MS::kFailure) {
+    return CallOutcome::failed(error, status, ErrorSink::kCommand);
+}
+
+}  // namespace
+
+const CommandInfo& polyMapVertexOrder::info() {
+    static const CommandInfo description{
+        kName,
         "Creates a reversed vertex order and stores it on the given target mesh.",
         {{"-atm", "-addToMap", MSyntax::kNoArg, "add to the map based on two selected edges"},
          {"-a", "-axis", MSyntax::kString, "symmetry axis"},
@@ -34,41 +48,15 @@ const CommandInfo& info() {
           "output info to the script editor (0: none, 1: simple, 2: full)"}},
         "dv_polyMapVertexOrder -a <string> -tol <float> polyName",
         "int"};
-    return command;
+    return description;
 }
 
-/// The name and the lines that edges without two faces are reported with; users look for them in their logs.
-constexpr const char* kReportFile = "polyMapVertexOrder";
-constexpr int kBuildLine = 342;
-constexpr int kExtendLine = 385;
-
-/// The result where there is no usable map, or nothing could be mapped.
-constexpr int kNoMap = -1;
-
-MStatus fail(const MString& text, const MStatus& status = MS::kFailure) {
-    return reportError(text, ErrorResult::kNothing, ErrorSink::kCommand, status);
-}
-
-}  // namespace
-
-void* polyMapVertexOrder::creator() {
-    return new polyMapVertexOrder();
-}
-
-MSyntax polyMapVertexOrder::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus polyMapVertexOrder::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    readFlags(database);
+CallOutcome polyMapVertexOrder::read(const MArgDatabase& arguments) {
+    readFlags(arguments);
     MSelectionList objects;
-    MStatus status = database.getObjects(objects);
+    const MStatus status = arguments.getObjects(objects);
     if (!status) return fail("Error getting objects", status);
-    if (objects.isEmpty()) return fail("No mesh provided.");
-    status = readMesh(objects);
-    return status ? redoIt() : status;
+    return objects.isEmpty() ? fail("No mesh provided.") : readMesh(objects);
 }
 
 void polyMapVertexOrder::readFlags(const MArgDatabase& arguments) {
@@ -85,14 +73,14 @@ void polyMapVertexOrder::readFlags(const MArgDatabase& arguments) {
 }
 
 /// Takes the mesh and its components from the first object; further ones are ignored.
-MStatus polyMapVertexOrder::readMesh(const MSelectionList& objects) {
+CallOutcome polyMapVertexOrder::readMesh(const MSelectionList& objects) {
     MString error;
     if (!readMeshItem(objects, 0, mesh_, error)) return fail(error);
     MDagPath path;
     MObject component;
     objects.getDagPath(0, path, component);
     readComponent(component);
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
 void polyMapVertexOrder::readComponent(MObject& component) {
@@ -103,10 +91,10 @@ void polyMapVertexOrder::readComponent(MObject& component) {
     }
 }
 
-MStatus polyMapVertexOrder::redoIt() {
+CallOutcome polyMapVertexOrder::edit() {
     std::vector<SymmetryStart> starts;
-    MStatus status = startAtSelectedEdges(starts);
-    if (!status) return status;
+    const CallOutcome outcome = startAtSelectedEdges(starts);
+    if (!outcome.isDone()) return outcome;
     MPlug plug;
     const bool hasMap = findVertexOrderMap(mesh_, plug);
     const MIntArray map = hasMap ? readVertexOrderMap(plug) : MIntArray();
@@ -115,41 +103,41 @@ MStatus polyMapVertexOrder::redoIt() {
 
 /// A start for every selected edge; when a map is extended, only for a single one. Also where the mode of the
 /// command has no use for it: scripts get the warning about an edge that has not two faces in every mode.
-MStatus polyMapVertexOrder::startAtSelectedEdges(std::vector<SymmetryStart>& starts) const {
-    if (addsToMap_ && selectedEdges_.length() != 1) return MS::kSuccess;
+CallOutcome polyMapVertexOrder::startAtSelectedEdges(std::vector<SymmetryStart>& starts) const {
+    if (addsToMap_ && selectedEdges_.length() != 1) return CallOutcome();
     for (unsigned int k = 0; k < selectedEdges_.length(); ++k) {
         SymmetryStart start;
         const MStatus status = centreEdgeStart(mesh_, selectedEdges_[k], start);
         if (!status) {
             status.pAPIerror(kReportFile, addsToMap_ ? kExtendLine : kBuildLine);
-            return status;
+            return CallOutcome::failed("", status);
         }
         starts.push_back(start);
     }
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
-MStatus polyMapVertexOrder::query(bool hasMap, const MIntArray& map) {
+CallOutcome polyMapVertexOrder::query(bool hasMap, const MIntArray& map) {
     const bool isUsable =
         hasMap && map.length() > 0 && map.length() == static_cast<unsigned int>(MFnMesh(mesh_).numVertices());
     if (!isUsable) {
         setResult(kNoMap);
-        return MS::kSuccess;
+        return CallOutcome();
     }
     if (!checks_ && !selectsMapped_ && !selectsUnmapped_) return copyMap(map);
     if (!checks_ || areVerticesSelected_) {
         select(map);
-        return MS::kSuccess;
+        return CallOutcome();
     }
     int unmapped = 0;
     for (unsigned int k = 0; k < map.length(); ++k)
         unmapped += map[k] == kUnmapped ? 1 : 0;
     setResult(unmapped);
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
 /// The other mesh must be named by its shape; its vertex count does not matter.
-MStatus polyMapVertexOrder::copyMap(const MIntArray& map) const {
+CallOutcome polyMapVertexOrder::copyMap(const MIntArray& map) const {
     MSelectionList list;
     list.add(copyTarget_);
     MObject node;
@@ -158,8 +146,9 @@ MStatus polyMapVertexOrder::copyMap(const MIntArray& map) const {
     MDagPath target;
     list.getDagPath(0, target);
     const MStatus status = writeVertexOrderMap(target, map);
-    if (status) setResult(1);
-    return status;
+    if (!status) return CallOutcome::failed("", status);
+    setResult(1);
+    return CallOutcome();
 }
 
 /// Selects the selected vertices with their partners, else all that are mapped, else all that are not.
@@ -181,26 +170,27 @@ void polyMapVertexOrder::select(const MIntArray& map) const {
     selectComponents(mesh_, {}, vertices);
 }
 
-MStatus polyMapVertexOrder::buildMap(std::vector<SymmetryStart>& starts, const MIntArray& stored) {
+CallOutcome polyMapVertexOrder::buildMap(std::vector<SymmetryStart>& starts, const MIntArray& stored) {
     SymmetryMesh mesh(mesh_, axisIndex(axis_), tolerance_);
     bool hasErrors = false;
     MStatus status = findStarts(mesh, starts, hasErrors);
-    if (!status) return status;
+    if (!status) return CallOutcome::failed("", status);
     const auto vertexCount = static_cast<std::size_t>(mesh.topology().vertexCount());
     if (addsToMap_ && stored.length() != vertexCount) {
-        setResult(kNoMap);
-        return fail("Unable to extend the order mapping because the vertex count has changed.");
+        return fail("Unable to extend the order mapping because the vertex count has changed.")
+            .withResult(ErrorResult::kMinusOne);
     }
     std::vector<int> map(vertexCount, kUnmapped);
     if (addsToMap_ && vertexCount > 0) stored.get(map.data());
     int walkedCount = 0;
     status = walkStarts(mesh.topology(), starts, map, walkedCount);
-    if (!status) return status;
-    status = writeVertexOrderMap(mesh_, MIntArray(map.data(), static_cast<unsigned int>(vertexCount)));
-    if (!status) return status;
+    if (status) {
+        status = writeVertexOrderMap(mesh_, MIntArray(map.data(), static_cast<unsigned int>(vertexCount)));
+    }
+    if (!status) return CallOutcome::failed("", status);
     setResult(addsToMap_ || walkedCount > 0 ? 1 : kNoMap);
     if (hasErrors) showHowToGetDetails(mesh.tolerance());
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
 MStatus polyMapVertexOrder::findStarts(SymmetryMesh& mesh, std::vector<SymmetryStart>& starts,
@@ -228,11 +218,8 @@ void polyMapVertexOrder::showHowToGetDetails(double tolerance) const {
 }
 
 /// Changes nothing; tells whether there is a map.
-MStatus polyMapVertexOrder::undoIt() {
+CallOutcome polyMapVertexOrder::restore() {
     MPlug plug;
-    return findVertexOrderMap(mesh_, plug);
-}
-
-bool polyMapVertexOrder::isUndoable() const {
-    return false;
+    const MStatus status = findVertexOrderMap(mesh_, plug);
+    return status ? CallOutcome() : CallOutcome::failed("", status);
 }

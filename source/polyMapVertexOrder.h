@@ -1,17 +1,14 @@
 #pragma once
 
-#include <maya/MArgDatabase.h>
-#include <maya/MArgList.h>
 #include <maya/MDagPath.h>
 #include <maya/MIntArray.h>
-#include <maya/MPxCommand.h>
 #include <maya/MSelectionList.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MSyntax.h>
 
 #include <vector>
 
+#include "commandSupport.h"
 #include "symmetryTraversal.h"
 
 /// dv_polyMapVertexOrder: pairs every vertex of a mesh with its mirror partner, by connectivity, and keeps
@@ -21,29 +18,27 @@
 /// result is an int: 1, the number of gaps, or -1 where there is no usable map or nothing could be mapped;
 /// modes that select set none. Not undoable: a map that was written stays. Problems with single shells are
 /// told and leave gaps; a walk that fails leaves the stored map as it was.
-class polyMapVertexOrder : public MPxCommand {
+class polyMapVertexOrder : public CommandOf<polyMapVertexOrder> {
   public:
     static constexpr const char* kName = "dv_polyMapVertexOrder";
+    static const CommandInfo& info();
 
-    static void* creator();
-    static MSyntax newSyntax();
-
-    MStatus doIt(const MArgList& arguments) override;
-    MStatus undoIt() override;
-    MStatus redoIt() override;
-    bool isUndoable() const override;
+  protected:
+    CallOutcome read(const MArgDatabase& arguments) override;
+    CallOutcome edit() override;
+    CallOutcome restore() override;
 
   private:
     void readFlags(const MArgDatabase& arguments);
-    MStatus readMesh(const MSelectionList& objects);
+    CallOutcome readMesh(const MSelectionList& objects);
     void readComponent(MObject& component);
 
     bool isQuery() const { return checks_ || copies_ || selectsMapped_ || selectsUnmapped_; }
-    MStatus startAtSelectedEdges(std::vector<SymmetryStart>& starts) const;
-    MStatus query(bool hasMap, const MIntArray& map);
-    MStatus copyMap(const MIntArray& map) const;
+    CallOutcome startAtSelectedEdges(std::vector<SymmetryStart>& starts) const;
+    CallOutcome query(bool hasMap, const MIntArray& map);
+    CallOutcome copyMap(const MIntArray& map) const;
     void select(const MIntArray& map) const;
-    MStatus buildMap(std::vector<SymmetryStart>& starts, const MIntArray& stored);
+    CallOutcome buildMap(std::vector<SymmetryStart>& starts, const MIntArray& stored);
     MStatus findStarts(SymmetryMesh& mesh, std::vector<SymmetryStart>& starts, bool& hasErrors) const;
     void showHowToGetDetails(double tolerance) const;
 

@@ -13,27 +13,12 @@
 
 #include <cstddef>
 
-#include "commandSupport.h"
 #include "mirroredMesh.h"
 #include "symmetryMesh.h"
 #include "symmetryPlane.h"
 #include "vertexOrderMap.h"
 
 namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{
-        polySymmetry::kName,
-        "Checks for mesh symmetry. Returns 1 if the mesh is symmetrical.",
-        {{"-atm", "-addToMap", MSyntax::kNoArg, "add the symmetry ids to the vertex order map"},
-         {"-aom", "-applyOrderMap", MSyntax::kString, "name of the mesh with the symmetry map"},
-         {"-ax", "-axis", MSyntax::kString, "symmetry axis (optional, default: x)"},
-         {"-dir", "-direction", MSyntax::kBoolean, "direction (optional, default: 1; positive to negative)"},
-         {"-tol", "-tolerance", MSyntax::kDouble, "tolerance value (optional, default: 0.001)"}},
-        "dv_polySymmetry -a <int> -ax <string> -dir <int> -tol <float> polyName",
-        "int"};
-    return command;
-}
 
 /// The option variable in which the mirror tools look for the tolerance to suggest.
 constexpr const char* kToleranceVariable = "DELVENMirrorToleranceValue";
@@ -42,11 +27,8 @@ constexpr const char* kToleranceVariable = "DELVENMirrorToleranceValue";
 constexpr const char* kReportFile = "polySymmetry";
 constexpr int kUndoLine = 683;
 
-/// The result where the stored map does not fit the mesh.
-constexpr int kUnusableMap = -1;
-
-MStatus fail(const MString& text, const MStatus& status = MS::kFailure) {
-    return reportError(text, ErrorResult::kNothing, ErrorSink::kCommand, status);
+CallOutcome fail(const MString& error, const MStatus& status = MS::kFailure) {
+    return CallOutcome::failed(error, status, ErrorSink::kCommand);
 }
 
 /// Gives the points on the target side the place that their partners' mirror images have. Partners
@@ -65,39 +47,43 @@ void mirrorByMap(const MIntArray& map, int axis, int targetSide, MFloatPointArra
 
 }  // namespace
 
-void* polySymmetry::creator() {
-    return new polySymmetry();
+const CommandInfo& polySymmetry::info() {
+    static const CommandInfo description{
+        kName,
+        "Checks for mesh symmetry. Returns 1 if the mesh is symmetrical.",
+        {{"-atm", "-addToMap", MSyntax::kNoArg, "add the symmetry ids to the vertex order map"},
+         {"-aom", "-applyOrderMap", MSyntax::kString, "name of the mesh with the symmetry map"},
+         {"-ax", "-axis", MSyntax::kString, "symmetry axis (optional, default: x)"},
+         {"-dir", "-direction", MSyntax::kBoolean, "direction (optional, default: 1; positive to negative)"},
+         {"-tol", "-tolerance", MSyntax::kDouble, "tolerance value (optional, default: 0.001)"}},
+        "dv_polySymmetry -a <int> -ax <string> -dir <int> -tol <float> polyName",
+        "int",
+        true};
+    return description;
 }
 
-MSyntax polySymmetry::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus polySymmetry::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    addsToMap_ = database.isFlagSet("-atm");
-    appliesMap_ = database.isFlagSet("-aom");
+CallOutcome polySymmetry::read(const MArgDatabase& arguments) {
+    addsToMap_ = arguments.isFlagSet("-atm");
+    appliesMap_ = arguments.isFlagSet("-aom");
     MString sourceName;
-    readFlag(database, "-aom", sourceName);
-    readFlag(database, "-ax", axis_);
-    readFlag(database, "-dir", isPositiveSource_);
-    readFlag(database, "-tol", tolerance_);
+    readFlag(arguments, "-aom", sourceName);
+    readFlag(arguments, "-ax", axis_);
+    readFlag(arguments, "-dir", isPositiveSource_);
+    readFlag(arguments, "-tol", tolerance_);
     MSelectionList objects;
-    MStatus status = database.getObjects(objects);
-    if (status && sourceName.length() > 0) status = objects.add(sourceName);
+    const MStatus status = arguments.getObjects(objects);
     if (!status) return fail("Error getting objects", status);
+    if (sourceName.length() > 0 && !objects.add(sourceName)) {
+        return fail("The -applyOrderMap flag names " + sourceName + ", which does not exist.");
+    }
     if (objects.isEmpty()) return fail("No mesh provided.");
-    status = readObjects(objects);
-    if (!status) return status;
-    if (!isAxisText(axis_)) return fail(kAxisError);
-    isChecked_ = true;
-    return redoIt();
+    const CallOutcome outcome = readObjects(objects);
+    return outcome.isDone() && !isAxisText(axis_) ? fail(kAxisError) : outcome;
 }
 
 /// The first object is the mesh; of the others, which must be meshes too, the last is where a map
 /// comes from.
-MStatus polySymmetry::readObjects(const MSelectionList& objects) {
+CallOutcome polySymmetry::readObjects(const MSelectionList& objects) {
     for (unsigned int k = 0; k < objects.length(); ++k) {
         MDagPath path;
         MString error;
@@ -105,7 +91,7 @@ MStatus polySymmetry::readObjects(const MSelectionList& objects) {
         (k == 0 ? mesh_ : mapSource_) = MeshObject(path);
     }
     readComponent(objects);
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
 /// Only the first element matters: it stands for its shell.
@@ -121,15 +107,15 @@ void polySymmetry::readComponent(const MSelectionList& objects) {
     }
 }
 
-MStatus polySymmetry::redoIt() {
-    // A call that answered -help may still be queued.
-    if (!isChecked_) return MS::kSuccess;
+CallOutcome polySymmetry::edit() {
     if (!mesh_.isAlive()) return fail("No mesh provided.");
-    MFnMesh(mesh_.path()).getPoints(savedPoints_, MSpace::kObject);
+    MString error;
+    if (!readMeshPoints(mesh_, savedPoints_, error)) return fail(error);
+    hasSavedPoints_ = true;
     return appliesMap_ ? applyMap() : check();
 }
 
-MStatus polySymmetry::applyMap() {
+CallOutcome polySymmetry::applyMap() {
     if (!mapSource_.isAlive()) return fail(kMapError);
     MFloatPointArray points(savedPoints_);
     MIntArray map;
@@ -137,18 +123,19 @@ MStatus polySymmetry::applyMap() {
     if (!readUsableVertexOrderMap(mapSource_.path(), points.length(), map, error)) return fail(error);
     mirrorByMap(map, axisIndex(axis_), targetSide(), points);
     const MStatus status = MFnMesh(mesh_.path()).setPoints(points, MSpace::kObject);
-    if (status) setResult(1);
-    return status;
+    if (!status) return CallOutcome::failed("", status);
+    setResult(1);
+    return CallOutcome();
 }
 
-MStatus polySymmetry::check() {
+CallOutcome polySymmetry::check() {
     SymmetryFindings findings;
-    const MStatus status = findPartners(restrictedVertices(), findings);
-    if (!status) return status;
+    const CallOutcome outcome = findPartners(restrictedVertices(), findings);
+    if (!outcome.isDone()) return outcome;
     setResult(findings.asymmetric.empty() ? 1 : 0);
     if (!addsToMap_) showFindings(findings.asymmetric);
     MGlobal::setOptionVarValue(kToleranceVariable, findings.neighbourDistance / 10.0);
-    return MS::kSuccess;
+    return outcome;
 }
 
 /// The vertices of the shell that the user pointed at, ascending; empty when the check is for all.
@@ -192,7 +179,7 @@ int polySymmetry::firstFace() const {
 
 /// Looks every vertex up on a mirrored copy of the mesh, which is gone afterwards, and writes the
 /// map where that was asked for.
-MStatus polySymmetry::findPartners(const std::vector<int>& restricted, SymmetryFindings& findings) const {
+CallOutcome polySymmetry::findPartners(const std::vector<int>& restricted, SymmetryFindings& findings) const {
     MirroredMesh image(mesh_.path(), axisIndex(axis_), tolerance_);
     if (!image.create()) {
         // Deliberate: scripts expect the copy that could not be searched to stay.
@@ -200,29 +187,30 @@ MStatus polySymmetry::findPartners(const std::vector<int>& restricted, SymmetryF
         return fail("Failed to create intersector.");
     }
     std::vector<int> map;
-    const MStatus status = readMap(restricted, map);
-    if (!status) return status;
+    const CallOutcome outcome = readMap(restricted, map);
+    if (!outcome.isDone()) return outcome;
     findings = checkPositions(image, targetSide(), restricted, map);
-    return addsToMap_ ? writeVertexOrderMap(mesh_.path(),
-                                            MIntArray(map.data(), static_cast<unsigned int>(map.size())))
-                      : MStatus(MS::kSuccess);
+    if (!addsToMap_) return outcome;
+    const MStatus status =
+        writeVertexOrderMap(mesh_.path(), MIntArray(map.data(), static_cast<unsigned int>(map.size())));
+    return status ? outcome : CallOutcome::failed("", status);
 }
 
 /// The map that partners are entered in: the stored one, if it is to be extended, without the
 /// vertices that the check is restricted to.
-MStatus polySymmetry::readMap(const std::vector<int>& restricted, std::vector<int>& map) const {
+CallOutcome polySymmetry::readMap(const std::vector<int>& restricted, std::vector<int>& map) const {
     map.assign(static_cast<std::size_t>(MFnMesh(mesh_.path()).numVertices()), kUnmapped);
     MPlug plug;
-    if (!addsToMap_ || !findVertexOrderMap(mesh_.path(), plug)) return MS::kSuccess;
+    if (!addsToMap_ || !findVertexOrderMap(mesh_.path(), plug)) return CallOutcome();
     const MIntArray stored = readVertexOrderMap(plug);
     if (stored.length() != map.size()) {
-        setResult(kUnusableMap);
-        return fail("Unable to extend the order mapping because the vertex count has changed.");
+        return fail("Unable to extend the order mapping because the vertex count has changed.")
+            .withResult(ErrorResult::kMinusOne);
     }
     if (!map.empty()) stored.get(map.data());
     for (const int vertex : restricted)
         map[static_cast<std::size_t>(vertex)] = kUnmapped;
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
 void polySymmetry::showFindings(const std::vector<int>& asymmetric) const {
@@ -236,15 +224,12 @@ void polySymmetry::showFindings(const std::vector<int>& asymmetric) const {
     MGlobal::displayInfo(text);
 }
 
-MStatus polySymmetry::undoIt() {
-    // A call that answered -help may still be queued.
-    if (!isChecked_) return MS::kSuccess;
+CallOutcome polySymmetry::restore() {
+    if (!hasSavedPoints_) return CallOutcome();
+    hasSavedPoints_ = false;
     MStatus status(MS::kFailure);
     if (mesh_.isAlive()) status = MFnMesh(mesh_.path()).setPoints(savedPoints_, MSpace::kObject);
-    if (!status) status.pAPIerror(kReportFile, kUndoLine);
-    return status;
-}
-
-bool polySymmetry::isUndoable() const {
-    return true;
+    if (status) return CallOutcome();
+    status.pAPIerror(kReportFile, kUndoLine);
+    return CallOutcome::failed("", status);
 }

@@ -1,16 +1,13 @@
 #pragma once
 
-#include <maya/MArgList.h>
 #include <maya/MFloatPointArray.h>
 #include <maya/MFn.h>
-#include <maya/MPxCommand.h>
 #include <maya/MSelectionList.h>
-#include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MSyntax.h>
 
 #include <vector>
 
+#include "commandSupport.h"
 #include "meshObject.h"
 #include "positionCheck.h"
 
@@ -21,30 +18,28 @@
 /// without one are selected, unless the partners found go into the mesh's vertex order map. A check
 /// also leaves a tolerance that suits the mesh in an option variable. Undo sets the points as they
 /// were, after a check too; maps, the selection and the option variable stay.
-class polySymmetry : public MPxCommand {
+class polySymmetry : public CommandOf<polySymmetry> {
   public:
     static constexpr const char* kName = "dv_polySymmetry";
+    static const CommandInfo& info();
 
-    static void* creator();
-    static MSyntax newSyntax();
-
-    MStatus doIt(const MArgList& arguments) override;
-    MStatus undoIt() override;
-    MStatus redoIt() override;
-    bool isUndoable() const override;
+  protected:
+    CallOutcome read(const MArgDatabase& arguments) override;
+    CallOutcome edit() override;
+    CallOutcome restore() override;
 
   private:
-    MStatus readObjects(const MSelectionList& objects);
+    CallOutcome readObjects(const MSelectionList& objects);
     void readComponent(const MSelectionList& objects);
 
     /// The side whose vertices follow those of the other, as planeSide tells it.
     int targetSide() const { return isPositiveSource_ ? -1 : 1; }
-    MStatus applyMap();
-    MStatus check();
+    CallOutcome applyMap();
+    CallOutcome check();
     std::vector<int> restrictedVertices() const;
     int firstFace() const;
-    MStatus readMap(const std::vector<int>& restricted, std::vector<int>& map) const;
-    MStatus findPartners(const std::vector<int>& restricted, SymmetryFindings& findings) const;
+    CallOutcome readMap(const std::vector<int>& restricted, std::vector<int>& map) const;
+    CallOutcome findPartners(const std::vector<int>& restricted, SymmetryFindings& findings) const;
     void showFindings(const std::vector<int>& asymmetric) const;
 
     bool addsToMap_ = false;
@@ -53,10 +48,10 @@ class polySymmetry : public MPxCommand {
     bool isPositiveSource_ = true;
     double tolerance_ = 0.001;
 
-    bool isChecked_ = false;
     MeshObject mesh_;
     MeshObject mapSource_;
     MFn::Type componentType_ = MFn::kInvalid;  // of the mesh's item: vertices, edges, faces or nothing
     int firstElement_ = -1;
+    bool hasSavedPoints_ = false;
     MFloatPointArray savedPoints_;
 };

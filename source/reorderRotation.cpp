@@ -5,24 +5,7 @@
 #include <maya/MEulerRotation.h>
 #include <maya/MTransformationMatrix.h>
 
-#include "commandSupport.h"
-
 namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{
-        reorderRotation::kName,
-        "Converts the input rotation to match the target rotate order.",
-        {{"-io", "-inOrder", MSyntax::kLong, "source rotate order"},
-         {"-oo", "-outOrder", MSyntax::kLong, "target rotate order"},
-         {"-irx", "-inRotationX", MSyntax::kDouble, "x rotation value to convert"},
-         {"-iry", "-inRotationY", MSyntax::kDouble, "y rotation value to convert"},
-         {"-irz", "-inRotationZ", MSyntax::kDouble, "z rotation value to convert"}},
-        "dv_reorderRotation -inRotationX <float> -inRotationY <float> -inRotationZ <float> -inOrder <int> "
-        "-outOrder <int>",
-        "float[]"};
-    return command;
-}
 
 /// Deliberate: pi/180 and 180/pi in single precision. Scripts compare results with values made so.
 constexpr double kRadiansPerDegree = 0.01745329238474369;
@@ -47,26 +30,31 @@ Order orderOf(int code) {
 
 }  // namespace
 
-void* reorderRotation::creator() {
-    return new reorderRotation();
+const CommandInfo& reorderRotation::info() {
+    static const CommandInfo description{
+        kName,
+        "Converts the input rotation to match the target rotate order.",
+        {{"-io", "-inOrder", MSyntax::kLong, "source rotate order"},
+         {"-oo", "-outOrder", MSyntax::kLong, "target rotate order"},
+         {"-irx", "-inRotationX", MSyntax::kDouble, "x rotation value to convert"},
+         {"-iry", "-inRotationY", MSyntax::kDouble, "y rotation value to convert"},
+         {"-irz", "-inRotationZ", MSyntax::kDouble, "z rotation value to convert"}},
+        "dv_reorderRotation -inRotationX <float> -inRotationY <float> -inRotationZ <float> -inOrder <int> "
+        "-outOrder <int>",
+        "float[]"};
+    return description;
 }
 
-MSyntax reorderRotation::newSyntax() {
-    return makeSyntax(info());
+CallOutcome reorderRotation::read(const MArgDatabase& arguments) {
+    readFlag(arguments, "-io", inOrder_);
+    readFlag(arguments, "-oo", outOrder_);
+    readFlag(arguments, "-irx", angles_[0]);
+    readFlag(arguments, "-iry", angles_[1]);
+    readFlag(arguments, "-irz", angles_[2]);
+    return CallOutcome();
 }
 
-MStatus reorderRotation::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
-    readFlag(database, "-io", inOrder_);
-    readFlag(database, "-oo", outOrder_);
-    readFlag(database, "-irx", angles_[0]);
-    readFlag(database, "-iry", angles_[1]);
-    readFlag(database, "-irz", angles_[2]);
-    return redoIt();
-}
-
-MStatus reorderRotation::redoIt() {
+CallOutcome reorderRotation::edit() {
     const double radians[3] = {angles_[0] * kRadiansPerDegree, angles_[1] * kRadiansPerDegree,
                                angles_[2] * kRadiansPerDegree};
     MTransformationMatrix matrix;
@@ -78,13 +66,5 @@ MStatus reorderRotation::redoIt() {
     result.append(rotation.y * kDegreesPerRadian);
     result.append(rotation.z * kDegreesPerRadian);
     setResult(result);
-    return MS::kSuccess;
-}
-
-MStatus reorderRotation::undoIt() {
-    return MS::kSuccess;
-}
-
-bool reorderRotation::isUndoable() const {
-    return false;
+    return CallOutcome();
 }

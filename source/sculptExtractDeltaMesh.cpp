@@ -1,5 +1,6 @@
 #include "sculptExtractDeltaMesh.h"
 
+#include <maya/MArgDatabase.h>
 #include <maya/MFloatPoint.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnMesh.h>
@@ -8,26 +9,7 @@
 
 #include <algorithm>
 
-#include "commandSupport.h"
-
 namespace {
-
-const CommandInfo& info() {
-    static const CommandInfo command{
-        sculptExtractDeltaMesh::kName,
-        "Generates a delta mesh based on the given sculpt result and the intermediate shape node.",
-        {{"-c", "-compare", MSyntax::kNoArg, "compares if both meshes are identical"},
-         {"-m", "-mesh", MSyntax::kString, "mesh with skin cluster"},
-         {"-om", "-originalMesh", MSyntax::kString, "original shape node"}},
-        "dv_sculptExtractDeltaMesh -m <string> -om <string>",
-        "int"};
-    return command;
-}
-
-/// After an error in the arguments.
-MStatus fail(const MString& text, const MStatus& status = MS::kSuccess) {
-    return reportError(text, ErrorResult::kZero, ErrorSink::kGlobal, status);
-}
 
 /// Exactly, in the vertices that both have.
 bool areEqual(const MFloatPointArray& left, const MFloatPointArray& right) {
@@ -40,32 +22,47 @@ bool areEqual(const MFloatPointArray& left, const MFloatPointArray& right) {
     return true;
 }
 
+/// Sets the points of a mesh at its end, whatever has happened in between.
+class KeptPoints {
+  public:
+    KeptPoints(MFnMesh& mesh, const MFloatPointArray& points) : mesh_(mesh), points_(points) {}
+    ~KeptPoints() { mesh_.setPoints(points_, MSpace::kObject); }
+    KeptPoints(const KeptPoints&) = delete;
+    KeptPoints& operator=(const KeptPoints&) = delete;
+
+  private:
+    MFnMesh& mesh_;
+    MFloatPointArray points_;
+};
+
 }  // namespace
 
-void* sculptExtractDeltaMesh::creator() {
-    return new sculptExtractDeltaMesh();
+const CommandInfo& sculptExtractDeltaMesh::info() {
+    static const CommandInfo description{
+        kName,
+        "Generates a delta mesh based on the given sculpt result and the intermediate shape node.",
+        {{"-c", "-compare", MSyntax::kNoArg, "compares if both meshes are identical"},
+         {"-m", "-mesh", MSyntax::kString, "mesh with skin cluster"},
+         {"-om", "-originalMesh", MSyntax::kString, "original shape node"}},
+        "dv_sculptExtractDeltaMesh -m <string> -om <string>",
+        "int",
+        true,
+        ErrorResult::kZero};
+    return description;
 }
 
-MSyntax sculptExtractDeltaMesh::newSyntax() {
-    return makeSyntax(info());
-}
-
-MStatus sculptExtractDeltaMesh::doIt(const MArgList& arguments) {
-    const MArgDatabase database(syntax(), arguments);
-    if (answerHelp(database, info())) return MS::kSuccess;
+CallOutcome sculptExtractDeltaMesh::read(const MArgDatabase& arguments) {
     MString meshName;
     MString originalName;
-    compares_ = database.isFlagSet("-c");
-    readFlag(database, "-m", meshName);
-    readFlag(database, "-om", originalName);
+    compares_ = arguments.isFlagSet("-c");
+    readFlag(arguments, "-m", meshName);
+    readFlag(arguments, "-om", originalName);
     MSelectionList objects;
-    const MStatus status = database.getObjects(objects);
-    if (!status) return fail("Error getting objects", status);
-    if (objects.isEmpty()) return fail("No target mesh provided.");
+    const MStatus status = arguments.getObjects(objects);
+    if (!status) return CallOutcome::failed("Error getting objects", status);
+    if (objects.isEmpty()) return CallOutcome::refused("No target mesh provided.");
     MString error;
-    if (!readMeshes(objects, meshName, originalName, error)) return fail(error);
-    isChecked_ = true;
-    return redoIt();
+    return readMeshes(objects, meshName, originalName, error) ? CallOutcome() : CallOutcome::refused(error);
 }
 
 /// Sets the three meshes: the first of the objects is the sculpt.
@@ -91,25 +88,52 @@ bool sculptExtractDeltaMesh::readMeshes(const MSelectionList& objects, const MSt
     return true;
 }
 
-MStatus sculptExtractDeltaMesh::redoIt() {
-    // A call that answered -help or failed a check may still be queued.
-    if (!isChecked_) return MS::kSuccess;
-    created_ = MObjectHandle();
-    if (!sculpt_.isAlive() || !deformed_.isAlive() || !intermediate_.isAlive()) {
-        return fail("One of the meshes is not in the scene any more.", MS::kFailure);
-    }
+CallOutcome sculptExtractDeltaMesh::edit() {
     MFloatPointArray points;
+    const CallOutcome outcome = extract(points);
+    return outcome.isDone() ? create(points) : outcome;
+}
+
+CallOutcome sculptExtractDeltaMesh::redo() {
+    MFloatPointArray points;
+    const CallOutcome outcome = extract(points);
+    if (!outcome.isDone()) return outcome;
+    if (!created_.bringBack()) return create(points);
+    created_.setPoints(points);
+    return outcome;
+}
+
+/// Makes the new mesh, named after the sculpt.
+CallOutcome sculptExtractDeltaMesh::create(MFloatPointArray& points) {
+    MStatus status;
+    MFnMesh mesh;
+    const MObject created = mesh.copy(intermediate_.path().node(), MObject::kNullObj, &status);
+    if (!status) return CallOutcome::failed("The intermediate shape cannot be copied.", status);
+    mesh.setPoints(points, MSpace::kObject);
+    created_.set(created);
+    MDagPath sculpted = sculpt_.path();
+    sculpted.pop();
+    MFnDagNode transform(created);
+    transform.setName(MFnDagNode(sculpted).name() + "_corrective");
+    setResult(transform.name());
+    return CallOutcome();
+}
+
+/// The points of the corrective shape, with a warning where they mean nothing.
+CallOutcome sculptExtractDeltaMesh::extract(MFloatPointArray& points) const {
+    if (!sculpt_.isAlive() || !deformed_.isAlive() || !intermediate_.isAlive()) {
+        return CallOutcome::failed("One of the meshes is not in the scene any more.");
+    }
     unsigned int unsolved = 0;
     MString error;
     if (!readCorrective(points, unsolved, error)) {
-        isChecked_ = false;
-        return reportError(error, ErrorResult::kMinusOne, ErrorSink::kGlobal, MS::kSuccess);
+        return CallOutcome::refused(error).withResult(ErrorResult::kMinusOne);
     }
     if (unsolved > 0) {
         MGlobal::displayWarning(MString("The deformation has no inverse at ") + unsolved +
                                 " of the sculpted vertices. Their corrective positions mean nothing.");
     }
-    return create(points);
+    return CallOutcome();
 }
 
 /// @param points    the corrective points
@@ -140,47 +164,21 @@ bool sculptExtractDeltaMesh::readCorrective(MFloatPointArray& points, unsigned i
 bool sculptExtractDeltaMesh::probe(const MFloatPointArray& rest, ProbedDeformation& deformation,
                                    MString& error) const {
     MFnMesh intermediate(intermediate_.path());
+    const KeptPoints kept(intermediate, rest);
     MFloatPointArray moved(rest);
-    bool isRead = true;
-    for (unsigned int axis = 0; axis < 3 && isRead; ++axis) {
+    for (unsigned int axis = 0; axis < 3; ++axis) {
         for (unsigned int vertex = 0; vertex < moved.length(); ++vertex)
             moved[vertex][axis] += 1.0F;
         // A shape that does not take the points leaves no step, and so a deformation without inverse.
         intermediate.setPoints(moved, MSpace::kObject);
-        isRead = readMeshPoints(deformed_, deformation.moved[axis], error);
+        if (!readMeshPoints(deformed_, deformation.moved[axis], error)) return false;
         for (unsigned int vertex = 0; vertex < moved.length(); ++vertex)
             moved[vertex][axis] = rest[vertex][axis];
     }
-    intermediate.setPoints(moved, MSpace::kObject);
-    return isRead;
-}
-
-/// Makes the new mesh, shaded and named like an object that the user made.
-MStatus sculptExtractDeltaMesh::create(MFloatPointArray& points) {
-    MStatus status;
-    MFnMesh mesh;
-    const MObject created = mesh.copy(intermediate_.path().node(), MObject::kNullObj, &status);
-    if (!status) return status;
-    created_ = created;
-    mesh.setPoints(points, MSpace::kObject);
-    MFnDagNode transform(created);
-    MGlobal::executeCommand("sets -e -forceElement initialShadingGroup " + transform.fullPathName(), false,
-                            false);
-    MDagPath sculpted = sculpt_.path();
-    sculpted.pop();
-    transform.setName(MFnDagNode(sculpted).name() + "_corrective");
-    setResult(transform.name());
-    return MS::kSuccess;
-}
-
-MStatus sculptExtractDeltaMesh::undoIt() {
-    MObject created = aliveObject(created_);
-    // The user may have deleted the mesh by hand.
-    if (!created.isNull()) MGlobal::deleteNode(created);
-    created_ = MObjectHandle();
-    return MS::kSuccess;
-}
-
-bool sculptExtractDeltaMesh::isUndoable() const {
     return true;
+}
+
+CallOutcome sculptExtractDeltaMesh::restore() {
+    created_.remove();
+    return CallOutcome();
 }

@@ -1,15 +1,12 @@
 #pragma once
 
-#include <maya/MArgDatabase.h>
-#include <maya/MArgList.h>
 #include <maya/MFloatPointArray.h>
-#include <maya/MObjectHandle.h>
-#include <maya/MPxCommand.h>
-#include <maya/MStatus.h>
+#include <maya/MSelectionList.h>
 #include <maya/MString.h>
-#include <maya/MSyntax.h>
 
+#include "commandSupport.h"
 #include "correctivePoints.h"
+#include "createdMesh.h"
 #include "meshObject.h"
 
 /// dv_sculptExtractDeltaMesh: makes a mesh that, as a target before the deformation of another one, turns the
@@ -20,30 +17,30 @@
 /// Vertices that the sculpt lacks keep their rest position.
 ///
 /// The result is the name of the new mesh; 0 after an error in the arguments; -1 after one that shows only in
-/// the meshes. Undo deletes the mesh; redo extracts again, from the meshes as they are then.
-class sculptExtractDeltaMesh : public MPxCommand {
+/// the meshes. Undo removes the mesh; redo brings the same mesh back, with its points extracted again from
+/// the meshes as they are then.
+class sculptExtractDeltaMesh : public CommandOf<sculptExtractDeltaMesh> {
   public:
     static constexpr const char* kName = "dv_sculptExtractDeltaMesh";
+    static const CommandInfo& info();
 
-    static void* creator();
-    static MSyntax newSyntax();
-
-    MStatus doIt(const MArgList& arguments) override;
-    MStatus undoIt() override;
-    MStatus redoIt() override;
-    bool isUndoable() const override;
+  protected:
+    CallOutcome read(const MArgDatabase& arguments) override;
+    CallOutcome edit() override;
+    CallOutcome redo() override;
+    CallOutcome restore() override;
 
   private:
     bool readMeshes(const MSelectionList& objects, const MString& meshName, const MString& originalName,
                     MString& error);
     bool readCorrective(MFloatPointArray& points, unsigned int& unsolved, MString& error) const;
     bool probe(const MFloatPointArray& rest, ProbedDeformation& deformation, MString& error) const;
-    MStatus create(MFloatPointArray& points);
+    CallOutcome extract(MFloatPointArray& points) const;
+    CallOutcome create(MFloatPointArray& points);
 
     bool compares_ = false;
-    bool isChecked_ = false;  // all checks have passed: there is something to redo
     MeshObject sculpt_;
     MeshObject deformed_;
     MeshObject intermediate_;
-    MObjectHandle created_;
+    CreatedMesh created_;
 };

@@ -1,5 +1,7 @@
 #include "targetDeltas.h"
 
+#include <maya/MFnDependencyNode.h>
+#include <maya/MGlobal.h>
 #include <maya/MPoint.h>
 #include <maya/MString.h>
 
@@ -15,42 +17,84 @@ MPoint TargetDeltas::pointAt(unsigned int position) const {
 }
 
 TargetDeltas readDeltas(const MObject& blendShape, int target, int item) {
+    // Asking for the plugs of an item that does not exist could make it.
+    if (!hasTargetItem(blendShape, target, item)) return {};
+    if (isTargetItemLive(blendShape, target, item)) evaluateDeformer(blendShape);
     return {getTargetComponents(blendShape, target, item), getTargetPoints(blendShape, target, item)};
 }
 
-MStatus initialiseEmptyDeltas(const MObject& blendShape, int target, int item, const TargetDeltas& deltas,
-                              ErrorResult result) {
+CallOutcome TargetEditor::checkTarget(int target) const {
+    if (target >= 0 && hasTarget(blendShape_, target)) return CallOutcome();
+    return CallOutcome::refused(MFnDependencyNode(blendShape_).name() + " has no target " + target + ".");
+}
+
+CallOutcome TargetEditor::checkItem(int target, int item) const {
+    const CallOutcome outcome = checkTarget(target);
+    if (!outcome.isDone() || item == kFullItem || hasTargetItem(blendShape_, target, item)) return outcome;
+    return CallOutcome::refused(MFnDependencyNode(blendShape_).name() + " has no item " + item +
+                                " in target " + target + ".");
+}
+
+CallOutcome TargetEditor::initialiseEmpty(int target, int item, const TargetDeltas& deltas) {
+    if (deltas.vertices.length() > 0 && deltas.points.length() > 0) return CallOutcome();
+    warnOfLiveMesh(target, item);
     if (deltas.vertices.length() == 0) {
-        const MStatus status = setTargetComponents(blendShape, target, item, MIntArray(1, 0));
-        if (!status) {
-            return reportError("Error setting components for empty target.", result, ErrorSink::kGlobal,
-                               status);
-        }
+        const MStatus status = setTargetComponents(blendShape_, target, item, MIntArray(1, 0));
+        if (!status) return CallOutcome::failed("Error setting components for empty target.", status);
     }
     if (deltas.points.length() == 0) {
-        const MStatus status = setTargetPoints(blendShape, target, item, MPointArray(1, MPoint::origin));
-        if (!status) {
-            return reportError("Error setting points for empty target.", result, ErrorSink::kGlobal, status);
-        }
+        const MStatus status = setTargetPoints(blendShape_, target, item, MPointArray(1, MPoint::origin));
+        if (!status) return CallOutcome::failed("Error setting points for empty target.", status);
     }
-    return MS::kSuccess;
+    return CallOutcome();
 }
 
-MStatus completeEmptyDeltas(const MObject& blendShape, int target, int item, TargetDeltas& deltas,
-                            ErrorResult result) {
-    const MStatus status = initialiseEmptyDeltas(blendShape, target, item, deltas, result);
-    if (!status) return status;
+CallOutcome TargetEditor::completeEmpty(int target, int item, TargetDeltas& deltas) {
+    const CallOutcome outcome = initialiseEmpty(target, item, deltas);
+    if (!outcome.isDone()) return outcome;
     if (deltas.vertices.length() == 0) deltas.vertices.append(0);
     if (deltas.points.length() == 0) deltas.points.append(MPoint::origin);
-    return status;
+    return outcome;
 }
 
-MStatus writeDeltas(const MObject& blendShape, int target, int item, const TargetDeltas& deltas,
-                    ErrorResult result, const char* kind) {
+CallOutcome TargetEditor::write(int target, int item, const TargetDeltas& deltas, const char* kind) {
+    warnOfLiveMesh(target, item);
     const MString start = MString("Error setting ") + kind;
-    MStatus status = setTargetComponents(blendShape, target, item, deltas.vertices);
-    if (!status) return reportError(start + "components.", result, ErrorSink::kGlobal, status);
-    status = setTargetPoints(blendShape, target, item, deltas.points);
-    if (!status) return reportError(start + "points.", result, ErrorSink::kGlobal, status);
-    return status;
+    MStatus status = setTargetComponents(blendShape_, target, item, deltas.vertices);
+    if (!status) return CallOutcome::failed(start + "components.", status);
+    status = setTargetPoints(blendShape_, target, item, deltas.points);
+    return status ? CallOutcome() : CallOutcome::failed(start + "points.", status);
+}
+
+void TargetEditor::warnOfLiveMesh(int target, int item) {
+    if (hasWarned_ || !isTargetItemLive(blendShape_, target, item)) return;
+    hasWarned_ = true;
+    MGlobal::displayWarning(
+        MString("A mesh is connected to item ") + item + " of target " + target + " of " +
+        MFnDependencyNode(blendShape_).name() +
+        ". The new deltas last until that mesh changes, and are not saved with the scene. Delete " +
+        "the target mesh first to keep them.");
+}
+
+void SavedItem::save(const TargetEditor& targets, int target, int item) {
+    MObject blendShape = targets.blendShape();
+    blendShape_ = blendShape;
+    target_ = target;
+    item_ = item;
+    existed_ = hasTargetItem(blendShape, target, item);
+    deltas_ = targets.read(target, item);
+    isSaved_ = true;
+}
+
+CallOutcome SavedItem::restore() {
+    const MObject blendShape = aliveObject(blendShape_);
+    if (!isSaved_ || blendShape.isNull()) return CallOutcome();
+    isSaved_ = false;
+    if (!existed_ && item_ != kFullItem) {
+        removeTargetItem(blendShape, target_, item_);
+        return CallOutcome();
+    }
+    TargetEditor targets(blendShape);
+    targets.keepQuiet();
+    return targets.write(target_, item_, deltas_);
 }

@@ -202,7 +202,9 @@ TEST_F(MirrorTarget, TweaksFollowOnAThirdMeshAndAreUndone) {
 /// The tolerance is divided by the scale where positions are compared, and taken as it is beside the plane.
 TEST_F(MirrorTarget, ScaleNarrowsTheMatchOnly) {
     // 1 lies 0.0005 off the mirror image of 3; 7 lies 0.00005 off the plane.
-    scene_.mel("setAttr baseShapeOrig.pnts[1].pntx 0.0005; setAttr baseShapeOrig.pnts[7].pntx 0.00005");
+    scene_.mel(
+        "setAttr baseShapeOrig.pnts[1].pntx 0.0005; setAttr baseShapeOrig.pnts[7].pntx 0.00005; setAttr "
+        "bs.w[2] 0");
     mirror("-t 2 -ti 2");
     scene_.mel("setAttr base.scale 100 100 100; flushUndo");
     const std::string before = scene_.dump();

@@ -52,20 +52,31 @@ TEST_F(SetInbetweenPosition, OverwritesWhatIsThere) {
 }
 
 TEST_F(SetInbetweenPosition, AnItemWithoutDeltasBecomesAnItemWithoutDeltas) {
-    scene_.mel("dv_blendShapeSetInbetweenPosition -i 4 -sp 5700 -tp 5800 bs");
-    EXPECT_EQ(items(4), (std::vector<int>{5500, 5800, 6000}));
-    EXPECT_EQ(deltas(scene_, 4, 5800), "");
-    EXPECT_EQ(scene_.mel("getAttr bs.it[0].itg[4].iti[5800].ipt").size(), 0U);
+    scene_.mel("setAttr bs.w[2] 0; dv_blendShapeSetInbetweenPosition -i 2 -tp 5800 bs");
+    EXPECT_EQ(items(2), std::vector<int>{5800});
+    EXPECT_EQ(deltas(scene_, 2, 5800), "");
+    EXPECT_EQ(scene_.mel("getAttr bs.it[0].itg[2].iti[5800].ipt").size(), 0U);
 }
 
 /// The connection of a target mesh goes with its item; the deltas that it gave stay.
-TEST_F(SetInbetweenPosition, ATargetMeshLetsGo) {
+TEST_F(SetInbetweenPosition, AllThatBelongsToAnInBetweenMovesAlong) {
     scene_.mel(
         "duplicate -name other base; move -r 0 3 0 other.vtx[1];"
-        "blendShape -edit -inBetween -target base 4 other 0.75 bs; flushUndo");
+        "blendShape -edit -inBetween -target base 4 other 0.75 bs;"
+        "setAttr bs.ibig[4].ibi[5750].ibtn -type \"string\" \"half\"; setAttr bs.ibig[4].ibi[5750].itp 1;"
+        "setAttr bs.it[0].itg[4].iti[5750].irc -type componentList 1 vtx[2];"
+        "setAttr bs.it[0].itg[4].iti[5750].irp -type pointArray 1 1 2 3 1; flushUndo");
     scene_.mel("dv_blendShapeSetInbetweenPosition -i 4 -sp 5750 -tp 5700 bs");
-    EXPECT_EQ(scene_.mel("listConnections -type mesh bs.it[0].itg[4].iti").size(), 0U);
+    EXPECT_EQ(scene_.mel("listConnections bs.it[0].itg[4].iti[5700].igt").toStringArray(),
+              std::vector<std::string>{"other"});
     EXPECT_EQ(deltas(scene_, 4, 5700), "1 0 3 0\n");
+    EXPECT_EQ(scene_.mel("getAttr bs.ibig[4].ibi[5700].ibtn").toString(), "half");
+    EXPECT_EQ(scene_.mel("getAttr bs.ibig[4].ibi[5700].itp").toInt(), 1);
+    EXPECT_EQ(scene_.mel("getAttr -multiIndices bs.ibig[4].ibi").toIntArray(), std::vector<int>{5700});
+    EXPECT_EQ(scene_.mel("getAttr bs.it[0].itg[4].iti[5700].irc").toStringArray(),
+              std::vector<std::string>{"vtx[2]"});
+    EXPECT_EQ(scene_.mel("getAttr bs.it[0].itg[4].iti[5700].irp").toFloatArray(),
+              (std::vector<double>{1, 2, 3, 1}));
 }
 
 /// A move that fails half way is queued all the same.

@@ -20,6 +20,8 @@ const CommandInfo kCommand{
      {"-s", "-side", MSyntax::kString, "a name"}},
     "dv_sample -w <float>",
     "int",
+    false,
+    ErrorResult::kNothing,
     false};
 
 TEST(CommandSupport, HelpNamesEachTypeAsUsersTypeIt) {

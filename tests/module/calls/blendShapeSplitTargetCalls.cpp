@@ -15,7 +15,7 @@ std::vector<Call> splitCalls() {
         refusedCall("SplitOnNothing", "", command + "-om ghost bs", "ghost is not a mesh object."),
         refusedCall("SplitOnAMeshWithoutGeometry",
                     "setAttr bs.it[0].itg[0].tw[3] 0.25; createNode mesh -name hollow;",
-                    command + "-om hollow bs", "The points of hollow cannot be read."),
+                    command + "-om hollow bs", "hollow has no points."),
         refusedCall("SplitOverAWrongAxis", "", onBase + "-ax xy bs",
                     "The axis string is not correcty defined. Use x, y, or z."),
         refusedCall("SplitOfATargetThatIsNotThere", "", onBase + "-i 9 bs", "bs has no target 9."),

@@ -17,7 +17,7 @@ Call fruitlessCall(const std::string& name, const std::string& setup, const std:
 
 std::vector<Call> sculptCalls() {
     const std::string undefined = "Mesh flag and target node must be defined.";
-    const std::string noPoints = "The points of hollow cannot be read.";
+    const std::string noPoints = "hollow has no points.";
     const std::string noBase = "base is not a mesh object.";
     return {
         failingCall("SculptOfNoObject", "", kOnBase + "ghost",
