@@ -189,10 +189,12 @@ bool blendShapeEditWeights::areWeightsComplete(MString& error) const {
         error = "Each weight index needs a weight.";
         return false;
     }
-    if (std::all_of(given_.vertices.begin(), given_.vertices.end(), [](int vertex) { return vertex >= 0; }))
-        return true;
-    error = "A weight index must not be negative.";
-    return false;
+    for (unsigned int k = 0; k < given_.vertices.length(); ++k) {
+        if (given_.vertices[k] >= 0) continue;
+        error = "A weight index must not be negative.";
+        return false;
+    }
+    return true;
 }
 
 CallOutcome blendShapeEditWeights::edit() {

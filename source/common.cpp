@@ -43,7 +43,7 @@ MPlug getTargetItemPlug(const MObject& blendShape, int target, int item) {
 }
 
 /// Indices of the elements that an array plug has, ascending.
-MIntArray existingIndices(const MPlug& array) {
+MIntArray existingIndices(MPlug array) {
     MIntArray indices;
     MStatus status;
     array.getExistingArrayAttributeIndices(indices, &status);

@@ -1,6 +1,8 @@
 #include "dataFile.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <ios>
 #include <new>
 #include <system_error>
 

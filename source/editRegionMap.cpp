@@ -232,8 +232,9 @@ CallOutcome editRegionMap::append(RegionNode& node, const MObject& mesh) {
         appendToRegion(map.arrays(), region(), node.locks());
         return written(node.writeMap(map));
     }
-    MItMeshVertex iterator(mesh);
-    const unsigned int vertexCount = iterator.count();
+    MObject visited(mesh);
+    MItMeshVertex iterator(visited);
+    const auto vertexCount = static_cast<unsigned int>(iterator.count());
     MIntArray connected;
     appendByNeighbours(map.arrays(), node.locks(), [&](std::size_t vertex, std::vector<int>& neighbours) {
         neighbours.clear();

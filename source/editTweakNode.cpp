@@ -63,7 +63,7 @@ CallOutcome editTweakNode::edit() {
 /// @param missing  number of edits of vertices that the mesh does not have
 MStatus editTweakNode::addEdits(MFloatPointArray& points, unsigned int& missing) const {
     MIntArray vertices;
-    edits_.getExistingArrayAttributeIndices(vertices);
+    MPlug(edits_).getExistingArrayAttributeIndices(vertices);
     for (unsigned int k = 0; k < vertices.length(); ++k) {
         MStatus status;
         const MPlug edit = edits_.elementByPhysicalIndex(k, &status);

@@ -13,7 +13,7 @@ std::size_t at(int index) {
 
 /// Without branches: which way an edge runs is one that no processor can foresee.
 bool joins(const EdgeEnds& ends, int a, int b) {
-    return ((ends[0] == a) & (ends[1] == b)) | ((ends[0] == b) & (ends[1] == a));
+    return (ends[0] == a && ends[1] == b) || (ends[0] == b && ends[1] == a);
 }
 
 /// Whether a list holds no number twice.
@@ -24,12 +24,12 @@ bool areDifferent(const IndexRange& values) {
         std::sort(sorted.begin(), sorted.end());
         return std::adjacent_find(sorted.begin(), sorted.end()) == sorted.end();
     }
-    bool areEqual = false;
     for (int k = 1; k < values.size(); ++k) {
-        for (int j = 0; j < k; ++j)
-            areEqual |= values[j] == values[k];
+        for (int j = 0; j < k; ++j) {
+            if (values[j] == values[k]) return false;
+        }
     }
-    return !areEqual;
+    return true;
 }
 
 bool isPlainRing(const MeshConnectivity& mesh, int face) {

@@ -5,6 +5,8 @@
 #include <maya/MGlobal.h>
 #include <maya/MStringArray.h>
 
+#include <vector>
+
 #include "common.h"
 #include "vertexOrderMap.h"
 

@@ -3,6 +3,7 @@
 #include <maya/MFloatPoint.h>
 #include <maya/MPoint.h>
 
+#include <cstddef>
 #include <vector>
 
 #include "symmetryPlane.h"

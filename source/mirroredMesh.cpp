@@ -8,6 +8,8 @@
 #include <maya/MPlug.h>
 #include <maya/MPoint.h>
 
+#include <cstddef>
+
 #include "commandSupport.h"
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <limits>
+#include <system_error>
 
 // The second macro lets a test compare the two ways.
 #if defined(__cpp_lib_to_chars) && !defined(DELVEN_NUMBERS_BY_STREAM)

@@ -99,7 +99,7 @@ void PaintDisplay::restore() {
     MFnMesh mesh(mesh_.path());
     if (!hadColorSet_) {
         // The colours were the first: their set came with them.
-        mesh.deleteColorSet(mesh.currentColorSetName(MFnMesh::kInstanceUnspecified));
+        mesh.deleteColorSet(mesh.currentColorSetName());
         return;
     }
     MColorArray colors;

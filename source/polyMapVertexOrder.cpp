@@ -8,6 +8,9 @@
 #include <maya/MObject.h>
 #include <maya/MPlug.h>
 
+#include <cstddef>
+#include <vector>
+
 #include "meshObject.h"
 #include "mirrorPasses.h"
 #include "symmetryEdgeStart.h"

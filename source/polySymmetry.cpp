@@ -143,10 +143,10 @@ std::vector<int> polySymmetry::restrictedVertices() const {
     std::vector<int> vertices;
     const int face = firstFace();
     if (face < 0) return vertices;
-    MString command("polySelect -noSelection -ets ");
-    command += face;
+    MString text("polySelect -noSelection -ets ");
+    text += face;
     MIntArray faces;
-    MGlobal::executeCommand(command + " " + mesh_.path().fullPathName(), faces, false, false);
+    MGlobal::executeCommand(text + " " + mesh_.path().fullPathName(), faces, false, false);
     const MFnMesh mesh(mesh_.path());
     std::vector<char> isInShell(static_cast<std::size_t>(mesh.numVertices()), 0);
     MIntArray corners;

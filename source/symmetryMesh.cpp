@@ -9,6 +9,7 @@
 #include <maya/MObject.h>
 #include <maya/MSelectionList.h>
 
+#include <cstddef>
 #include <utility>
 
 #include "symmetryPlane.h"

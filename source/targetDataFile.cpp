@@ -1,6 +1,7 @@
 #include "targetDataFile.h"
 
 #include <cstddef>
+#include <utility>
 
 #include "jsonText.h"
 #include "numberText.h"

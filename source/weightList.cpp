@@ -1,6 +1,5 @@
 #include "weightList.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "weightFile.h"
@@ -8,6 +7,21 @@
 namespace {
 
 constexpr double kNearOne = 1e-5;
+
+/// Position of the first of ascending numbers that is not below `value`; their count where all are.
+unsigned int lowerBound(const MIntArray& numbers, int value) {
+    unsigned int first = 0;
+    unsigned int last = numbers.length();
+    while (first < last) {
+        const unsigned int middle = first + (last - first) / 2;
+        if (numbers[middle] < value) {
+            first = middle + 1;
+        } else {
+            last = middle;
+        }
+    }
+    return first;
+}
 
 }  // namespace
 
@@ -33,7 +47,7 @@ bool isNearOne(double weight) {
     return std::abs(weight - 1.0) < kNearOne;
 }
 
-WeightList readWeights(const MPlug& plug) {
+WeightList readWeights(MPlug plug) {
     WeightList weights;
     MStatus status;
     plug.getExistingArrayAttributeIndices(weights.vertices, &status);
@@ -47,10 +61,7 @@ WeightList readWeights(const MPlug& plug) {
 
 double WeightLookup::operator()(int vertex) {
     const MIntArray& vertices = weights_.vertices;
-    if (at_ >= vertices.length() || vertices[at_] != vertex) {
-        at_ = static_cast<unsigned int>(std::lower_bound(vertices.begin(), vertices.end(), vertex) -
-                                        vertices.begin());
-    }
+    if (at_ >= vertices.length() || vertices[at_] != vertex) at_ = lowerBound(vertices, vertex);
     if (at_ >= vertices.length() || vertices[at_] != vertex) return 1.0;
     return weights_.values[at_++];
 }

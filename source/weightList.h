@@ -26,7 +26,7 @@ struct WeightList {
 bool isNearOne(double weight);
 
 /// The elements of a weight list, by ascending vertex.
-WeightList readWeights(const MPlug& plug);
+WeightList readWeights(MPlug plug);
 
 /// Looks weights up by vertex, fast for vertices that come in ascending order.
 class WeightLookup {

@@ -69,7 +69,7 @@ class OPENMAYA_EXPORT MFnMesh : public MFnDagNode {
     int numColorSets(MStatus* status = nullptr) const;
     MStatus getColorSetNames(MStringArray& setNames) const;
     /// Empty while there is no set. @param instance has no effect: all instances share their sets
-    MString currentColorSetName(int instance, MStatus* status = nullptr) const;
+    MString currentColorSetName(int instance = -1, MStatus* status = nullptr) const;
     MStatus setCurrentColorSetName(const MString& setName, MDGModifier* modifier = nullptr);
     /// The first set becomes the current one. @return the name that the set got: made unique
     MString createColorSetWithName(const MString& colorSetName, MDGModifier* modifier = nullptr,
