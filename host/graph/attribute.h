@@ -46,7 +46,7 @@ struct AttributeSpec {
     bool isOutput = false;  // computed by the node: never written, never a destination
     bool isHidden = false;
     bool isKeyable = false;
-    bool isRefreshed = false;  // the node type's `refresh` runs before the attribute is read or written
+    bool isWatched = false;  // the node type's `writing` runs before data is written
     std::vector<std::string> enumNames{};
     std::vector<AttributeSpec> children{};
 
@@ -66,8 +66,8 @@ struct AttributeSpec {
         isKeyable = true;
         return std::move(*this);
     }
-    AttributeSpec refreshed() && {
-        isRefreshed = true;
+    AttributeSpec watched() && {
+        isWatched = true;
         return std::move(*this);
     }
     AttributeSpec withDefault(double value) && {

@@ -112,6 +112,9 @@ class Graph {
     /// Writes a number (rounded to what the kind stores). The plug is fully indexed and no output.
     void setNumber(const Plug& plug, double value);
     void setData(const Plug& plug, DataPtr value);
+    /// Keeps data that a node's compute derives from its inputs in an attribute that is no output. Nothing is
+    /// recorded, and nothing downstream is told: the change of the inputs told it.
+    void storeDerived(const Plug& plug, DataPtr value);
     /// Existing elements of an array plug, ascending: written ones and connected ones.
     std::vector<int> elements(const Plug& arrayPlug);
     int elementCount(const Plug& arrayPlug);
@@ -163,6 +166,10 @@ class Graph {
 
     ChangeList* recorder() const { return recorder_; }
     void setRecorder(ChangeList* recorder) { recorder_ = recorder; }
+    /// Records a change that a node type makes in its private memory.
+    void record(ChangeList::Step undo, ChangeList::Step redo);
+    /// Has undo bring back what a plug stores now, also when it is derived anew in between.
+    void recordStored(const Plug& plug);
 
   private:
     /// Numbers first .. end-1 behind a name are taken.
@@ -171,7 +178,6 @@ class Graph {
         long end = 1;
     };
 
-    void record(ChangeList::Step undo, ChangeList::Step redo);
     void enterScene(const NodeRef& node, Node* parent, int position);
     void leaveScene(Node& node);
     void setName(Node& node, const std::string& name);
@@ -184,7 +190,6 @@ class Graph {
     Plug connectedSource(const Plug& plug) const;
     Plug origin(const Plug& plug, std::vector<ValueKind>& passed);
     ComputedValue computed(const Plug& plug);
-    void refresh(const Plug& plug);
     void writeNumber(const Plug& plug, double value);
     void restoreSlot(const Plug& plug, Slot slot);
     void undoCreation(const Plug& created);

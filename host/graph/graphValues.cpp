@@ -51,11 +51,6 @@ const ElementMulti* elementsOf(const Slot* slot) {
 
 }  // namespace
 
-void Graph::refresh(const Plug& plug) {
-    const auto& hook = plug.node()->type().behaviour().refresh;
-    if (hook) hook(*this, plug);
-}
-
 double Graph::number(const Plug& plug) {
     const Attribute& attribute = plug.attribute();
     if (attribute.isOutput()) {
@@ -74,7 +69,6 @@ double Graph::number(const Plug& plug) {
 
 DataPtr Graph::data(const Plug& plug) {
     const Attribute& attribute = plug.attribute();
-    if (attribute.spec().isRefreshed) refresh(plug);
     if (attribute.isOutput()) {
         const ComputedValue value = computed(plug);
         return std::holds_alternative<DataPtr>(value) ? std::get<DataPtr>(value) : nullptr;
@@ -151,7 +145,6 @@ void Graph::markDirty(Node& node) {
 }
 
 void Graph::setNumber(const Plug& plug, double value) {
-    if (plug.attribute().spec().isRefreshed) refresh(plug);
     const double kept = stored(plug.attribute().kind(), value);
     if (recorder_ == nullptr) {
         writeNumber(plug, kept);
@@ -203,8 +196,9 @@ void Graph::writeNumber(const Plug& plug, double value) {
 }
 
 void Graph::setData(const Plug& plug, DataPtr value) {
-    if (plug.attribute().spec().isRefreshed) refresh(plug);
     Node& node = *plug.node();
+    const auto& writing = node.type().behaviour().writing;
+    if (plug.attribute().spec().isWatched && writing) writing(*this, plug);
     PlugKey created;
     Slot& slot = node.obtainSlot(plug.key(), created);
     if (recorder_ != nullptr) {
@@ -222,6 +216,18 @@ void Graph::setData(const Plug& plug, DataPtr value) {
     }
     slot.content = std::move(value);
     markDirty(node);
+}
+
+void Graph::storeDerived(const Plug& plug, DataPtr value) {
+    PlugKey created;
+    plug.node()->obtainSlot(plug.key(), created).content = std::move(value);
+}
+
+void Graph::recordStored(const Plug& plug) {
+    if (recorder_ == nullptr) return;
+    const Slot* slot = plug.node()->slot(plug.key());
+    const auto stored = std::make_shared<Slot>(slot != nullptr ? slot->clone() : Slot());
+    record([plug, stored](Graph& graph) { graph.restoreSlot(plug, stored->clone()); }, [](Graph&) {});
 }
 
 void Graph::restoreSlot(const Plug& plug, Slot slot) {

@@ -15,7 +15,7 @@ NodeBehaviour inherit(NodeBehaviour own, const NodeType* base) {
     if (!own.compute) own.compute = from.compute;
     if (!own.connected) own.connected = from.connected;
     if (!own.disconnecting) own.disconnecting = from.disconnecting;
-    if (!own.refresh) own.refresh = from.refresh;
+    if (!own.writing) own.writing = from.writing;
     if (!own.passThrough) own.passThrough = from.passThrough;
     if (!own.isService) own.isService = from.isService;
     return own;

@@ -28,8 +28,8 @@ struct NodeBehaviour {
     std::function<void(Graph&, const Plug& destination)> connected{};
     /// Before a connection into `destination` is broken.
     std::function<void(Graph&, const Plug& destination)> disconnecting{};
-    /// Before a refreshed attribute is read or written.
-    std::function<void(Graph&, const Plug& plug)> refresh{};
+    /// Before data is written into a watched attribute (Graph::storeDerived is no writing).
+    std::function<void(Graph&, const Plug& plug)> writing{};
     /// Input of the node whose source takes the place of `output` when the node is deleted; an empty plug
     /// for an output that has none.
     std::function<Plug(const Plug& output)> passThrough{};

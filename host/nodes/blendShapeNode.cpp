@@ -50,7 +50,9 @@ std::string obstacle(graph::Graph& graph, const graph::NodeRef& blendShape, cons
     if (target == nullptr) return targetShape->name() + " has no mesh to be a target";
     if (inBetween && !graph.hasElement(blendShape->plug("weight").element(weightIndex)))
         return name + " has no target of index " + std::to_string(weightIndex) + " for an in-between";
-    if (graph.source(item.child(0)) || graph.data(item.child(3)) != nullptr)
+    // The mesh of a target that was disconnected is kept, whether or not its deltas were made.
+    if (graph.source(item.child(kGeomTarget)) || graph.data(item.child(kGeomTarget)) != nullptr ||
+        graph.data(item.child(kPointsTarget)) != nullptr)
         return name + " has a target at weight index " + std::to_string(weightIndex) +
                " and this weight already";
     // What comes in has the same topology as the deformed shape and asks for no evaluation of the targets.
@@ -85,7 +87,7 @@ TargetResult addTarget(graph::Graph& graph, const graph::NodeRef& blendShape, in
         targetShape->parent() != nullptr ? targetShape->parent()->name() : targetShape->name();
     const graph::Plug weight = blendShape->plug("weight").element(weightIndex);
     const bool isNew = !graph.hasElement(weight);
-    graph.connect(targetShape->plug("worldMesh").element(0), item.child(0));
+    graph.connect(targetShape->plug("worldMesh").element(0), item.child(kGeomTarget));
     if (isNew) {
         graph.setNumber(weight, 0.0);
         graph.setAlias(weight, freeAlias(*blendShape, name));

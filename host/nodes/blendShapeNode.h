@@ -19,6 +19,11 @@ inline double itemWeight(int itemIndex) {
     return (itemIndex - 5000) / 1000.0;
 }
 
+// Positions among the attributes of an inputTargetItem.
+constexpr int kGeomTarget = 0;
+constexpr int kPointsTarget = 3;
+constexpr int kComponentsTarget = 4;
+
 /// Plug of blendShape.inputTarget[base].inputTargetGroup[weight].inputTargetItem[item]; nothing need exist.
 graph::Plug targetItemPlug(const graph::NodeRef& blendShape, int baseIndex, int weightIndex, int item);
 

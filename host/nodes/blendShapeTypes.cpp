@@ -1,10 +1,7 @@
-#include <array>
-#include <map>
-
 #include "nodes/blendShapeNode.h"
 #include "nodes/blendShapeTargets.h"
 #include "nodes/deformation.h"
-#include "nodes/meshNode.h"
+#include "nodes/liveTargets.h"
 #include "nodes/plugs.h"
 #include "nodes/schema.h"
 
@@ -19,77 +16,8 @@ using graph::number;
 using graph::typed;
 using graph::ValueKind;
 
-// Positions among an item's attributes.
-constexpr int kGeomTarget = 0;
-constexpr int kPointsTarget = 3;
-constexpr int kComponentsTarget = 4;
-
 constexpr double kWorldOrigin = 0.0;
 constexpr double kRelativeInBetween = 1.0;
-
-/// The target meshes as they were when the deltas were last taken from them, by base, weight and item index.
-using SeenMeshes = std::map<std::array<int, 3>, MeshPtr>;
-
-SeenMeshes& seenMeshes(graph::Node& blendShape) {
-    auto& own = deformerMemory(blendShape).own;
-    if (own == nullptr) own = std::make_shared<SeenMeshes>();
-    return *std::static_pointer_cast<SeenMeshes>(own);
-}
-
-/// What the deltas of a live target are differences to: the undeformed geometry.
-MeshPtr undeformed(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex) {
-    const graph::Plug original = blendShape->plug("originalGeometry").element(baseIndex);
-    if (graph.source(original)) return graph::dataAs<MeshData>(graph.data(original));
-    const graph::Plug input = blendShape->plug("input").element(baseIndex);
-    return graph::dataAs<MeshData>(graph.data(childPlug(input, "inputGeometry")));
-}
-
-/// Takes the deltas of an item from its connected mesh when that changed since the last time. What was
-/// written into the deltas in between stays until then.
-void refreshItem(graph::Graph& graph, const graph::Plug& item) {
-    const graph::Plug geometry = item.child(kGeomTarget);
-    if (!graph.source(geometry)) return;
-    const MeshPtr target = graph::dataAs<MeshData>(graph.data(geometry));
-    if (target == nullptr) return;
-    const auto& indices = item.key().indices;
-    MeshPtr& seen = seenMeshes(*item.node())[{indices[0], indices[1], indices[2]}];
-    if (isSameMesh(seen, target)) {
-        seen = target;
-        return;
-    }
-    const MeshPtr base = undeformed(graph, item.node(), indices[0]);
-    if (base == nullptr) return;
-    // First, since writing the deltas asks for a refresh again.
-    seen = target;
-    auto [points, components] = sparseDeltas(base->mesh, target->mesh);
-    graph.setData(item.child(kPointsTarget), std::move(points));
-    graph.setData(item.child(kComponentsTarget), std::move(components));
-}
-
-graph::Plug itemOf(const graph::Plug& below) {
-    return below.child(*below.attribute().parent());
-}
-
-void refreshBeforeAccess(graph::Graph& graph, const graph::Plug& plug) {
-    // Follows from the scene and is made again after an undo: nothing to record.
-    const graph::RecordingScope silent(graph, nullptr);
-    refreshItem(graph, itemOf(plug));
-}
-
-bool isGeomTarget(const graph::Plug& plug) {
-    return plug.attribute().longName() == "inputGeomTarget";
-}
-
-void targetConnected(graph::Graph& graph, const graph::Plug& destination) {
-    if (!isGeomTarget(destination)) return;
-    const auto& indices = destination.key().indices;
-    seenMeshes(*destination.node()).erase({indices[0], indices[1], indices[2]});
-    refreshItem(graph, itemOf(destination));
-}
-
-void targetDisconnecting(graph::Graph& graph, const graph::Plug& destination) {
-    if (isGeomTarget(destination)) refreshBeforeAccess(graph, destination);
-}
 
 /// Adds the items of one target at its weight.
 void addTargetDeltas(Deformation& deformation, const graph::Plug& group, double weight,
@@ -154,6 +82,8 @@ void deformByTargets(Deformation& deformation) {
 }
 
 graph::ComputedValue computeBlendShape(graph::Graph& graph, const graph::Plug& output) {
+    // Also where the envelope or the node state leaves the geometry as it is: the node is evaluated.
+    takeLiveDeltas(graph, output.node(), output.logicalIndex());
     return computeDeformer(graph, output, deformByTargets);
 }
 
@@ -170,8 +100,8 @@ AttributeSpec targetItem() {
                     {typed("inputGeomTarget", "igt", "mesh"),
                      typed("inputRelativePointsTarget", "irp", "pointArray"),
                      typed("inputRelativeComponentsTarget", "irc", "componentList"),
-                     typed("inputPointsTarget", "ipt", "pointArray").refreshed(),
-                     typed("inputComponentsTarget", "ict", "componentList").refreshed()})
+                     typed("inputPointsTarget", "ipt", "pointArray").watched(),
+                     typed("inputComponentsTarget", "ict", "componentList").watched()})
         .array();
 }
 
@@ -239,9 +169,9 @@ AttributeSpec targetDirectory() {
 void addBlendShapeTypes(graph::NodeTypes& types) {
     graph::NodeBehaviour blending;
     blending.compute = computeBlendShape;
-    blending.connected = targetConnected;
-    blending.disconnecting = targetDisconnecting;
-    blending.refresh = refreshBeforeAccess;
+    blending.connected = liveTargetConnected;
+    blending.disconnecting = liveTargetDisconnecting;
+    blending.writing = liveDeltasWriting;
     types.add(
         {"blendShape",
          "weightGeometryFilter",

@@ -380,6 +380,80 @@ TEST_F(Blend, aLiveTargetIsFollowed) {
     EXPECT_EQ(heights(), (Heights{0, 0, 3, 0})) << "where it stands does not matter";
 }
 
+TEST_F(Blend, liveDeltasAreMadeWhenTheDeformerIsEvaluatedAndAtNoOtherTime) {
+    const std::vector<graph::Point4> nothing{{-1, -1, -1, -1}};
+    const NodeRef target = scene.moved(shape, "smile", {{1, vec(0, 2, 0)}});
+    ASSERT_TRUE(nodes::addTarget(scene, blend, 0, 0, target, 1.0, false).ok);
+    EXPECT_EQ(deltas(0, 6000), nothing) << "neither connecting nor reading makes them";
+    EXPECT_EQ(deltaVertices(0, 6000), (std::vector<int>{-1}));
+    heights();
+    EXPECT_EQ(deltas(0, 6000), (std::vector<graph::Point4>{{0, 2, 0, 1}})) << "at weight 0 too";
+    scene.move(target, 1, vec(0, 1, 0));
+    EXPECT_EQ(deltas(0, 6000), (std::vector<graph::Point4>{{0, 2, 0, 1}}));
+    scene.set("blendShape1.en", 0);
+    heights();
+    EXPECT_EQ(deltas(0, 6000), (std::vector<graph::Point4>{{0, 3, 0, 1}})) << "without an effect too";
+}
+
+TEST_F(Blend, aMeshThatGoesUnseenLeavesItsDeltas) {
+    const NodeRef target = scene.moved(shape, "frown", {{2, vec(0, 6, 0)}});
+    nodes::addTarget(scene, blend, 0, 0, target, 1.0, false);
+    scene.set("blendShape1.frown", 1);
+    scene.deleteNodes({scene.node("frown")});
+    EXPECT_EQ(deltas(0, 6000), (std::vector<graph::Point4>{{0, 6, 0, 1}}));
+    EXPECT_EQ(heights(), (Heights{0, 0, 6, 0}));
+}
+
+TEST_F(Blend, deltasWrittenBeforeTheFirstEvaluationWinUntilTheMeshChanges) {
+    const NodeRef target = scene.moved(shape, "smile", {{1, vec(0, 2, 0)}});
+    const NodeRef other = scene.moved(shape, "frown", {{2, vec(0, 6, 0)}});
+    nodes::addTarget(scene, blend, 0, 0, target, 1.0, false);
+    nodes::addTarget(scene, blend, 0, 1, other, 1.0, false);
+    scene.set("blendShape1.smile", 1);
+    scene.set("blendShape1.frown", 1);
+    item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
+    item(1, 6000, pointList({{0, 5, 0, 1}}), vertexList({{0, 0}}));
+    scene.move(other, 2, vec(0, 1, 0));
+    EXPECT_EQ(heights(), (Heights{0, 0, 7, 9}));
+    scene.deleteNodes({scene.node("smile")});
+    EXPECT_EQ(heights(), (Heights{0, 0, 7, 9})) << "the mesh goes unchanged";
+}
+
+TEST_F(Blend, undoForgetsWhatAnEvaluationMadeOfALiveTarget) {
+    const NodeRef target = scene.moved(shape, "smile", {{1, vec(0, 2, 0)}});
+    scene.set("blendShape1.w[0]", 1);
+    const std::string before = scene.dump();
+    graph::ChangeList adding;
+    {
+        const graph::RecordingScope scope(scene, &adding);
+        nodes::addTarget(scene, blend, 0, 0, target, 1.0, false);
+    }
+    graph::ChangeList writing;
+    {
+        const graph::RecordingScope scope(scene, &writing);
+        item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
+    }
+    EXPECT_EQ(heights(), (Heights{0, 0, 0, 9}));
+    writing.undo(scene);
+    EXPECT_EQ(heights(), (Heights{0, 2, 0, 0})) << "as if nothing had been written";
+    writing.redo(scene);
+    EXPECT_EQ(heights(), (Heights{0, 0, 0, 9}));
+    writing.undo(scene);
+    const std::string live = scene.dump();
+    graph::ChangeList deleting;
+    {
+        const graph::RecordingScope scope(scene, &deleting);
+        scene.move(target, 0, vec(0, 7, 0));
+        scene.deleteNodes({scene.node("smile")});
+    }
+    EXPECT_EQ(heights(), (Heights{7, 2, 0, 0}));
+    deleting.undo(scene);
+    heights();
+    EXPECT_EQ(delven::test::dumpDifference(live, scene.dump()), "");
+    adding.undo(scene);
+    EXPECT_EQ(delven::test::dumpDifference(before, scene.dump()), "");
+}
+
 TEST_F(Blend, writtenDeltasOfALiveTargetStayUntilItsMeshChanges) {
     const NodeRef target = scene.moved(shape, "smile", {{1, vec(0, 2, 0)}});
     ASSERT_TRUE(nodes::addTarget(scene, blend, 0, 0, target, 1.0, false).ok);

@@ -73,7 +73,7 @@ struct Scene : graph::Graph {
     }
     /// Everything stored, and the evaluated points of every mesh.
     std::string dump() {
-        std::string text = delven::test::sceneDump(*this);
+        std::string text;
         for (const NodeRef& shape : nodesOfType("mesh")) {
             text += "points " + shape->name();
             if (const nodes::MeshPtr mesh = nodes::meshOf(*this, shape)) {
@@ -82,7 +82,8 @@ struct Scene : graph::Graph {
             }
             text += '\n';
         }
-        return text;
+        // Last: evaluating stores the deltas of live targets.
+        return text + delven::test::sceneDump(*this);
     }
     /// Runs changes with a recorder, and takes them back and repeats them, comparing with dumps.
     template <typename Changes>

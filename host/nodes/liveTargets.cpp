@@ -1,0 +1,153 @@
+#include "nodes/liveTargets.h"
+
+#include <array>
+#include <map>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "nodes/blendShapeNode.h"
+#include "nodes/blendShapeTargets.h"
+#include "nodes/deformation.h"
+#include "nodes/meshData.h"
+#include "nodes/plugs.h"
+
+namespace host::nodes {
+
+namespace {
+
+/// What is known of an item's mesh.
+struct LiveTarget {
+    MeshPtr seen;                // as it was when the deltas were made or written; null when they never were
+    bool isOutstanding = false;  // was disconnected before an evaluation saw its last change
+};
+
+using ItemKey = std::array<int, 3>;  // base, weight and item index
+using LiveTargets = std::map<ItemKey, LiveTarget>;
+
+LiveTargets& liveTargets(graph::Node& blendShape) {
+    auto& own = deformerMemory(blendShape).own;
+    if (own == nullptr) own = std::make_shared<LiveTargets>();
+    return *std::static_pointer_cast<LiveTargets>(own);
+}
+
+ItemKey keyOf(const graph::Plug& item) {
+    const auto& indices = item.key().indices;
+    return {indices[0], indices[1], indices[2]};
+}
+
+LiveTarget knownOf(const graph::Plug& item) {
+    const LiveTargets& known = liveTargets(*item.node());
+    const auto found = known.find(keyOf(item));
+    return found != known.end() ? found->second : LiveTarget();
+}
+
+/// Changes what is known of an item, recorded.
+void know(graph::Graph& graph, const graph::Plug& item, const LiveTarget& now) {
+    const auto remember = [item](const LiveTarget& target) {
+        return [item, target](graph::Graph&) { liveTargets(*item.node())[keyOf(item)] = target; };
+    };
+    const LiveTarget old = knownOf(item);
+    remember(now)(graph);
+    graph.record(remember(old), remember(now));
+}
+
+/// Deltas are made without a record: undo brings back those that there were when a mesh came or went.
+void recordDeltas(graph::Graph& graph, const graph::Plug& item) {
+    graph.recordStored(item.child(kPointsTarget));
+    graph.recordStored(item.child(kComponentsTarget));
+}
+
+graph::Plug itemOf(const graph::Plug& below) {
+    return below.child(*below.attribute().parent());
+}
+
+bool isGeomTarget(const graph::Attribute& attribute) {
+    return attribute.longName() == "inputGeomTarget";
+}
+
+/// The mesh at an item, connected or kept; null when there is none.
+MeshPtr targetMesh(graph::Graph& graph, const graph::Plug& item) {
+    return graph::dataAs<MeshData>(graph.data(item.child(kGeomTarget)));
+}
+
+/// What the deltas of a live target are differences to: the undeformed geometry.
+MeshPtr undeformed(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex) {
+    const graph::Plug original = blendShape->plug("originalGeometry").element(baseIndex);
+    if (graph.source(original)) return graph::dataAs<MeshData>(graph.data(original));
+    const graph::Plug input = blendShape->plug("input").element(baseIndex);
+    return graph::dataAs<MeshData>(graph.data(childPlug(input, "inputGeometry")));
+}
+
+/// The items of a geometry whose deltas follow a mesh.
+std::vector<ItemKey> followedItems(graph::Node& blendShape, int geometryIndex) {
+    std::vector<ItemKey> items;
+    for (const auto& entry : blendShape.incoming()) {
+        const auto& indices = entry.first.indices;
+        if (isGeomTarget(*entry.first.attribute) && indices[0] == geometryIndex)
+            items.push_back({indices[0], indices[1], indices[2]});
+    }
+    for (const auto& [key, target] : liveTargets(blendShape)) {
+        if (target.isOutstanding && key[0] == geometryIndex) items.push_back(key);
+    }
+    return items;
+}
+
+void storeDeltas(graph::Graph& graph, const graph::Plug& item, const MeshData& base, const MeshData& target) {
+    auto [points, components] = sparseDeltas(base.mesh, target.mesh);
+    graph.storeDerived(item.child(kPointsTarget), std::move(points));
+    graph.storeDerived(item.child(kComponentsTarget), std::move(components));
+}
+
+void takeDeltas(graph::Graph& graph, const graph::Plug& item, const MeshPtr& base) {
+    const MeshPtr target = targetMesh(graph, item);
+    LiveTarget& known = liveTargets(*item.node())[keyOf(item)];
+    known.isOutstanding = false;
+    if (target == nullptr) return;
+    const bool isSeen = isSameMesh(known.seen, target);
+    known.seen = target;
+    if (!isSeen) storeDeltas(graph, item, *base, *target);
+}
+
+}  // namespace
+
+void takeLiveDeltas(graph::Graph& graph, const graph::NodeRef& blendShape, int geometryIndex) {
+    const std::vector<ItemKey> items = followedItems(*blendShape, geometryIndex);
+    if (items.empty()) return;
+    const MeshPtr base = undeformed(graph, blendShape, geometryIndex);
+    if (base == nullptr) return;
+    for (const ItemKey& key : items)
+        takeDeltas(graph, targetItemPlug(blendShape, key[0], key[1], key[2]), base);
+}
+
+void liveTargetConnected(graph::Graph& graph, const graph::Plug& destination) {
+    if (!isGeomTarget(destination.attribute())) return;
+    const graph::Plug item = itemOf(destination);
+    recordDeltas(graph, item);
+    know(graph, item, {});
+}
+
+void liveTargetDisconnecting(graph::Graph& graph, const graph::Plug& destination) {
+    if (!isGeomTarget(destination.attribute())) return;
+    const graph::Plug item = itemOf(destination);
+    recordDeltas(graph, item);
+    LiveTarget known = knownOf(item);
+    const MeshPtr target = targetMesh(graph, item);
+    if (isSameMesh(known.seen, target)) return;
+    const MeshPtr base = undeformed(graph, item.node(), item.key().indices[0]);
+    const bool isTaken = base != nullptr && target != nullptr;
+    if (isTaken) {
+        known.seen = target;
+        storeDeltas(graph, item, *base, *target);
+    }
+    known.isOutstanding = !isTaken;
+    know(graph, item, known);
+}
+
+void liveDeltasWriting(graph::Graph& graph, const graph::Plug& plug) {
+    const graph::Plug item = itemOf(plug);
+    if (!graph.source(item.child(kGeomTarget)) && !knownOf(item).isOutstanding) return;
+    know(graph, item, {targetMesh(graph, item), false});
+}
+
+}  // namespace host::nodes
