@@ -45,6 +45,14 @@ void mirrorByMap(const MIntArray& map, int axis, int targetSide, MFloatPointArra
     }
 }
 
+bool areEqual(const MFloatPointArray& left, const MFloatPointArray& right) {
+    if (left.length() != right.length()) return false;
+    for (unsigned int k = 0; k < left.length(); ++k) {
+        if (left[k] != right[k]) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 const CommandInfo& polySymmetry::info() {
@@ -228,7 +236,14 @@ CallOutcome polySymmetry::restore() {
     if (!hasSavedPoints_) return CallOutcome();
     hasSavedPoints_ = false;
     MStatus status(MS::kFailure);
-    if (mesh_.isAlive()) status = MFnMesh(mesh_.path()).setPoints(savedPoints_, MSpace::kObject);
+    if (mesh_.isAlive()) {
+        MFloatPointArray points;
+        MFnMesh mesh(mesh_.path());
+        mesh.getPoints(points, MSpace::kObject);
+        // Points that a check did not change are left alone: setting them would make tweaks a part of them.
+        if (areEqual(points, savedPoints_)) return CallOutcome();
+        status = mesh.setPoints(savedPoints_, MSpace::kObject);
+    }
     if (status) return CallOutcome();
     status.pAPIerror(kReportFile, kUndoLine);
     return CallOutcome::failed("", status);

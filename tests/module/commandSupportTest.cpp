@@ -3,7 +3,11 @@
 #include <gtest/gtest.h>
 #include <maya/MArgList.h>
 
+#include <memory>
+#include <new>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "support/scene.h"
 
@@ -67,6 +71,47 @@ TEST(CommandSupport, SyntaxFollowsTheTable) {
     withObjects.takesObjects = true;
     const MArgDatabase accepted(makeSyntax(withObjects), object, &status);
     EXPECT_TRUE(status);
+}
+
+/// A command that runs out of memory in the middle of its edit.
+class fallingCommand : public CommandOf<fallingCommand> {
+  public:
+    static const CommandInfo& info() { return kCommand; }
+
+    int value = 0;
+
+  protected:
+    CallOutcome read(const MArgDatabase&) override { return CallOutcome(); }
+    CallOutcome edit() override {
+        value = 1;
+        throw std::bad_alloc();
+    }
+    CallOutcome restore() override {
+        value = 0;
+        return CallOutcome();
+    }
+};
+
+TEST(CommandSupport, AnExceptionBecomesAnErrorAndWhatWasChangedIsRestored) {
+    Scene scene(Scene::Plugin::NotLoaded);
+    fallingCommand sample;
+    const Outcome outcome = scene.during([&] { EXPECT_FALSE(sample.doIt(MArgList())); });
+    EXPECT_EQ(outcome.errors,
+              std::vector<std::string>{"dv_sample: There is not enough memory. Nothing more was done."});
+    EXPECT_EQ(sample.value, 0);
+    EXPECT_TRUE(sample.redoIt()) << "nothing to redo";
+}
+
+TEST(CommandSupport, NoExceptionLeavesAnEntryNorItsRecovery) {
+    Scene scene(Scene::Plugin::NotLoaded);
+    const Outcome outcome = scene.during([] {
+        EXPECT_FALSE(guardEntry(
+            "The tool", [&]() -> MStatus { throw std::runtime_error("no luck"); }, [] { throw 7; }));
+        const std::unique_ptr<int> made(madeOrNull<int>("The tool"));
+        EXPECT_NE(made, nullptr);
+    });
+    EXPECT_EQ(outcome.errors, (std::vector<std::string>{"The tool stopped: no luck",
+                                                        "The tool stopped by an unknown error."}));
 }
 
 }  // namespace

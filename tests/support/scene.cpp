@@ -116,6 +116,14 @@ Outcome Scene::run(const std::string& text) {
     return outcome;
 }
 
+Outcome Scene::during(const std::function<void()>& work) {
+    host_->collector.take();
+    work();
+    Outcome outcome = host_->collector.take();
+    record(outcome);
+    return outcome;
+}
+
 mel::Value Scene::mel(const std::string& text) {
     const Outcome outcome = run(text);
     EXPECT_TRUE(outcome.ok) << text;

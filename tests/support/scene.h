@@ -35,6 +35,8 @@ class Scene {
     host::graph::Graph& graph();
     /// Runs script text and says everything it did.
     Outcome run(const std::string& text);
+    /// What some work of a test itself shows.
+    Outcome during(const std::function<void()>& work);
     /// Runs script text that is expected to succeed without an error or warning (a test failure otherwise).
     host::mel::Value mel(const std::string& text);
     /// Everything in the scene as text: equal texts, equal scenes.

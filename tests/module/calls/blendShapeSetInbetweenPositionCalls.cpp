@@ -28,7 +28,8 @@ std::vector<Call> moveCalls() {
                  "setAttr bs.ibig[4].ibi[5750].ibtn -type \"string\" \"half\";"
                  "setAttr bs.ibig[4].ibi[5750].itp 1;"
                  "setAttr bs.it[0].itg[4].iti[5750].irc -type componentList 1 vtx[2];"
-                 "setAttr bs.it[0].itg[4].iti[5750].irp -type pointArray 1 1 2 3 1;",
+                 "setAttr bs.it[0].itg[4].iti[5750].irp -type pointArray 1 1 2 3 1; pointPosition -local "
+                 "base.vtx[0];",
                  command + "-i 4 -sp 5750 -tp 5700 bs", 1),
         goodCall("MoveOfTheSelection", "select -noExpand bs;", command + "-tp 5750", 1),
     };
