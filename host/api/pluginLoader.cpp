@@ -68,6 +68,18 @@ EntryPoint entryPoint(const Plugin& plugin, const char* symbol) {
     return reinterpret_cast<EntryPoint>(plugin.library->symbol(symbol));
 }
 
+/// Why this library is no plug-in; empty when it is one.
+std::string lackOf(const Plugin& plugin) {
+    if (entryPoint(plugin, kInitialize) == nullptr || entryPoint(plugin, kUninitialize) == nullptr)
+        return "is no plug-in: initializePlugin or uninitializePlugin is missing.";
+    if (plugin.library->symbol("MApiVersion") == nullptr)
+        return "does not say which API it was built with: MApiVersion is not among the names that it "
+               "exports. "
+               "Include <maya/MFnPlugin.h> in one source file without MNoVersionString, and have the linker "
+               "export MApiVersion.";
+    return {};
+}
+
 bool runEntryPoint(const std::shared_ptr<Plugin>& plugin, const char* symbol) {
     PluginCall call{plugin->description.name};
     const CallScope scope(call);
@@ -104,9 +116,8 @@ mel::CommandResult PluginLoader::load(const std::string& file) {
     plugin->library = std::move(opened.library);
     plugin->description.name = nameOf(path.u8string());
     plugin->description.path = path.generic_u8string();
-    if (entryPoint(*plugin, kInitialize) == nullptr || entryPoint(*plugin, kUninitialize) == nullptr)
-        return mel::CommandResult::failure(
-            "\"" + path.u8string() + "\" is no plug-in: initializePlugin or uninitializePlugin is missing.");
+    const std::string lack = lackOf(*plugin);
+    if (!lack.empty()) return mel::CommandResult::failure("\"" + path.u8string() + "\" " + lack);
     if (!runEntryPoint(plugin, kInitialize)) {
         removeCommands(*plugin);
         return mel::CommandResult::failure("initializePlugin function failed (" + plugin->description.name +

@@ -16,7 +16,7 @@ class Library {
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
-    /// Address of an exported function, null when there is none of that name.
+    /// Address of an exported function or variable, null when there is none of that name.
     void* symbol(const std::string& name) const;
 
   private:

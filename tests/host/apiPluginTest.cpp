@@ -102,4 +102,14 @@ TEST_F(PluginTest, WhatIsNoPluginIsNamedInTheError) {
     EXPECT_TRUE(loader.loaded().empty());
 }
 
+TEST_F(PluginTest, WhatDoesNotSayWhatItWasBuiltWithIsRefused) {
+    const host::mel::CommandResult result = loader.load("apiTestPluginWithoutVersion");
+    EXPECT_FALSE(result.ok);
+    EXPECT_NE(result.error.find("apiTestPluginWithoutVersion"), std::string::npos);
+    EXPECT_NE(result.error.find("MApiVersion is not among the names that it exports"), std::string::npos)
+        << result.error;
+    EXPECT_TRUE(shown.infos.empty()) << "it must not have run";
+    EXPECT_FALSE(registry.has("testPluginCommand"));
+}
+
 }  // namespace

@@ -1,7 +1,7 @@
 # cmake -DNM=<nm> -DPLUGIN=<file> -P pluginExports.cmake
 #
-# The plug-in shows its two entry points and nothing else: a name of ours that leaks could take the place of another
-# plug-in's in the same process.
+# The plug-in shows what the host looks for, two entry points and what the plug-in was built with, and nothing else: a name of
+# ours that leaks could take the place of another plug-in's in the same process.
 cmake_minimum_required(VERSION 3.25)
 
 get_filename_component(name "${PLUGIN}" NAME)
@@ -18,6 +18,6 @@ foreach(line IN LISTS lines)
   list(APPEND names "${symbol}")
 endforeach()
 list(SORT names)
-if(NOT names STREQUAL "initializePlugin;uninitializePlugin")
+if(NOT names STREQUAL "ADSK_PLUGIN_SIGNATURE;MApiVersion;initializePlugin;uninitializePlugin")
   message(FATAL_ERROR "visible names of ${PLUGIN}:\n${listing}")
 endif()

@@ -2,11 +2,14 @@
 
 #include <maya/MTypes.h>
 
-/// Puts the API version that a plug-in was built with into the plug-in, as a text that can be found in the
-/// binary.
+/// Puts two exported texts into the plug-in, by which the host sees what the plug-in was built with. It loads
+/// none without the first.
 ///
 /// Exactly one source file of a plug-in may do so; every other one defines MNoVersionString before it
 /// includes this.
 #if !defined(MNoVersionString)
-char MApiVersion[] = "20250000";
+extern "C" {
+PLUGIN_EXPORT char MApiVersion[] = "20250000";
+PLUGIN_EXPORT char ADSK_PLUGIN_SIGNATURE[] = "headless 20250000";
+}
 #endif

@@ -6,18 +6,10 @@
 #include <maya/MSyntax.h>
 #include <maya/MTypes.h>
 
-#if defined(_WIN32)
-#define PLUGIN_EXPORT __declspec(dllexport)
-#else
-#define PLUGIN_EXPORT __attribute__((visibility("default")))
-#endif
-
-#if !defined(MNoPluginEntry)
 /// The two functions that a plug-in defines: called after it was loaded and before it is unloaded. When
 /// loading fails the plug-in is unloaded at once.
 PLUGIN_EXPORT MStatus initializePlugin(MObject object);
 PLUGIN_EXPORT MStatus uninitializePlugin(MObject object);
-#endif
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
@@ -26,7 +18,8 @@ typedef MSyntax (*MCreateSyntaxFunction)();
 
 /// What a plug-in tells the host about itself, and what it brings.
 ///
-/// Exactly one source file of a plug-in includes this without defining MNoVersionString and MNoPluginEntry.
+/// Exactly one source file of a plug-in includes this without defining MNoVersionString. MNoPluginEntry,
+/// which the other files define too, leaves out a library entry of Windows; there is none here.
 class OPENMAYA_EXPORT MFnPlugin : public MFnBase {
   public:
     MFnPlugin();

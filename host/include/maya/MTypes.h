@@ -26,6 +26,13 @@ typedef int int2[2];
 #define OPENMAYA_EXPORT __attribute__((visibility("default")))
 #endif
 
+/// Marks what a plug-in shows to the host.
+#if defined(_WIN32)
+#define PLUGIN_EXPORT __declspec(dllexport)
+#else
+#define PLUGIN_EXPORT __attribute__((visibility("default")))
+#endif
+
 #define OPENMAYAANIM_EXPORT OPENMAYA_EXPORT
 #define OPENMAYAFX_EXPORT OPENMAYA_EXPORT
 #define OPENMAYARENDER_EXPORT OPENMAYA_EXPORT
