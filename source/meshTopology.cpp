@@ -13,7 +13,9 @@ std::size_t at(int index) {
 
 /// Without branches: which way an edge runs is one that no processor can foresee.
 bool joins(const EdgeEnds& ends, int a, int b) {
-    return (ends[0] == a && ends[1] == b) || (ends[0] == b && ends[1] == a);
+    const bool isForward = ((ends[0] ^ a) | (ends[1] ^ b)) == 0;
+    const bool isBackward = ((ends[0] ^ b) | (ends[1] ^ a)) == 0;
+    return isForward || isBackward;
 }
 
 /// Whether a list holds no number twice.
