@@ -6,7 +6,7 @@
 #include <maya/MStringArray.h>
 #include <maya/MTime.h>
 
-#include <cstdio>
+#include "numberText.h"
 
 #include "commandSupport.h"
 
@@ -21,11 +21,16 @@ void run(const MString& command) {
     MGlobal::executeCommand(command, false, false);
 }
 
-/// "%f" of a value between 0 and 1.
 MString fixedText(double value) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%f", value);
-    return text;
+    char text[kFixedRoom];
+    return MString(text, static_cast<int>(writeFixed(text, value) - text));
+}
+
+/// The number that a text begins with, 0 when it begins with none.
+double numberOf(const MString& text) {
+    double value = 0.0;
+    readNumber(text.asChar(), value);
+    return value;
 }
 
 }  // namespace
@@ -64,11 +69,11 @@ void DELVENCompareDraggerToolContext::readToolList() {
     MStringArray fields;
     MGlobal::optionVarStringValue(kListVariable).split(',', fields);
     if (fields.length() != 5) return;
-    startTime_ = fields[0].asDouble();
-    endTime_ = fields[1].asDouble();
+    startTime_ = numberOf(fields[0]);
+    endTime_ = numberOf(fields[1]);
     timeRange_ = endTime_ - startTime_;
-    speed_ = fields[2].asDouble();
-    restoreTime_ = fields[3].asDouble();
+    speed_ = numberOf(fields[2]);
+    restoreTime_ = numberOf(fields[3]);
     node_ = fields[4];
 }
 

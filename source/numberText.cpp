@@ -9,6 +9,7 @@
 #define DELVEN_NUMBERS_BY_CHARCONV
 #else
 #include <algorithm>
+#include <ios>
 #include <locale>
 #include <sstream>
 #include <string>
@@ -17,6 +18,7 @@
 namespace {
 
 constexpr int kSignificantDigits = 6;
+constexpr int kDecimals = 6;
 
 bool isBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
@@ -66,6 +68,17 @@ const char* numberEnd(const char* first, const char* end) {
     return exponent != end && isDigit(*exponent) ? skipDigits(exponent, end) : at;
 }
 
+/// @param form  of the stream's floatfield: none for the general form
+char* writeStreamed(char* at, double value, int precision, std::ios_base::fmtflags form) {
+    std::ostringstream stream;
+    stream.imbue(std::locale::classic());
+    stream.precision(precision);
+    stream.setf(form, std::ios_base::floatfield);
+    stream << value;
+    const std::string text = stream.str();
+    return std::copy(text.begin(), text.end(), at);
+}
+
 #endif
 
 }  // namespace
@@ -92,6 +105,10 @@ char* writeNumber(char* at, double value) {
     return std::to_chars(at, at + kNumberRoom, value, std::chars_format::general, kSignificantDigits).ptr;
 }
 
+char* writeFixed(char* at, double value) {
+    return std::to_chars(at, at + kFixedRoom, value, std::chars_format::fixed, kDecimals).ptr;
+}
+
 std::size_t readNumber(std::string_view text, double& value) {
     value = 0.0;
     const Start start = findStart(text);
@@ -102,12 +119,11 @@ std::size_t readNumber(std::string_view text, double& value) {
 #else
 
 char* writeNumber(char* at, double value) {
-    std::ostringstream stream;
-    stream.imbue(std::locale::classic());
-    stream.precision(kSignificantDigits);
-    stream << value;
-    const std::string text = stream.str();
-    return std::copy(text.begin(), text.end(), at);
+    return writeStreamed(at, value, kSignificantDigits, std::ios_base::fmtflags());
+}
+
+char* writeFixed(char* at, double value) {
+    return writeStreamed(at, value, kDecimals, std::ios_base::fixed);
 }
 
 std::size_t readNumber(std::string_view text, double& value) {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-/// Numbers as the data files hold them: in the digits of the C locale, whatever locale the host
+/// Numbers as data files and scripts hold them: in the digits of the C locale, whatever locale the host
 /// runs in.
 ///
 /// Written and read with <charconv> where the standard library has it for floating point (the macro
@@ -18,6 +18,14 @@ constexpr std::size_t kNumberRoom = 32;
 /// @return one past the last character written
 char* writeNumber(char* at, double value);
 char* writeNumber(char* at, int value);
+
+/// Room that a number with six decimals takes at most.
+constexpr std::size_t kFixedRoom = 320;
+
+/// Writes a number in full with six decimals, as "%f" does in the C locale.
+/// @param at  room for kFixedRoom characters
+/// @return one past the last character written
+char* writeFixed(char* at, double value);
 
 /// Reads the number that a text begins with, after any blanks: sign, digits, fraction, exponent.
 /// What follows it does not matter. Names such as "nan" and "inf" are no numbers.

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <locale>
@@ -19,6 +20,17 @@ namespace {
 std::string written(double value) {
     char text[kNumberRoom];
     return {text, writeNumber(text, value)};
+}
+
+std::string writtenFixed(double value) {
+    char text[kFixedRoom];
+    return {text, writeFixed(text, value)};
+}
+
+/// The test program sets no locale of C.
+std::string printedFixed(double value) {
+    char text[kFixedRoom];
+    return {text, static_cast<std::size_t>(std::snprintf(text, sizeof text, "%f", value))};
 }
 
 /// What every file was written with before: a stream as it comes.
@@ -42,7 +54,7 @@ std::vector<double> trickyNumbers() {
     return values;
 }
 
-TEST(NumberText, IsTheTextOfAStream) {
+TEST(NumberText, IsTheTextOfAStreamAndOfPrinting) {
     std::mt19937_64 random(7);
     std::vector<double> values = trickyNumbers();
     for (int k = 0; k < 100000; ++k) {
@@ -55,6 +67,8 @@ TEST(NumberText, IsTheTextOfAStream) {
     for (const double value : values) {
         ASSERT_EQ(written(value), streamed(value));
         ASSERT_EQ(written(-value), streamed(-value));
+        ASSERT_EQ(writtenFixed(value), printedFixed(value));
+        ASSERT_EQ(writtenFixed(-value), printedFixed(-value));
     }
 }
 
