@@ -1,13 +1,15 @@
 #include "mel/numberText.h"
 
+#include <charconv>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <limits>
+#include <system_error>
 
 namespace host::mel {
 
 namespace {
+
+constexpr int kShownDigits = 10;
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -86,7 +88,10 @@ double toDouble(const Decimal& decimal, std::string_view text) {
         return decimal.exponent < 0 ? mantissa / kPowers[-decimal.exponent]
                                     : mantissa * kPowers[decimal.exponent];
     }
-    return std::strtod(std::string(text).c_str(), nullptr);
+    double value = 0;
+    if (std::from_chars(text.data(), text.data() + text.size(), value).ec != std::errc::result_out_of_range)
+        return value;
+    return decimal.exponent < 0 ? 0.0 : std::numeric_limits<double>::infinity();
 }
 
 ParsedNumber hexadecimal(std::string_view text, std::size_t start, bool negative) {
@@ -107,8 +112,9 @@ ParsedNumber hexadecimal(std::string_view text, std::size_t start, bool negative
 
 void appendFloat(std::string& text, double value) {
     char buffer[32];
-    const int length = std::snprintf(buffer, sizeof buffer, "%.10g", value);
-    text.append(buffer, static_cast<std::size_t>(length));
+    const auto [end, code] =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, kShownDigits);
+    text.append(buffer, end);
 }
 
 void appendInt(std::string& text, int value) {

@@ -378,13 +378,12 @@ float MString::asFloat() const {
 }
 
 bool MString::isDouble() const {
-    char* end = nullptr;
-    std::strtod(text_.c_str(), &end);
-    return end != text_.c_str() && *end == '\0';
+    const std::size_t length = host::api::leadingNumber(text_).length;
+    return length > 0 && length == text_.size();
 }
 
 double MString::asDouble() const {
-    return std::strtod(text_.c_str(), nullptr);
+    return host::api::leadingNumber(text_).value;
 }
 
 MString operator+(const char* left, const MString& right) {
