@@ -39,17 +39,23 @@ endfunction()
 #
 # A GoogleTest program registered with ctest, one ctest test a program. The label "threads" has it run under
 # ThreadSanitizer too, where the target delven_thread_tests builds just these programs; one that loads the plug-in
-# depends on the target DELVENTools.
+# depends on the target DELVENTools. <name>_in_comma_locale is the same program in a locale with a decimal comma, in which
+# nothing may come out otherwise.
 add_custom_target(delven_thread_tests)
 function(delven_add_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;LABELS")
-  add_executable(${name} ${arg_SOURCES})
+  add_executable(${name} ${arg_SOURCES} "${PROJECT_SOURCE_DIR}/tests/support/testLocale.cpp")
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_compile_definitions(${name} PRIVATE DELVEN_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                              DELVEN_BINARY_DIR="$<TARGET_FILE_DIR:${name}>")
   target_link_libraries(${name} PRIVATE delven_options ${arg_LIBRARIES} GTest::gtest_main)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES ENVIRONMENT "${DELVEN_TEST_ENVIRONMENT}" LABELS "${arg_LABELS}" TIMEOUT 900)
+  add_test(NAME ${name}_in_comma_locale COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES ENVIRONMENT "${DELVEN_TEST_ENVIRONMENT}" LABELS "${arg_LABELS}" TIMEOUT 900
+    RESOURCE_LOCK ${name})
+  set_tests_properties(${name}_in_comma_locale PROPERTIES
+    ENVIRONMENT "${DELVEN_TEST_ENVIRONMENT};${DELVEN_COMMA_LOCALE_ENVIRONMENT}" LABELS locale TIMEOUT 900
+    RESOURCE_LOCK ${name} DISABLED "$<NOT:$<BOOL:${DELVEN_COMMA_LOCALE}>>")
   if("threads" IN_LIST arg_LABELS)
     add_dependencies(delven_thread_tests ${name})
   endif()

@@ -13,6 +13,7 @@
 #include <maya/MVectorArray.h>
 
 #include <initializer_list>
+#include <locale>
 #include <random>
 #include <sstream>
 #include <type_traits>
@@ -273,6 +274,7 @@ TEST(ArrayForms, pointsAreTakenAsCoordinates) {
 
 TEST(ArrayForms, writeTheirElementsInBrackets) {
     std::ostringstream out;
+    out.imbue(std::locale::classic());
     const int numbers[] = {1, -2, 3};
     out << MIntArray(numbers, 3) << MIntArray() << MDoubleArray(1, 0.5) << MStringArray(2, "a")
         << MPointArray(1, MPoint(1, 2, 3));

@@ -8,6 +8,7 @@
 #include <maya/MUuid.h>
 
 #include <algorithm>
+#include <locale>
 #include <set>
 #include <sstream>
 #include <string>
@@ -143,6 +144,7 @@ TEST(MTypeId, isANumberOrAPrefixAndANumber) {
     EXPECT_TRUE(MTypeId(0x1234, 0x56) == MTypeId(0x00123456));
     EXPECT_TRUE(MTypeId() != MTypeId(1));
     std::ostringstream out;
+    out.imbue(std::locale::classic());
     out << MTypeId(0x80000) << ' ' << 10;
     EXPECT_EQ(out.str(), "0x80000 10") << "the stream's number base is put back";
 }

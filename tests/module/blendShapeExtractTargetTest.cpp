@@ -165,7 +165,7 @@ TEST(ExtractTargetProperty, ExtractionInvertsTheTargetOnEveryMesh) {
         scene.addMesh("base", entry.mesh);
         scene.addMesh("shape", entry.mesh);
         for (std::size_t vertex = 0; vertex < count; vertex += 2) {
-            scene.mel("move -r -os " + std::to_string(0.25 * static_cast<double>(vertex + 1)) +
+            scene.mel("move -r -os " + host::mel::Value(0.25 * static_cast<double>(vertex + 1)).toString() +
                       " -1 0.5 shape.vtx[" + std::to_string(vertex) + "]");
         }
         const std::vector<double> shape = scene.points("shape");

@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <locale>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "numberText.h"
 
 namespace {
 
@@ -49,6 +52,7 @@ template <typename Read>
 std::string scanned(std::string_view text, Read read) {
     JsonScanner scanner(text);
     std::ostringstream out;
+    out.imbue(std::locale::classic());
     out << read(scanner) << " then ";
     const char next = scanner.next();
     if (next != '\0') out << next;
@@ -89,8 +93,10 @@ TEST(JsonScanner, ReadsAListOfNumbers) {
         return scanned(text, [](JsonScanner& scanner) {
             std::vector<double> numbers{9, 9};
             std::string read = scanner.readNumberList(numbers) ? "" : "open ";
-            for (const double number : numbers)
-                read += std::to_string(number).substr(0, 4) + ' ';
+            for (const double number : numbers) {
+                char digits[kFixedRoom];
+                read += std::string(digits, writeFixed(digits, number)).substr(0, 4) + ' ';
+            }
             return read;
         });
     };

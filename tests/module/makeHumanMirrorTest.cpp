@@ -2,8 +2,8 @@
 
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <fstream>
+#include <locale>
 #include <map>
 #include <sstream>
 
@@ -38,8 +38,12 @@ class MakeHumanMirror : public MakeHuman {
         int vertex = 0;
         std::array<double, 3> delta{};
         while (std::getline(file, line)) {
-            if (std::sscanf(line.c_str(), " \"%d\": [%lf, %lf, %lf]", &vertex, &delta[0], &delta[1],
-                            &delta[2]) == 4) {
+            for (char& c : line) {
+                if (c == '"' || c == ':' || c == '[' || c == ',') c = ' ';
+            }
+            std::istringstream text(line);
+            text.imbue(std::locale::classic());
+            if (text >> vertex >> delta[0] >> delta[1] >> delta[2]) {
                 deltas[vertex] = delta;
             } else if (!deltas.empty()) {
                 break;
@@ -50,6 +54,7 @@ class MakeHumanMirror : public MakeHuman {
 
     Deltas targetOfScene(int index) {
         std::istringstream text(deltas(scene_, index, 6000));
+        text.imbue(std::locale::classic());
         Deltas read;
         int vertex = 0;
         std::array<double, 3> delta{};

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <iomanip>
+#include <locale>
+#include <sstream>
+
 namespace {
 
 std::string written(RegionFile& file, bool isJson) {
@@ -16,13 +20,15 @@ std::string written(RegionFile& file, bool isJson) {
 
 /// Settings and weights in one line.
 std::string shown(const RegionFile& file) {
-    std::string text = file.settings + "|";
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << std::fixed << std::setprecision(3) << file.settings << '|';
     for (std::size_t vertex = 0; vertex < file.vertexCount(); ++vertex) {
         for (const std::vector<double>& weights : file.weights)
-            text += ' ' + std::to_string(weights.at(vertex)).substr(0, 5);
-        text += ';';
+            text << ' ' << weights.at(vertex);
+        text << ';';
     }
-    return text;
+    return text.str();
 }
 
 TEST(RegionFile, IsLaidOutByteForByte) {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cmath>
+#include <locale>
 #include <sstream>
 
 #include "fixtures.h"
@@ -42,6 +43,7 @@ class ReorderRotation : public ::testing::Test {
   protected:
     Angles reorder(const Angles& degrees, int in, int out) {
         std::ostringstream text;
+        text.imbue(std::locale::classic());
         text.precision(17);
         text << "dv_reorderRotation -io " << in << " -oo " << out << " -irx " << degrees[0] << " -iry "
              << degrees[1] << " -irz " << degrees[2];

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <locale>
 #include <sstream>
 
 namespace {
@@ -13,6 +14,7 @@ struct Reading {
 
 Reading read(const std::string& text, const TargetRemap* remap = nullptr) {
     std::ostringstream items;
+    items.imbue(std::locale::classic());
     const std::vector<std::string> entries = readTargetData(text, remap, [&](const TargetItem& item) {
         ASSERT_EQ(item.vertices.size(), item.points.size());
         items << item.target << ' ' << item.item << ' ' << item.name << ':';
