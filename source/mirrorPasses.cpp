@@ -10,6 +10,15 @@
 #include <array>
 #include <cstddef>
 
+// Every release before oneTBB tells its version in these headers. Code built with them would need the older
+// library.
+#if defined(TBB_INTERFACE_VERSION)
+static_assert(TBB_INTERFACE_VERSION >= 12000,
+              "These <tbb/...> headers are older than oneTBB, perhaps those of Maya's developer kit. Put the "
+              "include folder of oneTBB before that of the kit; with CMake, name oneTBB's folder in "
+              "CMAKE_PREFIX_PATH.");
+#endif
+
 namespace {
 
 /// One of the two walks over a start, on cache lines of its own: both count what they meet all the time.

@@ -1,16 +1,22 @@
 # cmake -DSOURCE_DIR=<checkout> -DMODULES=<folder> -P installedTree.cmake
 #
 # What was installed for Maya into a modules folder: nothing is missing, nothing is there by accident, the .mod file leads
-# to the plug-in, and the pages refer to files that came with them.
+# to the plug-in and, on Windows, to its library, and the pages refer to files that came with them.
 cmake_minimum_required(VERSION 3.25)
 
 set(module "${MODULES}/DELVENTools")
 
 file(GLOB_RECURSE installed LIST_DIRECTORIES false RELATIVE "${MODULES}" "${MODULES}/*")
 list(FILTER installed EXCLUDE REGEX "^DELVENTools/(docs|examples)/")
-string(REGEX REPLACE "\\.(mll|bundle)(;|$)" ".so\\2" installed "${installed}")
+foreach(file IN LISTS installed)
+  if(IS_SYMLINK "${MODULES}/${file}")
+    message(SEND_ERROR "${file} is a link")
+  endif()
+endforeach()
+string(REGEX REPLACE "plug-ins/DELVENTools\\.(mll|bundle)(;|$)" "plug-ins/DELVENTools.so\\2" installed "${installed}")
+string(REGEX REPLACE "(lib/libtbb\\.so\\.12|lib/libtbb\\.12\\.dylib|bin/tbb12\\.dll)(;|$)" "oneTBB\\2" installed "${installed}")
 list(SORT installed)
-set(expected DELVENTools.mod DELVENTools/CONTRIBUTING.md DELVENTools/LICENSE DELVENTools/README.md
+set(expected DELVENTools.mod DELVENTools/CONTRIBUTING.md DELVENTools/LICENSE DELVENTools/README.md DELVENTools/oneTBB
     DELVENTools/plug-ins/DELVENTools.so)
 if(NOT installed STREQUAL expected)
   message(SEND_ERROR "expected ${expected}\ninstalled ${installed}")
@@ -32,12 +38,20 @@ foreach(file docs/commands.md docs/building-for-maya.md examples/demo.mel exampl
   endif()
 endforeach()
 
-# Maya takes the plug-ins folder below the path on the line.
-file(READ "${MODULES}/DELVENTools.mod" line)
-if(NOT line MATCHES "^\\+ MAYAVERSION:2025 PLATFORM:(win64|linux|mac) DELVENTools [0-9]+\\.[0-9]+\\.[0-9]+ (\\./[^\n]+)\n$")
-  message(SEND_ERROR "DELVENTools.mod says: ${line}")
-elseif(NOT IS_DIRECTORY "${MODULES}/${CMAKE_MATCH_2}/plug-ins")
-  message(SEND_ERROR "DELVENTools.mod leads to ${CMAKE_MATCH_2}, where there are no plug-ins")
+# Maya takes the plug-ins folder below the path on the line. Windows looks for libraries on PATH only.
+file(READ "${MODULES}/DELVENTools.mod" text)
+string(REGEX MATCH "^\\+ MAYAVERSION:2025 PLATFORM:(win64|linux|mac) DELVENTools [0-9]+\\.[0-9]+\\.[0-9]+ (\\./[^\n]+)\n(.*)$" found "${text}")
+set(platform "${CMAKE_MATCH_1}")
+set(path "${CMAKE_MATCH_2}")
+set(more "${CMAKE_MATCH_3}")
+set(wanted_more "")
+if(platform STREQUAL "win64")
+  set(wanted_more "PATH +:= bin\n")
+endif()
+if(found STREQUAL "" OR NOT more STREQUAL wanted_more)
+  message(SEND_ERROR "DELVENTools.mod says: ${text}")
+elseif(NOT IS_DIRECTORY "${MODULES}/${path}/plug-ins")
+  message(SEND_ERROR "DELVENTools.mod leads to ${path}, where there are no plug-ins")
 endif()
 
 file(GLOB_RECURSE pages "${module}/*.md")
