@@ -114,17 +114,18 @@ CallOutcome blendShapeSplitTarget::edit() {
 
 /// The vertices that the split is about: those that the deltas of the target move.
 CallOutcome blendShapeSplitTarget::readVertices(TargetEditor& targets, MIntArray& vertices) {
-    if (!isBase()) return readVerticesOfItems(targets.blendShape(), vertices);
+    if (!isBase()) return readVerticesOfItems(targets, vertices);
     deltas_ = targets.read(0, kFullItem);
     const CallOutcome outcome = targets.completeEmpty(0, kFullItem, deltas_);
     vertices = deltas_.vertices;
     return outcome;
 }
 
-CallOutcome blendShapeSplitTarget::readVerticesOfItems(const MObject& blendShape, MIntArray& vertices) const {
+CallOutcome blendShapeSplitTarget::readVerticesOfItems(TargetEditor& targets, MIntArray& vertices) const {
+    const MObject& blendShape = targets.blendShape();
     const MIntArray items = getTargetItemIndices(blendShape, target_);
     for (unsigned int k = 0; k < items.length(); ++k) {
-        MIntArray listed = readDeltas(blendShape, target_, items[k]).vertices;
+        MIntArray listed = targets.read(target_, items[k]).vertices;
         if (listed.length() == 0) {
             listed = MIntArray(1, 0);
             const MStatus status = setTargetComponents(blendShape, target_, items[k], listed);

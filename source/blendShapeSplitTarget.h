@@ -31,7 +31,7 @@ class blendShapeSplitTarget : public CommandOf<blendShapeSplitTarget> {
     bool isBase() const;
     bool isHard() const;
     CallOutcome readVertices(TargetEditor& targets, MIntArray& vertices);
-    CallOutcome readVerticesOfItems(const MObject& blendShape, MIntArray& vertices) const;
+    CallOutcome readVerticesOfItems(TargetEditor& targets, MIntArray& vertices) const;
     bool isOnPlane(const MFloatPoint& position) const;
     double weightAt(const MFloatPoint& position) const;
     TargetDeltas halvedDeltas(const MFloatPointArray& positions) const;

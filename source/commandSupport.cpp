@@ -244,13 +244,14 @@ CallOutcome readMeshShape(const MString& name, const char* undefined, MObject& m
     MSelectionList list;
     list.add(name);
     MObject node;
-    list.getDependNode(0, node);
+    // One that several objects have stands for none of them.
+    if (list.length() == 1) list.getDependNode(0, node);
     if (node.hasFn(MFn::kMesh)) {
         mesh = node;
         return CallOutcome();
     }
     MStringArray shown;
-    list.getSelectionStrings(0, shown);
+    if (list.length() == 1) list.getSelectionStrings(0, shown);
     const MString subject = shown.length() > 0 ? shown[0] : name;
     return CallOutcome::refused(subject + " is not a mesh object.");
 }

@@ -140,8 +140,23 @@ MIntArray getTargetComponents(const MObject& blendShape, int target, int item) {
     return componentListToIndices(plug);
 }
 
+bool isPlugPresent(const MPlug& plug) {
+    MPlug at = plug;
+    while (at.isElement() || at.isChild()) {
+        if (at.isElement()) {
+            const auto index = static_cast<int>(at.logicalIndex());
+            at = at.array();
+            if (!contains(existingIndices(at), index)) return false;
+        } else {
+            at = at.parent();
+        }
+    }
+    return true;
+}
+
 MIntArray componentListToIndices(const MPlug& componentList) {
     MIntArray indices;
+    if (!isPlugPresent(componentList)) return indices;
     MObject data;
     componentList.getValue(data);
     MStatus status;
@@ -191,7 +206,7 @@ MStatus setTargetComponents(const MObject& blendShape, int target, int item, con
 MPointArray getTargetPoints(const MObject& blendShape, int target, int item) {
     MPointArray points;
     MPlug plug;
-    if (!getPointsTargetPlug(blendShape, target, item, plug)) return points;
+    if (!getPointsTargetPlug(blendShape, target, item, plug) || !isPlugPresent(plug)) return points;
     MObject data;
     plug.getValue(data);
     MStatus status;

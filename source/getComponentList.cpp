@@ -2,6 +2,7 @@
 
 #include <maya/MArgDatabase.h>
 #include <maya/MDagPath.h>
+#include <maya/MFn.h>
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MGlobal.h>
 #include <maya/MPlug.h>
@@ -56,6 +57,11 @@ CallOutcome getComponentList::edit() {
     const MStatus status = list.getPlug(0, plug);
     MIntArray elements;
     if (status) elements = componentListToIndices(plug);
+    if (elements.length() == 0 && isPlugPresent(plug) && plug.node().hasFn(MFn::kBlendShape)) {
+        // The deltas of a target mesh exist only after the deformer has made them.
+        evaluateDeformer(plug.node());
+        elements = componentListToIndices(plug);
+    }
     MStatus selected;
     if (mesh_.length() == 0 || componentType_ == kNoType) {
         setResult(elements);

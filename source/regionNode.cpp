@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "common.h"
+
 namespace {
 
 constexpr const char* kWeights = "regionWeights";
@@ -83,8 +85,10 @@ void RegionNode::readLocks() {
     locks_.fill(false);
     MStatus status;
     const MPlug plug = MFnDependencyNode(node_).findPlug("regionLock", false, &status);
-    for (std::size_t region = 0; status && region < kRegionCount; ++region)
-        locks_[region] = plug.elementByLogicalIndex(static_cast<unsigned int>(region)).asInt() != 0;
+    for (std::size_t region = 0; status && region < kRegionCount; ++region) {
+        const MPlug lock = plug.elementByLogicalIndex(static_cast<unsigned int>(region));
+        locks_[region] = isPlugPresent(lock) && lock.asInt() != 0;
+    }
 }
 
 RegionMap RegionNode::readMap() const {

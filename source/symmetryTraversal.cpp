@@ -167,6 +167,7 @@ class StartFinder {
 
     void find() {
         takeMarkedShells();
+        checkMarkedStarts();
         const ShellCounts counts = pairCounts(scans_);
         addSingleShells(counts.singles);
         addShellPairs(counts.pairs);
@@ -176,6 +177,7 @@ class StartFinder {
 
   private:
     void takeMarkedShells();
+    void checkMarkedStarts();
     void addSingleShells(const std::vector<int>& counts);
     void addSingleShell(const ShellScan& scan);
     bool findCentreStart(int vertex, SymmetryStart& start);
@@ -220,6 +222,18 @@ void StartFinder::takeMarkedShells() {
         starts_[next].shellVertices = scan.vertexCount;
         ++next;
         ++verified_;
+    }
+}
+
+/// Marked shells of different face counts leave starts whose passes end early, or do not begin: the faces that
+/// are left out stay unmapped.
+void StartFinder::checkMarkedStarts() {
+    for (const SymmetryStart& start : starts_) {
+        if (start.shellFaces >= mesh_.shells().faceCountAt(start.faceA)) continue;
+        hasErrors_ = true;
+        showVerbose("One or more selected edges mark shells of different face counts, or the same shell.");
+        showVerbose("Use the following command to indicate the affected shell:");
+        if (options_.verbose != 0) mesh_.showShellCommands({start.faceA});
     }
 }
 

@@ -16,13 +16,6 @@ MPoint TargetDeltas::pointAt(unsigned int position) const {
     return position < points.length() ? points[position] : MPoint::origin;
 }
 
-TargetDeltas readDeltas(const MObject& blendShape, int target, int item) {
-    // Asking for the plugs of an item that does not exist could make it.
-    if (!hasTargetItem(blendShape, target, item)) return {};
-    if (isTargetItemLive(blendShape, target, item)) evaluateDeformer(blendShape);
-    return {getTargetComponents(blendShape, target, item), getTargetPoints(blendShape, target, item)};
-}
-
 CallOutcome TargetEditor::checkTarget(int target) const {
     if (target >= 0 && hasTarget(blendShape_, target)) return CallOutcome();
     return CallOutcome::refused(MFnDependencyNode(blendShape_).name() + " has no target " + target + ".");
@@ -33,6 +26,21 @@ CallOutcome TargetEditor::checkItem(int target, int item) const {
     if (!outcome.isDone() || item == kFullItem || hasTargetItem(blendShape_, target, item)) return outcome;
     return CallOutcome::refused(MFnDependencyNode(blendShape_).name() + " has no item " + item +
                                 " in target " + target + ".");
+}
+
+TargetDeltas TargetEditor::read(int target, int item) {
+    if (isTargetItemLive(blendShape_, target, item)) evaluate();
+    TargetDeltas deltas{getTargetComponents(blendShape_, target, item), getTargetPoints(blendShape_, target, item)};
+    const bool mayComeLate = deltas.vertices.length() == 0 && hasTargetItem(blendShape_, target, item);
+    if (hasEvaluated_ || !mayComeLate) return deltas;
+    evaluate();
+    return {getTargetComponents(blendShape_, target, item), getTargetPoints(blendShape_, target, item)};
+}
+
+/// Once is enough: what this object writes does not change other meshes.
+void TargetEditor::evaluate() {
+    if (!hasEvaluated_) evaluateDeformer(blendShape_);
+    hasEvaluated_ = true;
 }
 
 CallOutcome TargetEditor::initialiseEmpty(int target, int item, const TargetDeltas& deltas) {
@@ -76,7 +84,7 @@ void TargetEditor::warnOfLiveMesh(int target, int item) {
         "the target mesh first to keep them.");
 }
 
-void SavedItem::save(const TargetEditor& targets, int target, int item) {
+void SavedItem::save(TargetEditor& targets, int target, int item) {
     MObject blendShape = targets.blendShape();
     blendShape_ = blendShape;
     target_ = target;

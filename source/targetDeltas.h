@@ -19,10 +19,6 @@ struct TargetDeltas {
     MPoint pointAt(unsigned int position) const;
 };
 
-/// The deltas of an item; empty for one that was never written. Where a target mesh is connected, the
-/// deformer is evaluated first, which makes the deltas.
-TargetDeltas readDeltas(const MObject& blendShape, int target, int item);
-
 /// The targets of a blend shape during one run of a command. The first write to an item whose target mesh is
 /// connected shows a warning.
 class TargetEditor {
@@ -41,7 +37,9 @@ class TargetEditor {
     /// @return refused for a target or an in-between that does not exist
     CallOutcome checkItem(int target, int item) const;
 
-    TargetDeltas read(int target, int item) const { return readDeltas(blendShape_, target, item); }
+    /// The deltas of an item; empty for one that was never written. Where they come from a mesh that is connected, or
+    /// was until now, the deformer makes them when it is evaluated, so that this is done first.
+    TargetDeltas read(int target, int item);
 
     /// Gives an item what its lists lack to be valid: a list that is empty in `deltas` becomes vertex
     /// 0, or one zero delta, in the deformer.
@@ -55,9 +53,11 @@ class TargetEditor {
     CallOutcome write(int target, int item, const TargetDeltas& deltas, const char* kind = "");
 
   private:
+    void evaluate();
     void warnOfLiveMesh(int target, int item);
 
     MObject blendShape_;
+    bool hasEvaluated_ = false;
     bool hasWarned_ = false;
 };
 
@@ -65,7 +65,7 @@ class TargetEditor {
 class SavedItem {
   public:
     /// Keeps what the item holds, and whether it exists.
-    void save(const TargetEditor& targets, int target, int item);
+    void save(TargetEditor& targets, int target, int item);
     /// The deltas that were kept.
     const TargetDeltas& deltas() const { return deltas_; }
 
