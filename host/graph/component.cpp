@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <iterator>
 #include <utility>
 
@@ -17,13 +18,19 @@ struct KindWord {
 constexpr std::array kWords{KindWord{ComponentKind::Vertex, "vtx"}, KindWord{ComponentKind::Edge, "e"},
                             KindWord{ComponentKind::Face, "f"}};
 
+/// Whether a run that begins at `first` joins one before it that ends at `last`: they overlap or lie side by
+/// side. The largest int may be an element, so nothing is added to an end.
+bool touches(int last, int first) {
+    return first - 1 <= last;
+}
+
 /// Sorts, drops overlaps and joins runs that touch.
 std::vector<Run> normalized(std::vector<Run> runs) {
     std::sort(runs.begin(), runs.end(), [](Run a, Run b) { return a.first < b.first; });
     std::vector<Run> result;
     for (const Run run : runs) {
         if (run.last < run.first) continue;
-        if (!result.empty() && run.first <= result.back().last + 1) {
+        if (!result.empty() && touches(result.back().last, run.first)) {
             result.back().last = std::max(result.back().last, run.last);
         } else {
             result.push_back(run);
@@ -38,11 +45,14 @@ std::vector<Run> difference(const std::vector<Run>& from, const std::vector<Run>
     for (Run run : from) {
         while (next < what.size() && what[next].last < run.first)
             ++next;
+        bool isLeft = true;
         for (std::size_t k = next; k < what.size() && what[k].first <= run.last; ++k) {
             if (what[k].first > run.first) result.push_back({run.first, what[k].first - 1});
+            isLeft = what[k].last < run.last;
+            if (!isLeft) break;
             run.first = what[k].last + 1;
         }
-        if (run.first <= run.last) result.push_back(run);
+        if (isLeft) result.push_back(run);
     }
     return result;
 }
@@ -65,7 +75,7 @@ Component Component::fromIndices(ComponentKind kind, std::vector<int> indices) {
     std::sort(indices.begin(), indices.end());
     std::vector<Run> runs;
     for (const int index : indices) {
-        if (!runs.empty() && index <= runs.back().last + 1) {
+        if (!runs.empty() && touches(runs.back().last, index)) {
             runs.back().last = index;
         } else {
             runs.push_back({index, index});
@@ -94,8 +104,8 @@ std::vector<int> Component::elements() const {
     result.reserve(static_cast<std::size_t>(count_));
     for (int k = 0; k < runCount(); ++k) {
         const Run part = run(k);
-        for (int element = part.first; element <= part.last; ++element)
-            result.push_back(element);
+        for (std::int64_t element = part.first; element <= part.last; ++element)
+            result.push_back(static_cast<int>(element));
     }
     return result;
 }
@@ -130,7 +140,7 @@ void Component::merge(const Component& other) {
     // Adding in ascending order, element after element, is how lists are usually built: extend in place.
     if (count_ > 0 && other.runs_.empty()) {
         Run& last = runs_.empty() ? single_ : runs_.back();
-        if (other.single_.first == last.last + 1) {
+        if (other.single_.first - 1 == last.last) {
             last.last = other.single_.last;
             count_ += other.count_;
             return;

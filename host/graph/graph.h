@@ -127,7 +127,7 @@ class Graph {
     void removeElement(const Plug& element);
     /// Removes all elements of an array plug that are not connected.
     void clearElements(const Plug& arrayPlug);
-    /// First free logical index past the last element.
+    /// First free logical index past the last element; the first gap where the last one is the largest int.
     int nextIndex(const Plug& arrayPlug);
 
     /// Tells everything downstream that a value of this node changed. Called by the graph itself for its

@@ -2,6 +2,7 @@
 #include <cassert>
 #include <cmath>
 #include <iterator>
+#include <limits>
 
 #include "graph/graph.h"
 
@@ -277,7 +278,14 @@ bool Graph::hasElement(const Plug& element) {
 
 int Graph::nextIndex(const Plug& arrayPlug) {
     const int count = elementCount(arrayPlug);
-    return count == 0 ? 0 : elementAt(arrayPlug, count - 1) + 1;
+    if (count == 0) return 0;
+    const int last = elementAt(arrayPlug, count - 1);
+    if (last < std::numeric_limits<int>::max()) return last + 1;
+    // Nothing comes after the largest index: the first gap.
+    int index = 0;
+    while (elementAt(arrayPlug, index) == index)
+        ++index;
+    return index;
 }
 
 void Graph::createElement(const Plug& element) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <map>
 #include <set>
 
@@ -65,13 +66,20 @@ TEST(NumberMulti, takesAMillionWritesInDescendingOrder) {
     EXPECT_EQ(multi.find(0), nullptr);
 }
 
-TEST(Component, agreesWithASetUnderRandomOperations) {
+/// Elements that the random operations are about: 40 places to begin at, up to 6 from each.
+constexpr int kElementCount = 45;
+
+/// From which element on.
+class ComponentFrom : public testing::TestWithParam<int> {};
+
+TEST_P(ComponentFrom, agreesWithASetUnderRandomOperations) {
+    const int least = GetParam();
     std::mt19937 random(3);
     for (int round = 0; round < 300; ++round) {
         Component component(ComponentKind::Vertex);
         std::set<int> model;
         for (int step = 0; step < 12; ++step) {
-            const int first = static_cast<int>(random() % 40);
+            const int first = least + static_cast<int>(random() % 40);
             const Component other(ComponentKind::Vertex, {first, first + static_cast<int>(random() % 6)});
             const unsigned action = random() % 4;
             if (action < 2) component.merge(other);
@@ -88,13 +96,19 @@ TEST(Component, agreesWithASetUnderRandomOperations) {
         ASSERT_EQ(component.count(), static_cast<int>(expected.size()));
         for (int position = 0; position < component.count(); ++position)
             ASSERT_EQ(component.element(position), expected[static_cast<std::size_t>(position)]);
-        for (int element = -1; element < 50; ++element)
-            ASSERT_EQ(component.contains(element), model.count(element) != 0);
+        for (int offset = -1; offset < kElementCount; ++offset)
+            ASSERT_EQ(component.contains(least + offset), model.count(least + offset) != 0);
         for (int k = 1; k < component.runCount(); ++k)
-            ASSERT_GT(component.run(k).first, component.run(k - 1).last + 1) << "runs that touch are one run";
+            ASSERT_GT(component.run(k).first - 1, component.run(k - 1).last) << "runs that touch are one run";
         ASSERT_TRUE(component == Component::fromIndices(ComponentKind::Vertex, expected));
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Component, ComponentFrom,
+                         testing::Values(0, std::numeric_limits<int>::max() - (kElementCount - 1)),
+                         [](const auto& parameter) {
+                             return parameter.param == 0 ? "zero" : "theLargestInt";
+                         });
 
 TEST(ComponentWord, isReadWithItsRange) {
     const auto range = parseComponentWord("vtx[3:5]");
@@ -159,6 +173,9 @@ TEST(Values, ofOneElementLeaveTheOthersAlone) {
     EXPECT_EQ(graph.elementAt(graph.at("h.outer[1].inner"), 1), 6000);
     EXPECT_EQ(graph.elementAt(graph.at("h.outer[1].inner"), 2), -1);
     EXPECT_EQ(graph.nextIndex(graph.at("h.points")), 9);
+    graph.setNumber(graph.at("h.w[0]"), 1);
+    graph.setNumber(graph.at("h.w[2147483647]"), 1);
+    EXPECT_EQ(graph.nextIndex(graph.at("h.w")), 1) << "nothing comes after the largest index";
     graph.removeElement(graph.at("h.outer[1].inner[6000]"));
     EXPECT_EQ(graph.textOf("h.outer[1].inner[6000].label"), "(none)");
     EXPECT_EQ(graph.valueOf("h.outer[1].inner[5500].amounts[3]"), 4.0);
@@ -198,6 +215,13 @@ TEST(PlugNames, areFoundInEveryForm) {
     EXPECT_EQ(graph.at("h.inner[2].am[5]"), wanted) << "an index that is not given is 0";
     graph.setAlias(graph.at("h.w[3]"), "smile");
     EXPECT_EQ(graph.at("h.smile"), graph.at("h.weights[3]"));
+    graph.setAlias(graph.at("h.w[5]"), "frown");
+    graph.setAlias(graph.at("h.w[3]"), "grin");
+    EXPECT_EQ(graph.at("h.grin"), graph.at("h.weights[3]"));
+    EXPECT_FALSE(findPlug(graph, "h.smile").ok);
+    graph.setAlias(graph.at("h.w[3]"), "");
+    EXPECT_EQ(graph.at("h.frown"), graph.at("h.weights[5]")) << "behind one that is gone";
+    EXPECT_EQ(node->alias(graph.at("h.w[5]").key()), "frown");
     const PlugMatch range = findPlug(graph, "h.w[2:7]");
     EXPECT_EQ(range.plug.logicalIndex(), 2);
     EXPECT_EQ(range.last, 7);
