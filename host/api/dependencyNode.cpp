@@ -179,13 +179,10 @@ bool MFnDependencyNode::findAlias(const MString& alias, MObject& attribute, MSta
     const NodeRef node = Access::node(object_);
     if (node == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
-    const std::string wanted = text(alias);
-    for (const auto& [name, key] : node->aliases()) {
-        if (name != wanted) continue;
-        attribute = Access::object(node, *key.attribute);
-        return true;
-    }
-    return false;
+    const host::graph::PlugKey* key = node->aliases().find(text(alias));
+    if (key == nullptr) return false;
+    attribute = Access::object(node, *key->attribute);
+    return true;
 }
 
 bool MFnDependencyNode::getAliasList(MStringArray& strings, MStatus* status) {

@@ -142,9 +142,7 @@ bool clashesBelow(const AttributeSpec& spec, const std::string& name) {
 
 bool isNameTaken(const graph::Node& node, const std::vector<OpenCompound>& open, const std::string& name) {
     if (node.findAttribute(name) != nullptr) return true;
-    const auto& aliases = node.aliases();
-    return std::any_of(aliases.begin(), aliases.end(),
-                       [&](const auto& entry) { return entry.first == name; }) ||
+    return node.aliases().find(name) != nullptr ||
            std::any_of(open.begin(), open.end(),
                        [&](const OpenCompound& compound) { return clashesBelow(compound.spec, name); });
 }

@@ -13,9 +13,8 @@ namespace {
 bool isTaken(const graph::Plug& plug, const std::string& name) {
     const graph::Node& node = *plug.node();
     if (node.findAttribute(name) != nullptr) return true;
-    return std::any_of(node.aliases().begin(), node.aliases().end(), [&](const auto& entry) {
-        return entry.first == name && !(entry.second == plug.key());
-    });
+    const graph::PlugKey* key = node.aliases().find(name);
+    return key != nullptr && !(*key == plug.key());
 }
 
 CommandResult setAliases(graph::Graph& graph, const std::vector<std::string>& words) {

@@ -213,19 +213,28 @@ void Graph::deleteAttribute(Node& node, const Attribute& attribute) {
 
 void Graph::setAlias(const Plug& plug, const std::string& alias) {
     Node& node = *plug.node();
-    const auto old = node.aliases_;
-    auto& aliases = node.aliases_;
-    const auto found = std::find_if(aliases.begin(), aliases.end(),
-                                    [&](const auto& entry) { return entry.second == plug.key(); });
-    if (found != aliases.end() && !alias.empty()) {
-        found->first = alias;
-    } else if (found != aliases.end()) {
-        aliases.erase(found);
-    } else if (!alias.empty()) {
-        aliases.emplace_back(alias, plug.key());
+    AliasTable& aliases = node.aliases_;
+    const PlugKey key = plug.key();
+    const std::size_t position = aliases.position(key);
+    const std::string old = aliases.aliasOf(key);
+    if (old == alias) return;
+    const auto insert = [ref = node.ref(), position, key](const std::string& name) {
+        return [=](Graph&) { ref->aliases_.insert(position, name, key); };
+    };
+    const auto rename = [ref = node.ref(), key](const std::string& name) {
+        return [=](Graph&) { ref->aliases_.rename(key, name); };
+    };
+    const auto erase = [ref = node.ref(), key](Graph&) { ref->aliases_.erase(key); };
+    if (old.empty()) {
+        aliases.insert(position, alias, key);
+        record(erase, insert(alias));
+    } else if (alias.empty()) {
+        aliases.erase(key);
+        record(insert(old), erase);
+    } else {
+        aliases.rename(key, alias);
+        record(rename(old), rename(alias));
     }
-    record([ref = node.ref(), old](Graph&) { ref->aliases_ = old; },
-           [ref = node.ref(), now = aliases](Graph&) { ref->aliases_ = now; });
 }
 
 void Graph::setState(const Plug& plug, PlugState state) {

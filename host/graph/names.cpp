@@ -72,13 +72,6 @@ const Attribute* descendant(const Attribute& above, std::string_view name) {
     return nullptr;
 }
 
-const PlugKey* aliased(const Node& node, std::string_view name) {
-    for (const auto& [alias, key] : node.aliases()) {
-        if (alias == name) return &key;
-    }
-    return nullptr;
-}
-
 /// Follows parsed parts from a node's attribute down; fills the indices as they are given.
 PlugMatch followParts(const NodeRef& node, const std::vector<std::string_view>& texts) {
     PlugMatch match;
@@ -87,7 +80,7 @@ PlugMatch followParts(const NodeRef& node, const std::vector<std::string_view>& 
     for (std::size_t k = 0; k < texts.size(); ++k) {
         PathPart part;
         if (!parsePart(texts[k], part)) return {};
-        const PlugKey* alias = k == 0 && !part.hasIndex ? aliased(*node, part.name) : nullptr;
+        const PlugKey* alias = k == 0 && !part.hasIndex ? node->aliases().find(part.name) : nullptr;
         if (alias != nullptr) {
             key = *alias;
             last = Plug(node, key).logicalIndex();

@@ -78,13 +78,6 @@ Plug Node::plug(std::string_view longOrShort) {
     return attribute != nullptr ? Plug(ref(), attribute) : Plug();
 }
 
-std::string Node::alias(const PlugKey& key) const {
-    for (const auto& [name, aliased] : aliases_) {
-        if (aliased == key) return name;
-    }
-    return {};
-}
-
 bool Node::hasIncoming(const Attribute& attribute) const {
     for (const Attribute* connected : incomingAttributes_) {
         for (const Attribute* at = &attribute; at != nullptr; at = at->parent()) {

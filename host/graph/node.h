@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "graph/aliasTable.h"
 #include "graph/nodeType.h"
 #include "graph/plug.h"
 #include "graph/slot.h"
@@ -57,9 +58,9 @@ class Node : public std::enable_shared_from_this<Node> {
     Plug plug(std::string_view longOrShort);
 
     /// Aliases in the order in which they were set.
-    const std::vector<std::pair<std::string, PlugKey>>& aliases() const { return aliases_; }
+    const AliasTable& aliases() const { return aliases_; }
     /// Alias of a plug, empty when it has none.
-    std::string alias(const PlugKey& key) const;
+    std::string alias(const PlugKey& key) const { return aliases_.aliasOf(key); }
 
     /// Connections into and out of this node, by the plug on this side.
     const std::map<PlugKey, Link>& incoming() const { return incoming_; }
@@ -104,7 +105,7 @@ class Node : public std::enable_shared_from_this<Node> {
     std::vector<Node*> children_;
     std::vector<std::unique_ptr<Attribute>> dynamic_;
     std::vector<std::unique_ptr<Attribute>> removed_;  // plugs may still point to them
-    std::vector<std::pair<std::string, PlugKey>> aliases_;
+    AliasTable aliases_;
     std::vector<Slot> slots_;
     std::map<PlugKey, Link> incoming_;
     std::map<PlugKey, std::vector<Link>> outgoing_;

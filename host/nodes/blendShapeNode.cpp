@@ -21,10 +21,7 @@ bool haveSameCounts(const MeshPtr& a, const MeshPtr& b) {
 }
 
 bool isAliasFree(const graph::Node& node, const std::string& name) {
-    if (node.findAttribute(name) != nullptr) return false;
-    const auto& aliases = node.aliases();
-    return std::none_of(aliases.begin(), aliases.end(),
-                        [&](const auto& entry) { return entry.first == name; });
+    return node.findAttribute(name) == nullptr && node.aliases().find(name) == nullptr;
 }
 
 /// The wanted alias, or with the lowest number that makes it one of its kind.
