@@ -3,11 +3,17 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <memory>
+#include <random>
+#include <system_error>
 
 namespace host::geometry {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -16,6 +22,81 @@ using FilePtr = std::unique_ptr<std::FILE, CloseFile>;
 
 std::string cannot(const char* what, const std::string& path, int code) {
     return std::string("cannot ") + what + " '" + path + "': " + std::strerror(code);
+}
+
+/// What the system says of a stream that failed just now.
+int lastFailure() {
+    return errno != 0 ? errno : EIO;
+}
+
+/// Writes a file from its beginning. @return 0, or the failure
+int put(const fs::path& file, std::string_view text) {
+    errno = 0;
+    std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+    if (!stream) return lastFailure();
+    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+    // A full disk may show only when the buffers are emptied, so the close counts as well.
+    stream.close();
+    return stream ? 0 : lastFailure();
+}
+
+/// Whether a file may be written; it stays as it is. @return 0, or the failure
+int tryWriting(const fs::path& file) {
+    errno = 0;
+    const std::ofstream stream(file, std::ios::binary | std::ios::app);
+    return stream ? 0 : lastFailure();
+}
+
+/// The file that a link leads to in the end, whether it is there or not; another file is itself. Nothing when
+/// links lead in a ring.
+fs::path behindLinks(fs::path file) {
+    constexpr int kMostLinks = 40;
+    std::error_code error;
+    for (int k = 0; k < kMostLinks; ++k) {
+        if (!fs::is_symlink(fs::symlink_status(file, error))) return file;
+        const fs::path next = fs::read_symlink(file, error);
+        // An absolute one stands for itself.
+        file = file.parent_path() / next;
+    }
+    return {};
+}
+
+/// A name that no file has, in the folder of a file.
+fs::path nameBeside(const fs::path& file) {
+    std::random_device random;
+    const std::string number = std::to_string(random()) + '-' + std::to_string(random());
+    return fs::path(file).replace_filename(".delven-" + number + ".tmp");
+}
+
+/// Puts a new file in the place of one that may be there. @return 0, or the failure
+int replace(const fs::path& file, const fs::file_status& status, std::string_view text) {
+    const fs::path beside = nameBeside(file);
+    std::error_code error;
+    int code = put(beside, {});
+    // Any other failure, such as a disk without room, would hit the file itself as well, and cost its
+    // content.
+    const bool isFolderClosed = code == EACCES || code == EPERM || code == EROFS;
+    if (code != 0) return fs::exists(status) && isFolderClosed ? put(file, text) : code;
+    // Before the text is in it: the old file may be for few eyes only.
+    if (fs::exists(status)) fs::permissions(beside, status.permissions(), error);
+    if (!error) code = put(beside, text);
+    if (!error && code == 0) fs::rename(beside, file, error);
+    const bool isReplaced = !error && code == 0;
+    std::error_code ignored;
+    if (!isReplaced) fs::remove(beside, ignored);
+    // Some may be written and not replaced: a file of another user in a shared folder, say.
+    return error ? put(file, text) : code;
+}
+
+int writeFile(const fs::path& asked, std::string_view text) {
+    std::error_code error;
+    const fs::file_status status = fs::status(asked, error);
+    const fs::path file = behindLinks(asked);
+    if (!fs::exists(status)) return file.has_filename() ? replace(file, status, text) : put(asked, text);
+    // Some links of the system lead to something that has no path.
+    if (!fs::is_regular_file(status) || !fs::equivalent(file, asked, error)) return put(asked, text);
+    const int code = tryWriting(file);
+    return code == 0 ? replace(file, status, text) : code;
 }
 
 }  // namespace
@@ -38,13 +119,7 @@ FileText readTextFile(const std::string& path) {
 }
 
 std::string writeTextFile(const std::string& path, std::string_view text) {
-    std::FILE* file = std::fopen(path.c_str(), "wb");
-    if (file == nullptr) return cannot("open", path, errno);
-    // A full disk may show only when the buffers are emptied, so the close counts as well.
-    const bool written =
-        std::fwrite(text.data(), 1, text.size(), file) == text.size() && std::fflush(file) == 0;
-    int code = written ? 0 : errno;
-    if (std::fclose(file) != 0 && code == 0) code = errno;
+    const int code = writeFile(fs::u8path(path), text);
     return code == 0 ? std::string() : cannot("write", path, code);
 }
 
