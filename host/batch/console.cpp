@@ -21,8 +21,12 @@ std::string message(std::string_view kind, std::string_view text) {
 }  // namespace
 
 bool Console::openLog(const std::string& path) {
+    logPath_ = path;
     log_.open(std::filesystem::u8path(path), std::ios::binary | std::ios::trunc);
-    return log_.is_open();
+    if (log_.is_open()) return true;
+    // Told by who asked; nothing was to be written to it yet.
+    log_.clear();
+    return false;
 }
 
 void Console::print(std::string_view text) {
@@ -48,6 +52,15 @@ void Console::result(std::string_view text) {
 void Console::flush() {
     const std::lock_guard<std::mutex> lock(mutex_);
     std::cout.flush();
+}
+
+bool Console::hasArrived() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    std::cout.flush();
+    // The streams keep the failure of any write.
+    if (!std::cout) std::cerr << message("Error: ", "Standard output could not be written.");
+    if (!log_) std::cerr << message("Error: ", "The log file " + logPath_ + " could not be written.");
+    return std::cout && log_;
 }
 
 void Console::write(std::string_view text, bool isMessage) {

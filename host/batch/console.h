@@ -31,6 +31,10 @@ class Console final : public mel::Output, public graph::MessageSink {
     void warning(const std::string& text) override { warning(text, {}); }
     void error(const std::string& text) override { error(text, {}); }
 
+    /// Whether everything printed so far has reached standard output, and everything at all the log. Says on
+    /// standard error what has not.
+    bool hasArrived();
+
     /// Hands on what waits in standard output, so that a question after it is seen in its place.
     void flush();
 
@@ -38,6 +42,7 @@ class Console final : public mel::Output, public graph::MessageSink {
     void write(std::string_view text, bool isMessage);
 
     std::mutex mutex_;
+    std::string logPath_;
     std::ofstream log_;
 };
 

@@ -1,16 +1,17 @@
 #include <iostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "batch/application.h"
+#include "platform/streams.h"
 
 namespace {
 
 constexpr int kFailed = 1;
 constexpr int kBadUsage = 2;
 
-int run(const host::batch::Options& options) {
-    host::batch::Console console;
+int run(const host::batch::Options& options, host::batch::Console& console) {
     if (!options.logFile.empty() && !console.openLog(options.logFile)) {
         console.error("The log file " + options.logFile + " cannot be written.");
         return kFailed;
@@ -28,19 +29,22 @@ int run(const host::batch::Options& options) {
 }  // namespace
 
 int main(int count, char** words) {
+    host::platform::prepareStreams();
     const host::batch::Options options =
         host::batch::parseOptions(std::vector<std::string>(words + 1, words + count));
     if (!options.error.empty()) {
         std::cerr << "delvenbatch: " << options.error << "\nTry delvenbatch -help.\n";
         return kBadUsage;
     }
+    host::batch::Console console;
+    int status = 0;
     if (options.showsHelp) {
-        std::cout << host::batch::helpText();
-        return 0;
+        console.print(std::string_view(host::batch::helpText()));
+    } else if (options.showsVersion) {
+        console.print(std::string_view("delvenbatch " DELVEN_VERSION "\n"));
+    } else {
+        status = run(options, console);
     }
-    if (options.showsVersion) {
-        std::cout << "delvenbatch " DELVEN_VERSION "\n";
-        return 0;
-    }
-    return run(options);
+    const bool hasArrived = console.hasArrived();
+    return status == 0 && !hasArrived ? kFailed : status;
 }

@@ -108,8 +108,9 @@ std::string helpText() {
     for (const Setting& setting : kSettings)
         appendRow(text, setting.name, setting.argument, setting.help);
     text +=
-        "\nExit status: 0 when all went well, 1 when an action failed (the ones after it are not run),\n"
-        "2 when the options were wrong, or what `quit` was told.\n";
+        "\nExit status: 0 when all went well, 1 when an action failed (the ones after it are not run) or "
+        "output\n"
+        "could not be written, 2 when the options were wrong, or what `quit` was told.\n";
     return text;
 }
 

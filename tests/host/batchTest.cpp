@@ -45,21 +45,26 @@ class Batch : public testing::Test {
         return path(name);
     }
 
-    Outcome runWithPlugin(const std::vector<std::string>& words, const std::string& input = {}) const {
+    /// @param output  where standard output goes, as the shell takes it; a file when it is empty
+    Outcome runWithPlugin(const std::vector<std::string>& words, const std::string& input = {},
+                          const std::string& output = {}) const {
         std::string command = quoted(DELVEN_BINARY_DIR "/delvenbatch");
         for (const std::string& word : words)
             command += ' ' + quoted(word);
-        command +=
-            " <" + quoted(written("in", input)) + " >" + quoted(path("out")) + " 2>" + quoted(path("err"));
+        // A run that writes elsewhere must not seem to have written what an earlier one did.
+        const std::string out = written("out", {});
+        command += " <" + quoted(written("in", input)) + (output.empty() ? " >" + quoted(out) : output) +
+                   " 2>" + quoted(path("err"));
         int status = std::system(command.c_str());
 #if !defined(_WIN32)
         status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 #endif
         return {status, readTextFile(path("out")).text, readTextFile(path("err")).text};
     }
-    Outcome run(std::vector<std::string> words, const std::string& input = {}) const {
+    Outcome run(std::vector<std::string> words, const std::string& input = {},
+                const std::string& output = {}) const {
         words.emplace_back("-noAutoloadPlugins");
-        return runWithPlugin(words, input);
+        return runWithPlugin(words, input, output);
     }
     Outcome prompt(const std::string& input) const {
         return run({"-prompt"}, input);
@@ -183,6 +188,53 @@ TEST_F(Batch, CopiesAllOutputToTheLogInItsOrder) {
               "one\n// Warning: two //\nthree\n// Result: 2 //\n// Error: line 2.1: no //\n");
     EXPECT_EQ(outcome.output, "one\nthree\n// Result: 2 //\n");
 }
+
+#if defined(__linux__)
+
+TEST_F(Batch, FailsWhenItsOutputCannotBeWritten) {
+    const std::string lost = "// Error: Standard output could not be written. //\n";
+    for (const char* nowhere : {" >&-", " >/dev/full"}) {
+        Outcome outcome = run(
+            {"-command", "print \"a\\n\"; polyCube; file -f -type OBJexport -ea \"" + path("a.obj") + "\""},
+            {}, nowhere);
+        EXPECT_EQ(outcome.status, 1) << nowhere;
+        EXPECT_EQ(outcome.messages, lost) << nowhere;
+        EXPECT_EQ(readTextFile(path("a.obj")).text.substr(0, 2), "o ")
+            << "what comes after it is done all the same";
+        outcome = run({"-command", "quit -exitCode 5; ", "-command", "print 1"}, "", nowhere);
+        EXPECT_EQ(outcome.status, 5) << nowhere;
+        EXPECT_EQ(run({"-command", "int $nothing = 1"}, "", nowhere).status, 0) << nowhere;
+        EXPECT_EQ(run({"-help"}, "", nowhere).status, 1) << nowhere;
+        EXPECT_EQ(run({"-version"}, "", nowhere).status, 1) << nowhere;
+    }
+}
+
+TEST_F(Batch, FailsWhenItsLogCannotBeWritten) {
+    const Outcome outcome = run({"-log", "/dev/full", "-command", "print \"a\\n\""});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "a\n");
+    EXPECT_EQ(outcome.messages, "// Error: The log file /dev/full could not be written. //\n");
+}
+
+TEST_F(Batch, WritesNothingIntoFilesInPlaceOfAClosedStream) {
+    const std::string log = path("log");
+    run({"-log", log, "-command", "print \"a\\n\"; error \"b\""}, "", " >&- 2>&-");
+    EXPECT_EQ(readTextFile(log).text, "a\n// Error: line 1.14: b //\n");
+}
+
+TEST_F(Batch, KeepsAFileThatAWriteBeyondTheAllowedSizeWouldReplace) {
+    const std::string file = written("kept.obj", "# kept\n");
+    const std::string script =
+        written("big.mel", "polyPlane -sx 100 -sy 100; file -f -type \"OBJexport\" -ea \"" + file + "\";");
+    const std::string command = "ulimit -f 8; " + quoted(DELVEN_BINARY_DIR "/delvenbatch") +
+                                " -noAutoloadPlugins -script " + quoted(script) + " 2>" + quoted(path("err"));
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+    EXPECT_EQ(readTextFile(file).text, "# kept\n");
+    const std::string messages = readTextFile(path("err")).text;
+    EXPECT_NE(messages.find("cannot write '" + file + "'"), std::string::npos) << messages;
+}
+
+#endif
 
 TEST_F(Batch, LoadsTheModuleBesideItUnlessToldNotTo) {
     const std::vector<std::string> words{"-command",

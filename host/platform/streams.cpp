@@ -1,0 +1,25 @@
+#include "platform/streams.h"
+
+#if !defined(_WIN32)
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <initializer_list>
+#endif
+
+namespace host::platform {
+
+void prepareStreams() {
+#if !defined(_WIN32)
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) != -1) continue;
+        // The lowest free number is given, and the wrong direction, so that using it fails as before.
+        const int wrongDirection = stream == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+        open("/dev/null", wrongDirection);
+    }
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
+}
+
+}  // namespace host::platform
