@@ -85,12 +85,14 @@ CallOutcome blendShapeExportData::edit() {
     bool hasItems = false;
     for (std::size_t k = 0; k < targets_.size(); ++k) {
         hasItems = writeTarget(k, k == last, writer) || hasItems;
+        // Until there is something to export, the file stays as it was.
+        if (!hasItems) continue;
         file.write(writer.text());
         writer.clear();
     }
+    if (!hasItems) return CallOutcome::refused("No items to export");
     file.write("}");
     if (!file.close()) return CallOutcome::refused("Unable to open file for writing.");
-    if (!hasItems) return CallOutcome::refused("No items to export");
     setResult(1);
     return CallOutcome();
 }

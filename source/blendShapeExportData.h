@@ -17,7 +17,7 @@ class JsonWriter;
 /// The deltas are those stored, relative to the base. What has none is left out with a warning, and
 /// so is an item with fewer points than vertices. A target for which no channel name is given gets
 /// an empty one. The result is 1 after a written file, 0 after an error; when there was nothing to
-/// export the file is left without a target. The scene stays as it is.
+/// export, or the file could not be completed, an old one stays as it was. The scene stays as it is.
 class blendShapeExportData : public CommandOf<blendShapeExportData> {
   public:
     static constexpr const char* kName = "dv_blendShapeExportData";

@@ -72,12 +72,24 @@ TEST(BlendShapeExportData, LeavesOutWhatHasNoDataWithoutAStrayComma) {
     EXPECT_NE(text.find("\t\t\t}\n\t\t}\n\t},\n\t\"4\": {"), std::string::npos) << text;
     EXPECT_NE(text.find("[0, 0.25, 0]\n\t\t\t}\n\t\t}\n\t}\n}"), std::string::npos) << text;
     EXPECT_EQ(text.find("\"7\": {"), std::string::npos) << text;
+}
 
-    scene.mel("setAttr bs.it[0].itg[4].iti[5500].ict -type componentList 0");
-    outcome = exportData(scene, "-i 4 -cn c", path);
-    EXPECT_EQ(outcome.value.toInt(), 0);
-    EXPECT_EQ(outcome.errors, Strings{"No items to export"});
-    EXPECT_EQ(outcome.warnings.size(), 2U);
+TEST(BlendShapeExportData, LeavesTheOldFileWhenThereIsNothingToExport) {
+    Scene scene;
+    addBlendShape(scene);
+    scene.mel(
+        "setAttr bs.it[0].itg[4].iti[5500].ict -type componentList 0;"
+        "setAttr bs.it[0].itg[4].iti[6000].ict -type componentList 0");
+    const std::string path = writeScratchFile("kept.json", "old");
+    const std::string fresh = scratchFile("fresh.json");
+    for (const std::string& file : {path, fresh}) {
+        const Outcome outcome = exportData(scene, "-i 4 -i 9 -cn c -cn d", file);
+        EXPECT_EQ(outcome.value.toInt(), 0);
+        EXPECT_EQ(outcome.errors, Strings{"No items to export"});
+        EXPECT_EQ(outcome.warnings.size(), 3U);
+    }
+    EXPECT_EQ(fileBytes(path), "old");
+    EXPECT_FALSE(std::filesystem::exists(fresh));
 }
 
 TEST(BlendShapeExportData, ReportsAFullDisk) {

@@ -2,19 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "scratchFiles.h"
-
-#if defined(__linux__)
-#include <sys/resource.h>
-
-#include <csignal>
-#endif
+#include "support/fileWriterTests.h"
 
 namespace {
 
-bool write(const std::string& path, const std::string& text) {
+bool writeInTwoPieces(const std::string& path, const std::string& text) {
     OutputFile file;
     if (!file.open(path)) return false;
     file.write(text.substr(0, text.size() / 3));
@@ -22,57 +15,43 @@ bool write(const std::string& path, const std::string& text) {
     return file.close();
 }
 
-TEST(DataFile, KeepsEveryByte) {
-    const std::string path = scratchFile("d\xC3\xA4ta file.json");
+INSTANTIATE_TEST_SUITE_P(DataFile, FileWriter, testing::Values(&writeInTwoPieces));
+#if defined(__linux__)
+INSTANTIATE_TEST_SUITE_P(DataFile, FileWriterWithoutRights, testing::Values(&writeInTwoPieces));
+#endif
+
+TEST(DataFile, GivesBackEveryByte) {
     FileContent content;
     for (const std::string& text :
          {std::string("one\r\ntwo\n\0\x1A\xFF three", 19), std::string(3 << 20, 'x'), std::string()}) {
-        ASSERT_TRUE(write(path, text));
-        EXPECT_EQ(fileBytes(path), text);
-        ASSERT_TRUE(content.read(path));
+        ASSERT_TRUE(content.read(writeScratchFile("d\xC3\xA4ta file.json", text)));
         EXPECT_EQ(content.text(), text);
     }
 }
 
-TEST(DataFile, RefusesWhatIsNoFile) {
+TEST(DataFile, ReadsNothingButFiles) {
     FileContent content;
     ASSERT_TRUE(content.read(writeScratchFile("full", "something")));
-    for (const std::string& path :
-         {std::string(), scratchFile("missing"), scratchFile("."), scratchFile("missing/file")}) {
+    // The device has no end.
+    for (const std::string& path : {std::string(), scratchFile("missing"), scratchFile("."),
+                                    scratchFile("missing/file"), std::string("/dev/full")}) {
         EXPECT_FALSE(content.read(path)) << path;
         EXPECT_EQ(content.text(), "") << path;
     }
-    for (const std::string& path : {std::string(), scratchFile("."), scratchFile("missing/file")})
-        EXPECT_FALSE(write(path, "text")) << path;
 }
 
-TEST(DataFile, SaysThatTheDiskIsFull) {
-    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "needs /dev/full";
-    EXPECT_FALSE(write("/dev/full", "x"));
-    EXPECT_FALSE(write("/dev/full", std::string(1 << 20, 'x')));
-    EXPECT_TRUE(std::filesystem::exists("/dev/full"));
-    FileContent content;
-    EXPECT_FALSE(content.read("/dev/full")) << "a device has no end";
+TEST(DataFile, StaysAsItWasUntilItIsComplete) {
+    const std::string path = writeScratchFile("old.json", "old");
+    const std::string fresh = scratchFile("fresh.json");
+    for (const std::string& name : {path, fresh, std::string("/dev/null")}) {
+        OutputFile file;
+        ASSERT_TRUE(file.open(name));
+        file.write(std::string(1 << 20, 'x'));
+    }
+    EXPECT_EQ(fileBytes(path), "old");
+    EXPECT_FALSE(std::filesystem::exists(fresh));
+    for (const auto& entry : std::filesystem::directory_iterator(scratchFile(".")))
+        EXPECT_NE(entry.path().extension(), ".tmp") << entry.path();
 }
-
-#if defined(__linux__)
-
-TEST(DataFile, LeavesNoHalfFile) {
-    const std::string path = scratchFile("half");
-    const std::string link = scratchFile("link");
-    std::filesystem::create_symlink(path, link);
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{4096, before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const bool isWritten = write(link, std::string(10000, 'x'));
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_FALSE(isWritten);
-    EXPECT_FALSE(std::filesystem::exists(path));
-}
-
-#endif
 
 }  // namespace
