@@ -13,8 +13,7 @@ void checkAlias(const TargetItem& item) {
             "an alias begins with a letter or underscore");
     const std::size_t legal =
         alias.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_");
-    // The index in "weight_-1" comes from the reader; no such target can be made.
-    require(legal == std::string::npos || item.target < 0, "an alias is a legal name");
+    require(legal == std::string::npos, "an alias is a legal name");
 }
 
 /// A file as an export writes it, one target object an item. Numbers that are no more than rounding
@@ -24,6 +23,7 @@ std::string rewritten(std::string_view text, const TargetRemap* remap) {
     writer.write("{\n");
     readTargetData(text, remap, [&](const TargetItem& item) {
         require(item.vertices.size() == item.points.size(), "a point for every vertex");
+        require(item.target >= 0 && item.item >= 0, "no target or item before the first");
         checkAlias(item);
         writer.openObject(1, item.target);
         writer.writeStringMember(2, "name", std::string(item.name));

@@ -68,26 +68,47 @@ CallOutcome blendShapeImportData::read(const MArgDatabase& arguments) {
 CallOutcome blendShapeImportData::edit() {
     FileContent file;
     if (!file.read(fileName_.asUTF8())) return CallOutcome::refused("Unable to open file for reading.");
-    if (importsDeltas_) {
-        const MIntArray targets = getWeightIndices(blendShape_);
-        for (unsigned int k = 0; k < targets.length(); ++k)
-            existing_.insert(targets[k]);
-    }
+    if (importsDeltas_) readTargets();
     TargetEditor targets(blendShape_);
-    const std::vector<std::string> list =
+    const TargetDataContent content =
         readTargetData(file.text(), remaps_ ? &remap_ : nullptr, [&](const TargetItem& item) {
             if (importsDeltas_) importItem(targets, item);
         });
+    showWhatIsLeftOut(content.refusedCount);
     if (listsDeltas_) {
-        setResult(toStringArray(list));
+        setResult(toStringArray(content.entries));
     } else {
-        setResult(hasFailed_ ? 0 : 1);
+        setResult(hasItems_ && !hasFailed_ ? 1 : 0);
     }
     return CallOutcome();
 }
 
+/// Looks up once what the node has: asking for each target would take the square of their number.
+void blendShapeImportData::readTargets() {
+    const MIntArray targets = getWeightIndices(blendShape_);
+    for (unsigned int k = 0; k < targets.length(); ++k)
+        weights_.insert(targets[k]);
+    MStringArray aliases;
+    MFnDependencyNode(blendShape_).getAliasList(aliases);
+    // An alias and its attribute in turn.
+    for (unsigned int k = 0; k < aliases.length(); k += 2)
+        aliases_.insert(aliases[k].asChar());
+}
+
+void blendShapeImportData::showWhatIsLeftOut(int refusedCount) const {
+    if (refusedCount > 0) {
+        MGlobal::displayWarning(MString("Skipped ") + refusedCount + " indices of " + fileName_ +
+                                " that are negative or too large.");
+    }
+    if (importsDeltas_ && !hasItems_) {
+        MGlobal::displayWarning(fileName_ + (remaps_ ? " holds no deltas of the source indices to import."
+                                                     : " holds no deltas to import."));
+    }
+}
+
 /// Writes an item of the file into the node, or shows why it cannot.
 void blendShapeImportData::importItem(TargetEditor& targets, const TargetItem& item) {
+    hasItems_ = true;
     const unsigned int count = static_cast<unsigned int>(item.vertices.size());
     TargetDeltas deltas{MIntArray(item.vertices.data(), count), MPointArray(count)};
     for (unsigned int k = 0; k < count; ++k) {
@@ -100,10 +121,10 @@ void blendShapeImportData::importItem(TargetEditor& targets, const TargetItem& i
         hasFailed_ = true;
         return;
     }
-    if (existing_.insert(item.target).second) addWeight(item);
+    if (weights_.insert(item.target).second) addWeight(item);
 }
 
-/// Gives a new target its alias and the weight 0. Both go through script commands, so that only
+/// Gives a target without weight its alias and the weight 0. Both go through script commands, so that only
 /// text that is harmless may become part of them.
 void blendShapeImportData::addWeight(const TargetItem& item) {
     const MString plug = MFnDependencyNode(blendShape_).name() + ".w[" + item.target + "]";
@@ -113,13 +134,13 @@ void blendShapeImportData::addWeight(const TargetItem& item) {
 
 /// The alias for a target, with the first number that makes it free on the node when it is taken,
 /// be it by another target or by an attribute.
-std::string blendShapeImportData::freeAlias(const TargetItem& item) const {
+std::string blendShapeImportData::freeAlias(const TargetItem& item) {
     const MFnDependencyNode node(blendShape_);
     const std::string wanted = legalAlias(item.name, item.target);
-    std::string alias = wanted;
-    MObject attribute;
-    for (int number = 1; node.findAlias(alias.c_str(), attribute) || node.hasAttribute(alias.c_str());
-         ++number)
-        alias = wanted + std::to_string(number);
+    int& number = nextNumbers_[wanted];
+    std::string alias = number == 0 ? wanted : wanted + std::to_string(number);
+    while (aliases_.count(alias) > 0 || node.hasAttribute(alias.c_str()))
+        alias = wanted + std::to_string(++number);
+    aliases_.insert(alias);
     return alias;
 }

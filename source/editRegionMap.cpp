@@ -61,6 +61,11 @@ MString partialText(const Picture& picture) {
            "-index -1 to assign it by the neighbours.";
 }
 
+/// What to tell about a line that cannot be read.
+MString lineText(const MString& fileName, int line, const char* content) {
+    return MString("Line ") + line + " of " + fileName + " does not hold an index and " + content + ".";
+}
+
 }  // namespace
 
 const CommandInfo& editRegionMap::info() {
@@ -314,6 +319,8 @@ CallOutcome editRegionMap::importMap(RegionNode& node, unsigned int vertexCount)
     if (!file.read(fileName_.asUTF8())) return CallOutcome::refused(kReadError);
     if (hasIndex_) return importRegion(node, file.text(), vertexCount);
     const RegionFile content = parseRegionFile(file.text(), isJsonFile(fileName_.asUTF8()), vertexCount);
+    if (content.malformedLine > 0)
+        return CallOutcome::refused(lineText(fileName_, content.malformedLine, "six weights"));
     if (content.vertexCount() != vertexCount) return CallOutcome::refused(kCountError);
     MString error;
     if (!node.writeSettings(content.settings, error)) return CallOutcome::refused(error);
@@ -332,7 +339,7 @@ CallOutcome editRegionMap::importRegion(RegionNode& node, std::string_view text,
     std::vector<bool> isRead(vertexCount, false);
     unsigned int readCount = 0;
     bool isFitting = true;
-    readWeightFile(text, isJson, [&](int vertex, double value) {
+    const int malformedLine = readWeightFile(text, isJson, [&](int vertex, double value) {
         const auto index = static_cast<unsigned int>(vertex);
         isFitting = isFitting && index < vertexCount && !isRead[index];
         if (!isFitting) return;
@@ -340,6 +347,7 @@ CallOutcome editRegionMap::importRegion(RegionNode& node, std::string_view text,
         weights[index] = value;
         ++readCount;
     });
+    if (malformedLine > 0) return CallOutcome::refused(lineText(fileName_, malformedLine, "a weight"));
     if (!isFitting || readCount != vertexCount) return CallOutcome::refused(kCountError);
     return written(node.writeRegion(region(), weights));
 }

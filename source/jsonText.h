@@ -69,11 +69,11 @@ class JsonScanner {
     std::string readValue();
 
     /// After a colon: the number up to the next comma or line end, blanks in it dropped; 0 when it
-    /// is none.
+    /// is none, infinity beyond what a double can hold.
     double readNumberValue();
 
     /// After "[": the numbers between the commas up to "]", blanks and line ends in them dropped; 0
-    /// for what is no number.
+    /// for what is no number, infinity for one beyond what a double can hold.
     /// @param numbers  replaced
     /// @return false when the text ended before the list
     bool readNumberList(std::vector<double>& numbers);

@@ -1,6 +1,8 @@
 #include "numberText.h"
 
 #include <charconv>
+#include <cmath>
+#include <cstdint>
 #include <limits>
 #include <system_error>
 
@@ -49,6 +51,32 @@ Start findStart(std::string_view text) {
     return {isNegative ? at : digits, end, digit != end && isDigit(*digit)};
 }
 
+/// What a number stands for that no double can hold: 0 when it is too small, else infinity.
+double beyondRange(const char* at, const char* end) {
+    const bool isNegative = *at == '-';
+    // Digits before the point from the first that counts; less than 0 by the zeros behind the point.
+    std::int64_t places = 0;
+    bool isBehindPoint = false;
+    bool hasDigit = false;
+    for (; at != end && *at != 'e' && *at != 'E'; ++at) {
+        if (*at == '.') isBehindPoint = true;
+        if (!isDigit(*at)) continue;
+        hasDigit = hasDigit || *at != '0';
+        if (hasDigit && !isBehindPoint) ++places;
+        if (!hasDigit && isBehindPoint) --places;
+    }
+    std::int64_t exponent = 0;
+    if (at != end) {
+        at += at[1] == '+' ? 2 : 1;
+        // Beyond what an int holds, only the sign of the exponent counts.
+        if (std::from_chars(at, end, exponent).ec != std::errc()) {
+            exponent = std::numeric_limits<std::int64_t>::max() / (*at == '-' ? -2 : 2);
+        }
+    }
+    const double value = hasDigit && places + exponent > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+    return isNegative ? -value : value;
+}
+
 #if !defined(DELVEN_NUMBERS_BY_CHARCONV)
 
 const char* skipDigits(const char* at, const char* end) {
@@ -87,16 +115,19 @@ char* writeNumber(char* at, int value) {
     return std::to_chars(at, at + kNumberRoom, value).ptr;
 }
 
-std::size_t readNumber(std::string_view text, int& value) {
-    value = 0;
+std::size_t readIndex(std::string_view text, int& index) {
+    index = 0;
     const Start start = findStart(text);
     if (!start.isNumber) return 0;
-    const std::from_chars_result read = std::from_chars(start.first, start.end, value);
-    if (read.ec == std::errc::result_out_of_range) {
-        value = *start.first == '-' ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
-    }
+    const std::from_chars_result read = std::from_chars(start.first, start.end, index);
     // ".5" is a number, but begins with no whole one.
-    return read.ec == std::errc::invalid_argument ? 0 : static_cast<std::size_t>(read.ptr - text.data());
+    if (read.ec == std::errc::invalid_argument) return 0;
+    if (read.ec == std::errc::result_out_of_range || index < 0) index = kNoIndex;
+    return static_cast<std::size_t>(read.ptr - text.data());
+}
+
+bool fitsSingle(double value) {
+    return std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max());
 }
 
 #if defined(DELVEN_NUMBERS_BY_CHARCONV)
@@ -113,7 +144,9 @@ std::size_t readNumber(std::string_view text, double& value) {
     value = 0.0;
     const Start start = findStart(text);
     if (!start.isNumber) return 0;
-    return static_cast<std::size_t>(std::from_chars(start.first, start.end, value).ptr - text.data());
+    const std::from_chars_result read = std::from_chars(start.first, start.end, value);
+    if (read.ec == std::errc::result_out_of_range) value = beyondRange(start.first, read.ptr);
+    return static_cast<std::size_t>(read.ptr - text.data());
 }
 
 #else
@@ -133,8 +166,7 @@ std::size_t readNumber(std::string_view text, double& value) {
     const char* const end = numberEnd(start.first, start.end);
     std::istringstream stream(std::string(start.first, end));
     stream.imbue(std::locale::classic());
-    // A stream gives the nearest double for what is out of range.
-    if (!(stream >> value)) value = 0.0;
+    if (!(stream >> value)) value = beyondRange(start.first, end);
     return static_cast<std::size_t>(end - text.data());
 }
 

@@ -29,10 +29,17 @@ char* writeFixed(char* at, double value);
 
 /// Reads the number that a text begins with, after any blanks: sign, digits, fraction, exponent.
 /// What follows it does not matter. Names such as "nan" and "inf" are no numbers.
-/// @param value  0 when there is no number, or none that a double can hold
+/// @param value  0 when there is no number; infinity for one beyond what a double can hold
 /// @return how many characters it took, blanks before it included; 0 when there is none
 std::size_t readNumber(std::string_view text, double& value);
 
-/// The same for a whole number, which ends before a fraction. One that is out of range gives the
-/// nearest int: a huge index must not be taken for a small one.
-std::size_t readNumber(std::string_view text, int& value);
+/// Whether a number stays finite in single precision, which is what the host keeps of most.
+bool fitsSingle(double value);
+
+/// Reads the index that a text begins with: a whole number, which ends before a fraction.
+/// @param index  kNoIndex for one that is negative or beyond the largest int: such an index must be taken
+///               for no other; 0 when there is no number
+/// @return as above
+std::size_t readIndex(std::string_view text, int& index);
+
+constexpr int kNoIndex = -1;

@@ -5,6 +5,7 @@
 
 #include "jsonText.h"
 #include "numberText.h"
+#include "plainText.h"
 
 namespace {
 
@@ -63,43 +64,27 @@ RegionFile parseJson(std::string_view text, std::size_t vertexCount) {
         }
         RegionWeights weights;
         if (c != '[' || !scanner.readNumberList(numbers) || numbers.size() != weights.size()) continue;
+        if (!std::all_of(numbers.begin(), numbers.end(), fitsSingle)) continue;
         std::copy(numbers.begin(), numbers.end(), weights.begin());
         append(weights, file);
     }
     return file;
 }
 
-/// Takes the first line off a text.
-/// @return the line without its end
-std::string_view takeLine(std::string_view& text) {
-    const std::size_t length = std::min(text.find('\n'), text.size());
-    std::string_view line = text.substr(0, length);
-    text.remove_prefix(std::min(length + 1, text.size()));
-    while (!line.empty() && line.back() == '\r')
-        line.remove_suffix(1);
-    return line;
-}
-
-/// Reads an entry.
-/// @return whether the line begins with an index and six weights
-bool readPlainEntry(std::string_view line, RegionWeights& weights) {
-    int index = 0;
-    std::size_t length = readNumber(line, index);
-    for (double& weight : weights) {
-        if (length == 0) return false;
-        line.remove_prefix(length);
-        length = readNumber(line, weight);
-    }
-    return length > 0;
-}
-
 RegionFile parsePlain(std::string_view text, std::size_t vertexCount) {
     RegionFile file;
     reserve(vertexCount, text, file);
-    file.settings = takeLine(text);
-    while (!text.empty()) {
+    LineScanner lines(text);
+    std::string_view line;
+    if (lines.next(line)) file.settings = line;
+    while (lines.next(line)) {
+        int index = 0;
         RegionWeights weights;
-        if (readPlainEntry(takeLine(text), weights)) append(weights, file);
+        if (readEntry(line, index, weights.data(), weights.size())) {
+            append(weights, file);
+        } else if (file.malformedLine == 0 && !isBlankLine(line)) {
+            file.malformedLine = lines.number();
+        }
     }
     return file;
 }

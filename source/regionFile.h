@@ -16,12 +16,14 @@
 struct RegionFile {
     std::string settings;
     std::array<std::vector<double>, kRegionCount> weights;
+    int malformedLine = 0;  // the first one, counted from 1; 0 when there is none, and for JSON
 
     std::size_t vertexCount() const { return weights[0].size(); }
 };
 
 /// Reads the text of a file. Vertices come in the order of the file, whatever indices it gives them. An entry
-/// without six weights is passed over; a JSON number that cannot be read is 0, a plain one spoils its entry.
+/// without six weights, or with one beyond single precision, is passed over; a JSON number that cannot be
+/// read is 0, a plain one spoils its line. Blank lines count for nothing.
 /// @param vertexCount  the number of entries to expect; no more than a hint
 RegionFile parseRegionFile(std::string_view text, bool isJson, std::size_t vertexCount = 0);
 

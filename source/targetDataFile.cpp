@@ -1,5 +1,7 @@
 #include "targetDataFile.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <utility>
 
@@ -17,7 +19,7 @@ class TargetDataReader {
                      const std::function<void(const TargetItem&)>& take)
         : scanner_(text), remap_(remap), take_(take) {}
 
-    std::vector<std::string> read();
+    TargetDataContent read();
 
   private:
     bool takeKey(int& index);
@@ -40,10 +42,10 @@ class TargetDataReader {
     TargetItem item_;
     std::vector<double> numbers_;  // of the last list
     std::string entry_;            // of the current target
-    std::vector<std::string> entries_;
+    TargetDataContent content_;
 };
 
-std::vector<std::string> TargetDataReader::read() {
+TargetDataContent TargetDataReader::read() {
     for (char c = scanner_.next(); c != '\0'; c = scanner_.next()) {
         if (c == '{') open();
         if (c == '}') close();
@@ -51,15 +53,16 @@ std::vector<std::string> TargetDataReader::read() {
         if (c == ':') readMember();
         if (c == '[') readPoint();
     }
-    return std::move(entries_);
+    return std::move(content_);
 }
 
 /// Uses up the key as an index.
-/// @return false when there is none that begins with a number
+/// @return false when it begins with no number, or with one that is no index
 bool TargetDataReader::takeKey(int& index) {
-    const std::size_t used = readNumber(key_, index);
+    const std::size_t used = readIndex(key_, index);
     key_ = {};
-    return used > 0;
+    if (index == kNoIndex) ++content_.refusedCount;
+    return used > 0 && index != kNoIndex;
 }
 
 void TargetDataReader::open() {
@@ -71,7 +74,7 @@ void TargetDataReader::open() {
 
 void TargetDataReader::close() {
     if (depth_ == kItem && isItemTaken_) take_(item_);
-    if (depth_ == kTarget && !entry_.empty()) entries_.push_back(std::move(entry_));
+    if (depth_ == kTarget && !entry_.empty()) content_.entries.push_back(std::move(entry_));
     if (depth_ == kTarget) entry_.clear();
     if (depth_ > 0) --depth_;
     key_ = {};
@@ -85,6 +88,11 @@ void TargetDataReader::startTarget() {
     if (remap_ != nullptr) {
         isTargetTaken_ = nextSource_ < remap_->sources.size() && remap_->sources[nextSource_] == item_.target;
         if (isTargetTaken_) item_.target = remap_->destinations[nextSource_++];
+        if (item_.target < 0) {
+            ++content_.refusedCount;
+            isTargetTaken_ = false;
+            return;
+        }
     }
     entry_ = std::to_string(item_.target) + ',';
 }
@@ -109,16 +117,19 @@ void TargetDataReader::readMember() {
 
 void TargetDataReader::readPoint() {
     const bool isComplete = scanner_.readNumberList(numbers_);
-    int vertex = -1;
-    if (!takeKey(vertex) || vertex < 0 || depth_ != kItem || !isComplete || numbers_.size() != 3) return;
+    if (depth_ != kItem) key_ = {};
+    int vertex = 0;
+    if (!takeKey(vertex) || !isComplete || numbers_.size() != 3) return;
+    if (!std::all_of(numbers_.begin(), numbers_.end(), [](double number) { return std::isfinite(number); }))
+        return;
     item_.vertices.push_back(vertex);
     item_.points.push_back({numbers_[0], numbers_[1], numbers_[2]});
 }
 
 }  // namespace
 
-std::vector<std::string> readTargetData(std::string_view text, const TargetRemap* remap,
-                                        const std::function<void(const TargetItem&)>& take) {
+TargetDataContent readTargetData(std::string_view text, const TargetRemap* remap,
+                                 const std::function<void(const TargetItem&)>& take) {
     return TargetDataReader(text, remap, take).read();
 }
 

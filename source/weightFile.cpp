@@ -1,9 +1,9 @@
 #include "weightFile.h"
 
-#include <algorithm>
 #include <cstddef>
 
 #include "numberText.h"
+#include "plainText.h"
 
 namespace {
 
@@ -15,27 +15,28 @@ void readJson(std::string_view text, const Take& take) {
     bool hasVertex = false;
     for (char c = scanner.next(); c != '\0'; c = scanner.next()) {
         if (c == '"') {
-            hasVertex = readNumber(scanner.readQuoted(), vertex) > 0 && vertex >= 0;
+            hasVertex = readIndex(scanner.readQuoted(), vertex) > 0 && vertex != kNoIndex;
         } else if (c == ':' && scanner.hasValue()) {
             const double value = scanner.readNumberValue();
-            if (hasVertex) take(vertex, value);
+            if (hasVertex && fitsSingle(value)) take(vertex, value);
             hasVertex = false;
         }
     }
 }
 
-void readPlain(std::string_view text, const Take& take) {
-    while (!text.empty()) {
-        const std::size_t length = std::min(text.find('\n'), text.size());
-        const std::string_view line = text.substr(0, length);
+int readPlain(std::string_view text, const Take& take) {
+    int malformedLine = 0;
+    LineScanner lines(text);
+    for (std::string_view line; lines.next(line);) {
         int vertex = 0;
         double value = 0.0;
-        const std::size_t vertexLength = readNumber(line, vertex);
-        if (vertexLength > 0 && vertex >= 0 && readNumber(line.substr(vertexLength), value) > 0) {
+        if (readEntry(line, vertex, &value, 1)) {
             take(vertex, value);
+        } else if (malformedLine == 0 && !isBlankLine(line)) {
+            malformedLine = lines.number();
         }
-        text.remove_prefix(std::min(length + 1, text.size()));
     }
+    return malformedLine;
 }
 
 }  // namespace
@@ -62,6 +63,8 @@ const std::string& WeightFileWriter::finish() {
     return writer_.text();
 }
 
-void readWeightFile(std::string_view text, bool isJson, const Take& take) {
-    isJson ? readJson(text, take) : readPlain(text, take);
+int readWeightFile(std::string_view text, bool isJson, const Take& take) {
+    if (!isJson) return readPlain(text, take);
+    readJson(text, take);
+    return 0;
 }

@@ -25,6 +25,7 @@ class WeightFileWriter {
 };
 
 /// Reads the text of a file, and gives each weight away as soon as it is read. Passes over whatever is no
-/// weight of a vertex; a number that cannot be read is 0 in JSON.
-void readWeightFile(std::string_view text, bool isJson,
-                    const std::function<void(int vertex, double value)>& take);
+/// weight of a vertex, and over weights beyond single precision; a number that cannot be read is 0 in JSON.
+/// @return number of the first malformed line, counted from 1; 0 when there is none, and for JSON
+int readWeightFile(std::string_view text, bool isJson,
+                   const std::function<void(int vertex, double value)>& take);

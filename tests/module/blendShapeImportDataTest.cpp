@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "fixtures.h"
 #include "scratchFiles.h"
 
@@ -106,7 +108,9 @@ TEST(BlendShapeImportData, ReportsTargetsThatCannotBeWrittenAndImportsTheOthers)
     const Outcome outcome = importText(
         scene, "{\n\"-1\": {\n" + item + "},\n\"0\": {\n" + item + "},\n\"2\": {\n" + item + "}\n}");
     EXPECT_EQ(outcome.value.toInt(), 0);
-    EXPECT_EQ(outcome.errors, (Strings{"Error setting components.", "Error setting points."}));
+    EXPECT_EQ(outcome.errors, Strings{"Error setting points."});
+    EXPECT_EQ(outcome.warnings, Strings{"Skipped 1 indices of " + scratchFile("import.json") +
+                                        " that are negative or too large."});
     EXPECT_EQ(deltas(scene, 2, 6000), "1 0 3 0\n");
     EXPECT_EQ(alias(scene, 2), "weight_2");
     EXPECT_EQ(scene.mel("dv_getBlendShapeIndices bs"), std::vector<int>({0, 2, 4}));
@@ -119,9 +123,95 @@ TEST(BlendShapeImportData, ChangesNothingForAFileOfAnotherKind) {
     for (const std::string& text :
          {std::string(), std::string("0 0.5\n5 0.25"), std::string("{\n\t\"0\": 0.5,\n\t\"5\": 0.25\n}"),
           std::string(100000, '{'), std::string(100000, '['), oneTarget("0", "smile").substr(0, 60)}) {
-        EXPECT_EQ(importText(scene, text).value.toInt(), 1);
+        const Outcome outcome = importText(scene, text);
+        EXPECT_EQ(outcome.value.toInt(), 0);
+        EXPECT_EQ(outcome.warnings, Strings{scratchFile("import.json") + " holds no deltas to import."});
         EXPECT_EQ(scene.changes(before), "") << text.substr(0, 60);
     }
+    const std::string file = "-fn \"" + writeScratchFile("import.json", oneTarget("0", "smile")) + "\" bs";
+    const Outcome outcome = scene.run("dv_blendShapeImportData -d -ld -rm -si 1 -di 1 " + file);
+    EXPECT_EQ(outcome.value.toStringArray(), Strings{"0,6000"});
+    EXPECT_EQ(outcome.warnings,
+              Strings{scratchFile("import.json") + " holds no deltas of the source indices to import."});
+    EXPECT_EQ(scene.changes(before), "");
+    EXPECT_EQ(scene.run("dv_blendShapeImportData -ld " + file).warnings, Strings());
+}
+
+TEST(BlendShapeImportData, CompletesATargetThatHasNoWeight) {
+    Scene scene;
+    addBlendShape(scene);
+    scene.mel("setAttr bs.it[0].itg[6].iti[5500].ipt -type pointArray 1 1 1 1 1");
+    ASSERT_EQ(scene.mel("getAttr -mi bs.w").toIntArray(), std::vector<int>({0, 4}));
+    EXPECT_EQ(importText(scene, oneTarget("6", "smile")).value.toInt(), 1);
+    EXPECT_EQ(alias(scene, 6), "smile1");
+    EXPECT_EQ(scene.mel("getAttr -mi bs.w").toIntArray(), std::vector<int>({0, 4, 6}));
+    EXPECT_EQ(scene.mel("getAttr bs.w[6]").toFloat(), 0.0);
+}
+
+TEST(BlendShapeImportData, NumbersThousandsOfTargetsOfOneName) {
+    constexpr int kCount = 4000;
+    Scene scene;
+    addBlendShape(scene);
+    scene.mel("aliasAttr smile3 bs.weight[9000]; setAttr bs.w[9000] 0");
+    std::string text = "{\n";
+    for (int target = 10; target < 10 + kCount; ++target) {
+        const std::string one = oneTarget(std::to_string(target), target % 2 == 0 ? "smile" : "smile1");
+        text += one.substr(2, one.size() - 3) + ",\n";
+    }
+    EXPECT_EQ(importText(scene, text + "}").value.toInt(), 1);
+    // The first of both is "smile1", after "smile" and before "smile3" that are there.
+    EXPECT_EQ(alias(scene, 10), "smile1");
+    EXPECT_EQ(alias(scene, 11), "smile11");
+    EXPECT_EQ(alias(scene, 12), "smile2");
+    EXPECT_EQ(alias(scene, 14), "smile4");
+    EXPECT_EQ(alias(scene, 13), "smile12");
+    const std::vector<int> weights = scene.mel("getAttr -mi bs.w").toIntArray();
+    EXPECT_EQ(weights.size(), kCount + 3U);
+    const Strings aliases = scene.mel("aliasAttr -query bs").toStringArray();
+    EXPECT_EQ(std::set<std::string>(aliases.begin(), aliases.end()).size(), 2 * weights.size());
+}
+
+/// Indices are kept as the file says them; what works with them must not count up to them.
+TEST(BlendShapeImportData, CommandsEndWhateverVerticesAFileNames) {
+    Scene scene;
+    addBlendShape(scene);
+    const std::string points = "\"2147483647\": [0, 1, 0],\n\"3\": [0, 1, 0],\n\"2147483646\": [0, 1, 0]\n";
+    const std::string before = "{\n\"2147483647\": {\n\"name\": \"far\",\n\"data\": {\n\"6000\": {\n";
+    EXPECT_EQ(importText(scene, before + points + "}\n}\n}\n}").value.toInt(), 1);
+    ASSERT_EQ(deltas(scene, 2147483647, 6000), "2147483647 0 1 0\n3 0 1 0\n2147483646 0 1 0\n");
+    scene.mel("polyPlane -name copy -sx 4 -sy 3");
+    const std::string file = "\"" + writeScratchFile("far.json", "\"2147483647\": 0.5,\n\"3\": 0.5") + "\"";
+    const std::string target = " -i 2147483647 ";
+    const std::string weights = "dv_blendShapeEditWeights " + target;
+    const std::string items = "bs.it[0].itg[2147483647].iti[6000].";
+    const std::string mirror =
+        "dv_blendShapeMirrorTarget -tol 0.1 -m baseShape -om baseShapeOrig -si 2147483647 ";
+    for (const std::string& command :
+         Strings{weights + "-im -fn " + file + " bs",
+                 weights + "-iv -av -om base bs",
+                 weights + "-im -fn " + file + " bs",
+                 weights + "-t -om base bs",
+                 weights + "-im -fn " + file + " bs",
+                 weights + "-fl 0.5 -om base bs",
+                 weights + "-aw -om base -fn " + file + " bs",
+                 weights + "-im -fn " + file + " bs",
+                 weights + "-f bs",
+                 "dv_blendShapeSplitTarget -b 0 -c 0 -iv 1 -om baseShapeOrig" + target + "bs",
+                 "dv_blendShapeSplitTarget -b 1 -c 0 -iv 1 -om baseShapeOrig" + target + "bs",
+                 mirror + "-ti 2147483647 -t 0 bs",
+                 "select base.vtx[0:3]; dv_blendShapeRemoveDeltas" + target + "bs",
+                 "setAttr " + items + "ict -type componentList 2 vtx[2147483646] vtx[2147483647]",
+                 "dv_getComponentList -at " + items + "ict",
+                 "dv_getComponentList -at " + items + "ict -sl baseShape",
+                 "ls -sl -fl",
+                 "select -clear",
+                 "dv_blendShapeExtractTarget -om baseShapeOrig" + target + "bs",
+                 "blendShape -e -t base 1 copy 1 bs",
+                 "setAttr bs.w[2147483647] 1"}) {
+        const Outcome outcome = scene.run(command);
+        EXPECT_EQ(outcome.errors, Strings()) << command;
+    }
+    EXPECT_EQ(scene.points("base").size(), 60U);
 }
 
 TEST(BlendShapeImportData, GivesBackWhatWasExportedByteForByte) {

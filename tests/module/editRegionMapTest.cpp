@@ -185,6 +185,19 @@ TEST_F(EditRegionMap, ARegionFileNeedsEachVertexOnce) {
     EXPECT_EQ(weight(3, 0), 0.25);
 }
 
+TEST_F(EditRegionMap, NamesTheLineThatCannotBeRead) {
+    const std::string before = scene_.dump();
+    const std::string file = writeScratchFile("line.txt",
+                                              "\xEF\xBB\xBF"
+                                              "0 0.5\n\n1 0.5\n2 0.5 0.5\nx");
+    EXPECT_EQ(call("-im -i 3 -fn \"" + file + "\"").errors,
+              Strings{"Line 4 of " + file + " does not hold an index and a weight."});
+    writeScratchFile("line.txt", "settings\n0 0 0 0 0 0 0\n1 0 0 0 0 0 0 0\n2 0");
+    EXPECT_EQ(call("-im -fn \"" + file + "\"").errors,
+              Strings{"Line 3 of " + file + " does not hold an index and six weights."});
+    EXPECT_EQ(scene_.changes(before), "");
+}
+
 TEST_F(EditRegionMap, SettingsFromAFileAreTextOnly) {
     const std::string names = scene_.mel("ls").toString();
     const std::string lines = [] {

@@ -28,6 +28,7 @@ std::string shown(const RegionFile& file) {
             text << ' ' << weights.at(vertex);
         text << ';';
     }
+    if (file.malformedLine > 0) text << " line " << file.malformedLine;
     return text.str();
 }
 
@@ -75,8 +76,25 @@ TEST(RegionFile, FaultsGiveWhatCanBeRead) {
         {true, "\"0\": 0.5,\n\"1\": 0.25", "0.5,|"},
         {false, "", "|"},
         {false, "a \"b\"\r\n0 1 2 3 4 5 6\r\n\n", "a \"b\"| 1.000 2.000 3.000 4.000 5.000 6.000;"},
-        {false, "\n0 1 2 3 4 5\n1 1 2 3 4 5 6 7\nx 1 2 3 4 5 6\n2 1 2 x 4 5 6",
-         "| 1.000 2.000 3.000 4.000 5.000 6.000;"},
+        {true,
+         "\xEF\xBB\xBF{\"settings\": \"a\",\n\"0\": [1,2,3,4,5,6],\"1\": [1,2,3,4,5,1e39],\"2\": "
+         "[1e999,2,3,4,5,6]}",
+         "a| 1.000 2.000 3.000 4.000 5.000 6.000;"},
+        {false,
+         "\xEF\xBB\xBF\xEF\xBB\xBF"
+         "a\n\n \t\n  0  1 2 3 4 5 6 \n\n",
+         "a| 1.000 2.000 3.000 4.000 5.000 6.000;"},
+        {false, "a\n0 1 2 3 4 5 6\n1 1 2 3 4 5\n2 1 2 3 4 5 6\nx",
+         "a| 1.000 2.000 3.000 4.000 5.000 6.000; 1.000 2.000 3.000 4.000 5.000 6.000; line 3"},
+        {false, "a\n0 1 2 3 4 5 6 7", "a| line 2"},
+        {false, "a\n0 1 2 3 4 5 6,", "a| line 2"},
+        {false, "a\nx 1 2 3 4 5 6", "a| line 2"},
+        {false, "a\n-1 1 2 3 4 5 6", "a| line 2"},
+        {false, "a\n2147483648 1 2 3 4 5 6", "a| line 2"},
+        {false, "a\n0.5 1 2 3 4 5", "a| line 2"},
+        {false, "a\n0 1 2 3-4 5 6", "a| line 2"},
+        {false, "a\n0 1 2 nan 4 5 6", "a| line 2"},
+        {false, "a\n0 1 2 3 4 5 1e39", "a| line 2"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(shown(parseRegionFile(row.text, row.isJson)), row.shown) << row.text;

@@ -10,12 +10,13 @@ namespace {
 struct Reading {
     std::string list;   // the entries, joined by blanks
     std::string items;  // "target item name: vertex x y z; ..." a line each
+    int refusedCount = 0;
 };
 
 Reading read(const std::string& text, const TargetRemap* remap = nullptr) {
     std::ostringstream items;
     items.imbue(std::locale::classic());
-    const std::vector<std::string> entries = readTargetData(text, remap, [&](const TargetItem& item) {
+    const TargetDataContent content = readTargetData(text, remap, [&](const TargetItem& item) {
         ASSERT_EQ(item.vertices.size(), item.points.size());
         items << item.target << ' ' << item.item << ' ' << item.name << ':';
         for (std::size_t k = 0; k < item.vertices.size(); ++k) {
@@ -27,9 +28,10 @@ Reading read(const std::string& text, const TargetRemap* remap = nullptr) {
         items << '\n';
     });
     Reading reading;
-    for (const std::string& entry : entries)
+    for (const std::string& entry : content.entries)
         reading.list += (reading.list.empty() ? "" : " ") + entry;
     reading.items = items.str();
+    reading.refusedCount = content.refusedCount;
     return reading;
 }
 
@@ -92,12 +94,28 @@ TEST(TargetDataFile, DropsThePointsThatAreNone) {
     };
     EXPECT_EQ(points("\"1\": [1, 2], \"2\": [1, 2, 3, 4], \"3\": [], \"4\": [1, 2, 3],"),
               "3 6000 n3: 4 1 2 3;\n");
-    EXPECT_EQ(points("\"1\": [a, nan, 1e999]"), "3 6000 n3: 1 0 0 0;\n");
+    EXPECT_EQ(points("\"1\": [a, nan, 1e-999]"), "3 6000 n3: 1 0 0 0;\n");
+    EXPECT_EQ(points("\"1\": [0, -1e999, 0], \"2\": [1, 2, 3]"), "3 6000 n3: 2 1 2 3;\n");
     EXPECT_EQ(points("\"1\": [1, 2, 3] [4, 5, 6]"), "3 6000 n3: 1 1 2 3;\n");
     EXPECT_EQ(points("\"-1\": [1, 2, 3], \"z\": [1, 2, 3]"), "3 6000 n3:\n");
-    EXPECT_EQ(points("\"99999999999\": [1, 2, 3]"), "3 6000 n3: 2147483647 1 2 3;\n");
     EXPECT_EQ(points("\"1\": {\"2\": [1, 2, 3]} \"4\": [5, 6, 7]"), "3 6000 n3: 4 5 6 7;\n");
     EXPECT_EQ(points("\"1\": [1, 2, 3"), "");
+}
+
+TEST(TargetDataFile, RefusesIndicesThatAreNone) {
+    const std::string item =
+        "{\n\"2147483647\": [1, 2, 3],\n\"2147483648\": [1, 2, 3],\n\"-1\": [1, 2, 3]\n},\n";
+    const std::string data = "\"2147483647\": " + item + "\"99999999999\": " + item + "\"-6000\": " + item;
+    const std::string text =
+        "{\n" + target("2147483647", data) + target("4294967299", kPoint) + target("-1", kPoint) + "}";
+    const Reading reading = read(text);
+    EXPECT_EQ(reading.list, "2147483647,2147483647");
+    EXPECT_EQ(reading.items, "2147483647 2147483647 n2147483647: 2147483647 1 2 3;\n");
+    EXPECT_EQ(reading.refusedCount, 2 + 2 + 3 * 2) << "targets, items, and vertices of each of the items";
+    const TargetRemap remap{{2147483647}, {-7}};
+    EXPECT_EQ(read(text, &remap).list + read(text, &remap).items, "");
+    EXPECT_EQ(read("{" + target("3", kPoint + "\"x\": {}, \"\": 1") + "}").refusedCount, 0)
+        << "no numbers at all";
 }
 
 TEST(TargetDataFile, PassesOverAWideEncoding) {
