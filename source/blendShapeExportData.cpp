@@ -20,12 +20,12 @@ struct Item {
 };
 
 /// The items of a target that have deltas, with a warning for each of the others.
-std::vector<Item> readItems(const MObject& blendShape, int target) {
-    const MIntArray indices = getTargetItemIndices(blendShape, target);
+std::vector<Item> readItems(TargetEditor& targets, int target) {
+    const MIntArray indices = getTargetItemIndices(targets.blendShape(), target);
     std::vector<Item> items;
     items.reserve(indices.length());
     for (unsigned int k = 0; k < indices.length(); ++k) {
-        TargetDeltas deltas = readDeltas(blendShape, target, indices[k]);
+        TargetDeltas deltas = targets.read(target, indices[k]);
         if (deltas.vertices.length() > 0 && deltas.points.length() >= deltas.vertices.length()) {
             items.push_back({indices[k], std::move(deltas)});
         } else {
@@ -80,11 +80,12 @@ CallOutcome blendShapeExportData::edit() {
     OutputFile file;
     if (!file.open(fileName_.asUTF8())) return CallOutcome::refused("Unable to open file for writing.");
     const std::size_t last = lastWithItems();
+    TargetEditor targets(blendShape_);
     JsonWriter writer;
     writer.write("{\n");
     bool hasItems = false;
     for (std::size_t k = 0; k < targets_.size(); ++k) {
-        hasItems = writeTarget(k, k == last, writer) || hasItems;
+        hasItems = writeTarget(targets, k, k == last, writer) || hasItems;
         // Until there is something to export, the file stays as it was.
         if (!hasItems) continue;
         file.write(writer.text());
@@ -107,7 +108,8 @@ std::size_t blendShapeExportData::lastWithItems() const {
 
 /// Writes the object of a target that has items.
 /// @return whether any of them was written
-bool blendShapeExportData::writeTarget(std::size_t position, bool isLast, JsonWriter& writer) const {
+bool blendShapeExportData::writeTarget(TargetEditor& targets, std::size_t position, bool isLast,
+                                       JsonWriter& writer) const {
     const int target = targets_[position];
     if (getTargetItemIndices(blendShape_, target).length() == 0) {
         MGlobal::displayWarning(MString("Skipped index ") + target + " because of missing data.");
@@ -117,7 +119,7 @@ bool blendShapeExportData::writeTarget(std::size_t position, bool isLast, JsonWr
     writer.openObject(1, target);
     writer.writeStringMember(2, "name", name.asUTF8());
     writer.openObject(2, "data");
-    const std::vector<Item> items = readItems(blendShape_, target);
+    const std::vector<Item> items = readItems(targets, target);
     for (std::size_t k = 0; k < items.size(); ++k)
         writeItem(items[k], k + 1 == items.size(), writer);
     writer.closeObject(2, true);

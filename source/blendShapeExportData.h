@@ -10,6 +10,7 @@
 class JsonWriter;
 
 #include "commandSupport.h"
+#include "targetDeltas.h"
 
 /// dv_blendShapeExportData: writes the deltas of targets, in-betweens included, to a file that
 /// dv_blendShapeImportData reads (targetDataFile.h shows the layout).
@@ -29,7 +30,7 @@ class blendShapeExportData : public CommandOf<blendShapeExportData> {
 
   private:
     std::size_t lastWithItems() const;
-    bool writeTarget(std::size_t position, bool isLast, JsonWriter& writer) const;
+    bool writeTarget(TargetEditor& targets, std::size_t position, bool isLast, JsonWriter& writer) const;
 
     MString fileName_;
     std::vector<MString> channelNames_;

@@ -57,8 +57,8 @@ void evaluateDeformer(const MObject& blendShape);
 /// Vertex indices of an item in stored order; empty for an item that was never written.
 MIntArray getTargetComponents(const MObject& blendShape, int target, int item);
 
-/// Whether a plug stands for data that exists: no array that it lies in lacks its element. A plug can be asked for
-/// by name before its element exists; reading it could make the element.
+/// Whether a plug stands for data that exists: no array that it lies in lacks its element. A plug can be
+/// asked for by name before its element exists; reading it could make the element.
 bool isPlugPresent(const MPlug& plug);
 
 /// All elements of a component list plug in stored order; nothing is sorted, duplicates are kept.

@@ -225,8 +225,8 @@ void StartFinder::takeMarkedShells() {
     }
 }
 
-/// Marked shells of different face counts leave starts whose passes end early, or do not begin: the faces that
-/// are left out stay unmapped.
+/// Marked shells of different face counts leave starts whose passes end early, or do not begin: the faces
+/// that are left out stay unmapped.
 void StartFinder::checkMarkedStarts() {
     for (const SymmetryStart& start : starts_) {
         if (start.shellFaces >= mesh_.shells().faceCountAt(start.faceA)) continue;

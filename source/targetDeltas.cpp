@@ -30,7 +30,8 @@ CallOutcome TargetEditor::checkItem(int target, int item) const {
 
 TargetDeltas TargetEditor::read(int target, int item) {
     if (isTargetItemLive(blendShape_, target, item)) evaluate();
-    TargetDeltas deltas{getTargetComponents(blendShape_, target, item), getTargetPoints(blendShape_, target, item)};
+    TargetDeltas deltas{getTargetComponents(blendShape_, target, item),
+                        getTargetPoints(blendShape_, target, item)};
     const bool mayComeLate = deltas.vertices.length() == 0 && hasTargetItem(blendShape_, target, item);
     if (hasEvaluated_ || !mayComeLate) return deltas;
     evaluate();

@@ -37,8 +37,8 @@ class TargetEditor {
     /// @return refused for a target or an in-between that does not exist
     CallOutcome checkItem(int target, int item) const;
 
-    /// The deltas of an item; empty for one that was never written. Where they come from a mesh that is connected, or
-    /// was until now, the deformer makes them when it is evaluated, so that this is done first.
+    /// The deltas of an item; empty for one that was never written. Where they come from a mesh that is
+    /// connected, or was until now, the deformer makes them when it is evaluated, so that this is done first.
     TargetDeltas read(int target, int item);
 
     /// Gives an item what its lists lack to be valid: a list that is empty in `deltas` becomes vertex
