@@ -80,7 +80,12 @@ class Host {
         const graph::NodeRef shape = nodes::createMesh(graph, zoo::cube(), name, nullptr);
         nodes::addToSet(graph, graph.nodesNamed("initialShadingGroup").front(), {shape, {}, {}});
     }
-    std::string dump() const { return sceneDump(graph); }
+    /// Everything stored, after every mesh was evaluated: evaluating stores the deltas of live targets.
+    std::string dump() {
+        for (const graph::NodeRef& shape : graph.nodesOfType("mesh"))
+            nodes::meshOf(graph, shape);
+        return sceneDump(graph);
+    }
     std::size_t undoSize() { return graph.undoQueue().size(); }
 
     Shown shown;
