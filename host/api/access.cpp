@@ -2,6 +2,8 @@
 
 #include <new>
 
+#include "api/session.h"
+
 namespace host::api {
 
 MObject Access::object(const graph::NodeRef& node) {
@@ -51,19 +53,29 @@ DataBody* Access::data(const MObject& object) {
     return object.kind_ == MObject::Kind::Data ? static_cast<DataBody*>(object.body_.get()) : nullptr;
 }
 
-const graph::Plug& Access::place(const MPlug& plug) {
+const graph::Plug& Access::held(const MPlug& plug) {
     static_assert(sizeof(graph::Plug) <= MPlug::kPlaceSize && alignof(graph::Plug) <= alignof(void*),
                   "MPlug holds a graph::Plug in place");
     return *std::launder(reinterpret_cast<const graph::Plug*>(plug.place_));
 }
 
-graph::Plug& Access::place(MPlug& plug) {
+graph::Plug& Access::held(MPlug& plug) {
     return *std::launder(reinterpret_cast<graph::Plug*>(plug.place_));
 }
 
-MPlug Access::plug(graph::Plug place) {
+const graph::Plug& Access::place(const MPlug& plug) {
+    static const graph::Plug nothing;
+    const graph::Plug& held = Access::held(plug);
+    const graph::RemovalLog* removals = held ? Session::removals() : nullptr;
+    const bool hasExpired = removals != nullptr && removals->hasLost(held, plug.moment_, plug.isNetworked_);
+    return hasExpired ? nothing : held;
+}
+
+MPlug Access::plug(graph::Plug place, bool isNetworked) {
     MPlug result;
-    Access::place(result) = std::move(place);
+    held(result) = std::move(place);
+    if (const graph::RemovalLog* removals = Session::removals()) result.moment_ = removals->now();
+    result.isNetworked_ = isNetworked;
     return result;
 }
 

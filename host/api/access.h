@@ -69,9 +69,13 @@ struct Access {
         return isPlugin(object) ? static_cast<Plugin*>(object.body_.get()) : nullptr;
     }
 
+    /// The place that a plug stands for; an empty one where the plug has expired (graph::Variants).
     static const graph::Plug& place(const MPlug& plug);
-    static graph::Plug& place(MPlug& plug);
-    static MPlug plug(graph::Plug place);
+    /// What a plug holds, expired or not.
+    static graph::Plug& held(MPlug& plug);
+    static const graph::Plug& held(const MPlug& plug);
+    /// @param isNetworked  the plug is one of a connection
+    static MPlug plug(graph::Plug place, bool isNetworked = false);
 
     static MDagPath path(const graph::NodeRef& node);
     static graph::NodeRef node(const MDagPath& path);

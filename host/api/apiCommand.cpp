@@ -1,5 +1,6 @@
 #include "api/apiCommand.h"
 
+#include <maya/MArgDatabase.h>
 #include <maya/MPxCommand.h>
 
 #include <utility>
@@ -57,6 +58,10 @@ mel::PluginCallResult ApiCommand::call(std::vector<mel::Value>&& arguments) {
     Access::setSyntax(*command, syntax_);
     MArgList words;
     Access::words(words) = std::move(arguments);
+    if (syntax_ != nullptr && scene().variants().refusesArgumentsFirst) {
+        const MArgDatabase parsed(*syntax_, words);
+        if (call.hasArgumentError) return {mel::CommandResult::failureShown(), nullptr};
+    }
     const MStatus status = command->doIt(words);
     if (call.hasArgumentError || (!status && call.hasShownError))
         return {mel::CommandResult::failureShown(), nullptr};

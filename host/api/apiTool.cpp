@@ -70,8 +70,9 @@ bool ApiTool::handle(const mel::MouseEvent& source) {
     PluginCall call{owner_};
     const CallScope scope(call);
     MEvent event = Access::event(source);
-    return source.viewport == mel::MouseEvent::Viewport::Legacy ? classic(*context_, source.kind, event)
-                                                                : viewport2(*context_, source.kind, event);
+    const bool isClassic =
+        source.viewport == mel::MouseEvent::Viewport::Legacy && scene().variants().callsLegacyHandlers;
+    return isClassic ? classic(*context_, source.kind, event) : viewport2(*context_, source.kind, event);
 }
 
 }  // namespace host::api

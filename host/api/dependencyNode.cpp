@@ -107,9 +107,9 @@ MStatus MFnDependencyNode::getConnections(MPlugArray& array) const {
     const NodeRef node = Access::node(object_);
     if (node == nullptr) return missingObject();
     for (const auto& [key, link] : node->incoming())
-        array.append(Access::plug(Plug(node, key)));
+        array.append(Access::plug(Plug(node, key), true));
     for (const auto& [key, links] : node->outgoing()) {
-        if (node->incoming().count(key) == 0) array.append(Access::plug(Plug(node, key)));
+        if (node->incoming().count(key) == 0) array.append(Access::plug(Plug(node, key), true));
     }
     return MStatus::kSuccess;
 }
@@ -141,21 +141,22 @@ bool MFnDependencyNode::hasAttribute(const MString& name, MStatus* status) const
     return node->findAttribute(text(name)) != nullptr;
 }
 
-// A networked plug and a free copy read and write the same place; this host makes no difference between them.
-MPlug MFnDependencyNode::findPlug(const MString& attributeName, bool, MStatus* status) const {
+// A networked plug and a free copy read and write the same place; they differ in how long they last.
+MPlug MFnDependencyNode::findPlug(const MString& attributeName, bool wantNetworkedPlug,
+                                  MStatus* status) const {
     const NodeRef node = Access::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MPlug());
     Plug place = node->plug(text(attributeName));
     if (!place) return failed(status, incompatible(), MPlug());
     report(status, MStatus::kSuccess);
-    return Access::plug(std::move(place));
+    return Access::plug(std::move(place), wantNetworkedPlug);
 }
 
-MPlug MFnDependencyNode::findPlug(const MObject& attribute, bool, MStatus* status) const {
+MPlug MFnDependencyNode::findPlug(const MObject& attribute, bool wantNetworkedPlug, MStatus* status) const {
     if (Access::node(object_) == nullptr) return failed(status, missingObject(), MPlug());
-    MPlug plug(object_, attribute);
+    const MPlug plug(object_, attribute);
     report(status, plug.isNull() ? incompatible() : MStatus(MStatus::kSuccess));
-    return plug;
+    return Access::plug(Access::place(plug), wantNetworkedPlug);
 }
 
 bool MFnDependencyNode::setAlias(const MString& alias, const MString&, const MPlug& plug, bool add,

@@ -13,6 +13,7 @@
 #include "api/dag.h"
 #include "api/meshAccess.h"
 #include "api/session.h"
+#include "api/variantSupport.h"
 #include "geometry/closestPoint.h"
 #include "geometry/triangulate.h"
 #include "nodes/meshNode.h"
@@ -368,9 +369,10 @@ MStatus MFnMesh::getClosestPoint(const MPoint& toThisPoint, MPoint& closestPoint
     // Distances count where they are asked for: the tree of a world query holds the world's mesh.
     std::optional<host::geometry::ClosestPointTree> worldTree;
     if (matrix) {
-        worldTree.emplace(host::geometry::transformed(mesh->mesh, *matrix));
+        worldTree.emplace(host::geometry::transformed(mesh->mesh, *matrix), Matrix4(),
+                          host::api::faceTieRule());
     } else if (!held_->tree) {
-        held_->tree.emplace(mesh->mesh);
+        held_->tree.emplace(mesh->mesh, Matrix4(), host::api::faceTieRule());
     }
     const auto found = (matrix ? *worldTree : *held_->tree).query(host::api::fromPoint(toThisPoint));
     if (!found) return MStatus::kFailure;

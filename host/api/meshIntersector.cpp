@@ -4,6 +4,7 @@
 #include "api/access.h"
 #include "api/conversions.h"
 #include "api/meshAccess.h"
+#include "api/variantSupport.h"
 #include "geometry/closestPoint.h"
 
 using host::geometry::ClosestPoint;
@@ -48,7 +49,8 @@ MStatus MMeshIntersector::create(MObject& meshObject, const MMatrix& matrix) {
     tree_.reset();
     const host::nodes::MeshPtr mesh = host::api::meshOf(meshObject);
     if (mesh == nullptr) return meshObject.isNull() ? host::api::missingObject() : host::api::incompatible();
-    tree_.reset(new Tree{host::geometry::ClosestPointTree(mesh->mesh, host::api::fromMatrix(matrix))});
+    tree_.reset(new Tree{host::geometry::ClosestPointTree(mesh->mesh, host::api::fromMatrix(matrix),
+                                                          host::api::faceTieRule())});
     return MStatus::kSuccess;
 }
 

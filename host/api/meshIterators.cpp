@@ -12,6 +12,7 @@
 #include "api/access.h"
 #include "api/conversions.h"
 #include "api/meshAccess.h"
+#include "api/variantSupport.h"
 
 using host::api::failed;
 using host::api::fill;
@@ -148,18 +149,21 @@ MStatus MItMeshVertex::numConnectedEdges(int& edgeCount) const {
 MStatus MItMeshVertex::getConnectedEdges(MIntArray& edges) const {
     if (!state_->isValid()) return missingObject();
     fill(edges, state_->topology().vertexEdges(state_->current()));
+    host::api::arrangeNeighbours(edges);
     return MStatus::kSuccess;
 }
 
 MStatus MItMeshVertex::getConnectedVertices(MIntArray& vertices) const {
     if (!state_->isValid()) return missingObject();
     fill(vertices, state_->topology().vertexNeighbours(state_->current()));
+    host::api::arrangeNeighbours(vertices);
     return MStatus::kSuccess;
 }
 
 MStatus MItMeshVertex::getConnectedFaces(MIntArray& faces) const {
     if (!state_->isValid()) return missingObject();
     fill(faces, state_->topology().vertexFaces(state_->current()));
+    host::api::arrangeNeighbours(faces);
     return MStatus::kSuccess;
 }
 
@@ -233,6 +237,7 @@ int MItMeshEdge::getConnectedFaces(MIntArray& faces, MStatus* status) const {
     if (!state_->isValid()) return failed(status, missingObject(), 0);
     report(status, MStatus::kSuccess);
     fill(faces, state_->topology().edgeFaces(state_->current()));
+    host::api::arrangeNeighbours(faces);
     return static_cast<int>(faces.length());
 }
 
@@ -243,6 +248,7 @@ int MItMeshEdge::getConnectedEdges(MIntArray& edges, MStatus* status) const {
     const int own = state_->current();
     for (const int vertex : state_->topology().edge(own))
         appendEdges(state_->topology(), vertex, own, edges);
+    host::api::arrangeNeighbours(edges);
     return static_cast<int>(edges.length());
 }
 
@@ -305,6 +311,7 @@ MStatus MItMeshPolygon::getNormal(MVector& normal, MSpace::Space space) const {
 MStatus MItMeshPolygon::getConnectedFaces(MIntArray& faces) const {
     if (!state_->isValid()) return missingObject();
     fill(faces, state_->topology().faceNeighbours(state_->current()));
+    host::api::arrangeNeighbours(faces);
     return MStatus::kSuccess;
 }
 
@@ -313,6 +320,7 @@ MStatus MItMeshPolygon::getConnectedEdges(MIntArray& edges) const {
     const Topology& topology = state_->topology();
     const int face = state_->current();
     gatherAround(topology.faceVertices(face), topology.vertexEdges(), topology.faceEdges(face), edges);
+    host::api::arrangeNeighbours(edges);
     return MStatus::kSuccess;
 }
 
@@ -321,6 +329,7 @@ MStatus MItMeshPolygon::getConnectedVertices(MIntArray& vertices) const {
     const Topology& topology = state_->topology();
     const IntSpan corners = topology.faceVertices(state_->current());
     gatherAround(corners, topology.vertexNeighbours(), corners, vertices);
+    host::api::arrangeNeighbours(vertices);
     return MStatus::kSuccess;
 }
 

@@ -42,7 +42,7 @@ MStatus deleteNodes(const MObject& object, bool includeParents) {
     const Node* parent = node->parent();
     const bool isOnlyShape =
         parent != nullptr && !host::api::isTransform(*node) && parent->children().size() == 1;
-    if (includeParents && isOnlyShape) node = node->parent()->ref();
+    if (includeParents && isOnlyShape && scene().variants().deletesEmptyParents) node = node->parent()->ref();
     scene().deleteNodes({node});
     return MStatus::kSuccess;
 }

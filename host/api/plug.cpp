@@ -78,23 +78,25 @@ MPlug::MPlug() {
     new (place_) Plug();
 }
 
-MPlug::MPlug(const MPlug& other) {
-    new (place_) Plug(Access::place(other));
+MPlug::MPlug(const MPlug& other) : moment_(other.moment_), isNetworked_(other.isNetworked_) {
+    new (place_) Plug(Access::held(other));
 }
 
 MPlug::MPlug(const MObject& node, const MObject& attribute) : MPlug() {
     const host::graph::NodeRef owner = Access::node(node);
     const Attribute* wanted = Access::attribute(attribute);
     if (owner == nullptr || wanted == nullptr || owner->findAttribute(wanted->longName()) != wanted) return;
-    Access::place(*this) = owner->plug(*wanted);
+    *this = Access::plug(owner->plug(*wanted));
 }
 
 MPlug::~MPlug() {
-    Access::place(*this).~Plug();
+    Access::held(*this).~Plug();
 }
 
 MPlug& MPlug::operator=(const MPlug& other) {
-    Access::place(*this) = Access::place(other);
+    Access::held(*this) = Access::held(other);
+    moment_ = other.moment_;
+    isNetworked_ = other.isNetworked_;
     return *this;
 }
 
@@ -274,7 +276,7 @@ unsigned int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus
 }
 
 MStatus MPlug::selectAncestorLogicalIndex(unsigned int index, const MObject& attribute) {
-    Plug& place = Access::place(*this);
+    const Plug& place = Access::place(*this);
     if (!isUsable(place)) return missingObject();
     const Attribute* wanted = Access::attribute(attribute);
     const Attribute* nearest = nullptr;
@@ -285,7 +287,7 @@ MStatus MPlug::selectAncestorLogicalIndex(unsigned int index, const MObject& att
     if (nearest == nullptr) return incompatible();
     host::graph::PlugKey key = place.key();
     key.indices[static_cast<std::size_t>(nearest->arrayDepth() - 1)] = static_cast<int>(index);
-    place = Plug(place.node(), key);
+    *this = Access::plug(Plug(place.node(), key));
     return MStatus::kSuccess;
 }
 
@@ -314,7 +316,8 @@ MPlug MPlug::connectionByPhysicalIndex(unsigned int index, MStatus* status) cons
     const std::set<int> connected = host::api::connectedElements(place);
     if (index >= connected.size()) return failed(status, noElement(), MPlug());
     report(status, MStatus::kSuccess);
-    return Access::plug(place.element(*std::next(connected.begin(), static_cast<std::ptrdiff_t>(index))));
+    const int logical = *std::next(connected.begin(), static_cast<std::ptrdiff_t>(index));
+    return Access::plug(place.element(logical), true);
 }
 
 MPlug MPlug::array(MStatus* status) const {
@@ -373,11 +376,11 @@ bool MPlug::connectedTo(MPlugArray& array, bool asDst, bool asSrc, MStatus* stat
     if (!isUsable(place)) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     if (asDst) {
-        if (Plug source = scene().source(place)) array.append(Access::plug(std::move(source)));
+        if (Plug source = scene().source(place)) array.append(Access::plug(std::move(source), true));
     }
     if (asSrc) {
         for (Plug& destination : scene().destinations(place))
-            array.append(Access::plug(std::move(destination)));
+            array.append(Access::plug(std::move(destination), true));
     }
     return array.length() > 0;
 }
@@ -386,7 +389,7 @@ MPlug MPlug::source(MStatus* status) const {
     const Plug& place = Access::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MPlug());
     report(status, MStatus::kSuccess);
-    return Access::plug(scene().source(place));
+    return Access::plug(scene().source(place), true);
 }
 
 bool MPlug::destinations(MPlugArray& plugs, MStatus* status) const {

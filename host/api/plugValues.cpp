@@ -37,10 +37,22 @@ MStatus checkWritable(const Plug& place) {
     return isLocked(place) ? failure() : MStatus(MStatus::kSuccess);
 }
 
+/// Makes the elements on the way to a plug whose value is asked for exist, where this host is to do so.
+void createWhatIsRead(const Plug& place) {
+    if (!scene().variants().readingCreates || place.attribute().isOutput()) return;
+    Plug element = place;
+    while (element && !element.isElement())
+        element = element.parent();
+    const graph::RecordingScope silent(scene(), nullptr);
+    if (element) scene().createElement(element);
+}
+
 MStatus readNumber(const MPlug& plug, double& value) {
     const Plug& place = Access::place(plug);
     const MStatus status = checkReadable(place, true);
-    if (status) value = scene().number(place);
+    if (!status) return status;
+    createWhatIsRead(place);
+    value = scene().number(place);
     return status;
 }
 
@@ -161,6 +173,7 @@ MObject MPlug::asMObject(MStatus* status) const {
     const Plug& place = Access::place(*this);
     const MStatus readable = host::api::checkReadable(place, false);
     if (!readable) return failed(status, readable, MObject());
+    host::api::createWhatIsRead(place);
     DataPtr data = scene().data(place);
     if (data == nullptr) return failed(status, failure(), MObject());
     report(status, MStatus::kSuccess);
@@ -197,6 +210,7 @@ MString MPlug::asString(MStatus* status) const {
     if (!readable) return failed(status, readable, MString());
     if (place.attribute().spec().dataType != "string") return failed(status, incompatible(), MString());
     report(status, MStatus::kSuccess);
+    host::api::createWhatIsRead(place);
     const auto data = host::graph::dataAs<host::graph::StringData>(scene().data(place));
     return data != nullptr ? host::api::string(data->value) : MString();
 }

@@ -35,16 +35,16 @@ MStatus MPxContext::doDrag(MEvent&) {
     return MStatus::kSuccess;
 }
 
-MStatus MPxContext::doPress(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) {
-    return doPress(event);
+MStatus MPxContext::doPress(MEvent&, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) {
+    return MStatus::kSuccess;
 }
 
-MStatus MPxContext::doRelease(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) {
-    return doRelease(event);
+MStatus MPxContext::doRelease(MEvent&, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) {
+    return MStatus::kSuccess;
 }
 
-MStatus MPxContext::doDrag(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) {
-    return doDrag(event);
+MStatus MPxContext::doDrag(MEvent&, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) {
+    return MStatus::kSuccess;
 }
 
 void MPxContext::getClassName(MString& name) const {

@@ -201,6 +201,11 @@ MStatus MSelectionList::getSelectionStrings(unsigned int index, MStringArray& st
 
 MStatus MSelectionList::add(const MString& matchString, bool) {
     host::graph::NameMatches matches = host::graph::findAll(scene(), host::api::text(matchString));
+    if (matches.failure == host::graph::NameFailure::Ambiguous && scene().variants().addsEveryNamesake) {
+        for (const NodeRef& node : host::graph::findNodes(scene(), host::api::text(matchString)))
+            items_->list.push_back({node});
+        return items_->list.empty() ? unknownObject() : MStatus(MStatus::kSuccess);
+    }
     if (matches.failure != host::graph::NameFailure::None || matches.items.empty()) return unknownObject();
     for (SelectionItem& item : matches.items)
         items_->list.push_back(std::move(item));

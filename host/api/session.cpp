@@ -19,6 +19,10 @@ Session::~Session() {
     currentSession = nullptr;
 }
 
+const graph::RemovalLog* Session::removals() {
+    return currentSession != nullptr ? currentSession->graph().removals() : nullptr;
+}
+
 Session& Session::current() {
     assert(currentSession != nullptr);
     return *currentSession;

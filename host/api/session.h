@@ -29,6 +29,9 @@ class Session {
 
     /// The running session. There is one whenever an API call may arrive.
     static Session& current();
+    /// What the running session's scene has lost since it began; null where that does not matter, and
+    /// outside.
+    static const graph::RemovalLog* removals();
 
     graph::Graph& graph() { return commands_.graph(); }
     mel::CommandRegistry& commands() { return commands_; }

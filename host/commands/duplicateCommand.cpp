@@ -39,8 +39,8 @@ graph::NodeRef copyTree(graph::Graph& graph, graph::Node& node, graph::Node* par
     const std::vector<graph::Node*> children = node.children();
     for (graph::Node* child : children) {
         const bool isNamesake = child->isA("shape") && child->name() == namesake;
-        copyTree(graph, *child, copy.get(), isNamesake ? nodes::shapeNameFor(copy->name()) : child->name(),
-                 false, copies);
+        copyTree(graph, *child, copy.get(),
+                 isNamesake ? nodes::shapeCopyName(graph, *child, *copy) : child->name(), false, copies);
     }
     return copy;
 }
@@ -69,7 +69,7 @@ CommandResult duplicate(CommandContext& context, const ParsedArguments& argument
     std::vector<graph::NodeRef> copies;
     for (const graph::NodeRef& node : originals) {
         if (hasAncestorIn(*node, originals)) continue;
-        const std::string& wanted = name.value.empty() ? node->name() : name.value;
+        const std::string wanted = name.value.empty() ? nodes::copyName(graph, *node) : name.value;
         roots.push_back(
             copyTree(graph, *node, node->parent(), wanted, arguments.isSet("parentOnly"), copies));
     }

@@ -102,6 +102,14 @@ std::vector<int> orderedFaces(const Mesh& mesh, std::vector<int> faces) {
     return faces;
 }
 
+/// Scatters face numbers. Each step can be reversed, so that no two faces get one rank.
+std::uint32_t shuffled(std::uint32_t face, std::uint32_t seed) {
+    face ^= seed * 0x9e3779b9U;
+    face = (face ^ (face >> 16)) * 0x7feb352dU;
+    face = (face ^ (face >> 15)) * 0x846ca68bU;
+    return face ^ (face >> 16);
+}
+
 }  // namespace
 
 /// The mesh and its triangles in order of face and triangle, and a bounding volume tree over them.
@@ -113,12 +121,13 @@ struct ClosestPointTree::Snapshot {
     Mesh mesh;
     Matrix4 toMesh;
     Triangulation triangulation;
+    FaceTieRule rule;
     Vec3 centre;
     double extent = 0.0;       ///< largest coordinate relative to the centre
     RTCScene scene = nullptr;  ///< null: every triangle is looked at
 
-    Snapshot(const Mesh& source, std::vector<int> faces, const Matrix4& matrix)
-        : mesh(source), toMesh(matrix), triangulation(triangulate(mesh, faces)) {
+    Snapshot(const Mesh& source, std::vector<int> faces, const Matrix4& matrix, FaceTieRule tieRule)
+        : mesh(source), toMesh(matrix), triangulation(triangulate(mesh, faces)), rule(tieRule) {
         if (!triangulation.triangles.empty() && measure()) buildScene();
     }
     Snapshot(const Snapshot&) = delete;
@@ -140,6 +149,23 @@ struct ClosestPointTree::Snapshot {
         centre = box.center();
         extent = largestOf(box.size()) * 0.5;
         return true;
+    }
+
+    /// Position of a triangle's face among the faces of the triangulation.
+    std::size_t facePosition(int triangle) const {
+        const auto& offsets = triangulation.offsets;
+        return static_cast<std::size_t>(std::upper_bound(offsets.begin(), offsets.end(), triangle) -
+                                        offsets.begin() - 1);
+    }
+
+    /// Whether a triangle is answered in place of another one that is equally close.
+    bool isPreferred(int triangle, int other) const {
+        const int face = triangulation.faces[facePosition(triangle)];
+        const int otherFace = triangulation.faces[facePosition(other)];
+        if (rule.kind == FaceTieRule::Kind::Lowest || face == otherFace) return triangle < other;
+        if (rule.kind == FaceTieRule::Kind::Highest) return face > otherFace;
+        return shuffled(static_cast<std::uint32_t>(face), rule.seed) <
+               shuffled(static_cast<std::uint32_t>(otherFace), rule.seed);
     }
 
     bool isFiniteTriangle(int triangle) const {
@@ -200,8 +226,8 @@ struct ClosestPointTree::Snapshot {
                 corners[i] = snapshot.mesh.point(vertices[i]) - point;
             const TriangleHit found = closestOnTriangle(corners);
             if (!(found.squaredDistance <= largestSquared)) return false;
-            if (triangle >= 0 && found.squaredDistance == hit.squaredDistance && candidate > triangle)
-                return false;
+            const bool isTie = triangle >= 0 && found.squaredDistance == hit.squaredDistance;
+            if (isTie && !snapshot.isPreferred(candidate, triangle)) return false;
             hit = found;
             triangle = candidate;
             largestSquared = found.squaredDistance;
@@ -244,11 +270,12 @@ struct ClosestPointTree::Snapshot {
     }
 };
 
-ClosestPointTree::ClosestPointTree(const Mesh& mesh, const Matrix4& toMesh)
-    : snapshot_(std::make_shared<Snapshot>(mesh, allFaces(mesh), toMesh)) {}
+ClosestPointTree::ClosestPointTree(const Mesh& mesh, const Matrix4& toMesh, FaceTieRule rule)
+    : snapshot_(std::make_shared<Snapshot>(mesh, allFaces(mesh), toMesh, rule)) {}
 
-ClosestPointTree::ClosestPointTree(const Mesh& mesh, const std::vector<int>& faces, const Matrix4& toMesh)
-    : snapshot_(std::make_shared<Snapshot>(mesh, orderedFaces(mesh, faces), toMesh)) {}
+ClosestPointTree::ClosestPointTree(const Mesh& mesh, const std::vector<int>& faces, const Matrix4& toMesh,
+                                   FaceTieRule rule)
+    : snapshot_(std::make_shared<Snapshot>(mesh, orderedFaces(mesh, faces), toMesh, rule)) {}
 
 std::optional<ClosestPoint> ClosestPointTree::query(const Vec3& point, double maxDistance) const {
     const Triangulation& triangulation = snapshot_->triangulation;
@@ -260,11 +287,10 @@ std::optional<ClosestPoint> ClosestPointTree::query(const Vec3& point, double ma
     if (search.triangle < 0) return std::nullopt;
 
     const Mesh& mesh = snapshot_->mesh;
-    const auto& offsets = triangulation.offsets;
-    const auto at = std::upper_bound(offsets.begin(), offsets.end(), search.triangle) - offsets.begin() - 1;
+    const std::size_t at = snapshot_->facePosition(search.triangle);
     ClosestPoint result;
     result.face = triangulation.faces[at];
-    result.triangle = search.triangle - offsets[at];
+    result.triangle = search.triangle - triangulation.offsets[at];
     result.vertices = triangulation.triangles[search.triangle];
     result.barycentric = search.hit.barycentric;
     result.point = local + search.hit.offset;

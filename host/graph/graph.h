@@ -17,8 +17,10 @@
 #include "graph/nodeType.h"
 #include "graph/optionVariables.h"
 #include "graph/plug.h"
+#include "graph/removalLog.h"
 #include "graph/selection.h"
 #include "graph/undo.h"
+#include "graph/variants.h"
 
 namespace host::graph {
 
@@ -62,6 +64,11 @@ class Graph {
     MessageSink& messages() { return *messages_; }
     /// The sink must outlive the graph or its replacement.
     void setMessages(MessageSink& sink) { messages_ = &sink; }
+    const Variants& variants() const { return variants_; }
+    /// For tests; before anything else is done with the scene.
+    void setVariants(const Variants& variants);
+    /// What went since the variants were set; null where nobody wants to know.
+    const RemovalLog* removals() const { return removals_.get(); }
     void setComponentSupport(ComponentSupport support) { componentSupport_ = std::move(support); }
 
     // --- nodes and names
@@ -213,6 +220,8 @@ class Graph {
     UndoQueue undoQueue_;
     MessageSink* messages_;
     ComponentSupport componentSupport_;
+    Variants variants_;
+    std::unique_ptr<RemovalLog> removals_;
     ChangeList* recorder_ = nullptr;
     std::recursive_mutex evaluation_;
 };

@@ -108,6 +108,10 @@ void Graph::link(const Plug& source, const Plug& destination, int position) {
 int Graph::unlink(const Plug& source, const Plug& destination) {
     Node& from = *source.node();
     Node& to = *destination.node();
+    if (removals_ != nullptr) {
+        removals_->connectionGone(source);
+        removals_->connectionGone(destination);
+    }
     to.incoming_.erase(destination.key());
     auto& attributes = to.incomingAttributes_;
     const auto found = std::find(attributes.begin(), attributes.end(), &destination.attribute());

@@ -50,6 +50,11 @@ Graph::~Graph() {
     }
 }
 
+void Graph::setVariants(const Variants& variants) {
+    variants_ = variants;
+    removals_ = variants.plugsExpire ? std::make_unique<RemovalLog>() : nullptr;
+}
+
 void Graph::record(ChangeList::Step undo, ChangeList::Step redo) {
     if (recorder_ != nullptr) recorder_->add(std::move(undo), std::move(redo));
 }
@@ -107,6 +112,7 @@ void Graph::leaveScene(Node& node) {
         node.parent_ = nullptr;
     }
     selection_.removeNode(node);
+    if (removals_ != nullptr) removals_->nodeGone(node);
     node.isAlive_ = false;
     nodes_.erase(node.id());
     ++nameVersion_;
@@ -143,11 +149,31 @@ bool feedsSurvivor(const Node& node, const NodeSet& gone) {
     });
 }
 
+/// Whether a node is of a type that goes with those that feed this attribute, and all of them go.
+bool losesAllSources(const Node& node, const Attribute& attribute, const NodeSet& gone) {
+    const auto& diesWithSources = node.type().behaviour().diesWithSources;
+    if (!diesWithSources || !diesWithSources(attribute)) return false;
+    const auto& incoming = node.incoming();
+    return std::all_of(incoming.begin(), incoming.end(), [&](const auto& entry) {
+        return !diesWithSources(*entry.first.attribute) || gone.count(entry.second.node) != 0;
+    });
+}
+
+/// Whether a node only prepares what the node after it takes, and goes with that: a service by its state that
+/// passes its input on.
+bool isHelper(const Node& node) {
+    const NodeBehaviour& behaviour = node.type().behaviour();
+    return behaviour.passThrough && behaviour.isService && behaviour.isService(node);
+}
+
 /// The plug that takes the place of an output when its node is deleted: the source of the input that the
 /// output passes through, or of the one before when that node goes too. Empty when there is none.
 Plug passedSource(const Graph& graph, const Plug& output, const NodeSet& gone) {
     Plug at = output;
-    while (at && gone.count(at.node().get()) != 0) {
+    const auto goes = [&](const Node& node) {
+        return gone.count(&node) != 0 || (isHelper(node) && !feedsSurvivor(node, gone));
+    };
+    while (at && goes(*at.node())) {
         const auto& passThrough = at.node()->type().behaviour().passThrough;
         const Plug input = passThrough ? passThrough(at) : Plug();
         at = input ? graph.source(input) : Plug();
@@ -186,6 +212,14 @@ std::vector<NodeRef> Graph::dependents(const std::vector<NodeRef>& nodes) const 
                 if (needed.count(source) != 0 || feedsSurvivor(*source, gone)) continue;
                 doom(*source, doomed, gone);
                 grows = true;
+            }
+            for (const auto& entry : node->outgoing()) {
+                for (const Link& link : entry.second) {
+                    if (gone.count(link.node) != 0) continue;
+                    if (!losesAllSources(*link.node, *link.key.attribute, gone)) continue;
+                    doom(*link.node, doomed, gone);
+                    grows = true;
+                }
             }
         }
     }

@@ -310,6 +310,7 @@ void Graph::removeElement(const Plug& element) {
     const Plug array = element.array();
     const int index = element.logicalIndex();
     if (!hasElement(element)) return;
+    if (removals_ != nullptr) removals_->elementGone(element);
     PlugKey ignored;
     Slot& slot = node.obtainSlot(array.key(), ignored);
     const auto redo = [element](Graph& graph) { graph.undoCreation(element); };
@@ -339,6 +340,7 @@ void Graph::clearElements(const Plug& arrayPlug) {
     Node& node = *arrayPlug.node();
     if (elementCount(arrayPlug) == 0) return;
     if (arrayPlug.attribute().flatWidth() > 0 && !node.hasIncoming(arrayPlug.attribute())) {
+        if (removals_ != nullptr) removals_->elementsGone(arrayPlug);
         PlugKey created;
         Slot& slot = node.obtainSlot(arrayPlug.key(), created);
         if (recorder_ != nullptr) {

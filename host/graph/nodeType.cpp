@@ -18,6 +18,7 @@ NodeBehaviour inherit(NodeBehaviour own, const NodeType* base) {
     if (!own.writing) own.writing = from.writing;
     if (!own.passThrough) own.passThrough = from.passThrough;
     if (!own.isService) own.isService = from.isService;
+    if (!own.diesWithSources) own.diesWithSources = from.diesWithSources;
     return own;
 }
 

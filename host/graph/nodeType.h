@@ -35,6 +35,8 @@ struct NodeBehaviour {
     std::function<Plug(const Plug& output)> passThrough{};
     /// Whether this node only serves others although its type does not always (diesWithLastOutput).
     std::function<bool(const Node&)> isService{};
+    /// Whether nodes of this type go with the last of the nodes that feed such an attribute.
+    std::function<bool(const Attribute&)> diesWithSources{};
 };
 
 /// Description of a node type, given as data.

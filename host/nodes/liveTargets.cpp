@@ -9,8 +9,8 @@
 #include "nodes/blendShapeNode.h"
 #include "nodes/blendShapeTargets.h"
 #include "nodes/deformation.h"
+#include "nodes/deformers.h"
 #include "nodes/meshData.h"
-#include "nodes/plugs.h"
 
 namespace host::nodes {
 
@@ -71,14 +71,6 @@ MeshPtr targetMesh(graph::Graph& graph, const graph::Plug& item) {
     return graph::dataAs<MeshData>(graph.data(item.child(kGeomTarget)));
 }
 
-/// What the deltas of a live target are differences to: the undeformed geometry.
-MeshPtr undeformed(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex) {
-    const graph::Plug original = blendShape->plug("originalGeometry").element(baseIndex);
-    if (graph.source(original)) return graph::dataAs<MeshData>(graph.data(original));
-    const graph::Plug input = blendShape->plug("input").element(baseIndex);
-    return graph::dataAs<MeshData>(graph.data(childPlug(input, "inputGeometry")));
-}
-
 /// The items of a geometry whose deltas follow a mesh.
 std::vector<ItemKey> followedItems(graph::Node& blendShape, int geometryIndex) {
     std::vector<ItemKey> items;
@@ -114,7 +106,7 @@ void takeDeltas(graph::Graph& graph, const graph::Plug& item, const MeshPtr& bas
 void takeLiveDeltas(graph::Graph& graph, const graph::NodeRef& blendShape, int geometryIndex) {
     const std::vector<ItemKey> items = followedItems(*blendShape, geometryIndex);
     if (items.empty()) return;
-    const MeshPtr base = undeformed(graph, blendShape, geometryIndex);
+    const MeshPtr base = undeformedMesh(graph, blendShape, geometryIndex);
     if (base == nullptr) return;
     for (const ItemKey& key : items)
         takeDeltas(graph, targetItemPlug(blendShape, key[0], key[1], key[2]), base);
@@ -134,8 +126,8 @@ void liveTargetDisconnecting(graph::Graph& graph, const graph::Plug& destination
     LiveTarget known = knownOf(item);
     const MeshPtr target = targetMesh(graph, item);
     if (isSameMesh(known.seen, target)) return;
-    const MeshPtr base = undeformed(graph, item.node(), item.key().indices[0]);
-    const bool isTaken = base != nullptr && target != nullptr;
+    const MeshPtr base = undeformedMesh(graph, item.node(), item.key().indices[0]);
+    const bool isTaken = base != nullptr && target != nullptr && graph.variants().takesDeltasOnDisconnect;
     if (isTaken) {
         known.seen = target;
         storeDeltas(graph, item, *base, *target);
@@ -146,7 +138,10 @@ void liveTargetDisconnecting(graph::Graph& graph, const graph::Plug& destination
 
 void liveDeltasWriting(graph::Graph& graph, const graph::Plug& plug) {
     const graph::Plug item = itemOf(plug);
-    if (!graph.source(item.child(kGeomTarget)) && !knownOf(item).isOutstanding) return;
+    const bool isConnected = static_cast<bool>(graph.source(item.child(kGeomTarget)));
+    const LiveTarget known = knownOf(item);
+    if (!isConnected && !known.isOutstanding) return;
+    if (isConnected && known.seen == nullptr && graph.variants().losesEarlyDeltas) return;
     know(graph, item, {targetMesh(graph, item), false});
 }
 

@@ -7,7 +7,7 @@
 /// They are made when the deformer is evaluated, not when the mesh is connected and not when somebody asks
 /// for them: until then the lists of such an item are empty, and after a change of the mesh they say what was
 /// true before. Deltas that are written while the mesh is connected last until it changes. What no evaluation
-/// has seen when the mesh is disconnected is taken then.
+/// has seen when the mesh is disconnected is taken then, or by the next evaluation (graph::Variants).
 namespace host::nodes {
 
 /// Makes the deltas of one geometry's items whose mesh changed since they were made or written. For the

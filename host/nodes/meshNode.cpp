@@ -100,14 +100,35 @@ void offsetVertices(graph::Graph& graph, const graph::NodeRef& shape, const std:
     }
 }
 
+std::string copyName(graph::Graph& graph, const graph::Node& original) {
+    switch (graph.variants().copyNames) {
+        case graph::CopyNames::Default:
+            return "polySurface1";
+        case graph::CopyNames::Appended:
+            return original.name() + "_copy1";
+        case graph::CopyNames::NextNumber:
+            break;
+    }
+    return graph.nextName(original.name());
+}
+
+std::string shapeCopyName(graph::Graph& graph, const graph::Node& shape, const graph::Node& transform) {
+    if (graph.variants().copyNames == graph::CopyNames::Appended) return shape.name() + "_copy1";
+    return shapeNameFor(transform.name());
+}
+
 graph::NodeRef copyMesh(graph::Graph& graph, const graph::NodeRef& shape, graph::Node* parentTransform) {
     const MeshPtr source = meshOf(graph, shape);
     geometry::Mesh mesh = source != nullptr ? source->mesh : geometry::Mesh();
     const graph::Node* owner = shape->parent();
-    const std::string name = owner != nullptr ? graph.nextName(owner->name()) : std::string();
-    graph::NodeRef copy = parentTransform != nullptr
-                              ? createMeshShape(graph, std::move(mesh), shape->name(), *parentTransform)
-                              : createMesh(graph, std::move(mesh), name, nullptr);
+    const graph::NodeRef transform =
+        parentTransform != nullptr
+            ? parentTransform->ref()
+            : graph.createNode(*graph.types().find("transform"),
+                               owner != nullptr ? copyName(graph, *owner) : "polySurface1", nullptr);
+    const std::string name =
+        parentTransform != nullptr ? shape->name() : shapeCopyName(graph, *shape, *transform);
+    graph::NodeRef copy = createMeshShape(graph, std::move(mesh), name, *transform);
     copyColorSets(graph, shape, copy);
     return copy;
 }

@@ -44,6 +44,11 @@ void offsetVertices(graph::Graph& graph, const graph::NodeRef& shape, const std:
 /// @return the new shape
 graph::NodeRef copyMesh(graph::Graph& graph, const graph::NodeRef& shape, graph::Node* parentTransform);
 
+/// Name that the copy of a transform gets, to be made unique.
+std::string copyName(graph::Graph& graph, const graph::Node& original);
+/// Name that the copy of a shape gets below a transform.
+std::string shapeCopyName(graph::Graph& graph, const graph::Node& shape, const graph::Node& transform);
+
 bool isIntermediate(const graph::Graph& graph, const graph::Node& node);
 void setIntermediate(graph::Graph& graph, const graph::NodeRef& shape, bool isIntermediate);
 /// The only visible (not intermediate) shape below a transform, or the shape itself; null when there is none

@@ -150,6 +150,17 @@ TEST_P(BadArgumentsTest, TheHostShowsItsErrorOnceAndTheStatementFails) {
     EXPECT_EQ(state.alive, 0);
 }
 
+TEST_P(BadArgumentsTest, TheCommandIsNotCalledWhereTheHostParsesFirst) {
+    host::graph::Variants variants;
+    variants.refusesArgumentsFirst = true;
+    graph.setVariants(variants);
+    EXPECT_FALSE(run(GetParam().line).ok);
+    EXPECT_EQ(shown.errors, std::vector<std::string>{GetParam().error});
+    EXPECT_EQ(state.steps, std::vector<std::string>());
+    EXPECT_TRUE(run("probe -i 1").ok);
+    EXPECT_EQ(state.steps, std::vector<std::string>{"do"});
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Lines, BadArgumentsTest,
     ::testing::Values(BadArguments{"probe -i 1 -wrong", "Invalid flag '-wrong'."},

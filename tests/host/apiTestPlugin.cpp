@@ -31,8 +31,8 @@ class TestCommand : public MPxCommand {
     static void* creator() { return new TestCommand; }
 };
 
-/// Writes what happens to it into an option variable, and counts itself in another while it lives. It has one
-/// classic handler (press), one of Viewport 2.0 (drag), and none for the release.
+/// Writes what happens to it into an option variable, and counts itself in another while it lives. It has
+/// both handlers of the press, that of Viewport 2.0 of the drag, and the classic one of the release.
 class TestTool : public MPxContext {
   public:
     TestTool() {
@@ -44,7 +44,6 @@ class TestTool : public MPxContext {
     void toolOnSetup(MEvent&) override { log("on"); }
     void toolOffCleanup() override { log("off"); }
 
-    using MPxContext::doPress;
     MStatus doPress(MEvent& event) override {
         log("press", event);
         if (hasMood("switch")) MGlobal::executeCommand("setToolTo selectSuperContext");
@@ -52,9 +51,19 @@ class TestTool : public MPxContext {
         return hasMood("refusePress") ? MS::kFailure : MS::kSuccess;
     }
 
+    MStatus doPress(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) override {
+        return doPress(event);
+    }
+
     using MPxContext::doDrag;
     MStatus doDrag(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) override {
         log("drag", event);
+        return MS::kSuccess;
+    }
+
+    using MPxContext::doRelease;
+    MStatus doRelease(MEvent& event) override {
+        log("release", event);
         return MS::kSuccess;
     }
 

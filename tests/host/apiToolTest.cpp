@@ -118,7 +118,13 @@ TEST_F(ToolTest, ADragSendsAPressDragsAndARelease) {
     run("headlessDrag -from 1 1 -to 9 9 -steps 0");
     EXPECT_EQ(events(), "press left 1 1; ");
     run("headlessDrag -legacyViewport -from 1 1 -to 2 2");
-    EXPECT_EQ(events(), "press left 1 1; ") << "the tool has no classic handler for the drag";
+    EXPECT_EQ(events(), "press left 1 1; release left 2 2; ") << "each viewport calls its own handlers only";
+    host::graph::Variants noLegacy;
+    noLegacy.callsLegacyHandlers = false;
+    graph.setVariants(noLegacy);
+    run("headlessDrag -legacyViewport -from 1 1 -to 2 2");
+    EXPECT_EQ(events(), "press left 1 1; drag left 2 2; ");
+    graph.setVariants({});
     EXPECT_TRUE(shown.warnings.empty());
     run("headlessDrag -button 3 -from 1 1 -to 2 2");
     EXPECT_EQ(events(), "");

@@ -2,6 +2,7 @@
 
 #include "host/nodesFixture.h"
 #include "nodes/blendShapeTargets.h"
+#include "nodes/skinClusterNode.h"
 
 namespace {
 
@@ -128,6 +129,78 @@ TEST_F(Chain, aGroupRestrictsItsDeformer) {
     for (const char* name : {"blendShape1", "groupParts1", "groupId1", "headShapeOrig"})
         EXPECT_EQ(scene.node(name), nullptr) << name;
     EXPECT_FALSE(blend->isAlive());
+}
+
+class LegacyChain : public Chain {
+  protected:
+    LegacyChain() {
+        graph::Variants variants;
+        variants.hasLegacyChains = true;
+        scene.setVariants(variants);
+    }
+    std::vector<std::string> helpers() {
+        std::vector<NodeRef> found;
+        for (const char* type : {"geometryFilter", "groupParts", "groupId", "objectSet"}) {
+            for (const NodeRef& node : scene.nodesOfType(type)) {
+                if (!node->isA("shadingEngine")) found.push_back(node);
+            }
+        }
+        return namesOf(found);
+    }
+};
+
+TEST_F(LegacyChain, hasGroupsATweakNodeAndSets) {
+    scene.set("headShape.pnts[2].pntz", 5);
+    const std::vector<float> before = scene.points(shape);
+    const NodeRef blend = nodes::createDeformer(scene, "blendShape", {shape}, "bs");
+    const std::pair<const char*, const char*> connections[] = {{"groupParts1.ig", "headShapeOrig.w[0]"},
+                                                               {"tweak1.ip[0].ig", "groupParts1.og"},
+                                                               {"tweak1.ip[0].gi", "groupId1.id"},
+                                                               {"groupParts1.gi", "groupId1.id"},
+                                                               {"bsGroupParts.ig", "tweak1.og[0]"},
+                                                               {"bs.ip[0].ig", "bsGroupParts.og"},
+                                                               {"bs.ip[0].gi", "bsGroupId.id"},
+                                                               {"bsGroupParts.gi", "bsGroupId.id"},
+                                                               {"headShape.i", "bs.og[0]"},
+                                                               {"headShape.twl", "tweak1.vl[0].vt[0]"},
+                                                               {"tweakSet1.dsm[0]", "headShape.iog[0].og[0]"},
+                                                               {"bsSet.dsm[0]", "headShape.iog[0].og[1]"},
+                                                               {"bsSet.ub[0]", "bs.msg"},
+                                                               {"bsSet.gn[0]", "bsGroupId.msg"}};
+    for (const auto& [destination, source] : connections)
+        EXPECT_TRUE(isFedBy(destination, source)) << destination;
+    EXPECT_FALSE(scene.source(scene.at("bs.orggeom[0]")));
+    EXPECT_EQ(scene.points(shape), before);
+    EXPECT_EQ(scene.get("tweak1.vl[0].vt[2].vz"), 5.0);
+    EXPECT_EQ(nodes::originalShape(scene, shape)->name(), "headShapeOrig");
+    EXPECT_EQ(nodes::deformedShape(scene, blend, 0), shape);
+    const NodeRef target = scene.moved(shape, "smile", {{1, vec(0, 2, 0)}});
+    ASSERT_TRUE(nodes::addTarget(scene, blend, 0, 0, target, 1.0, false).ok);
+    scene.set("bs.smile", 1);
+    EXPECT_EQ(scene.point(shape, 1), vec(1, 2, 0));
+    EXPECT_EQ(scene.point(shape, 2), vec(2, 0, 5));
+}
+
+TEST_F(LegacyChain, lendsASkinClusterTheGeometryToBind) {
+    nodes::createSkinCluster(scene, shape, {scene.make("joint", "low")}, {}, "skin");
+    for (const char* vertex : {"0", "3"})
+        EXPECT_EQ(scene.get(std::string("skin.wl[") + vertex + "].w[0]"), 1.0) << vertex;
+    scene.set("low.ty", 2);
+    EXPECT_EQ(scene.point(shape, 3), vec(3, 2, 0));
+}
+
+TEST_F(LegacyChain, goesWithItsShapeAndADeformerTakesItsOwnHelpersAlong) {
+    const std::vector<std::string> none = helpers();
+    EXPECT_EQ(scene.undoRedoFault([&] { nodes::createTweakNode(scene, shape); }), "");
+    const std::vector<std::string> tweakOnly = helpers();
+    EXPECT_EQ(tweakOnly.size(), 4U);
+    EXPECT_EQ(scene.undoRedoFault([&] { nodes::createDeformer(scene, "blendShape", {shape}, "bs"); }), "");
+    EXPECT_EQ(scene.undoRedoFault([&] { scene.deleteNodes({scene.node("bs")}); }), "");
+    EXPECT_EQ(helpers(), tweakOnly);
+    EXPECT_TRUE(isFedBy("headShape.i", "tweak1.og[0]"));
+    nodes::createDeformer(scene, "blendShape", {shape}, "again");
+    EXPECT_EQ(scene.undoRedoFault([&] { scene.deleteNodes({scene.node("head")}); }), "");
+    EXPECT_EQ(helpers(), none);
 }
 
 TEST_F(Chain, anUnknownTagExpressionMovesNothingAndSaysSo) {
@@ -395,13 +468,36 @@ TEST_F(Blend, liveDeltasAreMadeWhenTheDeformerIsEvaluatedAndAtNoOtherTime) {
     EXPECT_EQ(deltas(0, 6000), (std::vector<graph::Point4>{{0, 3, 0, 1}})) << "without an effect too";
 }
 
-TEST_F(Blend, aMeshThatGoesUnseenLeavesItsDeltas) {
-    const NodeRef target = scene.moved(shape, "frown", {{2, vec(0, 6, 0)}});
+TEST_F(Blend, aMeshThatGoesUnseenLeavesItsDeltasAtOnceOrToTheNextEvaluation) {
+    const std::vector<graph::Point4> made{{0, 6, 0, 1}};
+    for (const bool isAtOnce : {true, false}) {
+        const int index = isAtOnce ? 0 : 1;
+        graph::Variants variants;
+        variants.takesDeltasOnDisconnect = isAtOnce;
+        scene.setVariants(variants);
+        const NodeRef target = scene.moved(scene.node("headShapeOrig"), "frown", {{2, vec(0, 6, 0)}});
+        nodes::addTarget(scene, blend, 0, index, target, 1.0, false);
+        scene.set("blendShape1.w[" + std::to_string(index) + ']', 1);
+        scene.deleteNodes({scene.node("frown")});
+        EXPECT_EQ(deltas(index, 6000) == made, isAtOnce);
+        const NodeRef other = scene.moved(scene.node("headShapeOrig"), "other", {});
+        EXPECT_FALSE(nodes::addTarget(scene, blend, 0, index, other, 1.0, false).ok) << "the item is taken";
+        EXPECT_EQ(heights(), (Heights{0, 0, 6.0 * (index + 1), 0}));
+        EXPECT_EQ(deltas(index, 6000), made);
+    }
+}
+
+TEST_F(Blend, deltasWrittenBeforeTheFirstEvaluationAreLostWhereTheHostLosesThem) {
+    graph::Variants variants;
+    variants.losesEarlyDeltas = true;
+    scene.setVariants(variants);
+    const NodeRef target = scene.moved(shape, "smile", {{1, vec(0, 2, 0)}});
     nodes::addTarget(scene, blend, 0, 0, target, 1.0, false);
-    scene.set("blendShape1.frown", 1);
-    scene.deleteNodes({scene.node("frown")});
-    EXPECT_EQ(deltas(0, 6000), (std::vector<graph::Point4>{{0, 6, 0, 1}}));
-    EXPECT_EQ(heights(), (Heights{0, 0, 6, 0}));
+    scene.set("blendShape1.smile", 1);
+    item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
+    EXPECT_EQ(heights(), (Heights{0, 2, 0, 0}));
+    item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
+    EXPECT_EQ(heights(), (Heights{0, 0, 0, 9})) << "after an evaluation they win";
 }
 
 TEST_F(Blend, deltasWrittenBeforeTheFirstEvaluationWinUntilTheMeshChanges) {

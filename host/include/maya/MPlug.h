@@ -123,6 +123,8 @@ class OPENMAYA_EXPORT MPlug {
     static constexpr std::size_t kPlaceSize = 48;
 
     alignas(void*) unsigned char place_[kPlaceSize];  // a host::graph::Plug
+    unsigned int moment_ = 0;                         // when it was handed out
+    bool isNetworked_ = false;                        // it came from a connection
 };
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -11,9 +11,9 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Base of a plug-in's tools: while one is the current tool it gets what the mouse does in the view.
 ///
-/// Each event has two handlers: Viewport 2.0 calls the one that may draw, the legacy viewport the other. What
-/// does not override a handler of Viewport 2.0 has its classic one called instead; a classic handler that is
-/// not overridden succeeds. The right mouse button opens a menu and reaches no tool.
+/// Each event has two handlers: Viewport 2.0 calls the one that may draw, the legacy viewport the other. A
+/// handler that is not overridden does nothing and succeeds; none calls the other one. The right mouse button
+/// opens a menu and reaches no tool.
 class OPENMAYAUI_EXPORT MPxContext {
   public:
     MPxContext();
