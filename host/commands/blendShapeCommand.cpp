@@ -42,8 +42,7 @@ void moveToFront(graph::Graph& graph, const NodeRef& deformer, const NodeRef& sh
     const std::vector<NodeRef> chain = nodes::deformersOf(graph, shape);
     if (chain.size() < 2) return;
     const auto input = [&](const NodeRef& node) {
-        const int index = nodes::geometryIndexOf(graph, node, shape);
-        return nodes::childPlug(node->plug("input").element(index), "inputGeometry");
+        return nodes::chainEntry(graph, node, nodes::geometryIndexOf(graph, node, shape));
     };
     const graph::Plug ownInput = input(deformer);
     const graph::Plug firstInput = input(chain.back());

@@ -127,13 +127,14 @@ void addDeformerTypes(graph::NodeTypes& types) {
     graph::NodeBehaviour grouping;
     grouping.compute = computeGroupParts;
     grouping.passThrough = passGroupParts;
-    types.add(service(
+    grouping.isService = [](const graph::Node&) { return true; };
+    types.add(
         {"groupParts",
          "node",
          {graph::typed("inputGeometry", "ig", "mesh"), graph::typed("inputComponents", "ic", "componentList"),
           graph::number("groupId", "gi", ValueKind::Int),
           graph::typed("outputGeometry", "og", "mesh").output()},
-         grouping}));
+         grouping});
     graph::NodeBehaviour numbering;
     numbering.compute = computeGroupId;
     types.add(

@@ -88,31 +88,116 @@ void insertDeformer(graph::Graph& graph, const graph::NodeRef& deformer, int ind
     graph.connect(deformer->plug("outputGeometry").element(index), destination);
 }
 
+graph::NodeRef makeNode(graph::Graph& graph, std::string_view type, const std::string& name = {}) {
+    return graph.createNode(*graph.types().find(type), name);
+}
+
+graph::DataPtr vertexRun(int first, int last) {
+    auto list = std::make_shared<graph::ComponentListData>();
+    list->appendRun(graph::ComponentKind::Vertex, first, last);
+    return list;
+}
+
+void connectNext(graph::Graph& graph, const graph::Plug& source, const graph::Plug& array) {
+    graph.connect(source, array.element(graph.nextIndex(array)));
+}
+
+/// What a legacy chain has beside a deformer: a set of what it deforms, and the names of the helper nodes.
+struct LegacyGroup {
+    graph::NodeRef set;
+    std::string partsName;
+    std::string idName;
+};
+
+LegacyGroup makeLegacyGroup(graph::Graph& graph, const graph::NodeRef& deformer) {
+    const bool isTweak = deformer->isA("tweak");
+    const std::string& name = deformer->name();
+    LegacyGroup group{makeNode(graph, "objectSet", isTweak ? "tweakSet1" : name + "Set"), {}, {}};
+    if (!isTweak) {
+        group.partsName = name + "GroupParts";
+        group.idName = name + "GroupId";
+    }
+    graph.connect(deformer->plug("message"), group.set->plug("usedBy").element(0));
+    return group;
+}
+
+/// As insertDeformer, with a groupParts node in front of the deformer, a groupId for both and the shape in
+/// the deformer's set. Nothing feeds originalGeometry.
+void insertGrouped(graph::Graph& graph, const graph::NodeRef& deformer, int index,
+                   const graph::NodeRef& shape, const graph::Plug& destination, const LegacyGroup& group) {
+    const graph::Plug before = graph.source(destination);
+    const graph::NodeRef parts = makeNode(graph, "groupParts", group.partsName);
+    const graph::NodeRef id = makeNode(graph, "groupId", group.idName);
+    const graph::Plug input = deformer->plug("input").element(index);
+    graph.setData(parts->plug("inputComponents"), vertexRun(0, -1));
+    graph.connect(before, parts->plug("inputGeometry"));
+    graph.connect(id->plug("groupId"), parts->plug("groupId"));
+    graph.connect(id->plug("groupId"), childPlug(input, "groupId"));
+    graph.connect(parts->plug("outputGeometry"), childPlug(input, "inputGeometry"));
+    graph.connect(deformer->plug("outputGeometry").element(index), destination);
+
+    const graph::Plug objects = shape->plug("instObjGroups").element(0).child(0);
+    const graph::Plug object = objects.element(graph.nextIndex(objects));
+    const MeshPtr mesh = graph::dataAs<MeshData>(graph.data(before));
+    if (mesh != nullptr) graph.setData(object.child(0), vertexRun(0, mesh->mesh.vertexCount() - 1));
+    connectNext(graph, object, group.set->plug("dagSetMembers"));
+    connectNext(graph, id->plug("message"), group.set->plug("groupNodes"));
+}
+
+/// Makes a tweak node at the front of the chain behind the shape's original.
+graph::NodeRef insertTweak(graph::Graph& graph, const graph::NodeRef& shape, const graph::NodeRef& original) {
+    const graph::NodeRef tweak = makeNode(graph, "tweak");
+    const std::vector<graph::Plug> chain = chainOf(graph, shape);
+    const graph::Plug first = chain.size() == 1 ? shape->plug("inMesh") : chainInput(chain[chain.size() - 2]);
+    if (graph.variants().hasLegacyChains) {
+        insertGrouped(graph, tweak, 0, shape, first, makeLegacyGroup(graph, tweak));
+    } else {
+        insertDeformer(graph, tweak, 0, original, first);
+    }
+    const graph::Plug offsets = childPlug(tweak->plug("vlist").element(0), "vertex");
+    moveOffsets(graph, shape, offsets);
+    graph.connect(offsets.element(0), shape->plug("tweakLocation"));
+    return tweak;
+}
+
 }  // namespace
 
 graph::NodeRef createDeformer(graph::Graph& graph, std::string_view typeName,
                               const std::vector<graph::NodeRef>& shapes, const std::string& name) {
-    const graph::NodeRef deformer = graph.createNode(*graph.types().find(typeName), name);
+    const graph::NodeRef deformer = makeNode(graph, typeName, name);
+    const bool isLegacy = graph.variants().hasLegacyChains;
+    const LegacyGroup group = isLegacy ? makeLegacyGroup(graph, deformer) : LegacyGroup();
     for (std::size_t k = 0; k < shapes.size(); ++k) {
         const graph::NodeRef& shape = shapes[k];
         const graph::NodeRef original = obtainOriginal(graph, shape);
+        const graph::Plug end = shape->plug("inMesh");
+        if (isLegacy) {
+            if (tweakNodeOf(graph, shape) == nullptr) insertTweak(graph, shape, original);
+            insertGrouped(graph, deformer, static_cast<int>(k), shape, end, group);
+            continue;
+        }
         if (chainOf(graph, shape).size() == 1) moveOffsets(graph, shape, original->plug("pnts"));
-        insertDeformer(graph, deformer, static_cast<int>(k), original, shape->plug("inMesh"));
+        insertDeformer(graph, deformer, static_cast<int>(k), original, end);
     }
     return deformer;
 }
 
 graph::NodeRef createTweakNode(graph::Graph& graph, const graph::NodeRef& shape) {
     if (graph::NodeRef present = tweakNodeOf(graph, shape)) return present;
-    const graph::NodeRef original = obtainOriginal(graph, shape);
-    const graph::NodeRef tweak = graph.createNode(*graph.types().find("tweak"));
-    const std::vector<graph::Plug> chain = chainOf(graph, shape);
-    const graph::Plug first = chain.size() == 1 ? shape->plug("inMesh") : chainInput(chain[chain.size() - 2]);
-    insertDeformer(graph, tweak, 0, original, first);
-    const graph::Plug offsets = childPlug(tweak->plug("vlist").element(0), "vertex");
-    moveOffsets(graph, shape, offsets);
-    graph.connect(offsets.element(0), shape->plug("tweakLocation"));
-    return tweak;
+    return insertTweak(graph, shape, obtainOriginal(graph, shape));
+}
+
+MeshPtr undeformedMesh(graph::Graph& graph, const graph::NodeRef& deformer, int geometryIndex) {
+    const graph::Plug original = deformer->plug("originalGeometry").element(geometryIndex);
+    if (graph.source(original)) return graph::dataAs<MeshData>(graph.data(original));
+    const graph::Plug input = deformer->plug("input").element(geometryIndex);
+    return graph::dataAs<MeshData>(graph.data(childPlug(input, "inputGeometry")));
+}
+
+graph::Plug chainEntry(const graph::Graph& graph, const graph::NodeRef& deformer, int geometryIndex) {
+    const graph::Plug input = childPlug(deformer->plug("input").element(geometryIndex), "inputGeometry");
+    const graph::Plug source = graph.source(input);
+    return source && source.node()->isA("groupParts") ? source.node()->plug("inputGeometry") : input;
 }
 
 graph::NodeRef tweakNodeOf(const graph::Graph& graph, const graph::NodeRef& shape) {

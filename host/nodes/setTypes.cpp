@@ -4,11 +4,17 @@ namespace host::nodes {
 
 void addSetTypes(graph::NodeTypes& types) {
     using graph::message;
+    graph::NodeBehaviour grouping;
+    // The set of a deformer's members goes with the deformer.
+    grouping.diesWithSources = [](const graph::Attribute& attribute) {
+        return attribute.longName() == "usedBy";
+    };
     types.add({"objectSet",
                "entity",
                {message("dagSetMembers", "dsm").array(), message("dnSetMembers", "dnsm").array(),
                 message("groupNodes", "gn").array(), message("usedBy", "ub").array(),
-                message("partition", "pa"), graph::typed("annotation", "an", "string")}});
+                message("partition", "pa"), graph::typed("annotation", "an", "string")},
+               grouping});
     types.add({"shadingEngine",
                "objectSet",
                {graph::triple("surfaceShader", "ss", graph::ValueKind::Float),

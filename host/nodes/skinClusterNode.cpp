@@ -178,8 +178,7 @@ BindPose bindPoseOf(graph::Graph& graph, const graph::NodeRef& skinCluster) {
         pose.influences.push_back(matrixOf(toInfluence).inverse().matrix.row(3));
     }
     if (!indices.empty()) pose.dropoff = graph.number(skinCluster->plug("dropoff").element(indices.front()));
-    const MeshPtr mesh =
-        graph::dataAs<MeshData>(graph.data(skinCluster->plug("originalGeometry").element(0)));
+    const MeshPtr mesh = undeformedMesh(graph, skinCluster, 0);
     if (mesh == nullptr) return pose;
     const geometry::Matrix4 toWorld = matrixOf(graph.data(skinCluster->plug("geomMatrix")));
     pose.vertices.reserve(static_cast<std::size_t>(mesh->mesh.vertexCount()));
