@@ -26,7 +26,7 @@ class ExtractTarget : public ::testing::Test {
 
 TEST_F(ExtractTarget, MakesAMeshOfOriginalPlusDeltas) {
     const std::string name = scene_.mel("dv_blendShapeExtractTarget -om |base|baseShapeOrig bs").toString();
-    EXPECT_EQ(name, "base3_6000");
+    EXPECT_EQ(name, extractedName(6000));
     EXPECT_EQ(scene_.points(name), basePlus({{3, {0, 1, 0}}, {7, {0.5, 0, 0}}, {12, {0, 0, -2}}}));
 }
 
@@ -34,7 +34,7 @@ TEST_F(ExtractTarget, TakesAnInBetweenAtFullStrength) {
     const std::string name =
         scene_.mel("dv_blendShapeExtractTarget -index 4 -targetItem 5500 -originalMesh baseShapeOrig bs")
             .toString();
-    EXPECT_EQ(name, "base3_5500");
+    EXPECT_EQ(name, extractedName(5500));
     EXPECT_EQ(scene_.points(name), basePlus({{5, {0, 0.25, 0}}}));
 }
 

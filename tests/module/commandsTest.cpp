@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "commandTable.h"
+#include "support/variants.h"
 
 namespace {
 
@@ -73,6 +74,15 @@ std::vector<Call> allCalls() {
     return calls;
 }
 
+/// What a call shows. Where the host does not call a command whose arguments it could not parse, the command
+/// does not say after the host that it got no objects.
+Strings shownErrors(const Call& call) {
+    Strings errors = call.errors;
+    if (variant().refusesArgumentsFirst && errors.size() == 2 && errors.back() == "Error getting objects")
+        errors.pop_back();
+    return errors;
+}
+
 class EveryCall : public ::testing::TestWithParam<Call> {};
 
 TEST_P(EveryCall, AnswersAndIsUndoneAsPromised) {
@@ -91,7 +101,7 @@ TEST_P(EveryCall, AnswersAndIsUndoneAsPromised) {
     scene.mel("flushUndo");
     const Outcome outcome = scene.run(call.text);
     EXPECT_EQ(outcome.ok, call.ok);
-    EXPECT_EQ(outcome.errors, call.errors);
+    EXPECT_EQ(outcome.errors, shownErrors(call));
     if (call.ok) {
         EXPECT_EQ(outcome.value, call.result) << outcome.value.toString();
     }

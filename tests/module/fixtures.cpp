@@ -1,6 +1,7 @@
 #include "fixtures.h"
 
 #include "support/meshZoo.h"
+#include "support/variants.h"
 
 namespace {
 
@@ -26,6 +27,15 @@ void addBlendShape(Scene& scene) {
     scene.mel("flushUndo; select -clear; flushUndo");
 }
 
+std::string extractedName(int item) {
+    using host::graph::CopyNames;
+    std::string copy = "base3";
+    if (variant().copyNames == CopyNames::Default) copy = "polySurface3";
+    // A copy of the first copy, and not of "base".
+    if (variant().copyNames == CopyNames::Appended) copy = "base_copy1_copy1";
+    return copy + '_' + std::to_string(item);
+}
+
 std::string deltas(Scene& scene, int target, int item) {
     const std::string plug = "bs.inputTarget[0].inputTargetGroup[" + std::to_string(target) +
                              "].inputTargetItem[" + std::to_string(item) + "]";
@@ -43,6 +53,12 @@ std::string deltas(Scene& scene, int target, int item) {
 }
 
 void addLegacyChain(Scene& scene) {
+    if (variant().hasLegacyChains) {
+        scene.mel(
+            "rename groupParts1 parts1; rename groupId1 id1; rename bsGroupParts parts2;"
+            "rename bsGroupId id2; select -clear; flushUndo");
+        return;
+    }
     scene.mel(
         "createNode tweak -name tweak1; createNode groupParts -name parts1; createNode groupId -name id1;"
         "createNode groupParts -name parts2; createNode groupId -name id2;"

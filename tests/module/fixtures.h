@@ -9,8 +9,13 @@
 /// full item 6000.
 void addBlendShape(Scene& scene);
 
+/// Name of what the first extraction from "base" makes: the third copy in a row, named as the host names
+/// copies.
+std::string extractedName(int item);
+
 /// Puts a tweak node "tweak1" before the blend shape of addBlendShape, chained as deformers were before there
 /// were component tags: each takes its geometry from a groupParts node ("parts1" that of the tweak node).
+/// Where the host makes such chains itself, its nodes get these names.
 void addLegacyChain(Scene& scene);
 
 /// The deltas of one item as "index x y z" lines, or "" when it has none.

@@ -4,6 +4,7 @@
 
 #include "commandTable.h"
 #include "support/meshZoo.h"
+#include "support/variants.h"
 
 namespace {
 
@@ -101,6 +102,7 @@ INSTANTIATE_TEST_SUITE_P(Chains, MeshEvaluateInChain,
 
 /// Without a tweak node, what does not lead to an original leaves the shape, and the scene, as it is.
 TEST_F(MeshEvaluate, AChainThatBeginsElsewhereHasNoOriginal) {
+    if (variant().hasLegacyChains) GTEST_SKIP() << "each legacy chain has a tweak node";
     takeAway();
     for (const char* start : {"setAttr baseShapeOrig.intermediateObject 0",
                               "connectAttr -force bs.outputGeometry[0] bs.input[0].inputGeometry",

@@ -1,5 +1,6 @@
 // dv_polyMapVertexOrder extends, checks, copies and selects by maps that are there.
 
+#include "support/variants.h"
 #include "vertexOrderFixture.h"
 
 namespace {
@@ -50,6 +51,8 @@ class ExtendMap : public MapVertexOrder {
 };
 
 TEST_F(ExtendMap, FromTwoEdgesByASideOfEach) {
+    if (variant().neighbourOrder != host::graph::NeighbourOrder::Ascending)
+        GTEST_SKIP() << "the order in which the host lists neighbours decides which of them is named";
     // The inner edges; the edges of the left shell run the other way around.
     EXPECT_EQ(result("-atm -sl " + edge(7, 10) + " " + edge(13, 16)), 1);
     const Ints both{2, 1, 0, 5, 4, 3, 12, 13, 14, 15, 16, 17, 6, 7, 8, 9, 10, 11};

