@@ -18,6 +18,8 @@ using host::mel::Value;
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
+const unsigned int MArgList::kInvalidArgIndex = 0xffffffff;
+
 struct MArgList::Words {
     std::vector<Value> list;
 };
@@ -62,7 +64,8 @@ MArgList& MArgList::operator=(const MArgList& other) {
     return *this;
 }
 
-unsigned int MArgList::length() const {
+unsigned int MArgList::length(MStatus* status) const {
+    report(status, MStatus::kSuccess);
     return static_cast<unsigned int>(words_->list.size());
 }
 
@@ -137,12 +140,6 @@ MStatus MArgList::addArg(double value) {
 
 MStatus MArgList::addArg(const MString& value) {
     words_->list.emplace_back(host::api::text(value));
-    return MStatus::kSuccess;
-}
-
-MStatus MArgList::removeArg(unsigned int index) {
-    if (index >= length()) return noElement();
-    words_->list.erase(words_->list.begin() + static_cast<std::ptrdiff_t>(index));
     return MStatus::kSuccess;
 }
 

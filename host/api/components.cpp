@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "api/access.h"
+#include "api/conversions.h"
 #include "api/functionSets.h"
 
 using host::api::Access;
@@ -121,7 +122,7 @@ MStatus MFnSingleIndexedComponent::addElements(MIntArray& elements) {
     for (const int element : elements) {
         if (element < 0) return MStatus::kInvalidParameter;
     }
-    component->add(std::vector<int>(elements.begin(), elements.end()));
+    component->add(host::api::numbersOf<int>(elements));
     return MStatus::kSuccess;
 }
 

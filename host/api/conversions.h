@@ -45,4 +45,12 @@ inline geometry::Vec3 fromVector(const MVector& source) {
     return {source.x, source.y, source.z};
 }
 
+/// The numbers of one of the API's arrays.
+template <typename Number, typename Array>
+std::vector<Number> numbersOf(const Array& array) {
+    std::vector<Number> numbers(array.length());
+    if (!numbers.empty()) array.get(numbers.data());
+    return numbers;
+}
+
 }  // namespace host::api

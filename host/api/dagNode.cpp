@@ -45,8 +45,6 @@ host::geometry::BoundingBox boxOf(const NodeRef& node) {
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-const unsigned int MFnDagNode::kNextPos = 0xFF;
-
 MFnDagNode::MFnDagNode() = default;
 MFnDagNode::~MFnDagNode() = default;
 

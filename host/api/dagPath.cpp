@@ -59,12 +59,6 @@ MStatus MDagPath::getAPathTo(const MObject& node, MDagPath& path) {
     return MStatus::kSuccess;
 }
 
-MDagPath MDagPath::getAPathTo(const MObject& node, MStatus* status) {
-    MDagPath path;
-    report(status, getAPathTo(node, path));
-    return path;
-}
-
 MStatus MDagPath::getAllPathsTo(const MObject& node, MDagPathArray& paths) {
     paths.clear();
     MDagPath path;

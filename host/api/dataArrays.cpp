@@ -134,9 +134,6 @@ using host::api::report;
     unsigned int Class::length(MStatus* status) const {                                                    \
         return host::api::lengthOf<HostData>(object_, status);                                             \
     }                                                                                                      \
-    Element Class::operator[](unsigned int index) const {                                                  \
-        return host::api::elementOf<HostData, Element>(object_, index);                                    \
-    }                                                                                                      \
     MStatus Class::set(ElementArgument element, unsigned int index) {                                      \
         return host::api::setElement<HostData, Element>(object_, element, index);                          \
     }                                                                                                      \
@@ -161,7 +158,22 @@ using host::api::report;
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-DELVEN_ARRAY_DATA(MFnPointArrayData, host::graph::PointArrayData, MPointArray, MPoint, const MPoint&,
+const MPoint& MFnPointArrayData::operator[](unsigned int index) const {
+    element_ = host::api::elementOf<host::graph::PointArrayData, MPoint>(object_, index);
+    return element_;
+}
+double MFnDoubleArrayData::operator[](unsigned int index) const {
+    return host::api::elementOf<host::graph::DoubleArrayData, double>(object_, index);
+}
+int MFnIntArrayData::operator[](unsigned int index) const {
+    return host::api::elementOf<host::graph::IntArrayData, int>(object_, index);
+}
+const MString& MFnStringArrayData::operator[](unsigned int index) const {
+    element_ = host::api::elementOf<host::graph::StringArrayData, MString>(object_, index);
+    return element_;
+}
+
+DELVEN_ARRAY_DATA(MFnPointArrayData, host::graph::PointArrayData, MPointArray, MPoint, MPoint&,
                   kPointArrayData)
 DELVEN_ARRAY_DATA(MFnDoubleArrayData, host::graph::DoubleArrayData, MDoubleArray, double, double,
                   kDoubleArrayData)

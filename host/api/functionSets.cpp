@@ -17,7 +17,6 @@ constexpr NamedType kNodeTypes[] = {
     {MFn::kTransform, "transform"},
     {MFn::kMesh, "mesh"},
     {MFn::kSurface, "surfaceShape"},
-    {MFn::kDeformableShape, "deformableShape"},
     {MFn::kGeometric, "geometryShape"},
     {MFn::kShape, "shape"},
     {MFn::kDagNode, "dagNode"},
@@ -34,7 +33,6 @@ constexpr NamedType kNodeTypes[] = {
     {MFn::kLambert, "lambert"},
     {MFn::kDagPose, "dagPose"},
     {MFn::kTime, "time"},
-    {MFn::kNetwork, "network"},
     {MFn::kDependencyNode, ""},
 };
 
@@ -67,8 +65,8 @@ bool isTriple(const graph::Attribute& attribute, graph::ValueKind kind) {
 bool hasFunctionSet(const graph::NodeType& type, MFn::Type functionSet) {
     if (functionSet == MFn::kBase || functionSet == MFn::kNamedObject) return true;
     // Every mesh is a shape of all the general kinds, whether or not its type spells them out.
-    if (type.isA("mesh") && (functionSet == MFn::kShape || functionSet == MFn::kDeformableShape ||
-                             functionSet == MFn::kGeometric || functionSet == MFn::kSurface))
+    if (type.isA("mesh") &&
+        (functionSet == MFn::kShape || functionSet == MFn::kGeometric || functionSet == MFn::kSurface))
         return true;
     for (const NamedType& named : kNodeTypes) {
         if (named.type == functionSet) return isA(type, named);
@@ -166,7 +164,6 @@ const char* enumeratorName(MFn::Type type) {
         DELVEN_ENUMERATOR(kTransform);
         DELVEN_ENUMERATOR(kJoint);
         DELVEN_ENUMERATOR(kShape);
-        DELVEN_ENUMERATOR(kDeformableShape);
         DELVEN_ENUMERATOR(kGeometric);
         DELVEN_ENUMERATOR(kSurface);
         DELVEN_ENUMERATOR(kMesh);
@@ -183,7 +180,6 @@ const char* enumeratorName(MFn::Type type) {
         DELVEN_ENUMERATOR(kLambert);
         DELVEN_ENUMERATOR(kDagPose);
         DELVEN_ENUMERATOR(kTime);
-        DELVEN_ENUMERATOR(kNetwork);
         DELVEN_ENUMERATOR(kMeshVertComponent);
         DELVEN_ENUMERATOR(kMeshEdgeComponent);
         DELVEN_ENUMERATOR(kMeshPolygonComponent);

@@ -1,6 +1,7 @@
 #include <maya/MFnBlendShapeDeformer.h>
 #include <maya/MFnGeometryFilter.h>
 #include <maya/MIntArray.h>
+#include <maya/MObjectArray.h>
 
 #include <vector>
 
@@ -33,6 +34,16 @@ NodeRef originalOf(const NodeRef& shape) {
     return host::nodes::originalShape(scene(), shape);
 }
 
+/// The shapes that a deformer deforms.
+MStatus listDeformed(const MObject& deformer, MObjectArray& objects) {
+    objects.clear();
+    const NodeRef filter = Access::node(deformer);
+    if (filter == nullptr) return missingObject();
+    for (const NodeRef& shape : host::nodes::baseShapes(scene(), filter))
+        objects.append(Access::object(shape));
+    return MStatus::kSuccess;
+}
+
 }  // namespace
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
@@ -59,12 +70,7 @@ MStatus MFnGeometryFilter::getInputGeometry(MObjectArray& objects) const {
 }
 
 MStatus MFnGeometryFilter::getOutputGeometry(MObjectArray& objects) const {
-    objects.clear();
-    const NodeRef filter = Access::node(object_);
-    if (filter == nullptr) return missingObject();
-    for (const NodeRef& shape : host::nodes::baseShapes(scene(), filter))
-        objects.append(Access::object(shape));
-    return MStatus::kSuccess;
+    return listDeformed(object_, objects);
 }
 
 MObject MFnGeometryFilter::inputShapeAtIndex(unsigned int index, MStatus* status) const {
@@ -155,7 +161,7 @@ MStatus MFnBlendShapeDeformer::setOrigin(Origin space) {
 }
 
 MStatus MFnBlendShapeDeformer::getBaseObjects(MObjectArray& objects) const {
-    return getOutputGeometry(objects);
+    return listDeformed(object_, objects);
 }
 
 unsigned int MFnBlendShapeDeformer::numWeights(MStatus* status) const {
@@ -206,8 +212,7 @@ MStatus MFnBlendShapeDeformer::addTarget(const MObject& baseObject, int weightIn
     return result.ok ? MStatus(MStatus::kSuccess) : MStatus(MStatus::kFailure);
 }
 
-MStatus MFnBlendShapeDeformer::getTargets(const MObject& baseObject, int weightIndex,
-                                          MObjectArray& targets) const {
+MStatus MFnBlendShapeDeformer::getTargets(MObject baseObject, int weightIndex, MObjectArray& targets) const {
     targets.clear();
     const NodeRef node = Access::node(object_);
     if (node == nullptr) return missingObject();

@@ -89,11 +89,11 @@ void MGlobal::displayInfo(const MString& message) {
     scene().messages().info(text(message));
 }
 
-void MGlobal::displayWarning(const MString& warning, bool) {
+void MGlobal::displayWarning(const MString& warning) {
     scene().messages().warning(text(warning));
 }
 
-void MGlobal::displayError(const MString& error, bool) {
+void MGlobal::displayError(const MString& error) {
     if (host::api::PluginCall* call = Session::current().call()) call->hasShownError = true;
     scene().messages().error(text(error));
 }
@@ -211,8 +211,8 @@ bool MGlobal::setOptionVarValue(const MString& name, MString value) {
     return true;
 }
 
-bool MGlobal::removeOptionVar(const MString& name) {
-    return scene().optionVariables().remove(text(name));
+void MGlobal::removeOptionVar(const MString& name) {
+    scene().optionVariables().remove(text(name));
 }
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -168,9 +168,9 @@ std::optional<Mesh> meshFromFaces(int numVertices, int numPolygons, const Array&
                                   const MIntArray& counts, const MIntArray& connects) {
     if (numVertices < 0 || points.length() != static_cast<unsigned int>(numVertices)) return std::nullopt;
     if (numPolygons < 0 || counts.length() != static_cast<unsigned int>(numPolygons)) return std::nullopt;
-    host::geometry::MeshResult made = host::geometry::createMesh(
-        coordinatesOf(points, std::nullopt), std::vector<int>(counts.begin(), counts.end()),
-        std::vector<int>(connects.begin(), connects.end()));
+    host::geometry::MeshResult made =
+        host::geometry::createMesh(coordinatesOf(points, std::nullopt), host::api::numbersOf<int>(counts),
+                                   host::api::numbersOf<int>(connects));
     if (!made.ok()) return std::nullopt;
     return std::move(made.mesh);
 }

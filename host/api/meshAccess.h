@@ -3,7 +3,7 @@
 #include <maya/MDagPath.h>
 #include <maya/MFnMesh.h>
 #include <maya/MIntArray.h>
-#include <maya/MSpace.h>
+#include <maya/MTypes.h>
 #include <maya/MVector.h>
 
 #include <algorithm>

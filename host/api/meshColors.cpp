@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "api/access.h"
+#include "api/conversions.h"
 #include "api/session.h"
 #include "nodes/meshColors.h"
 #include "nodes/meshNode.h"
@@ -51,7 +52,7 @@ int vertexCount(const NodeRef& shape) {
 
 /// The vertices as the host takes them. @param status set to a failure for a number that is no vertex
 std::vector<int> verticesOf(const NodeRef& shape, const MIntArray& list, MStatus& status) {
-    std::vector<int> vertices(list.begin(), list.end());
+    std::vector<int> vertices = host::api::numbersOf<int>(list);
     const int count = vertexCount(shape);
     status = MStatus::kSuccess;
     for (const int vertex : vertices) {
@@ -99,14 +100,15 @@ MString MFnMesh::currentColorSetName(int, MStatus* status) const {
     return host::api::string(host::nodes::currentColorSet(scene(), shape));
 }
 
-MStatus MFnMesh::setCurrentColorSetName(const MString& setName, MDGModifier* modifier) {
+MStatus MFnMesh::setCurrentColorSetName(const MString& setName, MDGModifier* modifier, MSelectionList*) {
     const NodeRef shape = Access::node(object_);
     if (shape == nullptr) return missingObject();
     return found(
         changeFor(modifier, [&] { return host::nodes::setCurrentColorSet(scene(), shape, text(setName)); }));
 }
 
-MString MFnMesh::createColorSetWithName(const MString& colorSetName, MDGModifier* modifier, MStatus* status) {
+MString MFnMesh::createColorSetWithName(const MString& colorSetName, MDGModifier* modifier, const MUintArray*,
+                                        MStatus* status) {
     const NodeRef shape = Access::node(object_);
     if (shape == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
@@ -114,7 +116,7 @@ MString MFnMesh::createColorSetWithName(const MString& colorSetName, MDGModifier
         changeFor(modifier, [&] { return host::nodes::createColorSet(scene(), shape, text(colorSetName)); }));
 }
 
-MStatus MFnMesh::deleteColorSet(const MString& colorSetName, MDGModifier* modifier) {
+MStatus MFnMesh::deleteColorSet(const MString& colorSetName, MDGModifier* modifier, MSelectionList*) {
     const NodeRef shape = Access::node(object_);
     if (shape == nullptr) return missingObject();
     return found(
@@ -128,7 +130,7 @@ MStatus MFnMesh::clearColors(const MString* colorSet) {
 }
 
 MStatus MFnMesh::getVertexColors(MColorArray& colors, const MString* colorSet,
-                                 const MColor* defaultUnsetColor) const {
+                                 const MColor* defaultUnsetColor) {
     colors.clear();
     const NodeRef shape = Access::node(object_);
     if (shape == nullptr) return missingObject();
@@ -136,15 +138,15 @@ MStatus MFnMesh::getVertexColors(MColorArray& colors, const MString* colorSet,
         host::nodes::vertexColors(scene(), shape, colorSet != nullptr ? text(*colorSet) : "");
     if (stored.empty()) return MStatus::kFailure;
     colors.setLength(static_cast<unsigned int>(stored.size()));
-    auto color = colors.begin();
-    for (const Color& entry : stored) {
+    for (unsigned int vertex = 0; vertex < colors.length(); ++vertex) {
+        const Color& entry = stored[vertex];
         const bool isUnset = defaultUnsetColor != nullptr && entry == host::nodes::kUnsetColor;
-        *color++ = isUnset ? *defaultUnsetColor : MColor(entry.data());
+        colors[vertex] = isUnset ? *defaultUnsetColor : MColor(entry[0], entry[1], entry[2], entry[3]);
     }
     return MStatus::kSuccess;
 }
 
-MStatus MFnMesh::setVertexColor(const MColor& color, int vertexId, MDGModifier* modifier) {
+MStatus MFnMesh::setVertexColor(MColor& color, int vertexId, MDGModifier* modifier) {
     const NodeRef shape = Access::node(object_);
     if (shape == nullptr) return missingObject();
     if (vertexId < 0 || vertexId >= vertexCount(shape)) return noElement();
@@ -165,16 +167,14 @@ MStatus MFnMesh::setVertexColors(MColorArray& colors, MIntArray& vertexList, MDG
     return writeColors(shape, vertices, values, modifier);
 }
 
-MStatus MFnMesh::removeVertexColors(MIntArray& vertexList, MDGModifier* modifier) {
+MStatus MFnMesh::removeVertexColors(MIntArray& vertexList) {
     const NodeRef shape = Access::node(object_);
     if (shape == nullptr) return missingObject();
     MStatus status;
     const std::vector<int> vertices = verticesOf(shape, vertexList, status);
     if (!status) return status;
-    return changeFor(modifier, [&] {
-        host::nodes::removeVertexColors(scene(), shape, vertices);
-        return MStatus(MStatus::kSuccess);
-    });
+    host::nodes::removeVertexColors(scene(), shape, vertices);
+    return MStatus::kSuccess;
 }
 
 bool MFnMesh::displayColors(MStatus* status) const {

@@ -70,14 +70,14 @@ void gatherAround(IntSpan corners, const host::geometry::IntLists& lists, IntSpa
 }  // namespace
 
 // What the three iterators have in common: attaching, stepping, counting.
-#define DELVEN_MESH_ITERATOR(Class, elementKind, ObjectArgument, ComponentArgument)                \
+#define DELVEN_MESH_ITERATOR(Class, elementKind, ObjectArgument, Count)                            \
     struct Class::State : Walk {                                                                   \
         State() : Walk(elementKind) {}                                                             \
     };                                                                                             \
-    Class::Class(const MObject& polyObject, MStatus* status) : state_(std::make_unique<State>()) { \
+    Class::Class(ObjectArgument polyObject, MStatus* status) : state_(std::make_unique<State>()) { \
         report(status, state_->attach(polyObject, MObject()));                                     \
     }                                                                                              \
-    Class::Class(const MDagPath& polyObject, const MObject& component, MStatus* status)            \
+    Class::Class(const MDagPath& polyObject, MObject& component, MStatus* status)                  \
         : state_(std::make_unique<State>()) {                                                      \
         report(status, state_->attach(polyObject, component));                                     \
     }                                                                                              \
@@ -96,12 +96,12 @@ void gatherAround(IntSpan corners, const host::geometry::IntLists& lists, IntSpa
     MStatus Class::reset(ObjectArgument polyObject) {                                              \
         return state_->attach(polyObject, MObject());                                              \
     }                                                                                              \
-    MStatus Class::reset(const MDagPath& polyObject, ComponentArgument component) {                \
+    MStatus Class::reset(const MDagPath& polyObject, MObject& component) {                         \
         return state_->attach(polyObject, component);                                              \
     }                                                                                              \
-    unsigned int Class::count(MStatus* status) {                                                   \
+    Count Class::count(MStatus* status) {                                                          \
         report(status, state_->mesh != nullptr ? MStatus(MStatus::kSuccess) : missingObject());    \
-        return static_cast<unsigned int>(state_->count);                                           \
+        return static_cast<Count>(state_->count);                                                  \
     }                                                                                              \
     MObject Class::currentItem(MStatus* status) {                                                  \
         return currentComponent(*state_, status);                                                  \
@@ -112,9 +112,9 @@ void gatherAround(IntSpan corners, const host::geometry::IntLists& lists, IntSpa
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-DELVEN_MESH_ITERATOR(MItMeshVertex, ComponentKind::Vertex, MObject&, MObject&)
-DELVEN_MESH_ITERATOR(MItMeshEdge, ComponentKind::Edge, MObject&, MObject&)
-DELVEN_MESH_ITERATOR(MItMeshPolygon, ComponentKind::Face, const MObject&, const MObject&)
+DELVEN_MESH_ITERATOR(MItMeshVertex, ComponentKind::Vertex, MObject&, int)
+DELVEN_MESH_ITERATOR(MItMeshEdge, ComponentKind::Edge, MObject&, int)
+DELVEN_MESH_ITERATOR(MItMeshPolygon, ComponentKind::Face, const MObject&, unsigned int)
 
 int MItMeshVertex::index(MStatus* status) {
     if (!state_->isValid()) return failed(status, missingObject(), -1);
@@ -146,21 +146,21 @@ MStatus MItMeshVertex::numConnectedEdges(int& edgeCount) const {
     return MStatus::kSuccess;
 }
 
-MStatus MItMeshVertex::getConnectedEdges(MIntArray& edges) const {
+MStatus MItMeshVertex::getConnectedEdges(MIntArray& edges) {
     if (!state_->isValid()) return missingObject();
     fill(edges, state_->topology().vertexEdges(state_->current()));
     host::api::arrangeNeighbours(edges);
     return MStatus::kSuccess;
 }
 
-MStatus MItMeshVertex::getConnectedVertices(MIntArray& vertices) const {
+MStatus MItMeshVertex::getConnectedVertices(MIntArray& vertices) {
     if (!state_->isValid()) return missingObject();
     fill(vertices, state_->topology().vertexNeighbours(state_->current()));
     host::api::arrangeNeighbours(vertices);
     return MStatus::kSuccess;
 }
 
-MStatus MItMeshVertex::getConnectedFaces(MIntArray& faces) const {
+MStatus MItMeshVertex::getConnectedFaces(MIntArray& faces) {
     if (!state_->isValid()) return missingObject();
     fill(faces, state_->topology().vertexFaces(state_->current()));
     host::api::arrangeNeighbours(faces);
@@ -270,21 +270,21 @@ unsigned int MItMeshPolygon::polygonVertexCount(MStatus* status) {
     return state_->isValid() ? static_cast<unsigned int>(state_->topology().faceSize(state_->current())) : 0U;
 }
 
-int MItMeshPolygon::vertexIndex(int index, MStatus* status) {
-    if (!state_->isValid()) return failed(status, missingObject(), -1);
+unsigned int MItMeshPolygon::vertexIndex(int index, MStatus* status) {
+    if (!state_->isValid()) return failed(status, missingObject(), 0U);
     const IntSpan corners = state_->topology().faceVertices(state_->current());
-    if (index < 0 || index >= corners.size()) return failed(status, host::api::noElement(), -1);
+    if (index < 0 || index >= corners.size()) return failed(status, host::api::noElement(), 0U);
     report(status, MStatus::kSuccess);
-    return corners[index];
+    return static_cast<unsigned int>(corners[index]);
 }
 
-MStatus MItMeshPolygon::getVertices(MIntArray& vertices) const {
+MStatus MItMeshPolygon::getVertices(MIntArray& vertices) {
     if (!state_->isValid()) return missingObject();
     fill(vertices, state_->topology().faceVertices(state_->current()));
     return MStatus::kSuccess;
 }
 
-MStatus MItMeshPolygon::getEdges(MIntArray& edges) const {
+MStatus MItMeshPolygon::getEdges(MIntArray& edges) {
     if (!state_->isValid()) return missingObject();
     fill(edges, state_->topology().faceEdges(state_->current()));
     return MStatus::kSuccess;
@@ -308,14 +308,14 @@ MStatus MItMeshPolygon::getNormal(MVector& normal, MSpace::Space space) const {
     return MStatus::kSuccess;
 }
 
-MStatus MItMeshPolygon::getConnectedFaces(MIntArray& faces) const {
+MStatus MItMeshPolygon::getConnectedFaces(MIntArray& faces) {
     if (!state_->isValid()) return missingObject();
     fill(faces, state_->topology().faceNeighbours(state_->current()));
     host::api::arrangeNeighbours(faces);
     return MStatus::kSuccess;
 }
 
-MStatus MItMeshPolygon::getConnectedEdges(MIntArray& edges) const {
+MStatus MItMeshPolygon::getConnectedEdges(MIntArray& edges) {
     if (!state_->isValid()) return missingObject();
     const Topology& topology = state_->topology();
     const int face = state_->current();
@@ -324,7 +324,7 @@ MStatus MItMeshPolygon::getConnectedEdges(MIntArray& edges) const {
     return MStatus::kSuccess;
 }
 
-MStatus MItMeshPolygon::getConnectedVertices(MIntArray& vertices) const {
+MStatus MItMeshPolygon::getConnectedVertices(MIntArray& vertices) {
     if (!state_->isValid()) return missingObject();
     const Topology& topology = state_->topology();
     const IntSpan corners = topology.faceVertices(state_->current());

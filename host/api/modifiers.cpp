@@ -122,6 +122,10 @@ MObject MDGModifier::createNode(const MString& type, MStatus* status) {
     return changes_->create([&] { return scene().createNode(*nodeType); }, status);
 }
 
+MStatus MDGModifier::deleteNode(const MObject& node) {
+    return deleteNode(node, true);
+}
+
 MStatus MDGModifier::deleteNode(const MObject& node, bool includeParents) {
     if (Access::node(node) == nullptr) return missingObject();
     return changes_->add([node, includeParents] { return deleteNodes(node, includeParents); });
@@ -148,7 +152,7 @@ MStatus MDGModifier::disconnect(const MPlug& source, const MPlug& destination) {
     return changes_->add([source, destination] { return disconnectPlugs(source, destination); });
 }
 
-MStatus MDGModifier::newPlugValue(const MPlug& plug, const MObject& value) {
+MStatus MDGModifier::newPlugValue(const MPlug& plug, MObject& value) {
     return changes_->addValue(plug, value);
 }
 
@@ -209,7 +213,7 @@ MStatus MDGModifier::undoIt() {
 MDagModifier::MDagModifier() = default;
 MDagModifier::~MDagModifier() = default;
 
-MObject MDagModifier::createNode(const MString& type, MObject parent, MStatus* status) {
+MObject MDagModifier::createNode(const MString& type, const MObject& parent, MStatus* status) {
     const host::graph::NodeType* nodeType = scene().types().find(text(type));
     const NodeRef above = Access::node(parent);
     const bool hasParent = above != nullptr && host::api::isTransform(*above);

@@ -263,7 +263,7 @@ unsigned int MPlug::logicalIndex(MStatus* status) const {
     return static_cast<unsigned int>(place.logicalIndex());
 }
 
-unsigned int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status) const {
+unsigned int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status) {
     indices.clear();
     const Plug& place = Access::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), 0U);
@@ -346,7 +346,7 @@ MPlug MPlug::child(unsigned int index, MStatus* status) const {
     return Access::plug(place.child(static_cast<int>(index)));
 }
 
-MPlug MPlug::child(const MObject& attribute, MStatus* status) const {
+MPlug MPlug::child(MObject& attribute, MStatus* status) const {
     const Plug& place = Access::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MPlug());
     const Attribute* wanted = Access::attribute(attribute);

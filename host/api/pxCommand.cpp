@@ -46,7 +46,7 @@ struct MPxCommand::Call {
     std::shared_ptr<const MSyntax> syntax;
 };
 
-MPxCommand::MPxCommand() : call_(std::make_unique<Call>()) {}
+MPxCommand::MPxCommand() : command(std::make_unique<Call>()) {}
 MPxCommand::~MPxCommand() = default;
 
 MStatus MPxCommand::doIt(const MArgList&) {
@@ -66,23 +66,23 @@ bool MPxCommand::isUndoable() const {
 }
 
 bool MPxCommand::hasSyntax() const {
-    return call_->syntax != nullptr;
+    return command->syntax != nullptr;
 }
 
 MSyntax MPxCommand::syntax() const {
-    return call_->syntax != nullptr ? *call_->syntax : MSyntax();
+    return command->syntax != nullptr ? *command->syntax : MSyntax();
 }
 
 void MPxCommand::displayInfo(const MString& message) {
     MGlobal::displayInfo(message);
 }
 
-void MPxCommand::displayWarning(const MString& warning, bool showLineNumber) {
-    MGlobal::displayWarning(warning, showLineNumber);
+void MPxCommand::displayWarning(const MString& warning, bool) {
+    MGlobal::displayWarning(warning);
 }
 
-void MPxCommand::displayError(const MString& error, bool showLineNumber) {
-    MGlobal::displayError(error, showLineNumber);
+void MPxCommand::displayError(const MString& error, bool) {
+    MGlobal::displayError(error);
 }
 
 void MPxCommand::clearResult() {
@@ -141,22 +141,12 @@ void MPxCommand::appendToResult(const MStringArray& result) {
     append(host::api::toValue(result).toStringArray());
 }
 
-bool MPxCommand::isCurrentResultArray() {
-    const PluginCall* call = Session::current().call();
-    return call != nullptr && call->result.isArray();
-}
-
-MCommandResult::Type MPxCommand::currentResultType() {
-    const PluginCall* call = Session::current().call();
-    return call != nullptr ? host::api::typeOf(call->result) : MCommandResult::kInvalid;
-}
-
 OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace host::api {
 
 void Access::setSyntax(MPxCommand& command, std::shared_ptr<const MSyntax> syntax) {
-    command.call_->syntax = std::move(syntax);
+    command.command->syntax = std::move(syntax);
 }
 
 }  // namespace host::api

@@ -1,5 +1,7 @@
 #include "api/scriptValues.h"
 
+#include "api/conversions.h"
+
 namespace host::api {
 
 namespace {
@@ -82,11 +84,11 @@ MStatus convert(const mel::Value& value, MStringArray& result) {
 }
 
 mel::Value toValue(const MIntArray& array) {
-    return mel::Value(std::vector<int>(array.begin(), array.end()));
+    return mel::Value(numbersOf<int>(array));
 }
 
 mel::Value toValue(const MDoubleArray& array) {
-    return mel::Value(std::vector<double>(array.begin(), array.end()));
+    return mel::Value(numbersOf<double>(array));
 }
 
 mel::Value toValue(const MStringArray& array) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "api/access.h"
+#include "api/conversions.h"
 #include "api/session.h"
 #include "nodes/skinClusterNode.h"
 #include "nodes/skinWeights.h"
@@ -237,7 +238,7 @@ unsigned int MFnSkinCluster::indexForInfluenceObject(const MDagPath& path, MStat
 }
 
 MStatus MFnSkinCluster::getPointsAffectedByInfluence(const MDagPath& path, MSelectionList& result,
-                                                     MDoubleArray& weights) const {
+                                                     MDoubleArray& weights) {
     result.clear();
     weights.clear();
     MStatus status;
@@ -277,11 +278,11 @@ MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& componen
 }
 
 MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& components,
-                                   const MIntArray& influenceIndices, MDoubleArray& weights) const {
+                                   MIntArray& influenceIndices, MDoubleArray& weights) const {
     Request request;
     const MStatus status = resolve(object_, path, components, request);
     if (!status) return status;
-    return readColumns(request, std::vector<int>(influenceIndices.begin(), influenceIndices.end()), weights);
+    return readColumns(request, host::api::numbersOf<int>(influenceIndices), weights);
 }
 
 MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& components,
@@ -301,11 +302,11 @@ MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& componen
     Request request;
     const MStatus status = resolve(object_, path, components, request);
     if (!status) return status;
-    const std::vector<int> places(influenceIndices.begin(), influenceIndices.end());
+    const std::vector<int> places = host::api::numbersOf<int>(influenceIndices);
     if (std::size_t{values.length()} != request.vertices.size() * places.size())
         return MStatus::kInvalidParameter;
     // The old weights may go where the new ones come from.
-    const std::vector<double> wanted(values.begin(), values.end());
+    const std::vector<double> wanted = host::api::numbersOf<double>(values);
     return writeColumns(std::move(request), places, wanted.data(), normalize, oldValues);
 }
 

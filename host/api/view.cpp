@@ -12,12 +12,12 @@ using host::api::Session;
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-MCursor MCursor::defaultCursor("default");
-MCursor MCursor::crossHairCursor("crossHair");
-MCursor MCursor::doubleCrossHairCursor("doubleCrossHair");
-MCursor MCursor::editCursor("edit");
-MCursor MCursor::pencilCursor("pencil");
-MCursor MCursor::handCursor("hand");
+const MCursor MCursor::defaultCursor("default");
+const MCursor MCursor::crossHairCursor("crossHair");
+const MCursor MCursor::doubleCrossHairCursor("doubleCrossHair");
+const MCursor MCursor::editCursor("edit");
+const MCursor MCursor::pencilCursor("pencil");
+const MCursor MCursor::handCursor("hand");
 
 MCursor::MCursor(const char* name) : name_(name) {}
 MCursor::MCursor(const MCursor& other) = default;

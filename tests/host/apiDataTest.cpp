@@ -32,7 +32,7 @@ class DataTest : public ApiTest {
 
 /// What every kind of array data does alike.
 template <typename Set, typename Array, typename Element>
-void checkArrayData(MPlug plug, const Array& values, const Element& other) {
+void checkArrayData(MPlug plug, const Array& values, Element other) {
     Set set;
     MStatus status;
     const MObject data = set.create(values, &status);

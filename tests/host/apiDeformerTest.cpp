@@ -1,9 +1,11 @@
 #include <maya/MFnBlendShapeDeformer.h>
 #include <maya/MFnComponentListData.h>
+#include <maya/MFnGeometryFilter.h>
 #include <maya/MFnPointArrayData.h>
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MGlobal.h>
 #include <maya/MIntArray.h>
+#include <maya/MObjectArray.h>
 #include <maya/MPointArray.h>
 
 #include <vector>
@@ -49,35 +51,37 @@ class DeformerTest : public ApiTest {
 TEST_F(DeformerTest, CreatedOnATransformItDeformsTheShape) {
     MFnBlendShapeDeformer blend;
     MStatus status;
-    const MObject node = blend.create(object("base"), MFnBlendShapeDeformer::kLocalOrigin, &status);
+    MObject node = blend.create(object("base"), MFnBlendShapeDeformer::kLocalOrigin, &status);
     ASSERT_TRUE(status);
     EXPECT_TRUE(node.hasFn(MFn::kBlendShape));
     EXPECT_TRUE(firstBase(blend) == object("baseShape"));
     EXPECT_EQ(blend.origin(), MFnBlendShapeDeformer::kLocalOrigin);
-    EXPECT_TRUE(blend.inputShapeAtIndex(0) == object("baseShapeOrig"));
-    EXPECT_TRUE(blend.outputShapeAtIndex(0) == object("baseShape"));
-    EXPECT_EQ(blend.indexForOutputShape(object("baseShape")), 0U);
-    EXPECT_EQ(blend.numOutputConnections(), 1U);
+    MFnGeometryFilter filter(node);
+    EXPECT_TRUE(filter.inputShapeAtIndex(0) == object("baseShapeOrig"));
+    EXPECT_TRUE(filter.outputShapeAtIndex(0) == object("baseShape"));
+    EXPECT_EQ(filter.indexForOutputShape(object("baseShape")), 0U);
+    EXPECT_EQ(filter.numOutputConnections(), 1U);
     EXPECT_TRUE(MFnDagNode(object("base")).child(0) == object("baseShape"));
     EXPECT_TRUE(MFnDagNode(object("baseShapeOrig")).isIntermediateObject());
     MDagPath output;
-    EXPECT_TRUE(blend.getPathAtIndex(0, output));
+    EXPECT_TRUE(filter.getPathAtIndex(0, output));
     EXPECT_TRUE(output == path("baseShape"));
-    EXPECT_FALSE(blend.getPathAtIndex(1, output));
+    EXPECT_FALSE(filter.getPathAtIndex(1, output));
     blend.create(object("initialShadingGroup"), MFnBlendShapeDeformer::kLocalOrigin, &status);
     EXPECT_FALSE(status);
 }
 
 TEST_F(DeformerTest, TargetsDeformByTheirWeight) {
     MFnBlendShapeDeformer blend;
-    blend.create(object("base"));
+    MObject node = blend.create(object("base"));
     ASSERT_TRUE(blend.addTarget(firstBase(blend), 0, object("target"), 1.0));
     EXPECT_EQ(blend.weight(0), 0.0F);
     EXPECT_EQ(offset(), MVector(0, 0, 0));
     ASSERT_TRUE(blend.setWeight(0, 0.5F));
     EXPECT_TRUE(offset().isEquivalent(MVector(0, 1, 0), 1e-6));
-    ASSERT_TRUE(blend.setEnvelope(2.0F));
-    EXPECT_EQ(blend.envelope(), 2.0F);
+    MFnGeometryFilter filter(node);
+    ASSERT_TRUE(filter.setEnvelope(2.0F));
+    EXPECT_EQ(filter.envelope(), 2.0F);
     EXPECT_TRUE(offset().isEquivalent(MVector(0, 2, 0), 1e-6));
     EXPECT_FALSE(blend.setWeight(5, 1.0F));
     MStatus status;

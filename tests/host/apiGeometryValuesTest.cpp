@@ -96,17 +96,15 @@ TYPED_TEST(MPoints, differencesAreCartesianAndSumsKeepW) {
 
 TYPED_TEST(MPoints, homogeneousFormsChangeTheWayOfWritingOnly) {
     TypeParam point(2, 4, 6, 2);
-    EXPECT_EQ(point.cartesianize(), MS::kSuccess);
+    EXPECT_EQ(&point.cartesianize(), &point);
     EXPECT_TRUE(point == TypeParam(1, 2, 3, 1));
     point = TypeParam(2, 4, 6, 2);
-    EXPECT_EQ(point.rationalize(), MS::kSuccess);
+    EXPECT_EQ(&point.rationalize(), &point);
     EXPECT_TRUE(point == TypeParam(1, 2, 3, 2));
-    EXPECT_EQ(point.homogenize(), MS::kSuccess);
+    EXPECT_EQ(&point.homogenize(), &point);
     EXPECT_TRUE(point == TypeParam(2, 4, 6, 2));
     TypeParam atInfinity(1, 2, 3, 0);
-    EXPECT_TRUE(atInfinity.cartesianize().error());
-    EXPECT_TRUE(atInfinity.rationalize().error());
-    EXPECT_TRUE(atInfinity == TypeParam(1, 2, 3, 0));
+    EXPECT_TRUE(atInfinity.cartesianize().rationalize() == TypeParam(1, 2, 3, 0));
 }
 
 TEST(MPoint, equivalenceIsByDistance) {
@@ -168,12 +166,9 @@ TYPED_TEST(MVectors, elementsCountFromXToZ) {
         EXPECT_EQ(v[i], 5 + i);
         v(i) += 1;
     }
-    double doubles[3] = {};
-    float floats[3] = {};
-    v.get(doubles);
-    v.get(floats);
-    EXPECT_TRUE(TypeParam(doubles) == TypeParam(6, 7, 8));
-    EXPECT_TRUE(TypeParam(floats) == TypeParam(6, 7, 8));
+    std::remove_reference_t<decltype(v.x)> elements[3] = {};
+    v.get(elements);
+    EXPECT_TRUE(TypeParam(elements) == TypeParam(6, 7, 8));
 }
 
 TYPED_TEST(MVectors, haveLengthDirectionAndAngle) {
@@ -406,7 +401,7 @@ TEST(MBoundingBox, holdsItsTransformedCorners) {
 
 TEST(MColor, isOpaqueBlackByDefaultAndKeepsAlphaInArithmetic) {
     EXPECT_TRUE(MColor() == MColor::kOpaqueBlack);
-    EXPECT_TRUE(MColor(0.5f) == MColor(0.5f, 0, 0, 1));
+    EXPECT_TRUE(MColor(0.5f, 0.25f) == MColor(0.5f, 0.25f, 0, 1));
     MColor color(0.25f, 0.5f, 0.75f, 0.5f);
     EXPECT_TRUE(color * 2 == MColor(0.5f, 1.0f, 1.5f, 0.5f));
     EXPECT_TRUE(color + color - color == color);
@@ -415,12 +410,11 @@ TEST(MColor, isOpaqueBlackByDefaultAndKeepsAlphaInArithmetic) {
     color += MColor(1, 1, 1, 1);
     EXPECT_TRUE(color == MColor(1.5f, 2.0f, 2.5f, 0.5f));
     EXPECT_TRUE(color != MColor(1.5f, 2.0f, 2.5f, 0.25f));
-    float elements[4] = {};
-    color.get(elements);
-    for (unsigned int i = 0; i < 4; ++i) {
+    float elements[3] = {};
+    EXPECT_TRUE(color.get(elements));
+    for (unsigned int i = 0; i < 3; ++i) {
         EXPECT_EQ(elements[i], color[i]);
     }
-    EXPECT_TRUE(MColor(elements) == color);
 }
 
 TEST(GeometryValues, writeTheirNumbersInBrackets) {

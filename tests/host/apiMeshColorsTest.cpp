@@ -21,7 +21,7 @@ class MeshColorsTest : public ApiTest {
         mesh.getVertexColors(result, set, unset);
         return result;
     }
-    std::string current() { return text(mesh.currentColorSetName(MFnMesh::kInstanceUnspecified)); }
+    std::string current() { return text(mesh.currentColorSetName()); }
 
     MFnMesh mesh;
 };
@@ -46,7 +46,7 @@ TEST_F(MeshColorsTest, TheFirstColoursMakeASet) {
     MIntArray vertices(numbers, 2);
     EXPECT_TRUE(mesh.setVertexColors(reds, vertices));
     EXPECT_EQ(current(), "colorSet1");
-    const MColor blue(0, 0, 1, 0.5F);
+    MColor blue(0, 0, 1, 0.5F);
     EXPECT_TRUE(mesh.setVertexColor(blue, 0));
     const MColorArray read = colors();
     ASSERT_EQ(read.length(), 8U);
@@ -66,7 +66,8 @@ TEST_F(MeshColorsTest, SetsHaveNamesAndColoursOfTheirOwn) {
     EXPECT_EQ(text(mesh.createColorSetWithName("paint")), "paint");
     EXPECT_EQ(text(mesh.createColorSetWithName("paint")), "paint1");
     EXPECT_EQ(current(), "paint");
-    mesh.setVertexColor(kRed, 3);
+    MColor red(kRed);
+    mesh.setVertexColor(red, 3);
     EXPECT_TRUE(mesh.setCurrentColorSetName("paint1"));
     EXPECT_TRUE(colors()[3] == kUnset);
     const MString paint("paint");
@@ -76,7 +77,7 @@ TEST_F(MeshColorsTest, SetsHaveNamesAndColoursOfTheirOwn) {
     EXPECT_EQ(texts(sets), (std::vector<std::string>{"paint", "paint1"}));
     MFnMesh copy;
     copy.copy(object("boxShape"));
-    EXPECT_EQ(text(copy.currentColorSetName(MFnMesh::kInstanceUnspecified)), "paint1");
+    EXPECT_EQ(text(copy.currentColorSetName(kMFnMeshInstanceUnspecified)), "paint1");
     MColorArray copied;
     EXPECT_TRUE(copy.getVertexColors(copied, &paint));
     EXPECT_TRUE(copied[3] == kRed);
@@ -104,9 +105,10 @@ TEST_F(MeshColorsTest, NumbersThatAreNoVertexFail) {
     vertices.append(8);
     EXPECT_FALSE(mesh.setVertexColors(reds, vertices));
     EXPECT_FALSE(mesh.removeVertexColors(vertices));
-    EXPECT_FALSE(mesh.setVertexColor(kRed, -1));
+    MColor red(kRed);
+    EXPECT_FALSE(mesh.setVertexColor(red, -1));
     EXPECT_EQ(mesh.numColorSets(), 0);
-    EXPECT_FALSE(MFnMesh().setVertexColor(kRed, 0));
+    EXPECT_FALSE(MFnMesh().setVertexColor(red, 0));
 }
 
 }  // namespace

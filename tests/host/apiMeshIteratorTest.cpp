@@ -201,8 +201,9 @@ class ComponentIteratorTest : public ApiTest {
 };
 
 TEST_F(ComponentIteratorTest, AComponentLimitsTheWalk) {
-    MItMeshVertex vertex(path("grid1"), component({7, 2, 5, 1000}, MFn::kMeshVertComponent));
-    EXPECT_EQ(vertex.count(), 3U);
+    MObject some = component({7, 2, 5, 1000}, MFn::kMeshVertComponent);
+    MItMeshVertex vertex(path("grid1"), some);
+    EXPECT_EQ(vertex.count(), 3);
     std::vector<int> visited;
     for (; !vertex.isDone(); vertex.next()) {
         visited.push_back(vertex.index());
@@ -220,15 +221,17 @@ TEST_F(ComponentIteratorTest, AComponentLimitsTheWalk) {
     MObject whole = all.create(MFn::kMeshVertComponent);
     all.setCompleteData(20);
     ASSERT_TRUE(vertex.reset(path("grid1"), whole));
-    EXPECT_EQ(vertex.count(), 20U);
+    EXPECT_EQ(vertex.count(), 20);
 }
 
 TEST_F(ComponentIteratorTest, TheWrongObjectLeavesTheWalkDone) {
     MStatus status;
-    MItMeshPolygon wrongKind(path("grid1"), component({1}, MFn::kMeshVertComponent), &status);
+    MObject vertex = component({1}, MFn::kMeshVertComponent);
+    MItMeshPolygon wrongKind(path("grid1"), vertex, &status);
     EXPECT_EQ(status, MS::kInvalidParameter);
     EXPECT_TRUE(wrongKind.isDone());
-    MItMeshEdge transform(object("grid1"), &status);
+    MObject grid = object("grid1");
+    MItMeshEdge transform(grid, &status);
     EXPECT_FALSE(status);
     EXPECT_TRUE(transform.isDone());
     MIntArray around;

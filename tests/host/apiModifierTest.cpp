@@ -75,7 +75,7 @@ TEST_F(ModifierTest, MadeAndDeletedNodesComeAndGo) {
     EXPECT_TRUE(made.hasFn(MFn::kTransform));
     EXPECT_TRUE(object("right").isNull());
     MDGModifier plain;
-    EXPECT_TRUE(plain.createNode("network").hasFn(MFn::kNetwork));
+    EXPECT_TRUE(plain.createNode("network").hasFn(MFn::kDependencyNode));
     EXPECT_TRUE(plain.createNode("transform", &status).isNull());
     EXPECT_TRUE(modifier.createNode("mesh", MObject::kNullObj, &status).isNull());
 }

@@ -175,9 +175,7 @@ TEST_F(NodeTest, PathsKnowTheirNeighbours) {
     EXPECT_TRUE(shape == cube);
     EXPECT_FALSE(shape.push(object("group")));
     EXPECT_FALSE(MDagPath().isValid());
-    MStatus status;
-    MDagPath::getAPathTo(object("initialShadingGroup"), &status);
-    EXPECT_EQ(status, MS::kInvalidParameter);
+    EXPECT_EQ(MDagPath::getAPathTo(object("initialShadingGroup"), shape), MS::kInvalidParameter);
 }
 
 TEST_F(NodeTest, ExtendToShapePassesOverIntermediateShapes) {

@@ -72,7 +72,8 @@ TEST_F(PlugTest, FoundByTextAndByWalkingIsTheSamePlug) {
     EXPECT_TRUE(walked.parent() == item(3, 6000));
     EXPECT_TRUE(walked.parent().array().parent().array() ==
                 attribute(blend, "it").elementByLogicalIndex(0).child(0));
-    EXPECT_TRUE(item(3, 6000).child(walked.attribute()) == walked);
+    MObject components = walked.attribute();
+    EXPECT_TRUE(item(3, 6000).child(components) == walked);
     EXPECT_TRUE(walked.node() == blend);
 }
 
@@ -113,7 +114,7 @@ TEST_F(PlugTest, WrongQuestionsFailWithAStatus) {
 }
 
 TEST_F(PlugTest, ReadingAMissingElementGivesTheDefaultAndCreatesNothing) {
-    const MPlug weights = plug("bs.it[0].itg[0].tw");
+    MPlug weights = plug("bs.it[0].itg[0].tw");
     EXPECT_EQ(weights.elementByLogicalIndex(7).asFloat(), 1.0F);
     EXPECT_EQ(weights.numElements(), 0U);
     for (const unsigned int index : {9U, 2U, 40U})
@@ -184,10 +185,12 @@ TEST_F(PlugTest, WhatWasReadIsACopyOfWhatThePlugHolds) {
     MObject set = points(1);
     deltas.setValue(set);
     MFnPointArrayData written(set);
-    written.set(MPoint(9, 9, 9), 0);
+    MPoint nines(9, 9, 9);
+    written.set(nines, 0);
     MFnPointArrayData read(deltas.asMObject());
     EXPECT_EQ(read[0], MPoint(1, 2, 3));
-    read.set(MPoint(8, 8, 8), 0);
+    MPoint eights(8, 8, 8);
+    read.set(eights, 0);
     EXPECT_EQ(read[0], MPoint(8, 8, 8));
     EXPECT_EQ(MFnPointArrayData(deltas.asMObject())[0], MPoint(1, 2, 3));
 }

@@ -291,12 +291,12 @@ TEST_P(Rotations, incrementsGoOnBeyondWholeTurns) {
 TEST(MEulerRotation, isComparedByAnglesAndOrder) {
     MEulerRotation rotation;
     EXPECT_TRUE(rotation == MEulerRotation::identity);
-    EXPECT_EQ(rotation.setValue(1, 2, 3, MEulerRotation::kZYX), MS::kSuccess);
+    EXPECT_EQ(&rotation.setValue(1, 2, 3, MEulerRotation::kZYX), &rotation);
     EXPECT_TRUE(rotation.asVector() == MVector(1, 2, 3));
     EXPECT_TRUE(rotation != MEulerRotation(1, 2, 3));
     EXPECT_FALSE(rotation.isEquivalent(MEulerRotation(1, 2, 3)));
     EXPECT_FALSE(rotation.isEquivalent(MEulerRotation(1, 2, 3 + 2 * kPi, MEulerRotation::kZYX)));
-    EXPECT_EQ(rotation.setValue(MVector(4, 5, 6)), MS::kSuccess);
+    EXPECT_EQ(&rotation.setValue(MVector(4, 5, 6)), &rotation);
     EXPECT_TRUE(rotation == MEulerRotation(4, 5, 6, MEulerRotation::kXYZ));
     std::ostringstream out;
     out << rotation;
@@ -434,7 +434,7 @@ TEST(MTransformationMatrix, addsToItsParts) {
     EXPECT_EQ(read[2], 9.0);
     transform.getShear(read, MSpace::kTransform);
     EXPECT_EQ(read[0], 2.0);
-    EXPECT_TRUE(transform.translation(MSpace::kPostTransform) == MVector(2, 2, 3));
+    EXPECT_TRUE(transform.getTranslation(MSpace::kPostTransform) == MVector(2, 2, 3));
 }
 
 TEST(MTransformationMatrix, refusesWhatItDoesNotCover) {
@@ -452,7 +452,7 @@ TEST(MTransformationMatrix, refusesWhatItDoesNotCover) {
     MStatus status;
     EXPECT_TRUE(transform.getTranslation(MSpace::kInvalid, &status) == MVector::zero);
     EXPECT_EQ(status, MS::kInvalidParameter);
-    transform.translation(MSpace::kTransform, &status);
+    transform.getTranslation(MSpace::kTransform, &status);
     EXPECT_EQ(status, MS::kSuccess);
     EXPECT_EQ(read[0], 7.0);
     EXPECT_TRUE(transform == MTransformationMatrix::identity) << "a refused call changes nothing";

@@ -80,10 +80,12 @@ TEST_F(SkinClusterTest, InfluencesAreCountedWithoutGaps) {
 TEST_F(SkinClusterTest, WeightsLieVertexByVertex) {
     EXPECT_EQ(get({0, 1}), (Doubles{1, 0, 0, 0.5, 0.5, 0}));
     MDoubleArray weights;
-    EXPECT_TRUE(skin.getWeights(path("armShape"), vertices({0, 1}), MIntArray(1, 1), weights));
+    MIntArray second(1, 1);
+    EXPECT_TRUE(skin.getWeights(path("armShape"), vertices({0, 1}), second, weights));
     EXPECT_EQ(doubles(weights), (Doubles{0, 0.5}));
     const int places[] = {2, 0};
-    EXPECT_TRUE(skin.getWeights(path("armShape"), vertices({0, 1}), MIntArray(places, 2), weights));
+    MIntArray lastAndFirst(places, 2);
+    EXPECT_TRUE(skin.getWeights(path("armShape"), vertices({0, 1}), lastAndFirst, weights));
     EXPECT_EQ(doubles(weights), (Doubles{0, 1, 0, 0.5}));
     MSelectionList affected;
     set({2, 3, 4, 5, 6, 7}, {0, 1, 2}, Doubles(18, 0), false);

@@ -59,7 +59,7 @@ class MStatusTexts : public testing::TestWithParam<Explained> {};
 
 TEST_P(MStatusTexts, namesCodeAndExplanation) {
     const auto [code, explanation, text] = GetParam();
-    const MStatus status = StatusMaker::make(code, explanation);
+    MStatus status = StatusMaker::make(code, explanation);
     EXPECT_STREQ(status.errorString().asChar(), text);
     std::ostringstream out;
     out << status;

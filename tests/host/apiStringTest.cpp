@@ -293,20 +293,6 @@ TEST(MString, changesCaseInPlace) {
     EXPECT_STREQ(text.toLowerCase().asChar(), "abc\xc3\x84");
 }
 
-TEST(MString, fillsInNumberedArguments) {
-    MString text;
-    EXPECT_EQ(text.format("^2s of ^1s, ^^, ^1s", "five", "two"), MS::kSuccess);
-    EXPECT_STREQ(text.asChar(), "two of five, ^, five");
-    EXPECT_EQ(text.format("^1s^2s^3s^4s", "a", "b", "c", "d"), MS::kSuccess);
-    EXPECT_STREQ(text.asChar(), "abcd");
-    EXPECT_EQ(text.format(text, "unused"), MS::kSuccess);
-    EXPECT_STREQ(text.asChar(), "abcd");
-    for (const char* broken : {"^0s", "^2s", "^s", "^99999999999999999999s", "^1", "^1d"}) {
-        EXPECT_EQ(text.format(broken, "argument"), MS::kInvalidParameter) << broken;
-        EXPECT_STREQ(text.asChar(), "abcd");
-    }
-}
-
 TEST(MString, writesItselfToAStream) {
     std::ostringstream out;
     out << MString("a") << MString() << MString("b");

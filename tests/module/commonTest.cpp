@@ -121,7 +121,7 @@ TEST_F(Common, WritingComponentsLeavesNothingOnTheUndoQueue) {
 
 TEST_F(Common, WeightsReplaceTheWholeListInSinglePrecision) {
     for (const int target : {0, kBaseWeights}) {
-        const MPlug plug = getWeightsPlug(blendShape_, target);
+        MPlug plug = getWeightsPlug(blendShape_, target);
         MDoubleArray values;
         for (const double value : {0.1, 0.5, 1.0})
             values.append(value);

@@ -6,12 +6,11 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 const MColor MColor::kOpaqueBlack;
 
-MStatus MColor::get(float color[4]) const {
+bool MColor::get(float color[3]) const {
     color[0] = r;
     color[1] = g;
     color[2] = b;
-    color[3] = a;
-    return MStatus::kSuccess;
+    return true;
 }
 
 bool MColor::operator==(const MColor& other) const {

@@ -52,14 +52,12 @@ MEulerRotation& MEulerRotation::operator=(const MQuaternion& quaternion) {
     return *this = quaternion.asMatrix();
 }
 
-MStatus MEulerRotation::setValue(const MVector& v, RotationOrder ord) {
-    *this = MEulerRotation(v, ord);
-    return MStatus::kSuccess;
+MEulerRotation& MEulerRotation::setValue(const MVector& v, RotationOrder ord) {
+    return *this = MEulerRotation(v, ord);
 }
 
-MStatus MEulerRotation::setValue(double xx, double yy, double zz, RotationOrder ord) {
-    *this = MEulerRotation(xx, yy, zz, ord);
-    return MStatus::kSuccess;
+MEulerRotation& MEulerRotation::setValue(double xx, double yy, double zz, RotationOrder ord) {
+    return *this = MEulerRotation(xx, yy, zz, ord);
 }
 
 MQuaternion MEulerRotation::asQuaternion() const {

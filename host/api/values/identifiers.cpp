@@ -1,11 +1,8 @@
-#include <maya/MTypeId.h>
 #include <maya/MUuid.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
-#include <ios>
-#include <ostream>
 #include <string>
 
 #include "api/values/statusMaker.h"
@@ -58,14 +55,7 @@ std::uint64_t mixed(std::uint64_t count) {
 
 }  // namespace
 
-std::ostream& operator<<(std::ostream& out, const MTypeId& typeId) {
-    const std::ios::fmtflags flags = out.flags();
-    out << "0x" << std::hex << typeId.id();
-    out.flags(flags);
-    return out;
-}
-
-MUuid::MUuid(const unsigned char uuid[16]) {
+MUuid::MUuid(const unsigned char* uuid) {
     std::copy(uuid, uuid + 16, bytes_);
 }
 
@@ -97,9 +87,8 @@ MStatus MUuid::generate() {
     return MStatus::kSuccess;
 }
 
-MStatus MUuid::copy(const MUuid& source) {
+void MUuid::copy(const MUuid& source) {
     *this = source;
-    return MStatus::kSuccess;
 }
 
 MStatus MUuid::get(unsigned char* destination) const {

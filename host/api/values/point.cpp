@@ -9,13 +9,14 @@ namespace host::api {
 
 namespace {
 
+/// Changes nothing, and says so, where there is no w.
 template <typename Point>
-MStatus divideByW(Point& point) {
-    if (point.w == 0) return MStatus::kFailure;
+bool divideByW(Point& point) {
+    if (point.w == 0) return false;
     point.x /= point.w;
     point.y /= point.w;
     point.z /= point.w;
-    return MStatus::kSuccess;
+    return true;
 }
 
 /// With w = 1; a point without w, which lies at infinity, stays as it is.
@@ -83,19 +84,18 @@ MStatus MPoint::get(float f[4]) const {
     return copyFour(*this, f);
 }
 
-MStatus MPoint::cartesianize() {
-    const MStatus status = divideByW(*this);
-    if (status) w = 1;
-    return status;
+MPoint& MPoint::cartesianize() {
+    if (divideByW(*this)) w = 1;
+    return *this;
 }
 
-MStatus MPoint::rationalize() {
-    return divideByW(*this);
+MPoint& MPoint::rationalize() {
+    divideByW(*this);
+    return *this;
 }
 
-MStatus MPoint::homogenize() {
-    *this = MPoint(x * w, y * w, z * w, w);
-    return MStatus::kSuccess;
+MPoint& MPoint::homogenize() {
+    return *this = MPoint(x * w, y * w, z * w, w);
 }
 
 double MPoint::distanceTo(const MPoint& other) const {
@@ -134,19 +134,18 @@ MStatus MFloatPoint::get(float f[4]) const {
     return copyFour(*this, f);
 }
 
-MStatus MFloatPoint::cartesianize() {
-    const MStatus status = divideByW(*this);
-    if (status) w = 1;
-    return status;
+MFloatPoint& MFloatPoint::cartesianize() {
+    if (divideByW(*this)) w = 1;
+    return *this;
 }
 
-MStatus MFloatPoint::rationalize() {
-    return divideByW(*this);
+MFloatPoint& MFloatPoint::rationalize() {
+    divideByW(*this);
+    return *this;
 }
 
-MStatus MFloatPoint::homogenize() {
-    *this = MFloatPoint(x * w, y * w, z * w, w);
-    return MStatus::kSuccess;
+MFloatPoint& MFloatPoint::homogenize() {
+    return *this = MFloatPoint(x * w, y * w, z * w, w);
 }
 
 float MFloatPoint::distanceTo(const MFloatPoint& other) const {

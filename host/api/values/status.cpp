@@ -121,7 +121,7 @@ void MStatus::pAPIerror(const char* fileName, int lineNumber) const {
                               ": " + host::api::errorText(*this));
 }
 
-std::ostream& operator<<(std::ostream& out, const MStatus& status) {
+std::ostream& operator<<(std::ostream& out, MStatus& status) {
     return out << host::api::errorText(status);
 }
 

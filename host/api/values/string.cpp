@@ -79,41 +79,6 @@ bool isInteger(const std::string& text) {
     return number.whole && fits<Integer>(number.value);
 }
 
-/// The pattern with its ^1s, ^2s, ... filled in; none when it asks for an argument that is not there.
-std::optional<MString> filledIn(const MString& pattern, const std::vector<const MString*>& arguments) {
-    const std::string_view text(pattern.asChar(), pattern.length());
-    std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '^' || i + 1 == text.size()) {
-            result += text[i];
-            continue;
-        }
-        if (text[i + 1] == '^') {
-            result += '^';
-            ++i;
-            continue;
-        }
-        std::size_t number = 0;
-        std::size_t next = i + 1;
-        while (next < text.size() && text[next] >= '0' && text[next] <= '9' && number <= arguments.size()) {
-            number = number * 10 + static_cast<std::size_t>(text[next++] - '0');
-        }
-        if (next == text.size() || text[next] != 's' || number == 0 || number > arguments.size())
-            return std::nullopt;
-        result += arguments[number - 1]->asChar();
-        i = next;
-    }
-    return MString(result.data(), static_cast<int>(result.size()));
-}
-
-MStatus assignFilledIn(MString& target, const MString& pattern,
-                       const std::vector<const MString*>& arguments) {
-    std::optional<MString> text = filledIn(pattern, arguments);
-    if (!text) return MStatus::kInvalidParameter;
-    target = std::move(*text);
-    return MStatus::kSuccess;
-}
-
 }  // namespace
 
 MString::MString() = default;
@@ -122,15 +87,12 @@ MString::MString(const char* text, int length) : text_(viewOf(text, length)) {}
 MString::MString(const wchar_t* text) : text_(host::api::utf8FromWide(viewOf(text))) {}
 MString::MString(const wchar_t* text, int length) : text_(host::api::utf8FromWide(viewOf(text, length))) {}
 MString::MString(const MString& other) : text_(other.text_) {}
-MString::MString(MString&& other) noexcept = default;
 MString::~MString() = default;
 
 MString& MString::operator=(const MString& other) {
     text_ = other.text_;
     return *this;
 }
-
-MString& MString::operator=(MString&& other) noexcept = default;
 
 MString& MString::operator=(const char* text) {
     set(text);
@@ -235,9 +197,8 @@ MStatus MString::setWChar(const wchar_t* text, int length) {
     return MStatus::kSuccess;
 }
 
-MStatus MString::clear() {
+void MString::clear() {
     text_.clear();
-    return MStatus::kSuccess;
 }
 
 const char* MString::asChar() const {
@@ -325,24 +286,6 @@ MString& MString::toUpperCase() {
         if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
     }
     return *this;
-}
-
-MStatus MString::format(const MString& pattern, const MString& arg1) {
-    return assignFilledIn(*this, pattern, {&arg1});
-}
-
-MStatus MString::format(const MString& pattern, const MString& arg1, const MString& arg2) {
-    return assignFilledIn(*this, pattern, {&arg1, &arg2});
-}
-
-MStatus MString::format(const MString& pattern, const MString& arg1, const MString& arg2,
-                        const MString& arg3) {
-    return assignFilledIn(*this, pattern, {&arg1, &arg2, &arg3});
-}
-
-MStatus MString::format(const MString& pattern, const MString& arg1, const MString& arg2, const MString& arg3,
-                        const MString& arg4) {
-    return assignFilledIn(*this, pattern, {&arg1, &arg2, &arg3, &arg4});
 }
 
 bool MString::isShort() const {

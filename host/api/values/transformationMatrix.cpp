@@ -190,10 +190,6 @@ MVector MTransformationMatrix::getTranslation(MSpace::Space space, MStatus* Retu
     return allowed ? MVector(translate_) : MVector();
 }
 
-MVector MTransformationMatrix::translation(MSpace::Space space, MStatus* ReturnStatus) const {
-    return getTranslation(space, ReturnStatus);
-}
-
 MStatus MTransformationMatrix::setTranslation(const MVector& vector, MSpace::Space space) {
     const MStatus allowed = translationSpace(space);
     if (allowed) copyThree(vector, translate_);

@@ -69,10 +69,6 @@ MStatus MVector::get(double d[3]) const {
     return copyThree(*this, d);
 }
 
-MStatus MVector::get(float f[3]) const {
-    return copyThree(*this, f);
-}
-
 double MVector::length() const {
     return std::sqrt(*this * *this);
 }
@@ -152,10 +148,6 @@ MFloatVector MFloatVector::operator*(const MFloatMatrix& matrix) const {
 
 MFloatVector& MFloatVector::operator*=(const MFloatMatrix& matrix) {
     return *this = *this * matrix;
-}
-
-MStatus MFloatVector::get(double d[3]) const {
-    return copyThree(*this, d);
 }
 
 MStatus MFloatVector::get(float f[3]) const {

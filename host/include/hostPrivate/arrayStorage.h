@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <ostream>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -16,10 +17,9 @@ namespace host::api {
 template <typename Element>
 class ArrayStorage {
   public:
-    using Iterator = typename std::vector<Element>::iterator;
-    using ConstIterator = typename std::vector<Element>::const_iterator;
-
     ArrayStorage() = default;
+    /// The elements are unset.
+    explicit ArrayStorage(unsigned int length) : elements_(length, Element()) {}
     ArrayStorage(unsigned int length, const Element& value) : elements_(length, value) {}
     ArrayStorage(const Element* source, unsigned int count) : elements_(source, source + count) {}
 
@@ -29,7 +29,9 @@ class ArrayStorage {
         ArrayStorage storage;
         storage.elements_.reserve(count);
         for (unsigned int i = 0; i < count; ++i) {
-            storage.elements_.emplace_back(source[i]);
+            Element& element = storage.elements_.emplace_back();
+            for (unsigned int k = 0; k < width; ++k)
+                element[k] = static_cast<std::decay_t<decltype(element[k])>>(source[i][k]);
         }
         return storage;
     }
@@ -37,10 +39,6 @@ class ArrayStorage {
     unsigned int length() const { return static_cast<unsigned int>(elements_.size()); }
     Element& at(unsigned int index) { return elements_[index]; }
     const Element& at(unsigned int index) const { return elements_[index]; }
-    Iterator begin() { return elements_.begin(); }
-    Iterator end() { return elements_.end(); }
-    ConstIterator begin() const { return elements_.begin(); }
-    ConstIterator end() const { return elements_.end(); }
 
     MStatus set(const Element& element, unsigned int index) {
         if (index >= length()) return MStatus::kInvalidParameter;
@@ -48,9 +46,9 @@ class ArrayStorage {
         return MStatus::kSuccess;
     }
 
-    /// New elements at the end have the element type's default value.
+    /// New elements at the end are unset.
     MStatus setLength(unsigned int length) {
-        elements_.resize(length);
+        elements_.resize(length, Element());
         return MStatus::kSuccess;
     }
 
@@ -93,11 +91,12 @@ class ArrayStorage {
         return MStatus::kSuccess;
     }
 
-    /// As `get` into rows of numbers; the elements write themselves.
+    /// As `get` into rows of numbers.
     template <typename Number, std::size_t width>
     MStatus getRows(Number destination[][width]) const {
         for (std::size_t i = 0; i < elements_.size(); ++i) {
-            elements_[i].get(destination[i]);
+            for (unsigned int k = 0; k < width; ++k)
+                destination[i][k] = static_cast<Number>(elements_[i][k]);
         }
         return MStatus::kSuccess;
     }

@@ -12,14 +12,14 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// The words of a command call, flags and their arguments included, in the order given.
 class OPENMAYA_EXPORT MArgList {
   public:
-    enum { kInvalidArgIndex = 0xFFFFFFFF };
+    static const unsigned int kInvalidArgIndex;
 
     MArgList();
     MArgList(const MArgList& other);
     ~MArgList();
     MArgList& operator=(const MArgList& other);
 
-    unsigned int length() const;
+    unsigned int length(MStatus* status = nullptr) const;
     bool asBool(unsigned int index, MStatus* status = nullptr) const;
     int asInt(unsigned int index, MStatus* status = nullptr) const;
     double asDouble(unsigned int index, MStatus* status = nullptr) const;
@@ -33,7 +33,6 @@ class OPENMAYA_EXPORT MArgList {
     MStatus addArg(int value);
     MStatus addArg(double value);
     MStatus addArg(const MString& value);
-    MStatus removeArg(unsigned int index);
     /// Place of a flag in its short or long form, given without the dash; kInvalidArgIndex when it is not
     /// there.
     unsigned int flagIndex(const char* flag, const char* longFlag = nullptr) const;

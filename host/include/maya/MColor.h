@@ -11,14 +11,14 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 class OPENMAYA_EXPORT MColor {
   public:
     MColor() = default;
-    MColor(const float color[4]) : r(color[0]), g(color[1]), b(color[2]), a(color[3]) {}
-    MColor(float rr, float gg = 0.0f, float bb = 0.0f, float aa = 1.0f) : r(rr), g(gg), b(bb), a(aa) {}
+    MColor(float rr, float gg, float bb = 0.0f, float aa = 1.0f) : r(rr), g(gg), b(bb), a(aa) {}
 
     float operator()(unsigned int i) const { return i == 0 ? r : i == 1 ? g : i == 2 ? b : a; }
     float operator[](unsigned int i) const { return i == 0 ? r : i == 1 ? g : i == 2 ? b : a; }
     float& operator()(unsigned int i) { return i == 0 ? r : i == 1 ? g : i == 2 ? b : a; }
     float& operator[](unsigned int i) { return i == 0 ? r : i == 1 ? g : i == 2 ? b : a; }
-    MStatus get(float color[4]) const;
+    /// Red, green and blue.
+    bool get(float color[3]) const;
 
     MColor operator+(const MColor& other) const { return MColor(r + other.r, g + other.g, b + other.b, a); }
     MColor operator-(const MColor& other) const { return MColor(r - other.r, g - other.g, b - other.b, a); }

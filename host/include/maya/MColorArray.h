@@ -1,6 +1,7 @@
 #pragma once
 
 #include <hostPrivate/arrayStorage.h>
+#include <maya/MArrayIteratorTemplate.h>
 #include <maya/MColor.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
@@ -12,15 +13,19 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// Array of colours.
 ///
 /// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside. `get` fills a C array that the caller has made long enough.
+/// outside. Elements that are made without a value are unset. `get` fills an array of C arrays that the
+/// caller has made long enough.
 class OPENMAYA_EXPORT MColorArray {
   public:
+    using Iterator = MArrayIteratorTemplate<MColorArray, MColor>;
+    using ConstIterator = MArrayConstIteratorTemplate<MColorArray, MColor>;
+
     MColorArray() = default;
     MColorArray(const MColor source[], unsigned int count) : storage_(source, count) {}
     MColorArray(const float source[][4], unsigned int count)
         : storage_(host::api::ArrayStorage<MColor>::fromRows(source, count)) {}
-    MColorArray(unsigned int initialSize, const MColor& initialValue = MColor())
-        : storage_(initialSize, initialValue) {}
+    MColorArray(unsigned int initialSize) : storage_(initialSize) {}
+    MColorArray(unsigned int initialSize, const MColor& initialValue) : storage_(initialSize, initialValue) {}
 
     unsigned int length() const { return storage_.length(); }
     const MColor& operator[](unsigned int index) const { return storage_.at(index); }
@@ -33,17 +38,18 @@ class OPENMAYA_EXPORT MColorArray {
     MStatus remove(unsigned int index) { return storage_.remove(index); }
     MStatus copy(const MColorArray& source) { return storage_.copy(source.storage_); }
     MStatus clear() { return storage_.clear(); }
-    MStatus get(MColor array[]) const { return storage_.get(array); }
     MStatus get(float array[][4]) const { return storage_.getRows(array); }
 
     /// Least number of elements that room is made for when the array grows.
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 
-    auto begin() { return storage_.begin(); }
-    auto end() { return storage_.end(); }
-    auto begin() const { return storage_.begin(); }
-    auto end() const { return storage_.end(); }
+    Iterator begin() { return Iterator(*this, 0); }
+    Iterator end() { return Iterator(*this, length()); }
+    ConstIterator begin() const { return cbegin(); }
+    ConstIterator end() const { return cend(); }
+    ConstIterator cbegin() const { return ConstIterator(*this, 0); }
+    ConstIterator cend() const { return ConstIterator(*this, length()); }
 
     friend OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MColorArray& array);
 

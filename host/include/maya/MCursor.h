@@ -14,12 +14,12 @@ class OPENMAYAUI_EXPORT MCursor {
     bool operator==(const MCursor& other) const;
     bool operator!=(const MCursor& other) const;
 
-    static MCursor defaultCursor;
-    static MCursor crossHairCursor;
-    static MCursor doubleCrossHairCursor;
-    static MCursor editCursor;
-    static MCursor pencilCursor;
-    static MCursor handCursor;
+    static const MCursor defaultCursor;
+    static const MCursor crossHairCursor;
+    static const MCursor doubleCrossHairCursor;
+    static const MCursor editCursor;
+    static const MCursor pencilCursor;
+    static const MCursor handCursor;
 
   private:
     friend struct host::api::Access;

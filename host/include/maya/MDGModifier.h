@@ -19,15 +19,19 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 class OPENMAYA_EXPORT MDGModifier {
   public:
     MDGModifier();
+    MDGModifier(const MDGModifier&) = delete;
+    MDGModifier& operator=(const MDGModifier&) = delete;
     virtual ~MDGModifier();
 
     /// The node joins the scene at once; undoIt() takes it away again. Fails between undoIt() and doIt().
     MObject createNode(const MString& type, MStatus* status = nullptr);
-    MStatus deleteNode(const MObject& node, bool includeParents = true);
+    MStatus deleteNode(const MObject& node);
+    /// @param includeParents  the parents of a shape that have nothing else below them, too; the default
+    MStatus deleteNode(const MObject& node, bool includeParents);
     MStatus renameNode(const MObject& node, const MString& newName);
     MStatus connect(const MPlug& source, const MPlug& destination);
     MStatus disconnect(const MPlug& source, const MPlug& destination);
-    MStatus newPlugValue(const MPlug& plug, const MObject& value);
+    MStatus newPlugValue(const MPlug& plug, MObject& value);
     MStatus newPlugValueBool(const MPlug& plug, bool value);
     MStatus newPlugValueDouble(const MPlug& plug, double value);
     MStatus newPlugValueFloat(const MPlug& plug, float value);
@@ -35,8 +39,8 @@ class OPENMAYA_EXPORT MDGModifier {
     MStatus newPlugValueShort(const MPlug& plug, short value);
     MStatus newPlugValueString(const MPlug& plug, const MString& value);
 
-    virtual MStatus doIt();
-    virtual MStatus undoIt();
+    MStatus doIt();
+    MStatus undoIt();
 
   protected:
     friend struct host::api::Access;

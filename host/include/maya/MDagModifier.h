@@ -11,9 +11,10 @@ class OPENMAYA_EXPORT MDagModifier : public MDGModifier {
     MDagModifier();
     ~MDagModifier() override;
 
+    using MDGModifier::createNode;
     /// A transform below `parent`, or at the top; a shape needs a transform as its parent.
-    virtual MObject createNode(const MString& type, MObject parent = MObject::kNullObj,
-                               MStatus* status = nullptr);
+    MObject createNode(const MString& type, const MObject& parent = MObject::kNullObj,
+                       MStatus* status = nullptr);
     /// Keeps the local transformation. A shape may only go below a transform; a null parent is the world.
     MStatus reparentNode(const MObject& node, const MObject& newParent = MObject::kNullObj);
 };

@@ -21,7 +21,6 @@ class OPENMAYA_EXPORT MDagPath {
     MDagPath& operator=(const MDagPath& other);
     bool operator==(const MDagPath& other) const;
 
-    static MDagPath getAPathTo(const MObject& node, MStatus* status = nullptr);
     static MStatus getAPathTo(const MObject& node, MDagPath& path);
     static MStatus getAllPathsTo(const MObject& node, MDagPathArray& paths);
 

@@ -14,8 +14,6 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 class OPENMAYA_EXPORT MDagPathArray {
   public:
     MDagPathArray() = default;
-    MDagPathArray(const MDagPath source[], unsigned int count) : storage_(source, count) {}
-    MDagPathArray(unsigned int initialSize) : storage_(initialSize, MDagPath()) {}
     MDagPathArray(unsigned int initialSize, const MDagPath& initialValue)
         : storage_(initialSize, initialValue) {}
 

@@ -22,15 +22,13 @@ class OPENMAYA_EXPORT MEulerRotation {
     MEulerRotation() = default;
     MEulerRotation(double xx, double yy, double zz, RotationOrder ord = kXYZ)
         : x(xx), y(yy), z(zz), order(ord) {}
-    MEulerRotation(const double vec[], RotationOrder ord = kXYZ)
-        : x(vec[0]), y(vec[1]), z(vec[2]), order(ord) {}
     MEulerRotation(const MVector& v, RotationOrder ord = kXYZ) : x(v.x), y(v.y), z(v.z), order(ord) {}
 
     /// These keep the order that the rotation has.
     MEulerRotation& operator=(const MMatrix& matrix);
     MEulerRotation& operator=(const MQuaternion& quaternion);
-    MStatus setValue(const MVector& v, RotationOrder ord = kXYZ);
-    MStatus setValue(double xx, double yy, double zz, RotationOrder ord = kXYZ);
+    MEulerRotation& setValue(const MVector& v, RotationOrder ord = kXYZ);
+    MEulerRotation& setValue(double xx, double yy, double zz, RotationOrder ord = kXYZ);
 
     MQuaternion asQuaternion() const;
     MMatrix asMatrix() const;

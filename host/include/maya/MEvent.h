@@ -9,7 +9,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// What the mouse did in a view.
 class OPENMAYAUI_EXPORT MEvent {
   public:
-    enum MouseButtonType { kLeftMouse, kMiddleMouse, kRightMouse };
+    enum MouseButtonType { kLeftMouse = 64, kMiddleMouse = 128 };
 
     MEvent();
     virtual ~MEvent();

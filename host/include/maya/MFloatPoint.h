@@ -56,13 +56,12 @@ class OPENMAYA_EXPORT MFloatPoint {
     MStatus get(double d[4]) const;
     MStatus get(float f[4]) const;
 
-    /// (x, y, z, w) becomes (x/w, y/w, z/w, 1). Fails, and changes nothing, where w is 0; so does
-    /// rationalize.
-    MStatus cartesianize();
+    /// (x, y, z, w) becomes (x/w, y/w, z/w, 1). Changes nothing where w is 0; so does rationalize.
+    MFloatPoint& cartesianize();
     /// Becomes (x/w, y/w, z/w, w).
-    MStatus rationalize();
+    MFloatPoint& rationalize();
     /// Becomes (x*w, y*w, z*w, w).
-    MStatus homogenize();
+    MFloatPoint& homogenize();
 
     float distanceTo(const MFloatPoint& other) const;
     /// Distance of the two is at most the tolerance.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <hostPrivate/arrayStorage.h>
+#include <maya/MArrayIteratorTemplate.h>
 #include <maya/MFloatPoint.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
@@ -12,16 +13,21 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// Array of single precision points.
 ///
 /// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside. `get` fills a C array that the caller has made long enough.
+/// outside. Elements that are made without a value are unset. `get` fills an array of C arrays that the
+/// caller has made long enough.
 class OPENMAYA_EXPORT MFloatPointArray {
   public:
+    using Iterator = MArrayIteratorTemplate<MFloatPointArray, MFloatPoint>;
+    using ConstIterator = MArrayConstIteratorTemplate<MFloatPointArray, MFloatPoint>;
+
     MFloatPointArray() = default;
     MFloatPointArray(const MFloatPoint source[], unsigned int count) : storage_(source, count) {}
     MFloatPointArray(const double source[][4], unsigned int count)
         : storage_(host::api::ArrayStorage<MFloatPoint>::fromRows(source, count)) {}
     MFloatPointArray(const float source[][4], unsigned int count)
         : storage_(host::api::ArrayStorage<MFloatPoint>::fromRows(source, count)) {}
-    MFloatPointArray(unsigned int initialSize, const MFloatPoint& initialValue = MFloatPoint())
+    MFloatPointArray(unsigned int initialSize) : storage_(initialSize) {}
+    MFloatPointArray(unsigned int initialSize, const MFloatPoint& initialValue)
         : storage_(initialSize, initialValue) {}
 
     unsigned int length() const { return storage_.length(); }
@@ -35,7 +41,6 @@ class OPENMAYA_EXPORT MFloatPointArray {
     MStatus remove(unsigned int index) { return storage_.remove(index); }
     MStatus copy(const MFloatPointArray& source) { return storage_.copy(source.storage_); }
     MStatus clear() { return storage_.clear(); }
-    MStatus get(MFloatPoint array[]) const { return storage_.get(array); }
     MStatus get(double array[][4]) const { return storage_.getRows(array); }
     MStatus get(float array[][4]) const { return storage_.getRows(array); }
 
@@ -43,10 +48,12 @@ class OPENMAYA_EXPORT MFloatPointArray {
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 
-    auto begin() { return storage_.begin(); }
-    auto end() { return storage_.end(); }
-    auto begin() const { return storage_.begin(); }
-    auto end() const { return storage_.end(); }
+    Iterator begin() { return Iterator(*this, 0); }
+    Iterator end() { return Iterator(*this, length()); }
+    ConstIterator begin() const { return cbegin(); }
+    ConstIterator end() const { return cend(); }
+    ConstIterator cbegin() const { return ConstIterator(*this, 0); }
+    ConstIterator cend() const { return ConstIterator(*this, length()); }
 
     friend OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MFloatPointArray& array);
 

@@ -53,7 +53,6 @@ class OPENMAYA_EXPORT MFloatVector {
     float operator[](unsigned int i) const { return i == 0 ? x : i == 1 ? y : z; }
     float& operator()(unsigned int i) { return i == 0 ? x : i == 1 ? y : z; }
     float& operator[](unsigned int i) { return i == 0 ? x : i == 1 ? y : z; }
-    MStatus get(double d[3]) const;
     MStatus get(float f[3]) const;
 
     float length() const;

@@ -6,7 +6,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// What an object can be asked to be: node types, component types, data types and attribute types.
 ///
-/// Use the names only; the numbers differ from host to host.
+/// Use the names only: the numbers change from one version to the next.
 class OPENMAYA_EXPORT MFn {
   public:
     enum Type {
@@ -20,19 +20,17 @@ class OPENMAYA_EXPORT MFn {
         kUnitConversion,
         kPlugin,
         kPluginDependNode,
-        kNetwork,
         kTime,
         kWorld,
         kReference,
 
         kDagNode,
-        kTransform,
+        kTransform = 110,
         kJoint,
         kShape,
-        kDeformableShape,
         kGeometric,
         kSurface,
-        kMesh,
+        kMesh = 296,
         kCurve,
         kNurbsCurve,
         kNurbsSurface,
@@ -44,7 +42,7 @@ class OPENMAYA_EXPORT MFn {
 
         kGeometryFilt,
         kWeightGeometryFilt,
-        kBlendShape,
+        kBlendShape = 336,
         kTweak,
         kSkinClusterFilter,
         kClusterFilter,

@@ -14,7 +14,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// an object; every call on a set without a (living) object fails.
 class OPENMAYA_EXPORT MFnBase {
   public:
-    MFnBase();
+    MFnBase(const MFnBase&) = delete;
+    MFnBase& operator=(const MFnBase&) = delete;
     virtual ~MFnBase();
 
     virtual MFn::Type type() const;
@@ -26,6 +27,8 @@ class OPENMAYA_EXPORT MFnBase {
 
   protected:
     friend struct host::api::Access;
+
+    MFnBase();
 
     MObject object_;
 };

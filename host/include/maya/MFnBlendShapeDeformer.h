@@ -1,12 +1,12 @@
 #pragma once
 
-#include <maya/MFnGeometryFilter.h>
+#include <maya/MFnDependencyNode.h>
 #include <maya/MTypes.h>
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// A blendShape node: its base shapes, targets and weights.
-class OPENMAYA_EXPORT MFnBlendShapeDeformer : public MFnGeometryFilter {
+class OPENMAYA_EXPORT MFnBlendShapeDeformer : public MFnDependencyNode {
   public:
     enum Origin { kLocalOrigin, kWorldOrigin };
     enum HistoryLocation { kFrontOfChain, kNormal, kPost, kOther };
@@ -32,7 +32,7 @@ class OPENMAYA_EXPORT MFnBlendShapeDeformer : public MFnGeometryFilter {
     /// Connects a target that is reached at `fullWeight`; several on one weight index are in-betweens.
     MStatus addTarget(const MObject& baseObject, int weightIndex, const MObject& newTarget,
                       double fullWeight);
-    MStatus getTargets(const MObject& baseObject, int weightIndex, MObjectArray& targets) const;
+    MStatus getTargets(MObject baseObject, int weightIndex, MObjectArray& targets) const;
     /// Item indices (5000 + 1000 * weight) of one target, ascending.
     MStatus targetItemIndexList(unsigned int targetIndex, MObject baseObject, MIntArray& inbetween) const;
 };

@@ -10,7 +10,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// A node of the DAG: parents, children, path names.
 class OPENMAYA_EXPORT MFnDagNode : public MFnDependencyNode {
   public:
-    static const unsigned int kNextPos;
+    enum { kNextPos = 0xff };
 
     MFnDagNode();
     MFnDagNode(MObject& object, MStatus* status = nullptr);

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <maya/MFnDagNode.h>
-#include <maya/MSpace.h>
 #include <maya/MTypes.h>
 
 #include <memory>
+
+/// Stands for whatever instance of a mesh.
+#define kMFnMeshInstanceUnspecified -1
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
@@ -18,8 +20,6 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// changes them can take the change back, which has been made when the function returns.
 class OPENMAYA_EXPORT MFnMesh : public MFnDagNode {
   public:
-    enum { kInstanceUnspecified = -1 };
-
     MFnMesh();
     MFnMesh(MObject& object, MStatus* status = nullptr);
     MFnMesh(const MObject& object, MStatus* status = nullptr);
@@ -69,23 +69,25 @@ class OPENMAYA_EXPORT MFnMesh : public MFnDagNode {
     int numColorSets(MStatus* status = nullptr) const;
     MStatus getColorSetNames(MStringArray& setNames) const;
     /// Empty while there is no set. @param instance has no effect: all instances share their sets
-    MString currentColorSetName(int instance = -1, MStatus* status = nullptr) const;
-    MStatus setCurrentColorSetName(const MString& setName, MDGModifier* modifier = nullptr);
+    MString currentColorSetName(int instance = kMFnMeshInstanceUnspecified, MStatus* status = nullptr) const;
+    MStatus setCurrentColorSetName(const MString& setName, MDGModifier* modifier = nullptr,
+                                   MSelectionList* currentSelection = nullptr);
     /// The first set becomes the current one. @return the name that the set got: made unique
     MString createColorSetWithName(const MString& colorSetName, MDGModifier* modifier = nullptr,
-                                   MStatus* status = nullptr);
-    MStatus deleteColorSet(const MString& colorSetName, MDGModifier* modifier = nullptr);
+                                   const MUintArray* instances = nullptr, MStatus* status = nullptr);
+    MStatus deleteColorSet(const MString& colorSetName, MDGModifier* modifier = nullptr,
+                           MSelectionList* currentSelection = nullptr);
     /// Takes the colours out of a set; null for the current one.
     MStatus clearColors(const MString* colorSet = nullptr);
 
     /// One colour per vertex; four times -1, or the default, for a vertex without one. Fails without a set.
     /// @param colorSet null for the current one
     MStatus getVertexColors(MColorArray& colors, const MString* colorSet = nullptr,
-                            const MColor* defaultUnsetColor = nullptr) const;
+                            const MColor* defaultUnsetColor = nullptr);
     /// Colours vertices in the current set; where there is none, colorSet1 is made.
-    MStatus setVertexColor(const MColor& color, int vertexId, MDGModifier* modifier = nullptr);
+    MStatus setVertexColor(MColor& color, int vertexId, MDGModifier* modifier = nullptr);
     MStatus setVertexColors(MColorArray& colors, MIntArray& vertexList, MDGModifier* modifier = nullptr);
-    MStatus removeVertexColors(MIntArray& vertexList, MDGModifier* modifier = nullptr);
+    MStatus removeVertexColors(MIntArray& vertexList);
     bool displayColors(MStatus* status = nullptr) const;
     MStatus setDisplayColors(bool enable);
 

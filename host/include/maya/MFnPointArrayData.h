@@ -17,14 +17,18 @@ class OPENMAYA_EXPORT MFnPointArrayData : public MFnData {
     MFn::Type type() const override;
 
     unsigned int length(MStatus* status = nullptr) const;
-    MPoint operator[](unsigned int index) const;
-    MStatus set(const MPoint& element, unsigned int index);
+    /// Valid until the next call on this function set.
+    const MPoint& operator[](unsigned int index) const;
+    MStatus set(MPoint& element, unsigned int index);
     MStatus copyTo(MPointArray& destination) const;
     MStatus set(const MPointArray& source);
     MPointArray array(MStatus* status = nullptr);
 
     MObject create(MStatus* status = nullptr);
     MObject create(const MPointArray& values, MStatus* status = nullptr);
+
+  private:
+    mutable MPoint element_;
 };
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

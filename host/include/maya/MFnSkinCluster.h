@@ -25,15 +25,14 @@ class OPENMAYA_EXPORT MFnSkinCluster : public MFnGeometryFilter {
     /// Index of an influence's element in the node's `matrix` multi.
     unsigned int indexForInfluenceObject(const MDagPath& path, MStatus* status = nullptr) const;
     /// Vertices with a weight of this influence that is not 0, and these weights.
-    MStatus getPointsAffectedByInfluence(const MDagPath& path, MSelectionList& result,
-                                         MDoubleArray& weights) const;
+    MStatus getPointsAffectedByInfluence(const MDagPath& path, MSelectionList& result, MDoubleArray& weights);
 
     /// Weights of all influences.
     MStatus getWeights(const MDagPath& path, const MObject& components, MDoubleArray& weights,
                        unsigned int& influenceCount) const;
     MStatus getWeights(const MDagPath& path, const MObject& components, unsigned int influenceIndex,
                        MDoubleArray& weights) const;
-    MStatus getWeights(const MDagPath& path, const MObject& components, const MIntArray& influenceIndices,
+    MStatus getWeights(const MDagPath& path, const MObject& components, MIntArray& influenceIndices,
                        MDoubleArray& weights) const;
 
     /// Writes weights, those of locked influences too. With `normalize`, unless the node's normalizeWeights

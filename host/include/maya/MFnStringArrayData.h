@@ -17,7 +17,8 @@ class OPENMAYA_EXPORT MFnStringArrayData : public MFnData {
     MFn::Type type() const override;
 
     unsigned int length(MStatus* status = nullptr) const;
-    MString operator[](unsigned int index) const;
+    /// Valid until the next call on this function set.
+    const MString& operator[](unsigned int index) const;
     MStatus set(const MString& element, unsigned int index);
     MStatus copyTo(MStringArray& destination) const;
     MStatus set(const MStringArray& source);
@@ -25,6 +26,9 @@ class OPENMAYA_EXPORT MFnStringArrayData : public MFnData {
 
     MObject create(MStatus* status = nullptr);
     MObject create(const MStringArray& values, MStatus* status = nullptr);
+
+  private:
+    mutable MString element_;
 };
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <maya/MFnDagNode.h>
-#include <maya/MSpace.h>
 #include <maya/MTransformationMatrix.h>
 #include <maya/MTypes.h>
 

@@ -20,8 +20,8 @@ class OPENMAYA_EXPORT MGlobal {
     static int apiVersion();
 
     static void displayInfo(const MString& message);
-    static void displayWarning(const MString& warning, bool showLineNumber = false);
-    static void displayError(const MString& error, bool showLineNumber = false);
+    static void displayWarning(const MString& warning);
+    static void displayError(const MString& error);
 
     /// Runs script text. Without undoEnabled nothing of it is recorded for undo; with it, inside a running
     /// command, its undo goes with that command's. The forms with a result fail when the result is of another
@@ -66,7 +66,10 @@ class OPENMAYA_EXPORT MGlobal {
     static bool setOptionVarValue(const MString& name, int value);
     static bool setOptionVarValue(const MString& name, double value);
     static bool setOptionVarValue(const MString& name, MString value);
-    static bool removeOptionVar(const MString& name);
+    static void removeOptionVar(const MString& name);
+
+  private:
+    ~MGlobal() = default;
 };
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

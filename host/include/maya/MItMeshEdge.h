@@ -2,7 +2,6 @@
 
 #include <maya/MDagPath.h>
 #include <maya/MObject.h>
-#include <maya/MSpace.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 
@@ -15,8 +14,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// Works on the mesh as it was when the iterator was made or reset. Each step is O(1).
 class OPENMAYA_EXPORT MItMeshEdge {
   public:
-    MItMeshEdge(const MObject& polyObject, MStatus* status = nullptr);
-    MItMeshEdge(const MDagPath& polyObject, const MObject& component = MObject::kNullObj,
+    MItMeshEdge(MObject& polyObject, MStatus* status = nullptr);
+    MItMeshEdge(const MDagPath& polyObject, MObject& component = MObject::kNullObj,
                 MStatus* status = nullptr);
     virtual ~MItMeshEdge();
 
@@ -25,7 +24,7 @@ class OPENMAYA_EXPORT MItMeshEdge {
     MStatus reset();
     MStatus reset(MObject& polyObject);
     MStatus reset(const MDagPath& polyObject, MObject& component = MObject::kNullObj);
-    unsigned int count(MStatus* status = nullptr);
+    int count(MStatus* status = nullptr);
     MObject currentItem(MStatus* status = nullptr);
     /// The edge's own number.
     int index(MStatus* status = nullptr) const;

@@ -2,7 +2,6 @@
 
 #include <maya/MDagPath.h>
 #include <maya/MObject.h>
-#include <maya/MSpace.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 
@@ -16,7 +15,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 class OPENMAYA_EXPORT MItMeshPolygon {
   public:
     MItMeshPolygon(const MObject& polyObject, MStatus* status = nullptr);
-    MItMeshPolygon(const MDagPath& polyObject, const MObject& component = MObject::kNullObj,
+    MItMeshPolygon(const MDagPath& polyObject, MObject& component = MObject::kNullObj,
                    MStatus* status = nullptr);
     virtual ~MItMeshPolygon();
 
@@ -24,7 +23,7 @@ class OPENMAYA_EXPORT MItMeshPolygon {
     MStatus next();
     MStatus reset();
     MStatus reset(const MObject& polyObject);
-    MStatus reset(const MDagPath& polyObject, const MObject& component = MObject::kNullObj);
+    MStatus reset(const MDagPath& polyObject, MObject& component = MObject::kNullObj);
     unsigned int count(MStatus* status = nullptr);
     MObject currentItem(MStatus* status = nullptr);
     unsigned int index(MStatus* status = nullptr);
@@ -33,19 +32,19 @@ class OPENMAYA_EXPORT MItMeshPolygon {
     MPoint center(MSpace::Space space = MSpace::kObject, MStatus* status = nullptr);
     unsigned int polygonVertexCount(MStatus* status = nullptr);
     /// The mesh's number of the vertex at a corner.
-    int vertexIndex(int index, MStatus* status = nullptr);
+    unsigned int vertexIndex(int index, MStatus* status = nullptr);
     /// Corners in face order.
-    MStatus getVertices(MIntArray& vertices) const;
+    MStatus getVertices(MIntArray& vertices);
     /// Edge k joins corner k and corner k + 1.
-    MStatus getEdges(MIntArray& edges) const;
+    MStatus getEdges(MIntArray& edges);
     void getPoints(MPointArray& points, MSpace::Space space = MSpace::kObject, MStatus* status = nullptr);
     MStatus getNormal(MVector& normal, MSpace::Space space = MSpace::kObject) const;
     /// Faces that share an edge with this one, in the order of its edges.
-    MStatus getConnectedFaces(MIntArray& faces) const;
+    MStatus getConnectedFaces(MIntArray& faces);
     /// Edges of other faces that touch a corner of this one, ascending.
-    MStatus getConnectedEdges(MIntArray& edges) const;
+    MStatus getConnectedEdges(MIntArray& edges);
     /// Vertices that an edge joins to a corner of this face, ascending; its own corners are not among them.
-    MStatus getConnectedVertices(MIntArray& vertices) const;
+    MStatus getConnectedVertices(MIntArray& vertices);
     MStatus numConnectedFaces(int& faceCount) const;
     bool onBoundary(MStatus* status = nullptr);
 

@@ -2,7 +2,6 @@
 
 #include <maya/MDagPath.h>
 #include <maya/MObject.h>
-#include <maya/MSpace.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 
@@ -16,8 +15,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// worked out once per topology.
 class OPENMAYA_EXPORT MItMeshVertex {
   public:
-    MItMeshVertex(const MObject& polyObject, MStatus* status = nullptr);
-    MItMeshVertex(const MDagPath& polyObject, const MObject& component = MObject::kNullObj,
+    MItMeshVertex(MObject& polyObject, MStatus* status = nullptr);
+    MItMeshVertex(const MDagPath& polyObject, MObject& component = MObject::kNullObj,
                   MStatus* status = nullptr);
     virtual ~MItMeshVertex();
 
@@ -26,7 +25,7 @@ class OPENMAYA_EXPORT MItMeshVertex {
     MStatus reset();
     MStatus reset(MObject& polyObject);
     MStatus reset(const MDagPath& polyObject, MObject& component = MObject::kNullObj);
-    unsigned int count(MStatus* status = nullptr);
+    int count(MStatus* status = nullptr);
     MObject currentItem(MStatus* status = nullptr);
     int index(MStatus* status = nullptr);
     MStatus setIndex(int index, int& previousIndex);
@@ -36,9 +35,9 @@ class OPENMAYA_EXPORT MItMeshVertex {
     MStatus numConnectedFaces(int& faceCount) const;
     MStatus numConnectedEdges(int& edgeCount) const;
     /// By ascending edge number; connected vertices are the other ends of the connected edges.
-    MStatus getConnectedEdges(MIntArray& edges) const;
-    MStatus getConnectedVertices(MIntArray& vertices) const;
-    MStatus getConnectedFaces(MIntArray& faces) const;
+    MStatus getConnectedEdges(MIntArray& edges);
+    MStatus getConnectedVertices(MIntArray& vertices);
+    MStatus getConnectedFaces(MIntArray& faces);
     bool connectedToEdge(int index, MStatus* status = nullptr);
     bool connectedToFace(int index, MStatus* status = nullptr);
 

@@ -12,13 +12,11 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// Array of matrices.
 ///
 /// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside. `get` fills a C array that the caller has made long enough.
+/// outside. Elements that are made without a value are unset.
 class OPENMAYA_EXPORT MMatrixArray {
   public:
     MMatrixArray() = default;
-    MMatrixArray(const MMatrix source[], unsigned int count) : storage_(source, count) {}
-    MMatrixArray(unsigned int initialSize, const MMatrix& initialValue = MMatrix())
-        : storage_(initialSize, initialValue) {}
+    MMatrixArray(unsigned int initialSize) : storage_(initialSize) {}
 
     unsigned int length() const { return storage_.length(); }
     const MMatrix& operator[](unsigned int index) const { return storage_.at(index); }
@@ -31,16 +29,10 @@ class OPENMAYA_EXPORT MMatrixArray {
     MStatus remove(unsigned int index) { return storage_.remove(index); }
     MStatus copy(const MMatrixArray& source) { return storage_.copy(source.storage_); }
     MStatus clear() { return storage_.clear(); }
-    MStatus get(MMatrix array[]) const { return storage_.get(array); }
 
     /// Least number of elements that room is made for when the array grows.
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
-
-    auto begin() { return storage_.begin(); }
-    auto end() { return storage_.end(); }
-    auto begin() const { return storage_.begin(); }
-    auto end() const { return storage_.end(); }
 
     friend OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MMatrixArray& array);
 

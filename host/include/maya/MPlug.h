@@ -59,7 +59,7 @@ class OPENMAYA_EXPORT MPlug {
     unsigned int logicalIndex(MStatus* status = nullptr) const;
     /// Fills the ascending logical indices of the existing elements.
     /// @return their number
-    unsigned int getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status = nullptr) const;
+    unsigned int getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status = nullptr);
     MStatus selectAncestorLogicalIndex(unsigned int index, const MObject& attribute = MObject::kNullObj);
 
     MPlug elementByLogicalIndex(unsigned int index, MStatus* status = nullptr) const;
@@ -70,7 +70,7 @@ class OPENMAYA_EXPORT MPlug {
     /// The compound that this child belongs to.
     MPlug parent(MStatus* status = nullptr) const;
     MPlug child(unsigned int index, MStatus* status = nullptr) const;
-    MPlug child(const MObject& attribute, MStatus* status = nullptr) const;
+    MPlug child(MObject& attribute, MStatus* status = nullptr) const;
 
     bool isConnected(MStatus* status = nullptr) const;
     bool isSource(MStatus* status = nullptr) const;

@@ -15,7 +15,6 @@ class OPENMAYA_EXPORT MPlugArray {
   public:
     MPlugArray() = default;
     MPlugArray(const MPlug source[], unsigned int count) : storage_(source, count) {}
-    MPlugArray(unsigned int initialSize) : storage_(initialSize, MPlug()) {}
     MPlugArray(unsigned int initialSize, const MPlug& initialValue) : storage_(initialSize, initialValue) {}
 
     unsigned int length() const { return storage_.length(); }

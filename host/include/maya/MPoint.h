@@ -48,13 +48,12 @@ class OPENMAYA_EXPORT MPoint {
     MStatus get(double d[4]) const;
     MStatus get(float f[4]) const;
 
-    /// (x, y, z, w) becomes (x/w, y/w, z/w, 1). Fails, and changes nothing, where w is 0; so does
-    /// rationalize.
-    MStatus cartesianize();
+    /// (x, y, z, w) becomes (x/w, y/w, z/w, 1). Changes nothing where w is 0; so does rationalize.
+    MPoint& cartesianize();
     /// Becomes (x/w, y/w, z/w, w).
-    MStatus rationalize();
+    MPoint& rationalize();
     /// Becomes (x*w, y*w, z*w, w).
-    MStatus homogenize();
+    MPoint& homogenize();
 
     double distanceTo(const MPoint& other) const;
     /// Distance of the two is at most the tolerance.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <hostPrivate/arrayStorage.h>
+#include <maya/MArrayIteratorTemplate.h>
 #include <maya/MPoint.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
@@ -12,17 +13,21 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// Array of points.
 ///
 /// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside. `get` fills a C array that the caller has made long enough.
+/// outside. Elements that are made without a value are unset. `get` fills an array of C arrays that the
+/// caller has made long enough.
 class OPENMAYA_EXPORT MPointArray {
   public:
+    using Iterator = MArrayIteratorTemplate<MPointArray, MPoint>;
+    using ConstIterator = MArrayConstIteratorTemplate<MPointArray, MPoint>;
+
     MPointArray() = default;
     MPointArray(const MPoint source[], unsigned int count) : storage_(source, count) {}
     MPointArray(const double source[][4], unsigned int count)
         : storage_(host::api::ArrayStorage<MPoint>::fromRows(source, count)) {}
     MPointArray(const float source[][4], unsigned int count)
         : storage_(host::api::ArrayStorage<MPoint>::fromRows(source, count)) {}
-    MPointArray(unsigned int initialSize, const MPoint& initialValue = MPoint())
-        : storage_(initialSize, initialValue) {}
+    MPointArray(unsigned int initialSize) : storage_(initialSize) {}
+    MPointArray(unsigned int initialSize, const MPoint& initialValue) : storage_(initialSize, initialValue) {}
 
     unsigned int length() const { return storage_.length(); }
     const MPoint& operator[](unsigned int index) const { return storage_.at(index); }
@@ -39,7 +44,6 @@ class OPENMAYA_EXPORT MPointArray {
     MStatus remove(unsigned int index) { return storage_.remove(index); }
     MStatus copy(const MPointArray& source) { return storage_.copy(source.storage_); }
     MStatus clear() { return storage_.clear(); }
-    MStatus get(MPoint array[]) const { return storage_.get(array); }
     MStatus get(double array[][4]) const { return storage_.getRows(array); }
     MStatus get(float array[][4]) const { return storage_.getRows(array); }
 
@@ -47,10 +51,12 @@ class OPENMAYA_EXPORT MPointArray {
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 
-    auto begin() { return storage_.begin(); }
-    auto end() { return storage_.end(); }
-    auto begin() const { return storage_.begin(); }
-    auto end() const { return storage_.end(); }
+    Iterator begin() { return Iterator(*this, 0); }
+    Iterator end() { return Iterator(*this, length()); }
+    ConstIterator begin() const { return cbegin(); }
+    ConstIterator end() const { return cend(); }
+    ConstIterator cbegin() const { return ConstIterator(*this, 0); }
+    ConstIterator cend() const { return ConstIterator(*this, length()); }
 
     friend OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MPointArray& array);
 

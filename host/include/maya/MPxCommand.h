@@ -2,7 +2,6 @@
 
 #include <hostPrivate/access.h>
 #include <maya/MArgList.h>
-#include <maya/MCommandResult.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 #include <maya/MSyntax.h>
@@ -51,14 +50,15 @@ class OPENMAYA_EXPORT MPxCommand {
     static void appendToResult(double result);
     static void appendToResult(const MString& result);
     static void appendToResult(const MStringArray& result);
-    static bool isCurrentResultArray();
-    static MCommandResult::Type currentResultType();
 
   private:
     friend struct host::api::Access;
 
     struct Call;
-    std::unique_ptr<Call> call_;
+    // Named as in the host that these declarations follow: a local of either name in a command would hide
+    // one.
+    std::unique_ptr<Call> command;
+    [[maybe_unused]] void* instance = nullptr;
 };
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

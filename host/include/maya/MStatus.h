@@ -89,7 +89,7 @@ inline bool operator!=(const MStatus::MStatusCode code, const MStatus& status) {
 }
 
 /// Writes the error string.
-OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MStatus& status);
+OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, MStatus& status);
 
 typedef MStatus MS;
 

@@ -22,11 +22,9 @@ class OPENMAYA_EXPORT MString {
     MString(const wchar_t* text);
     MString(const wchar_t* text, int length);
     MString(const MString& other);
-    MString(MString&& other) noexcept;
     ~MString();
 
     MString& operator=(const MString& other);
-    MString& operator=(MString&& other) noexcept;
     MString& operator=(const char* text);
     MString& operator=(double value);
 
@@ -53,7 +51,7 @@ class OPENMAYA_EXPORT MString {
     MStatus setUTF8(const char* text);
     MStatus setWChar(const wchar_t* text);
     MStatus setWChar(const wchar_t* text, int length);
-    MStatus clear();
+    void clear();
 
     const char* asChar() const;
     const char* asChar(int& length) const;
@@ -82,14 +80,6 @@ class OPENMAYA_EXPORT MString {
     /// Letters A to Z only.
     MString& toLowerCase();
     MString& toUpperCase();
-
-    /// Fills in ^1s, ^2s, ... of `pattern`; ^^ is a caret. Fails, and keeps its text, for a number without
-    /// argument.
-    MStatus format(const MString& pattern, const MString& arg1);
-    MStatus format(const MString& pattern, const MString& arg1, const MString& arg2);
-    MStatus format(const MString& pattern, const MString& arg1, const MString& arg2, const MString& arg3);
-    MStatus format(const MString& pattern, const MString& arg1, const MString& arg2, const MString& arg3,
-                   const MString& arg4);
 
     /// The number at the text's start, 0 when there is none; the tests want the whole text to be a number.
     bool isShort() const;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <hostPrivate/arrayStorage.h>
+#include <maya/MArrayIteratorTemplate.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 #include <maya/MTypes.h>
@@ -15,13 +16,16 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// outside. `get` fills a C array that the caller has made long enough.
 class OPENMAYA_EXPORT MStringArray {
   public:
+    using Iterator = MArrayIteratorTemplate<MStringArray, MString>;
+    using ConstIterator = MArrayConstIteratorTemplate<MStringArray, MString>;
+
     MStringArray() = default;
     MStringArray(const MString source[], unsigned int count) : storage_(source, count) {}
-    MStringArray(unsigned int initialSize, const MString& initialValue = MString())
+    MStringArray(unsigned int initialSize, const MString& initialValue)
         : storage_(initialSize, initialValue) {}
 
     unsigned int length() const { return storage_.length(); }
-    const MString& operator[](unsigned int index) const { return storage_.at(index); }
+    MString operator[](unsigned int index) const { return storage_.at(index); }
     MString& operator[](unsigned int index) { return storage_.at(index); }
 
     MStatus set(const MString& element, unsigned int index) { return storage_.set(element, index); }
@@ -29,7 +33,6 @@ class OPENMAYA_EXPORT MStringArray {
     MStatus append(const MString& element) { return storage_.append(element); }
     MStatus insert(const MString& element, unsigned int index) { return storage_.insert(element, index); }
     MStatus remove(unsigned int index) { return storage_.remove(index); }
-    MStatus copy(const MStringArray& source) { return storage_.copy(source.storage_); }
     MStatus clear() { return storage_.clear(); }
     MStatus get(MString array[]) const { return storage_.get(array); }
 
@@ -37,10 +40,12 @@ class OPENMAYA_EXPORT MStringArray {
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 
-    auto begin() { return storage_.begin(); }
-    auto end() { return storage_.end(); }
-    auto begin() const { return storage_.begin(); }
-    auto end() const { return storage_.end(); }
+    Iterator begin() { return Iterator(*this, 0); }
+    Iterator end() { return Iterator(*this, length()); }
+    ConstIterator begin() const { return cbegin(); }
+    ConstIterator end() const { return cend(); }
+    ConstIterator cbegin() const { return ConstIterator(*this, 0); }
+    ConstIterator cend() const { return ConstIterator(*this, length()); }
 
     friend OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MStringArray& array);
 

@@ -49,7 +49,7 @@ class OPENMAYA_EXPORT MTime {
     };
 
     MTime() = default;
-    MTime(double time, Unit timeUnit = kSeconds) : value_(time), unit_(timeUnit) {}
+    MTime(double time, Unit timeUnit = kFilm) : value_(time), unit_(timeUnit) {}
 
     Unit unit() const { return unit_; }
     double value() const { return value_; }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <maya/MSpace.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 
@@ -61,7 +60,6 @@ class OPENMAYA_EXPORT MTransformationMatrix {
 
     /// The same in transform, post-transform and world space; object space fails with kNotImplemented.
     MVector getTranslation(MSpace::Space space, MStatus* ReturnStatus = nullptr) const;
-    MVector translation(MSpace::Space space, MStatus* ReturnStatus = nullptr) const;
     MStatus setTranslation(const MVector& vector, MSpace::Space space);
     MStatus addTranslation(const MVector& vector, MSpace::Space space);
 

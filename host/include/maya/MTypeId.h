@@ -2,8 +2,6 @@
 
 #include <maya/MTypes.h>
 
-#include <iosfwd>
-
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Number that identifies a node or data type in files.
@@ -21,7 +19,5 @@ class OPENMAYA_EXPORT MTypeId {
   private:
     unsigned int id_ = 0;
 };
-
-OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MTypeId& typeId);
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -4,11 +4,31 @@
 
 /// Version numbers, integer types and linkage macros that every header of the API shares.
 
+#if defined(NT_PLUGIN)
+// What a plug-in for Windows finds defined behind any header of the API.
+#if !defined(NOMINMAX)
+#define NOMINMAX
+#endif
+#if !defined(WIN32_LEAN_AND_MEAN)
+#define WIN32_LEAN_AND_MEAN
+#endif
+#if !defined(_USE_MATH_DEFINES)
+#define _USE_MATH_DEFINES
+#endif
+#define uint unsigned int
+#define strcasecmp stricmp
+#endif
+
 #define MAYA_API_VERSION 20250000
 #define MAYA_APP_VERSION 2025
 
-typedef long long MInt64;
-typedef unsigned long long MUint64;
+#if defined(_WIN32)
+typedef __int64 MInt64;
+typedef unsigned __int64 MUint64;
+#else
+typedef long MInt64;
+typedef unsigned long MUint64;
+#endif
 typedef int int2[2];
 
 // DELVEN_HOST_BUILD is set while the host itself is compiled; a plug-in sees imports.
@@ -37,3 +57,21 @@ typedef int int2[2];
 #define OPENMAYAFX_EXPORT OPENMAYA_EXPORT
 #define OPENMAYARENDER_EXPORT OPENMAYA_EXPORT
 #define OPENMAYAUI_EXPORT OPENMAYA_EXPORT
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// In which space coordinates are given.
+class OPENMAYA_EXPORT MSpace {
+  public:
+    enum Space {
+        kInvalid = 0,
+        kTransform = 1,      ///< relative to the transform
+        kPreTransform = 2,   ///< before the transform is applied
+        kPostTransform = 3,  ///< after it
+        kWorld = 4,
+        kObject = kPreTransform,
+        kLast = 5
+    };
+};
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

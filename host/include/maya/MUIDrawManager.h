@@ -17,6 +17,7 @@ class OPENMAYARENDER_EXPORT MUIDrawManager {
     friend struct host::api::Access;
 
     MUIDrawManager() = default;
+    ~MUIDrawManager() = default;
 };
 
 }  // namespace MHWRender

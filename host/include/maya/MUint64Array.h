@@ -1,6 +1,7 @@
 #pragma once
 
 #include <hostPrivate/arrayStorage.h>
+#include <maya/MArrayIteratorTemplate.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 
@@ -11,12 +12,17 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// Array of unsigned 64 bit integers.
 ///
 /// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside. `get` fills a C array that the caller has made long enough.
+/// outside. Elements that are made without a value are unset. `get` fills a C array that the caller has made
+/// long enough.
 class OPENMAYA_EXPORT MUint64Array {
   public:
+    using Iterator = MArrayIteratorTemplate<MUint64Array, MUint64>;
+    using ConstIterator = MArrayConstIteratorTemplate<MUint64Array, MUint64>;
+
     MUint64Array() = default;
     MUint64Array(const MUint64 source[], unsigned int count) : storage_(source, count) {}
-    MUint64Array(unsigned int initialSize, MUint64 initialValue = 0) : storage_(initialSize, initialValue) {}
+    MUint64Array(unsigned int initialSize) : storage_(initialSize) {}
+    MUint64Array(unsigned int initialSize, MUint64 initialValue) : storage_(initialSize, initialValue) {}
 
     unsigned int length() const { return storage_.length(); }
     MUint64 operator[](unsigned int index) const { return storage_.at(index); }
@@ -35,10 +41,12 @@ class OPENMAYA_EXPORT MUint64Array {
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 
-    auto begin() { return storage_.begin(); }
-    auto end() { return storage_.end(); }
-    auto begin() const { return storage_.begin(); }
-    auto end() const { return storage_.end(); }
+    Iterator begin() { return Iterator(*this, 0); }
+    Iterator end() { return Iterator(*this, length()); }
+    ConstIterator begin() const { return cbegin(); }
+    ConstIterator end() const { return cend(); }
+    ConstIterator cbegin() const { return ConstIterator(*this, 0); }
+    ConstIterator cend() const { return ConstIterator(*this, length()); }
 
     friend OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MUint64Array& array);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <hostPrivate/arrayStorage.h>
+#include <maya/MArrayIteratorTemplate.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 
@@ -11,13 +12,17 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// Array of unsigned integers.
 ///
 /// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside. `get` fills a C array that the caller has made long enough.
+/// outside. Elements that are made without a value are unset. `get` fills a C array that the caller has made
+/// long enough.
 class OPENMAYA_EXPORT MUintArray {
   public:
+    using Iterator = MArrayIteratorTemplate<MUintArray, unsigned int>;
+    using ConstIterator = MArrayConstIteratorTemplate<MUintArray, unsigned int>;
+
     MUintArray() = default;
     MUintArray(const unsigned int source[], unsigned int count) : storage_(source, count) {}
-    MUintArray(unsigned int initialSize, unsigned int initialValue = 0)
-        : storage_(initialSize, initialValue) {}
+    MUintArray(unsigned int initialSize) : storage_(initialSize) {}
+    MUintArray(unsigned int initialSize, unsigned int initialValue) : storage_(initialSize, initialValue) {}
 
     unsigned int length() const { return storage_.length(); }
     unsigned int operator[](unsigned int index) const { return storage_.at(index); }
@@ -36,10 +41,12 @@ class OPENMAYA_EXPORT MUintArray {
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 
-    auto begin() { return storage_.begin(); }
-    auto end() { return storage_.end(); }
-    auto begin() const { return storage_.begin(); }
-    auto end() const { return storage_.end(); }
+    Iterator begin() { return Iterator(*this, 0); }
+    Iterator end() { return Iterator(*this, length()); }
+    ConstIterator begin() const { return cbegin(); }
+    ConstIterator end() const { return cend(); }
+    ConstIterator cbegin() const { return ConstIterator(*this, 0); }
+    ConstIterator cend() const { return ConstIterator(*this, length()); }
 
     friend OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MUintArray& array);
 

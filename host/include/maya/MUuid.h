@@ -10,7 +10,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 class OPENMAYA_EXPORT MUuid {
   public:
     MUuid() = default;
-    MUuid(const unsigned char uuid[16]);
+    /// From sixteen bytes.
+    MUuid(const unsigned char* uuid);
     /// From eight, four, four, four and twelve hexadecimal digits with dashes between; any other text fails
     /// and gives an invalid identifier.
     MUuid(const MString& value, MStatus* ReturnStatus = nullptr);
@@ -20,7 +21,7 @@ class OPENMAYA_EXPORT MUuid {
     bool valid() const;
     /// The next identifier of a sequence that is the same in every run of the program.
     MStatus generate();
-    MStatus copy(const MUuid& source);
+    void copy(const MUuid& source);
     MStatus get(unsigned char* destination) const;
     /// Upper-case hexadecimal with dashes.
     MString asString() const;

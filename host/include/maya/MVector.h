@@ -51,7 +51,6 @@ class OPENMAYA_EXPORT MVector {
     double& operator()(unsigned int i) { return i == 0 ? x : i == 1 ? y : z; }
     double& operator[](unsigned int i) { return i == 0 ? x : i == 1 ? y : z; }
     MStatus get(double d[3]) const;
-    MStatus get(float f[3]) const;
 
     double length() const;
     /// Unit vector; the zero vector stays zero.

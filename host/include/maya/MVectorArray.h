@@ -1,6 +1,7 @@
 #pragma once
 
 #include <hostPrivate/arrayStorage.h>
+#include <maya/MArrayIteratorTemplate.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 #include <maya/MVector.h>
@@ -12,16 +13,21 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// Array of vectors.
 ///
 /// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside. `get` fills a C array that the caller has made long enough.
+/// outside. Elements that are made without a value are unset. `get` fills an array of C arrays that the
+/// caller has made long enough.
 class OPENMAYA_EXPORT MVectorArray {
   public:
+    using Iterator = MArrayIteratorTemplate<MVectorArray, MVector>;
+    using ConstIterator = MArrayConstIteratorTemplate<MVectorArray, MVector>;
+
     MVectorArray() = default;
     MVectorArray(const MVector source[], unsigned int count) : storage_(source, count) {}
     MVectorArray(const double source[][3], unsigned int count)
         : storage_(host::api::ArrayStorage<MVector>::fromRows(source, count)) {}
     MVectorArray(const float source[][3], unsigned int count)
         : storage_(host::api::ArrayStorage<MVector>::fromRows(source, count)) {}
-    MVectorArray(unsigned int initialSize, const MVector& initialValue = MVector())
+    MVectorArray(unsigned int initialSize) : storage_(initialSize) {}
+    MVectorArray(unsigned int initialSize, const MVector& initialValue)
         : storage_(initialSize, initialValue) {}
 
     unsigned int length() const { return storage_.length(); }
@@ -35,7 +41,6 @@ class OPENMAYA_EXPORT MVectorArray {
     MStatus remove(unsigned int index) { return storage_.remove(index); }
     MStatus copy(const MVectorArray& source) { return storage_.copy(source.storage_); }
     MStatus clear() { return storage_.clear(); }
-    MStatus get(MVector array[]) const { return storage_.get(array); }
     MStatus get(double array[][3]) const { return storage_.getRows(array); }
     MStatus get(float array[][3]) const { return storage_.getRows(array); }
 
@@ -43,10 +48,12 @@ class OPENMAYA_EXPORT MVectorArray {
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 
-    auto begin() { return storage_.begin(); }
-    auto end() { return storage_.end(); }
-    auto begin() const { return storage_.begin(); }
-    auto end() const { return storage_.end(); }
+    Iterator begin() { return Iterator(*this, 0); }
+    Iterator end() { return Iterator(*this, length()); }
+    ConstIterator begin() const { return cbegin(); }
+    ConstIterator end() const { return cend(); }
+    ConstIterator cbegin() const { return ConstIterator(*this, 0); }
+    ConstIterator cend() const { return ConstIterator(*this, length()); }
 
     friend OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MVectorArray& array);
 

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <maya/MTypes.h>
+
+#include <cstddef>
+#include <iterator>
+#include <utility>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
+/// Steps through an array of the API, forwards and backwards, one element at a time.
+///
+/// Made for loops over a range and no more: an iterator that is constant can be neither followed nor
+/// compared, there is no step after use and no arithmetic, so that most algorithms of the standard library do
+/// not take it.
+template <typename Array, typename Element>
+class MArrayIteratorTemplate {
+  public:
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = Element;
+    using difference_type = std::ptrdiff_t;
+    using pointer = Element*;
+    using reference = Element&;
+
+    MArrayIteratorTemplate(Array& array, unsigned int index) : array_(&array), index_(index) {}
+
+    reference operator*() { return (*array_)[index_]; }
+    MArrayIteratorTemplate& operator++() {
+        ++index_;
+        return *this;
+    }
+    MArrayIteratorTemplate& operator--() {
+        --index_;
+        return *this;
+    }
+    bool operator==(const MArrayIteratorTemplate& other) {
+        return array_ == other.array_ && index_ == other.index_;
+    }
+    bool operator!=(const MArrayIteratorTemplate& other) { return !(*this == other); }
+
+  private:
+    Array* array_;
+    unsigned int index_;
+};
+
+/// As MArrayIteratorTemplate, for reading. It gives what the array's constant `[]` gives, which is a value in
+/// some classes.
+template <typename Array, typename Element>
+class MArrayConstIteratorTemplate {
+  public:
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = Element;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const Element*;
+    using reference = decltype(std::declval<const Array&>()[0U]);
+
+    MArrayConstIteratorTemplate(const Array& array, unsigned int index) : array_(&array), index_(index) {}
+
+    reference operator*() { return (*array_)[index_]; }
+    MArrayConstIteratorTemplate& operator++() {
+        ++index_;
+        return *this;
+    }
+    MArrayConstIteratorTemplate& operator--() {
+        --index_;
+        return *this;
+    }
+    bool operator==(const MArrayConstIteratorTemplate& other) {
+        return array_ == other.array_ && index_ == other.index_;
+    }
+    bool operator!=(const MArrayConstIteratorTemplate& other) { return !(*this == other); }
+
+  private:
+    const Array* array_;
+    unsigned int index_;
+};
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE
