@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <hostPrivate/arrayPoison.h>
 #include <maya/MColorArray.h>
 #include <maya/MDoubleArray.h>
 #include <maya/MFloatArray.h>
@@ -44,6 +45,19 @@ struct Kind {
     }
 };
 
+/// Whether an element is one that no calculation survives; texts are just empty.
+template <typename Element>
+bool isUnset(const Element& element) {
+    if constexpr (std::is_integral_v<Element>) {
+        const auto number = static_cast<std::make_signed_t<Element>>(element);
+        return number < -1000000000;
+    } else if constexpr (std::is_same_v<Element, MString>) {
+        return element.length() == 0;
+    } else {
+        return !(element == element);
+    }
+}
+
 template <typename K>
 class MArrays : public testing::Test {
   protected:
@@ -84,6 +98,26 @@ TYPED_TEST(MArrays, startEmptyOrWithTheGivenElements) {
         this->expectNumbers(List(source, 2), {4, 5});
         this->expectNumbers(List(3, TypeParam::element(7)), {7, 7, 7});
     }
+}
+
+// The API promises no value for such elements: what counts on zeros has to show.
+TYPED_TEST(MArrays, elementsWithoutAValueAreUnset) {
+    using Item = typename TypeParam::Element;
+    const bool wasOn = host::api::isArrayPoisonOn();
+    for (const bool isOn : {true, false}) {
+        host::api::setArrayPoison(isOn);
+        auto array = this->make({1});
+        EXPECT_EQ(array.setLength(3), MS::kSuccess);
+        if constexpr (!std::is_same_v<Item, MString>) array.insert(typename TypeParam::Array(1)[0], 3);
+        const unsigned int length = array.length();
+        ASSERT_GE(length, 3U);
+        EXPECT_TRUE(array[0] == TypeParam::element(1));
+        for (unsigned int k = 1; k < length; ++k)
+            EXPECT_TRUE(isOn ? isUnset<Item>(array[k]) : array[k] == Item()) << k;
+        array.setLength(1);
+        this->expectNumbers(array, {1});
+    }
+    host::api::setArrayPoison(wasOn);
 }
 
 TYPED_TEST(MArrays, copiesAreIndependent) {

@@ -11,6 +11,7 @@
 #include <maya/MUintArray.h>
 #include <maya/MVectorArray.h>
 
+#include <atomic>
 #include <ostream>
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
@@ -76,3 +77,25 @@ std::ostream& operator<<(std::ostream& out, const MVectorArray& array) {
 }
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE
+
+namespace host::api {
+
+namespace {
+
+#if defined(DELVEN_POISON_ARRAYS)
+std::atomic<bool> arrayPoison{true};
+#else
+std::atomic<bool> arrayPoison{false};
+#endif
+
+}  // namespace
+
+bool isArrayPoisonOn() {
+    return arrayPoison.load(std::memory_order_relaxed);
+}
+
+void setArrayPoison(bool isOn) {
+    arrayPoison.store(isOn, std::memory_order_relaxed);
+}
+
+}  // namespace host::api

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <hostPrivate/arrayPoison.h>
 #include <maya/MStatus.h>
 
 #include <algorithm>
@@ -19,7 +20,7 @@ class ArrayStorage {
   public:
     ArrayStorage() = default;
     /// The elements are unset.
-    explicit ArrayStorage(unsigned int length) : elements_(length, Element()) {}
+    explicit ArrayStorage(unsigned int length) : elements_(length, unsetElement<Element>()) {}
     ArrayStorage(unsigned int length, const Element& value) : elements_(length, value) {}
     ArrayStorage(const Element* source, unsigned int count) : elements_(source, source + count) {}
 
@@ -48,7 +49,7 @@ class ArrayStorage {
 
     /// New elements at the end are unset.
     MStatus setLength(unsigned int length) {
-        elements_.resize(length, Element());
+        elements_.resize(length, unsetElement<Element>());
         return MStatus::kSuccess;
     }
 

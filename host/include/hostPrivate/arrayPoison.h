@@ -1,0 +1,38 @@
+#pragma once
+
+#include <maya/MTypes.h>
+
+#include <cstring>
+#include <limits>
+#include <type_traits>
+
+namespace host::api {
+
+/// Whether elements that an array of the API makes without being given a value are poison: NaN, or a number
+/// far below zero. No part of the API: a plug-in never names it.
+///
+/// The API promises no value for such elements, and code that takes them for zeros fails elsewhere. Poison is
+/// on from the start where the host was compiled with DELVEN_POISON_ARRAYS, as in the sanitizer builds. Safe
+/// from several threads.
+OPENMAYA_EXPORT bool isArrayPoisonOn();
+OPENMAYA_EXPORT void setArrayPoison(bool isOn);
+
+/// What an array puts where it was given no value.
+template <typename Element>
+Element unsetElement() {
+    // Odd, so that it is no power of two, and no sum of few of them wraps to something small.
+    constexpr int kPoisonInteger = -1999999999;
+    Element element{};
+    if (!isArrayPoisonOn()) return element;
+    if constexpr (std::is_integral_v<Element>) {
+        element = static_cast<Element>(kPoisonInteger);
+    } else if constexpr (std::is_floating_point_v<Element>) {
+        element = std::numeric_limits<Element>::quiet_NaN();
+    } else if constexpr (std::is_trivially_copyable_v<Element>) {
+        // Points, vectors, colours and matrices consist of floating point numbers: all bits set is NaN.
+        std::memset(static_cast<void*>(&element), 0xff, sizeof element);
+    }
+    return element;
+}
+
+}  // namespace host::api
