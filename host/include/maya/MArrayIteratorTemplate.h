@@ -19,7 +19,6 @@ class MArrayIteratorTemplate {
     using iterator_category = std::bidirectional_iterator_tag;
     using value_type = Element;
     using difference_type = std::ptrdiff_t;
-    using pointer = Element*;
     using reference = Element&;
 
     MArrayIteratorTemplate(Array& array, unsigned int index) : array_(&array), index_(index) {}
@@ -51,7 +50,6 @@ class MArrayConstIteratorTemplate {
     using iterator_category = std::bidirectional_iterator_tag;
     using value_type = Element;
     using difference_type = std::ptrdiff_t;
-    using pointer = const Element*;
     using reference = decltype(std::declval<const Array&>()[0U]);
 
     MArrayConstIteratorTemplate(const Array& array, unsigned int index) : array_(&array), index_(index) {}
