@@ -63,11 +63,12 @@ format:  ## lay out the C++ files as .clang-format says
 	@scripts/install-dependencies.sh check
 	scripts/check-format.sh --fix
 
-check: build  ## layout, arrows between the rooms, clang-tidy, a compile for Windows
+check: build  ## layout, arrows between the rooms, clang-tidy, compiles with clang and for Windows
 	@scripts/install-dependencies.sh check
 	scripts/check-format.sh
 	scripts/check-dependencies.sh
 	scripts/check-tidy.sh
+	scripts/check-clang-compile.sh
 	scripts/check-windows-compile.sh
 
 package: build  ## build and install the plug-in as for Maya, with a kit made of our own headers

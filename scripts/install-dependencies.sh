@@ -10,7 +10,7 @@ declare -A packages=(
     [fuzz]="clang libclang-rt-dev"
     [coverage]="gcovr"
     # binutils: nm; util-linux: setarch, for ThreadSanitizer
-    [check]="clang-format clang-tidy g++-mingw-w64-x86-64-posix ccache binutils util-linux python3"
+    [check]="clang-format clang-tidy clang libc++-dev libc++abi-dev g++-mingw-w64-x86-64-posix ccache binutils util-linux python3"
 )
 
 groups=("${@:-build}")
