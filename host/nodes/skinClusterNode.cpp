@@ -1,6 +1,7 @@
 #include "nodes/skinClusterNode.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "nodes/deformers.h"
 #include "nodes/meshNode.h"
@@ -14,10 +15,13 @@ namespace {
 
 constexpr const char* kLockAttribute = "lockInfluenceWeights";
 
-/// Transforms that are no joints have no such attribute of their own.
+/// No node is born with the attribute, joints neither: the first skin cluster adds it.
 graph::Plug obtainLock(graph::Graph& graph, const graph::NodeRef& influence) {
     if (graph::Plug present = influence->plug(kLockAttribute)) return present;
-    graph.addAttribute(*influence, graph::number(kLockAttribute, "liw", graph::ValueKind::Bool));
+    graph::AttributeSpec lock = graph::number(kLockAttribute, "liw", graph::ValueKind::Bool);
+    lock.minimum = 0.0;
+    lock.maximum = 1.0;
+    graph.addAttribute(*influence, std::move(lock));
     return influence->plug(kLockAttribute);
 }
 

@@ -221,7 +221,6 @@ void addDagTypes(graph::NodeTypes& types) {
                 // The scale of the parent joint, whose inverse is applied.
                 keyableTriple("inverseScale", "is", ValueKind::Double, 1.0),
                 graph::number("radius", "radi", ValueKind::Float).withDefault(1).keyable(),
-                graph::number("lockInfluenceWeights", "liw", ValueKind::Bool),
                 graph::triple("objectColorRGB", "obcc", ValueKind::Float)}});
 }
 
