@@ -135,9 +135,11 @@ MFn::Type functionSetOf(graph::ComponentKind kind) {
         case graph::ComponentKind::Edge:
             return MFn::kMeshEdgeComponent;
         case graph::ComponentKind::Face:
+            return MFn::kMeshPolygonComponent;
+        case graph::ComponentKind::ControlVertex:
             break;
     }
-    return MFn::kMeshPolygonComponent;
+    return MFn::kCurveCVComponent;
 }
 
 std::optional<graph::ComponentKind> componentKindOf(MFn::Type type) {
@@ -148,6 +150,8 @@ std::optional<graph::ComponentKind> componentKindOf(MFn::Type type) {
             return graph::ComponentKind::Edge;
         case MFn::kMeshPolygonComponent:
             return graph::ComponentKind::Face;
+        case MFn::kCurveCVComponent:
+            return graph::ComponentKind::ControlVertex;
         default:
             return std::nullopt;
     }

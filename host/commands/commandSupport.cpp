@@ -16,7 +16,7 @@ constexpr double kFramesPerSecond = 24.0;
 
 /// pnts[...] of the mesh for a vertex word behind a mesh's name.
 graph::PlugMatch pointPlug(graph::Graph& graph, const graph::NodeRef& node, std::string_view attribute) {
-    const auto word = graph::parseComponentWord(attribute);
+    const auto word = graph::parseMeshComponentWord(attribute);
     const graph::NodeRef shape = word && node->type().isDag() ? graph.shapeOf(node) : nullptr;
     if (shape == nullptr || word->kind != graph::ComponentKind::Vertex) return {};
     const graph::Plug points = shape->plug("pnts");
@@ -44,7 +44,7 @@ ComponentGroup componentGroup(const std::vector<std::string>& names, std::size_t
     for (; at < names.size(); ++at) {
         const std::string_view name = names[at];
         if (name.substr(0, dot + 1) != object) break;
-        const auto word = graph::parseComponentWord(name.substr(dot + 1));
+        const auto word = graph::parseMeshComponentWord(name.substr(dot + 1));
         if (!word || word->all || (kind && word->kind != *kind)) break;
         kind = word->kind;
         group.runs.push_back(word->run);

@@ -69,6 +69,8 @@ int componentCount(const geometry::Topology& topology, graph::ComponentKind kind
             return topology.edgeCount();
         case graph::ComponentKind::Face:
             return topology.faceCount();
+        case graph::ComponentKind::ControlVertex:
+            break;
     }
     return 0;
 }

@@ -16,7 +16,7 @@ struct KindWord {
     std::string_view word;
 };
 constexpr std::array kWords{KindWord{ComponentKind::Vertex, "vtx"}, KindWord{ComponentKind::Edge, "e"},
-                            KindWord{ComponentKind::Face, "f"}};
+                            KindWord{ComponentKind::Face, "f"}, KindWord{ComponentKind::ControlVertex, "cv"}};
 
 /// Whether a run that begins at `first` joins one before it that ends at `last`: they overlap or lie side by
 /// side. The largest int may be an element, so nothing is added to an end.
@@ -225,6 +225,12 @@ std::optional<ComponentWord> parseComponentWord(std::string_view text) {
     if (*first.ptr != ':') return std::nullopt;
     const auto last = std::from_chars(first.ptr + 1, end, word.run.last);
     if (last.ec != std::errc() || last.ptr != end || word.run.last < word.run.first) return std::nullopt;
+    return word;
+}
+
+std::optional<ComponentWord> parseMeshComponentWord(std::string_view text) {
+    std::optional<ComponentWord> word = parseComponentWord(text);
+    if (word && word->kind == ComponentKind::ControlVertex) word.reset();
     return word;
 }
 

@@ -8,9 +8,10 @@
 
 namespace host::graph {
 
-enum class ComponentKind : std::uint8_t { Vertex, Edge, Face };
+/// Curves are not covered, but lists may hold the numbers of their control vertices: no object has any.
+enum class ComponentKind : std::uint8_t { Vertex, Edge, Face, ControlVertex };
 
-/// The word in front of the brackets: "vtx", "e" or "f".
+/// The word in front of the brackets: "vtx", "e", "f" or "cv".
 std::string_view componentWord(ComponentKind kind);
 /// The kind that a word stands for, if it stands for one.
 std::optional<ComponentKind> componentKindOf(std::string_view word);
@@ -77,5 +78,7 @@ struct ComponentWord {
     bool all = false;
 };
 std::optional<ComponentWord> parseComponentWord(std::string_view text);
+/// The same without the kinds that no object has, whose words may as well name an attribute.
+std::optional<ComponentWord> parseMeshComponentWord(std::string_view text);
 
 }  // namespace host::graph

@@ -217,7 +217,7 @@ NameMatches findAll(Graph& graph, std::string_view name) {
     if (dot == std::string_view::npos) {
         for (const NodeRef& node : nodes)
             matches.items.push_back({node, {}, {}});
-    } else if (const auto word = parseComponentWord(name.substr(dot + 1))) {
+    } else if (const auto word = parseMeshComponentWord(name.substr(dot + 1))) {
         matches = componentMatches(graph, nodes, *word);
     } else {
         for (const NodeRef& node : nodes) {

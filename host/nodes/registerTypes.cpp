@@ -20,6 +20,8 @@ int componentCount(graph::Graph& graph, const graph::NodeRef& shape, graph::Comp
             return data->mesh.edgeCount();
         case graph::ComponentKind::Face:
             return data->mesh.faceCount();
+        case graph::ComponentKind::ControlVertex:
+            break;
     }
     return 0;
 }

@@ -65,6 +65,7 @@ class OPENMAYA_EXPORT MFn {
 
         kComponent,
         kSingleIndexedComponent,
+        kCurveCVComponent,
         kMeshComponent,
         kMeshVertComponent,
         kMeshEdgeComponent,
