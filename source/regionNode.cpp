@@ -130,10 +130,14 @@ bool RegionNode::hasBuffers(MString& error) const {
 /// A destination keeps what a connection has brought when it is broken: so each array is copied.
 MStatus RegionNode::copyArrays(const char* from, const char* to) {
     MStatus status;
+    const MFnDependencyNode node(node_);
     for (std::size_t region = 0; status && region < kRegionCount; ++region) {
-        const MString plugs =
-            name_ + "." + arrayName(from, region) + " " + name_ + "." + arrayName(to, region);
-        status = MGlobal::executeCommand("connectAttr -f " + plugs, false, false);
+        const MString source = arrayName(from, region);
+        const MString destination = arrayName(to, region);
+        const MString plugs = name_ + "." + source + " " + name_ + "." + destination;
+        // Connecting what is connected fails.
+        const bool isConnected = node.findPlug(destination, false).source() == node.findPlug(source, false);
+        if (!isConnected) status = MGlobal::executeCommand("connectAttr -f " + plugs, false, false);
         if (status) status = MGlobal::executeCommand("disconnectAttr " + plugs, false, false);
     }
     return status;

@@ -51,7 +51,7 @@ CommandResult connectAttr(CommandContext& context, const ParsedArguments& argume
     const graph::Plug feeding = graph.source(ends.destination);
     if (feeding == ends.source) {
         graph.messages().warning("'" + source + "' is already connected to '" + destination + "'.");
-        return CommandResult::success();
+        return CommandResult::failureShown();
     }
     if (isLocked(ends.destination))
         return CommandResult::failure("Connection not made: '" + source + "' -> '" + destination +
@@ -121,6 +121,11 @@ bool feedsAtOrAbove(const graph::Graph& graph, const graph::Plug& plug) {
 
 CommandResult connectionInfo(CommandContext& context, const ParsedArguments& arguments) {
     const graph::Graph& graph = context.graph;
+    if (arguments.flagsSet() != 1) {
+        return CommandResult::failure(arguments.flagsSet() == 0
+                                          ? "connectionInfo: Nothing was asked for."
+                                          : "connectionInfo: Only one flag can be given at a time.");
+    }
     const Found<graph::PlugMatch> found = findOnePlug(context.graph, arguments.objectNames().front());
     if (!found.ok()) return CommandResult::failure(found.error);
     const graph::Plug& plug = found.value.plug;
@@ -145,8 +150,7 @@ CommandResult connectionInfo(CommandContext& context, const ParsedArguments& arg
         return CommandResult::success(nameOf(source ? fed : graph::Plug()));
     if (arguments.isSet("getExactSource"))
         return CommandResult::success(graph.destinations(plug).empty() ? std::string() : nameOf(plug));
-    if (arguments.isSet("isLocked")) return CommandResult::success(isLocked(plug));
-    return CommandResult::failure("connectionInfo: Nothing was asked for.");
+    return CommandResult::success(isLocked(plug));
 }
 
 }  // namespace

@@ -113,6 +113,19 @@ TEST_F(EditRegionMap, StoresAndRestoresAllRegions) {
     EXPECT_NE(scene_.changes(changed), "") << "undo leaves it";
 }
 
+TEST_F(EditRegionMap, StoresAlsoWhereTheBufferIsConnectedAlready) {
+    scene_.mel(setRegionScript(0, {0.25}) + setRegionScript(5, {0, 0.75}));
+    scene_.mel("connectAttr map.regionWeights0 map.regionWeightsBuffer0");
+    const Outcome outcome = call("-res 0");
+    EXPECT_EQ(outcome.value.toInt(), 1);
+    EXPECT_EQ(outcome.errors, Strings());
+    EXPECT_EQ(outcome.warnings, Strings());
+    for (const char* region : {"0", "5"})
+        EXPECT_EQ(array(std::string("regionWeightsBuffer") + region),
+                  array(std::string("regionWeights") + region));
+    EXPECT_EQ(scene_.mel("listConnections map"), Strings{"bs"});
+}
+
 TEST_F(EditRegionMap, ColorsShowTheMapOrOneRegion) {
     scene_.mel(setRegionScript(0, {1, 0.5}) + setRegionScript(1, {0, 0.5}));
     edit("-col 1");
