@@ -88,10 +88,16 @@ std::vector<SelectionItem> sceneItems(const graph::Graph& graph, const Filter& f
     return items;
 }
 
-/// The host lists nodes of a kind by name, the whole scene in order of creation.
+bool isTopLevel(const graph::Node& node) {
+    return node.parent() == nullptr;
+}
+
+/// The host lists nodes of a kind by name, the whole scene in order of creation. Of nodes that share a name
+/// the one at the top comes first.
 void sortByName(const graph::Graph& graph, std::vector<SelectionItem>& items) {
     std::stable_sort(items.begin(), items.end(), [&](const SelectionItem& a, const SelectionItem& b) {
         if (a.node->name() != b.node->name()) return a.node->name() < b.node->name();
+        if (isTopLevel(*a.node) != isTopLevel(*b.node)) return isTopLevel(*a.node);
         return graph.fullPath(*a.node) < graph.fullPath(*b.node);
     });
 }
@@ -108,8 +114,14 @@ std::vector<SelectionItem> namedItems(graph::Graph& graph, const std::vector<std
         } else {
             found = graph::findAll(graph, name).items;
         }
-        if (name.find_first_of("*?") != std::string::npos && name.find('.') == std::string::npos)
-            sortByName(graph, found);
+        if (name.find('.') == std::string::npos) {
+            if (name.find_first_of("*?") != std::string::npos) {
+                sortByName(graph, found);
+            } else {
+                std::stable_partition(found.begin(), found.end(),
+                                      [](const SelectionItem& item) { return isTopLevel(*item.node); });
+            }
+        }
         items.insert(items.end(), found.begin(), found.end());
     }
     return items;

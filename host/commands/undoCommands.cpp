@@ -21,7 +21,8 @@ CommandResult queryUndo(const graph::UndoQueue& queue, const ParsedArguments& ar
     if (arguments.isSet("infinity")) return CommandResult::success(true);
     if (arguments.isSet("undoQueueEmpty")) return CommandResult::success(!queue.canUndo());
     if (arguments.isSet("redoQueueEmpty")) return CommandResult::success(!queue.canRedo());
-    return CommandResult::failure("undoInfo: Nothing was asked for.");
+    if (arguments.flagsSet() == 0) return CommandResult::success(static_cast<int>(queue.size()));
+    return CommandResult::failure("undoInfo: Only states can be queried.");
 }
 
 CommandResult undoInfo(CommandContext& context, const ParsedArguments& arguments) {
