@@ -104,7 +104,7 @@ MStatus MArgList::get(unsigned int index, bool& value) const {
 MStatus MArgList::get(unsigned int index, int& value) const {
     if (index >= length()) return noElement();
     const std::optional<double> number = numberOf(words_->list[index]);
-    if (!number) return failure();
+    if (!number || !host::mel::fitsInt(*number)) return failure();
     value = Value(*number).toInt();
     return MStatus::kSuccess;
 }

@@ -1,20 +1,14 @@
-#include <algorithm>
-#include <limits>
+#include <utility>
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "mel/numberText.h"
 
 namespace host::commands {
 
 namespace {
 
 using graph::OptionVariables;
-
-/// Scripts may give a float where a whole number is kept.
-int wholeNumber(const Value& value) {
-    constexpr double kLimit = std::numeric_limits<int>::max();
-    return static_cast<int>(std::clamp(value.toFloat(), -kLimit - 1.0, kLimit));
-}
 
 /// Sets or appends for every use of a flag whose arguments are a name and a value.
 template <typename Store>
@@ -87,20 +81,31 @@ void change(OptionVariables& variables, const ParsedArguments& arguments) {
         removeFromArray(variables, name, position.toInt());
     });
     forEachUse(arguments, "intValue",
-               [&](const std::string& name, const Value& value) { variables.set(name, wholeNumber(value)); });
+               [&](const std::string& name, const Value& value) { variables.set(name, value.toInt()); });
     forEachUse(arguments, "floatValue",
                [&](const std::string& name, const Value& value) { variables.set(name, value.toFloat()); });
     forEachUse(arguments, "stringValue",
                [&](const std::string& name, const Value& value) { variables.set(name, value.toString()); });
-    forEachUse(arguments, "intValueAppend", [&](const std::string& name, const Value& value) {
-        append(variables, name, wholeNumber(value));
-    });
+    forEachUse(arguments, "intValueAppend",
+               [&](const std::string& name, const Value& value) { append(variables, name, value.toInt()); });
     forEachUse(arguments, "floatValueAppend", [&](const std::string& name, const Value& value) {
         append(variables, name, value.toFloat());
     });
     forEachUse(arguments, "stringValueAppend", [&](const std::string& name, const Value& value) {
         append(variables, name, value.toString());
     });
+}
+
+/// Why the numbers given for ints cannot be kept. Scripts may give floats there.
+std::string intProblem(const ParsedArguments& arguments) {
+    std::string problem;
+    for (const char* flag : {"intValue", "intValueAppend"}) {
+        forEachUse(arguments, flag, [&](const std::string& name, const Value& value) {
+            if (!mel::fitsInt(value.toFloat()))
+                problem = "optionVar " + name + ": " + mel::integerTooLarge(value.toString());
+        });
+    }
+    return problem;
 }
 
 CommandResult optionVar(CommandContext& context, const ParsedArguments& arguments) {
@@ -117,6 +122,8 @@ CommandResult optionVar(CommandContext& context, const ParsedArguments& argument
             names.push_back(entry.first);
         return CommandResult::success(std::move(names));
     }
+    std::string problem = intProblem(arguments);
+    if (!problem.empty()) return CommandResult::failure(std::move(problem));
     change(variables, arguments);
     return CommandResult::success();
 }

@@ -38,6 +38,7 @@ std::optional<Value> toWholeNumber(const Value& word, bool negativeAllowed) {
     const std::optional<Value> number = toNumber(word);
     if (!number || number->toFloat() != std::floor(number->toFloat())) return std::nullopt;
     if (!negativeAllowed && number->toFloat() < 0) return std::nullopt;
+    if (!fitsInt(number->toFloat())) return std::nullopt;
     return Value(number->toInt());
 }
 
@@ -57,6 +58,13 @@ std::optional<Value> toType(const Value& word, ArgumentType type) {
             return Value(word.toString());
     }
     return std::nullopt;
+}
+
+/// Whether a word is a number, but none that fits the integer it is to be.
+bool isTooLarge(const Value& word, ArgumentType type) {
+    const std::optional<Value> number = toNumber(word);
+    return (type == ArgumentType::Int || type == ArgumentType::Unsigned) && number &&
+           !fitsInt(number->toFloat());
 }
 
 const char* typePhrase(ArgumentType type) {
@@ -177,6 +185,8 @@ class ArgumentParser {
         values.reserve(flag.arguments.size());
         for (const ArgumentType type : flag.arguments) {
             std::optional<Value> value = at_ < words_.size() ? toType(words_[at_], type) : std::nullopt;
+            if (!value && at_ < words_.size() && isTooLarge(words_[at_], type))
+                return fail("Flag '" + text + "': " + integerTooLarge(words_[at_].toString()));
             if (!value) return fail("Flag '" + text + "' must be passed " + typePhrase(type) + " argument.");
             values.push_back(std::move(*value));
             ++at_;
@@ -188,6 +198,7 @@ class ArgumentParser {
         if (parsed_.arguments_.size() < syntax_.arguments().size()) {
             const ArgumentType type = syntax_.arguments()[parsed_.arguments_.size()];
             std::optional<Value> value = toType(word, type);
+            if (!value && isTooLarge(word, type)) return fail(integerTooLarge(word.toString()));
             if (!value) return fail("Argument '" + word.toString() + "' must be " + typePhrase(type) + ".");
             parsed_.arguments_.push_back(std::move(*value));
         } else if (syntax_.objectKind() == ObjectKind::None ||

@@ -1,6 +1,7 @@
 #include <array>
 
 #include "mel/evaluator.h"
+#include "mel/numberText.h"
 #include "mel/operators.h"
 
 namespace host::mel {
@@ -51,6 +52,10 @@ bool Evaluator::bindParameter(const Parameter& parameter, Index argument, Frame&
         value = static_cast<int>(expression.number);
     else if (!evaluate(argument, frame, value))
         return false;
+    // A bare word that was meant as an int; one that a command takes for a float may be that large.
+    const bool isLiteral = expression.kind == Expression::Kind::Float && parameter.kind == Value::Kind::Int;
+    if (isLiteral && !fitsInt(expression.number))
+        return failAt(frame, expression.offset, integerTooLarge(value.toString()));
     std::optional<Value> converted = value.convertedTo(parameter.kind);
     if (!converted) return failAt(frame, expression.offset, conversionError(value.kind(), parameter.kind));
     callee.values[slot] = std::move(*converted);

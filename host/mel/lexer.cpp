@@ -81,7 +81,7 @@ Token Lexer::number(Index at) const {
     Token token;
     token.offset = at;
     const std::optional<ParsedNumber> number = parseNumberPrefix(source_.substr(at));
-    token.kind = number->isInt ? TokenKind::Int : TokenKind::Float;
+    token.kind = number->isInt || number->isTooLarge ? TokenKind::Int : TokenKind::Float;
     token.number = number->value;
     token.end = at + static_cast<Index>(number->length);
     token.text = source_.substr(at, number->length);

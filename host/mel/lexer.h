@@ -12,7 +12,7 @@ enum class TokenKind : std::uint8_t {
     End,
     Identifier,  // text
     Variable,    // text: name without dollar sign
-    Int,         // number
+    Int,         // number, which may be too large for an int
     Float,       // number
     String,      // text: between the quotes, escapes not yet replaced
     Symbol,      // symbol

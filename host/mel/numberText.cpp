@@ -97,14 +97,18 @@ double toDouble(const Decimal& decimal, std::string_view text) {
 ParsedNumber hexadecimal(std::string_view text, std::size_t start, bool negative) {
     std::uint64_t bits = 0;
     std::size_t i = start;
-    for (; i < text.size() && hexDigit(text[i]) >= 0; ++i)
+    double value = 0.0;
+    for (; i < text.size() && hexDigit(text[i]) >= 0; ++i) {
         bits = bits << 4 | static_cast<std::uint64_t>(hexDigit(text[i]));
+        value = value * 16.0 + hexDigit(text[i]);
+    }
     const auto unsignedValue = static_cast<std::uint32_t>(negative ? 0 - bits : bits);
     ParsedNumber number;
-    number.isInt = true;
-    number.integer = static_cast<int>(unsignedValue);
-    number.value = number.integer;
     number.length = i;
+    number.isTooLarge = value > std::numeric_limits<std::uint32_t>::max();
+    number.isInt = !number.isTooLarge;
+    if (number.isInt) number.integer = static_cast<int>(unsignedValue);
+    number.value = number.isInt ? number.integer : (negative ? -value : value);
     return number;
 }
 
@@ -147,8 +151,8 @@ std::optional<ParsedNumber> parseNumberPrefix(std::string_view text) {
     number.length = start + decimal->length;
     const double magnitude = toDouble(*decimal, text.substr(start, decimal->length));
     number.value = negative ? -magnitude : magnitude;
-    number.isInt = decimal->whole && number.value >= std::numeric_limits<int>::min() &&
-                   number.value <= std::numeric_limits<int>::max();
+    number.isInt = decimal->whole && fitsInt(number.value);
+    number.isTooLarge = decimal->whole && !number.isInt;
     if (number.isInt) number.integer = static_cast<int>(number.value);
     return number;
 }
@@ -157,6 +161,10 @@ std::optional<ParsedNumber> parseNumber(std::string_view text) {
     std::optional<ParsedNumber> number = parseNumberPrefix(text);
     if (number && number->length != text.size()) return std::nullopt;
     return number;
+}
+
+std::string integerTooLarge(std::string_view digits) {
+    return "The integer " + std::string(digits) + " does not fit 32 bits.";
 }
 
 }  // namespace host::mel

@@ -2,6 +2,7 @@
 #include <limits>
 
 #include "mel/builtins.h"
+#include "mel/numberText.h"
 #include "mel/parserState.h"
 
 namespace host::mel {
@@ -13,6 +14,8 @@ struct BinaryOperator {
     Operator op;
     int level;  // binds tighter the higher
 };
+
+constexpr double kBelowLowestInt = 2147483648.0;
 
 constexpr int kOrLevel = 0;
 constexpr int kAndLevel = 1;
@@ -170,6 +173,11 @@ Index Parser::parseUnary() {
     const bool negate = token_.is('-');
     if (!negate && !token_.is('!')) return accept('+') ? parseUnary() : parsePostfix();
     advance();
+    // The lowest int is written as the negative of a number that is none.
+    if (negate && token_.kind == TokenKind::Int && token_.number == kBelowLowestInt) {
+        advance();
+        return addNumber(expression.offset, true, -kBelowLowestInt);
+    }
     expression.kind = Expression::Kind::Unary;
     expression.op = negate ? Operator::Negate : Operator::Not;
     expression.a = parseUnary();
@@ -226,13 +234,18 @@ Index Parser::parsePrimary() {
     const Token token = token_;
     switch (token.kind) {
         case TokenKind::Int:
+            if (!fitsInt(token.number)) {
+                fail(token.offset, integerTooLarge(token.text));
+                return kNoIndex;
+            }
+            [[fallthrough]];
         case TokenKind::Float:
             advance();
             return addNumber(token.offset, token.kind == TokenKind::Int, token.number);
         case TokenKind::String:
             return parseString();
         case TokenKind::Variable:
-            return parseVariable(false);
+            return parseVariable();
         case TokenKind::Identifier:
             return parseIdentifier();
         case TokenKind::Symbol:
