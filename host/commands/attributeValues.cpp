@@ -22,6 +22,14 @@ std::optional<double> switchNumber(std::string_view word) {
     return std::nullopt;
 }
 
+std::optional<double> specialNumber(std::string_view word) {
+    using Limits = std::numeric_limits<double>;
+    if (word == "nan" || word == "-nan") return Limits::quiet_NaN();
+    if (word == "inf") return Limits::infinity();
+    if (word == "-inf") return -Limits::infinity();
+    return std::nullopt;
+}
+
 /// The number of entries that an array begins with. No more is reserved than the line has words for.
 std::size_t entryCount(ValueWords& words) {
     const int count = words.integer();
@@ -43,7 +51,7 @@ template <std::size_t Size>
 std::array<double, Size> readNumbers(ValueWords& words) {
     std::array<double, Size> numbers{};
     for (double& number : numbers)
-        number = words.number();
+        number = words.anyNumber();
     return numbers;
 }
 
@@ -175,6 +183,14 @@ double ValueWords::number() {
     return 0.0;
 }
 
+double ValueWords::anyNumber() {
+    const std::string* text = ok() && !atEnd() ? words_[at_].getIf<std::string>() : nullptr;
+    const std::optional<double> special = text != nullptr ? specialNumber(*text) : std::nullopt;
+    if (!special) return number();
+    ++at_;
+    return *special;
+}
+
 int ValueWords::integer() {
     const double value = number();
     const bool fits = value == std::floor(value) && std::abs(value) <= std::numeric_limits<int>::max();
@@ -218,7 +234,7 @@ graph::DataPtr readData(ValueWords& words, std::string_view type) {
     if (type == "vectorArray")
         return readArray<graph::VectorArrayData>(words, [&] { return readNumbers<3>(words); });
     if (type == "doubleArray")
-        return readArray<graph::DoubleArrayData>(words, [&] { return words.number(); });
+        return readArray<graph::DoubleArrayData>(words, [&] { return words.anyNumber(); });
     if (type == "Int32Array") return readArray<graph::IntArrayData>(words, [&] { return words.integer(); });
     return readArray<graph::StringArrayData>(words, [&] { return words.text(); });
 }

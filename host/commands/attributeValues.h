@@ -26,6 +26,8 @@ class ValueWords {
     bool ok() const { return error_.empty(); }
 
     double number();
+    /// The same, or one of the words nan, inf and -inf, which files of deformed scenes hold.
+    double anyNumber();
     int integer();
     /// The text of the next value, whatever its type.
     std::string text();

@@ -73,7 +73,7 @@ CommandResult select(CommandContext& context, const ParsedArguments& arguments) 
     const bool isAll = arguments.isSet("all") || arguments.isSet("allDagObjects");
     if (isAll || arguments.isSet("allDependencyNodes")) {
         items.value = allItems(graph, arguments.isSet("allDependencyNodes"));
-    } else {
+    } else if (!arguments.objects().empty() || !arguments.hasEmptyList()) {
         items = objectsOrSelection(context, arguments);
     }
     if (!items.ok()) return CommandResult::failure(items.error);

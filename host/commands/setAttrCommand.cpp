@@ -8,6 +8,7 @@
 #include "commands/attributeValues.h"
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "mel/numberText.h"
 
 namespace host::commands {
 
@@ -56,10 +57,6 @@ std::string fitNumber(const graph::Graph& graph, const graph::Plug& plug, bool c
     std::optional<double> minimum = spec.minimum;
     std::optional<double> maximum = spec.maximum;
     const std::vector<std::string>& names = spec.enumNames;
-    if (spec.kind == graph::ValueKind::Int || spec.kind == graph::ValueKind::Enum) {
-        constexpr double kLimit = std::numeric_limits<int>::max();
-        value = std::clamp(value, -kLimit - 1.0, kLimit);
-    }
     if (!names.empty()) {
         value = std::trunc(value);
         const auto first =
@@ -149,11 +146,16 @@ class ValueReader {
     }
 
     std::string readNumber(const graph::Plug& plug) {
-        double value = fromScriptUnit(plug.attribute().kind(), words_.number());
+        const graph::ValueKind kind = plug.attribute().kind();
+        const bool isWhole =
+            kind == graph::ValueKind::Int || kind == graph::ValueKind::Enum || kind == graph::ValueKind::Bool;
+        double value = fromScriptUnit(kind, type_.empty() || isWhole ? words_.number() : words_.anyNumber());
         if (!words_.ok()) return words_.error();
         std::string error = fitNumber(graph_, plug, clamps_, value);
+        if (!error.empty()) return error;
+        if (isWhole && !mel::fitsInt(value)) words_.reject("the integer does not fit 32 bits");
         writes_.numbers.emplace_back(plug, value);
-        return error;
+        return words_.error();
     }
 
     graph::Graph& graph_;
@@ -198,7 +200,7 @@ std::string writeAliases(graph::Graph& graph, const ParsedArguments& arguments) 
         dot > 0 ? findOneNode(graph, name.substr(0, dot))
                 : Found<graph::NodeRef>{
                       graph.selection().empty() ? nullptr : graph.selection().items().front().node, {}};
-    if (node.value == nullptr) return "No object matches name: " + name;
+    if (node.value == nullptr) return "setAttr: No object matches name: " + name;
     const bool hasCount = arguments.objects().size() > 1 && arguments.objects()[1].isNumber();
     ValueWords words(arguments.objects(), hasCount ? 2 : 1);
     while (!words.atEnd()) {
@@ -231,7 +233,7 @@ CommandResult setAttr(CommandContext& context, const ParsedArguments& arguments)
         return error.empty() ? CommandResult::success() : CommandResult::failure(std::move(error));
     }
     const Found<graph::PlugMatch> found = findOnePlug(graph, arguments.objects()[0].toString());
-    if (!found.ok()) return CommandResult::failure(found.error);
+    if (!found.ok()) return CommandResult::failure("setAttr: " + found.error);
     const bool setsState =
         arguments.isSet("lock") || arguments.isSet("keyable") || arguments.isSet("channelBox");
     // A lock that is taken off comes off before the value is set, one that is put on comes after it.
@@ -250,6 +252,15 @@ CommandResult setAttr(CommandContext& context, const ParsedArguments& arguments)
     return CommandResult::success();
 }
 
+/// Whether the type that was given makes the next value a text, which may look like a flag.
+bool isTextOwed(const ParsedArguments& arguments) {
+    const std::vector<Value>& words = arguments.objects();
+    const std::string type = arguments.text("type");
+    if (type == "string") return words.size() == 1;
+    return type == "stringArray" && words.size() >= 2 &&
+           static_cast<double>(words.size() - 2) < words[1].toFloat();
+}
+
 }  // namespace
 
 void registerSetAttrCommand(mel::CommandRegistry& registry) {
@@ -257,7 +268,7 @@ void registerSetAttrCommand(mel::CommandRegistry& registry) {
     syntax.flag("typ", "type", {kText}).flag("c", "clamp");
     syntax.flag("s", "size", {ArgumentType::Unsigned}).flag("ch", "capacityHint", {ArgumentType::Unsigned});
     syntax.flag("l", "lock", {kSwitch}).flag("k", "keyable", {kSwitch}).flag("cb", "channelBox", {kSwitch});
-    syntax.objects(ObjectKind::Values, 1);
+    syntax.objects(ObjectKind::Values, 1).textsFollow(isTextOwed);
     registry.add("setAttr", syntax, setAttr, "alteredValue av caching ca");
 }
 

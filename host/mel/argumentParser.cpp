@@ -1,5 +1,6 @@
 #include "mel/argumentParser.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <utility>
@@ -121,14 +122,17 @@ bool looksLikeFlag(const Value& word) {
 /// Fills a ParsedArguments word by word; the first misfit ends it.
 class ArgumentParser {
   public:
-    ArgumentParser(const Syntax& syntax, std::vector<Value>&& words)
-        : syntax_(syntax), words_(flattened(std::move(words))), parsed_(syntax) {}
+    ArgumentParser(const Syntax& syntax, std::vector<Value>&& words) : syntax_(syntax), parsed_(syntax) {
+        const auto isEmptyList = [](const Value& word) { return word.isArray() && word.size() == 0; };
+        parsed_.hasEmptyList_ = std::any_of(words.begin(), words.end(), isEmptyList);
+        words_ = flattened(std::move(words));
+    }
 
     ArgumentParseResult run() {
         findModes();
         if (syntax_.objectKind() != ObjectKind::None) parsed_.objects_.reserve(words_.size());
         while (error_.empty() && at_ < words_.size()) {
-            if (looksLikeFlag(words_[at_]))
+            if (looksLikeFlag(words_[at_]) && !isValue(words_[at_]))
                 takeFlag();
             else
                 takeObject();
@@ -159,6 +163,14 @@ class ArgumentParser {
             if (words_[i + k].isString() && isModeFlag(syntax_, *words_[i + k].getIf<std::string>(), true))
                 return k - 1;
         return count;
+    }
+
+    /// Whether a word that looks like a flag is none: a text where one is due, or a number.
+    bool isValue(const Value& word) const {
+        if (syntax_.isTextNext() && syntax_.isTextNext()(parsed_)) return true;
+        const std::string& text = *word.getIf<std::string>();
+        const bool isNumber = text == "-inf" || text == "-nan";
+        return isNumber && syntax_.objectKind() == ObjectKind::Values && syntax_.find(text) < 0;
     }
 
     void takeFlag() {

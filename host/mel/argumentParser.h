@@ -40,6 +40,9 @@ class ParsedArguments {
     /// ObjectKind::Strings all are String values, with ObjectKind::Values they are what the script wrote.
     const std::vector<Value>& objects() const { return objects_; }
     std::vector<std::string> objectNames() const;
+    /// Whether an array without elements stood among the words: a command may take "these, of which there are
+    /// none" for something else than "nothing was said".
+    bool hasEmptyList() const { return hasEmptyList_; }
 
   private:
     friend class ArgumentParser;
@@ -50,6 +53,7 @@ class ParsedArguments {
     std::vector<Value> objects_;
     bool query_ = false;
     bool edit_ = false;
+    bool hasEmptyList_ = false;
 };
 
 /// `error` is empty when the line fits the syntax; else it is the text to show.

@@ -1,6 +1,7 @@
 #include "mel/syntax.h"
 
 #include <cassert>
+#include <utility>
 
 namespace host::mel {
 
@@ -61,6 +62,11 @@ Syntax& Syntax::objects(ObjectKind kind, int minimum, int maximum) {
     objectKind_ = kind;
     minimumObjects_ = minimum;
     maximumObjects_ = maximum;
+    return *this;
+}
+
+Syntax& Syntax::textsFollow(std::function<bool(const ParsedArguments&)> isNext) {
+    isTextNext_ = std::move(isNext);
     return *this;
 }
 

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <climits>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace host::mel {
+
+class ParsedArguments;
 
 /// What a flag or a positional argument takes. Distances, angles and times are doubles, selection items
 /// strings.
@@ -51,6 +54,9 @@ class Syntax {
     void addArgument(ArgumentType type) { arguments_.push_back(type); }
     /// @param maximum  INT_MAX for any number
     Syntax& objects(ObjectKind kind, int minimum = 0, int maximum = INT_MAX);
+    /// For a command that takes texts as values. @param isNext  whether the next object is such a text, by
+    /// what was parsed before it; then it is one even if it looks like a flag
+    Syntax& textsFollow(std::function<bool(const ParsedArguments&)> isNext);
     /// Accept -q/-query and -e/-edit.
     Syntax& enableQuery(bool on = true);
     Syntax& enableEdit(bool on = true);
@@ -60,6 +66,8 @@ class Syntax {
     ObjectKind objectKind() const { return objectKind_; }
     int minimumObjects() const { return minimumObjects_; }
     int maximumObjects() const { return maximumObjects_; }
+    /// Empty for a command without such texts.
+    const std::function<bool(const ParsedArguments&)>& isTextNext() const { return isTextNext_; }
     bool hasQuery() const { return query_; }
     bool hasEdit() const { return edit_; }
 
@@ -73,6 +81,7 @@ class Syntax {
     ObjectKind objectKind_ = ObjectKind::None;
     int minimumObjects_ = 0;
     int maximumObjects_ = INT_MAX;
+    std::function<bool(const ParsedArguments&)> isTextNext_;
     bool query_ = false;
     bool edit_ = false;
 };

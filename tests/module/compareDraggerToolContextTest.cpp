@@ -168,7 +168,7 @@ TEST_F(CompareTool, GoesOnWhenAScriptOrTheNodeFails) {
     setList("1,11,1,5,ghost");
     const Outcome noNode = scene.run("headlessDrag -from 0 0 -to 50 0");
     EXPECT_TRUE(noNode.ok);
-    EXPECT_EQ(noNode.errors, Strings{"No object matches name: ghost.w[10000]"});
+    EXPECT_EQ(noNode.errors, Strings{"setAttr: No object matches name: ghost.w[10000]"});
     EXPECT_EQ(noNode.printed, "compare 0 at 3; reset 0 at 5; ");
 
     scene.mel("global proc delvenSculpt_compareSculpt() { error \"no sculpt\"; }");
