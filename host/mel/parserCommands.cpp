@@ -94,23 +94,26 @@ bool Parser::parseWord(Index& at) {
     moveTo(at);
     if (token_.kind == TokenKind::Invalid) return false;
     if (c == '$')
-        scratch_.push_back(requireDeclared(parseComponents(parseVariable(true))));
+        scratch_.push_back(requireDeclared(parseComponents(parseVariable())));
     else
         scratch_.push_back(parseComponents(parsePrimary()));
     at = lastEnd_;
     return true;
 }
 
-/// `-flag`, `-1.5` or the negative of a variable or a parenthesis.
+/// `-flag`, `-1.5` or the negative of a variable or a parenthesis. Blanks may stand between a dash and the
+/// name of a flag.
 Index Parser::parseFlagOrNegative(Index& at) {
     const Index start = at;
     const char next = lexer_.at(at + 1);
-    if (isIdentifierStart(next)) {
-        at += 2;
-        while (isIdentifierPart(lexer_.at(at)))
-            ++at;
-        return addText(start, lexer_.source().substr(start, at - start));
+    const Token name = lexer_.next(at + 1);
+    if (name.kind == TokenKind::Identifier) {
+        at = name.end;
+        if (name.offset == start + 1) return addText(start, lexer_.source().substr(start, at - start));
+        program_.strings.push_back('-' + std::string(name.text));
+        return addText(start, program_.strings.back());
     }
+    if (name.kind == TokenKind::End) at = name.offset;
     if (isDigit(next) || (next == '.' && isDigit(lexer_.at(at + 2)))) return parseBareWord(at);
     if (next != '$' && next != '(') return kNoIndex;
     moveTo(start);

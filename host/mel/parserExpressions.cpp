@@ -388,8 +388,9 @@ Index Parser::parseArrayLiteral() {
     return add(expression);
 }
 
-/// @param adjacentOnly  in a command, where a bracket behind a blank begins another word
-Index Parser::parseVariable(bool adjacentOnly) {
+/// A variable with its subscripts. In a command too these may stand behind blanks: no word begins with a
+/// bracket.
+Index Parser::parseVariable() {
     const Token name = token_;
     advance();
     Expression expression;
@@ -399,7 +400,7 @@ Index Parser::parseVariable(bool adjacentOnly) {
     const std::optional<Index> variable = scopes_.find(name.text);
     if (variable) expression.a = *variable;
     for (Index* index : {&expression.b, &expression.c}) {
-        if (failed_ || !token_.is('[') || (adjacentOnly && token_.offset != lastEnd_)) break;
+        if (failed_ || !token_.is('[')) break;
         advance();
         expression.kind = Expression::Kind::Element;
         *index = parseExpression();

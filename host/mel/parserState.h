@@ -67,7 +67,7 @@ class Parser {
     Index parseParenthesis();
     Index parseVectorOrMatrix();
     Index parseArrayLiteral();
-    Index parseVariable(bool adjacentOnly);
+    Index parseVariable();
     Index parseString();
     Index makeChain(int level, Index left, std::size_t mark);
     Index makeCall(const Token& name, std::size_t mark);
