@@ -5,6 +5,7 @@
 
 #include "mel/argumentParser.h"
 #include "mel/interpreter.h"
+#include "mel/lexer.h"
 
 using namespace host::mel;
 
@@ -68,7 +69,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Interpreter interpreter(commands, output, options);
     const std::string_view text(reinterpret_cast<const char*>(data), size);
 
+    const bool isUnfinished = interpreter.endOf(text) == TextEnd::TooEarly || BracketCount().isOpenIn(text);
     const RunResult result = interpreter.run(text);
+    if (result.ok && isUnfinished) {
+        std::fprintf(stderr, "a text that runs is said to end too early\n");
+        std::abort();
+    }
     const bool mayCatch = text.find("catch") != std::string_view::npos;
     const int expected = result.ok ? 0 : 1;
     if (result.error.shown == result.ok || (!mayCatch && output.errors != expected)) {

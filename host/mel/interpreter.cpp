@@ -1,6 +1,7 @@
 #include "mel/interpreter.h"
 
 #include "mel/evaluator.h"
+#include "mel/parser.h"
 
 namespace host::mel {
 
@@ -30,6 +31,10 @@ Interpreter::~Interpreter() = default;
 
 RunResult Interpreter::run(std::string_view text, std::string_view sourceName, const RunOptions& options) {
     return evaluator_->run(text, sourceName, options);
+}
+
+TextEnd Interpreter::endOf(std::string_view text) const {
+    return parse(std::string(text), {}, evaluator_->globals()).end;
 }
 
 CommandResult Interpreter::callCommand(std::string_view name, std::vector<Value> arguments) {

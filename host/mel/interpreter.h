@@ -49,6 +49,7 @@ struct RunResult {
     CommandResult toCommandResult() &&;
 };
 
+enum class TextEnd : std::uint8_t;
 class Evaluator;
 
 /// Runs MEL text: procedures and built-in functions are its own, all other words are looked up in the command
@@ -69,6 +70,9 @@ class Interpreter {
     ///                    are not global are visible to text of the same source name only.
     /// An error is shown once: by the outermost run, by a `catch`, or by the run that asks for it.
     RunResult run(std::string_view text, std::string_view sourceName = {}, const RunOptions& options = {});
+
+    /// How a text ends when it is read as `run` would read it now.
+    TextEnd endOf(std::string_view text) const;
 
     /// Calls a procedure, built-in function or command by name, in this order. Shows no error.
     CommandResult callCommand(std::string_view name, std::vector<Value> arguments);

@@ -34,6 +34,7 @@ Token Lexer::next(Index at) const {
     token.offset = token.end = at;
     if (unterminated) {
         token.kind = TokenKind::Invalid;
+        token.isCutOff = true;
         token.text = "Unterminated comment.";
         return token;
     }
@@ -58,13 +59,18 @@ Token Lexer::string(Index at) const {
     Token token;
     token.offset = at;
     token.kind = TokenKind::String;
+    token.isCutOff = true;
     for (Index i = at + 1; i < source_.size(); ++i) {
         if (source_[i] == '"') {
             token.text = source_.substr(at + 1, i - at - 1);
             token.end = i + 1;
+            token.isCutOff = false;
             return token;
         }
-        if (source_[i] == '\n') break;
+        if (source_[i] == '\n') {
+            token.isCutOff = false;
+            break;
+        }
         if (source_[i] == '\\') {
             token.hasEscapes = true;
             // Skips what is escaped: a quote, or the line end of a continued string.
@@ -106,6 +112,21 @@ Token Lexer::operatorAt(Index at) const {
     token.text = "Syntax error";
     token.end = at;
     return token;
+}
+
+bool BracketCount::isOpenIn(std::string_view text) {
+    const Lexer lexer(text);
+    for (Token token = lexer.next(at_); token.kind != TokenKind::End; token = lexer.next(at_)) {
+        if (token.isCutOff) return true;
+        if (token.is('(') || token.is('{') || token.is('[')) ++depth_;
+        if (token.is(')') || token.is('}') || token.is(']')) --depth_;
+        // What is no token, as the quote of an unterminated string, is an error for the parser to find.
+        const bool isString = token.kind == TokenKind::Invalid && text[token.offset] == '"';
+        at_ = isString                           ? static_cast<Index>(text.find('\n', token.offset))
+              : token.kind == TokenKind::Invalid ? token.offset + 1
+                                                 : token.end;
+    }
+    return depth_ > 0;
 }
 
 std::string unescaped(std::string_view text) {

@@ -28,6 +28,7 @@ constexpr Symbol symbol(char first, char second = 0) {
 struct Token {
     TokenKind kind = TokenKind::End;
     bool hasEscapes = false;  // of a string
+    bool isCutOff = false;    // invalid only because the text ends in it
     Symbol symbol = 0;
     Index offset = 0;
     Index end = 0;  // offset behind the token
@@ -59,6 +60,18 @@ class Lexer {
     Token operatorAt(Index at) const;
 
     std::string_view source_;
+};
+
+/// Counts the brackets of a text that grows line by line. Linear in the length of the text in all.
+class BracketCount {
+  public:
+    /// Whether a bracket, a comment or a string is open at the end of a text.
+    /// @param text  what was given the last time and whole lines behind it
+    bool isOpenIn(std::string_view text);
+
+  private:
+    Index at_ = 0;
+    int depth_ = 0;
 };
 
 /// Replaces the escapes of a string literal: \n \t \r \" \\ ; a backslash before any other character is

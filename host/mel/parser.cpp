@@ -37,8 +37,9 @@ ParseResult parse(std::string text, std::string fileName, const GlobalTable& glo
 
     Parser parser(*program, globals);
     parser.parseProgram();
-    if (parser.failed()) return {nullptr, parser.error(), program->position(parser.errorOffset())};
-    return {std::move(program), {}, {}};
+    if (parser.failed())
+        return {nullptr, parser.error(), program->position(parser.errorOffset()), parser.end()};
+    return {std::move(program), {}, {}, parser.end()};
 }
 
 Parser::Nesting::Nesting(Parser& parser) : parser_(parser) {
@@ -69,13 +70,23 @@ void Parser::expect(char c) {
 void Parser::fail(Index offset, std::string error) {
     if (failed_) return;
     failed_ = true;
+    const bool atEnd = offset >= program_.source.size();
     // The lexer knows better what is wrong at a place where it could not make a token.
     const Token atError = lexer_.next(offset);
     error_ = atError.kind == TokenKind::Invalid && atError.offset == offset ? std::string(atError.text)
                                                                             : std::move(error);
+    end_ = atEnd || (atError.offset == offset && atError.isCutOff) ? TextEnd::TooEarly : TextEnd::Closed;
     errorOffset_ = std::min(offset, static_cast<Index>(program_.source.size()));
     token_ = {};
     token_.offset = token_.end = static_cast<Index>(program_.source.size());
+}
+
+void Parser::endStatement() {
+    if (failed_) return;
+    if (token_.kind != TokenKind::End)
+        expect(';');
+    else
+        end_ = TextEnd::Open;
 }
 
 Index Parser::add(Expression expression) {

@@ -26,6 +26,7 @@ class Parser {
     bool failed() const { return failed_; }
     const std::string& error() const { return error_; }
     Index errorOffset() const { return errorOffset_; }
+    TextEnd end() const { return end_; }
 
   private:
     class Nesting;
@@ -91,6 +92,8 @@ class Parser {
     bool accept(Symbol s);
     bool accept(char c) { return accept(symbol(c)); }
     void expect(char c);
+    /// Takes the semicolon of a statement, which the last one of a text may lack.
+    void endStatement();
     bool isKeyword(std::string_view word) const {
         return token_.kind == TokenKind::Identifier && token_.text == word;
     }
@@ -118,6 +121,7 @@ class Parser {
     int loops_ = 0;  // around the statement in hand
     int switches_ = 0;
     bool failed_ = false;
+    TextEnd end_ = TextEnd::Closed;
     std::string error_;
     Index errorOffset_ = 0;
 };

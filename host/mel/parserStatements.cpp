@@ -54,7 +54,7 @@ void Parser::parseJump(bool isBreak) {
     if (!isBreak && loops_ == 0) return fail(token_.offset, "The continue statement has to stand in a loop.");
     advance();
     scratch_.push_back(add(statement));
-    if (token_.kind != TokenKind::End) expect(';');
+    endStatement();
 }
 
 Index Parser::parseLoopBody() {
@@ -64,14 +64,14 @@ Index Parser::parseLoopBody() {
     return body;
 }
 
-/// An assignment, a call or a command. The last one of a text may end without a semicolon.
+/// An assignment, a call or a command.
 void Parser::parseExpressionStatement() {
     Statement statement;
     statement.offset = token_.offset;
     const bool word = token_.kind == TokenKind::Identifier && !typeKeyword(token_.text);
     statement.a = word ? parseCommand(';') : parseExpression();
     if (failed_) return;
-    if (token_.kind != TokenKind::End) expect(';');
+    endStatement();
     scratch_.push_back(add(statement));
 }
 
@@ -127,7 +127,7 @@ void Parser::parseDeclaration(bool global) {
     do {
         parseDeclarator(*kind, global);
     } while (!failed_ && accept(','));
-    if (!failed_ && token_.kind != TokenKind::End) expect(';');
+    endStatement();
 }
 
 void Parser::parseDeclarator(Value::Kind kind, bool global) {
@@ -235,6 +235,7 @@ void Parser::parseIf() {
         scratch_.push_back(condition);
         scratch_.push_back(body);
         another = false;
+        if (token_.kind == TokenKind::End && !failed_ && end_ == TextEnd::Closed) end_ = TextEnd::BeforeElse;
         if (!isKeyword("else")) break;
         advance();
         another = isKeyword("if");
@@ -267,7 +268,7 @@ void Parser::parseDo() {
     expect('(');
     statement.a = parseExpression();
     expect(')');
-    if (token_.kind != TokenKind::End) expect(';');
+    endStatement();
     scratch_.push_back(add(statement));
 }
 
@@ -376,7 +377,7 @@ void Parser::parseReturn() {
     statement.offset = token_.offset;
     advance();
     if (!token_.is(';') && token_.kind != TokenKind::End) statement.a = parseExpression();
-    if (token_.kind != TokenKind::End) expect(';');
+    endStatement();
     scratch_.push_back(add(statement));
 }
 

@@ -168,10 +168,19 @@ struct Program {
     SourcePosition position(Index offset) const;
 };
 
+/// How a text ends, for readers that get it line by line.
+enum class TextEnd : std::uint8_t {
+    Closed,      ///< behind a whole statement, or at a place that is wrong whatever follows
+    Open,        ///< in a statement that is whole, but has no semicolon: more words may follow
+    BeforeElse,  ///< behind an `if` that may get an `else`
+    TooEarly     ///< in the middle of something
+};
+
 struct ParseResult {
     std::shared_ptr<Program> program;  // nullptr when there is an error
     std::string error;
     SourcePosition position;
+    TextEnd end = TextEnd::Closed;
 };
 
 }  // namespace host::mel

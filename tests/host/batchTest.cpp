@@ -300,6 +300,46 @@ INSTANTIATE_TEST_SUITE_P(
         EntryCase{"blankLines", "\n\n8;\n\n", "// Result: 8 //\n"}),
     [](const auto& parameter) { return parameter.param.name; });
 
+class SameText : public Batch, public testing::WithParamInterface<EntryCase> {};
+
+TEST_P(SameText, GivesTheSameOnStandardInputAsCommandAndAsScript) {
+    const std::string& text = GetParam().input;
+    for (const Outcome& outcome : {prompt(text), run({"-command", text}), run({written("text.mel", text)})}) {
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.output, GetParam().output);
+        EXPECT_EQ(outcome.messages, "");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Batch, SameText,
+    testing::Values(
+        EntryCase{"operatorAtTheLineEnd", "{ int $x = 3 +\n4; print $x; }\nprint (1 +\n2);\n", "73"},
+        EntryCase{"wordsOnTheNextLine", "print\n\"a\"\n;print \"b\"\n", "ab"},
+        EntryCase{"flagOnTheNextLine", "createNode network -n\n\"n\"\n-skipSelect;print (size(`ls n`));\n",
+                  "1"},
+        EntryCase{"continuedString", "print \"a\\\nb\";\n", "ab"},
+        EntryCase{"backQuote", "print (size(`ls\n-type \"time\"\n`));\n", "1"},
+        EntryCase{"elseBelowBlankLinesAndComments",
+                  "if (0)\nprint 1;\n\n// so\n/* or\nso */\nelse print 2;\nprint 3;\n", "23"},
+        EntryCase{"whileBelowTheBody", "int $i;\ndo\n{\n$i++;\n}\nwhile\n($i < 3)\n;print $i;\n", "3"},
+        EntryCase{"bracketInABareWordAndAString", "print (\"}\" +\n\"{\");\n", "}{"}),
+    [](const auto& parameter) { return parameter.param.name; });
+
+TEST_F(Batch, TakesAWholeBlockForOneWrongPiece) {
+    const Outcome outcome = prompt("global proc f() {\nint x;\nprint \"no\";\n}\nprint \"on\";\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "on");
+    EXPECT_EQ(outcome.messages, "// Error: line 2.5: Syntax error //\n");
+}
+
+TEST_F(Batch, EndsAPieceAtTheLineOfAStringThatIsNotClosed) {
+    const Outcome outcome = prompt("print \"open;\nprint \"on\";\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "on");
+    EXPECT_EQ(outcome.messages, "// Error: line 1.7: Unterminated string. //\n");
+}
+
 TEST_F(Batch, CountsTheLinesOfItsInput) {
     const Outcome outcome = prompt("print 1;\n\n\nif (1)\n{\n  select gone;\n}\nselect away;\n");
     EXPECT_EQ(outcome.messages,

@@ -13,6 +13,7 @@
 #include <fstream>
 #include <vector>
 
+#include "mel/lexer.h"
 #include "mel/scriptHost.h"
 
 namespace host::mel::test {
@@ -89,6 +90,7 @@ TEST_P(MelScript, ShowsWhatItAnnounces) {
     RunOptions options;
     options.echoResult = !scriptCase.results.empty();
 
+    const bool endsTooEarly = interpreter.endOf(scriptCase.text) == TextEnd::TooEarly;
     const RunResult result = interpreter.run(scriptCase.text, "case.mel", options);
 
     std::string printed = output.printed;
@@ -99,6 +101,8 @@ TEST_P(MelScript, ShowsWhatItAnnounces) {
     EXPECT_EQ(output.infos, scriptCase.infos);
     EXPECT_EQ(output.results, scriptCase.results);
     EXPECT_FALSE(result.ok && result.error.shown);
+    EXPECT_FALSE(result.ok && endsTooEarly);
+    EXPECT_FALSE(result.ok && BracketCount().isOpenIn(scriptCase.text));
 }
 
 INSTANTIATE_TEST_SUITE_P(Scripts, MelScript, testing::ValuesIn(allCases()),
