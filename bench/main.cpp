@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
     addVertexOrderRows();
     addSculptRows();
     addSymmetryRows();
+    addClosestFaceRows();
     addMirrorRows();
     addWeightRows();
     addRegionRows();

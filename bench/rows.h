@@ -5,6 +5,7 @@ void addTargetDataRows();
 void addDataFileRows();
 void addExtractionRows();
 void addEditRows();
+void addClosestFaceRows();
 void addRegionRows();
 void addSceneRows();
 void addSculptRows();

@@ -5,7 +5,7 @@
 set -euo pipefail
 
 declare -A packages=(
-    [build]="cmake ninja-build g++ libtbb-dev libembree-dev libedit-dev libgtest-dev locales"
+    [build]="cmake ninja-build g++ libtbb-dev libedit-dev libgtest-dev locales"
     [bench]="libbenchmark-dev libgtest-dev libnanoflann-dev"
     [fuzz]="clang libclang-rt-dev"
     [coverage]="gcovr"

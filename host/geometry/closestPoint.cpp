@@ -1,24 +1,26 @@
 #include "geometry/closestPoint.h"
 
-#include <embree3/rtcore.h>
-
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <numeric>
 #include <utility>
 
+#include "geometry/triangleTree.h"
 #include "geometry/triangulate.h"
 
 namespace host::geometry {
 
 namespace {
 
-/// Beyond this the tree's single precision arithmetic could overflow; such meshes and queries are searched
-/// one by one.
-constexpr double kLargestInTree = 1e15;
-
 /// Positions along an edge or weights of a corner below this are rounding and count as zero, so that all
 /// triangles that share the vertex or edge find the very same point on it and tie.
 constexpr double kSnap = 1e-14;
+
+/// How far a computed distance may be off, as a part of the coordinates that it was computed from: far more
+/// than it is but for slivers.
+constexpr double kRounding = 1e-9;
 
 /// Where a triangle is closest; the distance is in the same unit as the corners.
 struct TriangleHit {
@@ -72,20 +74,98 @@ TriangleHit closestOnTriangle(const std::array<Vec3, 3>& corners) {
     return hit;
 }
 
-/// One for the process: it owns nothing but settings, and making one takes longer than a small tree.
-RTCDevice sharedDevice() {
-    struct Owner {
-        RTCDevice device = rtcNewDevice(nullptr);
-        ~Owner() {
-            if (device != nullptr) rtcReleaseDevice(device);
-        }
-    };
-    static const Owner owner;
-    return owner.device;
-}
-
 double largestOf(const Vec3& v) {
     return std::max({std::abs(v.x), std::abs(v.y), std::abs(v.z)});
+}
+
+Vec3 vector(const std::array<float, 3>& point) {
+    return {point[0], point[1], point[2]};
+}
+
+/// Scatters face numbers. Each step can be reversed, so that no two faces get one rank.
+std::uint32_t shuffled(int face, std::uint32_t seed) {
+    std::uint32_t bits = static_cast<std::uint32_t>(face) ^ (seed * 0x9e3779b9U);
+    bits = (bits ^ (bits >> 16)) * 0x7feb352dU;
+    bits = (bits ^ (bits >> 15)) * 0x846ca68bU;
+    return bits ^ (bits >> 16);
+}
+
+/// Which of two equally close triangles is reported: this alone decides, wherever triangles tie.
+bool winsTie(const FaceTieRule& rule, const TriangleTree::Triangle& candidate,
+             const TriangleTree::Triangle& current) {
+    const bool isSameFace = candidate.owner == current.owner;
+    if (rule.kind == FaceTieRule::Kind::Lowest || isSameFace) return candidate.number < current.number;
+    if (rule.kind == FaceTieRule::Kind::Highest) return candidate.owner > current.owner;
+    return shuffled(candidate.owner, rule.seed) < shuffled(current.owner, rule.seed);
+}
+
+std::size_t hashOf(const TriangleTree::Triangle& triangle) {
+    std::uint64_t hash = 0;
+    for (const auto& corner : triangle.corners) {
+        for (const float value : corner) {
+            std::uint32_t bits = 0;
+            std::memcpy(&bits, &value, sizeof bits);
+            hash = (hash ^ bits) * 0x9E3779B97F4A7C15u;
+            hash ^= hash >> 32;
+        }
+    }
+    return static_cast<std::size_t>(hash);
+}
+
+/// Triangles at different places. Of those whose corners lie at the same places in the same order, which are
+/// equally close to every point, the one stands for all that wins every tie.
+class Places {
+  public:
+    Places(std::size_t most, const FaceTieRule& rule) : rule_(rule) {
+        triangles_.reserve(most);
+        std::size_t size = 2;
+        while (size < 2 * most)
+            size *= 2;
+        slots_.resize(size, kFree);
+    }
+
+    void add(const TriangleTree::Triangle& triangle) {
+        std::size_t slot = hashOf(triangle) & (slots_.size() - 1);
+        while (slots_[slot] != kFree) {
+            TriangleTree::Triangle& present = triangles_[slots_[slot]];
+            if (std::memcmp(&present.corners, &triangle.corners, sizeof triangle.corners) == 0) {
+                if (winsTie(rule_, triangle, present)) present = triangle;
+                return;
+            }
+            slot = (slot + 1) & (slots_.size() - 1);
+        }
+        slots_[slot] = static_cast<std::uint32_t>(triangles_.size());
+        triangles_.push_back(triangle);
+    }
+
+    std::vector<TriangleTree::Triangle> take() && { return std::move(triangles_); }
+
+  private:
+    static constexpr std::uint32_t kFree = 0xFFFFFFFF;
+    const FaceTieRule& rule_;
+    std::vector<TriangleTree::Triangle> triangles_;
+    std::vector<std::uint32_t> slots_;
+};
+
+/// What the tree is made of; triangles with a point that is not finite are left out.
+std::vector<TriangleTree::Triangle> distinctTriangles(const Mesh& mesh, const Triangulation& triangulation,
+                                                      const FaceTieRule& rule) {
+    Places places(triangulation.triangles.size(), rule);
+    const std::vector<float>& points = mesh.points();
+    for (std::size_t face = 0; face < triangulation.faces.size(); ++face) {
+        for (int number = triangulation.offsets[face]; number < triangulation.offsets[face + 1]; ++number) {
+            TriangleTree::Triangle triangle{{}, number, static_cast<int>(face)};
+            bool isWhole = true;
+            for (std::size_t corner = 0; corner < 3; ++corner) {
+                const int vertex = triangulation.triangles[static_cast<std::size_t>(number)][corner];
+                const float* point = points.data() + 3 * static_cast<std::size_t>(vertex);
+                std::copy(point, point + 3, triangle.corners[corner].begin());
+                isWhole = isWhole && isFinite(vector(triangle.corners[corner]));
+            }
+            if (isWhole) places.add(triangle);
+        }
+    }
+    return std::move(places).take();
 }
 
 std::vector<int> allFaces(const Mesh& mesh) {
@@ -102,173 +182,70 @@ std::vector<int> orderedFaces(const Mesh& mesh, std::vector<int> faces) {
     return faces;
 }
 
-/// Scatters face numbers. Each step can be reversed, so that no two faces get one rank.
-std::uint32_t shuffled(std::uint32_t face, std::uint32_t seed) {
-    face ^= seed * 0x9e3779b9U;
-    face = (face ^ (face >> 16)) * 0x7feb352dU;
-    face = (face ^ (face >> 15)) * 0x846ca68bU;
-    return face ^ (face >> 16);
-}
-
 }  // namespace
 
-/// The mesh and its triangles in order of face and triangle, and a bounding volume tree over them.
-///
-/// The tree only says which triangles may be close: its boxes are single precision, relative to the mesh's
-/// centre, and the search radius is widened by their rounding. Distances are computed in double from the
-/// mesh's own points.
+/// The mesh, its triangles in order of face and triangle, and a tree over the places where they lie.
 struct ClosestPointTree::Snapshot {
     Mesh mesh;
     Matrix4 toMesh;
     Triangulation triangulation;
     FaceTieRule rule;
-    Vec3 centre;
-    double extent = 0.0;       ///< largest coordinate relative to the centre
-    RTCScene scene = nullptr;  ///< null: every triangle is looked at
+    TriangleTree tree;
 
     Snapshot(const Mesh& source, std::vector<int> faces, const Matrix4& matrix, FaceTieRule tieRule)
-        : mesh(source), toMesh(matrix), triangulation(triangulate(mesh, faces)), rule(tieRule) {
-        if (!triangulation.triangles.empty() && measure()) buildScene();
-    }
-    Snapshot(const Snapshot&) = delete;
-    Snapshot& operator=(const Snapshot&) = delete;
-    ~Snapshot() {
-        if (scene != nullptr) rtcReleaseScene(scene);
-    }
-
-    /// Sets centre and extent; false when the points do not suit the tree.
-    bool measure() {
-        BoundingBox box;
-        for (const auto& triangle : triangulation.triangles) {
-            for (int vertex : triangle) {
-                const Vec3 point = mesh.point(vertex);
-                if (!(largestOf(point) <= kLargestInTree) || !isFinite(point)) return false;
-                box.expand(point);
-            }
-        }
-        centre = box.center();
-        extent = largestOf(box.size()) * 0.5;
-        return true;
-    }
-
-    /// Position of a triangle's face among the faces of the triangulation.
-    std::size_t facePosition(int triangle) const {
-        const auto& offsets = triangulation.offsets;
-        return static_cast<std::size_t>(std::upper_bound(offsets.begin(), offsets.end(), triangle) -
-                                        offsets.begin() - 1);
-    }
-
-    /// Whether a triangle is answered in place of another one that is equally close.
-    bool isPreferred(int triangle, int other) const {
-        const int face = triangulation.faces[facePosition(triangle)];
-        const int otherFace = triangulation.faces[facePosition(other)];
-        if (rule.kind == FaceTieRule::Kind::Lowest || face == otherFace) return triangle < other;
-        if (rule.kind == FaceTieRule::Kind::Highest) return face > otherFace;
-        return shuffled(static_cast<std::uint32_t>(face), rule.seed) <
-               shuffled(static_cast<std::uint32_t>(otherFace), rule.seed);
-    }
-
-    bool isFiniteTriangle(int triangle) const {
-        const auto& vertices = triangulation.triangles[triangle];
-        return std::all_of(vertices.begin(), vertices.end(),
-                           [this](int v) { return isFinite(mesh.point(v)); });
-    }
-
-    void buildScene() {
-        RTCDevice device = sharedDevice();
-        if (device == nullptr) return;
-        RTCGeometry geometry = rtcNewGeometry(device, RTC_GEOMETRY_TYPE_TRIANGLE);
-        const std::size_t vertexCount = static_cast<std::size_t>(mesh.vertexCount());
-        const std::size_t triangleCount = triangulation.triangles.size();
-        auto* points = static_cast<float*>(rtcSetNewGeometryBuffer(
-            geometry, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3, 3 * sizeof(float), vertexCount));
-        auto* corners = static_cast<unsigned*>(rtcSetNewGeometryBuffer(
-            geometry, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3, 3 * sizeof(unsigned), triangleCount));
-        if (points != nullptr && corners != nullptr) {
-            fill(points, corners);
-            rtcSetGeometryPointQueryFunction(geometry, &Snapshot::visit);
-            rtcCommitGeometry(geometry);
-            scene = rtcNewScene(device);
-            rtcSetSceneFlags(scene, RTC_SCENE_FLAG_ROBUST);
-            rtcAttachGeometry(scene, geometry);
-            rtcCommitScene(scene);
-        }
-        rtcReleaseGeometry(geometry);
-    }
-
-    void fill(float* points, unsigned* corners) const {
-        for (int vertex = 0; vertex < mesh.vertexCount(); ++vertex) {
-            const Vec3 point = mesh.point(vertex) - centre;
-            // Vertices outside the listed faces may be anything; the tree never looks at them.
-            const bool usable = largestOf(point) <= 2.0 * kLargestInTree && isFinite(point);
-            for (int axis = 0; axis < 3; ++axis)
-                *points++ = usable ? static_cast<float>(point[axis]) : 0.0F;
-        }
-        for (const auto& triangle : triangulation.triangles) {
-            for (int vertex : triangle)
-                *corners++ = static_cast<unsigned>(vertex);
-        }
-    }
-
-    struct Search {
-        const Snapshot& snapshot;
-        Vec3 point;
-        double slack = 0.0;  ///< rounding of the tree's distances
-        double largestSquared = 0.0;
-        int triangle = -1;
-        TriangleHit hit{};
-
-        /// True when the triangle is the best so far.
-        bool tryTriangle(int candidate) {
-            const auto& vertices = snapshot.triangulation.triangles[candidate];
-            std::array<Vec3, 3> corners;
-            for (int i = 0; i < 3; ++i)
-                corners[i] = snapshot.mesh.point(vertices[i]) - point;
-            const TriangleHit found = closestOnTriangle(corners);
-            if (!(found.squaredDistance <= largestSquared)) return false;
-            const bool isTie = triangle >= 0 && found.squaredDistance == hit.squaredDistance;
-            if (isTie && !snapshot.isPreferred(candidate, triangle)) return false;
-            hit = found;
-            triangle = candidate;
-            largestSquared = found.squaredDistance;
-            return true;
-        }
-
-        /// Search radius for the tree: never below the best distance, so that equal ones are still visited.
-        float radius() const {
-            const double padded = std::sqrt(largestSquared) * (1.0 + 1e-6) + slack;
-            return padded < 10.0 * kLargestInTree ? static_cast<float>(padded)
-                                                  : std::numeric_limits<float>::infinity();
-        }
-    };
-
-    static bool visit(RTCPointQueryFunctionArguments* arguments) {
-        Search& search = *static_cast<Search*>(arguments->userPtr);
-        if (!search.tryTriangle(static_cast<int>(arguments->primID))) return false;
-        arguments->query->radius = search.radius();
-        return true;
-    }
-
-    void run(Search& search) const {
-        const Vec3 relative = search.point - centre;
-        if (scene == nullptr || !(largestOf(relative) <= kLargestInTree)) {
-            const int count = static_cast<int>(triangulation.triangles.size());
-            for (int triangle = 0; triangle < count; ++triangle) {
-                if (isFiniteTriangle(triangle)) search.tryTriangle(triangle);
-            }
-            return;
-        }
-        search.slack = 1e-6 * std::max(largestOf(relative), extent);
-        RTCPointQuery query{};
-        query.x = static_cast<float>(relative.x);
-        query.y = static_cast<float>(relative.y);
-        query.z = static_cast<float>(relative.z);
-        query.radius = search.radius();
-        RTCPointQueryContext context;
-        rtcInitPointQueryContext(&context);
-        rtcPointQuery(scene, &query, &context, nullptr, &search);
-    }
+        : mesh(source),
+          toMesh(matrix),
+          triangulation(triangulate(mesh, faces)),
+          rule(tieRule),
+          tree(distinctTriangles(mesh, triangulation, rule)) {}
 };
+
+namespace {
+
+/// The best triangle so far of one query.
+class Search {
+  public:
+    /// @param slack  how far a computed distance may be off
+    Search(const Vec3& point, double largestSquared, double slack, const FaceTieRule& rule)
+        : point_(point), largestSquared_(largestSquared), slack_(slack), rule_(rule) {
+        reach();
+    }
+
+    const TriangleTree::Triangle* triangle() const { return triangle_; }
+    const TriangleHit& hit() const { return hit_; }
+    /// The squared distance up to which boxes have to be looked into: what ties counts too.
+    double reachSquared() const { return reachSquared_; }
+
+    void look(const TriangleTree::Triangle& candidate) {
+        std::array<Vec3, 3> corners;
+        for (std::size_t i = 0; i < 3; ++i)
+            corners[i] = vector(candidate.corners[i]) - point_;
+        const TriangleHit found = closestOnTriangle(corners);
+        if (!(found.squaredDistance <= largestSquared_)) return;
+        const bool isTie = triangle_ != nullptr && found.squaredDistance == largestSquared_;
+        if (isTie && !winsTie(rule_, candidate, *triangle_)) return;
+        hit_ = found;
+        triangle_ = &candidate;
+        largestSquared_ = found.squaredDistance;
+        reach();
+    }
+
+  private:
+    void reach() {
+        const double distance = std::sqrt(largestSquared_) * (1.0 + kRounding) + slack_;
+        reachSquared_ = distance * distance;
+    }
+
+    Vec3 point_;
+    double largestSquared_;  // no triangle farther away than this counts
+    double slack_;
+    const FaceTieRule& rule_;
+    double reachSquared_ = 0.0;
+    const TriangleTree::Triangle* triangle_ = nullptr;
+    TriangleHit hit_;
+};
+
+}  // namespace
 
 ClosestPointTree::ClosestPointTree(const Mesh& mesh, const Matrix4& toMesh, FaceTieRule rule)
     : snapshot_(std::make_shared<Snapshot>(mesh, allFaces(mesh), toMesh, rule)) {}
@@ -281,23 +258,23 @@ std::optional<ClosestPoint> ClosestPointTree::query(const Vec3& point, double ma
     const Triangulation& triangulation = snapshot_->triangulation;
     const Vec3 local = transformPoint(point, snapshot_->toMesh);
     if (triangulation.triangles.empty() || !isFinite(local) || !(maxDistance >= 0.0)) return std::nullopt;
-    Snapshot::Search search{*snapshot_, local};
-    search.largestSquared = maxDistance * maxDistance;
-    snapshot_->run(search);
-    if (search.triangle < 0) return std::nullopt;
+    Search search(local, maxDistance * maxDistance,
+                  kRounding * std::max(largestOf(local), snapshot_->tree.extent()), snapshot_->rule);
+    snapshot_->tree.search(local, search);
+    if (search.triangle() == nullptr) return std::nullopt;
 
-    const Mesh& mesh = snapshot_->mesh;
-    const std::size_t at = snapshot_->facePosition(search.triangle);
+    const TriangleTree::Triangle& triangle = *search.triangle();
+    const auto face = static_cast<std::size_t>(triangle.owner);
     ClosestPoint result;
-    result.face = triangulation.faces[at];
-    result.triangle = search.triangle - triangulation.offsets[at];
-    result.vertices = triangulation.triangles[search.triangle];
-    result.barycentric = search.hit.barycentric;
-    result.point = local + search.hit.offset;
-    result.squaredDistance = search.hit.squaredDistance;
-    const auto& [a, b, c] = result.vertices;
-    result.normal = normalized(cross(mesh.point(b) - mesh.point(a), mesh.point(c) - mesh.point(a)));
-    if (result.normal == Vec3()) result.normal = faceNormal(mesh, result.face);
+    result.face = triangulation.faces[face];
+    result.triangle = triangle.number - triangulation.offsets[face];
+    result.vertices = triangulation.triangles[static_cast<std::size_t>(triangle.number)];
+    result.barycentric = search.hit().barycentric;
+    result.point = local + search.hit().offset;
+    result.squaredDistance = search.hit().squaredDistance;
+    const auto& [a, b, c] = triangle.corners;
+    result.normal = normalized(cross(vector(b) - vector(a), vector(c) - vector(a)));
+    if (result.normal == Vec3()) result.normal = faceNormal(snapshot_->mesh, result.face);
     return result;
 }
 

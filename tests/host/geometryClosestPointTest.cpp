@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cfloat>
+#include <ctime>
+#include <map>
 #include <random>
 #include <thread>
 
@@ -173,6 +176,85 @@ TEST(ClosestPoint, coincidentFacesTieToTheLowestWhateverTheirOrderInSpace) {
         ASSERT_TRUE(found.has_value());
         EXPECT_LT(found->face, grid.faceCount());
     }
+}
+
+/// The lowest face that has a corner at the place of each vertex.
+std::vector<int> lowestFaceAt(const Mesh& mesh) {
+    std::map<std::array<double, 3>, int> lowest;
+    const auto place = [&mesh](int vertex) {
+        const Vec3 point = mesh.point(vertex);
+        return std::array<double, 3>{point.x, point.y, point.z};
+    };
+    for (int face = 0; face < mesh.faceCount(); ++face) {
+        for (const int vertex : mesh.topology().faceVertices(face))
+            lowest.emplace(place(vertex), face);
+    }
+    std::vector<int> faces;
+    for (int vertex = 0; vertex < mesh.vertexCount(); ++vertex)
+        faces.push_back(lowest.at(place(vertex)));
+    return faces;
+}
+
+TEST(ClosestPoint, coincidentShellsTieToTheLowestFaceHoweverTheirFacesBegin) {
+    // Copies, mirror images (which turn the other way round), other numberings: all at one place.
+    const Mesh sphere = makeSphere({1.0, 8, 6});
+    std::vector<Mesh> shells;
+    for (unsigned seed = 0; seed < 12; ++seed) {
+        shells.push_back(zoo::shuffled(sphere, seed));
+        shells.push_back(sphere);
+        shells.push_back(transformed(sphere, Matrix4::scaling({-1, 1, 1})));
+    }
+    const MeshResult united = uniteMeshes(shells);
+    ASSERT_TRUE(united.ok());
+    for (const Mesh& mesh : {united.mesh, zoo::shuffled(united.mesh, 3)}) {
+        const ClosestPointTree tree(mesh);
+        const std::vector<int> lowest = lowestFaceAt(mesh);
+        for (int vertex = 0; vertex < mesh.vertexCount(); ++vertex) {
+            const auto found = tree.query(mesh.point(vertex));
+            ASSERT_TRUE(found.has_value());
+            ASSERT_EQ(found->squaredDistance, 0.0);
+            ASSERT_EQ(found->face, lowest[static_cast<std::size_t>(vertex)]) << vertex;
+        }
+        std::mt19937 engine(4);
+        std::uniform_real_distribution<double> random(-2.0, 2.0);
+        for (int i = 0; i < 50; ++i)
+            expectClosest(mesh, tree, {random(engine), random(engine), random(engine)}, 1e-12);
+    }
+}
+
+/// Processor time of a query at each of a few vertices, for so many spheres in one place.
+double secondsOnCoincidentShells(int count) {
+    const MeshResult shells =
+        uniteMeshes(std::vector<Mesh>(static_cast<std::size_t>(count), makeSphere({1.0, 8, 6})));
+    const ClosestPointTree tree(shells.mesh);
+    const std::clock_t start = std::clock();
+    for (int round = 0; round < 50; ++round) {
+        for (int vertex = 0; vertex < 42; ++vertex)
+            EXPECT_EQ(tree.query(shells.mesh.point(vertex))->squaredDistance, 0.0);
+    }
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+TEST(ClosestPoint, aQueryCostsNoMoreForManyCoincidentShellsThanForFew) {
+    // Were each shell looked at, it would cost two hundred times as much.
+    EXPECT_LT(secondsOnCoincidentShells(1000), 20.0 * secondsOnCoincidentShells(5) + 0.01);
+}
+
+TEST(ClosestPoint, theNumberingOfTheMeshMakesNoDifference) {
+    const Mesh ordered = zoo::openGrid(30, 30);
+    std::vector<int> newNumber;
+    const Mesh renumbered = zoo::shuffled(ordered, 8, &newNumber);
+    const ClosestPointTree tree(ordered);
+    const ClosestPointTree other(renumbered);
+    std::mt19937 engine(6);
+    std::uniform_real_distribution<double> random(-20.0, 20.0);
+    for (int i = 0; i < 300; ++i) {
+        const Vec3 point{random(engine), random(engine), random(engine)};
+        EXPECT_NEAR(tree.query(point)->squaredDistance, other.query(point)->squaredDistance, 1e-10);
+    }
+    const std::vector<int> lowest = lowestFaceAt(renumbered);
+    for (const int vertex : newNumber)
+        EXPECT_EQ(other.query(renumbered.point(vertex))->face, lowest[static_cast<std::size_t>(vertex)]);
 }
 
 TEST(ClosestPoint, pointsOnASharedEdgeGoToItsLowestFaceInSpiteOfRounding) {
