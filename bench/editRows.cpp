@@ -127,7 +127,7 @@ void removeVerticesFloor(benchmark::State& state, int size) {
     selectHalf(scene, "vtx", scene.vertices.length());
     state.ResumeTiming();
     MDagPath path;
-    const MObject component = selectedComponent(path);
+    MObject component = selectedComponent(path);
     int sum = 0;
     for (MItMeshVertex vertex(path, component); !vertex.isDone(); vertex.next())
         sum ^= vertex.index();
@@ -142,7 +142,7 @@ void removeFacesFloor(benchmark::State& state, int size) {
     selectHalf(scene, "f", static_cast<unsigned int>(MFnMesh(scene.original).numPolygons()));
     state.ResumeTiming();
     MDagPath path;
-    const MObject component = selectedComponent(path);
+    MObject component = selectedComponent(path);
     MIntArray corners;
     for (MItMeshPolygon face(path, component); !face.isDone(); face.next())
         face.getVertices(corners);

@@ -111,7 +111,7 @@ void mapFloor(benchmark::State& state, int size) {
 void addFloor(benchmark::State& state, int size) {
     BenchScene& scene = BenchScene::of(size);
     const MObject node = prepare(state, scene);
-    const MPlug painted = getWeightsPlug(scene.blendShape, kBaseWeights);
+    MPlug painted = getWeightsPlug(scene.blendShape, kBaseWeights);
     MIntArray vertices;
     painted.getExistingArrayAttributeIndices(vertices);
     float sum = 0.0F;
@@ -125,7 +125,8 @@ void neighboursFloor(benchmark::State& state, int size) {
     BenchScene& scene = BenchScene::of(size);
     const MObject node = prepare(state, scene);
     const Arrays arrays = readArrays(node);
-    MItMeshVertex iterator(scene.node("baseShape"));
+    MObject shape = scene.node("baseShape");
+    MItMeshVertex iterator(shape);
     MIntArray connected;
     int previous = 0;
     for (unsigned int vertex = 0; vertex < scene.vertices.length(); ++vertex) {

@@ -80,7 +80,8 @@ struct FlatMesh {
         faceEdges.reserve(static_cast<std::size_t>(mesh.numFaceVertices()));
         for (MItMeshPolygon face(path); !face.isDone(); face.next()) {
             face.getEdges(list);
-            faceEdges.insert(faceEdges.end(), list.begin(), list.end());
+            for (const int edge : list)
+                faceEdges.push_back(edge);
             faceOffsets.push_back(static_cast<int>(faceEdges.size()));
         }
         ends.reserve(static_cast<std::size_t>(mesh.numEdges()));

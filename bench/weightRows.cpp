@@ -48,7 +48,7 @@ void edit(benchmark::State& state, int size, const char* arguments) {
     state.ResumeTiming();
 }
 
-void readWeightsBare(const MPlug& plug, MIntArray& vertices, std::vector<float>& weights) {
+void readWeightsBare(MPlug plug, MIntArray& vertices, std::vector<float>& weights) {
     plug.getExistingArrayAttributeIndices(vertices);
     weights.resize(vertices.length());
     for (unsigned int k = 0; k < vertices.length(); ++k)

@@ -3,12 +3,14 @@
 #include <maya/MGlobal.h>
 #include <maya/MString.h>
 #include <tbb/blocked_range.h>
+#include <tbb/global_control.h>
 #include <tbb/parallel_for.h>
 #include <tbb/partitioner.h>
 #include <tbb/task_group.h>
 
 #include <array>
 #include <cstddef>
+#include <new>
 
 // Every release before oneTBB tells its version in these headers. Code built with them would need the older
 // library.
@@ -104,4 +106,10 @@ MStatus walkStarts(const MeshTopology& topology, const std::vector<SymmetryStart
         ++walkedCount;
     }
     return MS::kSuccess;
+}
+
+void endWalkThreads() {
+    tbb::task_scheduler_handle threads{tbb::attach{}};
+    // Refused while another module of the process uses them; then that one keeps the library.
+    tbb::finalize(threads, std::nothrow);
 }

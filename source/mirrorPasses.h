@@ -17,3 +17,7 @@
 ///         in size
 MStatus walkStarts(const MeshTopology& topology, const std::vector<SymmetryStart>& starts,
                    std::vector<int>& map, int& walkedCount);
+
+/// Ends the threads that the walks were run on, for a module that is about to be unloaded: a thread that
+/// outlives the library of oneTBB crashes. Does nothing where none was started.
+void endWalkThreads();

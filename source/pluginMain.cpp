@@ -20,6 +20,7 @@
 #include "getBlendShapeIndices.h"
 #include "getComponentList.h"
 #include "meshEvaluate.h"
+#include "mirrorPasses.h"
 #include "polyMapVertexOrder.h"
 #include "polySymmetry.h"
 #include "reorderRotation.h"
@@ -89,6 +90,7 @@ MStatus deregisterAll(MObject& object) {
     }
     status = plugin.deregisterContextCommand(CompareToolCommand::kName);
     if (!status) status.perror(MString("Deregister ") + CompareToolCommand::kName + " command failed.");
+    endWalkThreads();
     return status;
 }
 

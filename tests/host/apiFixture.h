@@ -122,7 +122,9 @@ inline std::vector<std::string> texts(const MStringArray& strings) {
 }
 
 inline std::vector<int> ints(const MIntArray& array) {
-    return std::vector<int>(array.begin(), array.end());
+    std::vector<int> result(array.length());
+    if (!result.empty()) array.get(result.data());
+    return result;
 }
 
 /// The names of a list's items.

@@ -48,7 +48,10 @@ class IteratorTest : public ApiTest, public ::testing::WithParamInterface<zoo::N
         polygon.getEdges(edges);
         return ints(edges);
     }
-    static std::set<int> asSet(const MIntArray& array) { return {array.begin(), array.end()}; }
+    static std::set<int> asSet(const MIntArray& array) {
+        const std::vector<int> list = ints(array);
+        return {list.begin(), list.end()};
+    }
 
     MObject shape;
     MFnMesh faces;

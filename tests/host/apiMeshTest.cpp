@@ -22,7 +22,10 @@ class MeshTest : public ApiTest {
     static std::vector<MPoint> pointsOf(const MObject& mesh) {
         MPointArray points;
         EXPECT_TRUE(MFnMesh(mesh).getPoints(points));
-        return std::vector<MPoint>(points.begin(), points.end());
+        std::vector<MPoint> list;
+        for (const MPoint& point : points)
+            list.push_back(point);
+        return list;
     }
 };
 
@@ -128,7 +131,8 @@ TEST_F(MeshTest, CountsAndCornersAgreeOnEveryMesh) {
             ASSERT_TRUE(set.getPolygonVertices(k, face));
             EXPECT_EQ(set.polygonVertexCount(k), static_cast<int>(face.length()));
             EXPECT_EQ(triangleCounts[static_cast<unsigned int>(k)], static_cast<int>(face.length()) - 2);
-            gathered.insert(gathered.end(), face.begin(), face.end());
+            for (const int corner : face)
+                gathered.push_back(corner);
             expected += 3 * (face.length() - 2);
         }
         EXPECT_EQ(ints(corners), gathered) << named.name;

@@ -15,7 +15,9 @@ namespace {
 using Doubles = std::vector<double>;
 
 Doubles doubles(const MDoubleArray& array) {
-    return Doubles(array.begin(), array.end());
+    Doubles list(array.length());
+    if (!list.empty()) array.get(list.data());
+    return list;
 }
 
 /// A cube bound to three joints; vertex 0 belongs to the first, vertex 1 half to each of the first two.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <maya/MDagPath.h>
+#include <maya/MPlug.h>
 #include <maya/MSelectionList.h>
 
 #include <vector>
@@ -18,7 +19,10 @@ MIntArray ints(const std::vector<int>& values) {
 }
 
 std::vector<int> list(const MIntArray& values) {
-    return {values.begin(), values.end()};
+    std::vector<int> result;
+    for (unsigned int k = 0; k < values.length(); ++k)
+        result.push_back(values[k]);
+    return result;
 }
 
 MObject node(const char* name) {
@@ -198,5 +202,39 @@ INSTANTIATE_TEST_SUITE_P(Forms, VertexNames,
                                            NameCase{{"a.vtx[7:5]"}, {}},   //
                                            NameCase{{"a.vtx[-2147483648:1]"}, {0, 1}},
                                            NameCase{{"vtx[4]", "a.vtx[2]"}, {2}}, NameCase{{}, {}}));
+
+MPlug plugOf(const char* name) {
+    MSelectionList found;
+    found.add(name);
+    MPlug plug;
+    found.getPlug(0, plug);
+    return plug;
+}
+
+/// The composed script fails, because the name of the node has become ambiguous; the data does not go by
+/// names.
+TEST_F(Common, AComponentListGoesInAsDataWhereTheScriptFails) {
+    scene_.mel(
+        "createNode network -name other; addAttr -ln list -dt componentList other; group -empty -name a;"
+        "group -empty -name b; createNode transform -name x -parent a; addAttr -ln list -dt componentList "
+        "a|x");
+    const MPlug plug = plugOf("a|x.list");
+    scene_.mel("createNode transform -name x -parent b");
+    const Outcome outcome = scene_.during([&] { setComponentList(plug, ints({7, 3, 4, 4})); });
+    EXPECT_TRUE(outcome.warnings.empty());
+    EXPECT_EQ(list(componentListToIndices(plug)), (std::vector<int>{7, 3, 4, 4})) << "in stored order";
+}
+
+TEST_F(Common, AListThatCannotBeWrittenAtAllIsToldWithItsName) {
+    scene_.mel("setAttr -lock 1 bs.it[0].itg[0].iti[6000].ict");
+    const Outcome outcome = scene_.during([] {
+        EXPECT_TRUE(setTargetComponents(node("bs"), 0, 6000, ints({1})))
+            << "the status is that of the look-up";
+    });
+    ASSERT_EQ(outcome.warnings.size(), 1U);
+    EXPECT_EQ(outcome.warnings[0].substr(0, 69),
+              "The vertex list bs.inputTarget[0].inputTargetGroup[0].inputTargetItem");
+    EXPECT_EQ(list(getTargetComponents(node("bs"), 0, 6000)), (std::vector<int>{3, 7, 12}));
+}
 
 }  // namespace

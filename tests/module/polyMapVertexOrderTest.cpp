@@ -308,4 +308,19 @@ TEST_F(MapVertexOrder, HalvesOfDifferentSizeLeaveTheMapAlone) {
     EXPECT_EQ(map(), Ints(11, -1));
 }
 
+/// Two edges of one shell: the second start has no face count of its own, as there is one for each shell.
+TEST_F(MapVertexOrder, TellsOfASelectedEdgeWithoutAFaceCount) {
+    add(zoo::openGrid());
+    const std::string edges = "base.e[" + std::to_string(mesh_.topology().findEdge(2, 7)) + "] base.e[" +
+                              std::to_string(mesh_.topology().findEdge(7, 12)) + "]";
+    const Outcome quiet = call(edges);
+    EXPECT_EQ(quiet.value.toInt(), 1);
+    EXPECT_EQ(quiet.warnings, kClosingWarning);
+    const Outcome told = call("-verbose 1 " + edges);
+    ASSERT_GE(told.infos.size(), 3U);
+    EXPECT_EQ(told.infos[0],
+              "One or more selected edges mark shells of different face counts, or the same shell.");
+    EXPECT_EQ(told.infos[2].substr(0, 27), "polySelect -extendToShell 1");
+}
+
 }  // namespace
