@@ -39,8 +39,8 @@ graph::NodeRef copyTree(graph::Graph& graph, graph::Node& node, graph::Node* par
     const std::vector<graph::Node*> children = node.children();
     for (graph::Node* child : children) {
         const bool isNamesake = child->isA("shape") && child->name() == namesake;
-        copyTree(graph, *child, copy.get(),
-                 isNamesake ? nodes::shapeCopyName(graph, *child, *copy) : child->name(), false, copies);
+        copyTree(graph, *child, copy.get(), isNamesake ? nodes::shapeNameFor(copy->name()) : child->name(),
+                 false, copies);
     }
     return copy;
 }

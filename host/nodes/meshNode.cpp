@@ -33,6 +33,12 @@ void addToTriple(graph::Graph& graph, const graph::Plug& element, const geometry
     }
 }
 
+/// Name that the copy of a shape gets below a new transform.
+std::string shapeCopyName(graph::Graph& graph, const graph::Node& shape, const graph::Node& transform) {
+    if (graph.variants().copyNames == graph::CopyNames::Appended) return shape.name() + "_copy1";
+    return shapeNameFor(transform.name());
+}
+
 }  // namespace
 
 MeshPtr meshOf(graph::Graph& graph, const graph::NodeRef& shape) {
@@ -110,11 +116,6 @@ std::string copyName(graph::Graph& graph, const graph::Node& original) {
             break;
     }
     return graph.nextName(original.name());
-}
-
-std::string shapeCopyName(graph::Graph& graph, const graph::Node& shape, const graph::Node& transform) {
-    if (graph.variants().copyNames == graph::CopyNames::Appended) return shape.name() + "_copy1";
-    return shapeNameFor(transform.name());
 }
 
 graph::NodeRef copyMesh(graph::Graph& graph, const graph::NodeRef& shape, graph::Node* parentTransform) {

@@ -46,8 +46,6 @@ graph::NodeRef copyMesh(graph::Graph& graph, const graph::NodeRef& shape, graph:
 
 /// Name that the copy of a transform gets, to be made unique.
 std::string copyName(graph::Graph& graph, const graph::Node& original);
-/// Name that the copy of a shape gets below a transform.
-std::string shapeCopyName(graph::Graph& graph, const graph::Node& shape, const graph::Node& transform);
 
 bool isIntermediate(const graph::Graph& graph, const graph::Node& node);
 void setIntermediate(graph::Graph& graph, const graph::NodeRef& shape, bool isIntermediate);

@@ -79,6 +79,7 @@ std::size_t countEqual(const Deltas& mirrored, const Deltas& expected) {
 }
 
 TEST_F(MakeHumanMirror, ByPositionGivesTheArtistsOtherSide) {
+    scene_.points("base");  // an evaluation may make the deltas that the meshes leave
     const std::string before = scene_.dump();
     EXPECT_EQ(mirror("").value.toInt(), 1);
     const Deltas expected = targetOfFile("eye_right_closure");

@@ -16,6 +16,7 @@ TEST_F(MakeHuman, TargetsComeBackPointByPoint) {
     const std::vector<double> base = scene_.points("base");
     ASSERT_EQ(base.size(), 3U * 19158U);
     scene_.mel("blendShape -name face eye corner base; delete eye corner; flushUndo");
+    scene_.points("base");  // an evaluation may make the deltas that the meshes leave
     const std::string before = scene_.dump();
     for (const int index : {0, 1}) {
         const std::string name =
