@@ -1,6 +1,7 @@
 #include "support/scene.h"
 
 #include <gtest/gtest.h>
+#include <hostPrivate/arrayPoison.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -57,6 +58,7 @@ struct Scene::Host {
     Host() : registry(scene, collector), session(registry), loader(session) {
         scene.setMessages(collector);
         scene.setVariants(variant());
+        if (variant().leavesArraysUnset) host::api::setArrayPoison(true);
         host::nodes::registerTypes(scene.types());
         host::nodes::setUpScene(scene);
         host::commands::registerCommands(registry);

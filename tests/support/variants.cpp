@@ -10,29 +10,30 @@ using namespace host::graph;
 
 struct NamedVariant {
     const char* name;
-    void (*apply)(Variants&);
+    void (*apply)(HostVariant&);
 };
 
 const NamedVariant kVariants[] = {
-    {"readingCreates", [](Variants& host) { host.readingCreates = true; }},
-    {"copyNamesDefault", [](Variants& host) { host.copyNames = CopyNames::Default; }},
-    {"copyNamesAppended", [](Variants& host) { host.copyNames = CopyNames::Appended; }},
-    {"faceTieLast", [](Variants& host) { host.faceTie = FaceTie::Last; }},
-    {"faceTieRandom", [](Variants& host) { host.faceTie = FaceTie::Random; }},
-    {"neighboursDescending", [](Variants& host) { host.neighbourOrder = NeighbourOrder::Descending; }},
-    {"neighboursRotated", [](Variants& host) { host.neighbourOrder = NeighbourOrder::Rotated; }},
-    {"legacyChains", [](Variants& host) { host.hasLegacyChains = true; }},
-    {"plugsExpire", [](Variants& host) { host.plugsExpire = true; }},
-    {"noLegacyHandlers", [](Variants& host) { host.callsLegacyHandlers = false; }},
-    {"earlyDeltasLost", [](Variants& host) { host.losesEarlyDeltas = true; }},
-    {"lateDeltas", [](Variants& host) { host.takesDeltasOnDisconnect = false; }},
-    {"namesakesAdded", [](Variants& host) { host.addsEveryNamesake = true; }},
-    {"argumentsFirst", [](Variants& host) { host.refusesArgumentsFirst = true; }},
-    {"parentsStay", [](Variants& host) { host.deletesEmptyParents = false; }},
+    {"readingCreates", [](HostVariant& host) { host.readingCreates = true; }},
+    {"copyNamesDefault", [](HostVariant& host) { host.copyNames = CopyNames::Default; }},
+    {"copyNamesAppended", [](HostVariant& host) { host.copyNames = CopyNames::Appended; }},
+    {"faceTieLast", [](HostVariant& host) { host.faceTie = FaceTie::Last; }},
+    {"faceTieRandom", [](HostVariant& host) { host.faceTie = FaceTie::Random; }},
+    {"neighboursDescending", [](HostVariant& host) { host.neighbourOrder = NeighbourOrder::Descending; }},
+    {"neighboursRotated", [](HostVariant& host) { host.neighbourOrder = NeighbourOrder::Rotated; }},
+    {"legacyChains", [](HostVariant& host) { host.hasLegacyChains = true; }},
+    {"plugsExpire", [](HostVariant& host) { host.plugsExpire = true; }},
+    {"noLegacyHandlers", [](HostVariant& host) { host.callsLegacyHandlers = false; }},
+    {"earlyDeltasLost", [](HostVariant& host) { host.losesEarlyDeltas = true; }},
+    {"lateDeltas", [](HostVariant& host) { host.takesDeltasOnDisconnect = false; }},
+    {"namesakesAdded", [](HostVariant& host) { host.addsEveryNamesake = true; }},
+    {"argumentsFirst", [](HostVariant& host) { host.refusesArgumentsFirst = true; }},
+    {"arraysUnset", [](HostVariant& host) { host.leavesArraysUnset = true; }},
+    {"parentsStay", [](HostVariant& host) { host.deletesEmptyParents = false; }},
 };
 
-Variants named(const std::string& name) {
-    Variants host;
+HostVariant named(const std::string& name) {
+    HostVariant host;
     const auto found = std::find_if(std::begin(kVariants), std::end(kVariants),
                                     [&](const NamedVariant& entry) { return entry.name == name; });
     if (found != std::end(kVariants)) {
@@ -57,8 +58,8 @@ std::vector<std::string> variantNames() {
     return names;
 }
 
-const host::graph::Variants& variant() {
+const HostVariant& variant() {
     static const char* const name = std::getenv("DELVEN_HOST_VARIANT");
-    static const Variants chosen = name != nullptr && *name != '\0' ? named(name) : Variants();
+    static const HostVariant chosen = name != nullptr && *name != '\0' ? named(name) : HostVariant();
     return chosen;
 }
