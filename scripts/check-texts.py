@@ -16,7 +16,7 @@ EXPLAINED = ROOT / "scripts" / "texts-not-shown.txt"
 
 TOKEN = re.compile(
     r"""//[^\n]*|/\*.*?\*/|\#\s*include[^\n]*|'(?:\\.|[^'\\])'|"(?:\\.|[^"\\\n])*\"""", re.DOTALL | re.VERBOSE)
-ESCAPES = {"n": "\n", "t": "\t", "r": "\r", "f": "\f", "\\": "\\", '"': '"', "'": "'", "0": "\0"}
+ESCAPES = {"n": "\n", "t": "\t", "r": "\r", "f": "\f", "v": "\v", "\\": "\\", '"': '"', "'": "'", "0": "\0"}
 
 
 def literals(code):
