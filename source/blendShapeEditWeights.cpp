@@ -379,7 +379,8 @@ bool blendShapeEditWeights::isOnPlane(int vertex) const {
 /// without them. Base weights, and those of a target without items, just go.
 CallOutcome blendShapeEditWeights::freeze() {
     TargetEditor targets(aliveObject(blendShape_));
-    const MIntArray items = getTargetItemIndices(targets.blendShape(), target_);
+    const MIntArray items =
+        target_ == kBaseWeights ? MIntArray() : getTargetItemIndices(targets.blendShape(), target_);
     frozen_.clear();
     for (unsigned int k = 0; k < items.length(); ++k) {
         TargetDeltas deltas = targets.read(target_, items[k]);
@@ -401,18 +402,25 @@ CallOutcome blendShapeEditWeights::writeFrozen(TargetEditor& targets) {
     before.reserve(frozen_.size());
     savedItem_.forget();
     if (hasTargetItem(targets.blendShape(), target_, item_)) savedItem_.save(targets, target_, item_);
+    CallOutcome outcome;
+    std::size_t writtenCount = 0;
     for (const FrozenItem& frozen : frozen_) {
         before.push_back(targets.read(target_, frozen.item));
-        CallOutcome outcome = targets.initialiseEmpty(target_, frozen.item, before.back());
+        outcome = targets.initialiseEmpty(target_, frozen.item, before.back());
         if (outcome.isDone()) outcome = targets.write(target_, frozen.item, frozen.deltas);
-        if (outcome.isDone()) continue;
-        // The weights stay, so that no item must have them in its deltas.
-        for (std::size_t k = 0; k + 1 < before.size(); ++k)
-            targets.write(target_, frozen_[k].item, before[k]);
-        return outcome;
+        if (!outcome.isDone()) break;
+        ++writtenCount;
     }
-    clearElements(getWeightsPlug(targets.blendShape(), target_));
-    return CallOutcome();
+    if (outcome.isDone() && !clearElements(getWeightsPlug(targets.blendShape(), target_))) {
+        outcome =
+            CallOutcome::refused("The weights cannot be removed, and so are not frozen. Unlock them first.");
+    }
+    if (outcome.isDone()) return outcome;
+    // The weights stay, so that no item must have them in its deltas.
+    for (std::size_t k = 0; k < writtenCount; ++k)
+        targets.write(target_, frozen_[k].item, before[k]);
+    hasChanged_ = false;
+    return outcome;
 }
 
 void blendShapeEditWeights::scale(TargetDeltas& deltas) const {

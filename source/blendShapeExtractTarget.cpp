@@ -1,12 +1,25 @@
 #include "blendShapeExtractTarget.h"
 
 #include <maya/MArgDatabase.h>
+#include <maya/MDagPath.h>
 #include <maya/MFloatPointArray.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnMesh.h>
 
 #include "deltaBaker.h"
 #include "meshObject.h"
+
+namespace {
+
+/// @param error  that a mesh has no points; nothing is said of one that is gone, which the baking reports
+bool hasPoints(const MObject& mesh, MString& error) {
+    MDagPath path;
+    MFloatPointArray points;
+    return mesh.isNull() || !MDagPath::getAPathTo(mesh, path) ||
+           readMeshPoints(MeshObject(path), points, error);
+}
+
+}  // namespace
 
 const CommandInfo& blendShapeExtractTarget::info() {
     static const CommandInfo description{
@@ -50,6 +63,8 @@ CallOutcome blendShapeExtractTarget::redo() {
 /// @param bringsBack  the mesh of an earlier run gets the points, where it can be had
 CallOutcome blendShapeExtractTarget::extract(bool bringsBack) {
     TargetDeltas deltas;
+    MString error;
+    if (!hasPoints(aliveObject(originalMesh_), error)) return CallOutcome::refused(error);
     CallOutcome outcome = readTarget(deltas);
     if (!outcome.isDone()) return outcome;
     DeltaBaker baker(aliveObject(originalMesh_));

@@ -108,6 +108,12 @@ void blendShapeImportData::showWhatIsLeftOut(int refusedCount) const {
 
 /// Writes an item of the file into the node, or shows why it cannot.
 void blendShapeImportData::importItem(TargetEditor& targets, const TargetItem& item) {
+    // Entries that mean nothing must not empty an item that exists.
+    if (item.vertices.empty() && item.hasDropped) {
+        MGlobal::displayWarning(MString("Skipped position ") + item.item + " of index " + item.target +
+                                " of " + fileName_ + ", which holds no usable delta.");
+        return;
+    }
     hasItems_ = true;
     const unsigned int count = static_cast<unsigned int>(item.vertices.size());
     TargetDeltas deltas{MIntArray(item.vertices.data(), count), MPointArray(count)};

@@ -124,6 +124,7 @@ CallOutcome blendShapeMirrorTarget::readSource(TargetEditor& targets) {
     const CallOutcome outcome = targets.completeEmpty(sourceTarget_, item_, source_);
     if (!outcome.isDone()) return outcome;
     if (!search_.isOrderBased && skippedComponents_.length() > 0) removeSkippedComponents();
+    hadGroup_ = hasTargetGroup(targets.blendShape(), target_);
     hasNewItem_ = item_ != kFullItem && !hasTargetItem(targets.blendShape(), target_, item_);
     if (type_ != kOtherTarget) return outcome;
     destination_.save(targets, target_, item_);
@@ -220,6 +221,7 @@ CallOutcome blendShapeMirrorTarget::restoreTarget(const MObject& blendShape) {
     if (type_ == kNewTarget) return removeTarget(blendShape);
     if (hasNewItem_) {
         removeTargetItem(blendShape, target_, item_);
+        if (!hadGroup_) removeTargetGroup(blendShape, target_);
         return CallOutcome();
     }
     if (type_ != kInPlace) return CallOutcome();

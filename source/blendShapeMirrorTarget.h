@@ -63,6 +63,7 @@ class blendShapeMirrorTarget : public CommandOf<blendShapeMirrorTarget> {
     PartnerSearch search_;
 
     bool hasWritten_ = false;  // the last edit came as far as the target
+    bool hadGroup_ = false;    // the destination, before the last edit
     bool hasNewItem_ = false;  // by an in-between that did not exist before
     MObjectHandle blendShape_;
     MeshObject tweakMesh_;

@@ -39,6 +39,7 @@ CallOutcome blendShapeSetInbetweenPosition::edit() {
     hasMoved_ = true;
     removeTargetItem(blendShape, target_, oldItem_);
     ItemCompanions::removeInfo(blendShape, target_, oldItem_);
+    removeDestination(blendShape);
     outcome = put(targets, newItem_);
     if (outcome.isDone()) {
         setResult(1);
@@ -48,6 +49,13 @@ CallOutcome blendShapeSetInbetweenPosition::edit() {
         report(outcome);
     }
     return CallOutcome();
+}
+
+/// Nothing of what the new position held may become a part of what moves there.
+void blendShapeSetInbetweenPosition::removeDestination(const MObject& blendShape) const {
+    if (!hasTargetItem(blendShape, target_, newItem_)) return;
+    removeTargetItem(blendShape, target_, newItem_);
+    ItemCompanions::removeInfo(blendShape, target_, newItem_);
 }
 
 /// The mesh comes last, so that the deltas are not taken for those of another mesh.

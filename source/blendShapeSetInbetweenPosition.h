@@ -27,6 +27,7 @@ class blendShapeSetInbetweenPosition : public CommandOf<blendShapeSetInbetweenPo
     CallOutcome restore() override;
 
   private:
+    void removeDestination(const MObject& blendShape) const;
     CallOutcome put(TargetEditor& targets, int item) const;
 
     int target_ = 0;

@@ -57,6 +57,14 @@ bool contains(const MIntArray& indices, int index) {
     return false;
 }
 
+bool areEqual(const MIntArray& left, const MIntArray& right) {
+    if (left.length() != right.length()) return false;
+    for (unsigned int k = 0; k < left.length(); ++k) {
+        if (left[k] != right[k]) return false;
+    }
+    return true;
+}
+
 /// Place of inputGeomTarget among the attributes of an item.
 constexpr unsigned int kGeometryOfItem = 0;
 
@@ -108,8 +116,11 @@ MIntArray getWeightIndices(const MObject& blendShape) {
 }
 
 bool hasTarget(const MObject& blendShape, int target) {
-    return contains(getWeightIndices(blendShape), target) ||
-           contains(existingIndices(getInputTargetPlug(blendShape).child(0)), target);
+    return contains(getWeightIndices(blendShape), target) || hasTargetGroup(blendShape, target);
+}
+
+bool hasTargetGroup(const MObject& blendShape, int target) {
+    return contains(existingIndices(getInputTargetPlug(blendShape).child(0)), target);
 }
 
 bool hasTargetItem(const MObject& blendShape, int target, int item) {
@@ -136,6 +147,8 @@ void evaluateDeformer(const MObject& blendShape) {
 
 MIntArray getTargetComponents(const MObject& blendShape, int target, int item) {
     MPlug plug;
+    // Listing asks for nothing that does not exist.
+    if (!hasTargetItem(blendShape, target, item)) return {};
     if (!getComponentsTargetPlug(blendShape, target, item, plug)) return {};
     return componentListToIndices(plug);
 }
@@ -156,7 +169,6 @@ bool isPlugPresent(const MPlug& plug) {
 
 MIntArray componentListToIndices(const MPlug& componentList) {
     MIntArray indices;
-    if (!isPlugPresent(componentList)) return indices;
     MObject data;
     componentList.getValue(data);
     MStatus status;
@@ -190,7 +202,7 @@ void setComponentList(const MPlug& componentList, const MIntArray& vertices) {
     // The host may refuse a long statement, which data does without.
     MObject data = componentListData(vertices);
     MPlug plug = componentList;
-    if (plug.setValue(data)) return;
+    if (plug.setValue(data) || areEqual(componentListToIndices(plug), vertices)) return;
     MGlobal::displayWarning("The vertex list " + plug.name() +
                             " could not be written. The vertices and the deltas of this item do not belong " +
                             "together any more. Unlock the attribute and edit the target again.");
@@ -206,7 +218,8 @@ MStatus setTargetComponents(const MObject& blendShape, int target, int item, con
 MPointArray getTargetPoints(const MObject& blendShape, int target, int item) {
     MPointArray points;
     MPlug plug;
-    if (!getPointsTargetPlug(blendShape, target, item, plug) || !isPlugPresent(plug)) return points;
+    if (!hasTargetItem(blendShape, target, item)) return points;
+    if (!getPointsTargetPlug(blendShape, target, item, plug)) return points;
     MObject data;
     plug.getValue(data);
     MStatus status;
@@ -247,11 +260,17 @@ void removeTargetItem(const MObject& blendShape, int target, int item) {
                             false, false);
 }
 
-void clearElements(const MPlug& array) {
+void removeTargetGroup(const MObject& blendShape, int target) {
+    MGlobal::executeCommand(
+        "removeMultiInstance -b 1 " + MFnDependencyNode(blendShape).name() + ".it[0].itg[" + target + "]",
+        false, false);
+}
+
+MStatus clearElements(const MPlug& array) {
     // An empty array removes all elements at once.
     MObject empty = MFnDoubleArrayData().create(MDoubleArray());
     MPlug plug = array;
-    plug.setValue(empty);
+    return plug.setValue(empty);
 }
 
 void setElements(const MPlug& array, const MIntArray& indices, const MDoubleArray& values) {

@@ -90,11 +90,18 @@ MPlug getWeightsPlug(const MObject& blendShape, int target);
 MStatus setWeightValues(const MObject& blendShape, int target, const MIntArray& vertices,
                         const MDoubleArray& values);
 
+/// Whether a target has a group of its own; one that has only a weight has none yet. Asking makes nothing.
+bool hasTargetGroup(const MObject& blendShape, int target);
+
 /// Removes an item of a target with all that it holds, or nothing where it cannot be removed.
 void removeTargetItem(const MObject& blendShape, int target, int item);
 
+/// Removes the group of a target with all its items.
+void removeTargetGroup(const MObject& blendShape, int target);
+
 /// Removes all elements of an array plug of numbers.
-void clearElements(const MPlug& array);
+/// @return a failure where they are locked, say
+MStatus clearElements(const MPlug& array);
 
 /// Sets elements of an array plug of floats to values, in single precision and in the order given.
 void setElements(const MPlug& array, const MIntArray& indices, const MDoubleArray& values);

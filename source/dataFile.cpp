@@ -152,5 +152,8 @@ bool OutputFile::replace() {
     // Handing on nothing would count as a failure.
     if (from.peek() != std::ifstream::traits_type::eof()) to << from.rdbuf();
     to.close();
-    return from.is_open() && !from.bad() && to.good();
+    if (from.is_open() && !from.bad() && to.good()) return true;
+    // What the old file held may be lost: the new one beside it is all that there is.
+    beside_.clear();
+    return false;
 }

@@ -170,6 +170,13 @@ CallOutcome editRegionMap::edit() {
     return run(regions);
 }
 
+/// Undo leaves everything as it is, so that restored regions still are; the buffers, once restored, are
+/// empty.
+CallOutcome editRegionMap::redo() {
+    const bool isRestored = mode_ == Mode::kRestore && restored_ != 0;
+    return isRestored ? CallOutcome() : edit();
+}
+
 CallOutcome editRegionMap::run(RegionNode& node) {
     const MObject mesh = aliveObject(mesh_);
     const auto vertexCount = mesh.isNull() ? 0U : static_cast<unsigned int>(MFnMesh(mesh).numVertices());

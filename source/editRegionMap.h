@@ -26,6 +26,7 @@ class editRegionMap : public CommandOf<editRegionMap> {
   protected:
     CallOutcome read(const MArgDatabase& arguments) override;
     CallOutcome edit() override;
+    CallOutcome redo() override;
 
   private:
     enum class Mode { kImport, kExport, kAdd, kAppend, kEdit, kClear, kRestore, kColor, kNone };

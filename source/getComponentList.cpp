@@ -56,8 +56,9 @@ CallOutcome getComponentList::edit() {
     MPlug plug;
     const MStatus status = list.getPlug(0, plug);
     MIntArray elements;
-    if (status) elements = componentListToIndices(plug);
-    if (elements.length() == 0 && isPlugPresent(plug) && plug.node().hasFn(MFn::kBlendShape)) {
+    const bool isPresent = status && isPlugPresent(plug);
+    if (isPresent) elements = componentListToIndices(plug);
+    if (elements.length() == 0 && isPresent && plug.node().hasFn(MFn::kBlendShape)) {
         // The deltas of a target mesh exist only after the deformer has made them.
         evaluateDeformer(plug.node());
         elements = componentListToIndices(plug);

@@ -108,8 +108,12 @@ void ItemCompanions::write(const MObject& blendShape, int target, int item) cons
     if (mesh.isNull()) return;
     const MString node =
         mesh.hasFn(MFn::kDagNode) ? MFnDagNode(mesh).fullPathName() : MFnDependencyNode(mesh).name();
-    MGlobal::executeCommand("connectAttr -f " + node + "." + meshOutput_ + " " + name + ".inputGeomTarget",
-                            false, false);
+    const MStatus status = MGlobal::executeCommand(
+        "connectAttr -f " + node + "." + meshOutput_ + " " + name + ".inputGeomTarget", false, false);
+    if (!status) {
+        MGlobal::displayWarning("The target mesh " + node + " could not be connected to " + name +
+                                ". Its deltas are there, but do not follow it any more.");
+    }
 }
 
 /// Leaves unset what has its default, as the host does.

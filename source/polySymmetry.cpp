@@ -82,7 +82,7 @@ CallOutcome polySymmetry::read(const MArgDatabase& arguments) {
     const MStatus status = arguments.getObjects(objects);
     if (!status) return fail("Error getting objects", status);
     if (sourceName.length() > 0 && !objects.add(sourceName)) {
-        return fail("The -applyOrderMap flag names " + sourceName + ", which does not exist.");
+        return fail("The -applyOrderMap flag names " + sourceName + ", which matches no node, or several.");
     }
     if (objects.isEmpty()) return fail("No mesh provided.");
     const CallOutcome outcome = readObjects(objects);

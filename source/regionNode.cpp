@@ -26,6 +26,17 @@ MStatus writeArray(const MObject& node, const MString& attribute, const MDoubleA
     return plug.setValue(data);
 }
 
+MDoubleArray readArray(const MObject& node, const MString& attribute) {
+    MObject data;
+    MFnDependencyNode(node).findPlug(attribute, false).getValue(data);
+    MDoubleArray values;
+    // Without data the attribute was never set.
+    MStatus status;
+    const MFnDoubleArrayData array(data, &status);
+    if (status) array.copyTo(values);
+    return values;
+}
+
 /// Text between the quotes of a script string that stands for `text`.
 std::string escaped(const std::string& text) {
     std::string result;
@@ -106,14 +117,7 @@ MStatus RegionNode::writeMap(const RegionMap& map) {
 }
 
 MDoubleArray RegionNode::readRegion(std::size_t region) const {
-    MObject data;
-    MFnDependencyNode(node_).findPlug(arrayName(kWeights, region), false).getValue(data);
-    MDoubleArray weights;
-    // Without data the attribute was never set.
-    MStatus status;
-    const MFnDoubleArrayData array(data, &status);
-    if (status) array.copyTo(weights);
-    return weights;
+    return readArray(node_, arrayName(kWeights, region));
 }
 
 MStatus RegionNode::writeRegion(std::size_t region, const MDoubleArray& weights) {
@@ -143,6 +147,13 @@ MStatus RegionNode::copyArrays(const char* from, const char* to) {
     return status;
 }
 
+bool RegionNode::areBuffersEmpty() const {
+    for (std::size_t region = 0; region < kRegionCount; ++region) {
+        if (readArray(node_, arrayName(kBuffer, region)).length() > 0) return false;
+    }
+    return true;
+}
+
 MStatus RegionNode::store(MString& error) {
     if (!hasBuffers(error)) return MS::kFailure;
     return copyArrays(kWeights, kBuffer);
@@ -150,6 +161,10 @@ MStatus RegionNode::store(MString& error) {
 
 MStatus RegionNode::restore(MString& error) {
     if (!hasBuffers(error)) return MS::kFailure;
+    if (areBuffersEmpty()) {
+        error = name_ + " has no stored regions to restore. Store them first, with -restore 0.";
+        return MS::kFailure;
+    }
     MStatus status = copyArrays(kBuffer, kWeights);
     for (std::size_t region = 0; status && region < kRegionCount; ++region)
         status = writeArray(node_, arrayName(kBuffer, region), MDoubleArray());

@@ -54,6 +54,7 @@ class RegionNode {
     /// @param error  set on failure, unless the host has shown its own
     MStatus store(MString& error);
     /// Copies the buffers to the weights and empties them.
+    /// @param error  set on failure, unless the host has shown its own: also where all buffers are empty
     MStatus restore(MString& error);
 
     /// In UTF-8. @param error  set when the node has no settings
@@ -64,6 +65,7 @@ class RegionNode {
   private:
     bool hasAttribute(const MString& attribute, MString& error) const;
     bool hasBuffers(MString& error) const;
+    bool areBuffersEmpty() const;
     void readLocks();
     MStatus copyArrays(const char* from, const char* to);
 

@@ -100,6 +100,7 @@ void TargetDataReader::startTarget() {
 void TargetDataReader::startItem() {
     item_.vertices.clear();
     item_.points.clear();
+    item_.hasDropped = false;
     const bool hasIndex = takeKey(item_.item);
     isItemTaken_ = hasIndex && isTargetTaken_;
     if (!hasIndex || entry_.empty()) return;
@@ -119,9 +120,14 @@ void TargetDataReader::readPoint() {
     const bool isComplete = scanner_.readNumberList(numbers_);
     if (depth_ != kItem) key_ = {};
     int vertex = 0;
-    if (!takeKey(vertex) || !isComplete || numbers_.size() != 3) return;
-    if (!std::all_of(numbers_.begin(), numbers_.end(), [](double number) { return std::isfinite(number); }))
+    const bool hasVertex = takeKey(vertex);
+    const bool isPoint =
+        isComplete && numbers_.size() == 3 &&
+        std::all_of(numbers_.begin(), numbers_.end(), [](double number) { return std::isfinite(number); });
+    if (!hasVertex || !isPoint) {
+        item_.hasDropped = true;
         return;
+    }
     item_.vertices.push_back(vertex);
     item_.points.push_back({numbers_[0], numbers_[1], numbers_[2]});
 }

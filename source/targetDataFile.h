@@ -30,6 +30,7 @@ struct TargetItem {
     int item = 0;
     std::vector<int> vertices;                  // not negative; in file order, which may repeat some
     std::vector<std::array<double, 3>> points;  // one a vertex
+    bool hasDropped = false;                    // entries without a usable vertex or point
 };
 
 /// Which targets of a file are taken, and the indices they get.

@@ -91,6 +91,7 @@ void SavedItem::save(TargetEditor& targets, int target, int item) {
     target_ = target;
     item_ = item;
     existed_ = hasTargetItem(blendShape, target, item);
+    hadGroup_ = hasTargetGroup(blendShape, target);
     deltas_ = targets.read(target, item);
     isSaved_ = true;
 }
@@ -101,6 +102,7 @@ CallOutcome SavedItem::restore() {
     isSaved_ = false;
     if (!existed_ && item_ != kFullItem) {
         removeTargetItem(blendShape, target_, item_);
+        if (!hadGroup_) removeTargetGroup(blendShape, target_);
         return CallOutcome();
     }
     TargetEditor targets(blendShape);

@@ -81,5 +81,6 @@ class SavedItem {
     int target_ = 0;
     int item_ = 0;
     bool existed_ = false;
+    bool hadGroup_ = false;
     TargetDeltas deltas_;
 };

@@ -1,5 +1,6 @@
 #include "batch/prompt.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -27,6 +28,7 @@ class EntryReader {
         std::optional<std::string> entry = nextLine("mel: ");
         firstLine_ = lineCount_;
         mel::BracketCount brackets;
+        parsedSize_ = 0;
         while (entry && goesOn(*entry, brackets)) {
             const std::optional<std::string> more = nextLine("   > ");
             if (!more) break;
@@ -48,6 +50,8 @@ class EntryReader {
     bool goesOn(const std::string& entry, mel::BracketCount& brackets) {
         // Cheaper than the parser, and what is wrong inside brackets is one piece up to the last of them.
         if (brackets.isOpenIn(entry)) return true;
+        if (!isTerminal() && entry.size() < 2 * parsedSize_ && !mayEndIn(entry)) return true;
+        parsedSize_ = entry.size();
         switch (interpreter_.endOf(entry)) {
             case TextEnd::TooEarly:
                 return true;
@@ -59,6 +63,13 @@ class EntryReader {
                 break;
         }
         return false;
+    }
+
+    /// Whether a statement may end where the text does. Others are parsed again only when they have doubled,
+    /// so that a statement of many lines takes linear time.
+    static bool mayEndIn(const std::string& entry) {
+        const std::size_t last = entry.find_last_not_of(" \t\r\n");
+        return last != std::string::npos && (entry[last] == ';' || entry[last] == '}');
     }
 
     /// Nobody looks ahead at a terminal: an `else` there has to stand on the line of the closing brace.
@@ -78,6 +89,7 @@ class EntryReader {
     std::optional<std::string> ahead_;
     bool isAhead_ = false;
     int lineCount_ = 0;
+    std::size_t parsedSize_ = 0;  // of the piece, when the parser last saw it
     int firstLine_ = 1;
 };
 

@@ -130,7 +130,15 @@ void liveTargetDisconnecting(graph::Graph& graph, const graph::Plug& destination
     const bool isTaken = base != nullptr && target != nullptr && graph.variants().takesDeltasOnDisconnect;
     if (isTaken) {
         known.seen = target;
-        storeDeltas(graph, item, *base, *target);
+        auto [points, components] = sparseDeltas(base->mesh, target->mesh);
+        const auto store = [item, points = std::move(points),
+                            components = std::move(components)](graph::Graph& into) {
+            into.storeDerived(item.child(kPointsTarget), points);
+            into.storeDerived(item.child(kComponentsTarget), components);
+        };
+        store(graph);
+        // Redo finds no mesh to take them from.
+        graph.record([](graph::Graph&) {}, store);
     }
     known.isOutstanding = !isTaken;
     know(graph, item, known);

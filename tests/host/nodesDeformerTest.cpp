@@ -487,6 +487,22 @@ TEST_F(Blend, aMeshThatGoesUnseenLeavesItsDeltasAtOnceOrToTheNextEvaluation) {
     }
 }
 
+TEST_F(Blend, redoOfDeletingAMeshBringsItsDeltasBack) {
+    const std::vector<graph::Point4> made{{0, 6, 0, 1}};
+    const NodeRef target = scene.moved(scene.node("headShapeOrig"), "frown", {{2, vec(0, 6, 0)}});
+    nodes::addTarget(scene, blend, 0, 0, target, 1.0, false);
+    graph::ChangeList step;
+    {
+        const graph::RecordingScope recorded(scene, &step);
+        scene.deleteNodes({scene.node("frown")});
+    }
+    EXPECT_TRUE(step.undo(scene));
+    EXPECT_NE(deltas(0, 6000), made);
+    EXPECT_TRUE(step.redo(scene));
+    EXPECT_EQ(deltas(0, 6000), made);
+    EXPECT_EQ(heights(), (Heights{0, 0, 6.0, 0}));
+}
+
 TEST_F(Blend, deltasWrittenBeforeTheFirstEvaluationAreLostWhereTheHostLosesThem) {
     graph::Variants variants;
     variants.losesEarlyDeltas = true;

@@ -82,6 +82,17 @@ TEST(BlendShapeImportData, KeepsTheOtherItemsOfATargetThatIsThere) {
     EXPECT_EQ(scene.changes(after), "") << "nothing of it is on the undo queue";
 }
 
+TEST(BlendShapeImportData, KeepsAnItemForWhichTheFileHoldsNothingUsable) {
+    Scene scene;
+    addBlendShape(scene);
+    const std::string before = scene.dump();
+    const Outcome outcome = importText(
+        scene, "{\"0\": {\"name\": \"a\", \"data\": {\"6000\": {\"5\": [1e400, 0, 0], \"6\": [1, 1]}}}}");
+    EXPECT_EQ(outcome.value.toInt(), 0);
+    EXPECT_EQ(outcome.warnings.size(), 2U) << ::testing::PrintToString(outcome.warnings);
+    EXPECT_EQ(scene.changes(before), "");
+}
+
 TEST(BlendShapeImportData, MovesOnlyVerticesThatTheMeshHas) {
     Scene scene;
     addBlendShape(scene);

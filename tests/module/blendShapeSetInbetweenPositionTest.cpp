@@ -79,6 +79,19 @@ TEST_F(SetInbetweenPosition, AllThatBelongsToAnInBetweenMovesAlong) {
               (std::vector<double>{1, 2, 3, 1}));
 }
 
+TEST_F(SetInbetweenPosition, NothingOfWhatWasThereBecomesAPartOfIt) {
+    scene_.addMesh("live", zoo::openGrid());
+    scene_.mel(
+        "blendShape -edit -inBetween -target base 4 live 0.3 bs;"
+        "setAttr bs.ibig[4].ibi[5300].ibtn -type \"string\" \"old\"; setAttr bs.ibig[4].ibi[5300].itp 2;"
+        "setAttr bs.it[0].itg[4].iti[5300].irc -type componentList 1 vtx[9]; flushUndo");
+    scene_.mel("dv_blendShapeSetInbetweenPosition -i 4 -sp 5500 -tp 5300 bs");
+    EXPECT_EQ(deltas(scene_, 4, 5300), "5 0 0.25 0\n");
+    EXPECT_EQ(scene_.mel("getAttr -multiIndices bs.ibig[4].ibi").size(), 0U);
+    EXPECT_EQ(scene_.mel("getAttr bs.it[0].itg[4].iti[5300].irc").size(), 0U);
+    EXPECT_EQ(scene_.mel("listConnections bs.it[0].itg[4].iti[5300].igt").size(), 0U);
+}
+
 /// A move that fails half way is queued all the same.
 TEST_F(SetInbetweenPosition, UndoOfAHalfDoneMoveBringsTheDeltasBack) {
     scene_.mel("setAttr -lock 1 bs.it[0].itg[4].iti[5300].ipt; flushUndo");

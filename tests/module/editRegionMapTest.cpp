@@ -111,6 +111,8 @@ TEST_F(EditRegionMap, StoresAndRestoresAllRegions) {
     EXPECT_EQ(scene_.mel("listConnections map"), Strings{"bs"});
     scene_.run("undo");
     EXPECT_NE(scene_.changes(changed), "") << "undo leaves it";
+    EXPECT_EQ(scene_.run("redo").errors, Strings());
+    EXPECT_EQ(array("regionWeights5"), stored) << "the buffers are empty by now";
 }
 
 TEST_F(EditRegionMap, StoresAlsoWhereTheBufferIsConnectedAlready) {

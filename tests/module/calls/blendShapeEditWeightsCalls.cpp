@@ -93,6 +93,12 @@ std::vector<Call> editWeightsCalls() {
         goodCall("Freeze", painted, command + "-f -del bs", 1),
         goodCall("FreezeNothing", "", command + "-f bs", 0),
         goodCall("FreezeBaseWeights", "setAttr bs.it[0].bw[3] 0.5;", command + "-f -i -1 bs", 1),
+        refusedCall(
+            "FreezeLockedWeights",
+            "setAttr bs.it[0].itg[4].tw[5] 0.5; setAttr bs.it[0].itg[4].iti[6000].ict -type componentList 3 "
+            "vtx[5] vtx[6] vtx[19]; setAttr -lock 1 bs.it[0].itg[4].tw;",
+            command + "-f -i 4 bs",
+            "The weights cannot be removed, and so are not frozen. Unlock them first."),
         goodCall("FreezeATargetWithoutItems", "setAttr bs.it[0].itg[2].tw[3] 0.5;", command + "-f -i 2 bs",
                  1),
         goodCall("Flush", painted, command + "-fl 0.5 -del " + om + "bs", 1),

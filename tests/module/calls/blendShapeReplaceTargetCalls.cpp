@@ -44,6 +44,8 @@ std::vector<Call> replaceCalls() {
         goodCall("ReplaceInBetween", sculpt, withSculpt + "-i 4 -ti 5500 bs", 1),
         refusedCall("ReplaceMissingTarget", sculpt, withSculpt + "-i 2 bs", "bs has no target 2."),
         refusedCall("ReplaceNegativeTarget", sculpt, withSculpt + "-i -1 bs", "bs has no target -1."),
+        goodCall("ReplaceInBetweenOfATargetWithoutGroup", sculpt + "setAttr bs.w[7] 0;",
+                 withSculpt + "-i 7 -ti 5500 bs", 1),
         goodCall("ReplaceMissingInBetween", sculpt, withSculpt + "-i 4 -ti 5300 bs", 1),
         goodCall("ReplaceEmptyItem", sculpt + "setAttr bs.w[2] 0;", withSculpt + "-i 2 bs", 1,
                  "setAttr bs.it[0].itg[2].iti[6000].ict -type componentList 0;"

@@ -60,6 +60,8 @@ std::vector<Call> refusedCalls() {
                   "map has no attribute regionWeightsBuffer5."),
         givesZero("RestoreWithoutBuffer", "deleteAttr map.regionWeightsBuffer0;", "-res 1 map",
                   "map has no attribute regionWeightsBuffer0."),
+        givesZero("RestoreFromEmptyBuffers", "", "-res 1 map",
+                  "map has no stored regions to restore. Store them first, with -restore 0."),
         {"NoMode", node, command + "-i 3 map", true, 0, {}, ""},
     };
 }

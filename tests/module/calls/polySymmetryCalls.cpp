@@ -26,7 +26,7 @@ std::vector<Call> symmetryCalls() {
               "-atm base", {"Unable to extend the order mapping because the vertex count has changed."}),
         fails("SymmetryFromNoMap", "", "-aom base base", {"Vertex order map attribute is not available."}),
         fails("SymmetryFromNoObject", "", "-aom ghost base",
-              {"The -applyOrderMap flag names ghost, which does not exist."}),
+              {"The -applyOrderMap flag names ghost, which matches no node, or several."}),
         gives("Symmetry", "", "base", 1, ""),
         gives("SymmetryMissing", "move -relative -objectSpace 0 0.5 0 base.vtx[4]", "base", 0,
               "select base.vtx[0] base.vtx[4]"),
