@@ -46,9 +46,7 @@ Found<std::vector<graph::SelectionItem>> meshObjects(CommandContext& context,
     for (const graph::SelectionItem& item : items.value) {
         const Found<graph::NodeRef> shape = meshShapeOf(context.graph, item.node);
         if (item.plug || !shape.ok())
-            return {
-                {},
-                command + ": " + graph::itemNames(context.graph, item).front() + " is no polygonal object."};
+            return {{}, command + ": " + graph::itemName(context.graph, item) + " is no polygonal object."};
         graph::SelectionItem entry{shape.value, {}, item.component};
         if (entry.component) {
             const graph::ComponentKind kind = entry.component->kind();

@@ -275,7 +275,7 @@ std::string applyTo(graph::Graph& graph, const SelectionItem& item, const Kind& 
                     const ParsedArguments& arguments) {
     if (item.component) return kind.points(graph, item, request, arguments);
     if (item.plug || !item.node->isA("transform"))
-        return std::string(kind.name) + ": " + graph::itemNames(graph, item).front() +
+        return std::string(kind.name) + ": " + graph::itemName(graph, item) +
                " is neither a transform nor points of a mesh.";
     return kind.transform(graph, item.node, request, arguments);
 }

@@ -42,7 +42,7 @@ Found<std::vector<int>> verticesOfItems(graph::Graph& graph, const NodeRef& skin
     for (const graph::SelectionItem& item : items) {
         if (item.plug || graph.shapeOf(item.node) != shape)
             return {{},
-                    "skinPercent: " + graph::itemNames(graph, item).front() + " is not deformed by " +
+                    "skinPercent: " + graph::itemName(graph, item) + " is not deformed by " +
                         skinCluster->name() + '.'};
         const int last = mesh.value->mesh.vertexCount() - 1;
         const graph::Component all(graph::ComponentKind::Vertex, {0, last});

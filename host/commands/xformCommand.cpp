@@ -232,8 +232,8 @@ CommandResult xform(CommandContext& context, const ParsedArguments& arguments) {
         if (item.component) {
             error = editPoints(graph, item, arguments);
         } else if (item.plug || !item.node->isA("transform")) {
-            error = "xform: " + graph::itemNames(graph, item).front() +
-                    " is neither a transform nor points of a mesh.";
+            error =
+                "xform: " + graph::itemName(graph, item) + " is neither a transform nor points of a mesh.";
         } else {
             error = editTransform(graph, item.node, arguments, words.value.matrix);
         }

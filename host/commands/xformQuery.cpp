@@ -99,8 +99,7 @@ std::string appendAnswer(graph::Graph& graph, const SelectionItem& item, const Q
     }
     const NodeRef node = item.node->isA("shape") ? item.node->parent()->ref() : item.node;
     if (item.plug || !node->isA("transform"))
-        return "xform: " + graph::itemNames(graph, item).front() +
-               " is neither a transform nor points of a mesh.";
+        return "xform: " + graph::itemName(graph, item) + " is neither a transform nor points of a mesh.";
     query.run(graph, node, world, numbers);
     return {};
 }

@@ -66,4 +66,9 @@ std::vector<std::string> itemNames(const Graph& graph, const SelectionItem& item
     return names;
 }
 
+std::string itemName(const Graph& graph, const SelectionItem& item) {
+    const std::vector<std::string> names = itemNames(graph, item);
+    return names.empty() ? graph.uniqueName(*item.node) : names.front();
+}
+
 }  // namespace host::graph

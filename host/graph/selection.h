@@ -45,5 +45,7 @@ class Selection {
 /// The names of an item as a user sees them: the shortest unique name; one "mesh.vtx[3:5]" per run.
 /// Components of a shape that is its transform's only visible shape are named after the transform.
 std::vector<std::string> itemNames(const Graph& graph, const SelectionItem& item, bool fullPaths = false);
+/// The first of them, for messages; the object's name where a component has no elements.
+std::string itemName(const Graph& graph, const SelectionItem& item);
 
 }  // namespace host::graph

@@ -100,6 +100,7 @@ bool overlap(const graph::SelectionItem& a, const graph::SelectionItem& b) {
 
 std::vector<Membership> overlapping(graph::Graph& graph, const graph::NodeRef& set,
                                     const graph::SelectionItem& item) {
+    if (item.node == nullptr) return {};  // what memberFor finds where there is no shape
     std::vector<Membership> result = membershipsOf(graph, set, item.node);
     result.erase(std::remove_if(result.begin(), result.end(),
                                 [&](const Membership& entry) { return !overlap(entry.item, item); }),
