@@ -170,10 +170,14 @@ bool isHelper(const Node& node) {
 /// output passes through, or of the one before when that node goes too. Empty when there is none.
 Plug passedSource(const Graph& graph, const Plug& output, const NodeSet& gone) {
     Plug at = output;
+    std::vector<Plug> passed;
     const auto goes = [&](const Node& node) {
         return gone.count(&node) != 0 || (isHelper(node) && !feedsSurvivor(node, gone));
     };
     while (at && goes(*at.node())) {
+        // A chain that bites its own tail has nothing behind it.
+        if (std::find(passed.begin(), passed.end(), at) != passed.end()) return {};
+        passed.push_back(at);
         const auto& passThrough = at.node()->type().behaviour().passThrough;
         const Plug input = passThrough ? passThrough(at) : Plug();
         at = input ? graph.source(input) : Plug();
