@@ -62,6 +62,8 @@ void UndoQueue::push(std::unique_ptr<UndoEntry> entry) {
 }
 
 bool UndoQueue::undo(Graph& graph) {
+    while (chunkDepth_ > 0)
+        closeChunk();
     if (done_.empty()) return false;
     // The entry leaves the queue first: what it runs must not find itself there.
     std::unique_ptr<UndoEntry> entry = takeLast(done_);
@@ -91,12 +93,14 @@ void UndoQueue::closeChunk() {
 void UndoQueue::clear() {
     done_.clear();
     undone_.clear();
+    if (chunk_ != nullptr) chunk_->clear();
 }
 
 void UndoQueue::flushOwner(const std::string& owner) {
     const auto belongs = [&](const std::unique_ptr<UndoEntry>& entry) { return entry->owner() == owner; };
     if (std::any_of(done_.begin(), done_.end(), belongs) ||
-        std::any_of(undone_.begin(), undone_.end(), belongs))
+        std::any_of(undone_.begin(), undone_.end(), belongs) ||
+        (chunk_ != nullptr && chunk_->owner() == owner))
         clear();
 }
 

@@ -45,6 +45,7 @@ class EntryGroup final : public UndoEntry {
   public:
     void add(std::unique_ptr<UndoEntry> entry) { entries_.push_back(std::move(entry)); }
     bool empty() const { return entries_.empty(); }
+    void clear() { entries_.clear(); }
     bool undo(Graph& graph) override;
     bool redo(Graph& graph) override;
     std::string owner() const override;
@@ -59,11 +60,12 @@ class UndoQueue {
     /// Adds an entry and forgets what could have been redone. Dropped while the queue is disabled;
     /// collected while a chunk is open.
     void push(std::unique_ptr<UndoEntry> entry);
+    /// Undoing closes what chunks are open first: it takes back all that came since the outermost opening.
     /// @return false when there is nothing to undo (redo)
     bool undo(Graph& graph);
     bool redo(Graph& graph);
 
-    bool canUndo() const { return !done_.empty(); }
+    bool canUndo() const { return !done_.empty() || (chunk_ != nullptr && !chunk_->empty()); }
     bool canRedo() const { return !undone_.empty(); }
     std::size_t size() const { return done_.size(); }
     /// While disabled nothing is kept; disabling keeps what is there.
@@ -72,6 +74,9 @@ class UndoQueue {
     /// Chunks may nest; the outermost closing makes one entry of all that came between.
     void openChunk();
     void closeChunk();
+    /// How many chunks are open, one in the other.
+    int openChunks() const { return chunkDepth_; }
+    /// Forgets all entries, those of an open chunk too; the chunk stays open.
     void clear();
     /// Empties the queue when it holds an entry of this owner.
     void flushOwner(const std::string& owner);

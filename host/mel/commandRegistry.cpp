@@ -29,6 +29,21 @@ std::string withUncovered(const std::string& error, const std::string& uncovered
     return "Flag '-" + flag + "' is not covered by this host.";
 }
 
+/// Runs a script. When it fails and no other one is running, the undo chunks that it left open are closed:
+/// what is done next has nothing to do with them.
+RunResult runScript(CommandRegistry& registry, std::string_view text, std::string_view sourceName,
+                    const RunOptions& options) {
+    graph::UndoQueue& queue = registry.graph().undoQueue();
+    const int openBefore = queue.openChunks();
+    RunResult result = registry.interpreter().run(text, sourceName, options);
+    if (result.ok || registry.interpreter().isRunning() || queue.openChunks() <= openBefore) return result;
+    while (queue.openChunks() > openBefore)
+        queue.closeChunk();
+    registry.graph().messages().warning(
+        "The script failed inside an undo chunk that it had opened. The chunk was closed.");
+    return result;
+}
+
 }  // namespace
 
 CommandRegistry::CommandRegistry(graph::Graph& graph, Output& output, const InterpreterOptions& options)
@@ -144,12 +159,12 @@ RunResult CommandRegistry::executeText(std::string_view text, const ExecuteOptio
     RunOptions runOptions;
     runOptions.showErrors = true;
     runOptions.echoResult = options.display;
-    return interpreter_.run(text, {}, runOptions);
+    return runScript(*this, text, {}, runOptions);
 }
 
 RunResult CommandRegistry::run(std::string_view text, std::string_view sourceName,
                                const RunOptions& options) {
-    RunResult result = interpreter_.run(text, sourceName, options);
+    RunResult result = runScript(*this, text, sourceName, options);
     if (interpreter_.isRunning()) return result;
     RunResult idle = runDeferred();
     return result.ok ? std::move(idle.ok ? result : idle) : std::move(result);
@@ -162,7 +177,7 @@ RunResult CommandRegistry::runDeferred() {
         std::vector<std::string> texts;
         texts.swap(deferred_.empty() ? deferredLow_ : deferred_);
         for (const std::string& text : texts) {
-            RunResult result = interpreter_.run(text);
+            RunResult result = runScript(*this, text, {}, {});
             if (!result.ok && failed.ok) failed = std::move(result);
         }
     }

@@ -74,6 +74,15 @@ TEST_F(PluginTest, UnloadingTakesItsCommandsOffTheUndoQueue) {
     EXPECT_FALSE(graph.undoQueue().canUndo());
 }
 
+TEST_F(PluginTest, UnloadingTakesItsCommandsOutOfAnOpenUndoChunk) {
+    ASSERT_TRUE(load());
+    graph.undoQueue().openChunk();
+    registry.run("testPluginCommand");
+    EXPECT_EQ(commandsAlive(), 1);
+    ASSERT_TRUE(loader.unload("apiTestPlugin", false).ok);
+    EXPECT_EQ(commandsAlive(), 0);
+}
+
 TEST_F(PluginTest, APluginThatRefusesLeavesNothing) {
     MGlobal::setOptionVarValue("testPluginMood", MString("refuse"));
     const host::mel::CommandResult result = loader.load(kFile);

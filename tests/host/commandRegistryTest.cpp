@@ -176,6 +176,24 @@ TEST_F(RegistryTest, TextRunForAPluginShowsItsErrorsAndEchoesOnDemand) {
     EXPECT_EQ(host.shown.results, std::vector<std::string>{"1"});
 }
 
+TEST_F(RegistryTest, AFailingScriptClosesTheUndoChunksThatItOpened) {
+    host.ok("createNode transform -n a; undoInfo -openChunk; setAttr a.tx 1");
+    host.ok("catch(`eval \"undoInfo -openChunk; delete gone\"`); undoInfo -closeChunk");
+    EXPECT_TRUE(host.shown.warnings.empty()) << "the script itself did not fail";
+    EXPECT_EQ(host.graph.undoQueue().openChunks(), 1);
+    host.fails("undoInfo -openChunk; undoInfo -openChunk; setAttr a.ty 2; delete gone");
+    EXPECT_EQ(host.shown.warnings,
+              std::vector<std::string>{
+                  "The script failed inside an undo chunk that it had opened. The chunk was closed."});
+    EXPECT_EQ(host.graph.undoQueue().openChunks(), 1) << "that of the script before";
+    host.fails("setAttr a.tz 3; delete gone");
+    EXPECT_TRUE(host.shown.warnings.empty());
+    host.ok("undoInfo -closeChunk; undo");
+    EXPECT_EQ(value("a.tx"), 0);
+    EXPECT_EQ(value("a.tz"), 0);
+    EXPECT_EQ(host.undoSize(), 1U);
+}
+
 TEST_F(RegistryTest, DeferredTextRunsAfterTheScript) {
     host.ok(
         "evalDeferred -lp \"print c\"; evalDeferred \"print a; evalDeferred \\\"print b\\\"\"; print start;");
