@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -177,6 +178,11 @@ class Graph {
     void record(ChangeList::Step undo, ChangeList::Step redo);
     /// Has undo bring back what a plug stores now, also when it is derived anew in between.
     void recordStored(const Plug& plug);
+    /// Whether a recorded step may work on a node: not on one that has left the scene. A plug-in's redo may
+    /// have made a new node in the place of the one that a later step knows.
+    bool canStepOn(const Node& node);
+    /// Shows one warning for all nodes that steps had to leave alone since the last call.
+    void warnOfMissing();
 
   private:
     /// Numbers first .. end-1 behind a name are taken.
@@ -187,6 +193,10 @@ class Graph {
 
     void enterScene(const NodeRef& node, Node* parent, int position);
     void leaveScene(Node& node);
+    /// The same as recorded steps: what is not as it was when they were recorded is left alone.
+    void enterAgain(const NodeRef& node, const NodeRef& parent, int position);
+    void leaveAgain(Node& node);
+    void selectAgain(const Selection& selection);
     void setName(Node& node, const std::string& name);
     void setParent(Node& node, Node* parent, int position);
     std::string freeName(const std::string& wanted, const Node* parent, bool isDag, const Node* except);
@@ -198,13 +208,22 @@ class Graph {
     Plug origin(const Plug& plug, std::vector<ValueKind>& passed);
     ComputedValue computed(const Plug& plug);
     void writeNumber(const Plug& plug, double value);
+    /// These five are recorded steps.
+    void writeAgain(const Plug& plug, double value);
     void restoreSlot(const Plug& plug, Slot slot);
     void undoCreation(const Plug& created);
+    void linkAgain(const Plug& source, const Plug& destination, int position = -1);
+    void unlinkAgain(const Plug& source, const Plug& destination);
+    /// Takes the place of what feeds the destination.
     /// @param position  among what the source feeds, -1 for the end
     void link(const Plug& source, const Plug& destination, int position = -1);
+    /// Does nothing where something else feeds the destination.
     /// @return the position that the destination had among what the source feeds
     int unlink(const Plug& source, const Plug& destination);
     void breakLink(const Plug& source, const Plug& destination);
+    /// Steps that take a dynamic attribute out of its node and put it back. @return whether it is back
+    void parkAttribute(Node& node, const Attribute& attribute);
+    bool unparkAttribute(Node& node, const Attribute& attribute);
     /// Removes the array elements above a plug that only a connection, now broken, made exist.
     void dropHollowElements(const Plug& plug);
 
@@ -222,6 +241,7 @@ class Graph {
     ComponentSupport componentSupport_;
     Variants variants_;
     std::unique_ptr<RemovalLog> removals_;
+    std::set<std::string> missing_;  // names of nodes that steps did not find
     ChangeList* recorder_ = nullptr;
     std::recursive_mutex evaluation_;
 };

@@ -40,8 +40,8 @@ void Graph::connect(const Plug& source, const Plug& destination) {
     createElements(*this, source);
     createElements(*this, destination);
     link(source, destination);
-    record([source, destination](Graph& graph) { graph.unlink(source, destination); },
-           [source, destination](Graph& graph) { graph.link(source, destination); });
+    record([source, destination](Graph& graph) { graph.unlinkAgain(source, destination); },
+           [source, destination](Graph& graph) { graph.linkAgain(source, destination); });
     const auto& hook = destination.node()->type().behaviour().connected;
     if (hook) hook(*this, destination);
 }
@@ -87,11 +87,23 @@ void Graph::dropHollowElements(const Plug& plug) {
 
 void Graph::breakLink(const Plug& source, const Plug& destination) {
     const int position = unlink(source, destination);
-    record([source, destination, position](Graph& graph) { graph.link(source, destination, position); },
-           [source, destination](Graph& graph) { graph.unlink(source, destination); });
+    record([source, destination, position](Graph& graph) { graph.linkAgain(source, destination, position); },
+           [source, destination](Graph& graph) { graph.unlinkAgain(source, destination); });
+}
+
+void Graph::linkAgain(const Plug& source, const Plug& destination, int position) {
+    const bool hasSource = canStepOn(*source.node());
+    if (canStepOn(*destination.node()) && hasSource) link(source, destination, position);
+}
+
+void Graph::unlinkAgain(const Plug& source, const Plug& destination) {
+    const bool hasSource = canStepOn(*source.node());
+    if (canStepOn(*destination.node()) && hasSource) unlink(source, destination);
 }
 
 void Graph::link(const Plug& source, const Plug& destination, int position) {
+    // A recorded step may find what was free occupied; the other source may not keep its end.
+    if (const Plug other = this->source(destination)) unlink(other, destination);
     Node& from = *source.node();
     Node& to = *destination.node();
     to.incoming_[destination.key()] = {&from, source.key()};
@@ -106,6 +118,7 @@ void Graph::link(const Plug& source, const Plug& destination, int position) {
 }
 
 int Graph::unlink(const Plug& source, const Plug& destination) {
+    if (this->source(destination) != source) return -1;
     Node& from = *source.node();
     Node& to = *destination.node();
     if (removals_ != nullptr) {
@@ -180,11 +193,30 @@ const Attribute& Graph::addAttribute(Node& node, AttributeSpec spec) {
     node.dynamic_.push_back(std::make_unique<Attribute>(std::move(spec), nullptr, ordinal));
     Attribute& attribute = *node.dynamic_.back();
     attribute.markDynamic();
-    const std::size_t position = node.dynamic_.size() - 1;
-    const auto parked = std::make_shared<std::unique_ptr<Attribute>>();
-    record([ref = node.ref(), position, parked](Graph&) { *parked = std::move(ref->dynamic_[position]); },
-           [ref = node.ref(), position, parked](Graph&) { ref->dynamic_[position] = std::move(*parked); });
+    const NodeRef ref = node.ref();
+    record([ref, pointer = &attribute](Graph& graph) { graph.parkAttribute(*ref, *pointer); },
+           [ref, pointer = &attribute](Graph& graph) { graph.unparkAttribute(*ref, *pointer); });
     return attribute;
+}
+
+void Graph::parkAttribute(Node& node, const Attribute& attribute) {
+    auto& place = node.dynamic_[node.dynamicPosition(attribute)];
+    if (!canStepOn(node) || place == nullptr) return;
+    // Connections made without a record are still there.
+    for (const Connection& connection : connectionsBelow(Plug(node.ref(), &attribute)))
+        unlink(connection.source, connection.destination);
+    node.removed_.push_back(std::move(place));
+}
+
+bool Graph::unparkAttribute(Node& node, const Attribute& attribute) {
+    if (!canStepOn(node)) return false;
+    auto& removed = node.removed_;
+    const auto found = std::find_if(removed.begin(), removed.end(),
+                                    [&](const auto& entry) { return entry.get() == &attribute; });
+    if (found == removed.end()) return false;
+    node.dynamic_[node.dynamicPosition(attribute)] = std::move(*found);
+    removed.erase(found);
+    return true;
 }
 
 void Graph::deleteAttribute(Node& node, const Attribute& attribute) {
@@ -199,19 +231,15 @@ void Graph::deleteAttribute(Node& node, const Attribute& attribute) {
     Slot& slot = node.rootSlot(attribute.ordinal());
     const auto old = std::make_shared<Slot>(std::move(slot));
     slot = {};
-    const std::size_t position =
-        static_cast<std::size_t>(attribute.ordinal()) - node.type_.attributes().size();
-    node.removed_.push_back(std::move(node.dynamic_[position]));
-    const auto restore = [ref, position, old, pointer = &attribute](Graph& graph) {
-        auto& removed = ref->removed_;
-        const auto found = std::find_if(removed.begin(), removed.end(),
-                                        [&](const auto& entry) { return entry.get() == pointer; });
-        ref->dynamic_[position] = std::move(*found);
-        removed.erase(found);
+    node.removed_.push_back(std::move(node.dynamic_[node.dynamicPosition(attribute)]));
+    const auto restore = [ref, old, pointer = &attribute](Graph& graph) {
+        if (!graph.unparkAttribute(*ref, *pointer)) return;
         ref->rootSlot(pointer->ordinal()) = old->clone();
         graph.markDirty(*ref);
     };
-    record(restore, [ref, pointer = &attribute](Graph& graph) { graph.deleteAttribute(*ref, *pointer); });
+    record(restore, [ref, pointer = &attribute](Graph& graph) {
+        if (graph.canStepOn(*ref)) graph.deleteAttribute(*ref, *pointer);
+    });
     markDirty(node);
 }
 
@@ -223,12 +251,18 @@ void Graph::setAlias(const Plug& plug, const std::string& alias) {
     const std::string old = aliases.aliasOf(key);
     if (old == alias) return;
     const auto insert = [ref = node.ref(), position, key](const std::string& name) {
-        return [=](Graph&) { ref->aliases_.insert(position, name, key); };
+        return [=](Graph& graph) {
+            if (graph.canStepOn(*ref)) ref->aliases_.insert(position, name, key);
+        };
     };
     const auto rename = [ref = node.ref(), key](const std::string& name) {
-        return [=](Graph&) { ref->aliases_.rename(key, name); };
+        return [=](Graph& graph) {
+            if (graph.canStepOn(*ref)) ref->aliases_.rename(key, name);
+        };
     };
-    const auto erase = [ref = node.ref(), key](Graph&) { ref->aliases_.erase(key); };
+    const auto erase = [ref = node.ref(), key](Graph& graph) {
+        if (graph.canStepOn(*ref)) ref->aliases_.erase(key);
+    };
     if (old.empty()) {
         aliases.insert(position, alias, key);
         record(erase, insert(alias));
@@ -245,8 +279,12 @@ void Graph::setState(const Plug& plug, PlugState state) {
     Node& node = *plug.node();
     const PlugState old = node.state(plug.key());
     node.states_[plug.key()] = state;
-    record([plug, old](Graph&) { plug.node()->states_[plug.key()] = old; },
-           [plug, state](Graph&) { plug.node()->states_[plug.key()] = state; });
+    const auto stateAgain = [plug](PlugState kept) {
+        return [plug, kept](Graph& graph) {
+            if (graph.canStepOn(*plug.node())) plug.node()->states_[plug.key()] = kept;
+        };
+    };
+    record(stateAgain(old), stateAgain(state));
 }
 
 }  // namespace host::graph

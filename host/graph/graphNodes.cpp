@@ -61,10 +61,31 @@ void Graph::record(ChangeList::Step undo, ChangeList::Step redo) {
 
 void Graph::select(Selection selection) {
     if (recorder_ != nullptr) {
-        record([old = selection_](Graph& graph) { graph.selection_ = old; },
-               [selection](Graph& graph) { graph.selection_ = selection; });
+        record([old = selection_](Graph& graph) { graph.selectAgain(old); },
+               [selection](Graph& graph) { graph.selectAgain(selection); });
     }
     selection_ = std::move(selection);
+}
+
+void Graph::selectAgain(const Selection& selection) {
+    selection_ = selection;
+    for (const SelectionItem& item : selection.items()) {
+        if (!canStepOn(*item.node)) selection_.removeNode(*item.node);
+    }
+}
+
+bool Graph::canStepOn(const Node& node) {
+    if (!node.isAlive()) missing_.insert(node.name());
+    return node.isAlive();
+}
+
+void Graph::warnOfMissing() {
+    if (missing_.empty()) return;
+    const std::string more =
+        missing_.size() > 1 ? " and " + std::to_string(missing_.size() - 1) + " more" : std::string();
+    messages().warning("Undo or redo left out what it knows of nodes that are not in the scene: " +
+                       *missing_.begin() + more + ". Check the scene, and use flushUndo.");
+    missing_.clear();
 }
 
 NodeRef Graph::createNode(const NodeType& type, const std::string& name, Node* parent) {
@@ -75,8 +96,8 @@ NodeRef Graph::createNode(const NodeType& type, const std::string& name, Node* p
     enterScene(node, parent, -1);
     const int position = type.isDag() ? static_cast<int>(siblings(parent).size()) - 1 : -1;
     const NodeRef parentRef = parent != nullptr ? parent->ref() : nullptr;
-    record([node](Graph& graph) { graph.leaveScene(*node); },
-           [node, parentRef, position](Graph& graph) { graph.enterScene(node, parentRef.get(), position); });
+    record([node](Graph& graph) { graph.leaveAgain(*node); },
+           [node, parentRef, position](Graph& graph) { graph.enterAgain(node, parentRef, position); });
     return node;
 }
 
@@ -116,6 +137,15 @@ void Graph::leaveScene(Node& node) {
     node.isAlive_ = false;
     nodes_.erase(node.id());
     ++nameVersion_;
+}
+
+void Graph::enterAgain(const NodeRef& node, const NodeRef& parent, int position) {
+    if (node->isAlive() || (parent != nullptr && !canStepOn(*parent))) return;
+    enterScene(node, parent.get(), position);
+}
+
+void Graph::leaveAgain(Node& node) {
+    if (canStepOn(node)) leaveScene(node);
 }
 
 namespace {
@@ -279,8 +309,8 @@ void Graph::deleteNodes(const std::vector<NodeRef>& nodes) {
             position = static_cast<int>(std::find(list.begin(), list.end(), node.get()) - list.begin());
         }
         leaveScene(*node);
-        record([node, parent, position](Graph& graph) { graph.enterScene(node, parent.get(), position); },
-               [node](Graph& graph) { graph.leaveScene(*node); });
+        record([node, parent, position](Graph& graph) { graph.enterAgain(node, parent, position); },
+               [node](Graph& graph) { graph.leaveAgain(*node); });
     }
 }
 
@@ -289,8 +319,12 @@ std::string Graph::rename(Node& node, const std::string& name) {
     const std::string old = node.name();
     if (given == old) return given;
     setName(node, given);
-    record([ref = node.ref(), old](Graph& graph) { graph.setName(*ref, old); },
-           [ref = node.ref(), given](Graph& graph) { graph.setName(*ref, given); });
+    const auto nameAgain = [ref = node.ref()](const std::string& text) {
+        return [ref, text](Graph& graph) {
+            if (graph.canStepOn(*ref)) graph.setName(*ref, text);
+        };
+    };
+    record(nameAgain(old), nameAgain(given));
     return given;
 }
 
@@ -310,11 +344,13 @@ void Graph::reparent(Node& node, Node* parent, int position) {
     const NodeRef oldParent = node.parent() != nullptr ? node.parent()->ref() : nullptr;
     const NodeRef newParent = parent != nullptr ? parent->ref() : nullptr;
     setParent(node, parent, position);
-    record([ref = node.ref(), oldParent,
-            oldPosition](Graph& graph) { graph.setParent(*ref, oldParent.get(), oldPosition); },
-           [ref = node.ref(), newParent, position](Graph& graph) {
-               graph.setParent(*ref, newParent.get(), position);
-           });
+    const auto moveAgain = [ref = node.ref()](const NodeRef& above, int place) {
+        return [ref, above, place](Graph& graph) {
+            const bool hasParent = above == nullptr || graph.canStepOn(*above);
+            if (graph.canStepOn(*ref) && hasParent) graph.setParent(*ref, above.get(), place);
+        };
+    };
+    record(moveAgain(oldParent, oldPosition), moveAgain(newParent, position));
     // The new siblings may include one of the same name.
     if (isNameTaken(node.name(), parent, true, &node)) rename(node, node.name());
 }

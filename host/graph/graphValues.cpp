@@ -165,14 +165,14 @@ void Graph::setNumber(const Plug& plug, double value) {
     PlugKey created;
     node.obtainSlot(plug.key(), created);
     writeNumber(plug, kept);
-    const auto redo = [plug, kept](Graph& graph) { graph.writeNumber(plug, kept); };
+    const auto redo = [plug, kept](Graph& graph) { graph.writeAgain(plug, kept); };
     if (created.attribute != nullptr) {
         record([place = Plug(plug.node(), created)](Graph& graph) { graph.undoCreation(place); }, redo);
     } else if (!existed) {
         record([place = flatElement(plug, *array)](Graph& graph) { graph.undoCreation(place); }, redo);
     } else if (array != nullptr) {
         record(
-            [plug, before = std::get<double>(old.content)](Graph& graph) { graph.writeNumber(plug, before); },
+            [plug, before = std::get<double>(old.content)](Graph& graph) { graph.writeAgain(plug, before); },
             redo);
     } else {
         const auto shared = std::make_shared<Slot>(std::move(old));
@@ -194,6 +194,10 @@ void Graph::writeNumber(const Plug& plug, double value) {
         slot.content = value;
     }
     markDirty(node);
+}
+
+void Graph::writeAgain(const Plug& plug, double value) {
+    if (canStepOn(*plug.node())) writeNumber(plug, value);
 }
 
 void Graph::setData(const Plug& plug, DataPtr value) {
@@ -232,6 +236,7 @@ void Graph::recordStored(const Plug& plug) {
 }
 
 void Graph::restoreSlot(const Plug& plug, Slot slot) {
+    if (!canStepOn(*plug.node())) return;
     PlugKey created;
     plug.node()->obtainSlot(plug.key(), created) = std::move(slot);
     markDirty(*plug.node());
@@ -239,6 +244,7 @@ void Graph::restoreSlot(const Plug& plug, Slot slot) {
 
 /// Takes back the making of an array element, flat or not.
 void Graph::undoCreation(const Plug& created) {
+    if (!canStepOn(*created.node())) return;
     const RecordingScope silent(*this, nullptr);
     removeElement(created);
 }
@@ -299,7 +305,8 @@ void Graph::createElement(const Plug& element) {
     PlugKey created;
     element.node()->obtainSlot(element.key(), created);
     record([place = Plug(element.node(), created)](Graph& graph) { graph.undoCreation(place); },
-           [element](Graph&) {
+           [element](Graph& graph) {
+               if (!graph.canStepOn(*element.node())) return;
                PlugKey ignored;
                element.node()->obtainSlot(element.key(), ignored);
            });
@@ -322,7 +329,7 @@ void Graph::removeElement(const Plug& element) {
                 [element, old](Graph& graph) {
                     const bool isCompound = element.attribute().isCompound();
                     for (std::size_t k = 0; k < old.size(); ++k) {
-                        graph.writeNumber(isCompound ? element.child(static_cast<int>(k)) : element, old[k]);
+                        graph.writeAgain(isCompound ? element.child(static_cast<int>(k)) : element, old[k]);
                     }
                 },
                 redo);
@@ -346,7 +353,9 @@ void Graph::clearElements(const Plug& arrayPlug) {
         if (recorder_ != nullptr) {
             const auto old = std::make_shared<Slot>(slot.clone());
             record([arrayPlug, old](Graph& graph) { graph.restoreSlot(arrayPlug, old->clone()); },
-                   [arrayPlug](Graph& graph) { graph.clearElements(arrayPlug); });
+                   [arrayPlug](Graph& graph) {
+                       if (graph.canStepOn(*arrayPlug.node())) graph.clearElements(arrayPlug);
+                   });
         }
         std::get<std::unique_ptr<NumberMulti>>(slot.content)->clear();
         markDirty(node);

@@ -23,8 +23,8 @@ struct PlugState {
     bool isInChannelBox = false;
 };
 
-/// One end of a connection as a node stores it. Both ends of a connection are in the scene, so a plain
-/// pointer will do.
+/// One end of a connection as a node stores it. Both ends of a connection are in the scene (a node that
+/// leaves is unlinked, and none is linked that has left), so a plain pointer will do.
 struct Link {
     Node* node = nullptr;
     PlugKey key;
@@ -96,6 +96,10 @@ class Node : public std::enable_shared_from_this<Node> {
     /// to be made; its attribute stays null when there was none
     Slot& obtainSlot(const PlugKey& key, PlugKey& created);
     Slot& rootSlot(int ordinal);
+    /// Where a dynamic root attribute stands in dynamic_.
+    std::size_t dynamicPosition(const Attribute& attribute) const {
+        return static_cast<std::size_t>(attribute.ordinal()) - type_.attributes().size();
+    }
 
     const NodeType& type_;
     std::string name_;

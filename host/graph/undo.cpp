@@ -20,6 +20,7 @@ bool ChangeList::undo(Graph& graph) {
     const RecordingScope silent(graph, nullptr);
     for (auto change = changes_.rbegin(); change != changes_.rend(); ++change)
         change->first(graph);
+    graph.warnOfMissing();
     return true;
 }
 
@@ -27,6 +28,7 @@ bool ChangeList::redo(Graph& graph) {
     const RecordingScope silent(graph, nullptr);
     for (auto& change : changes_)
         change.second(graph);
+    graph.warnOfMissing();
     return true;
 }
 
