@@ -5,6 +5,7 @@
 
 #include "api/pluginLoader.h"
 #include "apiFixture.h"
+#include "commands/commands.h"
 
 using namespace apitest;
 
@@ -34,7 +35,7 @@ TEST_F(PluginTest, LoadingRegistersCommandsAndUnloadingRemovesThem) {
     EXPECT_EQ(description->vendor, "Testers");
     EXPECT_EQ(description->version, "1.2");
     EXPECT_EQ(description->apiVersion, "20250000");
-    EXPECT_EQ(description->commands, (Names{"testPluginCommand", "testPluginOther"}));
+    EXPECT_EQ(description->commands, (Names{"testPluginCommand", "testPluginMake", "testPluginOther"}));
     EXPECT_EQ(description->path.rfind(kFile, 0), 0U);
     EXPECT_EQ(shown.infos, Names{std::string("path ") + DELVEN_BINARY_DIR});
     EXPECT_EQ(registry.owner("testPluginCommand"), "apiTestPlugin");
@@ -81,6 +82,28 @@ TEST_F(PluginTest, UnloadingTakesItsCommandsOutOfAnOpenUndoChunk) {
     EXPECT_EQ(commandsAlive(), 1);
     ASSERT_TRUE(loader.unload("apiTestPlugin", false).ok);
     EXPECT_EQ(commandsAlive(), 0);
+}
+
+TEST_F(PluginTest, ARedoThatMakesANewNodeLeavesTheStepsOnTheOldOneOut) {
+    host::commands::registerCommands(registry);
+    ASSERT_TRUE(load());
+    const auto run = [&](const char* script) {
+        const host::mel::RunResult result = registry.run(script);
+        EXPECT_TRUE(result.ok) << script << ": " << result.error.message;
+        return result.value.toString();
+    };
+    run("testPluginMake; createNode transform -n other; connectAttr other.tx made.tx; setAttr made.ty 3;");
+    run("undo; undo; undo; undo; redo; redo;");
+    EXPECT_TRUE(shown.warnings.empty()) << shown.warnings.front();
+    run("redo");
+    ASSERT_EQ(shown.warnings.size(), 1U);
+    EXPECT_NE(shown.warnings[0].find("nodes that are not in the scene: made"), std::string::npos);
+    run("redo");
+    EXPECT_EQ(shown.warnings.size(), 2U);
+    EXPECT_EQ(run("getAttr made.ty"), "0");
+    // With the queue goes what was left of the old node.
+    run("flushUndo; createNode transform -n next");
+    EXPECT_EQ(run("listConnections other"), "");
 }
 
 TEST_F(PluginTest, APluginThatRefusesLeavesNothing) {

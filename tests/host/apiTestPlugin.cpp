@@ -31,6 +31,16 @@ class TestCommand : public MPxCommand {
     static void* creator() { return new TestCommand; }
 };
 
+/// Makes a node that no record knows; each redo makes a new one.
+class MakingCommand : public MPxCommand {
+  public:
+    MStatus doIt(const MArgList&) override { return redoIt(); }
+    MStatus redoIt() override { return MGlobal::executeCommand("createNode transform -n made"); }
+    MStatus undoIt() override { return MGlobal::executeCommand("delete made"); }
+    bool isUndoable() const override { return true; }
+    static void* creator() { return new MakingCommand; }
+};
+
 /// Writes what happens to it into an option variable, and counts itself in another while it lives. It has
 /// both handlers of the press, that of Viewport 2.0 of the drag, and the classic one of the release.
 class TestTool : public MPxContext {
@@ -119,6 +129,7 @@ PLUGIN_EXPORT MStatus initializePlugin(MObject object) {
     MStatus status = plugin.registerCommand("testPluginCommand", TestCommand::creator);
     if (!status) return status;
     if (plugin.registerCommand("testPluginCommand", TestCommand::creator)) return MS::kFailure;
+    if (!plugin.registerCommand("testPluginMake", MakingCommand::creator)) return MS::kFailure;
     if (plugin.registerCommand("not legal", TestCommand::creator)) return MS::kFailure;
     if (plugin.registerCommand("testPluginOther", TestCommand::creator) != MS::kSuccess) return MS::kFailure;
     if (!plugin.registerContextCommand("testPluginTool", TestToolCommand::creator)) return MS::kFailure;
@@ -131,5 +142,6 @@ PLUGIN_EXPORT MStatus uninitializePlugin(MObject object) {
     MFnPlugin plugin(object);
     if (plugin.deregisterCommand("setNumber")) return MS::kFailure;
     if (plugin.deregisterContextCommand("testPluginOther")) return MS::kFailure;
+    if (!plugin.deregisterCommand("testPluginMake")) return MS::kFailure;
     return plugin.deregisterCommand("testPluginCommand");
 }
