@@ -136,7 +136,7 @@ class CallOutcome {
 /// A call answers -help, or reads and checks its arguments and then edits the scene. A redo edits again, an
 /// undo restores; both do nothing after a call that answered -help or ended with an error, and may come for
 /// those, too: the host queues every undoable command whose call succeeded. No exception leaves any of them:
-/// it becomes an error, after what was changed was restored.
+/// it becomes an error, after what restore() takes back was restored.
 class ModuleCommand : public MPxCommand {
   public:
     MStatus doIt(const MArgList& arguments) final;

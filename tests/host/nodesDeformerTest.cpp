@@ -491,6 +491,7 @@ TEST_F(Blend, redoOfDeletingAMeshBringsItsDeltasBack) {
     const std::vector<graph::Point4> made{{0, 6, 0, 1}};
     const NodeRef target = scene.moved(scene.node("headShapeOrig"), "frown", {{2, vec(0, 6, 0)}});
     nodes::addTarget(scene, blend, 0, 0, target, 1.0, false);
+    scene.set("blendShape1.w[0]", 1);
     graph::ChangeList step;
     {
         const graph::RecordingScope recorded(scene, &step);

@@ -86,8 +86,10 @@ TEST(BlendShapeImportData, KeepsAnItemForWhichTheFileHoldsNothingUsable) {
     Scene scene;
     addBlendShape(scene);
     const std::string before = scene.dump();
-    const Outcome outcome = importText(
-        scene, "{\"0\": {\"name\": \"a\", \"data\": {\"6000\": {\"5\": [1e400, 0, 0], \"6\": [1, 1]}}}}");
+    const Outcome outcome = importText(scene,
+                                       "{\n\t\"0\": {\n\t\t\"name\": \"a\",\n\t\t\"data\": "
+                                       "{\n\t\t\t\"6000\": {\n\t\t\t\t\"5\": [1e400, 0, 0],\n"
+                                       "\t\t\t\t\"6\": [1, 1]\n\t\t\t}\n\t\t}\n\t}\n}");
     EXPECT_EQ(outcome.value.toInt(), 0);
     EXPECT_EQ(outcome.warnings.size(), 2U) << ::testing::PrintToString(outcome.warnings);
     EXPECT_EQ(scene.changes(before), "");

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "fixtures.h"
+#include "support/meshZoo.h"
 
 namespace {
 
