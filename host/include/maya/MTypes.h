@@ -23,8 +23,8 @@
 #define MAYA_APP_VERSION 2025
 
 #if defined(_WIN32)
-typedef __int64 MInt64;
-typedef unsigned __int64 MUint64;
+typedef long long MInt64;  // which Microsoft also calls __int64
+typedef unsigned long long MUint64;
 #else
 typedef long MInt64;
 typedef unsigned long MUint64;
