@@ -153,7 +153,7 @@ CallOutcome blendShapeEditWeights::readObjects(const MArgDatabase& arguments, co
     if (meshName.length() == 0 && needsMesh) return CallOutcome::refused(kMeshError);
     MString error;
     if (!readMeshes(meshName, orderName, error)) return CallOutcome::refused(error);
-    const CallOutcome outcome = checkTarget(blendShape);
+    CallOutcome outcome = checkTarget(blendShape);
     if (!outcome.isDone()) return outcome;
     if (mode_ != nullptr && mode_->run == &blendShapeEditWeights::setWeights && !areWeightsComplete(error)) {
         return CallOutcome::refused(error);
@@ -210,7 +210,7 @@ CallOutcome blendShapeEditWeights::edit() {
         setResult(0);
         return CallOutcome();
     }
-    const CallOutcome outcome = (this->*mode_->run)();
+    CallOutcome outcome = (this->*mode_->run)();
     positions_.clear();
     return outcome;
 }
@@ -219,7 +219,7 @@ CallOutcome blendShapeEditWeights::redo() {
     if (change_ == Change::kNothing) return CallOutcome();
     const MObject blendShape = aliveObject(blendShape_);
     if (blendShape.isNull()) return CallOutcome::failed(kBlendShapeGone);
-    const CallOutcome outcome = checkTarget(blendShape);
+    CallOutcome outcome = checkTarget(blendShape);
     if (!outcome.isDone()) return outcome;
     stored_ = readWeights(getWeightsPlug(blendShape, target_));
     return write();
@@ -246,7 +246,7 @@ CallOutcome blendShapeEditWeights::setWeights() {
 CallOutcome blendShapeEditWeights::apply(Change change, const WeightList& weights) {
     change_ = change;
     written_ = weights;
-    const CallOutcome outcome = write();
+    CallOutcome outcome = write();
     if (outcome.isDone()) setResult(1);
     return outcome;
 }
@@ -391,7 +391,7 @@ CallOutcome blendShapeEditWeights::freeze() {
         frozen_.push_back({items[k], deltas});
     }
     change_ = Change::kFrozen;
-    const CallOutcome outcome = write();
+    CallOutcome outcome = write();
     if (outcome.isDone()) setResult(1);
     return outcome;
 }

@@ -67,7 +67,7 @@ CallOutcome blendShapeExportData::read(const MArgDatabase& arguments) {
     channelNames_ = readFlagUses<MString>(arguments, "-cn");
     readFlag(arguments, "-fn", fileName_);
     targets_ = readFlagUses<int>(arguments, "-i");
-    const CallOutcome outcome = readBlendShape(arguments, blendShape_);
+    CallOutcome outcome = readBlendShape(arguments, blendShape_);
     if (!outcome.isDone()) return outcome;
     if (!arguments.isFlagSet("-d")) return CallOutcome::refused("No operation mode defined.");
     if (fileName_.length() == 0) return CallOutcome::refused("Missing export file path.");

@@ -87,7 +87,7 @@ CallOutcome blendShapeExtractTarget::readTarget(TargetDeltas& deltas) const {
     const MObject blendShape = aliveObject(blendShape_);
     if (blendShape.isNull()) return CallOutcome::failed(kBlendShapeGone);
     TargetEditor targets(blendShape);
-    const CallOutcome outcome = targets.checkItem(target_, item_);
+    CallOutcome outcome = targets.checkItem(target_, item_);
     if (!outcome.isDone()) return outcome;
     deltas = targets.read(target_, item_);
     return targets.initialiseEmpty(target_, item_, deltas);

@@ -55,7 +55,7 @@ CallOutcome blendShapeImportData::read(const MArgDatabase& arguments) {
     remaps_ = arguments.isFlagSet("-rm");
     remap_.sources = readFlagUses<int>(arguments, "-si");
     if (importsDeltas_) {
-        const CallOutcome outcome = readBlendShape(arguments, blendShape_);
+        CallOutcome outcome = readBlendShape(arguments, blendShape_);
         if (!outcome.isDone()) return outcome;
     }
     if (remaps_ && remap_.sources.size() != remap_.destinations.size()) {
@@ -121,7 +121,7 @@ void blendShapeImportData::importItem(TargetEditor& targets, const TargetItem& i
         const std::array<double, 3>& point = item.points[k];
         deltas.points[k] = MPoint(point[0], point[1], point[2]);
     }
-    const CallOutcome outcome = targets.write(item.target, item.item, deltas);
+    CallOutcome outcome = targets.write(item.target, item.item, deltas);
     if (!outcome.isDone()) {
         report(outcome);
         hasFailed_ = true;

@@ -54,7 +54,7 @@ CallOutcome blendShapeMirrorTarget::read(const MArgDatabase& arguments) {
     readFlag(arguments, "-ob", orderName);
     readFlag(arguments, "-tm", tweakName);
     MObject blendShape;
-    const CallOutcome outcome = readBlendShape(arguments, blendShape);
+    CallOutcome outcome = readBlendShape(arguments, blendShape);
     if (!outcome.isDone()) return outcome;
     if (originalName.length() == 0) return CallOutcome::refused(kMeshError);
     MString error;
@@ -113,7 +113,7 @@ CallOutcome blendShapeMirrorTarget::edit() {
 
 /// Whether there is something to read, and the target to write to unless it is to be made.
 CallOutcome blendShapeMirrorTarget::checkTargets(const TargetEditor& targets) const {
-    const CallOutcome outcome = targets.checkItem(sourceTarget_, item_);
+    CallOutcome outcome = targets.checkItem(sourceTarget_, item_);
     const bool isNew = type_ == kNewTarget && target_ >= 0;
     return outcome.isDone() && !isNew ? targets.checkTarget(target_) : outcome;
 }
@@ -121,7 +121,7 @@ CallOutcome blendShapeMirrorTarget::checkTargets(const TargetEditor& targets) co
 /// Reads the deltas to be mirrored, and those that an existing destination has.
 CallOutcome blendShapeMirrorTarget::readSource(TargetEditor& targets) {
     source_ = targets.read(sourceTarget_, item_);
-    const CallOutcome outcome = targets.completeEmpty(sourceTarget_, item_, source_);
+    CallOutcome outcome = targets.completeEmpty(sourceTarget_, item_, source_);
     if (!outcome.isDone()) return outcome;
     if (!search_.isOrderBased && skippedComponents_.length() > 0) removeSkippedComponents();
     hadGroup_ = hasTargetGroup(targets.blendShape(), target_);
@@ -210,7 +210,7 @@ CallOutcome blendShapeMirrorTarget::restore() {
     if (!hasWritten_) return hasNewItem_ ? destination_.restore() : CallOutcome();
     hasWritten_ = false;
     // The user may have deleted either node by hand.
-    const CallOutcome outcome = blendShape.isNull() ? CallOutcome() : restoreTarget(blendShape);
+    CallOutcome outcome = blendShape.isNull() ? CallOutcome() : restoreTarget(blendShape);
     if (!outcome.isDone() || tweakedVertices_.length() == 0 || !tweakMesh_.isAlive()) return outcome;
     const MStatus status = setTweakPoints(tweakMesh_.path().node(), tweakedVertices_, tweaks_);
     return status ? CallOutcome() : CallOutcome::failed("Error setting tweak data.", status);

@@ -96,7 +96,7 @@ CallOutcome blendShapeRemoveDeltas::read(const MArgDatabase& arguments) {
     readFlag(arguments, "-i", target_);
     readFlag(arguments, "-ti", item_);
     MObject blendShape;
-    const CallOutcome outcome = readBlendShape(arguments, blendShape);
+    CallOutcome outcome = readBlendShape(arguments, blendShape);
     blendShape_ = blendShape;
     return outcome;
 }

@@ -34,7 +34,7 @@ CallOutcome blendShapeReplaceTarget::read(const MArgDatabase& arguments) {
     readFlag(arguments, "-om", originalName);
     readFlag(arguments, "-ti", item_);
     MObject blendShape;
-    const CallOutcome outcome = readBlendShape(arguments, blendShape);
+    CallOutcome outcome = readBlendShape(arguments, blendShape);
     if (!outcome.isDone()) return outcome;
     MString error;
     if (!readMeshes(newName, originalName, error)) return CallOutcome::refused(error);

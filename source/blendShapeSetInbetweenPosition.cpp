@@ -21,7 +21,7 @@ CallOutcome blendShapeSetInbetweenPosition::read(const MArgDatabase& arguments) 
     readFlag(arguments, "-sp", oldItem_);
     readFlag(arguments, "-tp", newItem_);
     MObject blendShape;
-    const CallOutcome outcome = readBlendShape(arguments, blendShape);
+    CallOutcome outcome = readBlendShape(arguments, blendShape);
     blendShape_ = blendShape;
     return outcome;
 }
@@ -60,7 +60,7 @@ void blendShapeSetInbetweenPosition::removeDestination(const MObject& blendShape
 
 /// The mesh comes last, so that the deltas are not taken for those of another mesh.
 CallOutcome blendShapeSetInbetweenPosition::put(TargetEditor& targets, int item) const {
-    const CallOutcome outcome = targets.write(target_, item, deltas_);
+    CallOutcome outcome = targets.write(target_, item, deltas_);
     if (outcome.isDone()) companions_.write(targets.blendShape(), target_, item);
     return outcome;
 }

@@ -116,7 +116,7 @@ CallOutcome blendShapeSplitTarget::edit() {
 CallOutcome blendShapeSplitTarget::readVertices(TargetEditor& targets, MIntArray& vertices) {
     if (!isBase()) return readVerticesOfItems(targets, vertices);
     deltas_ = targets.read(0, kFullItem);
-    const CallOutcome outcome = targets.completeEmpty(0, kFullItem, deltas_);
+    CallOutcome outcome = targets.completeEmpty(0, kFullItem, deltas_);
     vertices = deltas_.vertices;
     return outcome;
 }

@@ -31,8 +31,7 @@ bool isShaded(const MObject& transform) {
 }  // namespace
 
 void CreatedMesh::set(const MObject& transform) {
-    MObject node = transform;
-    transform_ = node;
+    transform_ = transform;
     removal_.reset();
     shadeLikeNew(transform);
 }

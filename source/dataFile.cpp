@@ -83,7 +83,8 @@ bool OutputFile::open(const std::string& name) {
         file_ = asked;
         return true;
     }
-    std::ofstream inPlace = std::move(stream_);
+    std::ofstream inPlace;
+    inPlace.swap(stream_);
     const int failure = openBeside();
     if (failure != 0 && !isFolderClosed(failure)) return false;
     if (failure == 0) {

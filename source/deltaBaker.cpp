@@ -33,8 +33,7 @@ bool contains(const std::vector<MObjectHandle>& nodes, const MObject& node) {
 /// The helper nodes of a deformer: those that are connected to it, and to each other. As the deformer works
 /// on a copy that nobody else knows, all of them are its own.
 std::vector<MObjectHandle> helpersOf(const MObject& deformer) {
-    MObject first = deformer;
-    std::vector<MObjectHandle> nodes(1, MObjectHandle(first));
+    std::vector<MObjectHandle> nodes(1, MObjectHandle(deformer));
     for (std::size_t k = 0; k < nodes.size(); ++k) {
         MPlugArray plugs;
         MFnDependencyNode(nodes[k].object()).getConnections(plugs);

@@ -98,7 +98,7 @@ CallOutcome editRegionMap::read(const MArgDatabase& arguments) {
     readFlags(arguments);
     MObject node;
     constexpr const char* kNoNode = "No region node provided.";
-    const CallOutcome outcome = readNode(arguments, MFn::kDependencyNode, kNoNode, kNoNode, node);
+    CallOutcome outcome = readNode(arguments, MFn::kDependencyNode, kNoNode, kNoNode, node);
     // Like its other errors, a call without node succeeds with the result 0.
     if (!outcome.isDone()) return outcome.asRefused();
     RegionNode regions;
@@ -108,7 +108,7 @@ CallOutcome editRegionMap::read(const MArgDatabase& arguments) {
         MString meshName;
         readFlag(arguments, "-m", meshName);
         MObject mesh;
-        const CallOutcome hasMesh = readMeshShape(meshName, "The mesh is not defined.", mesh);
+        CallOutcome hasMesh = readMeshShape(meshName, "The mesh is not defined.", mesh);
         if (!hasMesh.isDone()) return hasMesh;
         mesh_ = mesh;
     }

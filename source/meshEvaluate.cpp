@@ -135,7 +135,7 @@ CallOutcome meshEvaluate::read(const MArgDatabase& arguments) {
 
 CallOutcome meshEvaluate::edit() {
     MObject found;
-    const CallOutcome outcome = isIntermediate_ ? findIntermediate(found) : findShape(found);
+    CallOutcome outcome = isIntermediate_ ? findIntermediate(found) : findShape(found);
     if (outcome.isDone()) setResult(MFnDagNode(found).fullPathName());
     return outcome;
 }
@@ -155,8 +155,8 @@ CallOutcome meshEvaluate::findIntermediate(MObject& found) const {
     if (shapes.length() > 1)
         return CallOutcome::failed(shape_.partialPathName() + " has more than one shape node.");
     const MObject shape = shapes.length() == 1 ? shapes[0] : shape_.node();
-    const CallOutcome outcome = children.length() == 1 ? findDistantIntermediate(shape, found)
-                                                       : findCandidate(shape, children, found);
+    CallOutcome outcome = children.length() == 1 ? findDistantIntermediate(shape, found)
+                                                 : findCandidate(shape, children, found);
     if (outcome.isDone() && found.isNull())
         return CallOutcome::failed(transform_.partialPathName() + " has no shape node.");
     return outcome;
@@ -173,7 +173,7 @@ CallOutcome meshEvaluate::findDistantIntermediate(const MObject& shape, MObject&
     if (tweak.isNull()) {
         // With component tags a deformed mesh needs no tweak node.
         const MObject original = originOf(shape);
-        const CallOutcome outcome = isInPlace(original) ? CallOutcome() : takeIntermediate(original, found);
+        CallOutcome outcome = isInPlace(original) ? CallOutcome() : takeIntermediate(original, found);
         if (outcome.isDone() && found.isNull()) found = shape;
         return outcome;
     }

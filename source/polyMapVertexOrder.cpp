@@ -96,7 +96,7 @@ void polyMapVertexOrder::readComponent(MObject& component) {
 
 CallOutcome polyMapVertexOrder::edit() {
     std::vector<SymmetryStart> starts;
-    const CallOutcome outcome = startAtSelectedEdges(starts);
+    CallOutcome outcome = startAtSelectedEdges(starts);
     if (!outcome.isDone()) return outcome;
     MPlug plug;
     const bool hasMap = findVertexOrderMap(mesh_, plug);

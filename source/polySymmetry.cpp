@@ -85,7 +85,7 @@ CallOutcome polySymmetry::read(const MArgDatabase& arguments) {
         return fail("The -applyOrderMap flag names " + sourceName + ", which matches no node, or several.");
     }
     if (objects.isEmpty()) return fail("No mesh provided.");
-    const CallOutcome outcome = readObjects(objects);
+    CallOutcome outcome = readObjects(objects);
     return outcome.isDone() && !isAxisText(axis_) ? fail(kAxisError) : outcome;
 }
 
@@ -138,7 +138,7 @@ CallOutcome polySymmetry::applyMap() {
 
 CallOutcome polySymmetry::check() {
     SymmetryFindings findings;
-    const CallOutcome outcome = findPartners(restrictedVertices(), findings);
+    CallOutcome outcome = findPartners(restrictedVertices(), findings);
     if (!outcome.isDone()) return outcome;
     setResult(findings.asymmetric.empty() ? 1 : 0);
     if (!addsToMap_) showFindings(findings.asymmetric);
@@ -195,7 +195,7 @@ CallOutcome polySymmetry::findPartners(const std::vector<int>& restricted, Symme
         return fail("Failed to create intersector.");
     }
     std::vector<int> map;
-    const CallOutcome outcome = readMap(restricted, map);
+    CallOutcome outcome = readMap(restricted, map);
     if (!outcome.isDone()) return outcome;
     findings = checkPositions(image, targetSide(), restricted, map);
     if (!addsToMap_) return outcome;

@@ -90,13 +90,13 @@ bool sculptExtractDeltaMesh::readMeshes(const MSelectionList& objects, const MSt
 
 CallOutcome sculptExtractDeltaMesh::edit() {
     MFloatPointArray points;
-    const CallOutcome outcome = extract(points);
+    CallOutcome outcome = extract(points);
     return outcome.isDone() ? create(points) : outcome;
 }
 
 CallOutcome sculptExtractDeltaMesh::redo() {
     MFloatPointArray points;
-    const CallOutcome outcome = extract(points);
+    CallOutcome outcome = extract(points);
     if (!outcome.isDone()) return outcome;
     if (!created_.bringBack()) return create(points);
     created_.setPoints(points);

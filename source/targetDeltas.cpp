@@ -22,7 +22,7 @@ CallOutcome TargetEditor::checkTarget(int target) const {
 }
 
 CallOutcome TargetEditor::checkItem(int target, int item) const {
-    const CallOutcome outcome = checkTarget(target);
+    CallOutcome outcome = checkTarget(target);
     if (!outcome.isDone() || item == kFullItem || hasTargetItem(blendShape_, target, item)) return outcome;
     return CallOutcome::refused(MFnDependencyNode(blendShape_).name() + " has no item " + item +
                                 " in target " + target + ".");
@@ -59,7 +59,7 @@ CallOutcome TargetEditor::initialiseEmpty(int target, int item, const TargetDelt
 }
 
 CallOutcome TargetEditor::completeEmpty(int target, int item, TargetDeltas& deltas) {
-    const CallOutcome outcome = initialiseEmpty(target, item, deltas);
+    CallOutcome outcome = initialiseEmpty(target, item, deltas);
     if (!outcome.isDone()) return outcome;
     if (deltas.vertices.length() == 0) deltas.vertices.append(0);
     if (deltas.points.length() == 0) deltas.points.append(MPoint::origin);
