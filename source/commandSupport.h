@@ -51,7 +51,7 @@ struct CommandInfo {
     bool takesObjects = true;
 };
 
-/// Runs the work of an entry that the host calls, which no exception may leave.
+/// Runs the work of an entry that the host calls, or of a destructor, which no exception may leave.
 /// @param entry    what the user knows it as, for the error
 /// @param recover  run after an exception, whose error has been shown
 /// @return what the work returned; a failure after an exception

@@ -106,10 +106,13 @@ MObject DeltaBaker::deformedShape() const {
 }
 
 DeltaBaker::~DeltaBaker() {
-    deleteIfAlive(base_);
-    deleteIfAlive(target_);
-    // They go with the copies, as a rule.
-    deleteIfAlive(deformer_);
-    for (const MObjectHandle& helper : helpers_)
-        deleteIfAlive(helper);
+    guardEntry("The helper meshes of an extraction", [this] {
+        deleteIfAlive(base_);
+        deleteIfAlive(target_);
+        // They go with the copies, as a rule.
+        deleteIfAlive(deformer_);
+        for (const MObjectHandle& helper : helpers_)
+            deleteIfAlive(helper);
+        return MStatus(MS::kSuccess);
+    });
 }

@@ -33,8 +33,10 @@ MirroredMesh::MirroredMesh(const MDagPath& mesh, int axis, double tolerance)
 }
 
 MirroredMesh::~MirroredMesh() {
-    MObject image = aliveObject(image_);
-    if (!image.isNull()) MGlobal::deleteNode(image);
+    guardEntry("The mirrored copy of a mesh", [this] {
+        MObject image = aliveObject(image_);
+        return image.isNull() ? MStatus(MS::kSuccess) : MGlobal::deleteNode(image);
+    });
 }
 
 MStatus MirroredMesh::create() {

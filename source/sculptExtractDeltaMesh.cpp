@@ -26,7 +26,10 @@ bool areEqual(const MFloatPointArray& left, const MFloatPointArray& right) {
 class KeptPoints {
   public:
     KeptPoints(MFnMesh& mesh, const MFloatPointArray& points) : mesh_(mesh), points_(points) {}
-    ~KeptPoints() { mesh_.setPoints(points_, MSpace::kObject); }
+    ~KeptPoints() {
+        guardEntry("The points of the intermediate shape",
+                   [this] { return mesh_.setPoints(points_, MSpace::kObject); });
+    }
     KeptPoints(const KeptPoints&) = delete;
     KeptPoints& operator=(const KeptPoints&) = delete;
 
