@@ -93,6 +93,20 @@ TEST_F(SetInbetweenPosition, NothingOfWhatWasThereBecomesAPartOfIt) {
     EXPECT_EQ(scene_.mel("listConnections bs.it[0].itg[4].iti[5300].igt").size(), 0U);
 }
 
+TEST_F(SetInbetweenPosition, ATargetMeshThatCannotBeConnectedIsTold) {
+    scene_.addMesh("live", zoo::openGrid());
+    scene_.mel(
+        "blendShape -edit -inBetween -target base 4 live 0.75 bs;"
+        "setAttr -lock 1 bs.it[0].itg[4].iti[5700].igt; flushUndo");
+    const Outcome outcome = scene_.run("dv_blendShapeSetInbetweenPosition -i 4 -sp 5750 -tp 5700 bs");
+    ASSERT_FALSE(outcome.warnings.empty());
+    EXPECT_EQ(outcome.warnings.back(),
+              "The target mesh |live|liveShape could not be connected to "
+              "bs.inputTarget[0].inputTargetGroup[4].inputTargetItem[5700]. Its deltas are there, "
+              "but do not follow it any more.");
+    EXPECT_EQ(items(4), (std::vector<int>{5500, 5700, 6000}));
+}
+
 /// A move that fails half way is queued all the same.
 TEST_F(SetInbetweenPosition, UndoOfAHalfDoneMoveBringsTheDeltasBack) {
     scene_.mel("setAttr -lock 1 bs.it[0].itg[4].iti[5300].ipt; flushUndo");
