@@ -10,7 +10,9 @@
 
 #include <array>
 #include <cstddef>
+#include <exception>
 #include <new>
+#include <thread>
 
 // Every release before oneTBB tells its version in these headers. Code built with them would need the older
 // library.
@@ -34,7 +36,12 @@ struct alignas(64) Pass {
 
 using Passes = std::array<Pass, 2>;
 
-void runSideBySide(Passes& passes, int faceCount) {
+void runSideBySide(Passes& passes, int faceCount, bool isThreaded) {
+    if (!isThreaded) {
+        for (Pass& pass : passes)
+            pass.isComplete = pass.walker.walk(pass.start, faceCount);
+        return;
+    }
     tbb::task_group_context context;
     tbb::parallel_for(
         tbb::blocked_range<unsigned int>(0, 2, 1),
@@ -45,6 +52,16 @@ void runSideBySide(Passes& passes, int faceCount) {
             }
         },
         tbb::auto_partitioner(), context);
+}
+
+/// Whether the system lets the process start a thread. oneTBB does not recover where it may not.
+bool canStartThread() {
+    try {
+        std::thread([] {}).join();
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 void showShellIndex(std::size_t row) {
@@ -74,11 +91,11 @@ void showDifferentCounts(const Passes& passes, std::size_t row) {
     MGlobal::displayError("Remapping failed because the two passes have a different vertex count.");
 }
 
-MStatus walkStart(const SymmetryStart& start, std::size_t row, Passes& passes) {
+MStatus walkStart(const SymmetryStart& start, std::size_t row, bool isThreaded, Passes& passes) {
     passes[0].start = {start.faceA, start.vertexA, start.vertexB};
     passes[1].start = start.vertexA2 == -1 ? WalkStart{start.faceB, start.vertexA, start.vertexB}
                                            : WalkStart{start.faceB, start.vertexA2, start.vertexB2};
-    runSideBySide(passes, start.shellFaces);
+    runSideBySide(passes, start.shellFaces, isThreaded);
     if (!passes[0].isComplete) showFailedPass(passes[0], row, "first");
     if (!passes[1].isComplete) showFailedPass(passes[1], row, "second");
     if (!passes[0].isComplete || !passes[1].isComplete) return MS::kFailure;
@@ -93,9 +110,12 @@ MStatus walkStarts(const MeshTopology& topology, const std::vector<SymmetryStart
                    std::vector<int>& map, int& walkedCount) {
     walkedCount = 0;
     Passes passes{Pass(topology), Pass(topology)};
+    const bool isThreaded = canStartThread();
+    // Two walks need one thread beside this one; more would only run into the system's limits.
+    const tbb::global_control twoThreads(tbb::global_control::max_allowed_parallelism, 2);
     for (std::size_t row = 0; row < starts.size(); ++row) {
         if (starts[row].faceA == -1 || starts[row].faceB == -1) continue;
-        const MStatus status = walkStart(starts[row], row, passes);
+        const MStatus status = walkStart(starts[row], row, isThreaded, passes);
         if (!status) return status;
         const IndexRange first = passes[0].walker.order();
         const IndexRange second = passes[1].walker.order();

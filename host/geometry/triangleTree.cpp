@@ -1,8 +1,8 @@
 #include "geometry/triangleTree.h"
 
-#include <tbb/parallel_invoke.h>
-
 #include <cmath>
+#include <exception>
+#include <thread>
 #include <utility>
 
 namespace host::geometry {
@@ -20,12 +20,22 @@ float middle(const TriangleTree::Triangle& triangle, std::size_t axis) {
     return std::min({a[axis], b[axis], c[axis]}) * 0.5F + std::max({a[axis], b[axis], c[axis]}) * 0.5F;
 }
 
+/// A thread that does the work, or none where the system starts no more of them.
+template <typename Work>
+std::thread startedThread(const Work& work) {
+    try {
+        return std::thread(work);
+    } catch (const std::exception&) {
+        return {};
+    }
+}
+
 }  // namespace
 
 TriangleTree::TriangleTree(std::vector<Triangle> triangles) : triangles_(std::move(triangles)) {
     if (triangles_.empty()) return;
     nodes_.resize(leafCount() - 1);
-    arrange(0, leafCount());
+    arrange(0, leafCount(), std::max(1U, std::thread::hardware_concurrency()));
     const Box all = build(0, 0, leafCount());
     for (const auto& corner : all) {
         for (const float value : corner)
@@ -35,7 +45,8 @@ TriangleTree::TriangleTree(std::vector<Triangle> triangles) : triangles_(std::mo
 
 /// Sorts the triangles of some leaves so that each half of the leaves, and each half of these, lies together:
 /// divided in the middle along the axis in which they reach farthest.
-void TriangleTree::arrange(std::size_t firstLeaf, std::size_t leafCount) {
+/// @param threads  how many may do it; where the system starts none, this one does it all
+void TriangleTree::arrange(std::size_t firstLeaf, std::size_t leafCount, unsigned threads) {
     if (leafCount < 2) return;
     const std::size_t half = firstHalf(leafCount);
     const auto begin = triangles_.begin() + static_cast<std::ptrdiff_t>(firstLeaf * kLeafSize);
@@ -57,16 +68,13 @@ void TriangleTree::arrange(std::size_t firstLeaf, std::size_t leafCount) {
     std::nth_element(
         begin, begin + static_cast<std::ptrdiff_t>(half * kLeafSize), end,
         [widest](const Triangle& a, const Triangle& b) { return middle(a, widest) < middle(b, widest); });
-    const auto arrangeFirst = [this, firstLeaf, half] { arrange(firstLeaf, half); };
-    const auto arrangeSecond = [this, firstLeaf, half, leafCount] {
-        arrange(firstLeaf + half, leafCount - half);
-    };
-    if (leafCount < kFewLeaves) {
-        arrangeFirst();
-        arrangeSecond();
-    } else {
-        tbb::parallel_invoke(arrangeFirst, arrangeSecond);
-    }
+    const unsigned helpers = leafCount < kFewLeaves ? 0 : threads / 2;
+    std::thread helper =
+        helpers == 0 ? std::thread()
+                     : startedThread([this, firstLeaf, half, helpers] { arrange(firstLeaf, half, helpers); });
+    if (!helper.joinable()) arrange(firstLeaf, half, 1);
+    arrange(firstLeaf + half, leafCount - half, threads - helpers);
+    if (helper.joinable()) helper.join();
 }
 
 /// Fills the nodes of some leaves. @return the box of all of them

@@ -60,7 +60,7 @@ class TriangleTree {
     static double squaredDistance(const Box& box, const Vec3& point);
     static std::size_t firstHalf(std::size_t leafCount) { return (leafCount + 1) / 2; }
     std::size_t leafCount() const { return (triangles_.size() + kLeafSize - 1) / kLeafSize; }
-    void arrange(std::size_t firstLeaf, std::size_t leafCount);
+    void arrange(std::size_t firstLeaf, std::size_t leafCount, unsigned threads);
     Box build(std::size_t node, std::size_t firstLeaf, std::size_t leafCount);
 
     std::vector<Triangle> triangles_;
