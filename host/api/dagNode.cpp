@@ -29,16 +29,30 @@ namespace {
 
 /// Box of a node and everything below it in the space of its parent.
 host::geometry::BoundingBox boxOf(const NodeRef& node) {
-    host::geometry::BoundingBox box;
-    if (node->isA("mesh")) {
-        if (const host::nodes::MeshPtr mesh = host::nodes::meshOf(scene(), node))
-            box = host::geometry::bounds(mesh->mesh);
-        return box;
+    // Parents first; from the end each adds its box to that of its parent, so that no depth is too deep.
+    struct Part {
+        NodeRef node;
+        std::size_t parent;
+        host::geometry::BoundingBox box{};
+    };
+    std::vector<Part> parts{{node, 0}};
+    for (std::size_t at = 0; at < parts.size(); ++at) {
+        const NodeRef above = parts[at].node;
+        if (above->isA("mesh")) continue;
+        for (Node* child : above->children()) {
+            if (!host::nodes::isIntermediate(scene(), *child)) parts.push_back({child->ref(), at});
+        }
     }
-    for (Node* child : node->children()) {
-        if (!host::nodes::isIntermediate(scene(), *child)) box.expand(boxOf(child->ref()));
+    for (std::size_t at = parts.size(); at-- > 0;) {
+        Part& part = parts[at];
+        if (!part.node->isA("mesh")) {
+            part.box = part.box.transformed(host::nodes::localMatrix(scene(), part.node));
+        } else if (const host::nodes::MeshPtr mesh = host::nodes::meshOf(scene(), part.node)) {
+            part.box = host::geometry::bounds(mesh->mesh);
+        }
+        if (at > 0) parts[part.parent].box.expand(part.box);
     }
-    return box.transformed(host::nodes::localMatrix(scene(), node));
+    return parts.front().box;
 }
 
 }  // namespace

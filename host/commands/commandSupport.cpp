@@ -7,6 +7,7 @@
 #include <unordered_set>
 
 #include "geometry/math.h"
+#include "graph/pathNames.h"
 
 namespace host::commands {
 
@@ -202,8 +203,9 @@ bool isDefaultNode(const graph::Node& node) {
 std::vector<std::string> uniqueNames(const graph::Graph& graph, const std::vector<graph::NodeRef>& nodes) {
     std::vector<std::string> names;
     names.reserve(nodes.size());
+    graph::PathNames paths(graph, graph::PathNames::Kind::Unique);
     for (const graph::NodeRef& node : nodes)
-        names.push_back(graph.uniqueName(*node));
+        names.push_back(paths.of(*node));
     return names;
 }
 

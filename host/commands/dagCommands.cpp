@@ -3,6 +3,7 @@
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "graph/pathNames.h"
 #include "nodes/meshNode.h"
 #include "nodes/transformNode.h"
 
@@ -168,11 +169,18 @@ bool passes(const graph::Graph& graph, const RelativesFilter& filter, const grap
 }
 
 /// Everything below a node, each node after what is below it.
-void collectBelow(const graph::Node& node, std::vector<graph::Node*>& below) {
-    for (graph::Node* child : node.children()) {
-        collectBelow(*child, below);
-        below.push_back(child);
+std::vector<graph::Node*> nodesBelow(const graph::Node& node) {
+    // Parents first and last children first is the order asked for, backwards.
+    std::vector<graph::Node*> below;
+    std::vector<graph::Node*> ahead = node.children();
+    while (!ahead.empty()) {
+        graph::Node* next = ahead.back();
+        ahead.pop_back();
+        below.push_back(next);
+        ahead.insert(ahead.end(), next->children().begin(), next->children().end());
     }
+    std::reverse(below.begin(), below.end());
+    return below;
 }
 
 std::vector<graph::Node*> relatives(const graph::Node& node, const ParsedArguments& arguments) {
@@ -180,7 +188,7 @@ std::vector<graph::Node*> relatives(const graph::Node& node, const ParsedArgumen
     if (arguments.isSet("parent") || arguments.isSet("allParents")) {
         if (node.parent() != nullptr) found.push_back(node.parent());
     } else if (arguments.isSet("allDescendents")) {
-        collectBelow(node, found);
+        found = nodesBelow(node);
     } else {
         found = node.children();
     }
@@ -196,20 +204,21 @@ CommandResult listRelatives(CommandContext& context, const ParsedArguments& argu
     filter.noIntermediate = arguments.isSet("noIntermediate");
     for (int use = 0; use < arguments.uses("type"); ++use)
         filter.types.push_back(arguments.values("type", use)[0].toString());
+    graph::PathNames paths(
+        graph, arguments.isSet("fullPath") ? graph::PathNames::Kind::Full : graph::PathNames::Kind::Unique);
     std::vector<std::string> names;
     for (const graph::SelectionItem& item : items.value) {
         const graph::Node& node = *item.node;
         const bool isParentQuery = arguments.isSet("parent") || arguments.isSet("allParents");
         // The owner of components is their transform's shape.
         if (item.component && isParentQuery && filter.types.empty()) {
-            names.push_back(arguments.isSet("fullPath") ? graph.fullPath(node) : graph.uniqueName(node));
+            names.push_back(paths.of(node));
             continue;
         }
         for (const graph::Node* relative : relatives(node, arguments)) {
             if (!passes(graph, filter, *relative)) continue;
-            names.push_back(arguments.isSet("fullPath") ? graph.fullPath(*relative)
-                            : arguments.isSet("path")   ? graph.uniqueName(*relative)
-                                                        : relative->name());
+            const bool isPath = arguments.isSet("fullPath") || arguments.isSet("path");
+            names.push_back(isPath ? paths.of(*relative) : relative->name());
         }
     }
     return CommandResult::success(std::move(names));

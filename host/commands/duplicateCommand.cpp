@@ -1,4 +1,4 @@
-#include <algorithm>
+#include <unordered_set>
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
@@ -22,32 +22,48 @@ void copyShading(graph::Graph& graph, const graph::NodeRef& from, const graph::N
     }
 }
 
-/// Copies a node and, unless `nodeOnly`, what is below it; appends the copies that are no shapes, top first.
-graph::NodeRef copyTree(graph::Graph& graph, graph::Node& node, graph::Node* parent, const std::string& name,
-                        bool nodeOnly, std::vector<graph::NodeRef>& copies) {
+graph::NodeRef copyNode(graph::Graph& graph, graph::Node& node, graph::Node* parent,
+                        const std::string& name) {
     const graph::NodeRef copy = graph.createNode(node.type(), name, parent);
     copyNodeContent(graph, node.ref(), copy);
     nodes::compensateParentScale(graph, copy);
-    if (node.isA("shape")) {
-        copyShading(graph, node.ref(), copy);
-    } else {
-        copies.push_back(copy);
-    }
-    if (nodeOnly) return copy;
-    // The shape that is named after its transform stays so.
-    const std::string namesake = nodes::shapeNameFor(node.name());
-    const std::vector<graph::Node*> children = node.children();
-    for (graph::Node* child : children) {
-        const bool isNamesake = child->isA("shape") && child->name() == namesake;
-        copyTree(graph, *child, copy.get(), isNamesake ? nodes::shapeNameFor(copy->name()) : child->name(),
-                 false, copies);
-    }
+    if (node.isA("shape")) copyShading(graph, node.ref(), copy);
     return copy;
 }
 
-bool hasAncestorIn(const graph::Node& node, const std::vector<graph::NodeRef>& nodes) {
-    for (graph::Node* at = node.parent(); at != nullptr; at = at->parent()) {
-        if (std::find(nodes.begin(), nodes.end(), at->ref()) != nodes.end()) return true;
+/// Name for the copy of a child: the shape that is named after its transform stays so.
+std::string childName(const graph::Node& child, const graph::Node& copiedParent) {
+    const bool isNamesake = child.isA("shape") && child.name() == nodes::shapeNameFor(child.parent()->name());
+    return isNamesake ? nodes::shapeNameFor(copiedParent.name()) : child.name();
+}
+
+/// Copies a node and, unless `nodeOnly`, what is below it; appends the copies that are no shapes, top first.
+/// Hierarchies may be deeper than the machine's stack.
+graph::NodeRef copyTree(graph::Graph& graph, graph::Node& root, const std::string& name, bool nodeOnly,
+                        std::vector<graph::NodeRef>& copies) {
+    struct Copied {
+        graph::Node* node;
+        graph::Node* parent;  // of the copy
+    };
+    graph::NodeRef copiedRoot;
+    std::vector<Copied> ahead{{&root, root.parent()}};
+    while (!ahead.empty()) {
+        const auto [node, parent] = ahead.back();
+        ahead.pop_back();
+        const graph::NodeRef copy =
+            copyNode(graph, *node, parent, node == &root ? name : childName(*node, *parent));
+        if (node == &root) copiedRoot = copy;
+        if (!node->isA("shape")) copies.push_back(copy);
+        if (nodeOnly) break;
+        for (auto child = node->children().rbegin(); child != node->children().rend(); ++child)
+            ahead.push_back({*child, copy.get()});
+    }
+    return copiedRoot;
+}
+
+bool hasAncestorIn(const graph::Node& node, const std::unordered_set<const graph::Node*>& nodes) {
+    for (const graph::Node* at = node.parent(); at != nullptr; at = at->parent()) {
+        if (nodes.count(at) != 0) return true;
     }
     return false;
 }
@@ -65,13 +81,15 @@ CommandResult duplicate(CommandContext& context, const ParsedArguments& argument
         if (node->isA("shape") && node->parent() != nullptr) node = node->parent()->ref();
     }
     if (originals.empty()) return CommandResult::failure("duplicate: Nothing is selected to be duplicated.");
+    std::unordered_set<const graph::Node*> given;
+    for (const graph::NodeRef& node : originals)
+        given.insert(node.get());
     std::vector<graph::NodeRef> roots;
     std::vector<graph::NodeRef> copies;
     for (const graph::NodeRef& node : originals) {
-        if (hasAncestorIn(*node, originals)) continue;
+        if (hasAncestorIn(*node, given)) continue;
         const std::string wanted = name.value.empty() ? nodes::copyName(graph, *node) : name.value;
-        roots.push_back(
-            copyTree(graph, *node, node->parent(), wanted, arguments.isSet("parentOnly"), copies));
+        roots.push_back(copyTree(graph, *node, wanted, arguments.isSet("parentOnly"), copies));
     }
     selectNodes(graph, roots);
     return CommandResult::success(uniqueNames(graph, arguments.isSet("returnRootsOnly") ? roots : copies));

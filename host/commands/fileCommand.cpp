@@ -5,6 +5,7 @@
 #include "commands/meshSupport.h"
 #include "geometry/objFile.h"
 #include "geometry/textFile.h"
+#include "graph/hierarchy.h"
 #include "nodes/meshNode.h"
 #include "nodes/registerTypes.h"
 #include "nodes/transformNode.h"
@@ -106,11 +107,11 @@ CommandResult importFile(CommandContext& context, const ParsedArguments& argumen
 
 /// Visible meshes at and below a node, each once.
 void collectMeshes(graph::Graph& graph, const NodeRef& node, std::vector<NodeRef>& shapes) {
-    if (node->isA("mesh") && !nodes::isIntermediate(graph, *node) &&
-        std::find(shapes.begin(), shapes.end(), node) == shapes.end())
-        shapes.push_back(node);
-    for (graph::Node* child : node->children())
-        collectMeshes(graph, child->ref(), shapes);
+    graph::visitHierarchy(*node, [&](graph::Node& below) {
+        if (!below.isA("mesh") || nodes::isIntermediate(graph, below)) return;
+        const NodeRef shape = below.ref();
+        if (std::find(shapes.begin(), shapes.end(), shape) == shapes.end()) shapes.push_back(shape);
+    });
 }
 
 /// What is written of a shape: its points as they lie in the world, under the name of its transform.

@@ -3,6 +3,8 @@
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "graph/hierarchy.h"
+#include "graph/pathNames.h"
 #include "nodes/meshNode.h"
 
 namespace host::commands {
@@ -71,9 +73,7 @@ bool passes(graph::Graph& graph, const Filter& filter, const graph::Node& node) 
 }
 
 void addBelow(graph::Node& node, std::vector<SelectionItem>& items) {
-    items.push_back({node.ref(), {}, {}});
-    for (graph::Node* child : node.children())
-        addBelow(*child, items);
+    graph::visitHierarchy(node, [&](graph::Node& below) { items.push_back({below.ref(), {}, {}}); });
 }
 
 std::vector<SelectionItem> sceneItems(const graph::Graph& graph, const Filter& filter) {
@@ -169,9 +169,13 @@ std::vector<SelectionItem> candidates(CommandContext& context, const ParsedArgum
 }
 
 void appendNames(const graph::Graph& graph, const SelectionItem& item, const ParsedArguments& arguments,
-                 std::vector<std::string>& names) {
-    const bool isLong = arguments.isSet("long");
-    std::vector<std::string> own = graph::itemNames(graph, item, isLong);
+                 graph::PathNames& paths, std::vector<std::string>& names) {
+    if (item.isWholeNode()) {
+        names.push_back(paths.of(*item.node));
+        if (arguments.isSet("showType")) names.push_back(item.node->type().name());
+        return;
+    }
+    std::vector<std::string> own = graph::itemNames(graph, item, arguments.isSet("long"));
     if (item.component && arguments.isSet("flatten")) {
         const std::string prefix = own.empty() ? "" : own.front().substr(0, own.front().find('.') + 1);
         own.clear();
@@ -207,9 +211,12 @@ CommandResult ls(CommandContext& context, const ParsedArguments& arguments) {
         const auto kept = std::min(items.size(), static_cast<std::size_t>(arguments.integer("tail")));
         items.erase(items.begin(), items.end() - static_cast<std::ptrdiff_t>(kept));
     }
+    graph::PathNames paths(
+        graph, arguments.isSet("long") ? graph::PathNames::Kind::Full : graph::PathNames::Kind::Unique);
     std::vector<std::string> names;
+    names.reserve(items.size());
     for (const SelectionItem& item : items)
-        appendNames(graph, item, arguments, names);
+        appendNames(graph, item, arguments, paths, names);
     return CommandResult::success(std::move(names));
 }
 

@@ -1,5 +1,6 @@
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "graph/hierarchy.h"
 #include "nodes/sets.h"
 
 namespace host::commands {
@@ -9,9 +10,7 @@ namespace {
 using graph::SelectionItem;
 
 void addBelow(graph::Node& node, std::vector<SelectionItem>& items) {
-    items.push_back({node.ref(), {}, {}});
-    for (graph::Node* child : node.children())
-        addBelow(*child, items);
+    graph::visitHierarchy(node, [&](graph::Node& below) { items.push_back({below.ref(), {}, {}}); });
 }
 
 /// What is selected for the items that were named: a set's members for the set, with -hierarchy everything

@@ -21,10 +21,14 @@ std::string prefixed(const std::string& error) {
 
 /// The joint and all joints below it, parents before children.
 void appendSkeleton(const NodeRef& joint, std::vector<NodeRef>& joints) {
-    if (std::find(joints.begin(), joints.end(), joint) != joints.end()) return;
-    joints.push_back(joint);
-    for (graph::Node* child : joint->children()) {
-        if (child->isA("joint")) appendSkeleton(child->ref(), joints);
+    std::vector<graph::Node*> ahead{joint.get()};
+    while (!ahead.empty()) {
+        graph::Node& next = *ahead.back();
+        ahead.pop_back();
+        if (!next.isA("joint") || std::find(joints.begin(), joints.end(), next.ref()) != joints.end())
+            continue;
+        joints.push_back(next.ref());
+        ahead.insert(ahead.end(), next.children().rbegin(), next.children().rend());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "commands/meshSupport.h"
 #include "commands/transformSupport.h"
+#include "graph/hierarchy.h"
 #include "nodes/meshNode.h"
 #include "nodes/transformNode.h"
 
@@ -20,13 +21,13 @@ void append(std::vector<double>& numbers, const Vec3& value) {
 
 /// Box of all visible meshes at and below a node, in the space of `toSpace`.
 void expandBox(graph::Graph& graph, const NodeRef& node, const Matrix4& toSpace, geometry::BoundingBox& box) {
-    if (node->isA("mesh") && !nodes::isIntermediate(graph, *node)) {
-        const nodes::MeshPtr mesh = nodes::meshOf(graph, node);
-        if (mesh != nullptr)
-            box.expand(geometry::bounds(mesh->mesh).transformed(nodes::worldMatrix(graph, node) * toSpace));
-    }
-    for (graph::Node* child : node->children())
-        expandBox(graph, child->ref(), toSpace, box);
+    graph::visitHierarchy(*node, [&](graph::Node& below) {
+        if (!below.isA("mesh") || nodes::isIntermediate(graph, below)) return;
+        const NodeRef shape = below.ref();
+        const nodes::MeshPtr mesh = nodes::meshOf(graph, shape);
+        if (mesh == nullptr) return;
+        box.expand(geometry::bounds(mesh->mesh).transformed(nodes::worldMatrix(graph, shape) * toSpace));
+    });
 }
 
 using Numbers = std::vector<double>;

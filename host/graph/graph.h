@@ -141,6 +141,8 @@ class Graph {
     /// Tells everything downstream that a value of this node changed. Called by the graph itself for its
     /// own changes.
     void markDirty(Node& node);
+    /// Whether reading a computed plug computes nothing.
+    bool isCurrent(const Plug& output);
 
     // --- connections
     // -------------------------------------------------------------------------------------------

@@ -159,10 +159,14 @@ using NodeSet = std::set<const Node*>;
 
 /// Puts a node and everything below it among those that go.
 void doom(Node& node, std::vector<Node*>& doomed, NodeSet& gone) {
-    if (!node.isAlive() || !gone.insert(&node).second) return;
-    doomed.push_back(&node);
-    for (Node* child : node.children())
-        doom(*child, doomed, gone);
+    std::vector<Node*> ahead{&node};
+    while (!ahead.empty()) {
+        Node& next = *ahead.back();
+        ahead.pop_back();
+        if (!next.isAlive() || !gone.insert(&next).second) continue;
+        doomed.push_back(&next);
+        ahead.insert(ahead.end(), next.children().begin(), next.children().end());
+    }
 }
 
 bool hasSurvivor(const std::vector<Link>& links, const NodeSet& gone) {
@@ -393,25 +397,39 @@ std::vector<NodeRef> Graph::nodesNamed(std::string_view name) const {
     return result;
 }
 
+namespace {
+
+/// The names of a node and of those above it, given from the node upwards, as a path.
+std::string joinedDownwards(const std::vector<const Node*>& upwards) {
+    std::string path;
+    for (auto at = upwards.rbegin(); at != upwards.rend(); ++at) {
+        if (at != upwards.rbegin()) path += '|';
+        path += (*at)->name();
+    }
+    return path;
+}
+
+}  // namespace
+
 std::string Graph::fullPath(const Node& node) const {
     if (!node.type().isDag()) return node.name();
-    std::string path = '|' + node.name();
-    for (const Node* up = node.parent(); up != nullptr; up = up->parent())
-        path.insert(0, '|' + up->name());
-    return path;
+    std::vector<const Node*> upwards;
+    for (const Node* up = &node; up != nullptr; up = up->parent())
+        upwards.push_back(up);
+    return '|' + joinedDownwards(upwards);
 }
 
 std::string Graph::uniqueName(const Node& node) const {
     const auto found = byName_.find(node.name());
     if (found == byName_.end() || found->second.size() == 1) return node.name();
     // Lengthen the path upwards until no namesake ends in it.
-    std::string path = node.name();
+    std::vector<const Node*> upwards{&node};
     std::vector<const Node*> rivals;
     for (const Node* other : found->second) {
         if (other != &node) rivals.push_back(other->parent());
     }
     for (const Node* up = node.parent(); up != nullptr && !rivals.empty(); up = up->parent()) {
-        path.insert(0, up->name() + '|');
+        upwards.push_back(up);
         std::vector<const Node*> left;
         for (const Node* rival : rivals) {
             if (rival != nullptr && rival->name() == up->name()) left.push_back(rival->parent());
@@ -419,8 +437,7 @@ std::string Graph::uniqueName(const Node& node) const {
         rivals = std::move(left);
     }
     // Only a path from the root tells a top-level node from one deeper down.
-    if (!rivals.empty()) path.insert(0, 1, '|');
-    return path;
+    return (rivals.empty() ? "" : "|") + joinedDownwards(upwards);
 }
 
 std::string Graph::plugName(const Plug& plug) const {

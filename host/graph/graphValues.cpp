@@ -136,13 +136,29 @@ ComputedValue Graph::computed(const Plug& plug) {
 
 void Graph::markDirty(Node& node) {
     if (!node.isClean_.exchange(false, std::memory_order_acq_rel)) return;
-    ++node.version_;
-    for (const auto& entry : node.outgoing_) {
-        for (const Link& link : entry.second)
-            markDirty(*link.node);
+    // Hierarchies and chains may be deeper than the machine's stack.
+    std::vector<Node*> dirty{&node};
+    const auto tell = [&dirty](Node& next) {
+        if (next.isClean_.exchange(false, std::memory_order_acq_rel)) dirty.push_back(&next);
+    };
+    while (!dirty.empty()) {
+        Node& at = *dirty.back();
+        dirty.pop_back();
+        ++at.version_;
+        for (const auto& entry : at.outgoing_) {
+            for (const Link& link : entry.second)
+                tell(*link.node);
+        }
+        for (Node* child : at.children_)
+            tell(*child);
     }
-    for (Node* child : node.children_)
-        markDirty(*child);
+}
+
+bool Graph::isCurrent(const Plug& output) {
+    Node& node = *output.node();
+    const std::lock_guard<std::recursive_mutex> lock(evaluation_);
+    const auto found = node.outputs_.find(output.key());
+    return found != node.outputs_.end() && found->second.version == node.version_;
 }
 
 void Graph::setNumber(const Plug& plug, double value) {

@@ -30,6 +30,20 @@ bool inheritsTransform(graph::Graph& graph, const graph::NodeRef& node) {
     return !node->isA("transform") || graph.number(named(node, "inheritsTransform")) != 0.0;
 }
 
+/// Computes the world matrices above a node from the top, so that each finds its parent's. Hierarchies may be
+/// deeper than the machine's stack.
+void computeAncestors(graph::Graph& graph, const graph::NodeRef& node) {
+    std::vector<graph::NodeRef> ahead;
+    graph::NodeRef at = node;
+    while (inheritsTransform(graph, at) && at->parent() != nullptr) {
+        at = at->parent()->ref();
+        if (graph.isCurrent(named(at, "worldMatrix").element(0))) break;
+        ahead.push_back(at);
+    }
+    for (; !ahead.empty(); ahead.pop_back())
+        matrixAt(graph, ahead.back(), "worldMatrix");
+}
+
 geometry::Matrix4 computeMatrix(graph::Graph& graph, const graph::NodeRef& node, std::string_view name) {
     if (name == "matrix") {
         return node->isA("transform") ? geometry::composeTransform(transformParts(graph, node))
@@ -40,6 +54,7 @@ geometry::Matrix4 computeMatrix(graph::Graph& graph, const graph::NodeRef& node,
         return matrixAt(graph, node->parent()->ref(), "worldMatrix");
     }
     if (name == "worldMatrix") {
+        computeAncestors(graph, node);
         const geometry::Matrix4 own = matrixAt(graph, node, "matrix");
         return inheritsTransform(graph, node) ? own * matrixAt(graph, node, "parentMatrix") : own;
     }
