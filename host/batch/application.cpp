@@ -7,6 +7,7 @@
 #include "commands/commands.h"
 #include "geometry/textFile.h"
 #include "nodes/registerTypes.h"
+#include "platform/interrupt.h"
 #include "platform/library.h"
 #include "platform/program.h"
 
@@ -18,6 +19,7 @@ Application::Application(Console& console)
     nodes::registerTypes(graph_.types());
     nodes::setUpScene(graph_);
     commands::registerCommands(registry_);
+    registry_.interpreter().setInterruptFlag(platform::interruptFlag());
 }
 
 bool Application::loadOwnPlugin() {

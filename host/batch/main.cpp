@@ -1,4 +1,5 @@
 #include <iostream>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,7 +44,12 @@ int main(int count, char** words) {
     } else if (options.showsVersion) {
         console.print(std::string_view("delvenbatch " DELVEN_VERSION "\n"));
     } else {
-        status = run(options, console);
+        try {
+            status = run(options, console);
+        } catch (const std::bad_alloc&) {
+            console.error(std::string_view("Out of memory."), {});
+            status = kFailed;
+        }
     }
     const bool hasArrived = console.hasArrived();
     return status == 0 && !hasArrived ? kFailed : status;

@@ -5,11 +5,14 @@
 #include <string>
 
 #include "mel/lexer.h"
+#include "platform/interrupt.h"
 #include "platform/terminal.h"
 
 namespace host::batch {
 
 namespace {
+
+constexpr const char* kHowToLeave = "Type quit; to leave.";
 
 using mel::TextEnd;
 using mel::TokenKind;
@@ -31,6 +34,7 @@ class EntryReader {
         parsedSize_ = 0;
         while (entry && goesOn(*entry, brackets)) {
             const std::optional<std::string> more = nextLine("   > ");
+            if (!more && platform::interruptFlag()) return std::nullopt;
             if (!more) break;
             *entry += *more;
         }
@@ -97,15 +101,26 @@ class EntryReader {
 
 bool runPrompt(mel::CommandRegistry& registry, Console& console) {
     EntryReader reader(registry.interpreter());
+    std::optional<platform::InterruptGuard> guard;
+    if (reader.isTerminal()) guard.emplace();
     bool allSucceeded = true;
     mel::RunOptions options;
     options.echoResult = true;
     while (!registry.interpreter().isStopped()) {
         console.flush();
+        // Who waits for other input than a terminal's ends the program with an interrupt.
+        if (!reader.isTerminal()) guard.reset();
         const std::optional<std::string> entry = reader.next();
+        if (!entry && platform::interruptFlag().exchange(false)) {
+            console.info(std::string_view(kHowToLeave));
+            continue;
+        }
         if (!entry) break;
         options.firstLine = reader.firstLine();
+        if (!guard) guard.emplace();
         if (!registry.run(*entry, {}, options).ok) allSucceeded = false;
+        // What came when the piece had just ended was meant for it.
+        platform::interruptFlag() = false;
     }
     return allSucceeded || reader.isTerminal();
 }

@@ -1,10 +1,13 @@
 #include "mel/commandRegistry.h"
 
+#include <new>
 #include <utility>
 
 namespace host::mel {
 
 namespace {
+
+constexpr const char* kOutOfMemory = "Out of memory.";
 
 /// Sets a variable for a scope.
 template <typename T>
@@ -97,7 +100,11 @@ CommandResult CommandRegistry::runBuiltin(const Command& command, std::vector<Va
     CommandResult result;
     {
         const graph::RecordingScope recording(graph_, changes.get());
-        result = command.run(context, parsed.arguments);
+        try {
+            result = command.run(context, parsed.arguments);
+        } catch (const std::bad_alloc&) {
+            result = CommandResult::failure(kOutOfMemory);
+        }
     }
     if (!result.ok) {
         changes->undo(graph_);
@@ -113,7 +120,11 @@ CommandResult CommandRegistry::runPlugin(const Command& command, std::vector<Val
     {
         const graph::RecordingScope silent(graph_, nullptr);
         const ScopedValue<graph::EntryGroup*> collecting(collector_, nested.get());
-        outcome = command.plugin->call(std::move(arguments));
+        try {
+            outcome = command.plugin->call(std::move(arguments));
+        } catch (const std::bad_alloc&) {
+            outcome = {CommandResult::failure(kOutOfMemory), nullptr};
+        }
     }
     if (!outcome.result.ok) return std::move(outcome.result);
     if (nested->empty()) {

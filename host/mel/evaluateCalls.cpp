@@ -84,6 +84,7 @@ bool Evaluator::runProcedure(const BoundProcedure& bound, Frame& callee, Value& 
 }
 
 bool Evaluator::callBuiltin(const Expression& call, Frame& frame, Value& out) {
+    const Depth large(nesting_, kCallLevels);
     const std::size_t count = call.list().count;
     const BuiltinFunction& builtin = builtinFunction(call.a);
     if (count < builtin.minimumArguments || count > builtin.maximumArguments)
@@ -134,7 +135,7 @@ bool Evaluator::evaluateCatch(const Expression& call, Frame& frame, Value& out) 
     quiet_ += quiet ? 1 : 0;
     const bool ok = evaluateCaught(frame.program.lists[call.list().first], frame);
     quiet_ -= quiet ? 1 : 0;
-    if (!ok && (stopped_ || outOfSteps_)) return false;
+    if (!ok && (stopped_ || isBroken_)) return false;
     if (!ok) {
         if (!quiet) reportError(true);
         error_ = {};
@@ -182,6 +183,7 @@ bool Evaluator::runText(const std::string& text, Value& out) {
 }
 
 bool Evaluator::callTableCommand(const Expression& call, Frame& frame, Value& out) {
+    const Depth large(nesting_, kCallLevels);
     if (!commands_.has(call.text()))
         return failAt(frame, call.offset, "Cannot find procedure \"" + std::string(call.text()) + "\".");
     std::vector<Value> arguments(call.list().count);

@@ -89,6 +89,7 @@ bool Evaluator::matrixIndex(const Expression& element, const Matrix& matrix, Fra
 }
 
 bool Evaluator::evaluateElement(const Expression& expression, Frame& frame, Value& out) {
+    const Depth large(nesting_, kElementLevels);
     const Value& array = variable(expression.a, frame);
     std::size_t index = 0;
     if (const Matrix* matrix = array.getIf<Matrix>()) {
@@ -186,6 +187,7 @@ bool Evaluator::evaluateUnary(const Expression& expression, Frame& frame, Value&
 }
 
 bool Evaluator::evaluateChain(const Expression& expression, Frame& frame, Value& out) {
+    const Depth large(nesting_, kChainLevels);
     Value result;
     if (!evaluate(expression.a, frame, result)) return false;
     for (Index i = 0; i < expression.list().count; i += 2) {

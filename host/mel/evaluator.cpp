@@ -1,5 +1,7 @@
 #include "mel/evaluator.h"
 
+#include <new>
+
 #include "mel/operators.h"
 #include "mel/parser.h"
 
@@ -32,7 +34,7 @@ RunResult Evaluator::run(std::string_view text, std::string_view sourceName, con
     const Depth depth(depth_);
     if (depth.count == 1) {
         steps_ = 0;
-        outOfSteps_ = false;
+        isBroken_ = false;
         quiet_ = 0;
     }
     if (depth.count > options_.depthLimit) {
@@ -64,6 +66,24 @@ bool Evaluator::runProgram(const Program& program, const ProcedureMap& fileProce
     Frame frame(program, &fileProcedures, program.localCount);
     frame.caller = frame_;
     frame_ = &frame;
+    const int quiet = quiet_;
+    Flow flow = Flow::Normal;
+    try {
+        flow = executeBody(frame, value);
+    } catch (const std::bad_alloc&) {
+        // The frames of the calls inside are gone; this text's own statement is the place.
+        frame_ = &frame;
+        quiet_ = quiet;
+        fail("Out of memory.");
+        flow = Flow::Fail;
+    }
+    frame_ = frame.caller;
+    return flow != Flow::Fail;
+}
+
+/// Executes the statements of a text. `value` becomes that of the last one, if it has any.
+Evaluator::Flow Evaluator::executeBody(Frame& frame, Value& value) {
+    const Program& program = frame.program;
     Flow flow = Flow::Normal;
     for (Index i = 0; i < program.body.count && flow == Flow::Normal; ++i) {
         const Index index = program.lists[program.body.first + i];
@@ -76,8 +96,7 @@ bool Evaluator::runProgram(const Program& program, const ProcedureMap& fileProce
             value = variable(statement.a, frame);
     }
     if (flow == Flow::Return) value = std::move(frame.returned);
-    frame_ = frame.caller;
-    return flow != Flow::Fail;
+    return flow;
 }
 
 void Evaluator::reportError(bool show) {
@@ -90,7 +109,10 @@ CommandResult Evaluator::callCommand(std::string_view name, std::vector<Value> a
     if (stopped_) return CommandResult::success();
     const Depth depth(depth_);
     CommandResult result;
-    if (depth.count == 1) steps_ = 0;
+    if (depth.count == 1) {
+        steps_ = 0;
+        isBroken_ = false;
+    }
     if (depth.count > options_.depthLimit)
         result.ok = fail("Too many nested calls.");
     else
@@ -154,10 +176,17 @@ SourcePosition Evaluator::currentPosition() const {
 }
 
 bool Evaluator::countStep(Frame& frame, Index offset) {
-    if (stopped_ || outOfSteps_) return false;
+    if (stopped_ || isBroken_) return false;
+    // A plain load is all that a turn costs; only a set flag is exchanged.
+    if (interrupt_ != nullptr && interrupt_->load(std::memory_order_relaxed) && interrupt_->exchange(false))
+        return breakOff(frame, offset, "Interrupted.");
     if (++steps_ <= options_.stepLimit || options_.stepLimit == 0) return true;
-    outOfSteps_ = true;
-    return failAt(frame, offset, "The script takes too many steps.");
+    return breakOff(frame, offset, "The script takes too many steps.");
+}
+
+bool Evaluator::breakOff(const Frame& frame, Index offset, std::string message) {
+    isBroken_ = true;
+    return failAt(frame, offset, std::move(message));
 }
 
 bool Evaluator::fail(std::string message) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -57,6 +58,7 @@ class Evaluator {
     bool isRunning() const { return depth_ > 0; }
     void stop() { stopped_ = true; }
     bool isStopped() const { return stopped_; }
+    void setInterruptFlag(std::atomic<bool>& flag) { interrupt_ = &flag; }
 
     std::uint64_t& randomState() { return randomState_; }
 
@@ -66,6 +68,7 @@ class Evaluator {
 
     // evaluator.cpp: runs and calls by name
     void bind(const std::shared_ptr<Program>& program);
+    Flow executeBody(Frame& frame, Value& value);
     bool runProgram(const Program& program, const ProcedureMap& fileProcedures, Value& value);
     void reportError(bool show);
     bool callByName(std::string_view name, std::vector<Value>&& arguments, Value& out);
@@ -132,6 +135,7 @@ class Evaluator {
     const Expression& node(Index expression, const Frame& frame) const {
         return frame.program.expressions[expression];
     }
+    bool breakOff(const Frame& frame, Index offset, std::string message);
     bool countStep(Frame& frame, Index offset);
     bool fail(std::string message);
     bool failAt(const Frame& frame, Index offset, std::string message);
@@ -146,7 +150,8 @@ class Evaluator {
     Frame* frame_ = nullptr;
     ScriptError error_;
     bool stopped_ = false;
-    bool outOfSteps_ = false;
+    bool isBroken_ = false;  // the runs in progress end with an error that no `catch` holds
+    std::atomic<bool>* interrupt_ = nullptr;
     int quiet_ = 0;
     int depth_ = 0;
     int nesting_ = 0;
@@ -156,8 +161,9 @@ class Evaluator {
 
 /// Counts the levels of evaluation, which bounds the use of the machine's stack.
 struct Evaluator::Depth {
-    explicit Depth(int& counter) : count(++counter), counter_(counter) {}
-    ~Depth() { --counter_; }
+    explicit Depth(int& counter, int levels = 1)
+        : count(counter += levels), counter_(counter), levels_(levels) {}
+    ~Depth() { counter_ -= levels_; }
     Depth(const Depth&) = delete;
     Depth& operator=(const Depth&) = delete;
 
@@ -165,9 +171,16 @@ struct Evaluator::Depth {
 
   private:
     int& counter_;
+    int levels_;
 };
 
-/// Expressions and statements inside one another while a script runs, over all its procedure calls.
-constexpr int kMaximumEvaluationDepth = 2500;
+/// Expressions and statements inside one another while a script runs, over all its procedure calls. A level
+/// takes up to 300 bytes of the machine's stack, of which the main thread has 1 MB on Windows; what takes
+/// more counts as several.
+constexpr int kMaximumEvaluationDepth = 2000;
+/// What they count on top of their own level.
+constexpr int kCallLevels = 2;  // of built-in functions and commands
+constexpr int kElementLevels = 1;
+constexpr int kChainLevels = 1;
 
 }  // namespace host::mel

@@ -75,6 +75,10 @@ bool Interpreter::isQuiet() const {
 bool Interpreter::isRunning() const {
     return evaluator_->isRunning();
 }
+void Interpreter::setInterruptFlag(std::atomic<bool>& flag) {
+    evaluator_->setInterruptFlag(flag);
+}
+
 void Interpreter::stop() {
     evaluator_->stop();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -101,6 +102,10 @@ class Interpreter {
     /// Later runs do nothing and succeed.
     void stop();
     bool isStopped() const;
+
+    /// Whoever sets this flag, a signal handler perhaps, has the runs in progress fail at their next step,
+    /// past every `catch`; the flag is cleared then. It must outlive the interpreter.
+    void setInterruptFlag(std::atomic<bool>& flag);
 
   private:
     std::unique_ptr<Evaluator> evaluator_;

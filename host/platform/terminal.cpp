@@ -4,9 +4,12 @@
 #include <cstdlib>
 #include <iostream>
 
+#include "platform/interrupt.h"
+
 #if defined(_WIN32)
 #include <io.h>
 #else
+#include <poll.h>
 #include <unistd.h>
 #endif
 #if defined(DELVEN_HAVE_LIBEDIT)
@@ -32,24 +35,75 @@ std::optional<std::string> plainLine() {
     return line;
 }
 
+/// Waits for what is typed. @return false when an interrupt came first
+bool awaitKeys() {
+#if defined(_WIN32)
+    return true;  // an interrupt ends the reading itself
+#else
+    constexpr int kMilliseconds = 200;  // an interrupt just before the waiting is seen after it
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    while (!interruptFlag()) {
+        if (poll(&input, 1, kMilliseconds) > 0) return true;
+    }
+    return false;
+#endif
+}
+
+std::optional<std::string> promptedLine(const std::string& prompt) {
+    std::cout << prompt << std::flush;
+    std::optional<std::string> line;
+    if (awaitKeys()) line = plainLine();
+    if (line) return line;
+    std::cout << std::endl;
+    // An interrupt may look like the end of the input, which it is not.
+    if (interruptFlag()) std::cin.clear();
+    return std::nullopt;
+}
+
 #if defined(DELVEN_HAVE_LIBEDIT)
+
+struct TypedLine {
+    char* text = nullptr;  // null at the end of the input
+    bool isWhole = false;
+};
+TypedLine typed;
+
+void takeTypedLine(char* text) {
+    typed = {text, true};
+    // Before the terminal is given back, so that what a script prints looks as usual.
+    rl_callback_handler_remove();
+}
+
+/// Key by key: the library's own waiting would go on after an interrupt.
 std::optional<std::string> editedLine(const std::string& prompt) {
-    char* typed = readline(prompt.c_str());
-    if (typed == nullptr) {
-        // The end was typed on the line of the prompt.
+    rl_catch_signals = 0;
+    typed = {};
+    rl_callback_handler_install(prompt.c_str(), takeTypedLine);
+    while (!typed.isWhole && awaitKeys())
+        rl_callback_read_char();
+    if (!typed.isWhole) rl_callback_handler_remove();
+    if (typed.text == nullptr) {
+        // The end was typed on the line of the prompt, and so was the interrupt.
         std::cout << std::endl;
         return std::nullopt;
     }
-    std::string line = typed;
-    if (!line.empty()) add_history(typed);
-    std::free(typed);
+    std::string line = typed.text;
+    if (!line.empty()) add_history(typed.text);
+    std::free(typed.text);
     return line;
 }
-#else
-std::optional<std::string> editedLine(const std::string& prompt) {
-    std::cout << prompt << std::flush;
-    return plainLine();
+
+/// The library edits nothing where it cannot show it.
+std::optional<std::string> typedLine(const std::string& prompt) {
+    return isatty(STDOUT_FILENO) != 0 ? editedLine(prompt) : promptedLine(prompt);
 }
+
+#else
+
+std::optional<std::string> typedLine(const std::string& prompt) {
+    return promptedLine(prompt);
+}
+
 #endif
 
 }  // namespace
@@ -57,7 +111,7 @@ std::optional<std::string> editedLine(const std::string& prompt) {
 LineReader::LineReader() : isTerminal_(isStandardInputATerminal()) {}
 
 std::optional<std::string> LineReader::read(const std::string& prompt) {
-    return isTerminal_ ? editedLine(prompt) : plainLine();
+    return isTerminal_ ? typedLine(prompt) : plainLine();
 }
 
 }  // namespace host::platform

@@ -12,7 +12,8 @@ class LineReader {
     LineReader();
 
     bool isTerminal() const { return isTerminal_; }
-    /// The next line without its end; nothing at the end of the input. Only a terminal shows the prompt.
+    /// The next line without its end; nothing at the end of the input. Only a terminal shows the prompt;
+    /// there an interrupt gives nothing, too, and leaves its flag set.
     std::optional<std::string> read(const std::string& prompt);
 
   private:

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <atomic>
+
+namespace host::platform {
+
+/// Set when the user interrupts the program (Ctrl-C) while an InterruptGuard lives; whoever acts on it clears
+/// it.
+std::atomic<bool>& interruptFlag();
+
+/// While it lives, an interrupt sets the flag instead of ending the program. One at a time.
+class InterruptGuard {
+  public:
+    InterruptGuard();
+    ~InterruptGuard();
+    InterruptGuard(const InterruptGuard&) = delete;
+    InterruptGuard& operator=(const InterruptGuard&) = delete;
+};
+
+}  // namespace host::platform

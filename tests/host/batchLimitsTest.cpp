@@ -1,0 +1,293 @@
+// What a small stack, little memory, no further thread and an interrupt do to the program.
+#include "host/batchFixture.h"
+
+#if defined(__linux__)
+
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+namespace {
+
+using namespace batchTest;
+
+class Limits : public Batch {
+  protected:
+    /// Runs a script in a shell that has been given limits first ("ulimit -s 1024").
+    Outcome runLimited(const std::string& limits, const std::string& words, const std::string& script,
+                       const std::string& shell = "bash") const {
+        const std::string program = quoted(DELVEN_BINARY_DIR "/delvenbatch") + ' ' + words + ' ' +
+                                    quoted(written("limited.mel", script)) + " >" + quoted(path("out")) +
+                                    " 2>" + quoted(path("err"));
+        written("run.sh", limits + "\nexec " + program + "\n");
+        const int status = std::system(("timeout 60 " + shell + ' ' + quoted(path("run.sh"))).c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readTextFile(path("out")).text,
+                readTextFile(path("err")).text};
+    }
+};
+
+// --- depth
+
+constexpr const char* kChain =
+    "createNode transform -n t0; setAttr t0.tx 1;\n"
+    "int $i; for ($i = 1; $i < 4000; $i++) {\n"
+    "  createNode transform -p (\"t\" + ($i - 1)) -n (\"t\" + $i); setAttr (\"t\" + $i + \".tx\") 1;\n"
+    "}\n"
+    "polyCube -n box -ch 0; parent -r box t3999;\n";
+
+TEST_F(Limits, HierarchiesMayBeDeeperThanTheStack) {
+    const std::string obj = path("deep.obj");
+    const Outcome outcome =
+        runLimited("ulimit -s 1024", "-noAutoloadPlugins -script",
+                   std::string(kChain) +
+                       "float $t[] = `xform -q -ws -t box`; print ($t[0] + \"\\n\");\n"
+                       "setAttr t0.tx 2; $t = `xform -q -ws -t box`; print ($t[0] + \"\\n\");\n"
+                       "float $m[] = `getAttr box.parentInverseMatrix`; print ($m[12] + \"\\n\");\n"
+                       "float $b[] = `xform -q -ws -bb t0`; print ($b[3] + \"\\n\");\n"
+                       "file -f -type \"OBJexport\" -ea \"" +
+                       obj +
+                       "\";\n"
+                       "print (size(`ls -dag t0`) + \" \" + size(`listRelatives -ad t0`) + \"\\n\");\n"
+                       "select -hierarchy t0; print (size(`ls -sl`) + \"\\n\");\n"
+                       "print (size(`duplicate t0`) + \"\\n\");\n"
+                       "$t = `xform -q -ws -t t4000|t1|t2`; print ($t[0] + \"\\n\");\n"
+                       "delete t0; undo; print (size(`ls -dag t0`) + \"\\n\");\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.messages, "");
+    EXPECT_EQ(outcome.output, "4000\n4001\n-4001\n4001.5\n4002 4001\n4002\n4001\n4\n4002\n");
+    EXPECT_NE(readTextFile(obj).text.find("v 4000.5 "), std::string::npos);
+}
+
+TEST_F(Limits, SkeletonsMayBeDeeperThanTheStack) {
+    const Outcome outcome =
+        runLimited("ulimit -s 1024", "-noAutoloadPlugins -script",
+                   "createNode joint -n j0; int $i;\n"
+                   "for ($i = 1; $i < 4000; $i++) createNode joint -p (\"j\" + ($i - 1)) -n (\"j\" + $i);\n"
+                   "polyCube -n box; skinCluster -n skin j0 box; setAttr j0.ty 3;\n"
+                   "print (size(`skinCluster -q -inf skin`) + \"\\n\");\n"
+                   "float $p[] = `pointPosition box.vtx[0]`; print ($p[1] + \"\\n\");\n");
+    EXPECT_EQ(outcome.messages, "");
+    EXPECT_EQ(outcome.output, "4000\n2.5\n");
+}
+
+/// A procedure that calls itself inside other things without end.
+struct Recursion {
+    std::string name;
+    std::string result;  // type
+    std::string before;
+    std::string open;
+    std::string close;
+    int times;
+
+    friend void PrintTo(const Recursion& recursion, std::ostream* stream) { *stream << recursion.name; }
+};
+
+class Recursions : public Limits, public testing::WithParamInterface<Recursion> {};
+
+std::string repeated(const std::string& text, int times) {
+    std::string all;
+    for (int k = 0; k < times; ++k)
+        all += text;
+    return all;
+}
+
+TEST_P(Recursions, EndWithAnErrorBeforeTheSmallestStackDoes) {
+    const Recursion& recursion = GetParam();
+    const std::string script = "global proc " + recursion.result + " f(int $n) { " + recursion.before +
+                               repeated(recursion.open, recursion.times) + "f($n + 1)" +
+                               repeated(recursion.close, recursion.times) + "; }\nf(0);\n";
+    // A fifth is left for compilers that take more of it.
+    const Outcome outcome = runLimited("ulimit -s 820", "-noAutoloadPlugins -script", script);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.messages.find("Too many nested calls."), std::string::npos) << outcome.messages;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Batch, Recursions,
+    testing::Values(Recursion{"brackets", "int", "return ", "(1 + ", ")", 60},
+                    Recursion{"functions", "float", "return ", "abs(-", ")", 20},
+                    Recursion{"manyArguments", "string", "return ", "substitute(\"a\", (\"b\" + ",
+                              "), \"c\")", 20},
+                    Recursion{"elements", "int", "int $a[] = {1}; return ", "$a[", "]", 30},
+                    Recursion{"vectors", "vector", "return ", "<<1, 2, mag(", ")>>", 20},
+                    Recursion{"commands", "string[]", "return ", "`ls (", ")`", 20},
+                    Recursion{"assignments", "int", "int $x; return ", "($x = 1 ? ", " : 2)", 30},
+                    Recursion{"blocks", "", "", "if (1) { ", ";}", 20},
+                    Recursion{"texts", "string", "return ", "eval(", ")", 4}),
+    [](const auto& parameter) { return parameter.param.name; });
+
+TEST_F(Limits, AFileThatSourcesItselfEndsWithAnError) {
+    const Outcome outcome = runLimited("ulimit -s 820", "-noAutoloadPlugins -script",
+                                       "source \"" + path("limited.mel") + "\";\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.messages.find("Too many nested calls."), std::string::npos) << outcome.messages;
+}
+
+// --- memory
+
+TEST_F(Limits, AnAllocationThatFailsEndsAStatementAndKeepsTheScene) {
+    const Outcome outcome =
+        runLimited("ulimit -v 200000", "-noAutoloadPlugins -prompt <",
+                   "polyCube -n kept -ch 0;\n"
+                   "{ string $s = \"0123456789\"; int $i; for ($i = 0; $i < 24; $i++) $s = $s + $s; }\n"
+                   "polyPlane -n big -sx 2500 -sy 2500 -ch 0; print `xform -q -ws -t big.vtx[5]`;\n"
+                   "print (`objExists kept` + \" on\\n\");\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "// Result: kept //\n1 on\n");
+    EXPECT_EQ(outcome.messages,
+              "// Error: line 2.65: Out of memory. //\n// Error: line 3.1: Out of memory. //\n");
+}
+
+// --- threads
+
+constexpr const char* kSymmetry =
+    "polyPlane -n face -sx 250 -sy 250 -ch 0;\n"
+    "print (`dv_polySymmetry -axis \"x\" face` + \"\\n\");\n"
+    "dv_polyMapVertexOrder -axis \"x\" face;\n"
+    "print (size(`getAttr faceShape.dvVertexOrderMap`) + \"\\n\");\n";
+
+TEST_F(Limits, OneThreadDoesWhatTheSystemGivesNoOtherFor) {
+    if (geteuid() != 0) GTEST_SKIP() << "only root can become a user who may start no thread";
+    std::filesystem::permissions(path(""), std::filesystem::perms::all);
+    for (const char* file : {"out", "err", "limited.mel"}) {
+        written(file, {});
+        std::filesystem::permissions(path(file), std::filesystem::perms::all);
+    }
+    const Outcome outcome = runLimited("ulimit -u 1", "-script", kSymmetry,
+                                       "setpriv --reuid=65534 --regid=65534 --clear-groups bash");
+    EXPECT_EQ(outcome.status, 0) << outcome.messages;
+    EXPECT_EQ(outcome.output, "1\n63001\n");
+}
+
+TEST_F(Limits, LittleMemoryEndsARunWithAnErrorOrLeavesItWhole) {
+    for (int kilobytes = 40000; kilobytes <= 160000; kilobytes += 15000) {
+        const Outcome outcome = runLimited("ulimit -v " + std::to_string(kilobytes), "-script", kSymmetry);
+        const bool isWhole = outcome.status == 0 && outcome.output == "1\n63001\n";
+        const bool isRefused = outcome.status == 1 && outcome.messages.find("memory") != std::string::npos;
+        EXPECT_TRUE(isWhole || isRefused) << kilobytes << ": " << outcome.status << ' ' << outcome.messages;
+    }
+}
+
+// --- interrupts
+
+/// The program with its standard input in the hand of the test.
+class Interrupted : public Batch {
+  protected:
+    void start() {
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        start(ends[0], ends[1]);
+    }
+    /// At a terminal of its own, whose keys the test presses.
+    void startAtTerminal() {
+        const int keys = posix_openpt(O_RDWR | O_NOCTTY);
+        ASSERT_TRUE(keys != -1 && grantpt(keys) == 0 && unlockpt(keys) == 0);
+        start(open(ptsname(keys), O_RDWR | O_NOCTTY), keys);
+    }
+    void start(int childEnd, int ownEnd) {
+        written("out", {});
+        written("err", {});
+        input_ = ownEnd;
+        child_ = fork();
+        ASSERT_NE(child_, -1);
+        if (child_ == 0) {
+            std::signal(SIGINT, SIG_DFL);
+            setsid();
+            ioctl(childEnd, TIOCSCTTY, 0);  // without effect where it is no terminal
+            dup2(childEnd, STDIN_FILENO);
+            close(ownEnd);
+            dup2(isatty(childEnd) ? childEnd : open(path("out").c_str(), O_WRONLY | O_APPEND), STDOUT_FILENO);
+            dup2(open(path("err").c_str(), O_WRONLY | O_APPEND), STDERR_FILENO);
+            execl(DELVEN_BINARY_DIR "/delvenbatch", "delvenbatch", "-noAutoloadPlugins", "-prompt", nullptr);
+            _exit(127);
+        }
+        close(childEnd);
+    }
+    void type(const std::string& text) const {
+        ASSERT_EQ(write(input_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    }
+    /// Waits until the program has said something, and a little longer, so that what comes after it runs.
+    void awaitMessage(const std::string& text) const {
+        for (int turn = 0; turn < 400; ++turn) {
+            if (readTextFile(path("err")).text.find(text) != std::string::npos) return;
+            std::this_thread::sleep_for(std::chrono::milliseconds(25));
+        }
+        ADD_FAILURE() << "never said: " << text;
+    }
+    void interrupt() const { kill(child_, SIGINT); }
+    /// Ends the input. @return what waitpid tells
+    int finish() {
+        close(input_);
+        for (int turn = 0; turn < 400; ++turn) {
+            int status = 0;
+            if (waitpid(child_, &status, WNOHANG) == child_) return status;
+            std::this_thread::sleep_for(std::chrono::milliseconds(25));
+        }
+        kill(child_, SIGKILL);
+        int status = 0;
+        waitpid(child_, &status, 0);
+        return status;
+    }
+
+  private:
+    pid_t child_ = -1;
+    int input_ = -1;
+};
+
+TEST_F(Interrupted, TheScriptThatRunsStopsAndTheSceneStays) {
+    start();
+    type(
+        "polyCube -n kept -ch 0;\nwarning \"first\"; catch(`eval \"warning \\\"loops\\\"; while (1) "
+        "{}\"`);\n");
+    awaitMessage("loops");
+    interrupt();
+    awaitMessage("Interrupted.");
+    type("warning \"second\"; for (;;) { int $x = 1; }\n");
+    awaitMessage("second");
+    interrupt();
+    type("print (`objExists kept` + \" on\\n\");\n");
+    const int status = finish();
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_EQ(readTextFile(path("out")).text, "// Result: kept //\n1 on\n");
+    const std::string messages = readTextFile(path("err")).text;
+    EXPECT_NE(messages.find("// Error: line 3."), std::string::npos) << messages;
+}
+
+TEST_F(Interrupted, AtATerminalTheKeyStopsAScriptAndAtAnEmptyLineSaysHowToLeave) {
+    const std::string key = "\x03";
+    startAtTerminal();
+    type("polyCube -n kept -ch 0; warning \"loops\"; while (1) {}\r");
+    awaitMessage("loops");
+    type(key);
+    awaitMessage("Interrupted.");
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    type(key);
+    awaitMessage("// Type quit; to leave.");
+    type("select nonsense" + key);
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    type("if (`objExists kept`) warning \"still there\";\r");
+    awaitMessage("still there");
+    type("quit;\r");
+    const int status = finish();
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+    EXPECT_EQ(readTextFile(path("err")).text.find("nonsense"), std::string::npos);
+}
+
+TEST_F(Interrupted, AProgramThatWaitsForAPipeEnds) {
+    start();
+    type("warning \"waits\";\n");
+    awaitMessage("waits");
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    interrupt();
+    const int status = finish();
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT);
+}
+
+}  // namespace
+
+#endif
