@@ -86,6 +86,11 @@ bool Evaluator::declare(const Statement& statement, Frame& frame) {
     }
     Value initial;
     if (!evaluate(statement.b, frame, initial)) return false;
+    // A long list is not copied.
+    if (initial.kind() == statement.declared) {
+        target = std::move(initial);
+        return true;
+    }
     std::optional<Value> converted = initial.convertedTo(statement.declared);
     if (!converted)
         return failAt(frame, statement.offset, conversionError(initial.kind(), statement.declared));

@@ -242,7 +242,7 @@ TEST_F(Interrupted, TheScriptThatRunsStopsAndTheSceneStays) {
     start();
     type(
         "polyCube -n kept -ch 0;\nwarning \"first\"; catch(`eval \"warning \\\"loops\\\"; while (1) "
-        "{}\"`);\n");
+        "{}\"`); warning \"held\";\n");
     awaitMessage("loops");
     interrupt();
     awaitMessage("Interrupted.");
@@ -256,6 +256,7 @@ TEST_F(Interrupted, TheScriptThatRunsStopsAndTheSceneStays) {
     EXPECT_EQ(readTextFile(path("out")).text, "// Result: kept //\n1 on\n");
     const std::string messages = readTextFile(path("err")).text;
     EXPECT_NE(messages.find("// Error: line 3."), std::string::npos) << messages;
+    EXPECT_EQ(messages.find("held"), std::string::npos) << "no catch holds an interrupt";
 }
 
 TEST_F(Interrupted, AtATerminalTheKeyStopsAScriptAndAtAnEmptyLineSaysHowToLeave) {
