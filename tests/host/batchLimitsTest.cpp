@@ -1,15 +1,9 @@
-// What a small stack, little memory, no further thread and an interrupt do to the program.
+// What a small stack, little memory and no further thread do to the program.
 #include "host/batchFixture.h"
 
 #if defined(__linux__)
 
-#include <fcntl.h>
-#include <sys/ioctl.h>
 #include <unistd.h>
-
-#include <chrono>
-#include <csignal>
-#include <thread>
 
 namespace {
 
@@ -170,123 +164,6 @@ TEST_F(Limits, LittleMemoryEndsARunWithAnErrorOrLeavesItWhole) {
         const bool isRefused = outcome.status == 1 && outcome.messages.find("memory") != std::string::npos;
         EXPECT_TRUE(isWhole || isRefused) << kilobytes << ": " << outcome.status << ' ' << outcome.messages;
     }
-}
-
-// --- interrupts
-
-/// The program with its standard input in the hand of the test.
-class Interrupted : public Batch {
-  protected:
-    void start() {
-        int ends[2];
-        ASSERT_EQ(pipe(ends), 0);
-        start(ends[0], ends[1]);
-    }
-    /// At a terminal of its own, whose keys the test presses.
-    void startAtTerminal() {
-        const int keys = posix_openpt(O_RDWR | O_NOCTTY);
-        ASSERT_TRUE(keys != -1 && grantpt(keys) == 0 && unlockpt(keys) == 0);
-        start(open(ptsname(keys), O_RDWR | O_NOCTTY), keys);
-    }
-    void start(int childEnd, int ownEnd) {
-        written("out", {});
-        written("err", {});
-        input_ = ownEnd;
-        child_ = fork();
-        ASSERT_NE(child_, -1);
-        if (child_ == 0) {
-            std::signal(SIGINT, SIG_DFL);
-            setsid();
-            ioctl(childEnd, TIOCSCTTY, 0);  // without effect where it is no terminal
-            dup2(childEnd, STDIN_FILENO);
-            close(ownEnd);
-            dup2(isatty(childEnd) ? childEnd : open(path("out").c_str(), O_WRONLY | O_APPEND), STDOUT_FILENO);
-            dup2(open(path("err").c_str(), O_WRONLY | O_APPEND), STDERR_FILENO);
-            execl(DELVEN_BINARY_DIR "/delvenbatch", "delvenbatch", "-noAutoloadPlugins", "-prompt", nullptr);
-            _exit(127);
-        }
-        close(childEnd);
-    }
-    void type(const std::string& text) const {
-        ASSERT_EQ(write(input_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
-    }
-    /// Waits until the program has said something, and a little longer, so that what comes after it runs.
-    void awaitMessage(const std::string& text) const {
-        for (int turn = 0; turn < 400; ++turn) {
-            if (readTextFile(path("err")).text.find(text) != std::string::npos) return;
-            std::this_thread::sleep_for(std::chrono::milliseconds(25));
-        }
-        ADD_FAILURE() << "never said: " << text;
-    }
-    void interrupt() const { kill(child_, SIGINT); }
-    /// Ends the input. @return what waitpid tells
-    int finish() {
-        close(input_);
-        for (int turn = 0; turn < 400; ++turn) {
-            int status = 0;
-            if (waitpid(child_, &status, WNOHANG) == child_) return status;
-            std::this_thread::sleep_for(std::chrono::milliseconds(25));
-        }
-        kill(child_, SIGKILL);
-        int status = 0;
-        waitpid(child_, &status, 0);
-        return status;
-    }
-
-  private:
-    pid_t child_ = -1;
-    int input_ = -1;
-};
-
-TEST_F(Interrupted, TheScriptThatRunsStopsAndTheSceneStays) {
-    start();
-    type(
-        "polyCube -n kept -ch 0;\nwarning \"first\"; catch(`eval \"warning \\\"loops\\\"; while (1) "
-        "{}\"`); warning \"held\";\n");
-    awaitMessage("loops");
-    interrupt();
-    awaitMessage("Interrupted.");
-    type("warning \"second\"; for (;;) { int $x = 1; }\n");
-    awaitMessage("second");
-    interrupt();
-    type("print (`objExists kept` + \" on\\n\");\n");
-    const int status = finish();
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 1);
-    EXPECT_EQ(readTextFile(path("out")).text, "// Result: kept //\n1 on\n");
-    const std::string messages = readTextFile(path("err")).text;
-    EXPECT_NE(messages.find("// Error: line 3."), std::string::npos) << messages;
-    EXPECT_EQ(messages.find("held"), std::string::npos) << "no catch holds an interrupt";
-}
-
-TEST_F(Interrupted, AtATerminalTheKeyStopsAScriptAndAtAnEmptyLineSaysHowToLeave) {
-    const std::string key = "\x03";
-    startAtTerminal();
-    type("polyCube -n kept -ch 0; warning \"loops\"; while (1) {}\r");
-    awaitMessage("loops");
-    type(key);
-    awaitMessage("Interrupted.");
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));
-    type(key);
-    awaitMessage("// Type quit; to leave.");
-    type("select nonsense" + key);
-    std::this_thread::sleep_for(std::chrono::milliseconds(500));
-    type("if (`objExists kept`) warning \"still there\";\r");
-    awaitMessage("still there");
-    type("quit;\r");
-    const int status = finish();
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
-    EXPECT_EQ(readTextFile(path("err")).text.find("nonsense"), std::string::npos);
-}
-
-TEST_F(Interrupted, AProgramThatWaitsForAPipeEnds) {
-    start();
-    type("warning \"waits\";\n");
-    awaitMessage("waits");
-    std::this_thread::sleep_for(std::chrono::milliseconds(200));
-    interrupt();
-    const int status = finish();
-    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT);
 }
 
 }  // namespace
