@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -31,11 +32,12 @@ inline std::string quoted(const std::string& word) {
     return quote + word + quote;
 }
 
-/// Runs the program in a folder of its own.
+/// Runs the program in a folder of its own: other test programs run at the same time.
 class Batch : public testing::Test {
   protected:
-    Batch() : folder_(std::filesystem::path(testing::TempDir()) / "delvenBatch") {
-        std::filesystem::remove_all(folder_);
+    Batch()
+        : folder_(std::filesystem::path(testing::TempDir()) /
+                  ("delvenBatch-" + std::to_string(std::random_device{}()))) {
         std::filesystem::create_directories(folder_);
     }
     ~Batch() override { std::filesystem::remove_all(folder_); }
