@@ -5,6 +5,7 @@ namespace host::commands {
 void registerCommands(mel::CommandRegistry& registry) {
     registerNodeCommands(registry);
     registerDuplicateCommand(registry);
+    registerDumpCommand(registry);
     registerDagCommands(registry);
     registerListCommands(registry);
     registerSelectionCommands(registry);

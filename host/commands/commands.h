@@ -12,6 +12,7 @@ void registerCommands(mel::CommandRegistry& registry);
 // One function a family.
 void registerNodeCommands(mel::CommandRegistry& registry);      // createNode delete rename nodeType objExists
 void registerDuplicateCommand(mel::CommandRegistry& registry);  // duplicate
+void registerDumpCommand(mel::CommandRegistry& registry);       // headlessDump
 void registerDagCommands(mel::CommandRegistry& registry);       // parent group listRelatives
 void registerListCommands(mel::CommandRegistry& registry);      // ls
 void registerSelectionCommands(mel::CommandRegistry& registry);  // select

@@ -51,4 +51,13 @@ std::vector<int> ComponentListData::flattened() const {
     return result;
 }
 
+void ComponentListData::describe(std::string& text) const {
+    for (int k = 0; k < size(); ++k) {
+        text += k == 0 ? " " : " | ";
+        const auto [first, last] = runs(k);
+        for (const Run* run = first; run != last; ++run)
+            text += runText(kind(k), *run);
+    }
+}
+
 }  // namespace host::graph

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "graph/component.h"
+#include "graph/valueText.h"
 
 namespace host::graph {
 
@@ -22,6 +23,9 @@ class Data {
 
     /// The type name as script commands spell it: "pointArray", "componentList", "mesh", ...
     virtual std::string_view typeName() const = 0;
+    /// Appends the value as one line, blanks in front of its parts: for people and for comparing. Equal values
+    /// give equal texts, and others different ones.
+    virtual void describe(std::string& text) const = 0;
 };
 
 using DataPtr = std::shared_ptr<const Data>;
@@ -39,6 +43,7 @@ class SimpleData final : public Data {
     explicit SimpleData(T content) : value(std::move(content)) {}
     std::string_view typeName() const override { return Tag::kName; }
     static std::string_view staticTypeName() { return Tag::kName; }
+    void describe(std::string& text) const override { appendText(text, value); }
 
     T value;
 };
@@ -71,6 +76,7 @@ using MatrixData = SimpleData<Matrix16, MatrixTag>;
 class ComponentListData final : public Data {
   public:
     std::string_view typeName() const override { return "componentList"; }
+    void describe(std::string& text) const override;
 
     int size() const { return static_cast<int>(kinds_.size()); }
     void reserve(std::size_t entries);

@@ -19,6 +19,7 @@ class VertexColorData final : public graph::Data {
   public:
     explicit VertexColorData(std::vector<Color> content) : colors(std::move(content)) {}
     std::string_view typeName() const override { return "vertexColors"; }
+    void describe(std::string& text) const override { graph::appendText(text, colors); }
 
     std::vector<Color> colors;  // by vertex; vertices past its end have none
 };

@@ -23,6 +23,8 @@ class MeshData final : public graph::Data {
     explicit MeshData(geometry::Mesh content, std::vector<VertexGroup> members = {})
         : mesh(std::move(content)), groups(std::move(members)) {}
     std::string_view typeName() const override { return "mesh"; }
+    /// Points, the topology as digests, and groups with their components.
+    void describe(std::string& text) const override;
 
     geometry::Mesh mesh;
     std::vector<VertexGroup> groups;

@@ -89,6 +89,19 @@ bool isOriginal(const graph::Node& shape) {
 
 }  // namespace
 
+void MeshData::describe(std::string& text) const {
+    const geometry::Topology& topology = mesh.topology();
+    text += " points";
+    graph::appendText(text, mesh.points());
+    text += " faces";
+    for (const auto* list : {&topology.faceOffsets(), &topology.faceVertices(), &topology.faceEdges()})
+        graph::appendDigest(text, list->data(), list->size() * sizeof(int));
+    for (const VertexGroup& group : groups) {
+        text += " group " + std::to_string(group.id);
+        if (group.components != nullptr) group.components->describe(text);
+    }
+}
+
 bool isSameMesh(const MeshPtr& a, const MeshPtr& b) {
     if (a == b) return true;
     if (a == nullptr || b == nullptr || a->mesh.topologyPtr() != b->mesh.topologyPtr()) return false;

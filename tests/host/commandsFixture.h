@@ -10,18 +10,18 @@
 
 #include "commands/commands.h"
 #include "graph/names.h"
+#include "graph/sceneDump.h"
 #include "mel/commandRegistry.h"
 #include "nodes/meshNode.h"
 #include "nodes/registerTypes.h"
 #include "nodes/sets.h"
 #include "support/meshZoo.h"
-#include "support/sceneDump.h"
+#include "support/dumpDifference.h"
 
 namespace commandstest {
 
 using namespace host;
 using delven::test::dumpDifference;
-using delven::test::sceneDump;
 
 /// Keeps what scripts and commands show, without positions.
 class Shown final : public mel::Output, public graph::MessageSink {
@@ -84,7 +84,7 @@ class Host {
     std::string dump() {
         for (const graph::NodeRef& shape : graph.nodesOfType("mesh"))
             nodes::meshOf(graph, shape);
-        return sceneDump(graph);
+        return graph::sceneDump(graph);
     }
     std::size_t undoSize() { return graph.undoQueue().size(); }
 

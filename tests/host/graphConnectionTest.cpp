@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "host/graphFixture.h"
+#include "support/dumpDifference.h"
 
 namespace {
 
@@ -349,7 +350,7 @@ class RandomChanges : public testing::TestWithParam<unsigned> {};
 
 TEST_P(RandomChanges, areTakenBackAndRepeatedExactlyAndEvaluateFreshly) {
     RandomScene scene(GetParam());
-    std::vector<std::string> dumps{fullDump(scene.graph)};
+    std::vector<std::string> dumps{sceneDump(scene.graph)};
     for (int step = 0; step < 400; ++step) {
         auto changes = std::make_unique<ChangeList>();
         {
@@ -359,20 +360,20 @@ TEST_P(RandomChanges, areTakenBackAndRepeatedExactlyAndEvaluateFreshly) {
         if (step % 3 == 0) scene.compareSums();
         if (testing::Test::HasFatalFailure()) return;
         scene.graph.undoQueue().push(std::move(changes));
-        dumps.push_back(fullDump(scene.graph));
+        dumps.push_back(sceneDump(scene.graph));
     }
     UndoQueue& queue = scene.graph.undoQueue();
     for (int round = 0; round < 2; ++round) {
         for (std::size_t step = dumps.size() - 1; step-- > 0;) {
             ASSERT_TRUE(queue.undo(scene.graph));
-            const std::string now = fullDump(scene.graph);
+            const std::string now = sceneDump(scene.graph);
             ASSERT_EQ(now, dumps[step]) << "undoing " << step << '\n'
                                         << delven::test::dumpDifference(dumps[step], now);
             if (step % 5 == 0) scene.compareSums();
         }
         for (std::size_t step = 1; step < dumps.size(); ++step) {
             ASSERT_TRUE(queue.redo(scene.graph));
-            const std::string now = fullDump(scene.graph);
+            const std::string now = sceneDump(scene.graph);
             ASSERT_EQ(now, dumps[step]) << "redoing " << step << '\n'
                                         << delven::test::dumpDifference(dumps[step], now);
             if (step % 5 == 0) scene.compareSums();

@@ -7,7 +7,7 @@
 
 #include "graph/graph.h"
 #include "graph/names.h"
-#include "support/sceneDump.h"
+#include "graph/sceneDump.h"
 
 /// Node types that show every way in which the graph stores a value, and one that computes.
 namespace graphtest {
@@ -77,20 +77,6 @@ struct ToyGraph : Graph {
 
 inline DataPtr text(const std::string& value) {
     return std::make_shared<StringData>(value);
-}
-
-/// The dump, and what each plug feeds in what order.
-inline std::string fullDump(const Graph& graph) {
-    std::string dump = delven::test::sceneDump(graph);
-    for (const NodeRef& node : graph.nodes()) {
-        for (const auto& [key, links] : node->outgoing()) {
-            dump += "feeds " + node->name() + '.' + Plug(node, key).attributePath() + ':';
-            for (const Link& link : links)
-                dump += ' ' + link.node->name() + '.' + Plug(link.node->ref(), link.key).attributePath();
-            dump += '\n';
-        }
-    }
-    return dump;
 }
 
 }  // namespace graphtest

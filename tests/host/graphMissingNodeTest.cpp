@@ -83,7 +83,7 @@ class StepOnAMissingNode : public testing::TestWithParam<StepCase> {
 
     /// The scene, and what the lost node keeps.
     std::string everything() const {
-        std::string all = fullDump(graph) + n->name();
+        std::string all = sceneDump(graph) + n->name();
         for (const char* name :
              {"precise", "weights[7]", "weights[2]", "names[2]", "text", "extra", "more"}) {
             const PlugMatch match = findPlug(graph, n, name);
@@ -165,9 +165,9 @@ TEST(Links, leaveNoEndBehindWhereAStepFindsAnotherSource) {
     ChangeList changes;
     record(graph, changes, [&] { graph.connect(graph.at("a.precise"), graph.at("c.precise")); });
     graph.connect(graph.at("b.precise"), graph.at("c.precise"));
-    const std::string byB = fullDump(graph);
+    const std::string byB = sceneDump(graph);
     changes.undo(graph);
-    EXPECT_EQ(fullDump(graph), byB) << "the connection to take back is not there";
+    EXPECT_EQ(sceneDump(graph), byB) << "the connection to take back is not there";
     changes.redo(graph);
     EXPECT_EQ(graph.source(graph.at("c.precise")), graph.at("a.precise"));
     EXPECT_TRUE(nodeOf(graph, "b").outgoing().empty());

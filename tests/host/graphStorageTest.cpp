@@ -149,13 +149,13 @@ TEST(Values, areRoundedToWhatTheKindStores) {
 TEST(Values, areDefaultsUntilWrittenAndReadingCreatesNothing) {
     ToyGraph graph;
     graph.make("holder", "h");
-    const std::string before = fullDump(graph);
+    const std::string before = sceneDump(graph);
     EXPECT_EQ(graph.valueOf("h.precise"), 2.5);
     EXPECT_EQ(graph.valueOf("h.points[3].py"), 7.0);
     EXPECT_EQ(graph.valueOf("h.outer[2].inner[1].amounts[5]"), 1.0);
     EXPECT_EQ(graph.textOf("h.names[2]"), "(none)");
     EXPECT_EQ(graph.elementCount(graph.at("h.outer")), 0);
-    EXPECT_EQ(fullDump(graph), before);
+    EXPECT_EQ(sceneDump(graph), before);
 }
 
 TEST(Values, ofOneElementLeaveTheOthersAlone) {

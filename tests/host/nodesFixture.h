@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "graph/names.h"
+#include "graph/sceneDump.h"
 #include "nodes/blendShapeNode.h"
 #include "nodes/deformers.h"
 #include "nodes/meshColors.h"
@@ -16,7 +17,7 @@
 #include "nodes/sets.h"
 #include "nodes/transformNode.h"
 #include "support/meshZoo.h"
-#include "support/sceneDump.h"
+#include "support/dumpDifference.h"
 
 namespace nodestest {
 
@@ -83,7 +84,7 @@ struct Scene : graph::Graph {
             text += '\n';
         }
         // Last: evaluating stores the deltas of live targets.
-        return text + delven::test::sceneDump(*this);
+        return text + graph::sceneDump(*this);
     }
     /// Runs changes with a recorder, and takes them back and repeats them, comparing with dumps.
     template <typename Changes>

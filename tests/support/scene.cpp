@@ -12,11 +12,12 @@
 #include "api/pluginLoader.h"
 #include "api/session.h"
 #include "commands/commands.h"
+#include "graph/sceneDump.h"
 #include "mel/commandRegistry.h"
 #include "nodes/meshNode.h"
 #include "nodes/registerTypes.h"
 #include "nodes/sets.h"
-#include "support/sceneDump.h"
+#include "support/dumpDifference.h"
 #include "support/variants.h"
 
 namespace {
@@ -137,7 +138,7 @@ mel::Value Scene::mel(const std::string& text) {
 }
 
 std::string Scene::dump() {
-    return delven::test::sceneDump(host_->scene);
+    return graph::sceneDump(host_->scene);
 }
 
 std::string Scene::changes(const std::string& before) {

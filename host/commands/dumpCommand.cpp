@@ -1,0 +1,27 @@
+#include "commands/commandSupport.h"
+#include "commands/commands.h"
+#include "geometry/textFile.h"
+#include "graph/sceneDump.h"
+
+namespace host::commands {
+
+namespace {
+
+CommandResult headlessDump(CommandContext& context, const ParsedArguments& arguments) {
+    std::string text = graph::sceneDump(context.graph);
+    if (!arguments.isSet("file")) return CommandResult::success(std::move(text));
+    const std::string file = arguments.text("file");
+    const std::string error = geometry::writeTextFile(file, text);
+    if (!error.empty()) return CommandResult::failure("headlessDump: " + error);
+    return CommandResult::success(file);
+}
+
+}  // namespace
+
+void registerDumpCommand(mel::CommandRegistry& registry) {
+    Syntax syntax;
+    syntax.flag("f", "file", {kText});
+    registry.add("headlessDump", syntax, headlessDump);
+}
+
+}  // namespace host::commands
