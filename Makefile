@@ -1,6 +1,6 @@
 # The door: each goal configures, builds and runs one thing. Everything is made below build/.
 .DEFAULT_GOAL := help
-.PHONY: help demo test build bench fuzz coverage texts format check asan tsan package clean
+.PHONY: help demo test build bench walk fuzz coverage texts format check asan tsan package clean
 
 configure_and_build = cmake --preset $(1) >build/$(1).log 2>&1 || { cat build/$(1).log; exit 1; }; cmake --build --preset $(1)
 
@@ -26,6 +26,12 @@ bench:  ## time against size, in one table
 	@mkdir -p build
 	@$(call configure_and_build,bench)
 	build/bench/bin/delvenbench
+
+walk:  ## random walks over all commands for WALK_SECONDS (60) seconds from WALK_SEED (1), under the sanitizers
+	@scripts/install-dependencies.sh build
+	@mkdir -p build
+	@$(call configure_and_build,asan) --target delvenwalk DELVENTools
+	scripts/walk.sh
 
 fuzz:  ## every fuzz target for FUZZ_SECONDS (30) seconds
 	@scripts/install-dependencies.sh build fuzz

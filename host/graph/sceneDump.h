@@ -6,8 +6,9 @@ namespace host::graph {
 
 class Graph;
 
-/// The whole scene as text, one fact a line: the DAG, nodes in order of creation with added attributes, stored
-/// values (numbers exact, long lists as digests), plug states, aliases and connections, and the selection.
+/// The whole scene as text, one fact a line: the DAG, nodes in order of creation with added attributes,
+/// stored values (numbers exact, long lists as digests), plug states, aliases and connections, and the
+/// selection.
 ///
 /// Two dumps are equal exactly when nothing of that differs. Nothing is evaluated.
 std::string sceneDump(const Graph& graph);

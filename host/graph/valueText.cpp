@@ -16,11 +16,18 @@ void appendText(std::string& text, const std::string& value) {
     text += " \"";
     for (const char character : value) {
         switch (character) {
-            case '\n': text += "\\n"; break;
-            case '\r': text += "\\r"; break;
+            case '\n':
+                text += "\\n";
+                break;
+            case '\r':
+                text += "\\r";
+                break;
             case '"':
-            case '\\': text += '\\'; [[fallthrough]];
-            default: text += character;
+            case '\\':
+                text += '\\';
+                [[fallthrough]];
+            default:
+                text += character;
         }
     }
     text += '"';

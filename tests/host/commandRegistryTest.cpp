@@ -2,7 +2,6 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <random>
 
 #include "host/commandsFixture.h"
 #include "mel/pluginService.h"
@@ -282,114 +281,6 @@ TEST_F(RegistryTest, LongComponentListsKeepOrderAndDuplicates) {
     ASSERT_NE(result.value.getIf<std::vector<std::string>>(), nullptr);
     EXPECT_EQ(*result.value.getIf<std::vector<std::string>>(), words);
 }
-
-/// Random commands on whatever is in the scene, so that many meet what others left; some fail, too.
-class RandomScript : public testing::TestWithParam<unsigned> {
-  protected:
-    int number(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
-    std::string pick(const std::vector<std::string>& from) {
-        return from[static_cast<std::size_t>(number(0, static_cast<int>(from.size()) - 1))];
-    }
-    graph::NodeRef anyNode() {
-        const std::vector<graph::NodeRef> nodes = host_.graph.nodes();
-        return nodes[static_cast<std::size_t>(number(0, static_cast<int>(nodes.size()) - 1))];
-    }
-    std::string node() { return host_.graph.uniqueName(*anyNode()); }
-    std::string numberPlug() {
-        const graph::NodeRef node = anyNode();
-        std::vector<std::string> names{"extra", "many[0]", "many[3]"};
-        if (node->isA("transform")) names = {"tx", "ty", "tz", "t", "sx", "s", "v", "extra", "smile"};
-        if (node->isA("mesh")) names = {"pnts[1]", "pnts[4]", "pnts[4].px", "v", "many[1]"};
-        if (node->isA("blendShape")) names = {"w[1]", "w[2]", "envelope", "it[0].itg[1].tw[7]", "smile"};
-        return host_.graph.uniqueName(*node) + '.' + pick(names);
-    }
-    std::string newName() { return pick({"a", "b", "c", "d"}); }
-    std::string value() { return std::to_string(number(-3, 3)); }
-
-    std::string structureCommand() {
-        switch (number(0, 7)) {
-            case 0:
-                return "createNode -n " + newName() + ' ' + pick({"transform", "network", "blendShape"});
-            case 1:
-                return "delete " + node();
-            case 2:
-                return "rename " + node() + ' ' + newName();
-            case 3:
-                return "parent " + node() + ' ' + node();
-            case 4:
-                return "parent -w " + node();
-            case 5:
-                return "group " + node() + ' ' + node();
-            case 6:
-                return "duplicate " + node();
-            default:
-                return "select -tgl " + node() + ' ' + numberPlug();
-        }
-    }
-    std::string attributeCommand() {
-        switch (number(0, 9)) {
-            case 0:
-            case 1:
-                return "setAttr " + numberPlug() + ' ' + value();
-            case 2:
-                return "setAttr " + numberPlug() + ' ' + value() + ' ' + value() + ' ' + value();
-            case 3:
-                return "setAttr -lock " + pick({"on ", "off "}) + numberPlug();
-            case 4:
-            case 5:
-                return "connectAttr " + pick({"-f ", ""}) + numberPlug() + ' ' + numberPlug();
-            case 6:
-                return disconnection();
-            case 7:
-                return "addAttr -ln " + pick({"extra -at double ", "many -m -at float "}) + node();
-            case 8:
-                return pick({"deleteAttr ", "aliasAttr smile "}) + numberPlug();
-            default:
-                return "removeMultiInstance -b " + pick({"1 ", "0 "}) + numberPlug();
-        }
-    }
-    std::string disconnection() {
-        const graph::NodeRef node = anyNode();
-        const std::vector<graph::Connection> connections = host_.graph.connections(*node);
-        if (connections.empty()) return "disconnectAttr " + numberPlug() + ' ' + numberPlug();
-        return "disconnectAttr " + host_.graph.plugName(connections.front().source) + ' ' +
-               host_.graph.plugName(connections.front().destination);
-    }
-
-    Host host_;
-
-  private:
-    std::mt19937 random_{GetParam()};
-};
-
-TEST_P(RandomScript, UndoesAndRedoesStepByStep) {
-    Host& host = host_;
-    host.addCube("box");
-    std::vector<std::string> dumps{host.dump()};
-    std::vector<std::string> commands;
-    for (int k = 0; k < 200; ++k) {
-        const std::string text = number(0, 2) == 0 ? structureCommand() : attributeCommand();
-        const std::size_t entries = host.undoSize();
-        host.run(text);
-        if (host.undoSize() > entries) {
-            commands.push_back(text);
-            dumps.push_back(host.dump());
-        } else {
-            ASSERT_EQ(dumpDifference(dumps.back(), host.dump()), "") << text;
-        }
-    }
-    ASSERT_GT(commands.size(), 20U);
-    for (std::size_t k = commands.size(); k-- > 0;) {
-        ASSERT_TRUE(host.registry.undo());
-        ASSERT_EQ(dumpDifference(dumps[k], host.dump()), "") << "undo of " << commands[k];
-    }
-    for (std::size_t k = 0; k < commands.size(); ++k) {
-        ASSERT_TRUE(host.registry.redo());
-        ASSERT_EQ(dumpDifference(dumps[k + 1], host.dump()), "") << "redo of " << commands[k];
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Seeds, RandomScript, testing::Range(1U, 41U));
 
 }  // namespace
 }  // namespace commandstest

@@ -15,8 +15,8 @@
 #include "nodes/meshNode.h"
 #include "nodes/registerTypes.h"
 #include "nodes/sets.h"
-#include "support/meshZoo.h"
 #include "support/dumpDifference.h"
+#include "support/meshZoo.h"
 
 namespace commandstest {
 

@@ -16,8 +16,8 @@
 #include "nodes/registerTypes.h"
 #include "nodes/sets.h"
 #include "nodes/transformNode.h"
-#include "support/meshZoo.h"
 #include "support/dumpDifference.h"
+#include "support/meshZoo.h"
 
 namespace nodestest {
 

@@ -89,7 +89,8 @@ std::string withoutGroupNumbers(const std::string& state) {
 }
 
 /// @return what the scene is in the end, and what the lines said
-std::optional<std::string> runFirst(const NextLine& nextLine, const Teller& teller, std::vector<Line>& lines) {
+std::optional<std::string> runFirst(const NextLine& nextLine, const Teller& teller,
+                                    std::vector<Line>& lines) {
     Walk walk;
     while (const std::optional<Line> line = nextLine(walk.scene())) {
         lines.push_back(*line);
@@ -167,7 +168,8 @@ Report walked(const NextLine& nextLine) {
 
 Report walked(const std::vector<Line>& lines) {
     std::size_t at = 0;
-    return walked([&](Scene&) { return at < lines.size() ? std::optional<Line>(lines[at++]) : std::nullopt; });
+    return walked(
+        [&](Scene&) { return at < lines.size() ? std::optional<Line>(lines[at++]) : std::nullopt; });
 }
 
 std::vector<Line> shrunk(const Report& report, int tries) {

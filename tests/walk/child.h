@@ -19,10 +19,11 @@ struct Report {
 /// Gives the next line of a walk in a scene, or nothing at its end.
 using NextLine = std::function<std::optional<Line>(Scene&)>;
 
-/// Runs a walk in a process of its own, in an empty folder with the data files that steps read, with standard error in
-/// the file "stderr" beside it. A process that crashes, or runs for more than a minute, is a finding.
-/// With each line it is checked what Walk checks. In the end everything is evaluated anew, and all lines run a second
-/// time, without checks: both must give the same scene, and the second run must say the same.
+/// Runs a walk in a process of its own, in an empty folder with the data files that steps read, with standard
+/// error in the file "stderr" beside it. A process that crashes, or runs for more than a minute, is a
+/// finding. With each line it is checked what Walk checks. In the end everything is evaluated anew, and all
+/// lines run a second time, without checks: both must give the same scene, and the second run must say the
+/// same.
 Report walked(const NextLine& nextLine);
 Report walked(const std::vector<Line>& lines);
 

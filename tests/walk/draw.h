@@ -17,9 +17,9 @@ struct DeformedMesh {
     std::string original;  // shape
 };
 
-/// Draws the parts of a line of script at random, most of the time such that it can succeed: names are those of
-/// what is in the scene now. The same seed and scene give the same lines where the same compiler built this (the order
-/// in which the parts of a line are drawn is its own).
+/// Draws the parts of a line of script at random, most of the time such that it can succeed: names are those
+/// of what is in the scene now. The same seed and scene give the same lines where the same compiler built
+/// this (the order in which the parts of a line are drawn is its own).
 class Draw {
   public:
     /// Stands for a node where there is none.
@@ -27,6 +27,9 @@ class Draw {
 
     /// @param graph  new: what is in it now belongs to every scene
     Draw(unsigned int seed, host::graph::Graph& graph);
+
+    /// Draws from here on as if made with this seed.
+    void reseed(unsigned int seed) { engine_.seed(seed); }
 
     int below(int limit) { return static_cast<int>(engine_() % static_cast<unsigned int>(limit)); }
     bool oneIn(int times) { return below(times) == 0; }

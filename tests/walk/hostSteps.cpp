@@ -11,8 +11,9 @@ std::string blendShapeOnNew(Draw& draw) {
 namespace {
 
 std::string create(Draw& draw) {
-    return "createNode " + draw.anyOf({"transform", "transform", "joint", "mesh", "network", "objectSet",
-                                       "blendShape", "nonsense"}) +
+    return "createNode " +
+           draw.anyOf({"transform", "transform", "joint", "mesh", "network", "objectSet", "blendShape",
+                       "nonsense"}) +
            draw.anyOf({"", " -n " + draw.newName(), " -p " + draw.node("transform")});
 }
 
@@ -61,8 +62,8 @@ std::string moveObject(Draw& draw) {
 }
 
 std::string xform(Draw& draw) {
-    return "xform " + draw.anyOf({"-ws ", "-os ", "-r "}) + draw.anyOf({"-t ", "-ro ", "-s "}) + draw.number() +
-           ' ' + draw.number() + " 1 " + draw.node("transform");
+    return "xform " + draw.anyOf({"-ws ", "-os ", "-r "}) + draw.anyOf({"-t ", "-ro ", "-s "}) +
+           draw.number() + ' ' + draw.number() + " 1 " + draw.node("transform");
 }
 
 std::string select(Draw& draw) {
@@ -80,7 +81,8 @@ std::string joint(Draw& draw) {
 
 std::string bind(Draw& draw) {
     if (!draw.oneIn(3)) {
-        return "select -clear; string $j = `joint -p -1 0 0`; string $k = `joint -p 1 0.5 0`; skinCluster -mi " +
+        return "select -clear; string $j = `joint -p -1 0 0`; string $k = `joint -p 1 0.5 0`; skinCluster "
+               "-mi " +
                draw.anyOf({"1", "2"}) + " $j " + draw.node("mesh");
     }
     return "skinCluster " + draw.anyOf({"-tsb ", "-mi 2 ", ""}) + draw.node("joint") + ' ' +
@@ -93,9 +95,9 @@ std::string editSkin(Draw& draw) {
 }
 
 std::string skinWeights(Draw& draw) {
-    return "skinPercent " + draw.anyOf({"-tv " + draw.node("joint") + ' ' + draw.number(), "-nrm 1",
-                                        "-prw 0.1"}) +
-           ' ' + draw.node("skinCluster") + ' ' + draw.vertices(draw.node("transform"));
+    return "skinPercent " +
+           draw.anyOf({"-tv " + draw.node("joint") + ' ' + draw.number(), "-nrm 1", "-prw 0.1"}) + ' ' +
+           draw.node("skinCluster") + ' ' + draw.vertices(draw.node("transform"));
 }
 
 std::string blendShape(Draw& draw) {
@@ -108,8 +110,8 @@ std::string tweakNode(Draw& draw) {
     const DeformedMesh mesh = draw.deformed();
     return "string $w = `createNode tweak`; connectAttr " + mesh.original +
            ".worldMesh[0] ($w + \".input[0].inputGeometry\"); connectAttr -f ($w + \".outputGeometry[0]\") " +
-           mesh.blendShape + ".input[0].inputGeometry; connectAttr ($w + \".vlist[0].vertex[0]\") " + mesh.shape +
-           ".tweakLocation";
+           mesh.blendShape + ".input[0].inputGeometry; connectAttr ($w + \".vlist[0].vertex[0]\") " +
+           mesh.shape + ".tweakLocation";
 }
 
 std::string addTarget(Draw& draw) {
@@ -148,8 +150,8 @@ std::string paint(Draw& draw) {
 std::string setDeltas(Draw& draw) {
     const DeformedMesh mesh = draw.deformed();
     const std::string target = draw.target(mesh.blendShape);
-    const std::string item = mesh.blendShape + ".it[0].itg[" + target + "].iti[" +
-                             draw.item(mesh.blendShape, target) + "].";
+    const std::string item =
+        mesh.blendShape + ".it[0].itg[" + target + "].iti[" + draw.item(mesh.blendShape, target) + "].";
     return draw.anyOf({"setAttr " + item + "ipt -type pointArray 2 1 0 0.5 1 0 " + draw.number() + " 0 1",
                        "setAttr " + item + "ict -type componentList 2 vtx[" + draw.vertex() + "] vtx[" +
                            draw.vertex() + "]",
@@ -168,16 +170,17 @@ std::string removeElement(Draw& draw) {
 /// A plug that likely exists, of any type.
 std::string plug(Draw& draw) {
     const DeformedMesh mesh = draw.deformed();
-    return draw.anyOf({draw.node("transform") + draw.anyOf({".tx", ".t", ".ry", ".sz", ".v", ".matrix"}),
-                       draw.node("mesh") + draw.anyOf({".inMesh", ".outMesh", ".worldMesh[0]", ".pnts[3]", ".io",
-                                                       ".pnts[2].px"}),
-                       mesh.blendShape + draw.anyOf({".w[0]", ".en", ".it[0].itg[0].iti[6000].igt",
-                                                     ".outputGeometry[0]", ".input[0].inputGeometry", ".message",
-                                                     ".it[0].itg[0].iti[6000].ict", ".it[0].itg[0].tw[3]"}),
-                       draw.node("network") + draw.anyOf({".extra", ".list[2]", ".regions", ".message"}),
-                       draw.node("skinCluster") + draw.anyOf({".en", ".wl[3].w[0]", ".matrix[0]"}),
-                       draw.node("joint") + draw.anyOf({".worldMatrix[0]", ".jox", ".radius"}),
-                       draw.anyNode() + ".message"});
+    return draw.anyOf(
+        {draw.node("transform") + draw.anyOf({".tx", ".t", ".ry", ".sz", ".v", ".matrix"}),
+         draw.node("mesh") +
+             draw.anyOf({".inMesh", ".outMesh", ".worldMesh[0]", ".pnts[3]", ".io", ".pnts[2].px"}),
+         mesh.blendShape + draw.anyOf({".w[0]", ".en", ".it[0].itg[0].iti[6000].igt", ".outputGeometry[0]",
+                                       ".input[0].inputGeometry", ".message", ".it[0].itg[0].iti[6000].ict",
+                                       ".it[0].itg[0].tw[3]"}),
+         draw.node("network") + draw.anyOf({".extra", ".list[2]", ".regions", ".message"}),
+         draw.node("skinCluster") + draw.anyOf({".en", ".wl[3].w[0]", ".matrix[0]"}),
+         draw.node("joint") + draw.anyOf({".worldMatrix[0]", ".jox", ".radius"}),
+         draw.anyNode() + ".message"});
 }
 
 std::string lock(Draw& draw) {
@@ -185,7 +188,7 @@ std::string lock(Draw& draw) {
 }
 
 std::string set(Draw& draw) {
-    return "setAttr " + plug(draw) + ' ' + draw.number();
+    return "setAttr " + plug(draw) + ' ' + draw.number() + draw.anyOf({"", "", " 1 0.5"});
 }
 
 std::string connect(Draw& draw) {
@@ -194,8 +197,10 @@ std::string connect(Draw& draw) {
     const std::string number = draw.anyOf({draw.node("transform") + ".tx", draw.node("network") + ".extra",
                                            mesh.blendShape + ".en", draw.node("joint") + ".radius"});
     const std::string geometry = draw.node("mesh") + draw.anyOf({".worldMesh[0] ", ".outMesh "});
-    if (draw.oneIn(3)) return force + number + ' ' + mesh.blendShape + ".w[" + draw.target(mesh.blendShape) + ']';
-    if (draw.oneIn(3)) return force + number + ' ' + draw.node("transform") + draw.anyOf({".ry", ".tz", ".sx"});
+    if (draw.oneIn(3))
+        return force + number + ' ' + mesh.blendShape + ".w[" + draw.target(mesh.blendShape) + ']';
+    if (draw.oneIn(3))
+        return force + number + ' ' + draw.node("transform") + draw.anyOf({".ry", ".tz", ".sx"});
     if (draw.oneIn(3)) {
         return force + geometry + mesh.blendShape + ".it[0].itg[" + draw.target(mesh.blendShape) +
                "].iti[6000].igt";
@@ -206,8 +211,8 @@ std::string connect(Draw& draw) {
 
 std::string disconnect(Draw& draw) {
     const std::string to = plug(draw);
-    return "string $s[] = `listConnections -p 1 -s 1 -d 0 " + to + "`; if (size($s) > 0) disconnectAttr $s[0] " +
-           to;
+    return "string $s[] = `listConnections -p 1 -s 1 -d 0 " + to +
+           "`; if (size($s) > 0) disconnectAttr $s[0] " + to;
 }
 
 std::string alias(Draw& draw) {
@@ -217,8 +222,9 @@ std::string alias(Draw& draw) {
 }
 
 std::string addAttribute(Draw& draw) {
-    return "addAttr -ln " + draw.anyOf({"extra -at double", "list -at long -multi", "words -dt \"string\"",
-                                        "numbers -dt doubleArray"}) +
+    return "addAttr -ln " +
+           draw.anyOf({"extra -at double", "list -at long -multi", "words -dt \"string\"",
+                       "numbers -dt doubleArray"}) +
            ' ' + draw.anyNode();
 }
 
@@ -228,17 +234,16 @@ std::string deleteAttribute(Draw& draw) {
 
 std::string editSet(Draw& draw) {
     const std::string objects = draw.oneIn(2) ? draw.components(draw.node("mesh")) : draw.node("mesh");
-    return draw.oneIn(4) ? "sets -n " + draw.newName() + ' ' + objects
-                         : "sets " + draw.anyOf({"-add ", "-rm ", "-fe "}) + draw.node("objectSet") + ' ' + objects;
+    return draw.oneIn(4)
+               ? "sets -n " + draw.newName() + ' ' + objects
+               : "sets " + draw.anyOf({"-add ", "-rm ", "-fe "}) + draw.node("objectSet") + ' ' + objects;
 }
 
 std::string color(Draw& draw) {
     const std::string mesh = draw.node("mesh");
     return draw.anyOf({"polyColorPerVertex -rgb 1 0.5 0 " + draw.vertices(mesh),
-                       "polyColorPerVertex -rem " + draw.vertices(mesh),
-                       "polyColorSet -cr -cs paint " + mesh,
-                       "polyColorSet -d -cs colorSet1 " + mesh,
-                       "polyColorSet -ccs -cs colorSet1 " + mesh});
+                       "polyColorPerVertex -rem " + draw.vertices(mesh), "polyColorSet -cr -cs paint " + mesh,
+                       "polyColorSet -d -cs colorSet1 " + mesh, "polyColorSet -ccs -cs colorSet1 " + mesh});
 }
 
 std::string unite(Draw& draw) {
@@ -260,12 +265,12 @@ std::string chunk(Draw& draw) {
 }
 
 std::string ask(Draw& draw) {
-    return draw.anyOf({"ls -l", "ls -dag -io", "listRelatives -ad " + draw.anyNode(), "ls -sl -fl",
-                       "listConnections " + draw.anyNode(), "getAttr " + plug(draw), "polyEvaluate " +
-                           draw.node("mesh"), "xform -q -ws -t " + draw.vertices(draw.node("mesh")),
-                       "xform -q -ws -bb " + draw.node("transform"),
-                       "polyInfo -ev " + draw.node("mesh"), "blendShape -q -t " + draw.node("blendShape"),
-                       "skinCluster -q -inf " + draw.node("skinCluster"), "sets -q " + draw.node("objectSet")});
+    return draw.anyOf(
+        {"ls -l", "ls -dag -io", "listRelatives -ad " + draw.anyNode(), "ls -sl -fl",
+         "listConnections " + draw.anyNode(), "getAttr " + plug(draw), "polyEvaluate " + draw.node("mesh"),
+         "xform -q -ws -t " + draw.vertices(draw.node("mesh")), "xform -q -ws -bb " + draw.node("transform"),
+         "polyInfo -ev " + draw.node("mesh"), "blendShape -q -t " + draw.node("blendShape"),
+         "skinCluster -q -inf " + draw.node("skinCluster"), "sets -q " + draw.node("objectSet")});
 }
 
 }  // namespace

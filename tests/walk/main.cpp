@@ -52,7 +52,7 @@ Line drawnOnce(Draw& draw) {
     }
     const std::vector<Step>& steps = isOurs ? moduleSteps() : hostSteps();
     const Step& step = steps[static_cast<std::size_t>(draw.below(static_cast<int>(steps.size())))];
-    return {step.text(draw), step.undo == Undo::kExact, *step.failure == '\0'};
+    return lineOf(step, draw);
 }
 
 /// What lacks a node is worth a try now and then.
@@ -68,7 +68,8 @@ std::vector<Line> startOf(unsigned int seed) {
     std::vector<Line> lines = faceScene();
     if (seed % 3 == 2) {
         lines.push_back(
-            {"select -clear; string $j = `joint -p -1 0 0`; joint -p 1 0.5 0; skinCluster $j base; select -clear"});
+            {"select -clear; string $j = `joint -p -1 0 0`; joint -p 1 0.5 0; skinCluster $j base; select "
+             "-clear"});
     }
     return lines;
 }
@@ -126,8 +127,8 @@ int walkSeeds(const Options& options) {
         ++found;
         explain(seed, report, options.keep);
     }
-    std::cout << "seeds " << options.firstSeed << " to " << seed - 1 << ", " << lines << " lines (" << failures
-              << " of them failed, as they may), " << found << " findings\n";
+    std::cout << "seeds " << options.firstSeed << " to " << seed - 1 << ", " << lines << " lines ("
+              << failures << " of them failed, as they may), " << found << " findings\n";
     return found == 0 ? 0 : 1;
 }
 
@@ -181,12 +182,18 @@ bool readOptions(const std::vector<std::string>& words, Options& options) {
         }
         const int number = std::atoi(value.c_str());
         if (number <= 0) return false;
-        if (words[k - 1] == "-seed") options.firstSeed = static_cast<unsigned int>(number);
-        else if (words[k - 1] == "-seeds") options.seeds = number;
-        else if (words[k - 1] == "-seconds") options.seconds = number;
-        else if (words[k - 1] == "-lines") options.lines = number;
-        else if (words[k - 1] == "-show") options.firstSeed = static_cast<unsigned int>(number), options.shows = true;
-        else return false;
+        if (words[k - 1] == "-seed")
+            options.firstSeed = static_cast<unsigned int>(number);
+        else if (words[k - 1] == "-seeds")
+            options.seeds = number;
+        else if (words[k - 1] == "-seconds")
+            options.seconds = number;
+        else if (words[k - 1] == "-lines")
+            options.lines = number;
+        else if (words[k - 1] == "-show")
+            options.firstSeed = static_cast<unsigned int>(number), options.shows = true;
+        else
+            return false;
     }
     return true;
 }

@@ -162,15 +162,24 @@ std::string selectComponents(Draw& draw) {
            "].iti[6000].ict -ct 0 -sl " + mesh.transform;
 }
 
+std::string findOriginal(Draw& draw) {
+    return "dv_meshEvaluate " + draw.anyOf({"-i ", ""}) + draw.deformed().transform;
+}
+
 std::string askOurs(Draw& draw) {
     const DeformedMesh mesh = draw.deformed();
-    return draw.anyOf({"dv_blendShapeEditWeights -gi -i " + draw.target(mesh.blendShape) + ' ' + mesh.blendShape,
-                       "dv_getBlendShapeIndices " + mesh.blendShape, "dv_meshEvaluate -i " + mesh.transform,
-                       "dv_getComponentList -at " + mesh.blendShape + ".it[0].itg[0].iti[6000].ict",
-                       "dv_blendShapeImportData -ld -fn targets.json"});
+    return draw.anyOf(
+        {"dv_blendShapeEditWeights -gi -i " + draw.target(mesh.blendShape) + ' ' + mesh.blendShape,
+         "dv_getBlendShapeIndices " + mesh.blendShape,
+         "dv_getComponentList -at " + mesh.blendShape + ".it[0].itg[0].iti[6000].ict",
+         "dv_blendShapeImportData -ld -fn targets.json"});
 }
 
 }  // namespace
+
+Line lineOf(const Step& step, Draw& draw) {
+    return {step.text(draw), step.undo == Undo::kExact, *step.failure == '\0'};
+}
 
 const std::vector<Step>& moduleSteps() {
     static const std::vector<Step> all{
@@ -192,6 +201,8 @@ const std::vector<Step>& moduleSteps() {
         {"selectComponents", selectComponents, Undo::kLeavesSomething, "the selection stays",
          "without the attribute nothing is selected"},
         {"tweaks", tweaks, Undo::kLeavesSomething, "edits that are gone are gone"},
+        {"findOriginal", findOriginal, Undo::kLeavesSomething,
+         "an original that is found elsewhere is brought back"},
         {"copyMap", copyMap, Undo::kLeavesSomething, "the map stays"},
         {"combineWeights", combineWeights, Undo::kLeavesSomething,
          "flipping, adding, subtracting and importing weights are not undone"},
@@ -213,7 +224,8 @@ const std::vector<Step>& moduleSteps() {
 std::vector<Line> faceScene() {
     std::string map =
         "createNode network -name map; addAttr -ln DELVENRegion -at message map; connectAttr bs.message "
-        "map.DELVENRegion; addAttr -ln regionLock -at long -multi map; addAttr -ln regions -dt \"string\" map;";
+        "map.DELVENRegion; addAttr -ln regionLock -at long -multi map; addAttr -ln regions -dt \"string\" "
+        "map;";
     for (const char* region : {"0", "1", "2", "3", "4", "5"}) {
         map += std::string(" addAttr -ln regionWeights") + region +
                " -dt doubleArray map; addAttr -ln regionWeightsBuffer" + region +
@@ -226,7 +238,7 @@ std::vector<Line> faceScene() {
         {"duplicate -n blink base; move -r 0 -1 0.5 blink.vtx[5] blink.vtx[6]"},
         {"blendShape -n bs smile blink base; blendShape -e -ib -t base 0 half 0.5 bs"},
         {"setAttr bs.it[0].itg[4].iti[6000].ict -type componentList 3 vtx[5] vtx[6] vtx[19]; setAttr "
-        "bs.it[0].itg[4].iti[6000].ipt -type pointArray 3 1 0 0 1 0 1 0 1 0 0 1 1"},
+         "bs.it[0].itg[4].iti[6000].ipt -type pointArray 3 1 0 0 1 0 1 0 1 0 0 1 1"},
         {"setAttr bs.it[0].itg[1].tw[5] 0.5; setAttr bs.it[0].bw[2] 0.5; setAttr bs.w[0] 0.5"},
         {"delete smile half blink; duplicate -n sculpt base; move -r 0 1 0 sculpt.vtx[6]"},
         {"dv_polyMapVertexOrder |base|baseShapeOrig", false},

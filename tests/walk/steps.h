@@ -8,7 +8,8 @@
 
 namespace delven::walk {
 
-/// How far a step can be taken back. What undo leaves behind may change what the redo of an earlier step finds.
+/// How far a step can be taken back. What undo leaves behind may change what the redo of an earlier step
+/// finds.
 enum class Undo { kExact, kLeavesSomething, kRedoDiffers };
 
 /// A kind of line, and how far it can be taken back.
@@ -19,6 +20,9 @@ struct Step {
     const char* reason = "";   // why it is not exact
     const char* failure = "";  // what stays when it fails
 };
+
+/// A line of this kind.
+Line lineOf(const Step& step, Draw& draw);
 
 /// The commands of the host.
 const std::vector<Step>& hostSteps();

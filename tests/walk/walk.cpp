@@ -111,7 +111,8 @@ std::string Line::written() const {
 
 Line Line::read(const std::string& written) {
     const std::size_t remark = written.find(kInexact);
-    return {written.substr(0, remark), remark == std::string::npos, written.find(kUnclean) == std::string::npos};
+    return {written.substr(0, remark), remark == std::string::npos,
+            written.find(kUnclean) == std::string::npos};
 }
 
 std::optional<Finding> Walk::run(const Line& line) {
@@ -148,10 +149,12 @@ std::optional<Finding> Walk::runStep(const Line& line) {
     }
     const std::size_t entries = depth() - start;
     if (entries == 0) {
-        return compare(outcome.ok ? "a change without undo" : "a change by a line that fails", line, before, after);
+        return compare(outcome.ok ? "a change without undo" : "a change by a line that fails", line, before,
+                       after);
     }
     repeat("undo", entries);
-    if (const auto finding = compare(outcome.ok ? "undo" : "undo of a line that fails", line, before, state()))
+    if (const auto finding =
+            compare(outcome.ok ? "undo" : "undo of a line that fails", line, before, state()))
         return finding;
     repeat("redo", entries);
     if (const auto finding = compare("redo", line, after, state())) return finding;
@@ -187,7 +190,8 @@ std::optional<Finding> Walk::compare(const std::string& kind, const Line& line, 
 
 Outcome Walk::runScript(const std::string& text) {
     Outcome outcome = scene_.run(text);
-    transcript_ += text + (outcome.ok ? "\n= " : "\nfails ") + outcome.value.toString() + '\n' + outcome.printed;
+    transcript_ +=
+        text + (outcome.ok ? "\n= " : "\nfails ") + outcome.value.toString() + '\n' + outcome.printed;
     for (const auto* messages : {&outcome.infos, &outcome.warnings, &outcome.errors}) {
         for (const std::string& message : *messages)
             transcript_ += "  " + message + '\n';

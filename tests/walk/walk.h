@@ -8,7 +8,8 @@
 
 namespace delven::walk {
 
-/// One line of a walk: a script, whether undo takes back all of it, and whether it changes something when it fails.
+/// One line of a walk: a script, whether undo takes back all of it, and whether it changes something when it
+/// fails.
 struct Line {
     std::string text;
     bool isExact = true;
@@ -30,10 +31,10 @@ struct Finding {
 /// - a line that fails changes nothing but what its earlier statements did, which undo takes back,
 /// - what changes the scene can be undone.
 /// The lines "undo" and "redo" walk through the queue; each scene on the way must be the one that was there.
-/// What is not exact ends the history: nothing before it is compared any more. Calls of ours are not exact where a
-/// target has no deltas (some give it a zero delta, which stays) or an original has tweaks (setting its points makes
-/// them a part of these), and nothing is any more once they ran while a target
-/// mesh was connected: deltas that they write last until that mesh changes, also by undo.
+/// What is not exact ends the history: nothing before it is compared any more. Calls of ours are not exact
+/// where a target has no deltas (some give it a zero delta, which stays) or an original has tweaks (setting
+/// its points makes them a part of these), and nothing is any more once they ran while a target mesh was
+/// connected: deltas that they write last until that mesh changes, also by undo.
 class Walk {
   public:
     enum class Checks { kEveryLine, kNone };
@@ -45,8 +46,9 @@ class Walk {
     std::optional<Finding> findStaleValue();
 
     Scene& scene() { return scene_; }
-    /// The scene as text, with what all meshes evaluate to. Component lists have an entry for each vertex, which is
-    /// how our undo writes them; meshes that target meshes left behind when they went are left out, as our undo does.
+    /// The scene as text, with what all meshes evaluate to. Component lists have an entry for each vertex,
+    /// which is how our undo writes them; meshes that target meshes left behind when they went are left out,
+    /// as our undo does.
     std::string state();
     /// All that the lines said, a line each.
     const std::string& transcript() const { return transcript_; }
