@@ -77,13 +77,16 @@ void appendRow(WeightRows& rows, int vertex, const graph::NumberMulti* weights) 
     rows.endRow(vertex);
 }
 
+/// A weight of 0 takes no element, but undo brings back one that was set by hand.
+enum class Zeros { kDropped, kKept };
+
 /// Writes one row without recording. @param present  what the vertex has now, null for nothing
 void writeRow(graph::Graph& graph, const graph::Plug& weightList, const WeightRows& rows, std::size_t row,
-              const graph::NumberMulti* present) {
+              const graph::NumberMulti* present, Zeros zeros) {
     const int vertex = rows.vertices[row];
     std::vector<std::pair<int, double>> wanted;
     for (std::size_t k = rows.starts[row]; k < rows.starts[row + 1]; ++k) {
-        if (rows.weights[k] != 0.0) wanted.emplace_back(rows.influences[k], rows.weights[k]);
+        if (zeros == Zeros::kKept || rows.weights[k] != 0.0) wanted.emplace_back(rows.influences[k], rows.weights[k]);
     }
     if (present != nullptr) {
         const std::vector<int>& indices = present->indices();
@@ -95,12 +98,13 @@ void writeRow(graph::Graph& graph, const graph::Plug& weightList, const WeightRo
         graph.setNumber(weightPlug(weightList, vertex, influence), weight);
 }
 
-void writeRows(graph::Graph& graph, const graph::NodeRef& skinCluster, const WeightRows& rows) {
+void writeRows(graph::Graph& graph, const graph::NodeRef& skinCluster, const WeightRows& rows,
+               Zeros zeros = Zeros::kDropped) {
     const graph::RecordingScope silent(graph, nullptr);
     const graph::Plug list = skinCluster->plug("weightList");
     for (std::size_t row = 0; row < rows.vertices.size(); ++row) {
         const graph::Slot* slot = rowSlot(skinCluster->slot(list.key()), rows.vertices[row]);
-        writeRow(graph, list, rows, row, slot != nullptr ? weightsOf(*slot) : nullptr);
+        writeRow(graph, list, rows, row, slot != nullptr ? weightsOf(*slot) : nullptr, zeros);
     }
 }
 
@@ -190,7 +194,7 @@ void setWeightRows(graph::Graph& graph, const graph::NodeRef& skinCluster, const
     writeRows(graph, skinCluster, rows);
     graph.recorder()->add(
         [skinCluster, before, list, fresh = std::move(fresh)](graph::Graph& scene) {
-            writeRows(scene, skinCluster, *before);
+            writeRows(scene, skinCluster, *before, Zeros::kKept);
             const graph::RecordingScope silent(scene, nullptr);
             for (auto vertex = fresh.rbegin(); vertex != fresh.rend(); ++vertex)
                 scene.removeElement(list.element(*vertex));
