@@ -3,6 +3,9 @@
 #include <cstdio>
 #include <filesystem>
 #include <sstream>
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
 
 #include "geometry/textFile.h"
 #include "host/commandsFixture.h"
@@ -195,6 +198,39 @@ TEST_F(FileCommand, NamesImportedMeshesAfterTheObjectsOrTheFile) {
                        "-options \"mo=1\" -pr -rnn \"" +
                        plain + "\""),
               "|my_face_3 |my_face_3|my_face_Shape3");
+}
+
+TEST_F(FileCommand, RunsAndOpensNothingThatAFileNames) {
+    std::string text = "mtllib " + path("pipe") + "\n";
+    for (const char* name : {"a; createNode transform -n run", "`delete box`", "\"); delete box; (\"", "$(touch run)",
+                             "box", "|box", "..", "../../up", "-n", "\\"}) {
+        text += std::string("o ") + name + "\nusemtl ../m\n" + kTriangle + "f -3 -2 -1\n";
+    }
+    const std::string file = written("names.obj", text);
+    host_.addCube("box");
+#if !defined(_WIN32)
+    // Whoever opens it to read waits for somebody who writes.
+    ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+#endif
+    host_.ok("file -import \"" + file + "\"");
+    EXPECT_EQ(host_.ok("size(`ls -type mesh`)"), "11");
+    EXPECT_EQ(host_.ok("objExists box"), "1");
+    EXPECT_EQ(host_.ok("objExists run"), "0");
+    EXPECT_FALSE(std::filesystem::exists(path("run")) || std::filesystem::exists(path("m")));
+}
+
+TEST_F(FileCommand, DumpsTheSceneAsTheSameTextToAResultAndAFile) {
+    host_.ok("polyPlane -n tile -sx 1 -sy 1 -ch 0; addAttr -ln note -dt \"string\" tile");
+    host_.ok("setAttr tile.note -type \"string\" \"two\\nlines \\\"quoted\\\"\"; setAttr -l 1 tile.tx; select -cl");
+    const std::string text = host_.ok("headlessDump");
+    EXPECT_NE(text.find("|tile.note = string \"two\\nlines \\\"quoted\\\"\"\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("|tile|tileShape.inMesh = mesh points -0.5 0 0.5 0.5 0 0.5"), std::string::npos) << text;
+    EXPECT_NE(text.find("state |tile.translate.translateX locked keyable\n"), std::string::npos) << text;
+    EXPECT_EQ(host_.ok("headlessDump -f \"" + path("scene.txt") + "\""), path("scene.txt"));
+    EXPECT_EQ(geometry::readTextFile(path("scene.txt")).text, text);
+    host_.ok("setAttr -l 0 tile.tx; setAttr tile.tx 0.1");
+    EXPECT_EQ(dumpDifference(text, host_.ok("headlessDump")),
+              "- state |tile.translate.translateX locked keyable\n+ |tile.translate.translateX = 0.1\n");
 }
 
 TEST_F(FileCommand, UndoesAndRedoesAnImport) {
