@@ -209,6 +209,7 @@ class Graph {
     Plug connectedSource(const Plug& plug) const;
     Plug origin(const Plug& plug, std::vector<ValueKind>& passed);
     ComputedValue computed(const Plug& plug);
+    void computeUpstream(Node& node);
     void writeNumber(const Plug& plug, double value);
     /// These five are recorded steps.
     void writeAgain(const Plug& plug, double value);
@@ -246,6 +247,7 @@ class Graph {
     std::set<std::string> missing_;  // names of nodes that steps did not find
     ChangeList* recorder_ = nullptr;
     std::recursive_mutex evaluation_;
+    int evaluationDepth_ = 0;  // nodes being computed, each for the one before
 };
 
 /// Sets the recorder for a scope; a null recorder suspends recording.

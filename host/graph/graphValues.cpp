@@ -10,6 +10,9 @@ namespace host::graph {
 
 namespace {
 
+/// Nodes that are computed for one another before the rest is computed from the far end.
+constexpr int kDeepEvaluation = 50;
+
 /// What a kind keeps of a number.
 double stored(ValueKind kind, double value) {
     switch (kind) {
@@ -124,14 +127,66 @@ ComputedValue Graph::computed(const Plug& plug) {
     Node::CachedOutput& cached = node.outputs_[plug.key()];
     // A cycle yields the value of the evaluation before.
     if (cached.version == node.version_ || cached.isComputing) return cached.value;
-    cached.isComputing = true;
+    // Memory may run out in between.
+    struct Computing {
+        Computing(bool& flag, int& level) : isComputing(flag), depth(level) {
+            isComputing = true;
+            ++depth;
+        }
+        ~Computing() {
+            isComputing = false;
+            --depth;
+        }
+        Computing(const Computing&) = delete;
+        Computing& operator=(const Computing&) = delete;
+        bool& isComputing;
+        int& depth;
+    };
+    const Computing computing(cached.isComputing, evaluationDepth_);
+    if (evaluationDepth_ > kDeepEvaluation) computeUpstream(node);
     const std::uint64_t version = node.version_;
     node.isClean_.store(true, std::memory_order_release);
-    ComputedValue value = compute(*this, plug);
-    cached.value = std::move(value);
+    cached.value = compute(*this, plug);
     cached.version = version;
-    cached.isComputing = false;
     return cached.value;
+}
+
+/// Computes what feeds a node from the far end on, so that computing the node itself finds it. Chains may be
+/// longer than the machine's stack is deep. What the node would not have asked for is computed, too.
+void Graph::computeUpstream(Node& node) {
+    struct Ahead {
+        Plug plug;
+        bool isReady;  // what feeds its node was computed
+    };
+    std::vector<Ahead> ahead;
+    std::set<std::pair<const Node*, PlugKey>> seen;
+    const auto addSources = [&](const Node& destination) {
+        for (const auto& entry : destination.incoming_) {
+            if (seen.emplace(entry.second.node, entry.second.key).second)
+                ahead.push_back({Plug(entry.second.node->ref(), entry.second.key), false});
+        }
+    };
+    struct FromZero {
+        explicit FromZero(int& level) : depth(level), before(std::exchange(level, 0)) {}
+        ~FromZero() { depth = before; }
+        FromZero(const FromZero&) = delete;
+        FromZero& operator=(const FromZero&) = delete;
+        int& depth;
+        int before;
+    };
+    const FromZero scope(evaluationDepth_);
+    addSources(node);
+    while (!ahead.empty()) {
+        const Plug plug = ahead.back().plug;
+        const bool isOutput = plug.attribute().isOutput();
+        if (ahead.back().isReady || (isOutput && isCurrent(plug))) {
+            ahead.pop_back();
+            if (isOutput) computed(plug);
+        } else {
+            ahead.back().isReady = true;
+            addSources(*plug.node());
+        }
+    }
 }
 
 void Graph::markDirty(Node& node) {

@@ -86,7 +86,8 @@ void writeRow(graph::Graph& graph, const graph::Plug& weightList, const WeightRo
     const int vertex = rows.vertices[row];
     std::vector<std::pair<int, double>> wanted;
     for (std::size_t k = rows.starts[row]; k < rows.starts[row + 1]; ++k) {
-        if (zeros == Zeros::kKept || rows.weights[k] != 0.0) wanted.emplace_back(rows.influences[k], rows.weights[k]);
+        if (zeros == Zeros::kKept || rows.weights[k] != 0.0)
+            wanted.emplace_back(rows.influences[k], rows.weights[k]);
     }
     if (present != nullptr) {
         const std::vector<int>& indices = present->indices();

@@ -68,6 +68,22 @@ TEST_F(Limits, SkeletonsMayBeDeeperThanTheStack) {
     EXPECT_EQ(outcome.output, "4000\n2.5\n");
 }
 
+TEST_F(Limits, ChainsOfConnectionsMayBeLongerThanTheStack) {
+    const Outcome outcome = runLimited(
+        "ulimit -s 1024", "-noAutoloadPlugins -script",
+        "polyCube -n s0 -ch 0; rename sShape0 s0Shape; int $i;\n"
+        "for ($i = 1; $i < 4000; $i++) {\n"
+        "  createNode mesh -n (\"s\" + $i + \"Shape\");\n"
+        "  connectAttr (\"s\" + ($i - 1) + \"Shape.outMesh\") (\"s\" + $i + \"Shape.inMesh\");\n"
+        "}\n"
+        "print (size(`ls \"s3999Shape.vtx[*]\" -fl`) + \"\\n\");\n"
+        "move -r 0 1 0 s0.vtx[0]; float $p[] = `pointPosition s3999Shape.vtx[0]`; print ($p[1] + \"\\n\");\n"
+        "delete s2000Shape; undo; $p = `pointPosition s3999Shape.vtx[0]`; print ($p[1] + \"\\n\");\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.messages, "");
+    EXPECT_EQ(outcome.output, "8\n0.5\n0.5\n");
+}
+
 /// A procedure that calls itself inside other things without end.
 struct Recursion {
     std::string name;

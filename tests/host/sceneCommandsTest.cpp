@@ -202,8 +202,8 @@ TEST_F(FileCommand, NamesImportedMeshesAfterTheObjectsOrTheFile) {
 
 TEST_F(FileCommand, RunsAndOpensNothingThatAFileNames) {
     std::string text = "mtllib " + path("pipe") + "\n";
-    for (const char* name : {"a; createNode transform -n run", "`delete box`", "\"); delete box; (\"", "$(touch run)",
-                             "box", "|box", "..", "../../up", "-n", "\\"}) {
+    for (const char* name : {"a; createNode transform -n run", "`delete box`", "\"); delete box; (\"",
+                             "$(touch run)", "box", "|box", "..", "../../up", "-n", "\\"}) {
         text += std::string("o ") + name + "\nusemtl ../m\n" + kTriangle + "f -3 -2 -1\n";
     }
     const std::string file = written("names.obj", text);
@@ -221,10 +221,13 @@ TEST_F(FileCommand, RunsAndOpensNothingThatAFileNames) {
 
 TEST_F(FileCommand, DumpsTheSceneAsTheSameTextToAResultAndAFile) {
     host_.ok("polyPlane -n tile -sx 1 -sy 1 -ch 0; addAttr -ln note -dt \"string\" tile");
-    host_.ok("setAttr tile.note -type \"string\" \"two\\nlines \\\"quoted\\\"\"; setAttr -l 1 tile.tx; select -cl");
+    host_.ok(
+        "setAttr tile.note -type \"string\" \"two\\nlines \\\"quoted\\\"\"; setAttr -l 1 tile.tx; select "
+        "-cl");
     const std::string text = host_.ok("headlessDump");
     EXPECT_NE(text.find("|tile.note = string \"two\\nlines \\\"quoted\\\"\"\n"), std::string::npos) << text;
-    EXPECT_NE(text.find("|tile|tileShape.inMesh = mesh points -0.5 0 0.5 0.5 0 0.5"), std::string::npos) << text;
+    EXPECT_NE(text.find("|tile|tileShape.inMesh = mesh points -0.5 0 0.5 0.5 0 0.5"), std::string::npos)
+        << text;
     EXPECT_NE(text.find("state |tile.translate.translateX locked keyable\n"), std::string::npos) << text;
     EXPECT_EQ(host_.ok("headlessDump -f \"" + path("scene.txt") + "\""), path("scene.txt"));
     EXPECT_EQ(geometry::readTextFile(path("scene.txt")).text, text);
