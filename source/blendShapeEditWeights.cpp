@@ -325,7 +325,8 @@ CallOutcome blendShapeEditWeights::flip() {
 CallOutcome blendShapeEditWeights::findMirrored(bool flips) {
     MIntArray partners;
     MString error;
-    if (!findPartners(search_, stored_.vertices, partners, error)) return CallOutcome::refused(error);
+    if (!checkSearch(search_, error) || !findPartners(search_, stored_.vertices, partners, error))
+        return CallOutcome::refused(error);
     WeightList weights;
     unsigned int skippedCount = 0;
     for (unsigned int k = 0; k < partners.length(); ++k) {
@@ -403,13 +404,11 @@ CallOutcome blendShapeEditWeights::writeFrozen(TargetEditor& targets) {
     savedItem_.forget();
     if (hasTargetItem(targets.blendShape(), target_, item_)) savedItem_.save(targets, target_, item_);
     CallOutcome outcome;
-    std::size_t writtenCount = 0;
     for (const FrozenItem& frozen : frozen_) {
         before.push_back(targets.read(target_, frozen.item));
         outcome = targets.initialiseEmpty(target_, frozen.item, before.back());
         if (outcome.isDone()) outcome = targets.write(target_, frozen.item, frozen.deltas);
         if (!outcome.isDone()) break;
-        ++writtenCount;
     }
     if (outcome.isDone() && !clearElements(getWeightsPlug(targets.blendShape(), target_))) {
         outcome =
@@ -417,7 +416,7 @@ CallOutcome blendShapeEditWeights::writeFrozen(TargetEditor& targets) {
     }
     if (outcome.isDone()) return outcome;
     // The weights stay, so that no item must have them in its deltas.
-    for (std::size_t k = 0; k < writtenCount; ++k)
+    for (std::size_t k = 0; k < before.size(); ++k)
         targets.write(target_, frozen_[k].item, before[k]);
     hasChanged_ = false;
     return outcome;

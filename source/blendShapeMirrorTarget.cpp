@@ -94,10 +94,11 @@ CallOutcome blendShapeMirrorTarget::edit() {
     if (blendShape.isNull() || !search_.mesh.isAlive()) return CallOutcome::failed(kBlendShapeOrMeshGone);
     TargetEditor targets(blendShape);
     CallOutcome outcome = checkTargets(targets);
+    MString error;
+    if (outcome.isDone() && !checkSearch(search_, error)) return CallOutcome::refused(error);
     if (outcome.isDone()) outcome = readSource(targets);
     if (!outcome.isDone()) return outcome;
     MIntArray partners;
-    MString error;
     if (!findPartners(search_, source_.vertices, partners, error)) {
         // A zero delta in an empty target stays, an in-between for nothing does not.
         if (hasNewItem_) destination_.restore();

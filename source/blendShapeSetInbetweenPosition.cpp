@@ -1,6 +1,7 @@
 #include "blendShapeSetInbetweenPosition.h"
 
 #include <maya/MArgDatabase.h>
+#include <maya/MFnDependencyNode.h>
 
 const CommandInfo& blendShapeSetInbetweenPosition::info() {
     static const CommandInfo description{
@@ -36,12 +37,19 @@ CallOutcome blendShapeSetInbetweenPosition::edit() {
     outcome = targets.initialiseEmpty(target_, oldItem_, deltas_);
     if (!outcome.isDone()) return outcome;
     companions_.read(blendShape, target_, oldItem_);
-    hasMoved_ = true;
     removeTargetItem(blendShape, target_, oldItem_);
+    if (hasTargetItem(blendShape, target_, oldItem_)) {
+        return CallOutcome::refused(MString("Item ") + oldItem_ + " in target " + target_ + " of " +
+                                    MFnDependencyNode(blendShape).name() +
+                                    " cannot be removed. Unlock it first.");
+    }
+    hasMoved_ = true;
     ItemCompanions::removeInfo(blendShape, target_, oldItem_);
     removeDestination(blendShape);
-    outcome = put(targets, newItem_);
+    outcome = targets.write(target_, newItem_, deltas_);
     if (outcome.isDone()) {
+        // The mesh comes last, so that the deltas are not taken for those of another mesh.
+        companions_.write(blendShape, target_, newItem_);
         setResult(1);
     } else {
         // A failure is not passed on: the host would not queue the call, and nothing could bring the deltas
@@ -58,13 +66,6 @@ void blendShapeSetInbetweenPosition::removeDestination(const MObject& blendShape
     ItemCompanions::removeInfo(blendShape, target_, newItem_);
 }
 
-/// The mesh comes last, so that the deltas are not taken for those of another mesh.
-CallOutcome blendShapeSetInbetweenPosition::put(TargetEditor& targets, int item) const {
-    CallOutcome outcome = targets.write(target_, item, deltas_);
-    if (outcome.isDone()) companions_.write(targets.blendShape(), target_, item);
-    return outcome;
-}
-
 CallOutcome blendShapeSetInbetweenPosition::restore() {
     const MObject blendShape = aliveObject(blendShape_);
     if (!hasMoved_ || blendShape.isNull()) return CallOutcome();
@@ -73,5 +74,8 @@ CallOutcome blendShapeSetInbetweenPosition::restore() {
     ItemCompanions::removeInfo(blendShape, target_, newItem_);
     TargetEditor targets(blendShape);
     targets.keepQuiet();
-    return put(targets, oldItem_);
+    CallOutcome outcome = targets.write(target_, oldItem_, deltas_);
+    // Whatever became of the deltas, which may be locked by now.
+    companions_.write(blendShape, target_, oldItem_);
+    return outcome;
 }

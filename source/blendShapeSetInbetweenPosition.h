@@ -28,7 +28,6 @@ class blendShapeSetInbetweenPosition : public CommandOf<blendShapeSetInbetweenPo
 
   private:
     void removeDestination(const MObject& blendShape) const;
-    CallOutcome put(TargetEditor& targets, int item) const;
 
     int target_ = 0;
     int oldItem_ = kFullItem;

@@ -7,6 +7,7 @@
 #include <random>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -37,6 +38,19 @@ fs::path nameBeside(const fs::path& file) {
 /// would hit the file itself as well, and cost what is in it.
 bool isFolderClosed(int code) {
     return code == EACCES || code == EPERM || code == EROFS;
+}
+
+/// @return whether all of it arrived
+bool copyContent(const fs::path& from, const fs::path& to) {
+    std::ifstream source(from, std::ios::binary);
+    std::ofstream target(to, std::ios::binary | std::ios::trunc);
+    std::vector<char> block(std::size_t{1} << 20);
+    while (source.good() && target.good()) {
+        source.read(block.data(), static_cast<std::streamsize>(block.size()));
+        target.write(block.data(), source.gcount());
+    }
+    target.close();
+    return source.eof() && !source.bad() && target.good();
 }
 
 }  // namespace
@@ -148,12 +162,7 @@ bool OutputFile::replace() {
         return true;
     }
     // A file of another user in a shared folder, say: it may be written, but not replaced.
-    std::ifstream from(beside_, std::ios::binary);
-    std::ofstream to(file_, std::ios::binary | std::ios::trunc);
-    // Handing on nothing would count as a failure.
-    if (from.peek() != std::ifstream::traits_type::eof()) to << from.rdbuf();
-    to.close();
-    if (from.is_open() && !from.bad() && to.good()) return true;
+    if (copyContent(beside_, file_)) return true;
     // What the old file held may be lost: the new one beside it is all that there is.
     beside_.clear();
     return false;

@@ -330,8 +330,8 @@ CallOutcome editRegionMap::importMap(RegionNode& node, unsigned int vertexCount)
         return CallOutcome::refused(lineText(fileName_, content.malformedLine, "six weights"));
     if (content.vertexCount() != vertexCount) return CallOutcome::refused(kCountError);
     MString error;
-    if (!node.writeSettings(content.settings, error)) return CallOutcome::refused(error);
-    MStatus status;
+    MStatus status = node.checkWeights();
+    if (status && !node.writeSettings(content.settings, error)) return CallOutcome::refused(error);
     for (std::size_t k = 0; status && k < kRegionCount; ++k)
         status = node.writeRegion(k, MDoubleArray(content.weights[k].data(), vertexCount));
     return written(status);

@@ -50,19 +50,21 @@ bool readSearchMeshes(const MString& name, const MString& orderName, const MStri
     return true;
 }
 
-bool findPartners(const PartnerSearch& search, const MIntArray& vertices, MIntArray& partners,
-                  MString& error) {
+bool checkSearch(const PartnerSearch& search, MString& error) {
     if (!search.mesh.isAlive()) {
         error = kMeshError;
         return false;
     }
+    MFloatPointArray points;
+    return search.isOrderBased ? hasUsableMap(search, error) : readMeshPoints(search.mesh, points, error);
+}
+
+bool findPartners(const PartnerSearch& search, const MIntArray& vertices, MIntArray& partners,
+                  MString& error) {
     if (search.isOrderBased) {
-        if (!hasUsableMap(search, error)) return false;
         partners = mapIndicesByVertexOrder(search.orderMesh.path(), vertices);
         return true;
     }
-    MFloatPointArray points;
-    if (!readMeshPoints(search.mesh, points, error)) return false;
     partners = mirrorIndicesByPosition(search.mesh.path(), search.axis, vertices, search.tolerance);
     if (partners.length() == vertices.length()) return true;
     error = countMismatch(vertices.length(), partners.length());

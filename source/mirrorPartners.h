@@ -25,10 +25,13 @@ struct PartnerSearch {
 bool readSearchMeshes(const MString& name, const MString& orderName, const MString& furtherName,
                       PartnerSearch& search, MeshObject& further, MString& error);
 
-/// The mirror partner of each listed vertex.
+/// Whether there is something to search: for a search by position the mesh has points, for an order-based
+/// one the map exists and was made for this vertex count. To be asked before a command changes anything.
+bool checkSearch(const PartnerSearch& search, MString& error);
+
+/// The mirror partner of each listed vertex, after checkSearch.
 /// @param partners  one entry per vertex; -1 for a vertex without partner: by position none is
-/// @param error     why the partners cannot be had: the map is missing or was made for another
-///                  vertex count, or the positions do not give one partner for each vertex
+/// @param error     why the partners cannot be had: the positions do not give one for each vertex
 bool findPartners(const PartnerSearch& search, const MIntArray& vertices, MIntArray& partners,
                   MString& error);
 

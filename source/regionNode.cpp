@@ -26,6 +26,17 @@ MStatus writeArray(const MObject& node, const MString& attribute, const MDoubleA
     return plug.setValue(data);
 }
 
+/// Whether the six arrays can be written: all or none of a map.
+/// @param isByValue  what feeds an array keeps it from taking a value, but not from being connected anew
+bool areFree(const MObject& node, const char* arrays, bool isByValue) {
+    const MFnDependencyNode attributes(node);
+    for (std::size_t region = 0; region < kRegionCount; ++region) {
+        const MPlug plug = attributes.findPlug(arrayName(arrays, region), false);
+        if (plug.isLocked() || (isByValue && plug.isDestination())) return false;
+    }
+    return true;
+}
+
 MDoubleArray readArray(const MObject& node, const MString& attribute) {
     MObject data;
     MFnDependencyNode(node).findPlug(attribute, false).getValue(data);
@@ -109,8 +120,12 @@ RegionMap RegionNode::readMap() const {
     return RegionMap(std::move(weights));
 }
 
+MStatus RegionNode::checkWeights() const {
+    return areFree(node_, kWeights, true) ? MS::kSuccess : MS::kFailure;
+}
+
 MStatus RegionNode::writeMap(const RegionMap& map) {
-    MStatus status;
+    MStatus status = checkWeights();
     for (std::size_t region = 0; status && region < kRegionCount; ++region)
         status = writeRegion(region, map.region(region));
     return status;
@@ -133,7 +148,7 @@ bool RegionNode::hasBuffers(MString& error) const {
 
 /// A destination keeps what a connection has brought when it is broken: so each array is copied.
 MStatus RegionNode::copyArrays(const char* from, const char* to) {
-    MStatus status;
+    MStatus status = areFree(node_, to, false) ? MS::kSuccess : MS::kFailure;
     const MFnDependencyNode node(node_);
     for (std::size_t region = 0; status && region < kRegionCount; ++region) {
         const MString source = arrayName(from, region);
@@ -165,7 +180,8 @@ MStatus RegionNode::restore(MString& error) {
         error = name_ + " has no stored regions to restore. Store them first, with -restore 0.";
         return MS::kFailure;
     }
-    MStatus status = copyArrays(kBuffer, kWeights);
+    // The buffers are emptied by value afterwards.
+    MStatus status = areFree(node_, kBuffer, true) ? copyArrays(kBuffer, kWeights) : MS::kFailure;
     for (std::size_t region = 0; status && region < kRegionCount; ++region)
         status = writeArray(node_, arrayName(kBuffer, region), MDoubleArray());
     return status;

@@ -44,8 +44,11 @@ class RegionNode {
     const RegionLocks& locks() const { return locks_; }
 
     RegionMap readMap() const;
-    /// Ends with the first array that cannot be written.
+    /// Writes nothing where one of the arrays is locked or connected; ends with the first that fails
+    /// otherwise.
     MStatus writeMap(const RegionMap& map);
+    /// Whether all regions can be written: locks and connections are looked at, nothing changes.
+    MStatus checkWeights() const;
 
     MDoubleArray readRegion(std::size_t region) const;
     MStatus writeRegion(std::size_t region, const MDoubleArray& weights);

@@ -63,8 +63,7 @@ std::vector<Call> editWeightsCalls() {
             "FreezeALockedEmptyItem",
             "setAttr bs.it[0].itg[2].tw[1] 0.5; setAttr bs.it[0].itg[2].iti[6000].ict -type componentList 0; "
             "setAttr -lock 1 bs.it[0].itg[2].iti[6000].ipt;",
-            command + "-f -i 2 bs", {"Error setting points for empty target."},
-            "setAttr bs.it[0].itg[2].iti[6000].ict -type componentList 1 vtx[0]"),
+            command + "-f -i 2 bs", {"Error setting points for empty target."}),
         refusedCall("ExportNoWeights", "", command + "-ex -fn weights.json bs", "No weights to export"),
         refusedCall("ExportNoPaint", painted, command + "-ex -fp -fn weights.json bs",
                     "No weights to export"),

@@ -47,6 +47,10 @@ std::vector<Call> mirrorCalls() {
             "MirrorWithoutPartners", "", onBase + "-tol -1 bs",
             "Unable to find 3 mirrored points. Please increase the tolerance to account for non-symmetrical "
             "points."),
+        refusedCall("MirrorAnEmptyTargetWithoutMap", "setAttr bs.w[2] 0;", onBase + "-ob \"\" -si 2 -ti 2 bs",
+                    "Vertex order map attribute is not available."),
+        refusedCall("MirrorOntoAnEmptyTargetWithoutMap", "setAttr bs.w[2] 0;",
+                    onBase + "-ob \"\" -t 2 -ti 2 bs", "Vertex order map attribute is not available."),
         refusedCall("MirrorWithoutMap", "", onBase + "-ob \"\" bs",
                     "Vertex order map attribute is not available."),
         refusedCall("MirrorWithAMapOfAnotherLength",
