@@ -80,11 +80,18 @@ INSTANTIATE_TEST_SUITE_P(
         Edit{"Flip", "-flp", "1 0.25 2 0.75 4 0.125 7 0.3 "},
         // On the plane one half, or 1 where it is less; the rest of the side beside it.
         Edit{"Trim", "-t", "0 0.125 2 0.5 "}, Edit{"TrimOtherSide", "-t -dir 0", "2 0.5 3 0.25 "},
-        Edit{"TrimWideTolerance", "-t -tol 1", "0 0.125 2 0.5 "}, Edit{"TrimOtherAxis", "-t -ax y", "2 0.5 "},
+        Edit{"TrimWideTolerance", "-t -tol 2.5", "2 0.5 "}, Edit{"TrimOtherAxis", "-t -ax y", "2 0.5 "},
         Edit{"Set", "-sw -wi 4 -w 0.5 -wi 1 -w 0.999995 -wi 2 -w 1", "4 0.5 "},
+        Edit{"SetNearlyOne", "-sw -wi 4 -w 0.99995 -wi 1 -w 0.5", "1 0.5 4 0.99995 "},
         Edit{"SetAllOnes", "-sw -wi 4 -w 1.5 -wi 1 -w 0.5", ""}, Edit{"FlushOne", "-fl 1", ""},
         Edit{"FlushMinusOne", "-fl -1", ""}, Edit{"Delete", "-del", ""}),
     [](const auto& tested) { return std::string(tested.param.name); });
+
+TEST_F(EditWeights, TrimRoundsToFiveDecimalsBeforeItComparesWithAHalf) {
+    store({{2, 0.499997}, {7, 0.499994}});
+    edit("-t");
+    EXPECT_EQ(weights(), "2 0.5 ");
+}
 
 TEST_F(EditWeights, InvertKeepsValuesOfOneWhenAsked) {
     store({{3, 0.0}});
@@ -215,6 +222,10 @@ TEST_F(EditWeights, AddingAndSubtractingStayBetweenZeroAndOne) {
     EXPECT_EQ(weights(), "0 0.75 2 0.500004 3 0.125 ") << "not undone";
     edit("-sub -fn \"" + writeScratchFile("change.txt", "0 1\n1 0.25\n3 0.0625") + "\"");
     EXPECT_EQ(weights(), "0 0 1 0.75 2 0.500004 3 0.0625 ");
+    edit("-sub -fn \"" + writeScratchFile("change.txt", "1 0.750004\n3 0.0626") + "\"");
+    EXPECT_NEAR(scene_.mel("getAttr bs.it[0].itg[0].tw[1]").toFloat(), -0.000004, 1e-7)
+        << "0 when it is rounded, and so not clamped";
+    EXPECT_EQ(scene_.mel("getAttr bs.it[0].itg[0].tw[3]").toFloat(), 0.0);
 }
 
 TEST_F(EditWeights, PaintComesFromVertexColoursAndGoesThere) {
@@ -261,7 +272,7 @@ TEST_F(EditWeights, TheHostsToolPaintsOnAnAttribute) {
 TEST_F(EditWeights, WeightsGoToASkinInfluenceAndComeBack) {
     scene_.mel(
         "select -clear; joint -n low; select -clear; joint -n high; skinCluster -n skin low high base;"
-        "skinPercent -tv low 1 skin base.vtx[*]");
+        "skinPercent -tv low 0.5 -tv high 0.5 skin base.vtx[*]");
     store({{3, 0.25}, {7, 0.5}});
     const auto influence = [&](int vertex) {
         return scene_.mel("skinPercent -q -v skin base.vtx[" + std::to_string(vertex) + "]").toFloatArray();
@@ -281,7 +292,7 @@ TEST_F(EditWeights, WeightsGoToASkinInfluenceAndComeBack) {
     scene_.mel("redo; undoInfo -stateWithoutFlush off; delete bs; undoInfo -stateWithoutFlush on");
     EXPECT_NEAR(influence(3)[1], 0.25 / 1.25, 1e-6);
     scene_.mel("undo");
-    EXPECT_EQ(influence(3)[1], 0.0) << "the skin needs no blend shape to be put back";
+    EXPECT_EQ(influence(3)[1], 0.5) << "the skin needs no blend shape to be put back";
 }
 
 TEST_F(EditWeights, NodesDeletedByHandDoNoHarm) {

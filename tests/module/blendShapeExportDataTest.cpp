@@ -55,11 +55,13 @@ TEST(BlendShapeExportData, WritesTheTargetsInTheOrderAsked) {
 TEST(BlendShapeExportData, LeavesOutWhatHasNoDataWithoutAStrayComma) {
     Scene scene;
     addBlendShape(scene);
-    // An item without anything, and one with a point too few.
+    // An item without anything, one with a point too few, and one with a point too many.
     scene.mel(
         "setAttr bs.it[0].itg[4].iti[6000].ict -type componentList 0;"
         "setAttr bs.it[0].itg[0].iti[5100].ict -type componentList 2 vtx[0] vtx[1];"
-        "setAttr bs.it[0].itg[0].iti[5100].ipt -type pointArray 1 1 1 1 1");
+        "setAttr bs.it[0].itg[0].iti[5100].ipt -type pointArray 1 1 1 1 1;"
+        "setAttr bs.it[0].itg[0].iti[5200].ict -type componentList 1 vtx[6];"
+        "setAttr bs.it[0].itg[0].iti[5200].ipt -type pointArray 2 1 2 3 1 4 5 6 1");
     const std::string path = scratchFile("gaps.json");
     Outcome outcome = exportData(scene, "-i 9 -i 0 -i 4 -i 7 -cn a -cn b -cn c -cn d", path);
     EXPECT_EQ(outcome.value.toInt(), 1);
@@ -71,6 +73,7 @@ TEST(BlendShapeExportData, LeavesOutWhatHasNoDataWithoutAStrayComma) {
     const std::string text = fileBytes(path);
     EXPECT_NE(text.find("\t\t\t}\n\t\t}\n\t},\n\t\"4\": {"), std::string::npos) << text;
     EXPECT_NE(text.find("[0, 0.25, 0]\n\t\t\t}\n\t\t}\n\t}\n}"), std::string::npos) << text;
+    EXPECT_NE(text.find("\"5200\": {\n\t\t\t\t\"6\": [1, 2, 3]\n\t\t\t}"), std::string::npos) << text;
     EXPECT_EQ(text.find("\"7\": {"), std::string::npos) << text;
 }
 

@@ -217,6 +217,13 @@ TEST_F(MirrorTarget, ScaleNarrowsTheMatchOnly) {
         << "7 counts as lying on the plane";
 }
 
+TEST_F(MirrorTarget, ATenthOfTheToleranceTellsWhatLiesOnThePlane) {
+    scene_.mel("setAttr baseShapeOrig.pnts[7].pntx 0.0003; setAttr baseShapeOrig.pnts[12].pntx 0.00005");
+    setDeltas(2, "2 vtx[7] vtx[12]", "2 4 5 6 1 4 5 6 1");
+    mirror("-si 2 -ti 2 -tol 0.001");
+    EXPECT_EQ(deltas(scene_, 2, 6000), "7 -4 5 6\n12 0 5 6\n");
+}
+
 TEST_F(MirrorTarget, DeltasBeyondTheMeshHaveNoPartner) {
     setDeltas(0, "2 vtx[3] vtx[4000000]", "2 0 1 0 1 0 2 0 1");
     EXPECT_EQ(call("").errors,
@@ -225,6 +232,8 @@ TEST_F(MirrorTarget, DeltasBeyondTheMeshHaveNoPartner) {
     scene_.mel("dv_polyMapVertexOrder baseShapeOrig");
     EXPECT_EQ(call("-ob \"\"").infos, Strings{"Skipped 1 asymmetrical components."});
     EXPECT_EQ(deltas(scene_, 0, 6000), "1 0 1 0\n3 0 1 0\n4000000 0 2 0\n");
+    EXPECT_EQ(call("-ob \"\" -t 2 -ti 4").infos, Strings{"Skipped 1 asymmetrical components."});
+    EXPECT_EQ(deltas(scene_, 4, 6000), "3 0 1 0\n1 0 1 0\n") << "they stay only in place";
 }
 
 TEST_F(MirrorTarget, NodesDeletedByHandDoNoHarm) {

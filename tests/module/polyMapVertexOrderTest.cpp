@@ -48,6 +48,18 @@ TEST_P(MapOfEveryMesh, PairsVerticesBothWaysAndCountsItsGaps) {
 INSTANTIATE_TEST_SUITE_P(Zoo, MapOfEveryMesh, ::testing::ValuesIn(zoo::allMeshes()),
                          [](const auto& test) { return test.param.name; });
 
+/// What lay along x lies along another axis then.
+Mesh turned(Mesh mesh, int axis) {
+    for (int vertex = 0; vertex < mesh.vertexCount(); ++vertex) {
+        const host::geometry::Vec3 before = mesh.point(vertex);
+        host::geometry::Vec3 after = before;
+        for (const int k : {0, 1, 2})
+            after[(k + axis) % 3] = before[k];
+        mesh.setPoint(vertex, after);
+    }
+    return mesh;
+}
+
 struct Symmetric {
     std::string name;
     Mesh mesh;
@@ -85,6 +97,8 @@ INSTANTIATE_TEST_SUITE_P(
                       Symmetric{"sphere", zoo::sphereWithPoles(), "x"},
                       Symmetric{"sphereAcrossZ", zoo::sphereWithPoles(), "z"},
                       Symmetric{"fan", zoo::fan(), "x"}, Symmetric{"pair", zoo::mirroredShellPair(), "x"},
+                      Symmetric{"pairAcrossY", turned(zoo::mirroredShellPair(), 1), "y"},
+                      Symmetric{"pairAcrossZ", turned(zoo::mirroredShellPair(), 2), "z"},
                       Symmetric{"shuffledPair", zoo::shuffled(zoo::mirroredShellPair(), 3), "x"},
                       Symmetric{"head", zoo::shuffledHead(), "x"}),
     [](const auto& test) { return test.param.name; });
@@ -93,6 +107,21 @@ TEST_F(MapVertexOrder, AnyOtherAxisTextIsX) {
     add(twoQuads());
     EXPECT_EQ(result("-axis w base"), 1);
     EXPECT_EQ(map(), Ints({2, 1, 0, 5, 4, 3}));
+}
+
+TEST_F(MapVertexOrder, ATransformStandsForItsFirstChild) {
+    add(twoQuads());
+    scene_.addMesh("other", twoQuads());
+    scene_.mel("parent -shape -relative otherShape base");
+    EXPECT_EQ(result("base"), 1);
+    EXPECT_TRUE(hasMap("baseShape"));
+    EXPECT_FALSE(hasMap("otherShape"));
+}
+
+TEST_F(MapVertexOrder, KeepsTheMapWhereNoEditorShowsIt) {
+    add(twoQuads());
+    result("base");
+    EXPECT_EQ(scene_.mel("attributeQuery -node baseShape -hidden dvVertexOrderMap").toInt(), 1);
 }
 
 TEST_F(MapVertexOrder, IsNotUndoable) {
