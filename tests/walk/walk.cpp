@@ -228,7 +228,9 @@ std::size_t Walk::depth() {
 
 bool Walk::isBlurredFor(const Line& line) {
     const bool isOurs = line.text.find("dv_") != std::string::npos;
-    isBlurred_ = isBlurred_ || hadCycle_ || (isOurs && hasLiveItem());
+    const bool writesDeltas = isOurs || line.text.find("].ict ") != std::string::npos ||
+                              line.text.find("].ipt ") != std::string::npos;
+    isBlurred_ = isBlurred_ || hadCycle_ || (writesDeltas && hasLiveItem());
     if (isBlurred_ || !isOurs) return isBlurred_;
     auto& graph = scene_.graph();
     for (const auto& mesh : graph.nodesOfType("mesh")) {
