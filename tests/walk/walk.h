@@ -33,8 +33,8 @@ struct Finding {
 /// The lines "undo" and "redo" walk through the queue; each scene on the way must be the one that was there.
 /// What is not exact ends the history: nothing before it is compared any more. Calls of ours are not exact
 /// where a target has no deltas (some give it a zero delta, which stays) or an original has tweaks (setting
-/// its points makes them a part of these), and nothing is any more once they ran while a target mesh was
-/// connected: deltas that they write last until that mesh changes, also by undo.
+/// its points makes them a part of these). Nothing is any more once deltas were written while a target mesh
+/// was connected: they last until that mesh changes, also by undo.
 class Walk {
   public:
     enum class Checks { kEveryLine, kNone };
