@@ -37,6 +37,12 @@ bool endsInMel(const std::string& word) {
            word.compare(word.size() - kSuffix.size(), kSuffix.size(), kSuffix) == 0;
 }
 
+/// The option that a word stands for: some are also known as in other programs.
+std::string optionNamed(const std::string& word) {
+    if (word == "-h" || word == "--help") return "-help";
+    return word == "--version" ? "-version" : word;
+}
+
 const ActionOption* findAction(const std::string& name) {
     for (const ActionOption& option : kActions) {
         if (name == option.name) return &option;
@@ -70,7 +76,7 @@ void appendRow(std::string& text, const char* name, const char* argument, const 
 Options parseOptions(const std::vector<std::string>& words) {
     Options options;
     for (std::size_t at = 0; at < words.size(); ++at) {
-        const std::string& word = words[at];
+        const std::string word = optionNamed(words[at]);
         const ActionOption* action = findAction(word);
         const Setting* setting = findSetting(word);
         if (action == nullptr && setting == nullptr) {

@@ -14,6 +14,14 @@ namespace {
 
 constexpr const char* kHowToLeave = "Type quit; to leave.";
 
+/// What many other prompts are left with.
+bool isExit(const std::string& entry) {
+    const std::size_t first = entry.find_first_not_of(" \t\r\n");
+    const std::size_t last = entry.find_last_not_of(" \t\r\n;()");
+    return first != std::string::npos && last != std::string::npos &&
+           entry.substr(first, last + 1 - first) == "exit";
+}
+
 using mel::TextEnd;
 using mel::TokenKind;
 
@@ -116,6 +124,10 @@ bool runPrompt(mel::CommandRegistry& registry, Console& console) {
             continue;
         }
         if (!entry) break;
+        if (isExit(*entry) && !registry.interpreter().hasProcedure("exit")) {
+            console.info(std::string_view(kHowToLeave));
+            continue;
+        }
         options.firstLine = reader.firstLine();
         if (!guard) guard.emplace();
         if (!registry.run(*entry, {}, options).ok) allSucceeded = false;

@@ -96,7 +96,7 @@ std::string synopsis(const std::string& name, const Syntax* syntax) {
 }
 
 CommandResult help(CommandContext& context, const ParsedArguments& arguments) {
-    if (arguments.isSet("list")) {
+    if (arguments.isSet("list") || arguments.objects().empty()) {
         const std::string pattern = arguments.objects().empty() ? "*" : arguments.objectNames().front();
         std::vector<std::string> names;
         for (std::string& name : context.registry.names()) {
@@ -104,7 +104,6 @@ CommandResult help(CommandContext& context, const ParsedArguments& arguments) {
         }
         return CommandResult::success(std::move(names));
     }
-    if (arguments.objects().empty()) return CommandResult::failure("help: A command must be named.");
     const std::string name = arguments.objectNames().front();
     if (!context.registry.has(name))
         return CommandResult::failure("help: There is no command \"" + name + "\".");

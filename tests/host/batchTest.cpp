@@ -97,9 +97,21 @@ TEST_F(Batch, ExplainsItself) {
     for (const char* option : {"-file", "-script", "-command", "-prompt", "-plugin", "-noAutoloadPlugins",
                                "-log", "-help", "-version"})
         EXPECT_NE(help.output.find(std::string("  ") + option + ' '), std::string::npos) << option;
-    const Outcome version = run({"-version"});
-    EXPECT_EQ(version.status, 0);
-    EXPECT_EQ(version.output, "delvenbatch " DELVEN_VERSION "\n");
+    for (const char* word : {"-h", "--help"})
+        EXPECT_EQ(run({word}).output, help.output) << word;
+    for (const char* word : {"-version", "--version"}) {
+        const Outcome version = run({word});
+        EXPECT_EQ(version.status, 0);
+        EXPECT_EQ(version.output, "delvenbatch " DELVEN_VERSION "\n");
+    }
+}
+
+TEST_F(Batch, PromptSaysHowToLeave) {
+    const Outcome outcome = prompt("exit;\nexit();\nprint \"on\\n\";");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "on\n");
+    EXPECT_NE(outcome.messages.find("// Type quit; to leave."), std::string::npos) << outcome.messages;
+    EXPECT_EQ(prompt("global proc exit() { print \"mine\\n\"; }\nexit;\n").output, "mine\n");
 }
 
 TEST_F(Batch, EndsWithTheStatusThatQuitIsTold) {
