@@ -2,12 +2,16 @@
 #include "commands/commands.h"
 #include "geometry/textFile.h"
 #include "graph/sceneDump.h"
+#include "nodes/meshNode.h"
 
 namespace host::commands {
 
 namespace {
 
 CommandResult headlessDump(CommandContext& context, const ParsedArguments& arguments) {
+    // Evaluating stores the deltas of live targets: else equal scenes might give different dumps.
+    for (const graph::NodeRef& shape : context.graph.nodesOfType("mesh"))
+        nodes::meshOf(context.graph, shape);
     std::string text = graph::sceneDump(context.graph);
     if (!arguments.isSet("file")) return CommandResult::success(std::move(text));
     const std::string file = arguments.text("file");

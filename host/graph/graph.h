@@ -210,6 +210,7 @@ class Graph {
     Plug origin(const Plug& plug, std::vector<ValueKind>& passed);
     ComputedValue computed(const Plug& plug);
     void computeUpstream(Node& node);
+    void markDownstream(Node& node);
     void writeNumber(const Plug& plug, double value);
     /// These five are recorded steps.
     void writeAgain(const Plug& plug, double value);

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <new>
 
 #include "graph/graph.h"
 
@@ -191,6 +192,18 @@ void Graph::computeUpstream(Node& node) {
 
 void Graph::markDirty(Node& node) {
     if (!node.isClean_.exchange(false, std::memory_order_acq_rel)) return;
+    try {
+        markDownstream(node);
+    } catch (const std::bad_alloc&) {
+        // Who was told is not known any more.
+        for (const auto& entry : nodes_) {
+            entry.second->isClean_.store(false, std::memory_order_release);
+            ++entry.second->version_;
+        }
+    }
+}
+
+void Graph::markDownstream(Node& node) {
     // Hierarchies and chains may be deeper than the machine's stack.
     std::vector<Node*> dirty{&node};
     const auto tell = [&dirty](Node& next) {

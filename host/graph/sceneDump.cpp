@@ -70,7 +70,7 @@ class SlotWriter {
 };
 
 std::string plugText(const Graph& graph, const Node& node, const PlugKey& key) {
-    return graph.fullPath(node) + '.' + Plug(const_cast<Node&>(node).ref(), key).fullAttributePath(true);
+    return graph.uniqueName(node) + '.' + Plug(const_cast<Node&>(node).ref(), key).fullAttributePath(true);
 }
 
 bool isSame(const PlugState& a, const PlugState& b) {
@@ -88,7 +88,7 @@ void writeStates(const Graph& graph, const Node& node, std::string& text) {
 }
 
 void writeNode(const Graph& graph, Node& node, std::string& text) {
-    const std::string path = graph.fullPath(node);
+    const std::string path = graph.uniqueName(node);
     text += "node " + node.type().name() + ' ' + path + '\n';
     for (const Node* child : node.children())
         text += "child " + path + ' ' + child->name() + '\n';

@@ -10,7 +10,8 @@ class Graph;
 /// stored values (numbers exact, long lists as digests), plug states, aliases and connections, and the
 /// selection.
 ///
-/// Two dumps are equal exactly when nothing of that differs. Nothing is evaluated.
+/// Nodes have their unique names, and lines of their own for their children: full paths would grow with the
+/// square of the depth. Two dumps are equal exactly when nothing of that differs. Nothing is evaluated.
 std::string sceneDump(const Graph& graph);
 
 }  // namespace host::graph

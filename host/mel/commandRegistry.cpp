@@ -7,6 +7,20 @@ namespace host::mel {
 
 namespace {
 
+/// An undo, and a command of a plug-in, whose scripts may be its clean-up, end before an interrupt counts.
+class InterruptHold {
+  public:
+    explicit InterruptHold(Interpreter& interpreter) : interpreter_(interpreter) {
+        interpreter.holdInterrupts(true);
+    }
+    ~InterruptHold() { interpreter_.holdInterrupts(false); }
+    InterruptHold(const InterruptHold&) = delete;
+    InterruptHold& operator=(const InterruptHold&) = delete;
+
+  private:
+    Interpreter& interpreter_;
+};
+
 constexpr const char* kOutOfMemory = "Out of memory.";
 
 /// Sets a variable for a scope.
@@ -115,6 +129,7 @@ CommandResult CommandRegistry::runBuiltin(const Command& command, std::vector<Va
 }
 
 CommandResult CommandRegistry::runPlugin(const Command& command, std::vector<Value>&& arguments) {
+    const InterruptHold hold(interpreter_);
     auto nested = std::make_unique<graph::EntryGroup>();
     PluginCallResult outcome;
     {
@@ -200,12 +215,14 @@ void CommandRegistry::defer(std::string text, bool lowPriority) {
 }
 
 bool CommandRegistry::undo() {
+    const InterruptHold hold(interpreter_);
     const graph::RecordingScope silent(graph_, nullptr);
     const ScopedValue<bool> suspending(isSuspended_, true);
     return graph_.undoQueue().undo(graph_);
 }
 
 bool CommandRegistry::redo() {
+    const InterruptHold hold(interpreter_);
     const graph::RecordingScope silent(graph_, nullptr);
     const ScopedValue<bool> suspending(isSuspended_, true);
     return graph_.undoQueue().redo(graph_);

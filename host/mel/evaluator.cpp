@@ -41,14 +41,15 @@ RunResult Evaluator::run(std::string_view text, std::string_view sourceName, con
         fail("Too many nested calls.");
         result.ok = false;
     } else {
-        ParseResult parsed = parse(std::string(text), std::string(sourceName), globals_, options.firstLine);
-        if (parsed.program) {
-            bind(parsed.program);
-            result.ok = runProgram(*parsed.program, fileProcedures_[parsed.program->fileName], result.value);
-        } else {
-            error_ = {std::move(parsed.error), std::move(parsed.position), false};
+        Frame* const caller = frame_;
+        try {
+            result.ok = runText(text, sourceName, options, result.value);
+        } catch (const std::bad_alloc&) {
+            frame_ = caller;
+            failForMemory();
             result.ok = false;
         }
+        if (depth.count == 1 && reserve_ == nullptr) takeReserve();
     }
     if (stopped_) result = {};
     if (!result.ok) {
@@ -60,6 +61,30 @@ RunResult Evaluator::run(std::string_view text, std::string_view sourceName, con
     }
     error_ = {};
     return result;
+}
+
+bool Evaluator::runText(std::string_view text, std::string_view sourceName, const RunOptions& options,
+                        Value& value) {
+    ParseResult parsed = parse(std::string(text), std::string(sourceName), globals_, options.firstLine);
+    if (!parsed.program) {
+        error_ = {std::move(parsed.error), std::move(parsed.position), false};
+        return false;
+    }
+    bind(parsed.program);
+    return runProgram(*parsed.program, fileProcedures_[parsed.program->fileName], value);
+}
+
+/// Only where much more is free: what comes after a failure needs some as well, to clear a variable perhaps.
+void Evaluator::takeReserve() {
+    constexpr std::size_t kReserve = 256 * 1024;
+    const std::unique_ptr<char[]> free(new (std::nothrow) char[16 * kReserve]);
+    if (free != nullptr) reserve_.reset(new (std::nothrow) char[kReserve]);
+}
+
+/// What filled the memory may still be there.
+void Evaluator::failForMemory() {
+    reserve_.reset();
+    fail("Out of memory.");
 }
 
 bool Evaluator::runProgram(const Program& program, const ProcedureMap& fileProcedures, Value& value) {
@@ -74,7 +99,7 @@ bool Evaluator::runProgram(const Program& program, const ProcedureMap& fileProce
         // The frames of the calls inside are gone; this text's own statement is the place.
         frame_ = &frame;
         quiet_ = quiet;
-        fail("Out of memory.");
+        failForMemory();
         flow = Flow::Fail;
     }
     frame_ = frame.caller;
@@ -178,7 +203,8 @@ SourcePosition Evaluator::currentPosition() const {
 bool Evaluator::countStep(Frame& frame, Index offset) {
     if (stopped_ || isBroken_) return false;
     // A plain load is all that a turn costs; only a set flag is exchanged.
-    if (interrupt_ != nullptr && interrupt_->load(std::memory_order_relaxed) && interrupt_->exchange(false))
+    if (interrupt_ != nullptr && interrupt_->load(std::memory_order_relaxed) && heldInterrupts_ == 0 &&
+        interrupt_->exchange(false))
         return breakOff(frame, offset, "Interrupted.");
     if (++steps_ <= options_.stepLimit || options_.stepLimit == 0) return true;
     return breakOff(frame, offset, "The script takes too many steps.");

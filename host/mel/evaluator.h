@@ -59,6 +59,7 @@ class Evaluator {
     void stop() { stopped_ = true; }
     bool isStopped() const { return stopped_; }
     void setInterruptFlag(std::atomic<bool>& flag) { interrupt_ = &flag; }
+    void holdInterrupts(bool isHeld) { heldInterrupts_ += isHeld ? 1 : -1; }
 
     std::uint64_t& randomState() { return randomState_; }
 
@@ -67,6 +68,9 @@ class Evaluator {
     struct Depth;
 
     // evaluator.cpp: runs and calls by name
+    bool runText(std::string_view text, std::string_view sourceName, const RunOptions& options, Value& value);
+    void takeReserve();
+    void failForMemory();
     void bind(const std::shared_ptr<Program>& program);
     Flow executeBody(Frame& frame, Value& value);
     bool runProgram(const Program& program, const ProcedureMap& fileProcedures, Value& value);
@@ -152,6 +156,8 @@ class Evaluator {
     bool stopped_ = false;
     bool isBroken_ = false;  // the runs in progress end with an error that no `catch` holds
     std::atomic<bool>* interrupt_ = nullptr;
+    int heldInterrupts_ = 0;
+    std::unique_ptr<char[]> reserve_;  // is let go for the error of an allocation that failed
     int quiet_ = 0;
     int depth_ = 0;
     int nesting_ = 0;

@@ -79,6 +79,10 @@ void Interpreter::setInterruptFlag(std::atomic<bool>& flag) {
     evaluator_->setInterruptFlag(flag);
 }
 
+void Interpreter::holdInterrupts(bool isHeld) {
+    evaluator_->holdInterrupts(isHeld);
+}
+
 void Interpreter::stop() {
     evaluator_->stop();
 }

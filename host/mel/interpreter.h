@@ -106,6 +106,8 @@ class Interpreter {
     /// Whoever sets this flag, a signal handler perhaps, has the runs in progress fail at their next step,
     /// past every `catch`; the flag is cleared then. It must outlive the interpreter.
     void setInterruptFlag(std::atomic<bool>& flag);
+    /// While held, once or more, the flag waits: for work that must not be left half done.
+    void holdInterrupts(bool isHeld);
 
   private:
     std::unique_ptr<Evaluator> evaluator_;

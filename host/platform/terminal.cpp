@@ -30,7 +30,13 @@ bool isStandardInputATerminal() {
 
 std::optional<std::string> plainLine() {
     std::string line;
-    if (!std::getline(std::cin, line)) return std::nullopt;
+    // A line that does not fit in memory is no end of the input: the failed allocation comes through.
+    std::cin.exceptions(std::ios::badbit);
+    try {
+        if (!std::getline(std::cin, line)) return std::nullopt;
+    } catch (const std::ios_base::failure&) {
+        return std::nullopt;
+    }
     if (!line.empty() && line.back() == '\r') line.pop_back();
     return line;
 }

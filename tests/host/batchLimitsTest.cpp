@@ -152,6 +152,27 @@ TEST_F(Limits, AnAllocationThatFailsEndsAStatementAndKeepsTheScene) {
               "// Error: line 2.65: Out of memory. //\n// Error: line 3.1: Out of memory. //\n");
 }
 
+TEST_F(Limits, MemoryThatFillsUpSlowlyEndsTheStatementOnly) {
+    for (int kilobytes = 40000; kilobytes <= 60000; kilobytes += 4000) {
+        const Outcome outcome = runLimited(
+            "ulimit -v " + std::to_string(kilobytes), "-noAutoloadPlugins -prompt <",
+            "polyCube -n kept -ch 0;\n"
+            "string $x[]; int $i; for ($i = 0; $i < 2000000; $i++) $x[$i] = \"abcdefghijklmnopqrst\";\n"
+            "clear $x;\n"
+            "print (`objExists kept` + \" on\\n\");\n");
+        EXPECT_EQ(outcome.status, 1) << kilobytes;
+        EXPECT_NE(outcome.output.find("1 on\n"), std::string::npos) << kilobytes << ": " << outcome.messages;
+    }
+}
+
+TEST_F(Limits, ALineThatDoesNotFitInMemoryIsAnError) {
+    const Outcome outcome =
+        runLimited("ulimit -v 100000", "-noAutoloadPlugins -prompt <",
+                   "string $s = \"" + std::string(60 << 20, 'x') + "\";\nprint \"never\\n\";\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.messages.find("Out of memory."), std::string::npos) << outcome.messages;
+}
+
 // --- threads
 
 constexpr const char* kSymmetry =

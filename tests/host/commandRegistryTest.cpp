@@ -1,3 +1,4 @@
+#include <atomic>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -160,6 +161,32 @@ TEST_F(RegistryTest, AFailingPluginCommandLeavesNoEntry) {
     EXPECT_TRUE(host.shown.errors.empty());
     EXPECT_EQ(host.undoSize(), 0U);
     EXPECT_EQ(host.ok("ls -as"), "left");
+}
+
+TEST_F(RegistryTest, AnInterruptWaitsForAPluginCommandAndForItsUndo) {
+    std::atomic<bool> flag{false};
+    host.registry.interpreter().setInterruptFlag(flag);
+    const auto work = [&](const std::string& text) {
+        flag = true;
+        EXPECT_TRUE(
+            host.registry.executeText("int $i; for ($i = 0; $i < 3; $i++) setAttr a.tx ($i + 1); " + text)
+                .ok);
+    };
+    host.registry.addPlugin(
+        "slow", "owner",
+        std::make_shared<FakeCommand>(
+            [&] {
+                work("setAttr a.ty 1");
+                return CommandResult::success();
+            },
+            [&](const std::string& step) { work(step == "undo" ? "setAttr a.ty 0" : "setAttr a.ty 1"); }));
+    host.ok("createNode transform -n a");
+    EXPECT_EQ(host.fails("slow; setAttr a.tz 1"), "Interrupted.");
+    EXPECT_EQ(host.ok("getAttr a.t"), "3 1 0") << "all of the command, nothing behind it";
+    EXPECT_EQ(host.fails("undo; setAttr a.tz 1"), "Interrupted.");
+    EXPECT_EQ(host.ok("getAttr a.t"), "3 0 0");
+    EXPECT_EQ(host.fails("redo; setAttr a.tz 1"), "Interrupted.");
+    EXPECT_EQ(host.ok("getAttr a.t"), "3 1 0");
 }
 
 TEST_F(RegistryTest, TextRunForAPluginShowsItsErrorsAndEchoesOnDemand) {

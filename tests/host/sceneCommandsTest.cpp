@@ -225,15 +225,14 @@ TEST_F(FileCommand, DumpsTheSceneAsTheSameTextToAResultAndAFile) {
         "setAttr tile.note -type \"string\" \"two\\nlines \\\"quoted\\\"\"; setAttr -l 1 tile.tx; select "
         "-cl");
     const std::string text = host_.ok("headlessDump");
-    EXPECT_NE(text.find("|tile.note = string \"two\\nlines \\\"quoted\\\"\"\n"), std::string::npos) << text;
-    EXPECT_NE(text.find("|tile|tileShape.inMesh = mesh points -0.5 0 0.5 0.5 0 0.5"), std::string::npos)
-        << text;
-    EXPECT_NE(text.find("state |tile.translate.translateX locked keyable\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("tile.note = string \"two\\nlines \\\"quoted\\\"\"\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("tileShape.inMesh = mesh points -0.5 0 0.5 0.5 0 0.5"), std::string::npos) << text;
+    EXPECT_NE(text.find("state tile.translate.translateX locked keyable\n"), std::string::npos) << text;
     EXPECT_EQ(host_.ok("headlessDump -f \"" + path("scene.txt") + "\""), path("scene.txt"));
     EXPECT_EQ(geometry::readTextFile(path("scene.txt")).text, text);
     host_.ok("setAttr -l 0 tile.tx; setAttr tile.tx 0.1");
     EXPECT_EQ(dumpDifference(text, host_.ok("headlessDump")),
-              "- state |tile.translate.translateX locked keyable\n+ |tile.translate.translateX = 0.1\n");
+              "- state tile.translate.translateX locked keyable\n+ tile.translate.translateX = 0.1\n");
 }
 
 TEST_F(FileCommand, UndoesAndRedoesAnImport) {

@@ -57,6 +57,7 @@ Report reportFrom(const std::string& told) {
         if (!stream.read(text.data(), static_cast<std::streamsize>(size))) break;
         if (what == 'L') report.lines.push_back(Line::read(text));
         if (what == 'F') report.failures = std::stoi(text);
+        if (what == 'C') report.hadCycle = true;
         if (what == 'K') report.finding = Finding{text, {}};
         if (what == 'T' && report.finding) report.finding->text = text;
     }
@@ -69,6 +70,7 @@ class Teller {
     explicit Teller(int file) : file_(file) {}
     void line(const Line& line) const { tell('L', line.written()); }
     void failures(int count) const { tell('F', std::to_string(count)); }
+    void cycle() const { tell('C', {}); }
     void finding(const Finding& finding) const {
         tell('K', finding.kind);
         tell('T', finding.text);
@@ -101,7 +103,10 @@ std::optional<std::string> runFirst(const NextLine& nextLine, const Teller& tell
         }
     }
     teller.failures(walk.failures());
-    if (walk.hadCycle()) return std::nullopt;
+    if (walk.hadCycle()) {
+        teller.cycle();
+        return std::nullopt;
+    }
     if (const auto finding = walk.findStaleValue()) {
         teller.finding(*finding);
         return std::nullopt;

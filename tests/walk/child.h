@@ -13,6 +13,7 @@ namespace delven::walk {
 struct Report {
     std::vector<Line> lines;  // that it ran, the one that ended the process included
     int failures = 0;         // lines that failed, as many do
+    bool hadCycle = false;    // from there on nothing was compared
     std::optional<Finding> finding;
 };
 

@@ -205,7 +205,7 @@ std::string connect(Draw& draw) {
         return force + geometry + mesh.blendShape + ".it[0].itg[" + draw.target(mesh.blendShape) +
                "].iti[6000].igt";
     }
-    if (draw.oneIn(2)) return force + geometry + draw.node("mesh") + ".inMesh";
+    if (draw.oneIn(5)) return force + geometry + draw.node("mesh") + ".inMesh";
     return "connectAttr " + draw.anyOf({"", "-f ", "-f ", "-na "}) + plug(draw) + ' ' + plug(draw);
 }
 
