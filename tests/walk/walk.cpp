@@ -118,8 +118,9 @@ Line Line::read(const std::string& written) {
 std::optional<Finding> Walk::run(const Line& line) {
     if (checks_ == Checks::kNone) {
         const bool exact = !isBlurredFor(line) && line.isExact;
+        const std::size_t start = depth();
         runScript(line.text);
-        if (!exact) forgetHistory();
+        if (takesCycleBack(start) || !exact) forgetHistory();
         state();  // evaluates when the first run does
         return std::nullopt;
     }
@@ -134,7 +135,10 @@ std::optional<Finding> Walk::runStep(const Line& line) {
     const bool exact = line.isExact && isClear;
     const Outcome outcome = runScript(line.text);
     if (!outcome.ok) ++failures_;
-    hadCycle_ = hadCycle_ || hasCycle(scene_.graph());
+    if (takesCycleBack(start)) {
+        forgetHistory();
+        return exact && !hadCycle_ ? compare("undo of a cycle", line, before, state()) : std::nullopt;
+    }
     std::string after = state();
     const bool isQueued = depth() != start;
     if (!exact || hadCycle_) {
@@ -162,6 +166,14 @@ std::optional<Finding> Walk::runStep(const Line& line) {
     states_.resize(start + 1);  // what came between the entries is not known
     keepState(start + entries, std::move(after));
     return std::nullopt;
+}
+
+/// Undoes what the last line did if nodes feed themselves by it. @return whether they did
+bool Walk::takesCycleBack(std::size_t start) {
+    if (!hasCycle(scene_.graph())) return false;
+    if (depth() > start) repeat("undo", depth() - start);
+    hadCycle_ = hadCycle_ || hasCycle(scene_.graph());
+    return true;
 }
 
 std::optional<Finding> Walk::walkHistory(const Line& line) {

@@ -53,7 +53,7 @@ class Walk {
     /// All that the lines said, a line each.
     const std::string& transcript() const { return transcript_; }
     int failures() const { return failures_; }
-    /// Nodes fed themselves: what they give depends on when they were evaluated.
+    /// Nodes feed themselves and undo did not help: what they give depends on when they are evaluated.
     bool hadCycle() const { return hadCycle_; }
 
   private:
@@ -69,6 +69,7 @@ class Walk {
     bool isBlurredFor(const Line& line);
     bool hasLiveItem();
     void repeat(const std::string& word, std::size_t times);
+    bool takesCycleBack(std::size_t start);
 
     Checks checks_;
     Scene scene_;
