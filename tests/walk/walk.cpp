@@ -116,6 +116,30 @@ Line Line::read(const std::string& written) {
 }
 
 std::optional<Finding> Walk::run(const Line& line) {
+    const auto before = hasLiveItem() ? originals() : Originals();
+    std::optional<Finding> finding = runLine(line);
+    // Live deltas are those to the original as it was when the target mesh changed last.
+    if (!isBlurred_ && !before.empty() && hasLiveItem()) {
+        for (const auto& [node, points] : originals()) {
+            const auto old = before.find(node);
+            isBlurred_ = isBlurred_ || (old != before.end() && old->second != points);
+        }
+        if (isBlurred_) forgetHistory();
+    }
+    return finding;
+}
+
+Walk::Originals Walk::originals() {
+    Originals found;
+    auto& graph = scene_.graph();
+    for (const auto& shape : graph.nodesOfType("mesh")) {
+        if (!host::nodes::isIntermediate(graph, *shape)) continue;
+        if (const auto mesh = host::nodes::meshOf(graph, shape)) mesh->describe(found[shape->id()]);
+    }
+    return found;
+}
+
+std::optional<Finding> Walk::runLine(const Line& line) {
     if (checks_ == Checks::kNone) {
         const bool exact = !isBlurredFor(line) && line.isExact;
         const std::size_t start = depth();

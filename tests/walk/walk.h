@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,8 +35,8 @@ struct Finding {
 /// The lines "undo" and "redo" walk through the queue; each scene on the way must be the one that was there.
 /// What is not exact ends the history: nothing before it is compared any more. Calls of ours are not exact
 /// where a target has no deltas (some give it a zero delta, which stays) or an original has tweaks (setting
-/// its points makes them a part of these). Nothing is any more once deltas were written while a target mesh
-/// was connected: they last until that mesh changes, also by undo.
+/// its points makes them a part of these). Nothing is any more once deltas were written, or an original
+/// changed, while a target mesh was connected: the deltas last until that mesh changes, also by undo.
 class Walk {
   public:
     enum class Checks { kEveryLine, kNone };
@@ -57,6 +59,7 @@ class Walk {
     bool hadCycle() const { return hadCycle_; }
 
   private:
+    std::optional<Finding> runLine(const Line& line);
     std::optional<Finding> runStep(const Line& line);
     std::optional<Finding> walkHistory(const Line& line);
     std::optional<Finding> compare(const std::string& kind, const Line& line, const std::string& expected,
@@ -68,6 +71,9 @@ class Walk {
     /// Whether the scene keeps a line from being exact.
     bool isBlurredFor(const Line& line);
     bool hasLiveItem();
+    /// What all intermediate meshes evaluate to, by the number of the node.
+    using Originals = std::map<std::uint64_t, std::string>;
+    Originals originals();
     void repeat(const std::string& word, std::size_t times);
     bool takesCycleBack(std::size_t start);
 
