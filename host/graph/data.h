@@ -24,7 +24,7 @@ class Data {
     /// The type name as script commands spell it: "pointArray", "componentList", "mesh", ...
     virtual std::string_view typeName() const = 0;
     /// Appends the value as one line, blanks in front of its parts: for people and for comparing. Equal
-    /// values give equal texts, and others different ones.
+    /// values give equal texts, and others different ones, long lists by their digest.
     virtual void describe(std::string& text) const = 0;
 };
 

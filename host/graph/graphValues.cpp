@@ -6,6 +6,7 @@
 #include <new>
 
 #include "graph/graph.h"
+#include "graph/scopedValue.h"
 
 namespace host::graph {
 
@@ -128,22 +129,8 @@ ComputedValue Graph::computed(const Plug& plug) {
     Node::CachedOutput& cached = node.outputs_[plug.key()];
     // A cycle yields the value of the evaluation before.
     if (cached.version == node.version_ || cached.isComputing) return cached.value;
-    // Memory may run out in between.
-    struct Computing {
-        Computing(bool& flag, int& level) : isComputing(flag), depth(level) {
-            isComputing = true;
-            ++depth;
-        }
-        ~Computing() {
-            isComputing = false;
-            --depth;
-        }
-        Computing(const Computing&) = delete;
-        Computing& operator=(const Computing&) = delete;
-        bool& isComputing;
-        int& depth;
-    };
-    const Computing computing(cached.isComputing, evaluationDepth_);
+    const ScopedValue<bool> computing(cached.isComputing, true);
+    const ScopedValue<int> deeper(evaluationDepth_, evaluationDepth_ + 1);
     if (evaluationDepth_ > kDeepEvaluation) computeUpstream(node);
     const std::uint64_t version = node.version_;
     node.isClean_.store(true, std::memory_order_release);
@@ -167,15 +154,7 @@ void Graph::computeUpstream(Node& node) {
                 ahead.push_back({Plug(entry.second.node->ref(), entry.second.key), false});
         }
     };
-    struct FromZero {
-        explicit FromZero(int& level) : depth(level), before(std::exchange(level, 0)) {}
-        ~FromZero() { depth = before; }
-        FromZero(const FromZero&) = delete;
-        FromZero& operator=(const FromZero&) = delete;
-        int& depth;
-        int before;
-    };
-    const FromZero scope(evaluationDepth_);
+    const ScopedValue<int> fromZero(evaluationDepth_, 0);
     addSources(node);
     while (!ahead.empty()) {
         const Plug plug = ahead.back().plug;

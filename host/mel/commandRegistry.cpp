@@ -3,6 +3,8 @@
 #include <new>
 #include <utility>
 
+#include "graph/scopedValue.h"
+
 namespace host::mel {
 
 namespace {
@@ -22,20 +24,6 @@ class InterruptHold {
 };
 
 constexpr const char* kOutOfMemory = "Out of memory.";
-
-/// Sets a variable for a scope.
-template <typename T>
-class ScopedValue {
-  public:
-    ScopedValue(T& variable, T value) : variable_(variable), previous_(variable) { variable_ = value; }
-    ~ScopedValue() { variable_ = previous_; }
-    ScopedValue(const ScopedValue&) = delete;
-    ScopedValue& operator=(const ScopedValue&) = delete;
-
-  private:
-    T& variable_;
-    T previous_;
-};
 
 /// The parser's error, or a more honest one when the flag is one that only this host lacks.
 std::string withUncovered(const std::string& error, const std::string& uncovered) {
@@ -134,7 +122,7 @@ CommandResult CommandRegistry::runPlugin(const Command& command, std::vector<Val
     PluginCallResult outcome;
     {
         const graph::RecordingScope silent(graph_, nullptr);
-        const ScopedValue<graph::EntryGroup*> collecting(collector_, nested.get());
+        const graph::ScopedValue<graph::EntryGroup*> collecting(collector_, nested.get());
         try {
             outcome = command.plugin->call(std::move(arguments));
         } catch (const std::bad_alloc&) {
@@ -181,7 +169,7 @@ std::string CommandRegistry::owner(std::string_view name) const {
 }
 
 RunResult CommandRegistry::executeText(std::string_view text, const ExecuteOptions& options) {
-    const ScopedValue<bool> suspending(isSuspended_, isSuspended_ || !options.undo);
+    const graph::ScopedValue<bool> suspending(isSuspended_, isSuspended_ || !options.undo);
     RunOptions runOptions;
     runOptions.showErrors = true;
     runOptions.echoResult = options.display;
@@ -217,14 +205,14 @@ void CommandRegistry::defer(std::string text, bool lowPriority) {
 bool CommandRegistry::undo() {
     const InterruptHold hold(interpreter_);
     const graph::RecordingScope silent(graph_, nullptr);
-    const ScopedValue<bool> suspending(isSuspended_, true);
+    const graph::ScopedValue<bool> suspending(isSuspended_, true);
     return graph_.undoQueue().undo(graph_);
 }
 
 bool CommandRegistry::redo() {
     const InterruptHold hold(interpreter_);
     const graph::RecordingScope silent(graph_, nullptr);
-    const ScopedValue<bool> suspending(isSuspended_, true);
+    const graph::ScopedValue<bool> suspending(isSuspended_, true);
     return graph_.undoQueue().redo(graph_);
 }
 

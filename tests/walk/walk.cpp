@@ -99,6 +99,10 @@ bool hasCycle(const host::graph::Graph& graph) {
     return false;
 }
 
+bool isOurs(const Line& line) {
+    return line.text.find("dv_") != std::string::npos;
+}
+
 bool isTweaked(host::graph::Graph& graph, const host::graph::NodeRef& mesh) {
     return host::nodes::isIntermediate(graph, *mesh) && graph.elementCount(mesh->plug("pnts")) > 0;
 }
@@ -140,6 +144,7 @@ Walk::Originals Walk::originals() {
 }
 
 std::optional<Finding> Walk::runLine(const Line& line) {
+    noteDeltas(line);
     if (checks_ == Checks::kNone) {
         const bool exact = !isBlurredFor(line) && line.isExact;
         const std::size_t start = depth();
@@ -262,12 +267,14 @@ std::size_t Walk::depth() {
     return scene_.graph().undoQueue().size();
 }
 
-bool Walk::isBlurredFor(const Line& line) {
-    const bool isOurs = line.text.find("dv_") != std::string::npos;
-    const bool writesDeltas = isOurs || line.text.find("].ict ") != std::string::npos ||
+void Walk::noteDeltas(const Line& line) {
+    const bool writesDeltas = isOurs(line) || line.text.find("].ict ") != std::string::npos ||
                               line.text.find("].ipt ") != std::string::npos;
-    isBlurred_ = isBlurred_ || hadCycle_ || (writesDeltas && hasLiveItem());
-    if (isBlurred_ || !isOurs) return isBlurred_;
+    isBlurred_ = isBlurred_ || (writesDeltas && hasLiveItem());
+}
+
+bool Walk::isBlurredFor(const Line& line) {
+    if (isBlurred_ || hadCycle_ || !isOurs(line)) return isBlurred_ || hadCycle_;
     auto& graph = scene_.graph();
     for (const auto& mesh : graph.nodesOfType("mesh")) {
         if (isTweaked(graph, mesh)) return true;

@@ -68,6 +68,8 @@ class Walk {
     void keepState(std::size_t depth, std::string state);
     void forgetHistory();
     std::size_t depth();
+    /// Remembers that a line writes deltas while a target mesh is connected.
+    void noteDeltas(const Line& line);
     /// Whether the scene keeps a line from being exact.
     bool isBlurredFor(const Line& line);
     bool hasLiveItem();
