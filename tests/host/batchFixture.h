@@ -4,11 +4,11 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "geometry/textFile.h"
+#include "support/scratchFolder.h"
 #if !defined(_WIN32)
 #include <sys/wait.h>
 #endif
@@ -32,17 +32,10 @@ inline std::string quoted(const std::string& word) {
     return quote + word + quote;
 }
 
-/// Runs the program in a folder of its own: other test programs run at the same time.
+/// Runs the program in a folder of its own.
 class Batch : public testing::Test {
   protected:
-    Batch()
-        : folder_(std::filesystem::path(testing::TempDir()) /
-                  ("delvenBatch-" + std::to_string(std::random_device{}()))) {
-        std::filesystem::create_directories(folder_);
-    }
-    ~Batch() override { std::filesystem::remove_all(folder_); }
-
-    std::string path(const std::string& name) const { return (folder_ / name).generic_string(); }
+    std::string path(const std::string& name) const { return (folder_.path() / name).generic_string(); }
     std::string written(const std::string& name, const std::string& text) const {
         EXPECT_EQ(host::geometry::writeTextFile(path(name), text), "");
         return path(name);
@@ -74,7 +67,7 @@ class Batch : public testing::Test {
     }
 
   private:
-    std::filesystem::path folder_;
+    ScratchFolder folder_;
 };
 
 }  // namespace batchTest

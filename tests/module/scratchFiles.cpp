@@ -2,34 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 
-namespace {
-
-namespace fs = std::filesystem;
-
-class Folder {
-  public:
-    Folder() : path_(fs::temp_directory_path() / ("delven-test-" + std::to_string(std::random_device()()))) {
-        fs::create_directories(path_);
-    }
-    ~Folder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-    const fs::path& path() const { return path_; }
-
-  private:
-    fs::path path_;
-};
-
-}  // namespace
+#include "support/scratchFolder.h"
 
 std::string scratchFile(const std::string& name) {
-    static const Folder folder;
+    static const ScratchFolder folder;
     return (folder.path() / name).generic_string();
 }
 

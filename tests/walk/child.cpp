@@ -10,11 +10,11 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <regex>
 #include <sstream>
 
 #include "support/dumpDifference.h"
+#include "support/scratchFolder.h"
 
 namespace delven::walk {
 
@@ -24,25 +24,13 @@ namespace fs = std::filesystem;
 
 constexpr unsigned int kSeconds = 60;
 
-class Folder {
+class Folder : public ScratchFolder {
   public:
-    Folder() : path_(fs::temp_directory_path() / ("delven-walk-" + std::to_string(std::random_device()()))) {
-        fs::create_directories(path_);
-    }
-    ~Folder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-    std::string file(const char* name) const { return (path_ / name).string(); }
-    void write(const char* name, const char* text) const { std::ofstream(path_ / name) << text; }
+    void write(const char* name, const char* text) const { std::ofstream(path() / name) << text; }
     std::string read(const char* name) const {
-        std::ifstream stream(path_ / name, std::ios::binary);
+        std::ifstream stream(path() / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     }
-    const fs::path& path() const { return path_; }
-
-  private:
-    fs::path path_;
 };
 
 /// Length, letter, text: what is cut off by a crash is left out.
@@ -127,7 +115,8 @@ void runTwice(const NextLine& nextLine, const Teller& teller) {
     if (second != *first) teller.finding({"another run", delven::test::dumpDifference(*first, second)});
 }
 
-/// The first line of a sanitizer's report that names the fault, so that shrinking keeps to that fault.
+/// The first line of a sanitizer's report that names the fault, so that shrinking keeps to that
+/// fault.
 std::string crashKind(const std::string& messages, int status) {
     for (const char* mark : {"ERROR: AddressSanitizer: ", "ERROR: LeakSanitizer: ", "runtime error: "}) {
         const std::size_t at = messages.find(mark);
