@@ -1,4 +1,4 @@
-#include "regionFile.h"
+#include "regions/regionFile.h"
 
 #include <cstdint>
 #include <string>

@@ -1,9 +1,9 @@
 #include <cstdint>
 #include <string>
 
-#include "jsonText.h"
+#include "files/jsonText.h"
+#include "files/targetDataFile.h"
 #include "require.h"
-#include "targetDataFile.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "weightFile.h"
+#include "weights/weightFile.h"
 
 #include <cstdint>
 #include <string>

@@ -2,7 +2,8 @@
 # Who may know whom. Finds includes and names that point the wrong way:
 #   - a room of the host includes only the rooms that it may know; what is particular to a system (POSIX, Windows, a
 #     terminal library) is included in host/platform only;
-#   - source/ includes <maya/...>, oneTBB, the standard library and its own headers;
+#   - source/ includes <maya/...>, oneTBB, the standard library and its own headers; its rooms and common know each other
+#     downwards only, know nothing of argument parsing, and the files that compute on plain arrays know no <maya/...>;
 #   - host/include knows no room of the host;
 #   - no <maya/...> header and no M-class appears in the host below host/api and host/include.
 #
@@ -21,6 +22,21 @@ declare -A known_rooms=(
     [api]="graph geometry nodes mel commands platform"
     [batch]="graph geometry nodes mel commands api platform"
 )
+
+# Rooms of source/, with common in its place among them. The commands, and whatever else lies beside common, know all.
+declare -A known_module_rooms=(
+    [files]=""
+    [scene]=""
+    [symmetry]="scene files"
+    [common]="symmetry scene files"
+    [weights]="common symmetry scene files"
+    [regions]="common symmetry scene files"
+    [targets]="common symmetry scene files"
+)
+# What works on plain arrays and text: patterns of files below source/.
+plain_files=("files/*" "symmetry/meshTopology.*" "symmetry/symmetryShells.*" "regions/regionWeights.*" "regions/regionColors.*"
+    "regions/regionFile.*" "weights/weightFile.*")
+parsing_headers=" maya/MArgDatabase.h maya/MArgList.h maya/MArgParser.h maya/MSyntax.h "
 
 standard_headers=" algorithm any array atomic bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes climits clocale
 cmath codecvt complex condition_variable csetjmp csignal cstdarg cstddef cstdint cstdio cstdlib cstring ctime cuchar cwchar cwctype
@@ -95,19 +111,56 @@ check_host_headers() {
     done < <(sources_in "$tree/host/include")
 }
 
+# The room of a file of source/ by its path there: its folder; for common itself, for the others "commands".
+module_room() {
+    case "$1" in
+        */*) echo "${1%%/*}" ;;
+        common.*) echo common ;;
+        *) echo commands ;;
+    esac
+}
+
 check_module() {
-    local file line include name
+    local file line include name room
+    for folder in "$tree"/source/*/; do
+        room=$(basename "$folder")
+        [[ "$room" == '*' || -n "${known_module_rooms[$room]+room}" ]] ||
+            violation "$folder" "a room without a rule: add it to scripts/check-dependencies.sh"
+    done
     while read -r file; do
+        room=$(module_room "${file#"$tree/source/"}")
         while IFS=: read -r line include; do
             name=${include:1:-1}
             case "$include" in
-                '<maya/'* | '<tbb/'* | '<oneapi/tbb'*) ;;
-                '"'*) [[ -f "$tree/source/$name" ]] || violation "$file:$line" "\"$name\" is no header of source/" ;;
+                '<maya/'*) check_maya_include "$room" "$file:$line" "$name" ;;
+                '<tbb/'* | '<oneapi/tbb'*) ;;
+                '"'*) check_module_include "$room" "$file:$line" "$name" ;;
                 *) [[ "$standard_headers" == *" $name "* ]] ||
                     violation "$file:$line" "<$name> is neither <maya/...>, oneTBB nor the C++17 standard library" ;;
             esac
         done < <(includes_of "$file")
     done < <(sources_in "$tree/source")
+}
+
+check_module_include() {
+    local room=$1 place=$2 name=$3 target
+    if [[ ! -f "$tree/source/$name" ]]; then
+        violation "$place" "\"$name\" is no header of source/"
+        return
+    fi
+    target=$(module_room "$name")
+    [[ "$room" == commands || "$room" == "$target" || " ${known_module_rooms[$room]:-} " == *" $target "* ]] ||
+        violation "$place" "$room may not know $target ($name)"
+}
+
+check_maya_include() {
+    local room=$1 place=$2 name=$3 pattern
+    [[ "$room" == commands || "$parsing_headers" != *" $name "* ]] ||
+        violation "$place" "$room includes <$name>: only commands know of arguments"
+    for pattern in "${plain_files[@]}"; do
+        # shellcheck disable=SC2053
+        [[ "${place#"$tree/source/"}" != $pattern ]] || violation "$place" "a file on plain arrays includes <$name>"
+    done
 }
 
 check_tree() {
@@ -127,12 +180,22 @@ check_tree() {
     check_module
 }
 
+# A header of a room of source/.
+module_header() {
+    [[ "$1" == common ]] && echo common.h || echo "$1/thing.h"
+}
+
 # expect <found|clean> <what> <file> <line of code>: a tree of that one file.
 expect() {
     local expected=$1 what=$2 file=$3 code=$4 sample found=clean
     sample=$(mktemp -d)
     mkdir -p "$sample/source" "$sample/host/graph" "$(dirname "$sample/$file")"
-    touch "$sample/source/common.h"
+    local room
+    for room in "${!known_module_rooms[@]}"; do
+        [[ "$room" == common ]] || mkdir -p "$sample/source/$room"
+        touch "$sample/source/$(module_header "$room")"
+    done
+    touch "$sample/source/commandSupport.h"
     printf '%s\n' "$code" >"$sample/$file"
     check_tree "$sample" 2>/dev/null
     [[ $violations -eq 0 ]] || found=found
@@ -154,6 +217,25 @@ self_test() {
             fi
         done
     done
+    local source
+    for room in "${!known_module_rooms[@]}"; do
+        source=$(module_header "$room")
+        source=source/${source%.h}.cpp
+        for target in "${!known_module_rooms[@]}"; do
+            if [[ "$room" == "$target" || " ${known_module_rooms[$room]} " == *" $target "* ]]; then
+                expect clean "$room -> $target" "$source" "#include \"$(module_header "$target")\""
+            else
+                expect found "$room -> $target" "$source" "#include \"$(module_header "$target")\""
+            fi
+        done
+        expect found "arguments in $room" "$source" '#include <maya/MArgList.h>'
+        expect found "the commands' protocol in $room" "$source" '#include "commandSupport.h"'
+    done
+    expect clean "arguments in a command" source/sample.cpp $'#include "regions/thing.h"\n#include <maya/MArgList.h>'
+    expect clean "an API header in a room" source/symmetry/sample.cpp '#include <maya/MIntArray.h>'
+    expect found "an API header on plain arrays" source/symmetry/meshTopology.h '#include <maya/MIntArray.h>'
+    expect found "an API header among the files" source/files/sample.cpp '#include <maya/MString.h>'
+    expect found "a room of source/ without a rule" source/attic/sample.cpp ''
     expect found "an arrow with odd spacing" host/graph/sample.h '  #  include <nodes/mesh.h> // why'
     expect found "a room without a rule" host/attic/sample.cpp ''
     expect found "an API header below api" host/nodes/sample.cpp '#include <maya/MObject.h>'

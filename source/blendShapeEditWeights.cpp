@@ -12,8 +12,10 @@
 #include <cstddef>
 #include <utility>
 
-#include "dataFile.h"
-#include "symmetryPlane.h"
+#include "files/dataFile.h"
+#include "scene/aliveObject.h"
+#include "scene/plugAccess.h"
+#include "symmetry/symmetryPlane.h"
 
 namespace {
 
@@ -323,9 +325,10 @@ CallOutcome blendShapeEditWeights::flip() {
 }
 
 CallOutcome blendShapeEditWeights::findMirrored(bool flips) {
+    MirrorPartners search(search_);
     MIntArray partners;
     MString error;
-    if (!checkSearch(search_, error) || !findPartners(search_, stored_.vertices, partners, error))
+    if (!search.prepare(error) || !search.find(stored_.vertices, partners, error))
         return CallOutcome::refused(error);
     WeightList weights;
     unsigned int skippedCount = 0;

@@ -12,11 +12,11 @@
 
 #include "commandSupport.h"
 #include "common.h"
-#include "mirrorPartners.h"
-#include "paintDisplay.h"
-#include "skinInfluence.h"
-#include "targetDeltas.h"
-#include "weightList.h"
+#include "symmetry/mirrorPartners.h"
+#include "targets/targetEditor.h"
+#include "weights/paintDisplay.h"
+#include "weights/skinInfluence.h"
+#include "weights/weightList.h"
 
 /// dv_blendShapeEditWeights: reads and rewrites the weights of one target, or the base weights.
 ///

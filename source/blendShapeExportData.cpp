@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "common.h"
-#include "dataFile.h"
-#include "jsonText.h"
-#include "targetDeltas.h"
+#include "files/dataFile.h"
+#include "files/jsonText.h"
+#include "targets/targetEditor.h"
 
 namespace {
 

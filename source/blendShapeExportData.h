@@ -7,10 +7,10 @@
 #include <cstddef>
 #include <vector>
 
-class JsonWriter;
-
 #include "commandSupport.h"
-#include "targetDeltas.h"
+#include "targets/targetEditor.h"
+
+class JsonWriter;
 
 /// dv_blendShapeExportData: writes the deltas of targets, in-betweens included, to a file that
 /// dv_blendShapeImportData reads (targetDataFile.h shows the layout).

@@ -6,8 +6,9 @@
 #include <maya/MFnDagNode.h>
 #include <maya/MFnMesh.h>
 
-#include "deltaBaker.h"
-#include "meshObject.h"
+#include "scene/aliveObject.h"
+#include "scene/meshObject.h"
+#include "targets/deltaBaker.h"
 
 namespace {
 

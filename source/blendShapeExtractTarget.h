@@ -5,8 +5,8 @@
 
 #include "commandSupport.h"
 #include "common.h"
-#include "createdMesh.h"
-#include "targetDeltas.h"
+#include "scene/createdMesh.h"
+#include "targets/targetEditor.h"
 
 /// dv_blendShapeExtractTarget: makes a mesh of one target item, the original mesh plus the item's deltas.
 ///

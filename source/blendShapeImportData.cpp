@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "common.h"
-#include "dataFile.h"
-#include "targetDeltas.h"
+#include "files/dataFile.h"
+#include "targets/targetEditor.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <unordered_set>
 
 #include "commandSupport.h"
-#include "targetDataFile.h"
-#include "targetDeltas.h"
+#include "files/targetDataFile.h"
+#include "targets/targetEditor.h"
 
 /// dv_blendShapeImportData: lists what a file of dv_blendShapeExportData holds, or writes its
 /// deltas into a blend shape.

@@ -11,8 +11,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "itemCompanions.h"
-#include "symmetryPlane.h"
+#include "scene/aliveObject.h"
+#include "symmetry/symmetryPlane.h"
+#include "targets/itemCompanions.h"
 
 const CommandInfo& blendShapeMirrorTarget::info() {
     static const CommandInfo description{
@@ -94,12 +95,13 @@ CallOutcome blendShapeMirrorTarget::edit() {
     if (blendShape.isNull() || !search_.mesh.isAlive()) return CallOutcome::failed(kBlendShapeOrMeshGone);
     TargetEditor targets(blendShape);
     CallOutcome outcome = checkTargets(targets);
+    MirrorPartners search(search_);
     MString error;
-    if (outcome.isDone() && !checkSearch(search_, error)) return CallOutcome::refused(error);
+    if (outcome.isDone() && !search.prepare(error)) return CallOutcome::refused(error);
     if (outcome.isDone()) outcome = readSource(targets);
     if (!outcome.isDone()) return outcome;
     MIntArray partners;
-    if (!findPartners(search_, source_.vertices, partners, error)) {
+    if (!search.find(source_.vertices, partners, error)) {
         // A zero delta in an empty target stays, an in-between for nothing does not.
         if (hasNewItem_) destination_.restore();
         return CallOutcome::refused(error);

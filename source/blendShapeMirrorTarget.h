@@ -9,10 +9,10 @@
 
 #include "commandSupport.h"
 #include "common.h"
-#include "meshObject.h"
-#include "mirrorPartners.h"
-#include "mirroredDeltas.h"
-#include "targetDeltas.h"
+#include "scene/meshObject.h"
+#include "symmetry/mirrorPartners.h"
+#include "symmetry/mirroredDeltas.h"
+#include "targets/targetEditor.h"
 
 /// dv_blendShapeMirrorTarget: mirrors the deltas of a target over the symmetry plane of the mesh.
 ///

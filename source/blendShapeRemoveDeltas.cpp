@@ -13,6 +13,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "scene/aliveObject.h"
+
 namespace {
 
 /// A set of vertices of one mesh, as a mark for each.

@@ -4,7 +4,7 @@
 
 #include "commandSupport.h"
 #include "common.h"
-#include "targetDeltas.h"
+#include "targets/targetEditor.h"
 
 /// dv_blendShapeRemoveDeltas: takes the deltas of the selected vertices, edges or faces out of a target item.
 ///

@@ -6,6 +6,8 @@
 #include <maya/MPoint.h>
 #include <maya/MSelectionList.h>
 
+#include "scene/aliveObject.h"
+
 const CommandInfo& blendShapeReplaceTarget::info() {
     static const CommandInfo description{
         kName,

@@ -5,8 +5,8 @@
 
 #include "commandSupport.h"
 #include "common.h"
-#include "meshObject.h"
-#include "targetDeltas.h"
+#include "scene/meshObject.h"
+#include "targets/targetEditor.h"
 
 /// dv_blendShapeReplaceTarget: makes the deltas of a target item the difference between two meshes.
 ///

@@ -3,6 +3,8 @@
 #include <maya/MArgDatabase.h>
 #include <maya/MFnDependencyNode.h>
 
+#include "scene/aliveObject.h"
+
 const CommandInfo& blendShapeSetInbetweenPosition::info() {
     static const CommandInfo description{
         kName,

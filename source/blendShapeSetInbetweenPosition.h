@@ -4,8 +4,8 @@
 
 #include "commandSupport.h"
 #include "common.h"
-#include "itemCompanions.h"
-#include "targetDeltas.h"
+#include "targets/itemCompanions.h"
+#include "targets/targetEditor.h"
 
 /// dv_blendShapeSetInbetweenPosition: moves the deltas of a target to another item of it, and with that an
 /// in-between to another weight. What else belongs to the item moves along: its relative deltas, its name and

@@ -9,7 +9,8 @@
 #include <algorithm>
 
 #include "common.h"
-#include "symmetryPlane.h"
+#include "scene/aliveObject.h"
+#include "symmetry/symmetryPlane.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include <maya/MString.h>
 
 #include "commandSupport.h"
-#include "meshObject.h"
-#include "targetDeltas.h"
+#include "scene/meshObject.h"
+#include "targets/targetEditor.h"
 
 /// dv_blendShapeSplitTarget: keeps one side of a target, by the target's weights.
 ///

@@ -1,14 +1,11 @@
 #include "commandSupport.h"
 
-#include <maya/MGlobal.h>
 #include <maya/MPxCommand.h>
 #include <maya/MSelectionList.h>
 #include <maya/MStringArray.h>
 
 #include <algorithm>
 #include <cstring>
-#include <exception>
-#include <new>
 #include <string>
 
 namespace {
@@ -50,44 +47,7 @@ void appendColumn(std::string& line, const char* text, std::size_t width) {
     line.append(width + kColumnGap - std::strlen(text), ' ');
 }
 
-/// Shows the exception that is being handled.
-void showException(const char* entry) noexcept {
-    try {
-        try {
-            throw;
-        } catch (const std::bad_alloc&) {
-            MGlobal::displayError(MString(entry) + ": There is not enough memory. Nothing more was done.");
-        } catch (const std::exception& exception) {
-            MGlobal::displayError(MString(entry) + " stopped: " + exception.what());
-        } catch (...) {
-            MGlobal::displayError(MString(entry) + " stopped by an unknown error.");
-        }
-    } catch (...) {
-        // Not even the message fits the memory: the failure alone tells.
-    }
-}
-
-}  // namespace
-
-MStatus guardEntry(const char* entry, const std::function<MStatus()>& work,
-                   const std::function<void()>& recover) noexcept {
-    try {
-        return work();
-    } catch (...) {
-        showException(entry);
-    }
-    try {
-        if (recover) recover();
-    } catch (...) {
-        showException(entry);
-    }
-    return MS::kFailure;
-}
-
-namespace {
-
-MSyntax declareSyntax(const CommandInfo& command) {
-    MSyntax syntax;
+void declareFlags(const CommandInfo& command, MSyntax& syntax) {
     syntax.addFlag(helpFlag().shortName, helpFlag().longName, helpFlag().type);
     for (const FlagInfo& flag : command.flags) {
         syntax.addFlag(flag.shortName, flag.longName, flag.type);
@@ -97,18 +57,17 @@ MSyntax declareSyntax(const CommandInfo& command) {
         syntax.setObjectType(MSyntax::kSelectionList, 0);
         syntax.useSelectionAsDefault(true);
     }
-    return syntax;
 }
 
 }  // namespace
 
 MSyntax makeSyntax(const CommandInfo& command) {
-    try {
-        return declareSyntax(command);
-    } catch (...) {
-        showException(command.name);
-        return MSyntax();
-    }
+    MSyntax syntax;
+    const MStatus status = guardEntry(command.name, [&] {
+        declareFlags(command, syntax);
+        return MStatus(MS::kSuccess);
+    });
+    return status ? syntax : MSyntax();
 }
 
 MString helpText(const CommandInfo& command) {
@@ -139,50 +98,6 @@ MString helpText(const CommandInfo& command) {
     text += std::string("Execute: ") + command.usage + '\n';
     text += std::string("Return Value: ") + command.returnValue;
     return text.c_str();
-}
-
-CallOutcome CallOutcome::refused(const MString& error, ErrorSink sink) {
-    CallOutcome outcome = failed(error, MS::kFailure, sink);
-    outcome.status_ = MS::kSuccess;
-    return outcome;
-}
-
-CallOutcome CallOutcome::failed(const MString& error, const MStatus& status, ErrorSink sink) {
-    CallOutcome outcome;
-    outcome.isDone_ = false;
-    outcome.error_ = error;
-    outcome.sink_ = sink;
-    outcome.status_ = status;
-    return outcome;
-}
-
-CallOutcome CallOutcome::asRefused() const {
-    CallOutcome outcome = *this;
-    outcome.status_ = MS::kSuccess;
-    return outcome;
-}
-
-CallOutcome CallOutcome::withResult(ErrorResult result) const {
-    CallOutcome outcome = *this;
-    outcome.hasOwnResult_ = true;
-    outcome.result_ = result;
-    return outcome;
-}
-
-MStatus CallOutcome::report(ErrorResult usual) const {
-    if (isDone_) return MS::kSuccess;
-    if (error_.length() > 0) {
-        if (sink_ == ErrorSink::kGlobal) {
-            MGlobal::displayError(error_);
-        } else {
-            MPxCommand::displayError(error_);
-        }
-    }
-    const ErrorResult result = hasOwnResult_ ? result_ : usual;
-    if (result == ErrorResult::kEmptyString) MPxCommand::setResult(MString());
-    if (result == ErrorResult::kZero) MPxCommand::setResult(0);
-    if (result == ErrorResult::kMinusOne) MPxCommand::setResult(-1);
-    return status_;
 }
 
 MStatus ModuleCommand::doIt(const MArgList& arguments) {
@@ -254,8 +169,4 @@ CallOutcome readMeshShape(const MString& name, const char* undefined, MObject& m
     if (list.length() == 1) list.getSelectionStrings(0, shown);
     const MString subject = shown.length() > 0 ? shown[0] : name;
     return CallOutcome::refused(subject + " is not a mesh object.");
-}
-
-MObject aliveObject(const MObjectHandle& handle) {
-    return handle.isValid() ? handle.object() : MObject(MObject::kNullObj);
 }

@@ -14,6 +14,9 @@
 #include <functional>
 #include <vector>
 
+#include "scene/callOutcome.h"
+#include "scene/guardEntry.h"
+
 /// What every command of the module shares: the declaration of its flags, the help text, the protocol of a
 /// call, the checks of its objects and the form of its errors.
 
@@ -34,9 +37,6 @@ struct FlagInfo {
     HelpCells shown = {};
 };
 
-/// What a command sets as its result after an error.
-enum class ErrorResult { kNothing, kEmptyString, kZero, kMinusOne };
-
 /// One command: where its syntax and its help text come from, and how it behaves. The flag -h/-help is added
 /// to both; its row comes first.
 struct CommandInfo {
@@ -50,26 +50,6 @@ struct CommandInfo {
     /// Whether the command acts on nodes: named ones, else the current selection.
     bool takesObjects = true;
 };
-
-/// Runs the work of an entry that the host calls, or of a destructor, which no exception may leave.
-/// @param entry    what the user knows it as, for the error
-/// @param recover  run after an exception, whose error has been shown
-/// @return what the work returned; a failure after an exception
-MStatus guardEntry(const char* entry, const std::function<MStatus()>& work,
-                   const std::function<void()>& recover = nullptr) noexcept;
-
-/// A new object that the host takes over.
-/// @param entry  what the user knows it as, for the error
-/// @return null when there is no memory for it
-template <typename Made>
-Made* madeOrNull(const char* entry) {
-    Made* made = nullptr;
-    guardEntry(entry, [&] {
-        made = new Made();
-        return MStatus(MS::kSuccess);
-    });
-    return made;
-}
 
 /// Syntax of a command; an empty one, after an error, where the memory does not suffice.
 MSyntax makeSyntax(const CommandInfo& command);
@@ -94,42 +74,6 @@ std::vector<T> readFlagUses(const MArgDatabase& arguments, const char* flag) {
     }
     return values;
 }
-
-/// Which of the host's two error functions shows a text; the user sees the same.
-enum class ErrorSink { kGlobal, kCommand };
-
-/// How a step of a command ended: done, or with an error of one of two kinds.
-///
-/// Refused: the error is shown, the result tells it, and the call counts as a success, so that a script goes
-/// on. Failed: the error is shown, and the call fails, which ends the script.
-class CallOutcome {
-  public:
-    /// Done.
-    CallOutcome() = default;
-    static CallOutcome refused(const MString& error, ErrorSink sink = ErrorSink::kGlobal);
-    /// @param error   "" where the host has shown its own, or nothing is to be shown
-    /// @param status  a failure
-    static CallOutcome failed(const MString& error, const MStatus& status = MS::kFailure,
-                              ErrorSink sink = ErrorSink::kGlobal);
-    /// The same error, for a call that goes on.
-    CallOutcome asRefused() const;
-    /// The same outcome, with another result than the command has after an error.
-    CallOutcome withResult(ErrorResult result) const;
-
-    bool isDone() const { return isDone_; }
-    /// Shows the error, if there is one, and sets the result that goes with it.
-    /// @param usual  what the command sets after an error
-    /// @return the status that the call ends with
-    MStatus report(ErrorResult usual) const;
-
-  private:
-    bool isDone_ = true;
-    MString error_;
-    ErrorSink sink_ = ErrorSink::kGlobal;
-    MStatus status_;
-    bool hasOwnResult_ = false;
-    ErrorResult result_ = ErrorResult::kNothing;
-};
 
 /// A command of the module: the protocol that all of them follow.
 ///
@@ -202,7 +146,3 @@ constexpr const char* kBlendShapeGone = "The blend shape node is not in the scen
 /// @param mesh       set when the name is that of a mesh shape (that of a transform is not)
 /// @return done or refused
 CallOutcome readMeshShape(const MString& name, const char* undefined, MObject& mesh);
-
-/// The object behind a handle that a command keeps from do to undo and redo: null when its node is not in the
-/// scene any more (or never was set). A plain MObject cannot be asked that once its node is gone.
-MObject aliveObject(const MObjectHandle& handle);

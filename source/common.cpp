@@ -2,8 +2,6 @@
 
 #include <maya/MFnComponentListData.h>
 #include <maya/MFnDependencyNode.h>
-#include <maya/MFnDoubleArrayData.h>
-#include <maya/MFnIntArrayData.h>
 #include <maya/MFnPointArrayData.h>
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MGlobal.h>
@@ -14,8 +12,10 @@
 #include <algorithm>
 #include <string>
 
-#include "mirroredMesh.h"
-#include "symmetryPlane.h"
+#include "scene/plugAccess.h"
+#include "symmetry/mirrorPartners.h"
+#include "symmetry/symmetryPlane.h"
+#include "symmetry/vertexOrderMap.h"
 
 namespace {
 
@@ -40,21 +40,6 @@ MPlug getTargetItemPlug(const MObject& blendShape, int target, int item) {
     return getTargetGroupPlug(blendShape, target)
         .child(0)
         .elementByLogicalIndex(static_cast<unsigned int>(item));
-}
-
-/// Indices of the elements that an array plug has, ascending.
-MIntArray existingIndices(MPlug array) {
-    MIntArray indices;
-    MStatus status;
-    array.getExistingArrayAttributeIndices(indices, &status);
-    return status ? indices : MIntArray();
-}
-
-bool contains(const MIntArray& indices, int index) {
-    for (unsigned int k = 0; k < indices.length(); ++k) {
-        if (indices[k] == index) return true;
-    }
-    return false;
 }
 
 bool areEqual(const MIntArray& left, const MIntArray& right) {
@@ -116,15 +101,16 @@ MIntArray getWeightIndices(const MObject& blendShape) {
 }
 
 bool hasTarget(const MObject& blendShape, int target) {
-    return contains(getWeightIndices(blendShape), target) || hasTargetGroup(blendShape, target);
+    return hasElement(MFnDependencyNode(blendShape).findPlug("weight", false), target) ||
+           hasTargetGroup(blendShape, target);
 }
 
 bool hasTargetGroup(const MObject& blendShape, int target) {
-    return contains(existingIndices(getInputTargetPlug(blendShape).child(0)), target);
+    return hasElement(getInputTargetPlug(blendShape).child(0), target);
 }
 
 bool hasTargetItem(const MObject& blendShape, int target, int item) {
-    return contains(getTargetItemIndices(blendShape, target), item);
+    return hasElement(getTargetGroupPlug(blendShape, target).child(0), item);
 }
 
 bool isTargetItemLive(const MObject& blendShape, int target, int item) {
@@ -139,7 +125,7 @@ MIntArray getTargetItemIndices(const MObject& blendShape, int target) {
 
 void evaluateDeformer(const MObject& blendShape) {
     const MPlug outputs = MFnDependencyNode(blendShape).findPlug("outputGeometry", false);
-    if (!contains(existingIndices(outputs), 0)) return;
+    if (!hasElement(outputs, 0)) return;
     // Whoever asks for the output makes the deformer compute it.
     MObject geometry;
     outputs.elementByLogicalIndex(0).getValue(geometry);
@@ -151,20 +137,6 @@ MIntArray getTargetComponents(const MObject& blendShape, int target, int item) {
     if (!hasTargetItem(blendShape, target, item)) return {};
     if (!getComponentsTargetPlug(blendShape, target, item, plug)) return {};
     return componentListToIndices(plug);
-}
-
-bool isPlugPresent(const MPlug& plug) {
-    MPlug at = plug;
-    while (at.isElement() || at.isChild()) {
-        if (at.isElement()) {
-            const auto index = static_cast<int>(at.logicalIndex());
-            at = at.array();
-            if (!contains(existingIndices(at), index)) return false;
-        } else {
-            at = at.parent();
-        }
-    }
-    return true;
 }
 
 MIntArray componentListToIndices(const MPlug& componentList) {
@@ -266,48 +238,18 @@ void removeTargetGroup(const MObject& blendShape, int target) {
         false, false);
 }
 
-MStatus clearElements(const MPlug& array) {
-    // An empty array removes all elements at once.
-    MObject empty = MFnDoubleArrayData().create(MDoubleArray());
-    MPlug plug = array;
-    return plug.setValue(empty);
-}
-
-void setElements(const MPlug& array, const MIntArray& indices, const MDoubleArray& values) {
-    const unsigned int count = indices.length();
-    for (unsigned int k = 0; k < count; ++k) {
-        MPlug element = array.elementByLogicalIndex(static_cast<unsigned int>(indices[k]));
-        element.setFloat(static_cast<float>(values[k]));
-    }
-}
-
 MIntArray mapIndicesByVertexOrder(const MDagPath& mesh, const MIntArray& vertices) {
-    MIntArray partners(vertices.length(), -1);
     MPlug plug;
-    findPlugByName(mesh.fullPathName() + ".dvVertexOrderMap", __LINE__, plug);
-    MObject data;
-    plug.getValue(data);
-    const MIntArray map = MFnIntArrayData(data).array();
-    for (unsigned int k = 0; k < vertices.length(); ++k) {
-        const int vertex = vertices[k];
-        if (vertex >= 0 && static_cast<unsigned int>(vertex) < map.length()) {
-            partners[k] = map[static_cast<unsigned int>(vertex)];
-        }
-    }
-    return partners;
+    const MStatus status = findVertexOrderMap(mesh, plug);
+    if (!status)
+        status.perror(MString(kFileName) + ", line " + __LINE__ + ", vertex order map of " +
+                      mesh.fullPathName());
+    return partnersInMap(readVertexOrderMap(plug), vertices);
 }
 
 MIntArray mirrorIndicesByPosition(const MDagPath& mesh, const MString& axis, const MIntArray& vertices,
                                   double tolerance) {
-    MIntArray partners;
-    MirroredMesh image(mesh, axisIndex(axis), tolerance);
-    if (!image.create()) return partners;
-    for (unsigned int k = 0; k < vertices.length(); ++k) {
-        int partner = MirroredMesh::kNoPartner;
-        image.findPartner(vertices[k], partner);
-        if (partner != MirroredMesh::kNoPartner) partners.append(partner);
-    }
-    return partners;
+    return partnersByPosition(mesh, axisIndex(axis), vertices, tolerance);
 }
 
 MIntArray parseVertexComponents(const MStringArray& components, int vertexCount) {

@@ -57,10 +57,6 @@ void evaluateDeformer(const MObject& blendShape);
 /// Vertex indices of an item in stored order; empty for an item that was never written.
 MIntArray getTargetComponents(const MObject& blendShape, int target, int item);
 
-/// Whether a plug stands for data that exists: no array that it lies in lacks its element. A plug can be
-/// asked for by name before its element exists; reading it could make the element.
-bool isPlugPresent(const MPlug& plug);
-
 /// All elements of a component list plug in stored order; nothing is sorted, duplicates are kept.
 MIntArray componentListToIndices(const MPlug& componentList);
 
@@ -99,20 +95,13 @@ void removeTargetItem(const MObject& blendShape, int target, int item);
 /// Removes the group of a target with all its items.
 void removeTargetGroup(const MObject& blendShape, int target);
 
-/// Removes all elements of an array plug of numbers.
-/// @return a failure where they are locked, say
-MStatus clearElements(const MPlug& array);
-
-/// Sets elements of an array plug of floats to values, in single precision and in the order given.
-void setElements(const MPlug& array, const MIntArray& indices, const MDoubleArray& values);
-
 /// Partner of each listed vertex by the vertex order map of a mesh.
 ///
 /// The mesh must carry a map; commands test for it first.
 /// @return one entry per given vertex; -1 for a vertex without partner or outside the map
 MIntArray mapIndicesByVertexOrder(const MDagPath& mesh, const MIntArray& vertices);
 
-/// Mirror partner of each listed vertex by position (mirroredMesh.h), in the order given. The
+/// Mirror partner of each listed vertex by position (symmetry/mirroredMesh.h), in the order given. The
 /// mirrored copy that it takes is gone afterwards.
 ///
 /// @param mesh       path of a mesh shape

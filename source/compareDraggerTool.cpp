@@ -6,9 +6,8 @@
 #include <maya/MStringArray.h>
 #include <maya/MTime.h>
 
-#include "numberText.h"
-
 #include "commandSupport.h"
+#include "files/numberText.h"
 
 namespace {
 

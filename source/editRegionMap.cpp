@@ -14,11 +14,13 @@
 #include <vector>
 
 #include "common.h"
-#include "dataFile.h"
-#include "regionColors.h"
-#include "regionFile.h"
-#include "weightFile.h"
-#include "weightList.h"
+#include "files/dataFile.h"
+#include "regions/regionColors.h"
+#include "regions/regionFile.h"
+#include "scene/aliveObject.h"
+#include "scene/plugAccess.h"
+#include "weights/weightFile.h"
+#include "weights/weightList.h"
 
 namespace {
 

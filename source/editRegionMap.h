@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "commandSupport.h"
-#include "regionNode.h"
+#include "regions/regionNode.h"
 
 /// dv_editRegionMap: moves weights between the base weights of a blend shape, where the user paints one
 /// region at a time, and the region map of the region data node that is connected from it; keeps the map

@@ -9,6 +9,7 @@
 #include <maya/MSelectionList.h>
 
 #include "common.h"
+#include "scene/plugAccess.h"
 
 namespace {
 

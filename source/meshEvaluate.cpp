@@ -11,7 +11,7 @@
 #include <maya/MPlugArray.h>
 #include <maya/MSelectionList.h>
 
-#include "meshObject.h"
+#include "scene/meshObject.h"
 
 namespace {
 

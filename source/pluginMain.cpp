@@ -20,11 +20,11 @@
 #include "getBlendShapeIndices.h"
 #include "getComponentList.h"
 #include "meshEvaluate.h"
-#include "mirrorPasses.h"
 #include "polyMapVertexOrder.h"
 #include "polySymmetry.h"
 #include "reorderRotation.h"
 #include "sculptExtractDeltaMesh.h"
+#include "symmetry/mirrorPasses.h"
 
 namespace {
 

@@ -11,12 +11,12 @@
 #include <cstddef>
 #include <vector>
 
-#include "meshObject.h"
-#include "mirrorPasses.h"
-#include "symmetryEdgeStart.h"
-#include "symmetryMesh.h"
-#include "symmetryPlane.h"
-#include "vertexOrderMap.h"
+#include "scene/meshObject.h"
+#include "symmetry/mirrorPasses.h"
+#include "symmetry/symmetryEdgeStart.h"
+#include "symmetry/symmetryMesh.h"
+#include "symmetry/symmetryPlane.h"
+#include "symmetry/vertexOrderMap.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "commandSupport.h"
-#include "symmetryTraversal.h"
+#include "symmetry/symmetryTraversal.h"
 
 /// dv_polyMapVertexOrder: pairs every vertex of a mesh with its mirror partner, by connectivity, and keeps
 /// the pairs on the mesh (vertexOrderMap.h).

@@ -13,10 +13,10 @@
 
 #include <cstddef>
 
-#include "mirroredMesh.h"
-#include "symmetryMesh.h"
-#include "symmetryPlane.h"
-#include "vertexOrderMap.h"
+#include "symmetry/mirroredMesh.h"
+#include "symmetry/symmetryMesh.h"
+#include "symmetry/symmetryPlane.h"
+#include "symmetry/vertexOrderMap.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "commandSupport.h"
-#include "meshObject.h"
-#include "positionCheck.h"
+#include "scene/meshObject.h"
+#include "symmetry/positionCheck.h"
 
 /// dv_polySymmetry: checks a mesh, or one shell of it, for mirror images by position, or makes it
 /// symmetric by a vertex order map.

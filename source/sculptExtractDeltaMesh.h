@@ -5,9 +5,9 @@
 #include <maya/MString.h>
 
 #include "commandSupport.h"
-#include "correctivePoints.h"
-#include "createdMesh.h"
-#include "meshObject.h"
+#include "scene/createdMesh.h"
+#include "scene/meshObject.h"
+#include "targets/correctivePoints.h"
 
 /// dv_sculptExtractDeltaMesh: makes a mesh that, as a target before the deformation of another one, turns the
 /// deformed mesh into the sculpt.

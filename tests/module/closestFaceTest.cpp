@@ -1,4 +1,4 @@
-#include "closestFace.h"
+#include "symmetry/closestFace.h"
 
 #include <gtest/gtest.h>
 #include <maya/MMatrix.h>
@@ -12,7 +12,7 @@
 #include "geometry/closestPoint.h"
 #include "support/meshZoo.h"
 #include "support/variants.h"
-#include "symmetryMesh.h"
+#include "symmetry/symmetryMesh.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "dataFile.h"
+#include "files/dataFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "jsonText.h"
+#include "files/jsonText.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "numberText.h"
+#include "files/numberText.h"
 
 namespace {
 

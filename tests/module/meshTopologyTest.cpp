@@ -1,4 +1,4 @@
-#include "meshTopology.h"
+#include "symmetry/meshTopology.h"
 
 #include <gtest/gtest.h>
 

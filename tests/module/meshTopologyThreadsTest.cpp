@@ -5,8 +5,8 @@
 
 #include <thread>
 
-#include "meshTopology.h"
 #include "plainMesh.h"
+#include "symmetry/meshTopology.h"
 
 namespace {
 

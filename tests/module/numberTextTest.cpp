@@ -1,6 +1,6 @@
 // Built twice: with <charconv> where the library has it, and with streams in its place.
 
-#include "numberText.h"
+#include "files/numberText.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "meshTopology.h"
+#include "symmetry/meshTopology.h"
 
 /// Connectivity of a mesh given by its faces; edges are numbered in the order of their first use.
 inline MeshConnectivity plainMesh(int vertexCount, const std::vector<std::vector<int>>& faces) {

@@ -1,4 +1,4 @@
-#include "regionFile.h"
+#include "regions/regionFile.h"
 
 #include <gtest/gtest.h>
 

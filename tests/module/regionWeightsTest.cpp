@@ -1,10 +1,10 @@
-#include "regionWeights.h"
+#include "regions/regionWeights.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "regionColors.h"
+#include "regions/regionColors.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <limits>
 
 #include "commandTable.h"
-#include "correctivePoints.h"
 #include "support/meshZoo.h"
+#include "targets/correctivePoints.h"
 
 namespace {
 

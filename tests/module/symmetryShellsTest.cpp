@@ -1,4 +1,4 @@
-#include "symmetryShells.h"
+#include "symmetry/symmetryShells.h"
 
 #include <gtest/gtest.h>
 

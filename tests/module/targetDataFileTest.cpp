@@ -1,4 +1,4 @@
-#include "targetDataFile.h"
+#include "files/targetDataFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,100 @@
+#include "symmetry/positionCheck.h"
+
+#include <maya/MFloatPointArray.h>
+#include <maya/MFnMesh.h>
+#include <maya/MGlobal.h>
+#include <maya/MItMeshEdge.h>
+#include <maya/MPoint.h>
+#include <maya/MVector.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <numeric>
+
+#include "symmetry/symmetryPlane.h"
+
+namespace {
+
+/// What the edges tell of every vertex and its neighbours.
+struct Neighbours {
+    std::vector<int> sides;               // of the vertices themselves, as planeSide tells them
+    std::vector<unsigned char> sidesMet;  // a bit per side that has a neighbour
+    std::vector<double> squaredDistance;  // to the nearest neighbour; infinite without one
+
+    static unsigned char bitOf(int side) { return static_cast<unsigned char>(1 << (side + 1)); }
+    bool has(int vertex, int side) const {
+        return (sidesMet[static_cast<std::size_t>(vertex)] & bitOf(side)) != 0;
+    }
+    void add(int vertex, int neighbour, double squared) {
+        const auto at = static_cast<std::size_t>(vertex);
+        sidesMet[at] |= bitOf(sides[static_cast<std::size_t>(neighbour)]);
+        squaredDistance[at] = std::min(squaredDistance[at], squared);
+    }
+};
+
+/// Edge by edge, so that each is measured once.
+Neighbours gatherNeighbours(const MirroredMesh& image) {
+    const MFloatPointArray& points = image.points();
+    const unsigned int count = points.length();
+    const auto axis = static_cast<unsigned int>(image.axis());
+    Neighbours result;
+    result.sides.reserve(count);
+    for (unsigned int vertex = 0; vertex < count; ++vertex)
+        result.sides.push_back(planeSide(points[vertex][axis]));
+    result.sidesMet.assign(count, 0);
+    result.squaredDistance.assign(count, std::numeric_limits<double>::infinity());
+    const int edgeCount = MFnMesh(image.mesh()).numEdges();
+    // An iterator over a mesh without edges is not valid on every host.
+    if (edgeCount == 0) return result;
+    MItMeshEdge edge(image.mesh());
+    for (int k = 0; k < edgeCount; ++k, edge.next()) {
+        const int a = edge.index(0);
+        const int b = edge.index(1);
+        const MVector along =
+            MPoint(points[static_cast<unsigned int>(b)]) - MPoint(points[static_cast<unsigned int>(a)]);
+        const double squared = along * along;
+        result.add(a, b, squared);
+        result.add(b, a, squared);
+    }
+    return result;
+}
+
+/// Keeps the smallest distance, rounded. 0 stands for none yet, also where two neighbours are at
+/// one place.
+void noteDistance(double squaredDistance, double& smallest) {
+    if (std::isinf(squaredDistance)) return;
+    const double distance = round5(std::sqrt(squaredDistance));
+    if (smallest == 0.0 || distance < smallest) smallest = distance;
+}
+
+}  // namespace
+
+SymmetryFindings checkPositions(const MirroredMesh& image, int targetSide, const std::vector<int>& restricted,
+                                std::vector<int>& map) {
+    SymmetryFindings findings;
+    std::vector<int> vertices(restricted);
+    if (vertices.empty()) {
+        vertices.resize(image.points().length());
+        std::iota(vertices.begin(), vertices.end(), 0);
+    }
+    const Neighbours neighbours = gatherNeighbours(image);
+    for (const int vertex : vertices) {
+        const auto at = static_cast<std::size_t>(vertex);
+        if (neighbours.sides[at] != targetSide) {
+            if (neighbours.has(vertex, targetSide)) continue;
+            noteDistance(neighbours.squaredDistance[at], findings.neighbourDistance);
+        }
+        int partner = MirroredMesh::kNoPartner;
+        if (!image.findPartner(vertex, partner)) {
+            MGlobal::displayError("Failed to get closest point.");
+        } else if (partner == MirroredMesh::kNoPartner) {
+            findings.asymmetric.push_back(vertex);
+        } else {
+            map[at] = partner;
+            map[static_cast<std::size_t>(partner)] = vertex;
+        }
+    }
+    return findings;
+}

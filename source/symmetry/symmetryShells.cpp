@@ -1,0 +1,195 @@
+#include "symmetry/symmetryShells.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <numeric>
+#include <utility>
+
+namespace {
+
+std::size_t at(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+/// Goes through the vertices of one shell after the other.
+class ShellScanner {
+  public:
+    explicit ShellScanner(const ScanInput& input)
+        : input_(input), seenIn_(at(input.topology.vertexCount()), -1) {}
+
+    void scan(int shell, ShellScan& result) {
+        result.candidate = -1;
+        smallestDistance_ = -1.0;
+        for (const int face : input_.shells.faces[shell]) {
+            for (const int vertex : input_.topology.faceVertices(face)) {
+                if (seenIn_[at(vertex)] == shell) continue;
+                seenIn_[at(vertex)] = shell;
+                visit(vertex, result);
+            }
+        }
+    }
+
+  private:
+    void visit(int vertex, ShellScan& result) {
+        const ShellPoint point = input_.point(vertex);
+        if (result.vertexCount == 0) result.box = {point, point};
+        ++result.vertexCount;
+        result.box.expand(point);
+        const double distance = std::abs(point[at(input_.axis)]);
+        if (result.candidate == -1 && input_.isOnPlane(vertex)) {
+            if (input_.hasCentreNeighbour(vertex)) result.candidate = vertex;
+        } else if (smallestDistance_ == -1.0 || distance < smallestDistance_) {
+            smallestDistance_ = distance;
+            result.candidate = vertex;
+        }
+    }
+
+    const ScanInput& input_;
+    std::vector<int> seenIn_;  // per vertex the shell that was last found to have it
+    double smallestDistance_ = -1.0;
+};
+
+ShellPoint mirroredCentre(const ShellBox& box, int axis) {
+    ShellPoint centre;
+    for (std::size_t k = 0; k < 3; ++k)
+        centre[k] = box.minimum[k] + (box.maximum[k] - box.minimum[k]) / 2.0;
+    centre[at(axis)] *= -1.0;
+    return centre;
+}
+
+std::vector<ShellBox> boxesOf(const std::vector<ShellScan>& scans) {
+    std::vector<ShellBox> boxes;
+    boxes.reserve(scans.size());
+    for (const ShellScan& scan : scans)
+        boxes.push_back(scan.box);
+    return boxes;
+}
+
+/// The axis along which boxes begin at the most different places.
+std::size_t widestAxis(const std::vector<ShellBox>& boxes) {
+    std::size_t widest = 0;
+    double width = -1.0;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const auto [first, last] = std::minmax_element(
+            boxes.begin(), boxes.end(),
+            [axis](const ShellBox& a, const ShellBox& b) { return a.minimum[axis] < b.minimum[axis]; });
+        if (first == boxes.end() || last->minimum[axis] - first->minimum[axis] <= width) continue;
+        width = last->minimum[axis] - first->minimum[axis];
+        widest = axis;
+    }
+    return widest;
+}
+
+}  // namespace
+
+void ShellBox::expand(const ShellPoint& point) {
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        minimum[axis] = std::min(minimum[axis], point[axis]);
+        maximum[axis] = std::max(maximum[axis], point[axis]);
+    }
+}
+
+bool ShellBox::contains(const ShellPoint& point) const {
+    bool isInside = true;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        isInside &= minimum[axis] <= point[axis] && point[axis] <= maximum[axis];
+    return isInside;
+}
+
+BoxIndex::BoxIndex(std::vector<ShellBox> boxes) : boxes_(std::move(boxes)), axis_(widestAxis(boxes_)) {
+    // Points that are no numbers have no place in an order; nothing is ever inside their boxes.
+    for (ShellBox& box : boxes_) {
+        if (std::isnan(box.minimum[axis_])) box.minimum[axis_] = std::numeric_limits<double>::infinity();
+    }
+    byMinimum_.resize(boxes_.size());
+    std::iota(byMinimum_.begin(), byMinimum_.end(), 0);
+    std::sort(byMinimum_.begin(), byMinimum_.end(),
+              [&](int a, int b) { return boxes_[at(a)].minimum[axis_] < boxes_[at(b)].minimum[axis_]; });
+    double reach = -std::numeric_limits<double>::infinity();
+    for (const int box : byMinimum_) {
+        reach = std::max(reach, boxes_[at(box)].maximum[axis_]);
+        reach_.push_back(reach);
+    }
+}
+
+std::vector<int> BoxIndex::find(const ShellPoint& point) const {
+    const auto end = std::partition_point(byMinimum_.begin(), byMinimum_.end(), [&](int box) {
+        return boxes_[at(box)].minimum[axis_] <= point[axis_];
+    });
+    std::vector<int> found;
+    for (auto k = end - byMinimum_.begin(); k > 0 && reach_[static_cast<std::size_t>(k - 1)] >= point[axis_];
+         --k) {
+        const int box = byMinimum_[static_cast<std::size_t>(k - 1)];
+        if (boxes_[at(box)].contains(point)) found.push_back(box);
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+std::vector<ShellScan> scanShells(const ScanInput& input, const std::vector<int>& markedFaces) {
+    const Shells& shells = input.shells;
+    std::vector<ShellScan> scans(at(shells.count()));
+    // The first start of a shell counts.
+    for (const int face : markedFaces) {
+        ShellScan& scan = scans[at(shells.shellOfFace[at(face)])];
+        if (scan.markedFace == -1) scan.markedFace = face;
+    }
+    ShellScanner scanner(input);
+    int candidate = -1;
+    for (int shell = 0; shell < shells.count(); ++shell) {
+        ShellScan& scan = scans[at(shell)];
+        scan.seed = shells.faces[shell][0];
+        scan.faceCount = shells.faces[shell].size();
+        scan.candidate = candidate;
+        if (scan.markedFace == -1) scanner.scan(shell, scan);
+        candidate = scan.candidate;
+    }
+    return scans;
+}
+
+ShellCounts pairCounts(const std::vector<ShellScan>& scans) {
+    std::unordered_map<int, int> remaining;  // per face count the shells that are still to come
+    for (const ShellScan& scan : scans) {
+        if (scan.markedFace == -1) ++remaining[scan.faceCount];
+    }
+    ShellCounts counts;
+    std::unordered_map<int, bool> isWaiting;  // whether the last shell of this count waits for its partner
+    for (const ShellScan& scan : scans) {
+        if (scan.markedFace != -1) continue;
+        const int left = --remaining[scan.faceCount];
+        bool& waiting = isWaiting[scan.faceCount];
+        if (waiting) {
+            waiting = false;
+        } else if (left > 0) {
+            waiting = true;
+            counts.pairs.push_back(scan.faceCount);
+        } else {
+            counts.singles.push_back(scan.faceCount);
+        }
+    }
+    return counts;
+}
+
+ShellGroups::ShellGroups(const std::vector<ShellScan>& scans, int axis)
+    : scans_(scans), axis_(axis), boxes_(boxesOf(scans)), isTaken_(scans.size(), 0) {
+    for (std::size_t shell = 0; shell < scans.size(); ++shell)
+        queues_[scans[shell].faceCount].shells.push_back(static_cast<int>(shell));
+}
+
+std::vector<int> ShellGroups::take(int faceCount) {
+    Queue& queue = queues_[faceCount];
+    while (queue.next < queue.shells.size() && isTaken_[at(queue.shells[queue.next])] != 0)
+        ++queue.next;
+    if (queue.next == queue.shells.size()) return {};
+    const int first = queue.shells[queue.next];
+    isTaken_[at(first)] = 1;
+    std::vector<int> group{first};
+    for (const int shell : boxes_.find(mirroredCentre(scans_[at(first)].box, axis_))) {
+        if (scans_[at(shell)].faceCount != faceCount || isTaken_[at(shell)] != 0) continue;
+        isTaken_[at(shell)] = 1;
+        group.push_back(shell);
+    }
+    return group;
+}

@@ -1,0 +1,121 @@
+#include "targets/deltaBaker.h"
+
+#include <maya/MDGModifier.h>
+#include <maya/MFn.h>
+#include <maya/MFnBlendShapeDeformer.h>
+#include <maya/MFnDagNode.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MFnMesh.h>
+#include <maya/MGlobal.h>
+#include <maya/MObjectArray.h>
+#include <maya/MPlug.h>
+#include <maya/MPlugArray.h>
+
+#include <cstddef>
+
+#include "common.h"
+#include "scene/aliveObject.h"
+#include "scene/guardEntry.h"
+#include "targets/targetEditor.h"
+
+namespace {
+
+/// Whether a node is of those that a host puts beside a deformer: with groups of vertices or tweaks for it.
+bool isHelper(const MObject& node) {
+    const bool isSet = node.hasFn(MFn::kSet) && !node.hasFn(MFn::kShadingEngine);
+    return isSet || node.hasFn(MFn::kTweak) || node.hasFn(MFn::kGroupParts) || node.hasFn(MFn::kGroupId);
+}
+
+bool contains(const std::vector<MObjectHandle>& nodes, const MObject& node) {
+    for (const MObjectHandle& known : nodes) {
+        if (known == node) return true;
+    }
+    return false;
+}
+
+/// The helper nodes of a deformer: those that are connected to it, and to each other. As the deformer works
+/// on a copy that nobody else knows, all of them are its own.
+std::vector<MObjectHandle> helpersOf(const MObject& deformer) {
+    std::vector<MObjectHandle> nodes(1, MObjectHandle(deformer));
+    for (std::size_t k = 0; k < nodes.size(); ++k) {
+        MPlugArray plugs;
+        MFnDependencyNode(nodes[k].object()).getConnections(plugs);
+        for (unsigned int at = 0; at < plugs.length(); ++at) {
+            MPlugArray others;
+            plugs[at].connectedTo(others, true, true);
+            for (unsigned int other = 0; other < others.length(); ++other) {
+                MObject node = others[other].node();
+                if (isHelper(node) && !contains(nodes, node)) nodes.emplace_back(node);
+            }
+        }
+    }
+    nodes.erase(nodes.begin());
+    return nodes;
+}
+
+void disconnectTarget(const MObject& deformer) {
+    if (deformer.isNull() || !isTargetItemLive(deformer, 0, kFullItem)) return;
+    const MPlug geometry = getTargetGroupPlug(deformer, 0).child(0).elementByLogicalIndex(kFullItem).child(0);
+    MDGModifier modifier;
+    modifier.disconnect(geometry.source(), geometry);
+    modifier.doIt();
+}
+
+void deleteIfAlive(const MObjectHandle& handle) {
+    MObject node = aliveObject(handle);
+    if (!node.isNull()) MGlobal::deleteNode(node);
+}
+
+}  // namespace
+
+DeltaBaker::DeltaBaker(const MObject& original) {
+    MFnMesh baseMesh;
+    MObject base = baseMesh.copy(original, MObject::kNullObj);
+    base_ = base;
+    MFnMesh targetMesh;
+    MObject target = targetMesh.copy(original, MObject::kNullObj);
+    target_ = target;
+    const MObject targetShape = targetMesh.object();
+
+    MFnBlendShapeDeformer blendShape;
+    MObject deformer = blendShape.create(base, MFnBlendShapeDeformer::kLocalOrigin);
+    deformer_ = deformer;
+    MObjectArray bases;
+    blendShape.getBaseObjects(bases);
+    // An original that is gone or holds no geometry has no deformer; writing the deltas reports it.
+    if (bases.length() > 0) blendShape.addTarget(bases[0], 0, targetShape, 1.0);
+    blendShape.setWeight(0, 1.0F);
+    if (!deformer.isNull()) helpers_ = helpersOf(deformer);
+}
+
+CallOutcome DeltaBaker::bake(const TargetDeltas& deltas) {
+    const MObject deformer = aliveObject(deformer_);
+    TargetEditor targets(deformer);
+    // Deltas that are written while a mesh is connected are not sure to stay.
+    disconnectTarget(deformer);
+    return targets.write(0, kFullItem, deltas);
+}
+
+void DeltaBaker::leaveInScene() {
+    base_ = MObjectHandle();
+    target_ = MObjectHandle();
+    deformer_ = MObjectHandle();
+    helpers_.clear();
+}
+
+MObject DeltaBaker::deformedShape() const {
+    const MObject base = aliveObject(base_);
+    return base.isNull() ? base : MFnDagNode(base).child(0);
+}
+
+DeltaBaker::~DeltaBaker() {
+    guardEntry("The helper meshes of an extraction", [this] {
+        deleteIfAlive(base_);
+        deleteIfAlive(target_);
+        // They go with the copies, as a rule.
+        deleteIfAlive(deformer_);
+        for (const MObjectHandle& helper : helpers_)
+            deleteIfAlive(helper);
+        return MStatus(MS::kSuccess);
+    });
+}
