@@ -269,4 +269,4 @@ if [[ $violations -gt 0 ]]; then
     echo "check-dependencies: $violations violation(s)" >&2
     exit 1
 fi
-echo "check-dependencies: every arrow points the right way"
+echo "check-dependencies: every include is allowed"

@@ -50,7 +50,7 @@ def main():
     # Columns of the help texts are padded with blanks.
     folded = re.sub(r" +", " ", shown)
     unseen = {}
-    for file in sorted((ROOT / "source").glob("*.cpp")) + sorted((ROOT / "source").glob("*.h")):
+    for file in sorted((ROOT / "source").rglob("*.cpp")) + sorted((ROOT / "source").rglob("*.h")):
         for literal in literals(file.read_text(encoding="utf-8")):
             if literal.strip() and literal not in shown and re.sub(r" +", " ", literal) not in folded:
                 unseen.setdefault(literal, file.name)

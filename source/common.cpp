@@ -240,10 +240,7 @@ void removeTargetGroup(const MObject& blendShape, int target) {
 
 MIntArray mapIndicesByVertexOrder(const MDagPath& mesh, const MIntArray& vertices) {
     MPlug plug;
-    const MStatus status = findVertexOrderMap(mesh, plug);
-    if (!status)
-        status.perror(MString(kFileName) + ", line " + __LINE__ + ", vertex order map of " +
-                      mesh.fullPathName());
+    findPlugByName(vertexOrderMapName(mesh), __LINE__, plug);
     return partnersInMap(readVertexOrderMap(plug), vertices);
 }
 

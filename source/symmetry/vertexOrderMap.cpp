@@ -5,9 +5,13 @@
 #include <maya/MObject.h>
 #include <maya/MSelectionList.h>
 
+MString vertexOrderMapName(const MDagPath& mesh) {
+    return mesh.fullPathName() + ".dvVertexOrderMap";
+}
+
 MStatus findVertexOrderMap(const MDagPath& mesh, MPlug& plug) {
     MSelectionList list;
-    const MStatus status = list.add(mesh.fullPathName() + ".dvVertexOrderMap");
+    const MStatus status = list.add(vertexOrderMapName(mesh));
     return status ? list.getPlug(0, plug) : status;
 }
 

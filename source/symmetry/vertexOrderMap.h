@@ -18,6 +18,9 @@ constexpr int kUnmapped = -1;
 /// The error of commands that need the map of a mesh without one.
 constexpr const char* kMapError = "Vertex order map attribute is not available.";
 
+/// The name of the plug that holds the map, whether the mesh has one or not.
+MString vertexOrderMapName(const MDagPath& mesh);
+
 /// The plug that holds the map.
 /// @return a failure for a mesh without a map
 MStatus findVertexOrderMap(const MDagPath& mesh, MPlug& plug);
