@@ -110,11 +110,15 @@ std::string Draw::disconnection() {
     return {};
 }
 
-std::string Draw::element(const std::string& plug, int other) {
+std::vector<int> Draw::indices(const std::string& plug) const {
     const auto found = host::graph::findPlug(graph_, plug);
-    const std::vector<int> indices = found.plug ? graph_.elements(found.plug) : std::vector<int>();
-    if (indices.empty() || oneIn(15)) return std::to_string(other);
-    return std::to_string(indices[static_cast<std::size_t>(below(static_cast<int>(indices.size())))]);
+    return found.plug ? graph_.elements(found.plug) : std::vector<int>();
+}
+
+std::string Draw::element(const std::string& plug, int other) {
+    const std::vector<int> present = indices(plug);
+    if (present.empty() || oneIn(15)) return std::to_string(other);
+    return std::to_string(present[static_cast<std::size_t>(below(static_cast<int>(present.size())))]);
 }
 
 std::string Draw::target(const std::string& blendShape) {
@@ -123,6 +127,14 @@ std::string Draw::target(const std::string& blendShape) {
 
 std::string Draw::item(const std::string& blendShape, const std::string& target) {
     return element(blendShape + ".it[0].itg[" + target + "].iti", 5250);
+}
+
+std::string Draw::freeItem(const std::string& blendShape, const std::string& target) {
+    const std::vector<int> taken = indices(blendShape + ".it[0].itg[" + target + "].iti");
+    int item = 5100 + below(100);
+    while (std::find(taken.begin(), taken.end(), item) != taken.end())
+        ++item;
+    return std::to_string(item);
 }
 
 }  // namespace delven::walk

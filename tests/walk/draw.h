@@ -63,9 +63,12 @@ class Draw {
     std::string target(const std::string& blendShape);
     /// An item of a target, now and then one that it does not have.
     std::string item(const std::string& blendShape, const std::string& target);
+    /// The index of an in-between that a target does not have.
+    std::string freeItem(const std::string& blendShape, const std::string& target);
 
   private:
     std::string oneOf(const std::vector<host::graph::NodeRef>& nodes);
+    std::vector<int> indices(const std::string& plug) const;
     std::string element(const std::string& plug, int other);
 
     std::mt19937 engine_;

@@ -41,7 +41,7 @@ std::string moveInBetween(Draw& draw) {
     const DeformedMesh mesh = draw.deformed();
     const std::string target = draw.target(mesh.blendShape);
     return "dv_blendShapeSetInbetweenPosition -i " + target + " -sp " + draw.item(mesh.blendShape, target) +
-           " -tp " + std::to_string(5100 + draw.below(100)) + ' ' + mesh.blendShape;
+           " -tp " + draw.freeItem(mesh.blendShape, target) + ' ' + mesh.blendShape;
 }
 
 std::string moveOntoAnother(Draw& draw) {
