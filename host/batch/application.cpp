@@ -20,6 +20,11 @@ Application::Application(Console& console)
     nodes::setUpScene(graph_);
     commands::registerCommands(registry_);
     registry_.interpreter().setInterruptFlag(platform::interruptFlag());
+    console_.follow(&registry_.interpreter());
+}
+
+Application::~Application() {
+    console_.follow(nullptr);
 }
 
 bool Application::loadOwnPlugin() {
@@ -40,7 +45,7 @@ bool Application::run(const Action& action) {
         case Action::Kind::RunScript:
             return runScript(action.text);
         case Action::Kind::RunText:
-            return registry_.run(action.text).ok;
+            return runText(action.text);
         case Action::Kind::Prompt:
             return runPrompt(registry_, console_);
         case Action::Kind::LoadPlugin:
@@ -56,6 +61,12 @@ bool Application::succeeded(const mel::CommandResult& result) {
 
 bool Application::importFile(const std::string& path) {
     return succeeded(registry_.interpreter().callCommand("file", {"-import", "-type", "OBJ", path}));
+}
+
+bool Application::runText(const std::string& text) {
+    mel::RunOptions options;
+    options.echoSingleCall = true;
+    return registry_.run(text, {}, options).ok;
 }
 
 bool Application::runScript(const std::string& path) {

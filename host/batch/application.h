@@ -16,6 +16,9 @@ class Application {
   public:
     /// An empty scene. The console has to outlive it.
     explicit Application(Console& console);
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
 
     /// Loads DELVENTools from the program's folder; a warning when it is not there.
     /// @return false when it is there and cannot be loaded
@@ -32,6 +35,7 @@ class Application {
   private:
     bool succeeded(const mel::CommandResult& result);
     bool importFile(const std::string& path);
+    bool runText(const std::string& text);
     bool runScript(const std::string& path);
 
     // The order in which these go matters: what stands later uses what stands before.

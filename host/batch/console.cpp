@@ -7,11 +7,17 @@ namespace host::batch {
 
 namespace {
 
-/// "file: scene.mel line 3.5: ", as far as it is known.
+/// "file: scene.mel line 3.5 in inner, outer: ", as far as it is known.
 std::string placeText(const mel::SourcePosition& position) {
     if (position.line == 0) return {};
-    const std::string file = position.file.empty() ? std::string() : "file: " + position.file + ' ';
-    return file + "line " + std::to_string(position.line) + '.' + std::to_string(position.column) + ": ";
+    std::string text = position.file.empty() ? std::string() : "file: " + position.file + ' ';
+    text += "line " + std::to_string(position.line) + '.' + std::to_string(position.column);
+    const char* separator = " in ";
+    for (const std::string& procedure : position.procedures) {
+        text += separator + procedure;
+        separator = ", ";
+    }
+    return text + ": ";
 }
 
 std::string message(std::string_view kind, std::string_view text) {
@@ -29,6 +35,17 @@ bool Console::openLog(const std::string& path) {
     return false;
 }
 
+void Console::follow(const mel::Interpreter* interpreter) {
+    interpreter_ = interpreter;
+    thread_ = std::this_thread::get_id();
+}
+
+/// A thread that is not the script's may not look at what the script is doing.
+mel::SourcePosition Console::place() const {
+    if (interpreter_ == nullptr || std::this_thread::get_id() != thread_) return {};
+    return interpreter_->currentPosition();
+}
+
 void Console::print(std::string_view text) {
     write(text, false);
 }
@@ -37,8 +54,8 @@ void Console::info(std::string_view text) {
     write("// " + std::string(text) + '\n', true);
 }
 
-void Console::warning(std::string_view text, const mel::SourcePosition&) {
-    write(message("Warning: ", text), true);
+void Console::warning(std::string_view text, const mel::SourcePosition& position) {
+    write(message("Warning: ", placeText(position) + std::string(text)), true);
 }
 
 void Console::error(std::string_view text, const mel::SourcePosition& position) {

@@ -4,14 +4,19 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <thread>
 
 #include "graph/messages.h"
 #include "mel/commandTable.h"
+#include "mel/interpreter.h"
 
 namespace host::batch {
 
 /// The program's output: what scripts print and the results of typed lines go to standard output, messages to
 /// standard error in the forms of the script editor, all of it to the log file where there is one.
+///
+/// Warnings and errors say where in a script they arose, and in which procedures. Those of commands, which do
+/// not know, stand where the statement stands that is being executed.
 ///
 /// Any thread may call it; each call's text comes out in one piece.
 class Console final : public mel::Output, public graph::MessageSink {
@@ -19,17 +24,20 @@ class Console final : public mel::Output, public graph::MessageSink {
     /// Copies all further output to a file, replacing it. @return false when it cannot be written
     bool openLog(const std::string& path);
 
+    /// @param interpreter  whose statements the messages of commands belong to, where they come from the
+    ///                     thread of this call; null for none from now on
+    void follow(const mel::Interpreter* interpreter);
+
     void print(std::string_view text) override;
     void info(std::string_view text) override;
     void warning(std::string_view text, const mel::SourcePosition& position) override;
-    /// Names file, line and column where there are any.
     void error(std::string_view text, const mel::SourcePosition& position) override;
     void result(std::string_view text) override;
 
     void print(const std::string& text) override { print(std::string_view(text)); }
     void info(const std::string& text) override { info(std::string_view(text)); }
-    void warning(const std::string& text) override { warning(text, {}); }
-    void error(const std::string& text) override { error(text, {}); }
+    void warning(const std::string& text) override { warning(text, place()); }
+    void error(const std::string& text) override { error(text, place()); }
 
     /// Whether everything printed so far has reached standard output, and everything at all the log. Says on
     /// standard error what has not.
@@ -39,8 +47,11 @@ class Console final : public mel::Output, public graph::MessageSink {
     void flush();
 
   private:
+    mel::SourcePosition place() const;
     void write(std::string_view text, bool isMessage);
 
+    const mel::Interpreter* interpreter_ = nullptr;
+    std::thread::id thread_;  // on which it runs
     std::mutex mutex_;
     std::string logPath_;
     std::ofstream log_;

@@ -172,6 +172,7 @@ RunResult CommandRegistry::executeText(std::string_view text, const ExecuteOptio
     const graph::ScopedValue<bool> suspending(isSuspended_, isSuspended_ || !options.undo);
     RunOptions runOptions;
     runOptions.showErrors = true;
+    runOptions.isComposed = true;
     runOptions.echoResult = options.display;
     return runScript(*this, text, {}, runOptions);
 }

@@ -17,6 +17,9 @@ struct SourcePosition {
     std::string file;  ///< empty for text that comes from no file (typed lines, eval)
     int line = 0;
     int column = 0;
+    /// Names of the procedures that were running there, innermost first; the last is "..." when there were
+    /// many.
+    std::vector<std::string> procedures{};
 };
 
 /// How a command call ended.

@@ -66,6 +66,7 @@ bool Evaluator::runProcedure(const BoundProcedure& bound, Frame& callee, Value& 
     const Depth depth(depth_);
     if (depth.count > options_.depthLimit) return fail("Too many nested calls.");
     const Procedure& procedure = *bound.procedure;
+    callee.procedure = &procedure;
     callee.caller = frame_;
     frame_ = &callee;
     const Flow flow = execute(procedure.body, callee);

@@ -7,6 +7,15 @@
 
 namespace host::mel {
 
+namespace {
+
+bool isSingleExpression(const Program& program) {
+    return program.body.count == 1 &&
+           program.statements[program.lists[program.body.first]].kind == Statement::Kind::Expression;
+}
+
+}  // namespace
+
 Frame::Frame(const Program& text, const ProcedureMap* procedures, Index localCount)
     : program(text), fileProcedures(procedures), values(localCount), slots(localCount) {
     for (std::size_t i = 0; i < slots.size(); ++i)
@@ -56,8 +65,6 @@ RunResult Evaluator::run(std::string_view text, std::string_view sourceName, con
         reportError(depth.count == 1 || options.showErrors);
         result.value = {};
         result.error = std::move(error_);
-    } else if (options.echoResult && !result.value.isNone()) {
-        output_.result(result.value.toString());
     }
     error_ = {};
     return result;
@@ -67,11 +74,17 @@ bool Evaluator::runText(std::string_view text, std::string_view sourceName, cons
                         Value& value) {
     ParseResult parsed = parse(std::string(text), std::string(sourceName), globals_, options.firstLine);
     if (!parsed.program) {
+        if (options.isComposed && frame_ != nullptr) return fail(std::move(parsed.error));
         error_ = {std::move(parsed.error), std::move(parsed.position), false};
         return false;
     }
     bind(parsed.program);
-    return runProgram(*parsed.program, fileProcedures_[parsed.program->fileName], value);
+    const Program& program = *parsed.program;
+    const ProcedureMap& local = fileProcedures_[program.fileName];
+    if (!runProgram(program, local, options.isComposed, value)) return false;
+    const bool echoes = options.echoResult || (options.echoSingleCall && isSingleExpression(program));
+    if (echoes && !stopped_ && !value.isNone()) output_.result(value.toString());
+    return true;
 }
 
 /// Only where much more is free: what comes after a failure needs some as well, to clear a variable perhaps.
@@ -87,8 +100,10 @@ void Evaluator::failForMemory() {
     fail("Out of memory.");
 }
 
-bool Evaluator::runProgram(const Program& program, const ProcedureMap& fileProcedures, Value& value) {
+bool Evaluator::runProgram(const Program& program, const ProcedureMap& fileProcedures, bool isComposed,
+                           Value& value) {
     Frame frame(program, &fileProcedures, program.localCount);
+    frame.isComposed = isComposed;
     frame.caller = frame_;
     frame_ = &frame;
     const int quiet = quiet_;
@@ -197,7 +212,23 @@ std::shared_ptr<const BoundProcedure> Evaluator::findProcedure(std::string_view 
 }
 
 SourcePosition Evaluator::currentPosition() const {
-    return frame_ ? frame_->program.position(frame_->offset) : SourcePosition();
+    return frame_ ? positionIn(*frame_, frame_->offset) : SourcePosition();
+}
+
+/// @param frame  the innermost one, or the one that has just been left
+SourcePosition Evaluator::positionIn(const Frame& frame, Index offset) {
+    constexpr std::size_t kShown = 8;
+    if (frame.isComposed && frame.caller != nullptr) return positionIn(*frame.caller, frame.caller->offset);
+    SourcePosition position = frame.program.position(offset);
+    for (const Frame* at = &frame; at != nullptr; at = at->caller) {
+        if (at->procedure == nullptr) continue;
+        if (position.procedures.size() == kShown) {
+            position.procedures.emplace_back("...");
+            break;
+        }
+        position.procedures.emplace_back(at->procedure->name);
+    }
+    return position;
 }
 
 bool Evaluator::countStep(Frame& frame, Index offset) {
@@ -221,7 +252,7 @@ bool Evaluator::fail(std::string message) {
 }
 
 bool Evaluator::failAt(const Frame& frame, Index offset, std::string message) {
-    error_ = {std::move(message), frame.program.position(offset), false};
+    error_ = {std::move(message), positionIn(frame, offset), false};
     return false;
 }
 

@@ -36,6 +36,8 @@ struct Frame {
     Value returned;
     Index offset = 0;  // of the statement or call in progress
     Frame* caller = nullptr;
+    const Procedure* procedure = nullptr;  // null for a text's own statements
+    bool isComposed = false;               // of a text that a command has composed
 };
 
 /// Walks the parsed text. Every step that can fail returns false and leaves the error in `error_`, from where
@@ -73,7 +75,8 @@ class Evaluator {
     void failForMemory();
     void bind(const std::shared_ptr<Program>& program);
     Flow executeBody(Frame& frame, Value& value);
-    bool runProgram(const Program& program, const ProcedureMap& fileProcedures, Value& value);
+    bool runProgram(const Program& program, const ProcedureMap& fileProcedures, bool isComposed,
+                    Value& value);
     void reportError(bool show);
     bool callByName(std::string_view name, std::vector<Value>&& arguments, Value& out);
     bool callProcedureByName(const BoundProcedure& bound, std::vector<Value>&& arguments, Value& out);
@@ -139,6 +142,7 @@ class Evaluator {
     const Expression& node(Index expression, const Frame& frame) const {
         return frame.program.expressions[expression];
     }
+    static SourcePosition positionIn(const Frame& frame, Index offset);
     bool breakOff(const Frame& frame, Index offset, std::string message);
     bool countStep(Frame& frame, Index offset);
     bool fail(std::string message);

@@ -30,8 +30,13 @@ struct RunOptions {
     bool showErrors = false;
     /// Hand the value of the run, if it has one, to Output::result.
     bool echoResult = false;
+    /// As echoResult, but only for a text that is one call or another expression.
+    bool echoSingleCall = false;
     /// Number of the text's first line in what it was taken from.
     int firstLine = 1;
+    /// A command has composed the text: no user knows its lines. Its errors stand where the statement stands
+    /// that called the command, if there is one.
+    bool isComposed = false;
 };
 
 struct ScriptError {

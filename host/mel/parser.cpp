@@ -20,7 +20,7 @@ void findLines(Program& program) {
 SourcePosition Program::position(Index offset) const {
     const auto behind = std::upper_bound(lineStarts.begin(), lineStarts.end(), offset);
     const auto line = static_cast<int>(behind - lineStarts.begin());
-    return {fileName, firstLine - 1 + line, static_cast<int>(offset - *(behind - 1)) + 1};
+    return {fileName, firstLine - 1 + line, static_cast<int>(offset - *(behind - 1)) + 1, {}};
 }
 
 ParseResult parse(std::string text, std::string fileName, const GlobalTable& globals, int firstLine) {
@@ -29,7 +29,7 @@ ParseResult parse(std::string text, std::string fileName, const GlobalTable& glo
     program->fileName = std::move(fileName);
     program->firstLine = firstLine;
     if (program->source.size() >= kGlobalVariable)
-        return {nullptr, "Text too long.", {program->fileName, firstLine, 1}};
+        return {nullptr, "Text too long.", {program->fileName, firstLine, 1, {}}};
     findLines(*program);
     // A guess that holds for plain command lists; saves moving the nodes again and again.
     program->expressions.reserve(program->source.size() / 10);
@@ -64,7 +64,37 @@ bool Parser::accept(Symbol s) {
 }
 
 void Parser::expect(char c) {
-    if (!accept(c)) syntaxError();
+    if (!accept(c)) syntaxError(std::string{'\'', c, '\''});
+}
+
+void Parser::expectComma(char closing) {
+    if (!accept(',')) syntaxError(std::string("',' or '") + closing + '\'');
+}
+
+void Parser::syntaxError(std::string_view expected) {
+    std::string text = "Syntax error: ";
+    if (token_.kind == TokenKind::End) {
+        text += "the text ends";
+        if (expected.empty()) expected = "more";
+    } else {
+        text += expected.empty() ? tokenText(token_.offset) + " cannot stand here"
+                                 : "found " + tokenText(token_.offset);
+    }
+    if (!expected.empty()) text += " where " + std::string(expected) + " was expected";
+    fail(token_.offset, text + '.');
+}
+
+std::string Parser::tokenText(Index offset) const {
+    constexpr Index kLongest = 30;
+    const Token token = lexer_.next(offset);
+    const Index length = token.end - token.offset;
+    const std::string text(program_.source, token.offset, std::min(length, kLongest));
+    return '\'' + text + (length > kLongest ? "..." : "") + '\'';
+}
+
+/// The operator before which something else than a variable stands is the next token, or was the last one.
+void Parser::notAssignable() {
+    fail(token_.offset, "Syntax error: only a variable or an element of an array can be changed.");
 }
 
 void Parser::fail(Index offset, std::string error) {

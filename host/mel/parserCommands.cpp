@@ -56,8 +56,8 @@ Index Parser::parseBackquoted() {
     if (token_.kind == TokenKind::Identifier)
         result = parseCommand('`');
     else
-        syntaxError();
-    if (!token_.is('`')) syntaxError();
+        syntaxError("the name of a command");
+    if (!token_.is('`')) syntaxError("'`'");
     if (failed_) return kNoIndex;
     advance();
     return result;
@@ -71,7 +71,7 @@ Index Parser::parseWords(const Token& name, Index at, std::size_t mark, char clo
         if (at >= lexer_.source().size() || c == ';' || c == closing) break;
         if (!parseWord(at)) {
             moveTo(at);
-            syntaxError();
+            syntaxError(closing == '`' ? "'`'" : "';'");
         }
     }
     moveTo(at);

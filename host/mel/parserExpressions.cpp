@@ -97,7 +97,7 @@ Index Parser::parseExpressionFrom(Index left) {
 
 Index Parser::parseAssignment(Index left) {
     if (!isStorable(program_.expressions[left])) {
-        syntaxError();
+        notAssignable();
         return kNoIndex;
     }
     Expression expression;
@@ -167,7 +167,7 @@ Index Parser::parseUnary() {
         expression.prefix = true;
         expression.pure = false;
         expression.a = requireDeclared(parseUnary());
-        if (!failed_ && !isStorable(program_.expressions[expression.a])) syntaxError();
+        if (!failed_ && !isStorable(program_.expressions[expression.a])) notAssignable();
         return failed_ ? kNoIndex : add(expression);
     }
     const bool negate = token_.is('-');
@@ -199,7 +199,7 @@ Index Parser::parsePostfix() {
     const Index operand = parseComponents(parsePrimary());
     if (failed_ || (!token_.is(symbol('+', '+')) && !token_.is(symbol('-', '-')))) return operand;
     if (!isStorable(program_.expressions[operand])) {
-        syntaxError();
+        notAssignable();
         return kNoIndex;
     }
     Expression expression;
@@ -258,7 +258,7 @@ Index Parser::parsePrimary() {
         case TokenKind::Invalid:
             break;
     }
-    syntaxError();
+    syntaxError("a value");
     return kNoIndex;
 }
 
@@ -284,7 +284,8 @@ Index Parser::parseIdentifier() {
     parseArguments();
     const std::optional<Value::Kind> kind = typeKeyword(name.text);
     if (!kind) return makeCall(name, mark);
-    if (!failed_ && scratch_.size() != mark + 1) fail(name.offset, "Syntax error");
+    if (!failed_ && scratch_.size() != mark + 1)
+        fail(name.offset, "Syntax error: " + std::string(name.text) + "() takes one value.");
     if (failed_) return kNoIndex;
     Expression cast;
     cast.kind = Expression::Kind::Cast;
@@ -300,7 +301,7 @@ Index Parser::parseIdentifier() {
 void Parser::parseArguments() {
     expect('(');
     for (bool first = true; !failed_ && !token_.is(')'); first = false) {
-        if (!first) expect(',');
+        if (!first) expectComma(')');
         scratch_.push_back(parseExpression());
     }
     expect(')');
@@ -350,10 +351,11 @@ Index Parser::parseVectorOrMatrix() {
     advance();
     scratch_.push_back(parseExpression());
     while (!failed_ && !token_.is(symbol('>', '>'))) {
-        if (accept(';'))
+        if (accept(';')) {
             ++rows;
-        else
-            expect(',');
+        } else if (!accept(',')) {
+            syntaxError("',', ';' or '>>'");
+        }
         scratch_.push_back(parseExpression());
     }
     if (failed_) return kNoIndex;
@@ -364,7 +366,8 @@ Index Parser::parseVectorOrMatrix() {
     } else {
         expression.kind = Expression::Kind::Matrix;
         expression.a = rows;
-        if (count % rows != 0) fail(expression.offset, "Syntax error");
+        if (count % rows != 0)
+            fail(expression.offset, "Syntax error: the rows of a matrix must have the same length.");
     }
     expression.pure = allPure(mark);
     expression.setList(takeList(mark));
@@ -378,7 +381,7 @@ Index Parser::parseArrayLiteral() {
     const std::size_t mark = scratch_.size();
     advance();
     for (bool first = true; !failed_ && !token_.is('}'); first = false) {
-        if (!first) expect(',');
+        if (!first) expectComma('}');
         scratch_.push_back(parseExpression());
     }
     expect('}');

@@ -92,13 +92,20 @@ class Parser {
     bool accept(Symbol s);
     bool accept(char c) { return accept(symbol(c)); }
     void expect(char c);
+    /// The comma before a further member of a list that ends with `closing`.
+    void expectComma(char closing);
     /// Takes the semicolon of a statement, which the last one of a text may lack.
     void endStatement();
     bool isKeyword(std::string_view word) const {
         return token_.kind == TokenKind::Identifier && token_.text == word;
     }
     void fail(Index offset, std::string error);
-    void syntaxError() { fail(token_.offset, "Syntax error"); }
+    /// An error at the next token: says what stands there.
+    /// @param expected  what could stand there, as "a value"; empty where that would be much
+    void syntaxError(std::string_view expected = {});
+    /// "'else'", or whatever stands at an offset that is not the end of the text.
+    std::string tokenText(Index offset) const;
+    void notAssignable();
 
     // Nodes
     Index add(Expression expression);

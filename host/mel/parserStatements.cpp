@@ -79,7 +79,7 @@ void Parser::parseExpressionStatement() {
 Index Parser::parseBody() {
     const std::size_t mark = scratch_.size();
     const Index offset = token_.offset;
-    if (token_.kind == TokenKind::End) syntaxError();
+    if (token_.kind == TokenKind::End) syntaxError("a statement");
     parseStatement();
     if (scratch_.size() == mark + 1) {
         const Index only = scratch_.back();
@@ -108,7 +108,7 @@ Index Parser::parseBlock() {
 void Parser::parseBraced() {
     expect('{');
     while (!failed_ && !token_.is('}')) {
-        if (token_.kind == TokenKind::End) return syntaxError();
+        if (token_.kind == TokenKind::End) return syntaxError("'}'");
         parseStatement();
     }
     expect('}');
@@ -123,7 +123,7 @@ std::optional<Value::Kind> Parser::parseTypeName() {
 
 void Parser::parseDeclaration(bool global) {
     const std::optional<Value::Kind> kind = parseTypeName();
-    if (!kind) return syntaxError();
+    if (!kind) return syntaxError("a type");
     do {
         parseDeclarator(*kind, global);
     } while (!failed_ && accept(','));
@@ -131,7 +131,7 @@ void Parser::parseDeclaration(bool global) {
 }
 
 void Parser::parseDeclarator(Value::Kind kind, bool global) {
-    if (token_.kind != TokenKind::Variable) return syntaxError();
+    if (token_.kind != TokenKind::Variable) return syntaxError("a variable");
     const Token name = token_;
     advance();
     Statement statement;
@@ -172,7 +172,8 @@ void Parser::parseArraySize(Statement& statement, Value::Kind& kind) {
 void Parser::parseProcedure(bool global) {
     const Index offset = token_.offset;
     advance();
-    if (scopes_.inProcedure() || !scopes_.atTopLevel()) return fail(offset, "Syntax error");
+    if (scopes_.inProcedure() || !scopes_.atTopLevel())
+        return fail(offset, "Syntax error: a procedure cannot be defined inside a procedure or a block.");
     Procedure procedure;
     procedure.global = global;
     if (const std::optional<Value::Kind> kind = parseTypeName()) {
@@ -182,7 +183,7 @@ void Parser::parseProcedure(bool global) {
             procedure.returns = arrayKind(*kind);
         }
     }
-    if (token_.kind != TokenKind::Identifier) return syntaxError();
+    if (token_.kind != TokenKind::Identifier) return syntaxError("the name of a procedure");
     procedure.name = token_.text;
     advance();
     scopes_.enterProcedure();
@@ -201,9 +202,10 @@ void Parser::parseProcedure(bool global) {
 void Parser::parseParameters(Procedure& procedure) {
     expect('(');
     while (!failed_ && !token_.is(')')) {
-        if (!procedure.parameters.empty()) expect(',');
+        if (!procedure.parameters.empty()) expectComma(')');
         std::optional<Value::Kind> kind = parseTypeName();
-        if (!kind || token_.kind != TokenKind::Variable) return syntaxError();
+        if (!kind) return syntaxError("a type");
+        if (token_.kind != TokenKind::Variable) return syntaxError("a variable");
         const Token name = token_;
         advance();
         while (!failed_ && token_.is('[')) {
@@ -212,7 +214,9 @@ void Parser::parseParameters(Procedure& procedure) {
             expect(']');
             kind = arrayKind(*kind) == Value::Kind::None ? *kind : arrayKind(*kind);
         }
-        if (scopes_.find(name.text)) return fail(name.offset, "Syntax error");
+        if (scopes_.find(name.text))
+            return fail(name.offset,
+                        "Syntax error: the parameter $" + std::string(name.text) + " stands twice.");
         scopes_.declare(name.text, *kind);
         procedure.parameters.push_back({*kind, name.text});
     }
@@ -263,7 +267,7 @@ void Parser::parseDo() {
     statement.offset = token_.offset;
     advance();
     statement.b = parseLoopBody();
-    if (!isKeyword("while")) return syntaxError();
+    if (!isKeyword("while")) return syntaxError("'while'");
     advance();
     expect('(');
     statement.a = parseExpression();
@@ -315,7 +319,7 @@ void Parser::parseForParts(Index offset) {
         parseDeclaration(false);
     } else {
         while (!failed_ && !token_.is(';')) {
-            if (scratch_.size() > mark) expect(',');
+            if (scratch_.size() > mark) expectComma(';');
             Statement start;
             start.offset = token_.offset;
             start.a = parseExpression();
@@ -327,7 +331,7 @@ void Parser::parseForParts(Index offset) {
     if (!token_.is(';')) statement.a = parseExpression();
     expect(';');
     while (!failed_ && !token_.is(')')) {
-        if (scratch_.size() > mark) expect(',');
+        if (scratch_.size() > mark) expectComma(')');
         scratch_.push_back(parseExpression());
     }
     statement.steps = takeList(mark);
@@ -357,7 +361,7 @@ void Parser::parseSwitch() {
             cases.push_back(static_cast<Index>(scratch_.size() - mark));
             expect(':');
         } else if (cases.empty() || token_.kind == TokenKind::End) {
-            syntaxError();
+            syntaxError(cases.empty() ? "'case'" : "'}'");
         } else {
             parseStatement();
         }

@@ -26,7 +26,21 @@ TEST_F(Batch, SeparatesPrintedTextFromMessages) {
         run({"-command", "print \"one\\n\"; warning \"two\"; undoInfo -q -state; print \"three\""});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, "one\nthree");
-    EXPECT_EQ(outcome.messages, "// Warning: two //\n");
+    EXPECT_EQ(outcome.messages, "// Warning: line 1.16: two //\n");
+}
+
+TEST_F(Batch, ShowsTheResultOfASingleCall) {
+    for (const auto& [text, output] : std::vector<std::pair<std::string, std::string>>{
+             {"ls -type time", "// Result: time1 //\n"},
+             {"size(`ls -type time`);", "// Result: 1 //\n"},
+             {"print \"a\"", "a"},
+             {"ls -type time; ls -type time", ""},
+             {"string $found[] = `ls -type time`", ""},
+             {"quit", ""},
+         }) {
+        EXPECT_EQ(run({"-command", text}).output, output) << text;
+    }
+    EXPECT_EQ(run({written("call.mel", "ls -type time;\n")}).output, "");
 }
 
 TEST_F(Batch, StopsAtAScriptErrorAndNamesItsPlace) {
@@ -36,6 +50,18 @@ TEST_F(Batch, StopsAtAScriptErrorAndNamesItsPlace) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.output, "before\n");
     EXPECT_EQ(outcome.messages, "// Error: file: " + script + " line 3.3: No object matches name: gone //\n");
+}
+
+TEST_F(Batch, SaysWhereAPluginsCommandWasCalled) {
+    const std::string script = written("calls.mel",
+                                       "proc inner() {\n  dv_getBlendShapeIndices;\n}\n"
+                                       "global proc outer() { inner(); }\n"
+                                       "select -clear;\ncatch(`dv_getBlendShapeIndices`);\n"
+                                       "dv_displayMessage -w \"so\";\nouter;\n");
+    const std::string error = "No blend shape node provided. //\n";
+    EXPECT_EQ(runWithPlugin({script}).messages,
+              "// Error: file: " + script + " line 6.8: " + error + "// Warning: file: " + script +
+                  " line 7.1: so //\n" + "// Error: file: " + script + " line 2.3 in inner, outer: " + error);
 }
 
 TEST_F(Batch, RunsNothingOfAScriptWithASyntaxError) {
@@ -128,7 +154,7 @@ TEST_F(Batch, CopiesAllOutputToTheLogInItsOrder) {
         run({"-command", "print \"one\\n\"; warning \"two\"; print \"three\\n\"", "-log", log, "-prompt"},
             "1 + 1;\nerror \"no\";\n");
     EXPECT_EQ(readTextFile(log).text,
-              "one\n// Warning: two //\nthree\n// Result: 2 //\n// Error: line 2.1: no //\n");
+              "one\n// Warning: line 1.16: two //\nthree\n// Result: 2 //\n// Error: line 2.1: no //\n");
     EXPECT_EQ(outcome.output, "one\nthree\n// Result: 2 //\n");
 }
 
@@ -273,7 +299,8 @@ TEST_F(Batch, TakesAWholeBlockForOneWrongPiece) {
     const Outcome outcome = prompt("global proc f() {\nint x;\nprint \"no\";\n}\nprint \"on\";\n");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.output, "on");
-    EXPECT_EQ(outcome.messages, "// Error: line 2.5: Syntax error //\n");
+    EXPECT_EQ(outcome.messages,
+              "// Error: line 2.5: Syntax error: found 'x' where a variable was expected. //\n");
 }
 
 TEST_F(Batch, EndsAPieceAtTheLineOfAStringThatIsNotClosed) {
@@ -291,10 +318,13 @@ TEST_F(Batch, CountsTheLinesOfItsInput) {
 }
 
 TEST_F(Batch, SaysThatAnEntryWasLeftOpenWhenTheInputEnds) {
-    const Outcome outcome = prompt("if (1) {\nprint \"a\\n\";\n");
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(outcome.messages.rfind("// Error: line ", 0), 0u) << outcome.messages;
+    const std::string text = "if (1) {\nprint \"a\\n\";\n";
+    for (const Outcome& outcome : {prompt(text), run({"-command", text})}) {
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_EQ(outcome.messages,
+                  "// Error: line 3.1: Syntax error: the text ends where '}' was expected. //\n");
+    }
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ TEST(Interpreter, NamesTheFileInWhichAnErrorArose) {
     EXPECT_FALSE(result.ok);
     EXPECT_TRUE(result.error.shown);
     EXPECT_EQ(result.error.position.file, "library.mel");
-    EXPECT_EQ(session.output.errors, std::vector<std::string>{"2.3: deep"});
+    EXPECT_EQ(session.output.errors, std::vector<std::string>{"2.3 in broken: deep"});
     EXPECT_EQ(session.output.errorFiles, std::vector<std::string>{"library.mel"});
 
     session.interpreter.run("eval \"fail inside\"", "main.mel");
@@ -120,7 +120,7 @@ TEST(Interpreter, TellsWhereItIs) {
     EXPECT_FALSE(session.interpreter.isRunning());
     session.interpreter.run("global proc inner() {\n  failShown shown;\n}\ncatch(inner());\n warning last;",
                             "a.mel");
-    EXPECT_EQ(session.output.errors, std::vector<std::string>{"2.3: shown"});
+    EXPECT_EQ(session.output.errors, std::vector<std::string>{"2.3 in inner: shown"});
     EXPECT_EQ(session.output.warnings, std::vector<std::string>{"5.2: last"});
     EXPECT_EQ(session.interpreter.currentPosition().line, 0);
 }

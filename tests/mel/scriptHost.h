@@ -25,14 +25,16 @@ class RecordedOutput : public Output {
     std::string printed;
     std::vector<std::string> infos;
     std::vector<std::string> warnings;
-    std::vector<std::string> errors;  ///< "line.column: text"
+    std::vector<std::string> errors;  ///< "line.column: text", "line.column in inner, outer: text"
     std::vector<std::string> errorFiles;
     std::vector<std::string> results;
 
   private:
     static std::string located(std::string_view text, const SourcePosition& position) {
-        return std::to_string(position.line) + "." + std::to_string(position.column) + ": " +
-               std::string(text);
+        std::string place = std::to_string(position.line) + "." + std::to_string(position.column);
+        for (std::size_t k = 0; k < position.procedures.size(); ++k)
+            place += (k == 0 ? " in " : ", ") + position.procedures[k];
+        return place + ": " + std::string(text);
     }
 };
 
@@ -40,15 +42,15 @@ class RecordedOutput : public Output {
 ///
 /// echo prints its arguments with their kinds; ints, floats and strings return their arguments as an array,
 /// nothing returns no value; fail fails with its text, failShown after having shown it; runText runs text and
-/// succeeds whatever happens, sourceText fails when the text does; callByName calls what its first argument
-/// names; quit stops.
+/// succeeds whatever happens, runComposed does so as for text of a command's own making, sourceText fails
+/// when the text does; callByName calls what its first argument names; quit stops.
 class EchoCommands : public CommandTable {
   public:
     explicit EchoCommands(RecordedOutput& output) : output_(output) {}
 
     bool has(std::string_view name) const override {
         for (const char* known : {"echo", "ints", "floats", "strings", "nothing", "fail", "failShown",
-                                  "runText", "sourceText", "callByName", "quit"})
+                                  "runText", "runComposed", "sourceText", "callByName", "quit"})
             if (name == known) return true;
         return false;
     }
@@ -68,9 +70,10 @@ class EchoCommands : public CommandTable {
         if (name == "callByName")
             return interpreter.callCommand(text, {arguments.begin() + 1, arguments.end()});
         if (name == "sourceText") return interpreter.run(text, "other.mel").toCommandResult();
-        if (name == "runText") {
+        if (name == "runText" || name == "runComposed") {
             RunOptions options;
             options.showErrors = true;
+            options.isComposed = name == "runComposed";
             interpreter.run(text, "", options);
             return CommandResult::success();
         }
