@@ -26,10 +26,11 @@ struct Setting {
     const char* argument;
     const char* help;
 };
-constexpr Setting kSettings[] = {{"-noAutoloadPlugins", nullptr, "load no plug-in that is not asked for"},
-                                 {"-log", "F", "copy all output to a file"},
-                                 {"-help", nullptr, "this text"},
-                                 {"-version", nullptr, "the version"}};
+constexpr Setting kSettings[] = {
+    {"-noAutoloadPlugins", nullptr, "load only plug-ins that -plugin or a script names"},
+    {"-log", "F", "copy all output to a file"},
+    {"-help", nullptr, "this text"},
+    {"-version", nullptr, "the version"}};
 
 bool endsInMel(const std::string& word) {
     constexpr std::string_view kSuffix = ".mel";
@@ -114,9 +115,8 @@ std::string helpText() {
     for (const Setting& setting : kSettings)
         appendRow(text, setting.name, setting.argument, setting.help);
     text +=
-        "\nExit status: 0 when all went well, 1 when an action failed (the ones after it are not run) or "
-        "output\n"
-        "could not be written, 2 when the options were wrong, or what `quit` was told.\n";
+        "\nExit status: 0 if everything succeeded, 1 if an action failed (later ones are not run) or output\n"
+        "could not be written, 2 if the options were wrong, or the code given to `quit -exitCode`.\n";
     return text;
 }
 

@@ -1,12 +1,15 @@
-// docs/commands.md is right about the module: its examples run and print what it says, and it has each
-// command with each of its flags.
+// docs/commands.md is right about the module: its examples run and print what it says, their Python form
+// makes the same calls, and the page has each command with each of its flags.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <ostream>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -20,10 +23,11 @@ using Strings = std::vector<std::string>;
 
 constexpr const char* kTool = "DELVENCompareDraggerToolContext";
 
-/// A script of the page, and what the page says that it prints.
+/// A script of the page, what the page says that it prints, and the same in Python.
 struct Example {
     std::string script;
     std::string printed;
+    std::string python;
 };
 
 /// A row of a table of flags.
@@ -81,7 +85,9 @@ std::vector<Section> readPage() {
         if (startsWith(line, "## ")) {
             sections.push_back({line.substr(3), "", {}, {}});
         } else if (line == "```mel") {
-            section.examples.push_back({readBlock(page), ""});
+            section.examples.push_back({readBlock(page), "", ""});
+        } else if (line == "```python" && !section.examples.empty()) {
+            section.examples.back().python = readBlock(page);
         } else if (line == "```" && !section.examples.empty()) {
             section.examples.back().printed = readBlock(page);
         } else {
@@ -130,6 +136,119 @@ std::vector<FlagRow> flagsOfHelp(const std::string& help) {
     return rows;
 }
 
+/// A call of a command of the module, the same for both languages.
+struct ModuleCall {
+    std::string command;
+    std::map<std::string, Strings> flags;  // by their long names
+    Strings nodes;
+
+    bool operator==(const ModuleCall& other) const {
+        return command == other.command && flags == other.flags && nodes == other.nodes;
+    }
+    friend void PrintTo(const ModuleCall& call, std::ostream* out) {
+        *out << call.command << ::testing::PrintToString(call.flags) << ::testing::PrintToString(call.nodes);
+    }
+};
+
+/// What a flag without argument is given.
+constexpr const char* kTrue = "$True";
+
+/// The row of a flag on the page, by either of its names; an empty one where there is none.
+FlagRow flagOf(const std::string& command, const std::string& name) {
+    for (const Section& section : page()) {
+        for (const FlagRow& row : section.flags) {
+            if (section.title == command && (row.shortName == name || row.longName == name)) return row;
+        }
+    }
+    return {};
+}
+
+/// The parts of code between separators outside quotes and brackets, up to where the call that it begins in
+/// ends.
+Strings partsOf(const std::string& code, const std::string& separators) {
+    Strings parts(1);
+    char quote = '\0';
+    int depth = 0;
+    for (const char c : code) {
+        if (quote == '\0') depth += (c == '(' || c == '[') - (c == ')' || c == ']');
+        const bool isOutside = quote == '\0' && depth == 0;
+        if (depth < 0 || (isOutside && (c == ';' || c == '`'))) break;
+        if (isOutside && separators.find(c) != std::string::npos) {
+            parts.emplace_back();
+            continue;
+        }
+        if (c == '"' || c == '\'') quote = quote == '\0' ? c : (quote == c ? '\0' : quote);
+        parts.back() += c;
+    }
+    parts.erase(std::remove(parts.begin(), parts.end(), ""), parts.end());
+    return parts;
+}
+
+/// A value without quotes, blanks and parentheses. A variable keeps the "$" that it has in MEL, or gets it.
+std::string plainValue(const std::string& value, bool isPython) {
+    std::string text;
+    char quote = '\0';
+    char previous = ' ';
+    for (const char c : value) {
+        if (c == quote || (quote == '\0' && (c == '"' || c == '\''))) {
+            quote = quote == '\0' ? c : '\0';
+        } else if (quote != '\0' || std::string(" \n()").find(c) == std::string::npos) {
+            const bool startsName = std::isalpha(static_cast<unsigned char>(c)) != 0 &&
+                                    std::isalnum(static_cast<unsigned char>(previous)) == 0 &&
+                                    previous != '_';
+            if (isPython && quote == '\0' && startsName) text += '$';
+            text += c;
+        }
+        previous = c;
+    }
+    return text;
+}
+
+ModuleCall melCall(const std::string& command, const std::string& code) {
+    ModuleCall call{command, {}, {}};
+    const Strings words = partsOf(code, " \n");
+    for (std::size_t k = 0; k < words.size(); ++k) {
+        if (words[k][0] != '-') {
+            call.nodes.push_back(plainValue(words[k], false));
+            continue;
+        }
+        const FlagRow row = flagOf(command, words[k]);
+        const bool hasValue = row.argument != "none" && k + 1 < words.size();
+        call.flags[row.longName].push_back(hasValue ? plainValue(words[++k], false) : kTrue);
+    }
+    return call;
+}
+
+ModuleCall pythonCall(const std::string& command, const std::string& code) {
+    ModuleCall call{command, {}, {}};
+    for (const std::string& part : partsOf(code, ",")) {
+        const std::size_t equals = part.find('=');
+        if (equals == std::string::npos) {
+            call.nodes.push_back(plainValue(part, true));
+            continue;
+        }
+        const std::string name = plainValue(part.substr(0, equals), false);
+        EXPECT_TRUE(name != "import" && name != "del") << name << " is a word of the language";
+        const std::string value = part.substr(equals + 1);
+        const bool isList = value[0] == '[';
+        for (const std::string& one : isList ? partsOf(value.substr(1), ",") : Strings{value})
+            call.flags[flagOf(command, '-' + name).longName].push_back(plainValue(one, true));
+    }
+    return call;
+}
+
+/// The calls of the module in a script, in its order.
+/// @param before, behind  patterns of what stands on either side of a command
+std::vector<ModuleCall> callsIn(const std::string& script, const std::string& before,
+                                const std::string& behind,
+                                ModuleCall (*read)(const std::string&, const std::string&)) {
+    const std::regex name(before + "(dv_\\w+|" + kTool + ")" + behind);
+    std::vector<ModuleCall> calls;
+    for (std::sregex_iterator at(script.begin(), script.end(), name), end; at != end; ++at)
+        calls.push_back(read((*at)[1], at->suffix()));
+    return calls;
+}
+
 class PageSection : public ::testing::TestWithParam<Section> {};
 
 TEST_P(PageSection, HasExamplesThatPrintWhatItSays) {
@@ -148,6 +267,15 @@ TEST_P(PageSection, HasExamplesThatPrintWhatItSays) {
         EXPECT_EQ(outcome.printed, example.printed) << example.script;
     }
     std::filesystem::current_path(before);
+}
+
+TEST_P(PageSection, HasItsExamplesInPythonToo) {
+    for (const Example& example : GetParam().examples) {
+        const std::string script = std::regex_replace(example.script, std::regex("//[^\n]*"), "");
+        const std::vector<ModuleCall> calls = callsIn(script, "", "", melCall);
+        EXPECT_FALSE(calls.empty());
+        EXPECT_EQ(callsIn(example.python, "cmds\\.", "\\(", pythonCall), calls);
+    }
 }
 
 TEST_P(PageSection, ListsTheFlagsOfTheHelpText) {
