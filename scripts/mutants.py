@@ -343,9 +343,9 @@ def build():
 def configure_and_build():
     copy_tree()
     with open(WORK / "configure.log", "w", encoding="utf-8") as log:
-        # A fault may leave a variable unused.
-        if run(["cmake", "--preset", PRESET, "-DDELVEN_WARNINGS_AS_ERRORS=OFF"], BUILD_SECONDS, limits=False,
-               stdout=log, cwd=TREE):
+        # A fault may leave a variable unused. A step over the end of an array is to end the program.
+        options = ["-DDELVEN_WARNINGS_AS_ERRORS=OFF", "-DCMAKE_CXX_FLAGS=-D_GLIBCXX_ASSERTIONS"]
+        if run(["cmake", "--preset", PRESET, *options], BUILD_SECONDS, limits=False, stdout=log, cwd=TREE):
             raise ToolError(f"The copy cannot be configured: {WORK}/configure.log")
     if build():
         raise ToolError(f"The copy cannot be built: {WORK}/build.log")
