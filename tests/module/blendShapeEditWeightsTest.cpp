@@ -272,6 +272,13 @@ TEST_F(EditWeights, PaintOnAMeshWithoutColoursIsUndoneWithItsSet) {
     EXPECT_EQ(scene_.mel("polyColorSet -q -allColorSets base").size(), 0U);
 }
 
+TEST_F(EditWeights, PaintNeedsAMeshToGoTo) {
+    const std::string file = writeScratchFile("paint.txt", "3 0.5");
+    const Outcome outcome = scene_.run("dv_blendShapeEditWeights -im -fp -fn \"" + file + "\" bs");
+    EXPECT_EQ(outcome.value, host::mel::Value(0));
+    EXPECT_EQ(outcome.errors, Strings{"The original mesh is not defined."});
+}
+
 TEST_F(EditWeights, TheHostsToolPaintsOnAnAttribute) {
     scene_.mel("optionVar -intValue DELVENUseMayaSculptTool 1");
     const std::string file = writeScratchFile("freeze.txt", "3 0.25\n5 0");
