@@ -1,6 +1,6 @@
 # The door: each goal configures, builds and runs one thing. Everything is made below build/.
 .DEFAULT_GOAL := help
-.PHONY: help demo test build bench walk fuzz coverage texts format check asan tsan package clean
+.PHONY: help demo test build bench walk fuzz coverage texts format check asan tsan package mutants clean
 
 configure_and_build = cmake --preset $(1) >build/$(1).log 2>&1 || { cat build/$(1).log; exit 1; }; cmake --build --preset $(1)
 
@@ -80,6 +80,10 @@ check: build  ## layout, arrows between the rooms, clang-tidy, compiles with cla
 package: build  ## build and install the plug-in as for Maya, with a kit made of our own headers
 	@scripts/install-dependencies.sh build check
 	scripts/check-package.sh
+
+mutants:  ## MUTANTS_COUNT (150) faults of one line in a copy of source/, from MUTANTS_SEED (1): which no test notices
+	@scripts/install-dependencies.sh build check
+	@scripts/mutants.py
 
 clean:  ## remove build/
 	rm -rf build

@@ -63,16 +63,21 @@ CallOutcome polyMapVertexOrder::read(const MArgDatabase& arguments) {
 }
 
 void polyMapVertexOrder::readFlags(const MArgDatabase& arguments) {
+    mode_ = readMode(arguments);
     addsToMap_ = arguments.isFlagSet("-atm");
     readFlag(arguments, "-a", axis_);
-    checks_ = arguments.isFlagSet("-ck");
-    copies_ = arguments.isFlagSet("-ct");
     readFlag(arguments, "-ct", copyTarget_);
     selectsFound_ = arguments.isFlagSet("-sl");
-    selectsMapped_ = arguments.isFlagSet("-sm");
-    selectsUnmapped_ = arguments.isFlagSet("-su");
     readFlag(arguments, "-tol", tolerance_);
     readFlag(arguments, "-v", verbose_);
+}
+
+polyMapVertexOrder::Mode polyMapVertexOrder::readMode(const MArgDatabase& arguments) {
+    if (arguments.isFlagSet("-ck")) return Mode::kCheck;
+    if (arguments.isFlagSet("-sm")) return Mode::kSelectMapped;
+    if (arguments.isFlagSet("-su")) return Mode::kSelectUnmapped;
+    if (arguments.isFlagSet("-ct")) return Mode::kCopy;
+    return arguments.isFlagSet("-atm") ? Mode::kExtend : Mode::kBuild;
 }
 
 /// Takes the mesh and its components from the first object; further ones are ignored.
@@ -101,7 +106,8 @@ CallOutcome polyMapVertexOrder::edit() {
     MPlug plug;
     const bool hasMap = findVertexOrderMap(mesh_, plug);
     const MIntArray map = hasMap ? readVertexOrderMap(plug) : MIntArray();
-    return isQuery() ? query(hasMap, map) : buildMap(starts, map);
+    const bool builds = mode_ == Mode::kExtend || mode_ == Mode::kBuild;
+    return builds ? buildMap(starts, map) : query(hasMap, map);
 }
 
 /// A start for every selected edge; when a map is extended, only for a single one. Also where the mode of the
@@ -127,8 +133,8 @@ CallOutcome polyMapVertexOrder::query(bool hasMap, const MIntArray& map) {
         setResult(kNoMap);
         return CallOutcome();
     }
-    if (!checks_ && !selectsMapped_ && !selectsUnmapped_) return copyMap(map);
-    if (!checks_ || areVerticesSelected_) {
+    if (mode_ == Mode::kCopy) return copyMap(map);
+    if (mode_ != Mode::kCheck || areVerticesSelected_) {
         select(map);
         return CallOutcome();
     }
@@ -157,7 +163,7 @@ CallOutcome polyMapVertexOrder::copyMap(const MIntArray& map) const {
 /// Selects the selected vertices with their partners, else all that are mapped, else all that are not.
 void polyMapVertexOrder::select(const MIntArray& map) const {
     std::vector<int> vertices;
-    if (checks_) {
+    if (mode_ == Mode::kCheck) {
         for (unsigned int k = 0; k < selectedVertices_.length(); ++k) {
             const auto vertex = static_cast<unsigned int>(selectedVertices_[k]);
             // A selection may outlast the vertices of a mesh that has history.
@@ -167,7 +173,7 @@ void polyMapVertexOrder::select(const MIntArray& map) const {
         }
     } else {
         for (unsigned int k = 0; k < map.length(); ++k) {
-            if ((map[k] != kUnmapped) == selectsMapped_) vertices.push_back(static_cast<int>(k));
+            if ((map[k] != kUnmapped) == (mode_ == Mode::kSelectMapped)) vertices.push_back(static_cast<int>(k));
         }
     }
     selectComponents(mesh_, {}, vertices);
@@ -179,19 +185,20 @@ CallOutcome polyMapVertexOrder::buildMap(std::vector<SymmetryStart>& starts, con
     MStatus status = findStarts(mesh, starts, hasErrors);
     if (!status) return CallOutcome::failed("", status);
     const auto vertexCount = static_cast<std::size_t>(mesh.topology().vertexCount());
-    if (addsToMap_ && stored.length() != vertexCount) {
+    const bool extends = mode_ == Mode::kExtend;
+    if (extends && stored.length() != vertexCount) {
         return fail("Unable to extend the order mapping because the vertex count has changed.")
             .withResult(ErrorResult::kMinusOne);
     }
     std::vector<int> map(vertexCount, kUnmapped);
-    if (addsToMap_ && vertexCount > 0) stored.get(map.data());
+    if (extends && vertexCount > 0) stored.get(map.data());
     int walkedCount = 0;
     status = walkStarts(mesh.topology(), starts, map, walkedCount);
     if (status) {
         status = writeVertexOrderMap(mesh_, MIntArray(map.data(), static_cast<unsigned int>(vertexCount)));
     }
     if (!status) return CallOutcome::failed("", status);
-    setResult(addsToMap_ || walkedCount > 0 ? 1 : kNoMap);
+    setResult(extends || walkedCount > 0 ? 1 : kNoMap);
     if (hasErrors) showHowToGetDetails(mesh.tolerance());
     return CallOutcome();
 }
@@ -199,7 +206,7 @@ CallOutcome polyMapVertexOrder::buildMap(std::vector<SymmetryStart>& starts, con
 MStatus polyMapVertexOrder::findStarts(SymmetryMesh& mesh, std::vector<SymmetryStart>& starts,
                                        bool& hasErrors) const {
     const SymmetryOptions options{verbose_, selectsFound_};
-    if (!addsToMap_) {
+    if (mode_ == Mode::kBuild) {
         findSymmetryStarts(mesh, options, starts, hasErrors);
     } else if (selectedEdges_.length() == 2) {
         return addEdgePairStart(mesh, {selectedEdges_[0], selectedEdges_[1]}, options, starts, hasErrors);

@@ -29,11 +29,14 @@ class polyMapVertexOrder : public CommandOf<polyMapVertexOrder> {
     CallOutcome restore() override;
 
   private:
+    /// What a call does, in the order in which one flag overrides another.
+    enum class Mode { kCheck, kSelectMapped, kSelectUnmapped, kCopy, kExtend, kBuild };
+
     void readFlags(const MArgDatabase& arguments);
+    static Mode readMode(const MArgDatabase& arguments);
     CallOutcome readMesh(const MSelectionList& objects);
     void readComponent(MObject& component);
 
-    bool isQuery() const { return checks_ || copies_ || selectsMapped_ || selectsUnmapped_; }
     CallOutcome startAtSelectedEdges(std::vector<SymmetryStart>& starts) const;
     CallOutcome query(bool hasMap, const MIntArray& map);
     CallOutcome copyMap(const MIntArray& map) const;
@@ -42,14 +45,11 @@ class polyMapVertexOrder : public CommandOf<polyMapVertexOrder> {
     MStatus findStarts(SymmetryMesh& mesh, std::vector<SymmetryStart>& starts, bool& hasErrors) const;
     void showHowToGetDetails(double tolerance) const;
 
-    bool addsToMap_ = false;
+    Mode mode_ = Mode::kBuild;
+    bool addsToMap_ = false;  // edges are read as for extending, whatever the mode
     MString axis_ = "x";
-    bool checks_ = false;
-    bool copies_ = false;
     MString copyTarget_;
     bool selectsFound_ = false;
-    bool selectsMapped_ = false;
-    bool selectsUnmapped_ = false;
     double tolerance_ = 0.0001;
     int verbose_ = 0;
 

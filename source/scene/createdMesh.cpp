@@ -32,7 +32,6 @@ bool isShaded(const MObject& transform) {
 
 void CreatedMesh::set(const MObject& transform) {
     transform_ = transform;
-    removal_.reset();
     shadeLikeNew(transform);
 }
 

@@ -87,6 +87,23 @@ INSTANTIATE_TEST_SUITE_P(
         Edit{"FlushMinusOne", "-fl -1", ""}, Edit{"Delete", "-del", ""}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
+TEST_F(EditWeights, OfCornersAtOnePlaceTheFirstOfTheFaceIsThePartner) {
+    // 2 and 6 are at one place, the mirror image of 0.
+    const std::vector<float> points{-1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 1, 0, 0, 1, 1, 0, 1, 1, 0, 0};
+    const std::vector<int> counts{4, 5};
+    for (const std::vector<int>& corners : {std::vector<int>{0, 3, 4, 1, 1, 4, 5, 2, 6},
+                                            {0, 3, 4, 1, 1, 4, 5, 6, 2},
+                                            {0, 3, 4, 1, 6, 1, 4, 5, 2}}) {
+        edit("-del");
+        store({{0, 0.125}});
+        scene_.addMesh("other", host::geometry::createMesh(points, counts, corners).mesh);
+        EXPECT_EQ(scene_.mel("dv_blendShapeEditWeights -flp -om otherShape bs").toInt(), 1);
+        const bool isTwoFirst = corners[7] == 2;
+        EXPECT_EQ(weights(), isTwoFirst ? "2 0.125 " : "6 0.125 ") << corners[4] << ' ' << corners[7];
+        scene_.mel("delete other");
+    }
+}
+
 TEST_F(EditWeights, TrimRoundsToFiveDecimalsBeforeItComparesWithAHalf) {
     store({{2, 0.499997}, {7, 0.499994}});
     edit("-t");
@@ -253,6 +270,13 @@ TEST_F(EditWeights, PaintOnAMeshWithoutColoursIsUndoneWithItsSet) {
     EXPECT_EQ(scene_.mel("polyColorSet -q -allColorSets base").size(), 1U);
     scene_.mel("undo");
     EXPECT_EQ(scene_.mel("polyColorSet -q -allColorSets base").size(), 0U);
+}
+
+TEST_F(EditWeights, PaintNeedsAMeshToGoTo) {
+    const std::string file = writeScratchFile("paint.txt", "3 0.5");
+    const Outcome outcome = scene_.run("dv_blendShapeEditWeights -im -fp -fn \"" + file + "\" bs");
+    EXPECT_EQ(outcome.value, host::mel::Value(0));
+    EXPECT_EQ(outcome.errors, Strings{"The original mesh is not defined."});
 }
 
 TEST_F(EditWeights, TheHostsToolPaintsOnAnAttribute) {

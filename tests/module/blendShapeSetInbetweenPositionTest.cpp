@@ -65,6 +65,9 @@ TEST_F(SetInbetweenPosition, AllThatBelongsToAnInBetweenMovesAlong) {
         "duplicate -name other base; move -r 0 3 0 other.vtx[1];"
         "blendShape -edit -inBetween -target base 4 other 0.75 bs;"
         "setAttr bs.ibig[4].ibi[5750].ibtn -type \"string\" \"half\"; setAttr bs.ibig[4].ibi[5750].itp 1;"
+        "setAttr bs.ibig[4].ibi[5750].itc[1].itcp 0.25; setAttr bs.ibig[4].ibi[5750].itc[1].itcfv 0.5;"
+        "setAttr bs.ibig[4].ibi[5750].itc[3].itcp 0.75; setAttr bs.ibig[4].ibi[5750].itc[3].itcfv 1;"
+        "setAttr bs.ibig[4].ibi[5750].ibvs 0;"
         "setAttr bs.it[0].itg[4].iti[5750].irc -type componentList 1 vtx[2];"
         "setAttr bs.it[0].itg[4].iti[5750].irp -type pointArray 1 1 2 3 1; flushUndo");
     scene_.mel("dv_blendShapeSetInbetweenPosition -i 4 -sp 5750 -tp 5700 bs");
@@ -73,6 +76,16 @@ TEST_F(SetInbetweenPosition, AllThatBelongsToAnInBetweenMovesAlong) {
     EXPECT_EQ(deltas(scene_, 4, 5700), "1 0 3 0\n");
     EXPECT_EQ(scene_.mel("getAttr bs.ibig[4].ibi[5700].ibtn").toString(), "half");
     EXPECT_EQ(scene_.mel("getAttr bs.ibig[4].ibi[5700].itp").toInt(), 1);
+    EXPECT_EQ(scene_.mel("getAttr bs.ibig[4].ibi[5700].ibvs").toInt(), 0);
+    EXPECT_EQ(scene_.mel("getAttr -multiIndices bs.ibig[4].ibi[5700].itc").toIntArray(),
+              (std::vector<int>{1, 3}));
+    const auto curve = [&](const std::string& part) {
+        return scene_.mel("getAttr bs.ibig[4].ibi[5700].itc" + part).toFloat();
+    };
+    EXPECT_EQ(curve("[1].itcp"), 0.25);
+    EXPECT_EQ(curve("[1].itcfv"), 0.5);
+    EXPECT_EQ(curve("[3].itcp"), 0.75);
+    EXPECT_EQ(curve("[3].itcfv"), 1.0);
     EXPECT_EQ(scene_.mel("getAttr -multiIndices bs.ibig[4].ibi").toIntArray(), std::vector<int>{5700});
     EXPECT_EQ(scene_.mel("getAttr bs.it[0].itg[4].iti[5700].irc").toStringArray(),
               std::vector<std::string>{"vtx[2]"});

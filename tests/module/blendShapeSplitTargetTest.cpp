@@ -72,6 +72,15 @@ INSTANTIATE_TEST_SUITE_P(
                       Split{"OtherAxis", "-ax y -iv 1", "0 0.5 1 0.5 2 0.5 3 0.5 4 0.5 "}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
+TEST_F(SplitTarget, CoordinatesCountWithFiveDecimals) {
+    // Both lie in the zone beside the plane, which ends at 0.0001.
+    scene_.mel(
+        "duplicate -name other base; xform -objectSpace -translation 0.000054 0 0 other.vtx[2];"
+        "xform -objectSpace -translation 0.000056 0 0 other.vtx[3]");
+    EXPECT_EQ(scene_.mel("dv_blendShapeSplitTarget -om otherShape -i 2 -iv 1 -tol 0.00001 bs").toInt(), 1);
+    EXPECT_EQ(weights("itg[2].tw"), "0 0 1 0 2 0.5 3 0.6 4 1 ");
+}
+
 TEST_F(SplitTarget, WeighsWhatAnyItemMovesAndForgetsOtherWeights) {
     scene_.mel("setAttr bs.it[0].itg[4].tw[8] 0.25");
     split("-i 4 -iv 1");

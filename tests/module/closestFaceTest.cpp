@@ -23,6 +23,10 @@ std::vector<zoo::NamedMesh> meshes() {
     list.push_back({"grid", grid});
     // Equal distances everywhere: the first sheet wins.
     list.push_back({"sheetsInOnePlace", host::geometry::uniteMeshes({grid, grid}).mesh});
+    // Corners of the second lie in lower faces of the first.
+    list.push_back(
+        {"sheetsShiftedInTheirPlane",
+         host::geometry::uniteMeshes({grid, grid}, {Matrix4(), Matrix4::translation({0.5, 0, 0.25})}).mesh});
     zoo::Mesh broken = grid;
     broken.setPoint(0, {0, std::nan(""), 0});
     broken.setPoint(30, {std::numeric_limits<double>::infinity(), 0, 0});

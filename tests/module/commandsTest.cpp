@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <sstream>
 #include <utility>
 
 #include "commandTable.h"
@@ -158,6 +159,31 @@ TEST_P(EveryHelp, IsTheOnlyThingAHelpCallDoes) {
 
 INSTANTIATE_TEST_SUITE_P(Module, EveryHelp, ::testing::ValuesIn(commandTables()),
                          [](const auto& tested) { return tested.param.command; });
+
+/// A use of each flag in a help text, and whether it says that the flag may come again.
+std::vector<std::pair<std::string, bool>> flagUses(const Strings& help) {
+    std::vector<std::pair<std::string, bool>> uses;
+    for (const std::string& line : help) {
+        std::istringstream words(line);
+        std::string name, longName, type;
+        if (!(words >> name >> longName >> type) || name[0] != '-' || longName[0] != '-') continue;
+        // The help text shows this one by another name.
+        if (name == "-add") name = "-aw";
+        const char* const argument = type == "<n/a>" ? " " : type == "<string>" ? " \"a\" " : " 1 ";
+        uses.emplace_back(name + argument, line.find("(multi use)") != std::string::npos);
+    }
+    return uses;
+}
+
+TEST_P(EveryHelp, TellsWhichFlagsMayBeUsedAgain) {
+    Scene scene;
+    for (const auto& [use, isMultiUse] : flagUses(GetParam().help)) {
+        const Strings errors = scene.run(GetParam().command + ' ' + use + use).errors;
+        const std::string refused =
+            "Flag '" + use.substr(0, use.find(' ')) + "' cannot be used more than once.";
+        EXPECT_EQ(std::count(errors.begin(), errors.end(), refused), isMultiUse ? 0 : 1) << use;
+    }
+}
 
 TEST(EveryCommand, HasCallsInItsTable) {
     for (const CommandTable& table : commandTables())

@@ -41,6 +41,16 @@ TEST_F(MeshEvaluate, OnlyTheIntermediateThatFeedsTheChainCounts) {
     EXPECT_EQ(intermediate("base"), "|base|baseShapeOrig");
 }
 
+TEST_F(MeshEvaluate, AnOriginalThatFeedsOneInputOnlyCounts) {
+    const Strings fed = scene_.mel("listConnections -plugs 1 -source 0 baseShapeOrig").toStringArray();
+    const Strings from =
+        scene_.mel("listConnections -plugs 1 -connections 1 -source 0 baseShapeOrig").toStringArray();
+    for (std::size_t k = 0; k + 1 < fed.size(); ++k)
+        scene_.mel("disconnectAttr " + from[2 * k] + ' ' + fed[k]);
+    ASSERT_EQ(scene_.mel("listConnections -plugs 1 baseShapeOrig").toStringArray(), Strings{fed.back()});
+    EXPECT_EQ(intermediate("base"), "|base|baseShapeOrig");
+}
+
 TEST_F(MeshEvaluate, EverySuspectIsListedInTheOrderOfTheChildren) {
     scene_.mel(
         "createNode mesh -name spare -parent base; setAttr spare.intermediateObject 1;"

@@ -96,6 +96,9 @@ TEST(MeshTopology, KnowsTheFaceBeyondEachEdge) {
 TEST(MeshTopology, TellsPlainRingsFromOtherFaces) {
     EXPECT_TRUE(MeshTopology(plainMesh(6, kTwoQuads)).isRing(1));
     EXPECT_FALSE(MeshTopology(plainMesh(5, {{0, 1, 2, 0, 3, 4}})).isRing(0)) << "touches itself";
+    EXPECT_TRUE(MeshTopology(plainMesh(11, {{0, 9, 1, 8, 2, 7, 3, 6, 4, 5, 10}})).isRing(0));
+    EXPECT_FALSE(MeshTopology(plainMesh(11, {{0, 9, 1, 8, 2, 0, 7, 3, 6, 4, 5}})).isRing(0))
+        << "of many corners";
     MeshConnectivity shifted = plainMesh(3, {{0, 1, 2}});
     shifted.faceEdges.values = {1, 2, 0};
     EXPECT_FALSE(MeshTopology(shifted).isRing(0)) << "edges do not begin at the first corner";
@@ -140,6 +143,14 @@ TEST(ShellWalker, FailsWhenFacesRunOutAndWalksOnAfterwards) {
     EXPECT_EQ(list(walker.order()), Ints());
     EXPECT_TRUE(walker.walk({2, 7, 6}, 1));
     EXPECT_EQ(list(walker.order()), Ints({7, 6, 8}));
+}
+
+TEST(ShellWalker, MeetsTheTipOfASpur) {
+    // The face goes to 2 and back by one edge, which ends the way around it.
+    const MeshTopology mesh(plainMesh(3, {{0, 1, 2, 1}}));
+    ShellWalker walker(mesh);
+    ASSERT_TRUE(walker.walk({0, 0, 1}, 1));
+    EXPECT_EQ(list(walker.order()), Ints({0, 1, 2}));
 }
 
 /// The walk without any preparation, marks in sets.

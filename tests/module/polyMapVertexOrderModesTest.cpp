@@ -60,6 +60,22 @@ TEST_F(ExtendMap, FromTwoEdgesByASideOfEach) {
     EXPECT_EQ(selected(), Strings({"base.f[2]", "base.f[4]", "base.vtx[10]", "base.vtx[16]"}));
 }
 
+TEST_F(ExtendMap, FromTwoEdgesOfAStripEitherSide) {
+    // Three quads in a row, of which the middle one is the nearer face of both inner edges.
+    const std::vector<float> points{-3, 0, 0, -1, 0, 0, 1, 0, 0, 3, 0, 0,
+                                    -3, 0, 1, -1, 0, 1, 1, 0, 1, 3, 0, 1};
+    const Ints left{0, 4, 5, 1};
+    const Ints middle{1, 5, 6, 2};
+    const Ints right{2, 6, 7, 3};
+    for (const std::vector<Ints>& faces : {std::vector<Ints>{middle, left, right}, {left, middle, right}}) {
+        scene_.mel("file -new -force");
+        add(meshOf(points, faces));
+        setMap(Ints(8, -1));
+        EXPECT_EQ(result("-atm " + edge(1, 5) + " " + edge(2, 6)), 1);
+        EXPECT_EQ(map(), Ints({3, 2, 1, 0, 7, 6, 5, 4}));
+    }
+}
+
 TEST_F(ExtendMap, FromOneEdge) {
     EXPECT_EQ(result("-atm " + edge(13, 16)), 1);
     EXPECT_EQ(map(), Ints({2, 1, 0, 5, 4, 3, -1, -1, -1, -1, -1, -1, 14, 13, 12, 17, 16, 15}));

@@ -184,6 +184,28 @@ TEST_F(MapVertexOrder, AShellOffThePlaneIsPointedOut) {
                   kClosingWarning);
 }
 
+TEST_F(MapVertexOrder, ACentreEdgeMayEndAtTheFirstVertex) {
+    add(meshOf({0, 0, 0, 0, 0, 1, -1, 0, 0, -1, 0, 1, 1, 0, 0, 1, 0, 1}, {{1, 0, 2, 3}, {0, 1, 5, 4}}));
+    EXPECT_EQ(result("base"), 1);
+    EXPECT_EQ(map(), Ints({0, 1, 4, 5, 2, 3}));
+}
+
+TEST_F(MapVertexOrder, AShellThatTouchesThePlaneInOneVertexIsPointedOut) {
+    // Symmetric across z as well, so that an edge from the plane outwards is one to begin at.
+    add(meshOf({0, 0, 0, 2, 0, -1, 1, 0, 0, 2, 0, 1}, {{0, 1, 2}, {0, 2, 3}}));
+    const Outcome outcome = call("-v 1 base");
+    EXPECT_EQ(outcome.value.toInt(), 1);
+    EXPECT_EQ(
+        outcome.infos,
+        Strings({"One or more shells have been found with no provided symmetry components and no centered "
+                 "vertices.",
+                 "Use the following command to indicate the affected shell:",
+                 "polySelect -extendToShell 0 baseShape;", "1 of 1 shells verified."}) +
+            closingLines("x", "0.0001"));
+    EXPECT_EQ(outcome.warnings, kClosingWarning);
+    EXPECT_EQ(map(), Ints({0, 3, 2, 1}));
+}
+
 TEST_F(MapVertexOrder, AFailedSearchOnThePlaneIsToldToo) {
     // One side only: the edge on the plane has one face.
     add(meshOf({0, 0, 0, 1, 0, 0, 1, 0, 1, 0, 0, 1}, {{0, 3, 2, 1}}));
@@ -329,6 +351,22 @@ TEST_F(MapVertexOrder, HalvesOfDifferentSizeLeaveTheMapAlone) {
     EXPECT_EQ(outcome.errors,
               Strings{"Remapping failed because the two passes have a different vertex count."});
     EXPECT_EQ(map(), Ints(11, -1));
+}
+
+TEST_F(MapVertexOrder, TheFaceCountsOfMarkedShellsGoToTheStartsInTheirOrder) {
+    add(host::geometry::uniteMeshes({twoQuads(5.0F), twoQuads(-5.0F), zoo::openGrid()}).mesh);
+    const Outcome outcome = call("-v 2 " + edge(1, 4) + " " + edge(7, 10) + " " + edge(19, 24));
+    EXPECT_EQ(outcome.value.toInt(), 1);
+    ASSERT_EQ(outcome.infos.size(), 8U);
+    const auto ending = [&](std::size_t line, std::size_t length) {
+        return outcome.infos[line].substr(outcome.infos[line].size() - length);
+    };
+    const std::string two = "Shell Face Size: 2  Shell Vertex Size: 0";
+    EXPECT_EQ(ending(5, two.size()), two);
+    EXPECT_EQ(ending(6, two.size()), two);
+    const std::string many = "Shell Face Size: 12  Shell Vertex Size: 0";
+    EXPECT_EQ(ending(7, many.size()), many);
+    EXPECT_TRUE(outcome.warnings.empty());
 }
 
 /// Two edges of one shell: the second start has no face count of its own, as there is one for each shell.

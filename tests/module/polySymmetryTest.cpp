@@ -122,6 +122,10 @@ TEST_F(PolySymmetry, FiveDecimalsTellTheSides) {
     place(1, "0.000005 0 0");
     EXPECT_EQ(checked("-dir 0 -tol 0.000000001 base"), 0);
     EXPECT_EQ(selected(), Strings{"base.vtx[1]"});
+    place(1, "-0.000004 0 0");
+    EXPECT_EQ(checked("-dir 1 -tol 0.000000001 base"), 1);
+    place(1, "-0.000005 0 0");
+    EXPECT_EQ(checked("-dir 1 -tol 0.000000001 base"), 0);
 }
 
 TEST_F(PolySymmetry, TheToleranceIsMeasuredOutsideTheTransform) {

@@ -41,15 +41,19 @@ Matrix rotated(const Angles& angles, int order) {
 
 class ReorderRotation : public ::testing::Test {
   protected:
+    Angles called(const std::string& flags) {
+        const std::vector<double> result = scene_.mel("dv_reorderRotation " + flags).toFloatArray();
+        EXPECT_EQ(result.size(), 3U);
+        return {result.at(0), result.at(1), result.at(2)};
+    }
+
     Angles reorder(const Angles& degrees, int in, int out) {
         std::ostringstream text;
         text.imbue(std::locale::classic());
         text.precision(17);
-        text << "dv_reorderRotation -io " << in << " -oo " << out << " -irx " << degrees[0] << " -iry "
-             << degrees[1] << " -irz " << degrees[2];
-        const std::vector<double> result = scene_.mel(text.str()).toFloatArray();
-        EXPECT_EQ(result.size(), 3U);
-        return {result.at(0), result.at(1), result.at(2)};
+        text << "-io " << in << " -oo " << out << " -irx " << degrees[0] << " -iry " << degrees[1] << " -irz "
+             << degrees[2];
+        return called(text.str());
     }
 
     void expectSameRotation(const Angles& degrees, int in, const Angles& reordered, int out) {
@@ -116,9 +120,11 @@ TEST_F(ReorderRotation, AnyOtherCodeIsXyzAndWhatIsNotGivenIsZero) {
         EXPECT_EQ(reorder(degrees, code, 2), reorder(degrees, 0, 2)) << code;
         EXPECT_EQ(reorder(degrees, 2, code), reorder(degrees, 2, 0)) << code;
     }
-    const std::vector<double> partial =
-        scene_.mel("dv_reorderRotation -inRotationY 20 -outOrder 4").toFloatArray();
-    EXPECT_EQ(partial, std::vector<double>({0.0, 20 * kIn * kOut, 0.0}));
+    EXPECT_EQ(called("-inRotationY 20 -outOrder 4"), (Angles{0.0, 20 * kIn * kOut, 0.0}));
+    const std::string angles = "-irx 10 -iry 20 -irz 30 ";
+    EXPECT_EQ(called(angles), reorder(degrees, 0, 0));
+    EXPECT_EQ(called(angles + "-io 2"), reorder(degrees, 2, 0));
+    EXPECT_EQ(called(angles + "-oo 2"), reorder(degrees, 0, 2));
 }
 
 }  // namespace

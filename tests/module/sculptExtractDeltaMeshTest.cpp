@@ -162,6 +162,22 @@ INSTANTIATE_TEST_SUITE_P(
                     "disconnectAttr armShapeOrig.worldMesh[0] $fed[0]"}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
+/// Nearly flat: whether it has an inverse cannot be told from single-precision points, but the host finds
+/// one.
+TEST(SculptExtract, WhatMayHaveNoInverseIsLedBackByTheHost) {
+    ProbedDeformation deformation;
+    deformation.deformed = MFloatPointArray(1, MFloatPoint(1, 2, 0));
+    deformation.moved[0] = MFloatPointArray(1, MFloatPoint(3, 2, 0));
+    deformation.moved[1] = MFloatPointArray(1, MFloatPoint(1, 3, 0));
+    deformation.moved[2] = MFloatPointArray(1, MFloatPoint(1, 2, 1e-7F));
+    const MFloatPointArray sculpt(1, MFloatPoint(7, 5, 4e-7F));
+    MFloatPointArray points(1, MFloatPoint(10, 20, 30));
+    EXPECT_EQ(solveCorrective(deformation, sculpt, points), 1U);
+    EXPECT_NEAR(points[0].x, 13, 1e-5);
+    EXPECT_NEAR(points[0].y, 23, 1e-5);
+    EXPECT_NEAR(points[0].z, 34, 1e-5);
+}
+
 TEST(SculptExtract, PointsThatAreNoNumbersStay) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float huge = std::numeric_limits<float>::max();

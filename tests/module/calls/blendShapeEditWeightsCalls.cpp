@@ -44,6 +44,11 @@ std::vector<Call> editWeightsCalls() {
                     "The skin mesh is not defined."),
         failingCall("ExportToTheSkinOfAnotherMesh", painted + skin + "polyPlane -name other;",
                     command + "-ex -sc skin -sm other bs", {"Error setting skin weights."}),
+        failingCall("ExportAWeightForEachVertexToTheSkinOfAnotherMesh",
+                    skin + "polyPlane -name other -sx 4 -sy 3;"
+                           "dv_blendShapeEditWeights -sw -wi 0 -w 0.5 bs;"
+                           "dv_blendShapeEditWeights -iv -av -om |base|baseShapeOrig bs;",
+                    command + "-ex -sc skin -sm other bs", {"Error setting skin weights."}),
         failingCall("ImportFromTheSkinOfAnotherMesh", skin + "polyPlane -name other;",
                     command + "-im -sc skin -sm other bs", {"Error getting skin weights."}),
         refusedCall("SetTooFewWeights", "", command + "-sw -wi 1 -wi 2 -w 0.5 bs",

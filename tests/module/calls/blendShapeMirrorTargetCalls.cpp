@@ -37,6 +37,10 @@ std::vector<Call> mirrorCalls() {
                     "setAttr bs.w[2] 0; setAttr -lock 1 bs.it[0].itg[2].iti[6000].ipt;", onBase + "-si 2 bs",
                     {"Error setting points for empty target."},
                     "setAttr bs.it[0].itg[2].iti[6000].ict -type componentList 1 vtx[0]"),
+        failingCall("MirrorLockedEmptyTargetToAnother",
+                    "setAttr bs.w[2] 0; setAttr -lock 1 bs.it[0].itg[2].iti[6000].ipt;",
+                    onBase + "-si 2 -t 2 -ti 4 bs", {"Error setting points for empty target."},
+                    "setAttr bs.it[0].itg[2].iti[6000].ict -type componentList 1 vtx[0]"),
         failingCall(
             "MirrorLockedDeltas", lockPoints, onBase + "bs", {"Error setting mirrored points."},
             "setAttr bs.it[0].itg[0].iti[6000].ict -type componentList 4 vtx[1] vtx[7] vtx[12] vtx[3]"),
