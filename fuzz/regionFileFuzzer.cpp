@@ -8,8 +8,8 @@
 namespace {
 
 /// A file as an export writes it.
-std::string rewritten(std::string_view text, bool isJson) {
-    RegionFile file = parseRegionFile(text, isJson);
+std::string rewritten(std::string_view text, FileForm form) {
+    RegionFile file = parseRegionFile(text, form);
     RegionArrays map;
     map.vertexCount = file.vertexCount();
     for (std::size_t region = 0; region < kRegionCount; ++region) {
@@ -19,7 +19,7 @@ std::string rewritten(std::string_view text, bool isJson) {
         map.regions[region] = file.weights[region].data();
     }
     std::string result;
-    writeRegionFile(file.settings, map, isJson, [&](std::string_view piece) { result += piece; });
+    writeRegionFile(file.settings, map, form, [&](std::string_view piece) { result += piece; });
     return result;
 }
 
@@ -28,9 +28,9 @@ std::string rewritten(std::string_view text, bool isJson) {
 /// Any text is read, in both layouts. What was read is written and read again: the same text comes of it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    for (const bool isJson : {true, false}) {
-        const std::string first = rewritten(text, isJson);
-        require(rewritten(first, isJson) == first, "reading back gave something else");
+    for (const FileForm form : {FileForm::kJson, FileForm::kPlain}) {
+        const std::string first = rewritten(text, form);
+        require(rewritten(first, form) == first, "reading back gave something else");
     }
     return 0;
 }

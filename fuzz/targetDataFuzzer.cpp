@@ -20,27 +20,26 @@ void checkAlias(const TargetItem& item) {
 /// are left out: their few bits do not come back as the same digits.
 std::string rewritten(std::string_view text, const TargetRemap* remap) {
     JsonWriter writer;
-    writer.write("{\n");
+    writer.openObject();
     readTargetData(text, remap, [&](const TargetItem& item) {
         require(item.vertices.size() == item.points.size(), "a point for every vertex");
         require(item.target >= 0 && item.item >= 0, "no target or item before the first");
         checkAlias(item);
-        writer.openObject(1, item.target);
-        writer.writeStringMember(2, "name", std::string(item.name));
-        writer.openObject(2, "data");
-        writer.openObject(3, item.item);
+        writer.openObject(item.target);
+        writer.writeStringMember("name", std::string(item.name));
+        writer.openObject("data");
+        writer.openObject(item.item);
         for (std::size_t k = 0; k < item.vertices.size(); ++k) {
             require(item.vertices[k] >= 0, "no vertex before the first");
             double point[3];
             for (std::size_t axis = 0; axis < 3; ++axis)
                 point[axis] = writable(item.points[k][axis]);
-            writer.writeIndexPoint(4, item.vertices[k], point, k + 1 == item.vertices.size());
+            writer.writeIndexPoint(item.vertices[k], point);
         }
-        writer.closeObject(3, true);
-        writer.closeObject(2, true);
-        writer.closeObject(1, false);
+        for (int k = 0; k < 3; ++k)
+            writer.closeObject();
     });
-    writer.write("}");
+    writer.closeObject();
     return writer.text();
 }
 

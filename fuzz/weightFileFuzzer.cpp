@@ -10,15 +10,15 @@
 namespace {
 
 /// A file as an export writes it.
-std::string rewritten(std::string_view text, bool isJson) {
+std::string rewritten(std::string_view text, FileForm form) {
     std::vector<std::pair<int, double>> weights;
-    readWeightFile(text, isJson, [&](int vertex, double value) {
+    readWeightFile(text, form, [&](int vertex, double value) {
         require(vertex >= 0, "no vertex before the first");
         weights.emplace_back(vertex, writable(value));
     });
-    WeightFileWriter writer(isJson);
-    for (std::size_t k = 0; k < weights.size(); ++k)
-        writer.add(weights[k].first, weights[k].second, k + 1 == weights.size());
+    WeightFileWriter writer(form);
+    for (const auto& [vertex, value] : weights)
+        writer.add(vertex, value);
     return writer.finish();
 }
 
@@ -27,9 +27,9 @@ std::string rewritten(std::string_view text, bool isJson) {
 /// Any text is read, in both layouts. What was read is written and read again: the same text comes of it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    for (const bool isJson : {true, false}) {
-        const std::string first = rewritten(text, isJson);
-        require(rewritten(first, isJson) == first, "reading back gave something else");
+    for (const FileForm form : {FileForm::kJson, FileForm::kPlain}) {
+        const std::string first = rewritten(text, form);
+        require(rewritten(first, form) == first, "reading back gave something else");
     }
     return 0;
 }

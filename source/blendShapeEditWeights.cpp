@@ -458,7 +458,7 @@ CallOutcome blendShapeEditWeights::exportWeights() {
     if (weights.isEmpty()) return CallOutcome::refused("No weights to export");
     OutputFile file;
     if (!file.open(fileName_.asUTF8())) return CallOutcome::refused(kWriteError);
-    file.write(weightFileText(weights, isJsonFile(fileName_.asUTF8())));
+    file.write(weightFileText(weights, fileFormOf(fileName_.asUTF8())));
     if (!file.close()) return CallOutcome::refused(kWriteError);
     setResult(1);
     return CallOutcome();
@@ -467,7 +467,7 @@ CallOutcome blendShapeEditWeights::exportWeights() {
 bool blendShapeEditWeights::readFile(WeightList& weights) const {
     FileContent file;
     if (!file.read(fileName_.asUTF8())) return false;
-    weights = parseWeightFile(file.text(), isJsonFile(fileName_.asUTF8()));
+    weights = parseWeightFile(file.text(), fileFormOf(fileName_.asUTF8()));
     return true;
 }
 

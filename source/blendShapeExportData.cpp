@@ -36,14 +36,14 @@ std::vector<Item> readItems(TargetEditor& targets, int target) {
     return items;
 }
 
-void writeItem(const Item& item, bool isLast, JsonWriter& writer) {
-    writer.openObject(3, item.index);
+void writeItem(const Item& item, JsonWriter& writer) {
+    writer.openObject(item.index);
     const unsigned int count = item.deltas.vertices.length();
     for (unsigned int k = 0; k < count; ++k) {
         const MPoint& delta = item.deltas.points[k];
-        writer.writeIndexPoint(4, item.deltas.vertices[k], {delta.x, delta.y, delta.z}, k + 1 == count);
+        writer.writeIndexPoint(item.deltas.vertices[k], {delta.x, delta.y, delta.z});
     }
-    writer.closeObject(3, isLast);
+    writer.closeObject();
 }
 
 }  // namespace
@@ -79,36 +79,28 @@ CallOutcome blendShapeExportData::read(const MArgDatabase& arguments) {
 CallOutcome blendShapeExportData::edit() {
     OutputFile file;
     if (!file.open(fileName_.asUTF8())) return CallOutcome::refused("Unable to open file for writing.");
-    const std::size_t last = lastWithItems();
     TargetEditor targets(blendShape_);
     JsonWriter writer;
-    writer.write("{\n");
+    writer.openObject();
     bool hasItems = false;
     for (std::size_t k = 0; k < targets_.size(); ++k) {
-        hasItems = writeTarget(targets, k, k == last, writer) || hasItems;
+        hasItems = writeTarget(targets, k, writer) || hasItems;
         // Until there is something to export, the file stays as it was.
         if (!hasItems) continue;
         file.write(writer.text());
         writer.clear();
     }
     if (!hasItems) return CallOutcome::refused("No items to export");
-    file.write("}");
+    writer.closeObject();
+    file.write(writer.text());
     if (!file.close()) return CallOutcome::refused("Unable to open file for writing.");
     setResult(1);
     return CallOutcome();
 }
 
-/// Place in the list of the last target that is going to be written: no comma comes after it.
-std::size_t blendShapeExportData::lastWithItems() const {
-    std::size_t position = targets_.size() - 1;
-    while (position > 0 && getTargetItemIndices(blendShape_, targets_[position]).length() == 0)
-        --position;
-    return position;
-}
-
 /// Writes the object of a target that has items.
 /// @return whether any of them was written
-bool blendShapeExportData::writeTarget(TargetEditor& targets, std::size_t position, bool isLast,
+bool blendShapeExportData::writeTarget(TargetEditor& targets, std::size_t position,
                                        JsonWriter& writer) const {
     const int target = targets_[position];
     if (getTargetItemIndices(blendShape_, target).length() == 0) {
@@ -116,13 +108,13 @@ bool blendShapeExportData::writeTarget(TargetEditor& targets, std::size_t positi
         return false;
     }
     const MString name = position < channelNames_.size() ? channelNames_[position] : MString();
-    writer.openObject(1, target);
-    writer.writeStringMember(2, "name", name.asUTF8());
-    writer.openObject(2, "data");
+    writer.openObject(target);
+    writer.writeStringMember("name", name.asUTF8());
+    writer.openObject("data");
     const std::vector<Item> items = readItems(targets, target);
-    for (std::size_t k = 0; k < items.size(); ++k)
-        writeItem(items[k], k + 1 == items.size(), writer);
-    writer.closeObject(2, true);
-    writer.closeObject(1, isLast);
+    for (const Item& item : items)
+        writeItem(item, writer);
+    writer.closeObject();
+    writer.closeObject();
     return !items.empty();
 }

@@ -29,8 +29,7 @@ class blendShapeExportData : public CommandOf<blendShapeExportData> {
     CallOutcome edit() override;
 
   private:
-    std::size_t lastWithItems() const;
-    bool writeTarget(TargetEditor& targets, std::size_t position, bool isLast, JsonWriter& writer) const;
+    bool writeTarget(TargetEditor& targets, std::size_t position, JsonWriter& writer) const;
 
     MString fileName_;
     std::vector<MString> channelNames_;

@@ -301,7 +301,7 @@ CallOutcome editRegionMap::color(const RegionNode& node, const MObject& mesh) {
 }
 
 CallOutcome editRegionMap::exportMap(const RegionNode& node) {
-    const bool isJson = isJsonFile(fileName_.asUTF8());
+    const FileForm form = fileFormOf(fileName_.asUTF8());
     std::string settings;
     MString error;
     if (!hasIndex_ && !node.readSettings(settings, error)) return CallOutcome::refused(error);
@@ -309,16 +309,16 @@ CallOutcome editRegionMap::exportMap(const RegionNode& node) {
     if (!file.open(fileName_.asUTF8())) return CallOutcome::refused(kWriteError);
     if (hasIndex_) {
         const MDoubleArray weights = node.readRegion(region());
-        WeightFileWriter writer(isJson);
+        WeightFileWriter writer(form);
         for (unsigned int vertex = 0; vertex < weights.length(); ++vertex)
-            writer.add(static_cast<int>(vertex), weights[vertex], vertex + 1 == weights.length());
+            writer.add(static_cast<int>(vertex), weights[vertex]);
         file.write(writer.finish());
     } else {
         const RegionMap map = node.readMap();
         RegionArrays arrays = map.arrays();
         // The first array says how many vertices the map has.
         arrays.vertexCount = node.readRegion(0).length();
-        writeRegionFile(settings, arrays, isJson, [&](std::string_view text) { file.write(text); });
+        writeRegionFile(settings, arrays, form, [&](std::string_view text) { file.write(text); });
     }
     return file.close() ? done() : CallOutcome::refused(kWriteError);
 }
@@ -327,7 +327,7 @@ CallOutcome editRegionMap::importMap(RegionNode& node, unsigned int vertexCount)
     FileContent file;
     if (!file.read(fileName_.asUTF8())) return CallOutcome::refused(kReadError);
     if (hasIndex_) return importRegion(node, file.text(), vertexCount);
-    const RegionFile content = parseRegionFile(file.text(), isJsonFile(fileName_.asUTF8()), vertexCount);
+    const RegionFile content = parseRegionFile(file.text(), fileFormOf(fileName_.asUTF8()), vertexCount);
     if (content.malformedLine > 0)
         return CallOutcome::refused(lineText(fileName_, content.malformedLine, "six weights"));
     if (content.vertexCount() != vertexCount) return CallOutcome::refused(kCountError);
@@ -341,14 +341,14 @@ CallOutcome editRegionMap::importMap(RegionNode& node, unsigned int vertexCount)
 
 /// Reads a file with one region. It must have a weight for each vertex, once.
 CallOutcome editRegionMap::importRegion(RegionNode& node, std::string_view text, unsigned int vertexCount) {
-    const bool isJson = isJsonFile(fileName_.asUTF8());
-    if (parseRegionFile(text, isJson).vertexCount() > 0)
+    const FileForm form = fileFormOf(fileName_.asUTF8());
+    if (parseRegionFile(text, form).vertexCount() > 0)
         return CallOutcome::refused("The file holds a whole region map. Import it without -index.");
     MDoubleArray weights(vertexCount, 0.0);
     std::vector<bool> isRead(vertexCount, false);
     unsigned int readCount = 0;
     bool isFitting = true;
-    const int malformedLine = readWeightFile(text, isJson, [&](int vertex, double value) {
+    const int malformedLine = readWeightFile(text, form, [&](int vertex, double value) {
         const auto index = static_cast<unsigned int>(vertex);
         isFitting = isFitting && index < vertexCount && !isRead[index];
         if (!isFitting) return;

@@ -173,7 +173,8 @@ void polyMapVertexOrder::select(const MIntArray& map) const {
         }
     } else {
         for (unsigned int k = 0; k < map.length(); ++k) {
-            if ((map[k] != kUnmapped) == (mode_ == Mode::kSelectMapped)) vertices.push_back(static_cast<int>(k));
+            if ((map[k] != kUnmapped) == (mode_ == Mode::kSelectMapped))
+                vertices.push_back(static_cast<int>(k));
         }
     }
     selectComponents(mesh_, {}, vertices);

@@ -55,11 +55,6 @@ bool copyContent(const fs::path& from, const fs::path& to) {
 
 }  // namespace
 
-bool isJsonFile(std::string_view name) {
-    constexpr std::string_view kEnd = "json";
-    return name.size() >= kEnd.size() && name.substr(name.size() - kEnd.size()) == kEnd;
-}
-
 bool FileContent::read(const std::string& name) {
     bytes_.reset();
     size_ = 0;

@@ -9,9 +9,6 @@
 
 /// Data files on disk, byte for byte. File names are UTF-8.
 
-/// Whether the name of a file asks for the JSON layout: it ends in "json", in lower case.
-bool isJsonFile(std::string_view name);
-
 /// The content of a file.
 class FileContent {
   public:

@@ -15,56 +15,61 @@ bool isBlankOrLineEnd(char c) {
     return c == '\n' || isBlank(c);
 }
 
-/// Room for the longest line of an index with a point, apart from its tabs.
-constexpr std::size_t kPointLineRoom = 4 * kNumberRoom + sizeof("\"\": [, , ],\n");
+/// Room for the longest line of an index with a point, without its start.
+constexpr std::size_t kPointLineRoom = 4 * kNumberRoom + sizeof("\"\": [, , ]");
 
 char* put(char* at, std::string_view text) {
     return std::copy(text.begin(), text.end(), at);
 }
 
-std::string_view memberEnd(bool isLast) {
-    return isLast ? "\n" : ",\n";
-}
-
 }  // namespace
 
-void JsonWriter::startLine(int indent) {
-    text_.append(static_cast<std::size_t>(std::max(indent, 0)), '\t');
+void JsonWriter::startLine() {
+    text_.append(lineStart_, isFirst_ ? 1 : 0);
+    isFirst_ = false;
 }
 
-void JsonWriter::openObject(int indent, std::string_view key) {
-    startLine(indent);
-    text_.append("\"").append(key).append("\": {\n");
+void JsonWriter::openObject() {
+    text_ += '{';
+    lineStart_ += '\t';
+    isFirst_ = true;
 }
 
-void JsonWriter::openObject(int indent, int index) {
+void JsonWriter::openObject(std::string_view key) {
+    startLine();
+    text_.append("\"").append(key).append("\": ");
+    openObject();
+}
+
+void JsonWriter::openObject(int index) {
     char key[kNumberRoom];
-    openObject(indent, std::string_view(key, static_cast<std::size_t>(writeNumber(key, index) - key)));
+    openObject(std::string_view(key, static_cast<std::size_t>(writeNumber(key, index) - key)));
 }
 
-void JsonWriter::closeObject(int indent, bool isLast) {
-    startLine(indent);
-    text_.append("}").append(memberEnd(isLast));
+void JsonWriter::closeObject() {
+    lineStart_.pop_back();
+    text_.append(lineStart_, 1).append("}");
+    isFirst_ = false;
 }
 
-void JsonWriter::writeStringMember(int indent, std::string&& key, std::string&& value) {
-    startLine(indent);
-    text_.append("\"").append(key).append("\": \"").append(value).append("\",\n");
+void JsonWriter::writeStringMember(std::string&& key, std::string&& value) {
+    startLine();
+    text_.append("\"").append(key).append("\": \"").append(value).append("\"");
     key.clear();
     value.clear();
 }
 
-void JsonWriter::writeIndexValue(int indent, int index, double value, bool isLast) {
-    startLine(indent);
+void JsonWriter::writeIndexValue(int index, double value) {
+    startLine();
     char line[kPointLineRoom];
     char* at = put(line, "\"");
     at = put(writeNumber(at, index), "\": ");
-    at = put(writeNumber(at, value), memberEnd(isLast));
+    at = writeNumber(at, value);
     text_.append(line, static_cast<std::size_t>(at - line));
 }
 
-void JsonWriter::writeIndexPoint(int indent, int index, const double (&point)[3], bool isLast) {
-    startLine(indent);
+void JsonWriter::writeIndexPoint(int index, const double (&point)[3]) {
+    startLine();
     // One append a line: files have millions of them.
     char line[kPointLineRoom];
     char* at = put(line, "\"");
@@ -72,7 +77,6 @@ void JsonWriter::writeIndexPoint(int indent, int index, const double (&point)[3]
     at = put(writeNumber(at, point[0]), ", ");
     at = put(writeNumber(at, point[1]), ", ");
     at = put(writeNumber(at, point[2]), "]");
-    at = put(at, memberEnd(isLast));
     text_.append(line, static_cast<std::size_t>(at - line));
 }
 

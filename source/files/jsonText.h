@@ -12,7 +12,8 @@
 /// with other blanks, too; whatever they do not expect they pass over. Text only: no host, no
 /// files.
 
-/// Puts together the text of a file. Every call but `write` adds one line.
+/// Puts together the text of a file: a line for each member, and one for the end of each object. Commas and
+/// tabs are the writer's own.
 class JsonWriter {
   public:
     const std::string& text() const { return text_; }
@@ -20,28 +21,27 @@ class JsonWriter {
     /// megabytes need not be in memory at once.
     void clear() { text_.clear(); }
 
-    /// Adds text as it is: the braces around the whole, "{\n" and "}", are the owner's to write.
-    void write(std::string_view text) { text_ += text; }
-
+    /// `{`: the object around the whole.
+    void openObject();
     /// `"key": {`
-    void openObject(int indent, std::string_view key);
-    void openObject(int indent, int index);
-    /// `}`, with a comma unless it is the last of its object.
-    void closeObject(int indent, bool isLast);
+    void openObject(std::string_view key);
+    void openObject(int index);
+    /// `}` of the innermost object.
+    void closeObject();
 
-    /// `"key": "value",`, always with a comma: another member follows in every file. Both strings
-    /// are empty afterwards.
-    void writeStringMember(int indent, std::string&& key, std::string&& value);
-
+    /// `"key": "value"`. Both strings are empty afterwards.
+    void writeStringMember(std::string&& key, std::string&& value);
     /// `"index": value`
-    void writeIndexValue(int indent, int index, double value, bool isLast);
+    void writeIndexValue(int index, double value);
     /// `"index": [x, y, z]`
-    void writeIndexPoint(int indent, int index, const double (&point)[3], bool isLast);
+    void writeIndexPoint(int index, const double (&point)[3]);
 
   private:
-    void startLine(int indent);
+    void startLine();
 
     std::string text_;
+    std::string lineStart_ = ",\n";  // of a member behind another one: with a tab for each open object
+    bool isFirst_ = true;            // nothing stands in the innermost object yet
 };
 
 /// Walks over the text of a file from front to back. Cost is linear in the text, whatever it holds.

@@ -91,12 +91,13 @@ RegionFile parsePlain(std::string_view text, std::size_t vertexCount) {
 
 }  // namespace
 
-RegionFile parseRegionFile(std::string_view text, bool isJson, std::size_t vertexCount) {
-    return isJson ? parseJson(text, vertexCount) : parsePlain(text, vertexCount);
+RegionFile parseRegionFile(std::string_view text, FileForm form, std::size_t vertexCount) {
+    return form == FileForm::kJson ? parseJson(text, vertexCount) : parsePlain(text, vertexCount);
 }
 
-void writeRegionFile(std::string_view settings, const RegionArrays& map, bool isJson,
+void writeRegionFile(std::string_view settings, const RegionArrays& map, FileForm form,
                      const std::function<void(std::string_view)>& write) {
+    const bool isJson = form == FileForm::kJson;
     std::string piece;
     piece.reserve(settings.size() + kPieceSize + kEntryRoom);
     if (isJson) piece += "{\n\t\"settings\": \"";

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "files/fileForm.h"
 #include "regions/regionWeights.h"
 
 /// Text of files that hold a whole region map, with its settings, in either of two layouts. Text only: no
@@ -25,9 +26,9 @@ struct RegionFile {
 /// without six weights, or with one beyond single precision, is passed over; a JSON number that cannot be
 /// read is 0, a plain one spoils its line. Blank lines count for nothing.
 /// @param vertexCount  the number of entries to expect; no more than a hint
-RegionFile parseRegionFile(std::string_view text, bool isJson, std::size_t vertexCount = 0);
+RegionFile parseRegionFile(std::string_view text, FileForm form, std::size_t vertexCount = 0);
 
 /// Writes the text of a file, piece by piece: six significant digits.
 /// @param settings  a line; one with quotes or line ends comes back cut short
-void writeRegionFile(std::string_view settings, const RegionArrays& map, bool isJson,
+void writeRegionFile(std::string_view settings, const RegionArrays& map, FileForm form,
                      const std::function<void(std::string_view)>& write);

@@ -41,30 +41,32 @@ int readPlain(std::string_view text, const Take& take) {
 
 }  // namespace
 
-WeightFileWriter::WeightFileWriter(bool isJson) : isJson_(isJson) {
-    if (isJson_) writer_.write("{\n");
+WeightFileWriter::WeightFileWriter(FileForm form) : form_(form) {
+    if (form_ == FileForm::kJson) json_.openObject();
 }
 
-void WeightFileWriter::add(int vertex, double value, bool isLast) {
-    if (isJson_) {
-        writer_.writeIndexValue(1, vertex, value, isLast);
+void WeightFileWriter::add(int vertex, double value) {
+    if (form_ == FileForm::kJson) {
+        json_.writeIndexValue(vertex, value);
         return;
     }
     char line[2 * kNumberRoom + 2];
-    char* at = writeNumber(line, vertex);
+    char* at = line;
+    if (!plain_.empty()) *at++ = '\n';
+    at = writeNumber(at, vertex);
     *at++ = ' ';
     at = writeNumber(at, value);
-    if (!isLast) *at++ = '\n';
-    writer_.write({line, static_cast<std::size_t>(at - line)});
+    plain_.append(line, static_cast<std::size_t>(at - line));
 }
 
 const std::string& WeightFileWriter::finish() {
-    if (isJson_) writer_.write("}");
-    return writer_.text();
+    if (form_ == FileForm::kPlain) return plain_;
+    json_.closeObject();
+    return json_.text();
 }
 
-int readWeightFile(std::string_view text, bool isJson, const Take& take) {
-    if (!isJson) return readPlain(text, take);
+int readWeightFile(std::string_view text, FileForm form, const Take& take) {
+    if (form == FileForm::kPlain) return readPlain(text, take);
     readJson(text, take);
     return 0;
 }

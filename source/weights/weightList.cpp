@@ -66,16 +66,16 @@ double WeightLookup::operator()(int vertex) {
     return weights_.values[at_++];
 }
 
-std::string weightFileText(const WeightList& weights, bool isJson) {
-    WeightFileWriter writer(isJson);
+std::string weightFileText(const WeightList& weights, FileForm form) {
+    WeightFileWriter writer(form);
     const unsigned int count = weights.vertices.length();
     for (unsigned int k = 0; k < count; ++k)
-        writer.add(weights.vertices[k], weights.values[k], k + 1 == count);
+        writer.add(weights.vertices[k], weights.values[k]);
     return writer.finish();
 }
 
-WeightList parseWeightFile(std::string_view text, bool isJson) {
+WeightList parseWeightFile(std::string_view text, FileForm form) {
     WeightList weights;
-    readWeightFile(text, isJson, [&](int vertex, double value) { weights.append(vertex, value); });
+    readWeightFile(text, form, [&](int vertex, double value) { weights.append(vertex, value); });
     return weights;
 }

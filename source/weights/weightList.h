@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "files/fileForm.h"
+
 /// Stored weights: vertices and their weights, aligned by position. A vertex that is not listed
 /// weighs 1.
 struct WeightList {
@@ -43,7 +45,7 @@ class WeightLookup {
 };
 
 /// The text of a weight file that holds a list (weightFile.h).
-std::string weightFileText(const WeightList& weights, bool isJson);
+std::string weightFileText(const WeightList& weights, FileForm form);
 
 /// The weights that the text of a weight file holds, in its order.
-WeightList parseWeightFile(std::string_view text, bool isJson);
+WeightList parseWeightFile(std::string_view text, FileForm form);

@@ -15,22 +15,26 @@ TEST(JsonWriter, LaysOutEachLine) {
     JsonWriter writer;
     std::string key = "name";
     std::string value = "a \"b\"\\";
-    writer.write("{\n");
-    writer.openObject(1, 12);
-    writer.writeStringMember(2, std::move(key), std::move(value));
-    writer.openObject(2, "data");
-    writer.writeIndexPoint(4, 7, {-0.5, 1.0 / 3.0, 1.23e-7}, false);
-    writer.writeIndexPoint(4, 2147483647, {0, 1e6, -123456789}, true);
-    writer.closeObject(2, true);
-    writer.closeObject(1, false);
-    writer.writeIndexValue(1, 0, 0.5, false);
-    writer.writeIndexValue(1, -5, 0.25, true);
-    writer.write("}");
-    EXPECT_EQ(writer.text(),
+    writer.openObject();
+    writer.openObject(12);
+    writer.writeStringMember(std::move(key), std::move(value));
+    writer.openObject("data");
+    writer.writeIndexPoint(7, {-0.5, 1.0 / 3.0, 1.23e-7});
+    writer.writeIndexPoint(2147483647, {0, 1e6, -123456789});
+    writer.closeObject();
+    writer.closeObject();
+    const std::string first = writer.text();
+    writer.clear();
+    writer.writeIndexValue(0, 0.5);
+    writer.writeIndexValue(-5, 0.25);
+    writer.openObject(3);
+    writer.closeObject();
+    writer.closeObject();
+    EXPECT_EQ(first + writer.text(),
               "{\n\t\"12\": {\n\t\t\"name\": \"a \"b\"\\\",\n\t\t\"data\": {\n"
-              "\t\t\t\t\"7\": [-0.5, 0.333333, 1.23e-07],\n"
-              "\t\t\t\t\"2147483647\": [0, 1e+06, -1.23457e+08]\n"
-              "\t\t}\n\t},\n\t\"0\": 0.5,\n\t\"-5\": 0.25\n}");
+              "\t\t\t\"7\": [-0.5, 0.333333, 1.23e-07],\n"
+              "\t\t\t\"2147483647\": [0, 1e+06, -1.23457e+08]\n"
+              "\t\t}\n\t},\n\t\"0\": 0.5,\n\t\"-5\": 0.25,\n\t\"3\": {\n\t}\n}");
     EXPECT_EQ(key, "");
     EXPECT_EQ(value, "");
 }
