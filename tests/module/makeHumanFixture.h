@@ -2,23 +2,30 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 
 #include "fixtures.h"
 
-/// Tests on a character of production size: they skip themselves where its folder is not at hand.
+/// Tests on a character of production size, from the folder that $DELVEN_DATA_FOLDER names (tests/README.md).
+/// They skip themselves where it names none, and fail where the folder lacks the character.
 class MakeHuman : public ::testing::Test {
   protected:
     void SetUp() override {
-        if (!std::filesystem::exists(path("base.obj"))) GTEST_SKIP() << "needs " << path("base.obj");
+        if (dataFolder().empty()) GTEST_SKIP() << "DELVEN_DATA_FOLDER names no folder";
+        ASSERT_TRUE(std::filesystem::exists(path("base.obj"))) << path("base.obj");
+    }
+
+    static std::string dataFolder() {
+        const char* const folder = std::getenv("DELVEN_DATA_FOLDER");
+        return folder != nullptr ? folder : "";
     }
 
     /// Path of a file of the folder, as scripts take it.
     static std::string path(const std::string& file) {
-        const std::filesystem::path folder =
-            std::filesystem::path(DELVEN_SOURCE_DIR) / "../shared/data/makehuman";
-        return (folder / file).lexically_normal().generic_string();
+        const std::filesystem::path folder = std::filesystem::u8path(dataFolder());
+        return (folder / "makehuman" / file).lexically_normal().generic_string();
     }
 
     /// Imports a mesh of the folder as an object of this name.
