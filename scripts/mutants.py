@@ -14,6 +14,7 @@ the files below source/ ('symmetry/*'). The same seed draws the same faults, als
 A fault that nobody can observe stands with its reason in scripts/mutants-equivalent.txt. It is made too: when the quick
 tests kill it, its reason is wrong. Ends with 0 whatever survives. build/mutants/log.txt says what became of each fault.
 """
+import fcntl
 import fnmatch
 import hashlib
 import json
@@ -57,6 +58,7 @@ SKIPPED = [
     (r"\bkBuildCost\b|\bwork_\b|\bkFew\b|\balignas\b", "chooses the faster of two ways to one result"),
     (r"\bperror\(", "a report on the standard error stream, which tests do not read"),
     (r"\bkVendor\b", "names the vendor, which no script can read"),
+    (r"\bint previous = 0;", "where an iterator was: the host sets it, and nobody reads it"),
     (r"\bkRequiredApi\b|\bPLUGIN_EXPORT\b", "for the loader of the plug-in"),
 ]
 
@@ -517,6 +519,14 @@ def main():
         if fnmatch.fnmatch(key[0], pattern) and key not in possible:
             print(f"{EXPLAINED.name}: no fault fits this entry any more: source/{key[0]}: {key[1]}")
     WORK.mkdir(parents=True, exist_ok=True)
+    lock = open(WORK / "lock", "w", encoding="utf-8")
+    try:
+        fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+    except BlockingIOError:
+        raise ToolError("It runs already; two cannot share the copy.") from None
+    # Also where it runs in the background, where an interrupt is ignored: what it started ends with it.
+    signal.signal(signal.SIGINT, signal.default_int_handler)
+    signal.signal(signal.SIGTERM, signal.default_int_handler)
     bench = Bench()
     with open(WORK / "log.txt", "w", encoding="utf-8") as log:
         try:
@@ -536,5 +546,7 @@ def main():
 
 try:
     main()
+except KeyboardInterrupt:
+    sys.exit("mutants: stopped")
 except (ToolError, OSError, subprocess.CalledProcessError) as error:
     sys.exit(f"mutants: {error}")

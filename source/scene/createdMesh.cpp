@@ -60,7 +60,6 @@ void CreatedMesh::remove() {
 bool CreatedMesh::bringBack() {
     if (removal_ == nullptr) return false;
     const bool isBack = removal_->undoIt() && !transform().isNull();
-    removal_.reset();
     if (isBack && !isShaded(transform())) shadeLikeNew(transform());
     return isBack;
 }

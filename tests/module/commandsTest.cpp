@@ -103,6 +103,7 @@ TEST_P(EveryCall, AnswersAndIsUndoneAsPromised) {
     const Outcome outcome = scene.run(call.text);
     EXPECT_EQ(outcome.ok, call.ok);
     EXPECT_EQ(outcome.errors, shownErrors(call));
+    EXPECT_EQ(outcome.echoed, Strings()) << "what a command runs is its own affair";
     if (call.ok) {
         EXPECT_EQ(outcome.value, call.result) << outcome.value.toString();
     }

@@ -73,6 +73,21 @@ TEST_F(EditRegionMap, PaintingOutsideTheMapIsToldAndLeftOut) {
     EXPECT_EQ(weight(2, 5), 0.5);
 }
 
+TEST_F(EditRegionMap, ArraysAreFilledUpToTheLongest) {
+    scene_.mel(
+        "setAttr map.regionWeights0 -type doubleArray 2 0.5 0.25;"
+        "setAttr map.regionWeights5 -type doubleArray 3 0 0 0.125; setAttr bs.it[0].bw[19] 0.5");
+    edit("-atm -i 2");
+    std::vector<double> first(20, 0.0);
+    first[0] = 0.5;
+    first[1] = 0.25;
+    std::vector<double> last(20, 0.0);
+    last[2] = 0.125;
+    EXPECT_EQ(array("regionWeights0"), first);
+    EXPECT_EQ(array("regionWeights5"), last);
+    EXPECT_EQ(weight(2, 19), 0.5);
+}
+
 TEST_F(EditRegionMap, ANewMapGetsItsSizeByClearing) {
     scene_.mel(
         "deleteAttr map.regionWeights3; addAttr -ln regionWeights3 -dt doubleArray map;"

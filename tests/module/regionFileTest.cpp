@@ -87,6 +87,7 @@ TEST(RegionFile, FaultsGiveWhatCanBeRead) {
          "a| 1.000 2.000 3.000 4.000 5.000 6.000;"},
         {FileForm::kPlain, "a\n0 1 2 3 4 5 6\n1 1 2 3 4 5\n2 1 2 3 4 5 6\nx",
          "a| 1.000 2.000 3.000 4.000 5.000 6.000; 1.000 2.000 3.000 4.000 5.000 6.000; line 3"},
+        {FileForm::kPlain, "a\n0 1 2 3 4 5 \n1 1 2 3 4 5 6", "a| 1.000 2.000 3.000 4.000 5.000 6.000; line 2"},
         {FileForm::kPlain, "a\n0 1 2 3 4 5 6 7", "a| line 2"},
         {FileForm::kPlain, "a\n0 1 2 3 4 5 6,", "a| line 2"},
         {FileForm::kPlain, "a\nx 1 2 3 4 5 6", "a| line 2"},

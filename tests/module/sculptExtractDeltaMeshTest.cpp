@@ -207,6 +207,19 @@ TEST(SculptExtract, RedoReadsTheMeshesAgain) {
     EXPECT_EQ(scene.points("sculpt_corrective"), scene.points("sculptShape"));
 }
 
+TEST(SculptExtract, AMeshDeletedByHandAfterARedoIsMadeAnew) {
+    SculptedArm arm("blendShape arm");
+    Scene& scene = arm.scene;
+    scene.mel(kExtract + "sculptShape");
+    const std::string after = scene.dump();
+    scene.mel("undo; redo");
+    EXPECT_EQ(scene.changes(after), "");
+    scene.mel("undoInfo -stateWithoutFlush off; delete sculpt_corrective; undoInfo -stateWithoutFlush on");
+    EXPECT_EQ(scene.run("undo").errors, Strings());
+    EXPECT_EQ(scene.run("redo").errors, Strings());
+    EXPECT_EQ(scene.changes(after), "");
+}
+
 TEST(SculptExtract, NodesDeletedByHandDoNoHarm) {
     SculptedArm arm(kSkin);
     Scene& scene = arm.scene;

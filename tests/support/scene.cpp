@@ -34,7 +34,7 @@ class Collector final : public mel::Output, public graph::MessageSink {
         add(&Outcome::warnings, text);
     }
     void error(std::string_view text, const mel::SourcePosition&) override { add(&Outcome::errors, text); }
-    void result(std::string_view) override {}
+    void result(std::string_view text) override { add(&Outcome::echoed, text); }
 
     void print(const std::string& text) override { outcome_.printed += text; }
     void info(const std::string& text) override { add(&Outcome::infos, text); }

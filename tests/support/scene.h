@@ -17,6 +17,7 @@ struct Outcome {
     std::vector<std::string> infos;
     std::vector<std::string> warnings;
     std::vector<std::string> errors;  // of commands and of the script itself, without position
+    std::vector<std::string> echoed;  // results of script that a command composes, where it has them shown
 };
 
 /// What some work writes to the standard error stream.
