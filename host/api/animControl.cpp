@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "api/session.h"
+#include "api/handles/session.h"
 #include "nodes/sceneTime.h"
 
 using host::api::scene;

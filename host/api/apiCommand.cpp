@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "api/access.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/session.h"
 #include "api/syntaxTable.h"
 
 namespace host::api {

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "api/access.h"
 #include "api/apiTool.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/session.h"
 #include "api/syntaxTable.h"
 #include "graph/names.h"
 

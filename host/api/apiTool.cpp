@@ -1,7 +1,7 @@
 #include "api/apiTool.h"
 
-#include "api/access.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/session.h"
 
 namespace host::api {
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "api/access.h"
+#include "api/handles/access.h"
 #include "mel/numberText.h"
 #include "mel/value.h"
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "api/access.h"
+#include "api/handles/access.h"
 #include "api/scriptValues.h"
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN

@@ -5,9 +5,9 @@
 #include <memory>
 #include <vector>
 
-#include "api/access.h"
-#include "api/conversions.h"
-#include "api/functionSets.h"
+#include "api/handles/access.h"
+#include "api/handles/conversions.h"
+#include "api/handles/functionSetTable.h"
 
 using host::api::Access;
 using host::api::failed;

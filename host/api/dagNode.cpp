@@ -5,10 +5,10 @@
 
 #include <string>
 
-#include "api/access.h"
-#include "api/conversions.h"
-#include "api/dag.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/conversions.h"
+#include "api/handles/dag.h"
+#include "api/handles/session.h"
 #include "geometry/mesh.h"
 #include "nodes/meshNode.h"
 #include "nodes/transformNode.h"

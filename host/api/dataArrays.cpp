@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "api/access.h"
+#include "api/handles/access.h"
 
 namespace host::api {
 

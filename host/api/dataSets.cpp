@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "api/access.h"
+#include "api/handles/access.h"
 #include "nodes/meshData.h"
 
 using host::api::Access;

@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "api/access.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/session.h"
 #include "graph/names.h"
 
 using host::api::Access;

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "api/access.h"
 #include "api/apiCommand.h"
 #include "api/apiContextCommand.h"
+#include "api/handles/access.h"
+#include "api/handles/session.h"
 #include "api/pluginLoader.h"
-#include "api/session.h"
 #include "graph/names.h"
 
 using host::api::Access;

@@ -1,6 +1,6 @@
 #include <maya/MFnBase.h>
 
-#include "api/access.h"
+#include "api/handles/access.h"
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 

@@ -5,8 +5,8 @@
 
 #include <vector>
 
-#include "api/access.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/session.h"
 #include "nodes/blendShapeNode.h"
 #include "nodes/deformers.h"
 

@@ -8,11 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "api/access.h"
-#include "api/conversions.h"
-#include "api/dag.h"
+#include "api/handles/access.h"
+#include "api/handles/conversions.h"
+#include "api/handles/dag.h"
+#include "api/handles/session.h"
 #include "api/meshAccess.h"
-#include "api/session.h"
 #include "api/variantSupport.h"
 #include "geometry/closestPoint.h"
 #include "geometry/triangulate.h"

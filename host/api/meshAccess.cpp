@@ -1,8 +1,8 @@
 #include "api/meshAccess.h"
 
-#include "api/access.h"
-#include "api/conversions.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/conversions.h"
+#include "api/handles/session.h"
 #include "nodes/meshNode.h"
 #include "nodes/transformNode.h"
 

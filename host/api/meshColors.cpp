@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "api/access.h"
-#include "api/conversions.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/conversions.h"
+#include "api/handles/session.h"
 #include "nodes/meshColors.h"
 #include "nodes/meshNode.h"
 

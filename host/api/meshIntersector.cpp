@@ -1,8 +1,8 @@
 #include <maya/MMeshIntersector.h>
 #include <maya/MPoint.h>
 
-#include "api/access.h"
-#include "api/conversions.h"
+#include "api/handles/access.h"
+#include "api/handles/conversions.h"
 #include "api/meshAccess.h"
 #include "api/variantSupport.h"
 #include "geometry/closestPoint.h"

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "api/access.h"
-#include "api/conversions.h"
+#include "api/handles/access.h"
+#include "api/handles/conversions.h"
 #include "api/meshAccess.h"
 #include "api/variantSupport.h"
 

@@ -9,7 +9,7 @@
 #include <system_error>
 #include <utility>
 
-#include "api/access.h"
+#include "api/handles/access.h"
 #include "platform/program.h"
 
 namespace host::api {

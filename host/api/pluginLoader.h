@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "api/session.h"
+#include "api/handles/session.h"
 #include "mel/pluginService.h"
 #include "platform/library.h"
 

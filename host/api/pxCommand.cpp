@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "api/access.h"
+#include "api/handles/access.h"
+#include "api/handles/session.h"
 #include "api/scriptValues.h"
-#include "api/session.h"
 
 using host::api::PluginCall;
 using host::api::Session;

@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "api/access.h"
+#include "api/handles/access.h"
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 

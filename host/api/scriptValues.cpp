@@ -1,6 +1,6 @@
 #include "api/scriptValues.h"
 
-#include "api/conversions.h"
+#include "api/handles/conversions.h"
 
 namespace host::api {
 

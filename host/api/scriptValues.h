@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "api/access.h"
+#include "api/handles/access.h"
 #include "mel/value.h"
 
 namespace host::api {

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "api/access.h"
+#include "api/handles/access.h"
 #include "api/syntaxTable.h"
 
 using host::api::Access;

@@ -5,9 +5,9 @@
 
 #include <string>
 
-#include "api/access.h"
-#include "api/conversions.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/conversions.h"
+#include "api/handles/session.h"
 #include "nodes/transformNode.h"
 
 using host::api::Access;

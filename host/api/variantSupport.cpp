@@ -1,6 +1,6 @@
 #include "api/variantSupport.h"
 
-#include "api/session.h"
+#include "api/handles/session.h"
 
 namespace host::api {
 

@@ -4,8 +4,8 @@
 
 #include <cstring>
 
-#include "api/access.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/session.h"
 
 using host::api::report;
 using host::api::Session;

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "api/apiCommand.h"
-#include "api/session.h"
+#include "api/handles/session.h"
 #include "geometry/primitives.h"
 #include "graph/graph.h"
 #include "graph/names.h"

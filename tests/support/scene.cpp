@@ -9,8 +9,8 @@
 #include <mutex>
 #include <utility>
 
+#include "api/handles/session.h"
 #include "api/pluginLoader.h"
-#include "api/session.h"
 #include "commands/commands.h"
 #include "graph/sceneDump.h"
 #include "mel/commandRegistry.h"

@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "api/access.h"
-#include "api/plugAccess.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/plugAccess.h"
+#include "api/handles/session.h"
 
 using host::api::Access;
 using host::api::failed;

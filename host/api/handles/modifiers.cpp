@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "api/access.h"
-#include "api/dag.h"
-#include "api/plugAccess.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/dag.h"
+#include "api/handles/plugAccess.h"
+#include "api/handles/session.h"
 #include "graph/names.h"
 
 using host::api::Access;

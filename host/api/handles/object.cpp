@@ -4,8 +4,8 @@
 #include <functional>
 #include <utility>
 
-#include "api/access.h"
-#include "api/functionSets.h"
+#include "api/handles/access.h"
+#include "api/handles/functionSetTable.h"
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 

@@ -4,9 +4,9 @@
 #include <type_traits>
 #include <utility>
 
-#include "api/access.h"
-#include "api/plugAccess.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/plugAccess.h"
+#include "api/handles/session.h"
 
 using host::api::Access;
 using host::api::failed;

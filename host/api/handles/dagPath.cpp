@@ -2,10 +2,10 @@
 #include <maya/MDagPathArray.h>
 #include <maya/MMatrix.h>
 
-#include "api/access.h"
-#include "api/conversions.h"
-#include "api/dag.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/conversions.h"
+#include "api/handles/dag.h"
+#include "api/handles/session.h"
 #include "nodes/transformNode.h"
 
 using host::api::Access;

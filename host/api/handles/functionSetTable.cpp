@@ -1,4 +1,4 @@
-#include "api/functionSets.h"
+#include "api/handles/functionSetTable.h"
 
 #include <utility>
 

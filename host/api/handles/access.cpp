@@ -1,8 +1,8 @@
-#include "api/access.h"
+#include "api/handles/access.h"
 
 #include <new>
 
-#include "api/session.h"
+#include "api/handles/session.h"
 
 namespace host::api {
 

@@ -1,4 +1,4 @@
-#include "api/session.h"
+#include "api/handles/session.h"
 
 #include <cassert>
 

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "api/access.h"
-#include "api/plugAccess.h"
-#include "api/session.h"
+#include "api/handles/access.h"
+#include "api/handles/plugAccess.h"
+#include "api/handles/session.h"
 #include "graph/names.h"
 
 using host::api::Access;
