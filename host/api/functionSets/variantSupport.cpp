@@ -1,4 +1,4 @@
-#include "api/variantSupport.h"
+#include "api/functionSets/variantSupport.h"
 
 #include "api/handles/session.h"
 

@@ -8,12 +8,12 @@
 #include <utility>
 #include <vector>
 
+#include "api/functionSets/meshAccess.h"
+#include "api/functionSets/variantSupport.h"
 #include "api/handles/access.h"
 #include "api/handles/conversions.h"
 #include "api/handles/dag.h"
 #include "api/handles/session.h"
-#include "api/meshAccess.h"
-#include "api/variantSupport.h"
 #include "geometry/closestPoint.h"
 #include "geometry/triangulate.h"
 #include "nodes/meshNode.h"

@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
+#include "api/functionSets/meshAccess.h"
+#include "api/functionSets/variantSupport.h"
 #include "api/handles/access.h"
 #include "api/handles/conversions.h"
-#include "api/meshAccess.h"
-#include "api/variantSupport.h"
 
 using host::api::failed;
 using host::api::fill;

@@ -1,10 +1,10 @@
 #include <maya/MMeshIntersector.h>
 #include <maya/MPoint.h>
 
+#include "api/functionSets/meshAccess.h"
+#include "api/functionSets/variantSupport.h"
 #include "api/handles/access.h"
 #include "api/handles/conversions.h"
-#include "api/meshAccess.h"
-#include "api/variantSupport.h"
 #include "geometry/closestPoint.h"
 
 using host::geometry::ClosestPoint;

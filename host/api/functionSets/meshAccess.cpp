@@ -1,4 +1,4 @@
-#include "api/meshAccess.h"
+#include "api/functionSets/meshAccess.h"
 
 #include "api/handles/access.h"
 #include "api/handles/conversions.h"
