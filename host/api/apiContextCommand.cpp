@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "api/apiTool.h"
+#include "api/commands/syntaxTable.h"
 #include "api/handles/access.h"
 #include "api/handles/session.h"
-#include "api/syntaxTable.h"
 #include "graph/names.h"
 
 namespace host::api {

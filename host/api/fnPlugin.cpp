@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "api/apiCommand.h"
 #include "api/apiContextCommand.h"
+#include "api/commands/apiCommand.h"
 #include "api/handles/access.h"
 #include "api/handles/session.h"
 #include "api/pluginLoader.h"

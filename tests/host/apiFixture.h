@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-#include "api/apiCommand.h"
+#include "api/commands/apiCommand.h"
 #include "api/handles/session.h"
 #include "geometry/primitives.h"
 #include "graph/graph.h"

@@ -6,9 +6,9 @@
 #include <utility>
 #include <variant>
 
+#include "api/commands/scriptValues.h"
 #include "api/handles/access.h"
 #include "api/handles/session.h"
-#include "api/scriptValues.h"
 
 using host::api::Access;
 using host::api::failed;

@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "api/commands/scriptValues.h"
 #include "api/handles/access.h"
-#include "api/scriptValues.h"
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 

@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "api/commands/syntaxTable.h"
 #include "api/handles/access.h"
 #include "api/handles/session.h"
-#include "api/syntaxTable.h"
 #include "graph/names.h"
 #include "mel/argumentParser.h"
 

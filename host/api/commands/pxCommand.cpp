@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "api/commands/scriptValues.h"
 #include "api/handles/access.h"
 #include "api/handles/session.h"
-#include "api/scriptValues.h"
 
 using host::api::PluginCall;
 using host::api::Session;

@@ -1,4 +1,4 @@
-#include "api/apiCommand.h"
+#include "api/commands/apiCommand.h"
 
 #include <maya/MArgDatabase.h>
 #include <maya/MPxCommand.h>
@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "api/commands/syntaxTable.h"
 #include "api/handles/access.h"
 #include "api/handles/session.h"
-#include "api/syntaxTable.h"
 
 namespace host::api {
 

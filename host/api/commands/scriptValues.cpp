@@ -1,4 +1,4 @@
-#include "api/scriptValues.h"
+#include "api/commands/scriptValues.h"
 
 #include "api/handles/conversions.h"
 

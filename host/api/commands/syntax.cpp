@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
+#include "api/commands/syntaxTable.h"
 #include "api/handles/access.h"
-#include "api/syntaxTable.h"
 
 using host::api::Access;
 using host::mel::ArgumentType;
