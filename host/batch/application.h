@@ -3,7 +3,7 @@
 #include <string>
 
 #include "api/handles/session.h"
-#include "api/pluginLoader.h"
+#include "api/plugin/pluginLoader.h"
 #include "batch/console.h"
 #include "batch/options.h"
 #include "graph/graph.h"

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "api/handles/session.h"
-#include "api/pluginLoader.h"
+#include "api/plugin/pluginLoader.h"
 #include "commands/commands.h"
 #include "graph/sceneDump.h"
 #include "mel/commandRegistry.h"

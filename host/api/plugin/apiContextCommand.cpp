@@ -1,4 +1,4 @@
-#include "api/apiContextCommand.h"
+#include "api/plugin/apiContextCommand.h"
 
 #include <maya/MPxContext.h>
 #include <maya/MStringArray.h>
@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "api/apiTool.h"
 #include "api/commands/syntaxTable.h"
 #include "api/handles/access.h"
 #include "api/handles/session.h"
+#include "api/plugin/apiTool.h"
 #include "graph/names.h"
 
 namespace host::api {

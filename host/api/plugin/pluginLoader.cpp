@@ -1,4 +1,4 @@
-#include "api/pluginLoader.h"
+#include "api/plugin/pluginLoader.h"
 
 #include <maya/MObject.h>
 #include <maya/MStatus.h>

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "api/apiContextCommand.h"
 #include "api/commands/apiCommand.h"
 #include "api/handles/access.h"
 #include "api/handles/session.h"
-#include "api/pluginLoader.h"
+#include "api/plugin/apiContextCommand.h"
+#include "api/plugin/pluginLoader.h"
 #include "graph/names.h"
 
 using host::api::Access;

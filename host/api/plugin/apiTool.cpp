@@ -1,4 +1,4 @@
-#include "api/apiTool.h"
+#include "api/plugin/apiTool.h"
 
 #include "api/handles/access.h"
 #include "api/handles/session.h"
