@@ -6,8 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "api/commands/syntaxTable.h"
-#include "api/handles/access.h"
+#include "api/commands/argumentAccess.h"
+#include "api/commands/commandAccess.h"
+#include "api/commands/syntaxAccess.h"
+#include "api/handles/conversions.h"
 #include "api/handles/session.h"
 
 namespace host::api {
@@ -46,7 +48,7 @@ ApiCommand::ApiCommand(std::string owner, std::shared_ptr<void> library, Creator
       syntax_(createSyntax != nullptr ? std::make_shared<const MSyntax>(createSyntax()) : nullptr) {}
 
 const mel::Syntax* ApiCommand::syntax() const {
-    return syntax_ != nullptr ? &Access::table(*syntax_).syntax : nullptr;
+    return syntax_ != nullptr ? &SyntaxAccess::table(*syntax_).syntax : nullptr;
 }
 
 mel::PluginCallResult ApiCommand::call(std::vector<mel::Value>&& arguments) {
@@ -55,9 +57,9 @@ mel::PluginCallResult ApiCommand::call(std::vector<mel::Value>&& arguments) {
     std::unique_ptr<MPxCommand> command(static_cast<MPxCommand*>(create_()));
     if (command == nullptr)
         return {mel::CommandResult::failure("The command could not be created."), nullptr};
-    Access::setSyntax(*command, syntax_);
+    CommandAccess::setSyntax(*command, syntax_);
     MArgList words;
-    Access::words(words) = std::move(arguments);
+    ArgumentAccess::words(words) = std::move(arguments);
     if (syntax_ != nullptr && scene().variants().refusesArgumentsFirst) {
         const MArgDatabase parsed(*syntax_, words);
         if (call.hasArgumentError) return {mel::CommandResult::failureShown(), nullptr};

@@ -5,12 +5,12 @@
 #include <utility>
 #include <vector>
 
-#include "api/handles/access.h"
+#include "api/commands/argumentAccess.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
 #include "mel/numberText.h"
 #include "mel/value.h"
 
-using host::api::Access;
-using host::api::failed;
 using host::api::failure;
 using host::api::noElement;
 using host::api::report;
@@ -154,11 +154,11 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace host::api {
 
-std::vector<Value>& Access::words(MArgList& list) {
+std::vector<Value>& ArgumentAccess::words(MArgList& list) {
     return list.words_->list;
 }
 
-const std::vector<Value>& Access::words(const MArgList& list) {
+const std::vector<Value>& ArgumentAccess::words(const MArgList& list) {
     return list.words_->list;
 }
 

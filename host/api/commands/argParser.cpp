@@ -9,19 +9,23 @@
 #include <utility>
 #include <vector>
 
-#include "api/commands/syntaxTable.h"
-#include "api/handles/access.h"
+#include "api/commands/argumentAccess.h"
+#include "api/commands/syntaxAccess.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
+#include "api/handles/selectionAccess.h"
 #include "api/handles/session.h"
 #include "graph/names.h"
 #include "mel/argumentParser.h"
 
-using host::api::Access;
+using host::api::ArgumentAccess;
 using host::api::failed;
 using host::api::failure;
-using host::api::noElement;
 using host::api::report;
 using host::api::scene;
+using host::api::SelectionAccess;
 using host::api::Session;
+using host::api::SyntaxAccess;
 using host::graph::Selection;
 using host::graph::SelectionItem;
 using host::mel::Value;
@@ -31,7 +35,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 struct MArgParser::Parsed {
     Parsed(const host::api::SyntaxTable& source, const MArgList& words)
         : table(source),
-          line(host::mel::parseArguments(table.syntax, std::vector<Value>(Access::words(words)))) {}
+          line(host::mel::parseArguments(table.syntax, std::vector<Value>(ArgumentAccess::words(words)))) {}
 
     /// The values of one use of a flag; null when the command line did not fit or there is no such use.
     const std::vector<Value>* use(const char* flag, unsigned int index) const {
@@ -130,7 +134,7 @@ Result converted(const Value* value, MStatus* status) {
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 MArgParser::MArgParser(const MSyntax& syntax, const MArgList& arguments, MStatus* status)
-    : parsed_(std::make_unique<Parsed>(Access::table(syntax), arguments)) {
+    : parsed_(std::make_unique<Parsed>(SyntaxAccess::table(syntax), arguments)) {
     std::string error = parsed_->line.error;
     const std::size_t count = parsed_->line.arguments.objects().size();
     // Missing names may still come from the selection, which only the database looks at.
@@ -174,7 +178,7 @@ unsigned int MArgParser::numberOfFlagUses(const char* flag) const {
 MStatus MArgParser::getFlagArgumentList(const char* flag, unsigned int index, MArgList& arguments) const {
     const std::vector<Value>* values = parsed_->use(flag, index);
     if (values == nullptr) return failure();
-    Access::words(arguments) = *values;
+    ArgumentAccess::words(arguments) = *values;
     return MStatus::kSuccess;
 }
 
@@ -253,7 +257,7 @@ MStatus MArgParser::getObjects(MStringArray& result) const {
         result.append(host::api::string(name));
     if (result.length() > 0 || !parsed_->table.usesSelection) return MStatus::kSuccess;
     MSelectionList selected;
-    Access::items(selected) = scene().selection().items();
+    SelectionAccess::items(selected) = scene().selection().items();
     return selected.getSelectionStrings(result);
 }
 
@@ -285,7 +289,7 @@ MArgDatabase::~MArgDatabase() = default;
 
 MStatus MArgDatabase::getObjects(MSelectionList& result) const {
     if (!parsed_->isValid || parsed_->table.format != MSyntax::kSelectionList) return failure();
-    Access::items(result) = parsed_->objects.items();
+    SelectionAccess::items(result) = parsed_->objects.items();
     return MStatus::kSuccess;
 }
 

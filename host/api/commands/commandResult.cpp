@@ -2,8 +2,9 @@
 
 #include <utility>
 
+#include "api/commands/commandAccess.h"
 #include "api/commands/scriptValues.h"
-#include "api/handles/access.h"
+#include "api/values/statusMaker.h"
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
@@ -55,7 +56,7 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace host::api {
 
-void Access::setContent(MCommandResult& result, mel::Value value) {
+void CommandAccess::setContent(MCommandResult& result, mel::Value value) {
     result.content_->value = std::move(value);
 }
 

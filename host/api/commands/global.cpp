@@ -6,15 +6,20 @@
 #include <utility>
 #include <variant>
 
+#include "api/commands/commandAccess.h"
 #include "api/commands/scriptValues.h"
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
+#include "api/handles/objectAccess.h"
+#include "api/handles/selectionAccess.h"
 #include "api/handles/session.h"
 
-using host::api::Access;
-using host::api::failed;
+using host::api::CommandAccess;
 using host::api::failure;
+using host::api::ObjectAccess;
 using host::api::report;
 using host::api::scene;
+using host::api::SelectionAccess;
 using host::api::Session;
 using host::api::text;
 using host::graph::NodeRef;
@@ -135,7 +140,7 @@ MStatus MGlobal::executeCommand(const MString& command, MCommandResult& result, 
                                 bool undoEnabled) {
     host::mel::RunResult run = runText(command, displayEnabled, undoEnabled);
     if (!run.ok) return failure();
-    Access::setContent(result, std::move(run.value));
+    CommandAccess::setContent(result, std::move(run.value));
     return MStatus::kSuccess;
 }
 
@@ -147,12 +152,12 @@ MString MGlobal::executeCommandStringResult(const MString& command, bool display
 }
 
 MStatus MGlobal::getActiveSelectionList(MSelectionList& destination, bool) {
-    Access::items(destination) = scene().selection().items();
+    SelectionAccess::items(destination) = scene().selection().items();
     return MStatus::kSuccess;
 }
 
 MStatus MGlobal::setActiveSelectionList(const MSelectionList& source, ListAdjustment adjustment) {
-    scene().select(adjusted(Access::items(source), adjustment));
+    scene().select(adjusted(SelectionAccess::items(source), adjustment));
     return MStatus::kSuccess;
 }
 
@@ -172,7 +177,7 @@ MStatus MGlobal::clearSelectionList() {
 }
 
 MStatus MGlobal::deleteNode(MObject& object) {
-    const NodeRef node = Access::node(object);
+    const NodeRef node = ObjectAccess::node(object);
     if (node == nullptr) return host::api::missingObject();
     scene().deleteNodes({node});
     return MStatus::kSuccess;

@@ -6,8 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "api/commands/commandAccess.h"
 #include "api/commands/scriptValues.h"
-#include "api/handles/access.h"
+#include "api/handles/conversions.h"
 #include "api/handles/session.h"
 
 using host::api::PluginCall;
@@ -145,7 +146,7 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace host::api {
 
-void Access::setSyntax(MPxCommand& command, std::shared_ptr<const MSyntax> syntax) {
+void CommandAccess::setSyntax(MPxCommand& command, std::shared_ptr<const MSyntax> syntax) {
     command.command->syntax = std::move(syntax);
 }
 

@@ -1,5 +1,6 @@
 #include "api/commands/scriptValues.h"
 
+#include "api/handles/answers.h"
 #include "api/handles/conversions.h"
 
 namespace host::api {

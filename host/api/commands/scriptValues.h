@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "api/handles/access.h"
 #include "mel/value.h"
 
 namespace host::api {

@@ -5,10 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "api/commands/syntaxTable.h"
-#include "api/handles/access.h"
+#include "api/commands/syntaxAccess.h"
 
-using host::api::Access;
 using host::mel::ArgumentType;
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
@@ -146,11 +144,11 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace host::api {
 
-const SyntaxTable& Access::table(const MSyntax& syntax) {
+const SyntaxTable& SyntaxAccess::table(const MSyntax& syntax) {
     return *syntax.table_;
 }
 
-MSyntax Access::shared(const MSyntax& syntax) {
+MSyntax SyntaxAccess::shared(const MSyntax& syntax) {
     return MSyntax(syntax.table_);
 }
 

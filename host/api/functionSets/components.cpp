@@ -5,15 +5,16 @@
 #include <memory>
 #include <vector>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
 #include "api/handles/conversions.h"
 #include "api/handles/functionSetTable.h"
+#include "api/handles/objectAccess.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
+using host::api::ObjectAccess;
 using host::api::report;
 using host::graph::Component;
 using host::graph::ComponentListData;
@@ -21,7 +22,7 @@ using host::graph::ComponentListData;
 namespace {
 
 const ComponentListData* listOf(const MObject& object) {
-    const host::api::DataBody* body = Access::data(object);
+    const host::api::DataBody* body = ObjectAccess::data(object);
     return body != nullptr ? dynamic_cast<const ComponentListData*>(body->value.get()) : nullptr;
 }
 
@@ -52,36 +53,36 @@ MFn::Type MFnComponent::type() const {
 }
 
 int MFnComponent::elementCount(MStatus* status) const {
-    const Component* component = Access::component(object_);
+    const Component* component = ObjectAccess::component(object_);
     if (component == nullptr) return failed(status, missingObject(), 0);
     report(status, MStatus::kSuccess);
     return component->count();
 }
 
 MFn::Type MFnComponent::componentType(MStatus* status) const {
-    const Component* component = Access::component(object_);
+    const Component* component = ObjectAccess::component(object_);
     if (component == nullptr) return failed(status, missingObject(), MFn::kInvalid);
     report(status, MStatus::kSuccess);
     return host::api::functionSetOf(component->kind());
 }
 
 bool MFnComponent::isEmpty(MStatus* status) const {
-    const Component* component = Access::component(object_);
+    const Component* component = ObjectAccess::component(object_);
     if (component == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     return component->empty();
 }
 
 bool MFnComponent::isEqual(MObject& other, MStatus* status) const {
-    const Component* component = Access::component(object_);
-    const Component* compared = Access::component(other);
+    const Component* component = ObjectAccess::component(object_);
+    const Component* compared = ObjectAccess::component(other);
     if (component == nullptr || compared == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     return *component == *compared;
 }
 
 bool MFnComponent::isComplete(MStatus* status) const {
-    const Component* component = Access::component(object_);
+    const Component* component = ObjectAccess::component(object_);
     if (component == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     return component->isComplete();
@@ -104,12 +105,12 @@ MFn::Type MFnSingleIndexedComponent::type() const {
 MObject MFnSingleIndexedComponent::create(MFn::Type componentType, MStatus* status) {
     const auto kind = host::api::componentKindOf(componentType);
     if (!kind) return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
-    report(status, MFnBase::setObject(Access::object(Component(*kind))));
+    report(status, MFnBase::setObject(ObjectAccess::object(Component(*kind))));
     return object_;
 }
 
 MStatus MFnSingleIndexedComponent::addElement(int element) {
-    Component* component = Access::component(object_);
+    Component* component = ObjectAccess::component(object_);
     if (component == nullptr) return missingObject();
     if (element < 0) return MStatus::kInvalidParameter;
     component->add(host::graph::Run{element, element});
@@ -117,7 +118,7 @@ MStatus MFnSingleIndexedComponent::addElement(int element) {
 }
 
 MStatus MFnSingleIndexedComponent::addElements(MIntArray& elements) {
-    Component* component = Access::component(object_);
+    Component* component = ObjectAccess::component(object_);
     if (component == nullptr) return missingObject();
     for (const int element : elements) {
         if (element < 0) return MStatus::kInvalidParameter;
@@ -127,7 +128,7 @@ MStatus MFnSingleIndexedComponent::addElements(MIntArray& elements) {
 }
 
 int MFnSingleIndexedComponent::element(int index, MStatus* status) const {
-    const Component* component = Access::component(object_);
+    const Component* component = ObjectAccess::component(object_);
     if (component == nullptr) return failed(status, missingObject(), 0);
     if (index < 0 || index >= component->count()) return failed(status, noElement(), 0);
     report(status, MStatus::kSuccess);
@@ -135,7 +136,7 @@ int MFnSingleIndexedComponent::element(int index, MStatus* status) const {
 }
 
 MStatus MFnSingleIndexedComponent::getElements(MIntArray& elements) const {
-    const Component* component = Access::component(object_);
+    const Component* component = ObjectAccess::component(object_);
     if (component == nullptr) return missingObject();
     const std::vector<int> numbers = component->elements();
     elements = MIntArray(numbers.data(), static_cast<unsigned int>(numbers.size()));
@@ -143,7 +144,7 @@ MStatus MFnSingleIndexedComponent::getElements(MIntArray& elements) const {
 }
 
 MStatus MFnSingleIndexedComponent::setCompleteData(int numElements) {
-    Component* component = Access::component(object_);
+    Component* component = ObjectAccess::component(object_);
     if (component == nullptr) return missingObject();
     if (numElements < 0) return MStatus::kInvalidParameter;
     *component = Component::complete(component->kind(), numElements);
@@ -151,7 +152,7 @@ MStatus MFnSingleIndexedComponent::setCompleteData(int numElements) {
 }
 
 MStatus MFnSingleIndexedComponent::getCompleteData(int& numElements) const {
-    const Component* component = Access::component(object_);
+    const Component* component = ObjectAccess::component(object_);
     if (component == nullptr) return missingObject();
     if (!component->isComplete()) return MStatus::kFailure;
     numElements = component->count();
@@ -181,7 +182,7 @@ unsigned int MFnComponentListData::length(MStatus* status) const {
 
 bool MFnComponentListData::has(const MObject& component, MStatus* status) const {
     const ComponentListData* list = listOf(object_);
-    const Component* wanted = Access::component(component);
+    const Component* wanted = ObjectAccess::component(component);
     if (list == nullptr || wanted == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     return find(*list, *wanted) >= 0;
@@ -190,16 +191,16 @@ bool MFnComponentListData::has(const MObject& component, MStatus* status) const 
 MObject MFnComponentListData::operator[](unsigned int index) const {
     const ComponentListData* list = listOf(object_);
     if (list == nullptr || index >= static_cast<unsigned int>(list->size())) return MObject();
-    return Access::object(list->entry(static_cast<int>(index)));
+    return ObjectAccess::object(list->entry(static_cast<int>(index)));
 }
 
 MStatus MFnComponentListData::add(MObject& component) {
     const ComponentListData* list = listOf(object_);
-    const Component* added = Access::component(component);
+    const Component* added = ObjectAccess::component(component);
     if (list == nullptr) return missingObject();
     if (added == nullptr) return incompatible();
     // In place while nobody else holds the list; a plug that holds it keeps what it has.
-    host::graph::DataPtr& held = Access::data(object_)->value;
+    host::graph::DataPtr& held = ObjectAccess::data(object_)->value;
     if (held.use_count() > 1) held = std::make_shared<ComponentListData>(*list);
     std::const_pointer_cast<ComponentListData>(host::graph::dataAs<ComponentListData>(held))->append(*added);
     return MStatus::kSuccess;
@@ -207,7 +208,7 @@ MStatus MFnComponentListData::add(MObject& component) {
 
 MStatus MFnComponentListData::remove(const MObject& component) {
     const ComponentListData* list = listOf(object_);
-    const Component* removed = Access::component(component);
+    const Component* removed = ObjectAccess::component(component);
     if (list == nullptr) return missingObject();
     const int position = removed != nullptr ? find(*list, *removed) : -1;
     return position >= 0 ? remove(static_cast<unsigned int>(position)) : noElement();
@@ -221,18 +222,18 @@ MStatus MFnComponentListData::remove(unsigned int index) {
     for (int k = 0; k < list->size(); ++k) {
         if (k != static_cast<int>(index)) changed->append(list->entry(k));
     }
-    Access::data(object_)->value = changed;
+    ObjectAccess::data(object_)->value = changed;
     return MStatus::kSuccess;
 }
 
 MStatus MFnComponentListData::clear() {
     if (listOf(object_) == nullptr) return missingObject();
-    Access::data(object_)->value = std::make_shared<ComponentListData>();
+    ObjectAccess::data(object_)->value = std::make_shared<ComponentListData>();
     return MStatus::kSuccess;
 }
 
 MObject MFnComponentListData::create(MStatus* status) {
-    report(status, MFnBase::setObject(Access::object(std::make_shared<ComponentListData>())));
+    report(status, MFnBase::setObject(ObjectAccess::object(std::make_shared<ComponentListData>())));
     return object_;
 }
 

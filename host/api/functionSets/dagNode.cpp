@@ -5,19 +5,22 @@
 
 #include <string>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
 #include "api/handles/conversions.h"
 #include "api/handles/dag.h"
+#include "api/handles/objectAccess.h"
+#include "api/handles/pathAccess.h"
 #include "api/handles/session.h"
 #include "geometry/mesh.h"
 #include "nodes/meshNode.h"
 #include "nodes/transformNode.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
+using host::api::ObjectAccess;
+using host::api::PathAccess;
 using host::api::report;
 using host::api::scene;
 using host::api::string;
@@ -105,30 +108,30 @@ MObject MFnDagNode::create(const MString& typeName, MObject& parent, MStatus* st
 
 MObject MFnDagNode::create(const MString& typeName, const MString& name, MObject& parent, MStatus* status) {
     const host::graph::NodeType* nodeType = scene().types().find(text(typeName));
-    const NodeRef above = Access::node(parent);
-    const bool isParentMissing = above == nullptr && !parent.isNull() && !Access::isWorld(parent);
+    const NodeRef above = ObjectAccess::node(parent);
+    const bool isParentMissing = above == nullptr && !parent.isNull() && !ObjectAccess::isWorld(parent);
     if (nodeType == nullptr || nodeType->isAbstract() || !nodeType->isDag() || isParentMissing)
         return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
     if (above != nullptr && !host::api::isTransform(*above)) return failed(status, incompatible(), MObject());
     report(status, MStatus::kSuccess);
     if (nodeType->isA("transform") || above != nullptr) {
-        object_ = Access::object(scene().createNode(*nodeType, text(name), above.get()));
+        object_ = ObjectAccess::object(scene().createNode(*nodeType, text(name), above.get()));
         return object_;
     }
     const NodeRef transform = scene().createNode(*scene().types().find("transform"), text(name));
-    object_ = Access::object(
+    object_ = ObjectAccess::object(
         scene().createNode(*nodeType, host::nodes::shapeNameFor(transform->name()), transform.get()));
-    return Access::object(transform);
+    return ObjectAccess::object(transform);
 }
 
 unsigned int MFnDagNode::parentCount(MStatus* status) const {
-    if (Access::node(object_) == nullptr) return failed(status, missingObject(), 0U);
+    if (ObjectAccess::node(object_) == nullptr) return failed(status, missingObject(), 0U);
     report(status, MStatus::kSuccess);
     return 1;
 }
 
 MObject MFnDagNode::parent(unsigned int index, MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MObject());
     if (index > 0) return failed(status, noElement(), MObject());
     report(status, MStatus::kSuccess);
@@ -136,40 +139,40 @@ MObject MFnDagNode::parent(unsigned int index, MStatus* status) const {
 }
 
 unsigned int MFnDagNode::childCount(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), 0U);
     report(status, MStatus::kSuccess);
     return static_cast<unsigned int>(node->children().size());
 }
 
 MObject MFnDagNode::child(unsigned int index, MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MObject());
     if (index >= node->children().size()) return failed(status, noElement(), MObject());
     report(status, MStatus::kSuccess);
-    return Access::object(node->children()[index]->ref());
+    return ObjectAccess::object(node->children()[index]->ref());
 }
 
 bool MFnDagNode::hasParent(const MObject& node, MStatus* status) const {
-    const NodeRef own = Access::node(object_);
+    const NodeRef own = ObjectAccess::node(object_);
     if (own == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     return host::api::parentObject(*own) == node;
 }
 
 bool MFnDagNode::hasChild(const MObject& node, MStatus* status) const {
-    const NodeRef own = Access::node(object_);
+    const NodeRef own = ObjectAccess::node(object_);
     if (own == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
-    const NodeRef other = Access::node(node);
+    const NodeRef other = ObjectAccess::node(node);
     return other != nullptr && other->parent() == own.get();
 }
 
 bool MFnDagNode::isChildOf(const MObject& node, MStatus* status) const {
-    const NodeRef own = Access::node(object_);
+    const NodeRef own = ObjectAccess::node(object_);
     if (own == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
-    const NodeRef other = Access::node(node);
+    const NodeRef other = ObjectAccess::node(node);
     for (const Node* at = own->parent(); at != nullptr && other != nullptr; at = at->parent()) {
         if (at == other.get()) return true;
     }
@@ -177,7 +180,7 @@ bool MFnDagNode::isChildOf(const MObject& node, MStatus* status) const {
 }
 
 bool MFnDagNode::isParentOf(const MObject& node, MStatus* status) const {
-    if (Access::node(object_) == nullptr) return failed(status, missingObject(), false);
+    if (ObjectAccess::node(object_) == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     MStatus attached;
     const MFnDagNode other(node, &attached);
@@ -185,9 +188,9 @@ bool MFnDagNode::isParentOf(const MObject& node, MStatus* status) const {
 }
 
 MStatus MFnDagNode::getPath(MDagPath& path) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
-    path = Access::path(node);
+    path = PathAccess::path(node);
     return MStatus::kSuccess;
 }
 
@@ -207,42 +210,42 @@ MDagPath MFnDagNode::dagPath(MStatus* status) const {
 }
 
 MString MFnDagNode::fullPathName(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return string(scene().fullPath(*node));
 }
 
 MString MFnDagNode::partialPathName(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return string(scene().uniqueName(*node));
 }
 
 MMatrix MFnDagNode::transformationMatrix(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MMatrix());
     report(status, MStatus::kSuccess);
     return host::api::toMatrix(host::nodes::localMatrix(scene(), node));
 }
 
 bool MFnDagNode::isIntermediateObject(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     return host::nodes::isIntermediate(scene(), *node);
 }
 
 MStatus MFnDagNode::setIntermediateObject(bool state) {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     host::nodes::setIntermediate(scene(), node, state);
     return MStatus::kSuccess;
 }
 
 MBoundingBox MFnDagNode::boundingBox(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MBoundingBox());
     report(status, MStatus::kSuccess);
     const host::geometry::BoundingBox box = boxOf(node);

@@ -12,7 +12,9 @@
 #include <utility>
 #include <vector>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
+#include "api/handles/objectAccess.h"
 
 namespace host::api {
 
@@ -47,7 +49,7 @@ std::string toHost(const MString& value) {
 /// The numbers, points or texts of a data object; null when it is none of this type.
 template <typename HostData>
 auto contentOf(const MObject& object) -> decltype(&std::declval<const HostData&>().value) {
-    const DataBody* body = Access::data(object);
+    const DataBody* body = ObjectAccess::data(object);
     const auto* data = body != nullptr ? dynamic_cast<const HostData*>(body->value.get()) : nullptr;
     return data != nullptr ? &data->value : nullptr;
 }
@@ -92,7 +94,7 @@ MStatus setElement(const MObject& object, const Element& element, unsigned int i
     if (content == nullptr) return missingObject();
     if (index >= content->size()) return noElement();
     // In place while nobody else holds the data; a plug that holds it keeps what it has.
-    graph::DataPtr& held = Access::data(object)->value;
+    graph::DataPtr& held = ObjectAccess::data(object)->value;
     if (held.use_count() > 1) held = std::make_shared<HostData>(*content);
     std::const_pointer_cast<HostData>(graph::dataAs<HostData>(held))->value[index] = toHost(element);
     return MStatus::kSuccess;
@@ -109,7 +111,7 @@ MStatus copyOut(const MObject& object, Array& destination) {
 template <typename HostData, typename Array>
 MStatus setAll(const MObject& object, const Array& source) {
     if (contentOf<HostData>(object) == nullptr) return missingObject();
-    Access::data(object)->value = copyToHost<HostData>(source);
+    ObjectAccess::data(object)->value = copyToHost<HostData>(source);
     return MStatus::kSuccess;
 }
 
@@ -117,7 +119,7 @@ MStatus setAll(const MObject& object, const Array& source) {
 
 }  // namespace host::api
 
-using host::api::Access;
+using host::api::ObjectAccess;
 using host::api::report;
 
 // The members that the four classes of array data have in common, each over the templates above.
@@ -152,7 +154,7 @@ using host::api::report;
         return create(Array(), status);                                                                    \
     }                                                                                                      \
     MObject Class::create(const Array& values, MStatus* status) {                                          \
-        report(status, MFnBase::setObject(Access::object(host::api::copyToHost<HostData>(values))));       \
+        report(status, MFnBase::setObject(ObjectAccess::object(host::api::copyToHost<HostData>(values)))); \
         return object_;                                                                                    \
     }
 

@@ -6,12 +6,14 @@
 
 #include <memory>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
+#include "api/handles/objectAccess.h"
 #include "nodes/meshData.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::missingObject;
+using host::api::ObjectAccess;
 using host::api::report;
 using host::graph::MatrixData;
 using host::graph::StringData;
@@ -21,7 +23,7 @@ namespace {
 /// The data of an object as a T; null when it is none.
 template <typename T>
 const T* dataOf(const MObject& object) {
-    const host::api::DataBody* body = Access::data(object);
+    const host::api::DataBody* body = ObjectAccess::data(object);
     return body != nullptr ? dynamic_cast<const T*>(body->value.get()) : nullptr;
 }
 
@@ -66,7 +68,7 @@ MString MFnStringData::string(MStatus* status) const {
 
 MStatus MFnStringData::set(const MString& value) {
     if (dataOf<StringData>(object_) == nullptr) return missingObject();
-    Access::data(object_)->value = std::make_shared<StringData>(host::api::text(value));
+    ObjectAccess::data(object_)->value = std::make_shared<StringData>(host::api::text(value));
     return MStatus::kSuccess;
 }
 
@@ -75,7 +77,8 @@ MObject MFnStringData::create(MStatus* status) {
 }
 
 MObject MFnStringData::create(const MString& value, MStatus* status) {
-    report(status, MFnBase::setObject(Access::object(std::make_shared<StringData>(host::api::text(value)))));
+    report(status,
+           MFnBase::setObject(ObjectAccess::object(std::make_shared<StringData>(host::api::text(value)))));
     return object_;
 }
 
@@ -104,7 +107,7 @@ const MMatrix& MFnMatrixData::matrix(MStatus* status) const {
 
 MStatus MFnMatrixData::set(const MMatrix& matrix) {
     if (dataOf<MatrixData>(object_) == nullptr) return missingObject();
-    Access::data(object_)->value = makeMatrix(matrix);
+    ObjectAccess::data(object_)->value = makeMatrix(matrix);
     return MStatus::kSuccess;
 }
 
@@ -113,7 +116,7 @@ MObject MFnMatrixData::create(MStatus* status) {
 }
 
 MObject MFnMatrixData::create(const MMatrix& matrix, MStatus* status) {
-    report(status, MFnBase::setObject(Access::object(makeMatrix(matrix))));
+    report(status, MFnBase::setObject(ObjectAccess::object(makeMatrix(matrix))));
     return object_;
 }
 
@@ -148,7 +151,7 @@ MFn::Type MFnMeshData::type() const {
 
 MObject MFnMeshData::create(MStatus* status) {
     const auto empty = std::make_shared<host::nodes::MeshData>(host::geometry::Mesh());
-    report(status, MFnBase::setObject(Access::object(empty)));
+    report(status, MFnBase::setObject(ObjectAccess::object(empty)));
     return object_;
 }
 

@@ -5,14 +5,18 @@
 #include <string>
 #include <utility>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
+#include "api/handles/objectAccess.h"
+#include "api/handles/plugAccess.h"
 #include "api/handles/session.h"
 #include "graph/names.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::incompatible;
 using host::api::missingObject;
+using host::api::ObjectAccess;
+using host::api::PlugAccess;
 using host::api::report;
 using host::api::scene;
 using host::api::string;
@@ -62,39 +66,39 @@ MObject MFnDependencyNode::create(const MString& typeName, const MString& name, 
     const host::graph::NodeType* nodeType = scene().types().find(text(typeName));
     if (nodeType == nullptr || nodeType->isAbstract() || nodeType->isDag())
         return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
-    object_ = Access::object(scene().createNode(*nodeType, legalName(text(name))));
+    object_ = ObjectAccess::object(scene().createNode(*nodeType, legalName(text(name))));
     report(status, MStatus::kSuccess);
     return object_;
 }
 
 MString MFnDependencyNode::typeName(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return string(node->type().name());
 }
 
 MString MFnDependencyNode::name(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return string(node->name());
 }
 
 MString MFnDependencyNode::absoluteName(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return string(":" + node->name());
 }
 
 bool MFnDependencyNode::hasUniqueName() const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     return node != nullptr && scene().nodesNamed(node->name()).size() == 1;
 }
 
 MString MFnDependencyNode::setName(const MString& name, bool, MStatus* status) {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MString());
     const std::string wanted = legalName(text(name));
     if (wanted.empty()) return failed(status, MStatus(MStatus::kInvalidParameter), MString());
@@ -104,30 +108,30 @@ MString MFnDependencyNode::setName(const MString& name, bool, MStatus* status) {
 
 MStatus MFnDependencyNode::getConnections(MPlugArray& array) const {
     array.clear();
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     for (const auto& [key, link] : node->incoming())
-        array.append(Access::plug(Plug(node, key), true));
+        array.append(PlugAccess::plug(Plug(node, key), true));
     for (const auto& [key, links] : node->outgoing()) {
-        if (node->incoming().count(key) == 0) array.append(Access::plug(Plug(node, key), true));
+        if (node->incoming().count(key) == 0) array.append(PlugAccess::plug(Plug(node, key), true));
     }
     return MStatus::kSuccess;
 }
 
 MObject MFnDependencyNode::attribute(const MString& attributeName, MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MObject());
     const Attribute* found = node->findAttribute(text(attributeName));
     if (found == nullptr) return failed(status, incompatible(), MObject());
     report(status, MStatus::kSuccess);
-    return Access::object(node, *found);
+    return ObjectAccess::object(node, *found);
 }
 
 MFnDependencyNode::MAttrClass MFnDependencyNode::attributeClass(const MObject& attribute,
                                                                 MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), kInvalidAttr);
-    const Attribute* asked = Access::attribute(attribute);
+    const Attribute* asked = ObjectAccess::attribute(attribute);
     if (asked == nullptr || node->findAttribute(asked->longName()) != asked)
         return failed(status, incompatible(), kInvalidAttr);
     report(status, MStatus::kSuccess);
@@ -135,7 +139,7 @@ MFnDependencyNode::MAttrClass MFnDependencyNode::attributeClass(const MObject& a
 }
 
 bool MFnDependencyNode::hasAttribute(const MString& name, MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     return node->findAttribute(text(name)) != nullptr;
@@ -144,26 +148,26 @@ bool MFnDependencyNode::hasAttribute(const MString& name, MStatus* status) const
 // A networked plug and a free copy read and write the same place; they differ in how long they last.
 MPlug MFnDependencyNode::findPlug(const MString& attributeName, bool wantNetworkedPlug,
                                   MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MPlug());
     Plug place = node->plug(text(attributeName));
     if (!place) return failed(status, incompatible(), MPlug());
     report(status, MStatus::kSuccess);
-    return Access::plug(std::move(place), wantNetworkedPlug);
+    return PlugAccess::plug(std::move(place), wantNetworkedPlug);
 }
 
 MPlug MFnDependencyNode::findPlug(const MObject& attribute, bool wantNetworkedPlug, MStatus* status) const {
-    if (Access::node(object_) == nullptr) return failed(status, missingObject(), MPlug());
+    if (ObjectAccess::node(object_) == nullptr) return failed(status, missingObject(), MPlug());
     const MPlug plug(object_, attribute);
     report(status, plug.isNull() ? incompatible() : MStatus(MStatus::kSuccess));
-    return Access::plug(Access::place(plug), wantNetworkedPlug);
+    return PlugAccess::plug(PlugAccess::place(plug), wantNetworkedPlug);
 }
 
 bool MFnDependencyNode::setAlias(const MString& alias, const MString&, const MPlug& plug, bool add,
                                  MStatus* status) {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), false);
-    const Plug& place = Access::place(plug);
+    const Plug& place = PlugAccess::place(plug);
     const std::string wanted = text(alias);
     if (!place || place.node() != node) return failed(status, incompatible(), false);
     MObject ignored;
@@ -177,18 +181,18 @@ bool MFnDependencyNode::setAlias(const MString& alias, const MString&, const MPl
 }
 
 bool MFnDependencyNode::findAlias(const MString& alias, MObject& attribute, MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     const host::graph::PlugKey* key = node->aliases().find(text(alias));
     if (key == nullptr) return false;
-    attribute = Access::object(node, *key->attribute);
+    attribute = ObjectAccess::object(node, *key->attribute);
     return true;
 }
 
 bool MFnDependencyNode::getAliasList(MStringArray& strings, MStatus* status) {
     strings.clear();
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     for (const auto& [name, key] : node->aliases()) {
@@ -199,9 +203,9 @@ bool MFnDependencyNode::getAliasList(MStringArray& strings, MStatus* status) {
 }
 
 MString MFnDependencyNode::plugsAlias(const MPlug& plug, MStatus* status) {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MString());
-    const Plug& place = Access::place(plug);
+    const Plug& place = PlugAccess::place(plug);
     if (!place || place.node() != node) return failed(status, incompatible(), MString());
     report(status, MStatus::kSuccess);
     return string(node->alias(place.key()));

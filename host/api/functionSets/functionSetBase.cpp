@@ -1,6 +1,6 @@
 #include <maya/MFnBase.h>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 

@@ -5,16 +5,17 @@
 
 #include <vector>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
+#include "api/handles/objectAccess.h"
 #include "api/handles/session.h"
 #include "nodes/blendShapeNode.h"
 #include "nodes/deformers.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
+using host::api::ObjectAccess;
 using host::api::report;
 using host::api::scene;
 using host::graph::NodeRef;
@@ -24,7 +25,7 @@ namespace {
 
 /// The shape that an object stands for: itself, or the only visible one of a transform.
 NodeRef shapeOf(const MObject& object) {
-    const NodeRef node = Access::node(object);
+    const NodeRef node = ObjectAccess::node(object);
     if (node == nullptr || !node->type().isDag()) return nullptr;
     NodeRef shape = scene().shapeOf(node);
     return shape != nullptr && shape->isA("mesh") ? shape : nullptr;
@@ -37,10 +38,10 @@ NodeRef originalOf(const NodeRef& shape) {
 /// The shapes that a deformer deforms.
 MStatus listDeformed(const MObject& deformer, MObjectArray& objects) {
     objects.clear();
-    const NodeRef filter = Access::node(deformer);
+    const NodeRef filter = ObjectAccess::node(deformer);
     if (filter == nullptr) return missingObject();
     for (const NodeRef& shape : host::nodes::baseShapes(scene(), filter))
-        objects.append(Access::object(shape));
+        objects.append(ObjectAccess::object(shape));
     return MStatus::kSuccess;
 }
 
@@ -61,10 +62,10 @@ MFn::Type MFnGeometryFilter::type() const {
 
 MStatus MFnGeometryFilter::getInputGeometry(MObjectArray& objects) const {
     objects.clear();
-    const NodeRef filter = Access::node(object_);
+    const NodeRef filter = ObjectAccess::node(object_);
     if (filter == nullptr) return missingObject();
     for (const NodeRef& shape : host::nodes::baseShapes(scene(), filter)) {
-        if (const NodeRef original = originalOf(shape)) objects.append(Access::object(original));
+        if (const NodeRef original = originalOf(shape)) objects.append(ObjectAccess::object(original));
     }
     return MStatus::kSuccess;
 }
@@ -75,24 +76,24 @@ MStatus MFnGeometryFilter::getOutputGeometry(MObjectArray& objects) const {
 
 MObject MFnGeometryFilter::inputShapeAtIndex(unsigned int index, MStatus* status) const {
     const MObject output = outputShapeAtIndex(index, status);
-    const NodeRef shape = Access::node(output);
+    const NodeRef shape = ObjectAccess::node(output);
     const NodeRef original = shape != nullptr ? originalOf(shape) : nullptr;
     if (original == nullptr) return failed(status, noElement(), MObject());
-    return Access::object(original);
+    return ObjectAccess::object(original);
 }
 
 MObject MFnGeometryFilter::outputShapeAtIndex(unsigned int index, MStatus* status) const {
-    const NodeRef filter = Access::node(object_);
+    const NodeRef filter = ObjectAccess::node(object_);
     if (filter == nullptr) return failed(status, missingObject(), MObject());
     const NodeRef shape = host::nodes::deformedShape(scene(), filter, static_cast<int>(index));
     if (shape == nullptr) return failed(status, noElement(), MObject());
     report(status, MStatus::kSuccess);
-    return Access::object(shape);
+    return ObjectAccess::object(shape);
 }
 
 unsigned int MFnGeometryFilter::indexForOutputShape(const MObject& shape, MStatus* status) const {
-    const NodeRef filter = Access::node(object_);
-    const NodeRef wanted = Access::node(shape);
+    const NodeRef filter = ObjectAccess::node(object_);
+    const NodeRef wanted = ObjectAccess::node(shape);
     if (filter == nullptr || wanted == nullptr) return failed(status, missingObject(), 0U);
     const int index = host::nodes::geometryIndexOf(scene(), filter, wanted);
     if (index < 0) return failed(status, incompatible(), 0U);
@@ -113,14 +114,14 @@ MStatus MFnGeometryFilter::getPathAtIndex(unsigned int index, MDagPath& path) co
 }
 
 float MFnGeometryFilter::envelope(MStatus* status) const {
-    const NodeRef filter = Access::node(object_);
+    const NodeRef filter = ObjectAccess::node(object_);
     if (filter == nullptr) return failed(status, missingObject(), 0.0F);
     report(status, MStatus::kSuccess);
     return static_cast<float>(scene().number(filter->plug("envelope")));
 }
 
 MStatus MFnGeometryFilter::setEnvelope(float envelope) {
-    const NodeRef filter = Access::node(object_);
+    const NodeRef filter = ObjectAccess::node(object_);
     if (filter == nullptr) return missingObject();
     scene().setNumber(filter->plug("envelope"), static_cast<double>(envelope));
     return MStatus::kSuccess;
@@ -140,13 +141,13 @@ MFn::Type MFnBlendShapeDeformer::type() const {
 MObject MFnBlendShapeDeformer::create(MObject baseObject, Origin originSpecifier, MStatus* status) {
     const NodeRef shape = shapeOf(baseObject);
     if (shape == nullptr) return failed(status, incompatible(), MObject());
-    object_ = Access::object(host::nodes::createDeformer(scene(), "blendShape", {shape}));
+    object_ = ObjectAccess::object(host::nodes::createDeformer(scene(), "blendShape", {shape}));
     report(status, setOrigin(originSpecifier));
     return object_;
 }
 
 MFnBlendShapeDeformer::Origin MFnBlendShapeDeformer::origin(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), kLocalOrigin);
     report(status, MStatus::kSuccess);
     // The attribute counts world first.
@@ -154,7 +155,7 @@ MFnBlendShapeDeformer::Origin MFnBlendShapeDeformer::origin(MStatus* status) con
 }
 
 MStatus MFnBlendShapeDeformer::setOrigin(Origin space) {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     scene().setNumber(node->plug("origin"), space == kWorldOrigin ? 0.0 : 1.0);
     return MStatus::kSuccess;
@@ -165,7 +166,7 @@ MStatus MFnBlendShapeDeformer::getBaseObjects(MObjectArray& objects) const {
 }
 
 unsigned int MFnBlendShapeDeformer::numWeights(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), 0U);
     report(status, MStatus::kSuccess);
     return static_cast<unsigned int>(host::nodes::weightIndices(scene(), node).size());
@@ -173,7 +174,7 @@ unsigned int MFnBlendShapeDeformer::numWeights(MStatus* status) const {
 
 MStatus MFnBlendShapeDeformer::weightIndexList(MIntArray& indexList) const {
     indexList.clear();
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     const std::vector<int> indices = host::nodes::weightIndices(scene(), node);
     indexList = MIntArray(indices.data(), static_cast<unsigned int>(indices.size()));
@@ -181,7 +182,7 @@ MStatus MFnBlendShapeDeformer::weightIndexList(MIntArray& indexList) const {
 }
 
 float MFnBlendShapeDeformer::weight(unsigned int index, MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), 0.0F);
     const Plug element = node->plug("weight").element(static_cast<int>(index));
     if (!scene().hasElement(element)) return failed(status, noElement(), 0.0F);
@@ -190,7 +191,7 @@ float MFnBlendShapeDeformer::weight(unsigned int index, MStatus* status) const {
 }
 
 MStatus MFnBlendShapeDeformer::setWeight(unsigned int index, float weight) {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     const Plug element = node->plug("weight").element(static_cast<int>(index));
     if (!scene().hasElement(element)) return noElement();
@@ -200,7 +201,7 @@ MStatus MFnBlendShapeDeformer::setWeight(unsigned int index, float weight) {
 
 MStatus MFnBlendShapeDeformer::addTarget(const MObject& baseObject, int weightIndex, const MObject& newTarget,
                                          double fullWeight) {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     const NodeRef base = shapeOf(baseObject);
     const NodeRef target = shapeOf(newTarget);
@@ -214,14 +215,14 @@ MStatus MFnBlendShapeDeformer::addTarget(const MObject& baseObject, int weightIn
 
 MStatus MFnBlendShapeDeformer::getTargets(MObject baseObject, int weightIndex, MObjectArray& targets) const {
     targets.clear();
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     const NodeRef base = shapeOf(baseObject);
     const int baseIndex = base != nullptr ? host::nodes::geometryIndexOf(scene(), node, base) : -1;
     if (baseIndex < 0) return incompatible();
     for (const int item : host::nodes::targetItems(scene(), node, baseIndex, weightIndex)) {
         const Plug place = host::nodes::targetItemPlug(node, baseIndex, weightIndex, item).child(0);
-        if (const Plug source = scene().source(place)) targets.append(Access::object(source.node()));
+        if (const Plug source = scene().source(place)) targets.append(ObjectAccess::object(source.node()));
     }
     return MStatus::kSuccess;
 }
@@ -229,7 +230,7 @@ MStatus MFnBlendShapeDeformer::getTargets(MObject baseObject, int weightIndex, M
 MStatus MFnBlendShapeDeformer::targetItemIndexList(unsigned int targetIndex, MObject baseObject,
                                                    MIntArray& inbetween) const {
     inbetween.clear();
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     const NodeRef base = shapeOf(baseObject);
     const int baseIndex = base != nullptr ? host::nodes::geometryIndexOf(scene(), node, base) : -1;

@@ -8,22 +8,24 @@
 #include <utility>
 #include <vector>
 
+#include "api/functionSets/functionSetAccess.h"
 #include "api/functionSets/meshAccess.h"
 #include "api/functionSets/variantSupport.h"
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
 #include "api/handles/conversions.h"
 #include "api/handles/dag.h"
+#include "api/handles/objectAccess.h"
 #include "api/handles/session.h"
 #include "geometry/closestPoint.h"
 #include "geometry/triangulate.h"
 #include "nodes/meshNode.h"
 #include "nodes/transformNode.h"
 
-using host::api::Access;
 using host::api::failed;
-using host::api::incompatible;
+using host::api::FunctionSetAccess;
 using host::api::missingObject;
 using host::api::noElement;
+using host::api::ObjectAccess;
 using host::api::report;
 using host::api::scene;
 using host::geometry::Matrix4;
@@ -83,13 +85,13 @@ void copyPoints(const Mesh& mesh, const std::optional<Matrix4>& matrix, Array& p
 /// Where a new mesh goes: below a transform, into mesh data, or under a new transform at the top.
 struct Destination {
     explicit Destination(const MObject& parentOrOwner)
-        : parent(Access::node(parentOrOwner)), data(Access::data(parentOrOwner)) {
+        : parent(ObjectAccess::node(parentOrOwner)), data(ObjectAccess::data(parentOrOwner)) {
         if (data != nullptr) {
             isValid = parentOrOwner.hasFn(MFn::kMeshData);
         } else if (parent != nullptr) {
             isValid = host::api::isTransform(*parent);
         } else {
-            isValid = parentOrOwner.isNull() || Access::isWorld(parentOrOwner);
+            isValid = parentOrOwner.isNull() || ObjectAccess::isWorld(parentOrOwner);
         }
     }
 
@@ -103,15 +105,15 @@ struct Destination {
 std::optional<Matrix4> spaceMatrix(const MFnMesh& set, MSpace::Space space, MStatus& status) {
     status = MStatus::kSuccess;
     if (space != MSpace::kWorld) return std::nullopt;
-    const NodeRef node = Access::node(Access::object(set));
-    if (node != nullptr && Access::hasPath(set)) return host::nodes::worldMatrix(scene(), node);
+    const NodeRef node = ObjectAccess::node(FunctionSetAccess::object(set));
+    if (node != nullptr && FunctionSetAccess::hasPath(set)) return host::nodes::worldMatrix(scene(), node);
     status = MStatus::kInvalidParameter;
     return std::nullopt;
 }
 
 template <typename Array>
 MStatus readPoints(const MFnMesh& set, Array& points, MSpace::Space space) {
-    const MeshPtr mesh = host::api::meshOf(Access::object(set));
+    const MeshPtr mesh = host::api::meshOf(FunctionSetAccess::object(set));
     if (mesh == nullptr) return missingObject();
     MStatus status;
     const std::optional<Matrix4> matrix = spaceMatrix(set, space, status);
@@ -121,7 +123,7 @@ MStatus readPoints(const MFnMesh& set, Array& points, MSpace::Space space) {
 
 template <typename Array>
 MStatus writePoints(const MFnMesh& set, const Array& points, MSpace::Space space) {
-    const MObject& object = Access::object(set);
+    const MObject& object = FunctionSetAccess::object(set);
     const MeshPtr mesh = host::api::meshOf(object);
     if (mesh == nullptr) return missingObject();
     if (points.length() != static_cast<unsigned int>(mesh->mesh.vertexCount()))
@@ -135,12 +137,12 @@ MStatus writePoints(const MFnMesh& set, const Array& points, MSpace::Space space
         matrix = inverse.matrix;
     }
     std::vector<float> coordinates = coordinatesOf(points, matrix);
-    if (host::api::DataBody* body = Access::data(object)) {
+    if (host::api::DataBody* body = ObjectAccess::data(object)) {
         Mesh changed = mesh->mesh;
         changed.setPoints(std::move(coordinates));
         body->value = std::make_shared<host::nodes::MeshData>(std::move(changed), mesh->groups);
     } else {
-        host::nodes::setMeshPoints(scene(), Access::node(object), std::move(coordinates));
+        host::nodes::setMeshPoints(scene(), ObjectAccess::node(object), std::move(coordinates));
     }
     return MStatus::kSuccess;
 }
@@ -155,11 +157,11 @@ MObject placeMesh(Mesh mesh, const MObject& parentOrOwner, const Destination& de
     }
     if (destination.parent != nullptr) {
         const NodeRef shape = host::nodes::createMeshShape(scene(), std::move(mesh), {}, *destination.parent);
-        return attached = Access::object(shape);
+        return attached = ObjectAccess::object(shape);
     }
     const NodeRef shape = host::nodes::createMesh(scene(), std::move(mesh), {}, nullptr);
-    attached = Access::object(shape);
-    return Access::object(shape->parent()->ref());
+    attached = ObjectAccess::object(shape);
+    return ObjectAccess::object(shape->parent()->ref());
 }
 
 /// The mesh of a list of faces, or nothing when the lists do not fit together.
@@ -222,9 +224,9 @@ MObject MFnMesh::create(int numVertices, int numPolygons, const MFloatPointArray
 
 MObject MFnMesh::copy(const MObject& source, MObject parentOrOwner, MStatus* status) {
     const Destination destination(parentOrOwner);
-    NodeRef shape = Access::node(source);
+    NodeRef shape = ObjectAccess::node(source);
     if (shape != nullptr && shape->type().isDag()) shape = scene().shapeOf(shape);
-    const MeshPtr mesh = host::api::meshOf(shape != nullptr ? Access::object(shape) : source);
+    const MeshPtr mesh = host::api::meshOf(shape != nullptr ? ObjectAccess::object(shape) : source);
     if (!destination.isValid || mesh == nullptr)
         return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
     hasPath_ = false;
@@ -232,8 +234,8 @@ MObject MFnMesh::copy(const MObject& source, MObject parentOrOwner, MStatus* sta
     if (destination.data != nullptr || shape == nullptr)
         return placeMesh(mesh->mesh, parentOrOwner, destination, object_);
     const NodeRef copied = host::nodes::copyMesh(scene(), shape, destination.parent.get());
-    object_ = Access::object(copied);
-    return destination.parent != nullptr ? object_ : Access::object(copied->parent()->ref());
+    object_ = ObjectAccess::object(copied);
+    return destination.parent != nullptr ? object_ : ObjectAccess::object(copied->parent()->ref());
 }
 
 int MFnMesh::numVertices(MStatus* status) const {

@@ -1,7 +1,9 @@
 #include "api/functionSets/meshAccess.h"
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
 #include "api/handles/conversions.h"
+#include "api/handles/objectAccess.h"
+#include "api/handles/pathAccess.h"
 #include "api/handles/session.h"
 #include "nodes/meshNode.h"
 #include "nodes/transformNode.h"
@@ -9,8 +11,8 @@
 namespace host::api {
 
 nodes::MeshPtr meshOf(const MObject& object) {
-    if (const DataBody* body = Access::data(object)) return graph::dataAs<nodes::MeshData>(body->value);
-    const graph::NodeRef node = Access::node(object);
+    if (const DataBody* body = ObjectAccess::data(object)) return graph::dataAs<nodes::MeshData>(body->value);
+    const graph::NodeRef node = ObjectAccess::node(object);
     return node != nullptr && node->isA("mesh") ? nodes::meshOf(scene(), node) : nullptr;
 }
 
@@ -34,7 +36,7 @@ MStatus MeshWalk::attach(const MObject& object, const MObject& component) {
             : kind == graph::ComponentKind::Edge ? connectivity.edgeCount()
                                                  : connectivity.faceCount();
     if (component.isNull()) return MStatus::kSuccess;
-    const graph::Component* elements = Access::component(component);
+    const graph::Component* elements = ObjectAccess::component(component);
     if (elements == nullptr || elements->kind() != kind) {
         mesh = nullptr;
         return incompatible();
@@ -54,7 +56,7 @@ MStatus MeshWalk::attach(const MDagPath& path, const MObject& component) {
     const MStatus status = attach(shape.node(), component);
     if (!extended || !status) return extended ? status : extended;
     hasWorld = true;
-    toWorld = nodes::worldMatrix(scene(), Access::node(shape));
+    toWorld = nodes::worldMatrix(scene(), PathAccess::node(shape));
     return MStatus::kSuccess;
 }
 

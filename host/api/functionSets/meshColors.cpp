@@ -9,16 +9,19 @@
 #include <utility>
 #include <vector>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
 #include "api/handles/conversions.h"
+#include "api/handles/modifierAccess.h"
+#include "api/handles/objectAccess.h"
 #include "api/handles/session.h"
 #include "nodes/meshColors.h"
 #include "nodes/meshNode.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::missingObject;
+using host::api::ModifierAccess;
 using host::api::noElement;
+using host::api::ObjectAccess;
 using host::api::report;
 using host::api::scene;
 using host::api::text;
@@ -37,7 +40,7 @@ auto changeFor(MDGModifier* modifier, Change change) {
         const host::graph::RecordingScope recording(scene(), list.get());
         return change();
     }();
-    Access::addDone(*modifier, std::move(list));
+    ModifierAccess::addDone(*modifier, std::move(list));
     return result;
 }
 
@@ -78,7 +81,7 @@ MStatus writeColors(const NodeRef& shape, const std::vector<int>& vertices, cons
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 int MFnMesh::numColorSets(MStatus* status) const {
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return failed(status, missingObject(), 0);
     report(status, MStatus::kSuccess);
     return static_cast<int>(host::nodes::colorSetNames(scene(), shape).size());
@@ -86,7 +89,7 @@ int MFnMesh::numColorSets(MStatus* status) const {
 
 MStatus MFnMesh::getColorSetNames(MStringArray& setNames) const {
     setNames.clear();
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
     for (const std::string& name : host::nodes::colorSetNames(scene(), shape))
         setNames.append(host::api::string(name));
@@ -94,14 +97,14 @@ MStatus MFnMesh::getColorSetNames(MStringArray& setNames) const {
 }
 
 MString MFnMesh::currentColorSetName(int, MStatus* status) const {
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return host::api::string(host::nodes::currentColorSet(scene(), shape));
 }
 
 MStatus MFnMesh::setCurrentColorSetName(const MString& setName, MDGModifier* modifier, MSelectionList*) {
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
     return found(
         changeFor(modifier, [&] { return host::nodes::setCurrentColorSet(scene(), shape, text(setName)); }));
@@ -109,7 +112,7 @@ MStatus MFnMesh::setCurrentColorSetName(const MString& setName, MDGModifier* mod
 
 MString MFnMesh::createColorSetWithName(const MString& colorSetName, MDGModifier* modifier, const MUintArray*,
                                         MStatus* status) {
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return host::api::string(
@@ -117,14 +120,14 @@ MString MFnMesh::createColorSetWithName(const MString& colorSetName, MDGModifier
 }
 
 MStatus MFnMesh::deleteColorSet(const MString& colorSetName, MDGModifier* modifier, MSelectionList*) {
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
     return found(
         changeFor(modifier, [&] { return host::nodes::deleteColorSet(scene(), shape, text(colorSetName)); }));
 }
 
 MStatus MFnMesh::clearColors(const MString* colorSet) {
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
     return found(host::nodes::clearColorSet(scene(), shape, colorSet != nullptr ? text(*colorSet) : ""));
 }
@@ -132,7 +135,7 @@ MStatus MFnMesh::clearColors(const MString* colorSet) {
 MStatus MFnMesh::getVertexColors(MColorArray& colors, const MString* colorSet,
                                  const MColor* defaultUnsetColor) {
     colors.clear();
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
     const std::vector<Color> stored =
         host::nodes::vertexColors(scene(), shape, colorSet != nullptr ? text(*colorSet) : "");
@@ -147,14 +150,14 @@ MStatus MFnMesh::getVertexColors(MColorArray& colors, const MString* colorSet,
 }
 
 MStatus MFnMesh::setVertexColor(MColor& color, int vertexId, MDGModifier* modifier) {
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
     if (vertexId < 0 || vertexId >= vertexCount(shape)) return noElement();
     return writeColors(shape, {vertexId}, {colorOf(color)}, modifier);
 }
 
 MStatus MFnMesh::setVertexColors(MColorArray& colors, MIntArray& vertexList, MDGModifier* modifier) {
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
     if (colors.length() != vertexList.length()) return MStatus::kInvalidParameter;
     MStatus status;
@@ -168,7 +171,7 @@ MStatus MFnMesh::setVertexColors(MColorArray& colors, MIntArray& vertexList, MDG
 }
 
 MStatus MFnMesh::removeVertexColors(MIntArray& vertexList) {
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
     MStatus status;
     const std::vector<int> vertices = verticesOf(shape, vertexList, status);
@@ -178,14 +181,14 @@ MStatus MFnMesh::removeVertexColors(MIntArray& vertexList) {
 }
 
 bool MFnMesh::displayColors(MStatus* status) const {
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     return scene().number(shape->plug("displayColors")) != 0.0;
 }
 
 MStatus MFnMesh::setDisplayColors(bool enable) {
-    const NodeRef shape = Access::node(object_);
+    const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
     scene().setNumber(shape->plug("displayColors"), enable ? 1.0 : 0.0);
     return MStatus::kSuccess;

@@ -3,11 +3,10 @@
 
 #include "api/functionSets/meshAccess.h"
 #include "api/functionSets/variantSupport.h"
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
 #include "api/handles/conversions.h"
 #include "geometry/closestPoint.h"
 
-using host::geometry::ClosestPoint;
 using host::geometry::Vec3;
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN

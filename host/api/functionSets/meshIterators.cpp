@@ -11,17 +11,15 @@
 
 #include "api/functionSets/meshAccess.h"
 #include "api/functionSets/variantSupport.h"
-#include "api/handles/access.h"
-#include "api/handles/conversions.h"
+#include "api/handles/answers.h"
+#include "api/handles/objectAccess.h"
 
 using host::api::failed;
 using host::api::fill;
-using host::api::incompatible;
 using host::api::missingObject;
 using host::api::report;
 using host::geometry::IntSpan;
 using host::geometry::Topology;
-using host::geometry::Vec3;
 using host::graph::ComponentKind;
 
 namespace {
@@ -33,7 +31,8 @@ MObject currentComponent(const Walk& walk, MStatus* status) {
     if (!walk.isValid()) return failed(status, missingObject(), MObject());
     report(status, MStatus::kSuccess);
     const int element = walk.current();
-    return host::api::Access::object(host::graph::Component(walk.kind, host::graph::Run{element, element}));
+    return host::api::ObjectAccess::object(
+        host::graph::Component(walk.kind, host::graph::Run{element, element}));
 }
 
 bool isContained(IntSpan values, int value) {

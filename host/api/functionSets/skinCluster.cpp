@@ -6,17 +6,20 @@
 #include <utility>
 #include <vector>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
 #include "api/handles/conversions.h"
+#include "api/handles/objectAccess.h"
+#include "api/handles/pathAccess.h"
 #include "api/handles/session.h"
 #include "nodes/skinClusterNode.h"
 #include "nodes/skinWeights.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
+using host::api::ObjectAccess;
+using host::api::PathAccess;
 using host::api::report;
 using host::api::scene;
 using host::graph::NodeRef;
@@ -40,13 +43,13 @@ std::vector<int> influenceIndices(const NodeRef& skinCluster) {
 }
 
 MStatus resolve(const MObject& object, const MDagPath& path, const MObject& components, Request& request) {
-    request.skinCluster = Access::node(object);
+    request.skinCluster = ObjectAccess::node(object);
     if (request.skinCluster == nullptr) return missingObject();
-    const NodeRef node = Access::node(path);
+    const NodeRef node = PathAccess::node(path);
     const NodeRef shape = node != nullptr ? scene().shapeOf(node) : nullptr;
     if (shape == nullptr || shape != host::nodes::skinnedShape(scene(), request.skinCluster))
         return incompatible();
-    const host::graph::Component* vertices = Access::component(components);
+    const host::graph::Component* vertices = ObjectAccess::component(components);
     if (vertices == nullptr || vertices->kind() != host::graph::ComponentKind::Vertex) return incompatible();
     request.vertices = vertices->elements();
     const int vertexCount = scene().componentCount(shape, host::graph::ComponentKind::Vertex);
@@ -219,17 +222,17 @@ MFn::Type MFnSkinCluster::type() const {
 
 unsigned int MFnSkinCluster::influenceObjects(MDagPathArray& paths, MStatus* status) const {
     paths.clear();
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), 0U);
     for (const host::nodes::Influence& influence : host::nodes::influencesOf(node))
-        paths.append(Access::path(influence.node));
+        paths.append(PathAccess::path(influence.node));
     report(status, MStatus::kSuccess);
     return paths.length();
 }
 
 unsigned int MFnSkinCluster::indexForInfluenceObject(const MDagPath& path, MStatus* status) const {
-    const NodeRef node = Access::node(object_);
-    const NodeRef influence = Access::node(path);
+    const NodeRef node = ObjectAccess::node(object_);
+    const NodeRef influence = PathAccess::node(path);
     if (node == nullptr || influence == nullptr) return failed(status, missingObject(), 0U);
     const int index = host::nodes::influenceIndex(node, influence);
     if (index < 0) return failed(status, incompatible(), 0U);
@@ -244,7 +247,7 @@ MStatus MFnSkinCluster::getPointsAffectedByInfluence(const MDagPath& path, MSele
     MStatus status;
     const auto index = static_cast<int>(indexForInfluenceObject(path, &status));
     if (!status) return status;
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     const NodeRef shape = host::nodes::skinnedShape(scene(), node);
     if (shape == nullptr) return MStatus::kFailure;
     std::vector<int> vertices;
@@ -257,7 +260,7 @@ MStatus MFnSkinCluster::getPointsAffectedByInfluence(const MDagPath& path, MSele
     if (vertices.empty()) return MStatus::kSuccess;
     const auto component =
         host::graph::Component::fromIndices(host::graph::ComponentKind::Vertex, std::move(vertices));
-    return result.add(Access::path(shape), Access::object(component));
+    return result.add(PathAccess::path(shape), ObjectAccess::object(component));
 }
 
 MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& components, MDoubleArray& weights,

@@ -5,15 +5,16 @@
 
 #include <string>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
 #include "api/handles/conversions.h"
+#include "api/handles/objectAccess.h"
 #include "api/handles/session.h"
 #include "nodes/transformNode.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::fromVector;
 using host::api::missingObject;
+using host::api::ObjectAccess;
 using host::api::report;
 using host::api::scene;
 using host::api::toVector;
@@ -47,7 +48,7 @@ MObject MFnTransform::create(MObject parent, MStatus* status) {
 }
 
 MTransformationMatrix MFnTransform::transformation(MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MTransformationMatrix());
     report(status, MStatus::kSuccess);
     // The parts as the node holds them: taking the matrix apart would lose angles beyond half a turn.
@@ -66,7 +67,7 @@ MTransformationMatrix MFnTransform::transformation(MStatus* status) const {
 }
 
 MStatus MFnTransform::set(const MTransformationMatrix& transformation) {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     double rotation[3];
     double scale[3];
@@ -84,7 +85,7 @@ MStatus MFnTransform::set(const MTransformationMatrix& transformation) {
 }
 
 MVector MFnTransform::getTranslation(MSpace::Space space, MStatus* status) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return failed(status, missingObject(), MVector());
     if (space == MSpace::kWorld) {
         if (!hasPath_) return failed(status, MStatus(MStatus::kInvalidParameter), MVector());
@@ -96,7 +97,7 @@ MVector MFnTransform::getTranslation(MSpace::Space space, MStatus* status) const
 }
 
 MStatus MFnTransform::setTranslation(const MVector& translation, MSpace::Space space) {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     Vec3 value = fromVector(translation);
     if (space == MSpace::kWorld) {
@@ -110,7 +111,7 @@ MStatus MFnTransform::setTranslation(const MVector& translation, MSpace::Space s
 }
 
 MStatus MFnTransform::getRotation(MEulerRotation& rotation) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     const TransformParts parts = host::nodes::transformParts(scene(), node);
     rotation = MEulerRotation(parts.rotate.x, parts.rotate.y, parts.rotate.z,
@@ -119,7 +120,7 @@ MStatus MFnTransform::getRotation(MEulerRotation& rotation) const {
 }
 
 MStatus MFnTransform::setRotation(const MEulerRotation& rotation) {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     host::nodes::setRotateOrder(scene(), node, static_cast<RotateOrder>(rotation.order));
     host::nodes::setRotation(scene(), node, {rotation.x, rotation.y, rotation.z});
@@ -127,7 +128,7 @@ MStatus MFnTransform::setRotation(const MEulerRotation& rotation) {
 }
 
 MStatus MFnTransform::getScale(double scale[3]) const {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     const Vec3 value = host::nodes::transformParts(scene(), node).scale;
     for (int axis = 0; axis < 3; ++axis)
@@ -136,7 +137,7 @@ MStatus MFnTransform::getScale(double scale[3]) const {
 }
 
 MStatus MFnTransform::setScale(const double scale[3]) {
-    const NodeRef node = Access::node(object_);
+    const NodeRef node = ObjectAccess::node(object_);
     if (node == nullptr) return missingObject();
     host::nodes::setScale(scene(), node, {scale[0], scale[1], scale[2]});
     return MStatus::kSuccess;

@@ -3,13 +3,24 @@
 #include <maya/MFloatPoint.h>
 #include <maya/MMatrix.h>
 #include <maya/MPoint.h>
+#include <maya/MString.h>
 #include <maya/MVector.h>
 
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "geometry/math.h"
 
 namespace host::api {
+
+inline std::string text(const MString& string) {
+    return std::string(string.asChar(), string.length());
+}
+
+inline MString string(std::string_view text) {
+    return MString(text.data(), static_cast<int>(text.size()));
+}
 
 inline MMatrix toMatrix(const geometry::Matrix4& source) {
     MMatrix result;

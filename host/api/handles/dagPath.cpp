@@ -2,17 +2,20 @@
 #include <maya/MDagPathArray.h>
 #include <maya/MMatrix.h>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
 #include "api/handles/conversions.h"
 #include "api/handles/dag.h"
+#include "api/handles/objectAccess.h"
+#include "api/handles/pathAccess.h"
 #include "api/handles/session.h"
 #include "nodes/transformNode.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
+using host::api::ObjectAccess;
+using host::api::PathAccess;
 using host::api::report;
 using host::api::scene;
 using host::api::shapesBelow;
@@ -21,6 +24,16 @@ using host::graph::Node;
 using host::graph::NodeRef;
 
 namespace host::api {
+
+MDagPath PathAccess::path(const NodeRef& node) {
+    MDagPath result;
+    result.node_ = ObjectAccess::object(node);
+    return result;
+}
+
+NodeRef PathAccess::node(const MDagPath& path) {
+    return ObjectAccess::node(path.node_);
+}
 
 bool isTransform(const Node& node) {
     return node.isA("transform");
@@ -35,7 +48,7 @@ std::vector<NodeRef> shapesBelow(const Node& node) {
 }
 
 MObject parentObject(const Node& node) {
-    return node.parent() != nullptr ? Access::object(node.parent()->ref()) : Access::world();
+    return node.parent() != nullptr ? ObjectAccess::object(node.parent()->ref()) : ObjectAccess::world();
 }
 
 }  // namespace host::api
@@ -52,10 +65,10 @@ bool MDagPath::operator==(const MDagPath& other) const {
 }
 
 MStatus MDagPath::getAPathTo(const MObject& node, MDagPath& path) {
-    const NodeRef found = Access::node(node);
+    const NodeRef found = ObjectAccess::node(node);
     if (found == nullptr) return missingObject();
     if (!found->type().isDag()) return incompatible();
-    path = Access::path(found);
+    path = PathAccess::path(found);
     return MStatus::kSuccess;
 }
 
@@ -69,7 +82,7 @@ MStatus MDagPath::getAllPathsTo(const MObject& node, MDagPathArray& paths) {
 
 bool MDagPath::isValid(MStatus* status) const {
     report(status, MStatus::kSuccess);
-    return Access::node(*this) != nullptr;
+    return PathAccess::node(*this) != nullptr;
 }
 
 bool MDagPath::hasFn(MFn::Type type, MStatus* status) const {
@@ -89,7 +102,7 @@ MObject MDagPath::node(MStatus* status) const {
 }
 
 MObject MDagPath::transform(MStatus* status) const {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return failed(status, missingObject(), MObject());
     if (host::api::isTransform(*node)) {
         report(status, MStatus::kSuccess);
@@ -97,11 +110,11 @@ MObject MDagPath::transform(MStatus* status) const {
     }
     if (node->parent() == nullptr) return failed(status, incompatible(), MObject());
     report(status, MStatus::kSuccess);
-    return Access::object(node->parent()->ref());
+    return ObjectAccess::object(node->parent()->ref());
 }
 
 unsigned int MDagPath::length(MStatus* status) const {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return failed(status, missingObject(), 0U);
     report(status, MStatus::kSuccess);
     unsigned int count = 0;
@@ -111,34 +124,34 @@ unsigned int MDagPath::length(MStatus* status) const {
 }
 
 MStatus MDagPath::extendToShape() {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return missingObject();
     if (!host::api::isTransform(*node)) return MStatus::kSuccess;
     const NodeRef shape = scene().shapeOf(node);
     if (shape == nullptr) return incompatible();
-    node_ = Access::object(shape);
+    node_ = ObjectAccess::object(shape);
     return MStatus::kSuccess;
 }
 
 MStatus MDagPath::extendToShapeDirectlyBelow(unsigned int index) {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return missingObject();
     const std::vector<NodeRef> shapes = shapesBelow(*node);
     if (index >= shapes.size()) return noElement();
-    node_ = Access::object(shapes[index]);
+    node_ = ObjectAccess::object(shapes[index]);
     return MStatus::kSuccess;
 }
 
 MStatus MDagPath::numberOfShapesDirectlyBelow(unsigned int& count) const {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return missingObject();
     count = static_cast<unsigned int>(shapesBelow(*node).size());
     return MStatus::kSuccess;
 }
 
 MStatus MDagPath::push(const MObject& child) {
-    const NodeRef node = Access::node(*this);
-    const NodeRef next = Access::node(child);
+    const NodeRef node = PathAccess::node(*this);
+    const NodeRef next = ObjectAccess::node(child);
     if (next == nullptr || !next->type().isDag()) return MStatus::kInvalidParameter;
     if (next->parent() != node.get()) return incompatible();
     node_ = child;
@@ -146,40 +159,40 @@ MStatus MDagPath::push(const MObject& child) {
 }
 
 MStatus MDagPath::pop(unsigned int count) {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return missingObject();
     if (count > length()) return MStatus::kInvalidParameter;
     const Node* at = node.get();
     for (unsigned int k = 0; k < count; ++k)
         at = at->parent();
-    node_ = at != nullptr ? Access::object(const_cast<Node*>(at)->ref()) : MObject();
+    node_ = at != nullptr ? ObjectAccess::object(const_cast<Node*>(at)->ref()) : MObject();
     return MStatus::kSuccess;
 }
 
 unsigned int MDagPath::childCount(MStatus* status) const {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return failed(status, missingObject(), 0U);
     report(status, MStatus::kSuccess);
     return static_cast<unsigned int>(node->children().size());
 }
 
 MObject MDagPath::child(unsigned int index, MStatus* status) const {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return failed(status, missingObject(), MObject());
     if (index >= node->children().size()) return failed(status, noElement(), MObject());
     report(status, MStatus::kSuccess);
-    return Access::object(node->children()[index]->ref());
+    return ObjectAccess::object(node->children()[index]->ref());
 }
 
 MMatrix MDagPath::inclusiveMatrix(MStatus* status) const {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return failed(status, missingObject(), MMatrix());
     report(status, MStatus::kSuccess);
     return host::api::toMatrix(host::nodes::worldMatrix(scene(), node));
 }
 
 MMatrix MDagPath::exclusiveMatrix(MStatus* status) const {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return failed(status, missingObject(), MMatrix());
     report(status, MStatus::kSuccess);
     return host::api::toMatrix(host::nodes::parentMatrix(scene(), node));
@@ -194,14 +207,14 @@ MMatrix MDagPath::exclusiveMatrixInverse(MStatus* status) const {
 }
 
 MString MDagPath::fullPathName(MStatus* status) const {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return string(scene().fullPath(*node));
 }
 
 MString MDagPath::partialPathName(MStatus* status) const {
-    const NodeRef node = Access::node(*this);
+    const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return string(scene().uniqueName(*node));

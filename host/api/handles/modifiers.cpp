@@ -6,16 +6,20 @@
 #include <utility>
 #include <vector>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
 #include "api/handles/dag.h"
+#include "api/handles/modifierAccess.h"
+#include "api/handles/objectAccess.h"
 #include "api/handles/plugAccess.h"
 #include "api/handles/session.h"
 #include "graph/names.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::incompatible;
 using host::api::missingObject;
+using host::api::ObjectAccess;
+using host::api::PlugAccess;
 using host::api::report;
 using host::api::scene;
 using host::api::text;
@@ -37,7 +41,7 @@ bool isBelow(const Node& node, const Node& ancestor) {
 }
 
 MStatus deleteNodes(const MObject& object, bool includeParents) {
-    NodeRef node = Access::node(object);
+    NodeRef node = ObjectAccess::node(object);
     if (node == nullptr) return missingObject();
     const Node* parent = node->parent();
     const bool isOnlyShape =
@@ -48,8 +52,8 @@ MStatus deleteNodes(const MObject& object, bool includeParents) {
 }
 
 MStatus connectPlugs(const MPlug& source, const MPlug& destination) {
-    const Plug& from = Access::place(source);
-    const Plug& to = Access::place(destination);
+    const Plug& from = PlugAccess::place(source);
+    const Plug& to = PlugAccess::place(destination);
     if (!host::api::isUsable(from) || !host::api::isUsable(to)) return missingObject();
     if (to.attribute().isOutput() || from.isArray() || to.isArray() || scene().source(to))
         return incompatible();
@@ -58,8 +62,8 @@ MStatus connectPlugs(const MPlug& source, const MPlug& destination) {
 }
 
 MStatus disconnectPlugs(const MPlug& source, const MPlug& destination) {
-    const Plug& from = Access::place(source);
-    const Plug& to = Access::place(destination);
+    const Plug& from = PlugAccess::place(source);
+    const Plug& to = PlugAccess::place(destination);
     if (!host::api::isUsable(from) || !host::api::isUsable(to)) return missingObject();
     if (scene().source(to) != from) return incompatible();
     scene().disconnect(to);
@@ -67,9 +71,9 @@ MStatus disconnectPlugs(const MPlug& source, const MPlug& destination) {
 }
 
 MStatus reparent(const MObject& object, const MObject& newParent) {
-    const NodeRef node = Access::node(object);
-    const NodeRef parent = Access::node(newParent);
-    const bool isToWorld = newParent.isNull() || Access::isWorld(newParent);
+    const NodeRef node = ObjectAccess::node(object);
+    const NodeRef parent = ObjectAccess::node(newParent);
+    const bool isToWorld = newParent.isNull() || ObjectAccess::isWorld(newParent);
     if (node == nullptr || (parent == nullptr && !isToWorld)) return missingObject();
     if (!node->type().isDag()) return incompatible();
     if (parent == nullptr && !host::api::isTransform(*node)) return incompatible();
@@ -108,7 +112,7 @@ struct MDGModifier::Changes {
         const NodeRef node = maker();
         done.push_back(std::move(list));
         report(status, MStatus::kSuccess);
-        return Access::object(node);
+        return ObjectAccess::object(node);
     }
 };
 
@@ -127,15 +131,15 @@ MStatus MDGModifier::deleteNode(const MObject& node) {
 }
 
 MStatus MDGModifier::deleteNode(const MObject& node, bool includeParents) {
-    if (Access::node(node) == nullptr) return missingObject();
+    if (ObjectAccess::node(node) == nullptr) return missingObject();
     return changes_->add([node, includeParents] { return deleteNodes(node, includeParents); });
 }
 
 MStatus MDGModifier::renameNode(const MObject& node, const MString& newName) {
-    if (Access::node(node) == nullptr) return missingObject();
+    if (ObjectAccess::node(node) == nullptr) return missingObject();
     if (!host::graph::isLegalName(text(newName))) return MStatus::kInvalidParameter;
     return changes_->add([node, name = text(newName)]() -> MStatus {
-        const NodeRef renamed = Access::node(node);
+        const NodeRef renamed = ObjectAccess::node(node);
         if (renamed == nullptr) return missingObject();
         scene().rename(*renamed, name);
         return MStatus::kSuccess;
@@ -215,18 +219,18 @@ MDagModifier::~MDagModifier() = default;
 
 MObject MDagModifier::createNode(const MString& type, const MObject& parent, MStatus* status) {
     const host::graph::NodeType* nodeType = scene().types().find(text(type));
-    const NodeRef above = Access::node(parent);
+    const NodeRef above = ObjectAccess::node(parent);
     const bool hasParent = above != nullptr && host::api::isTransform(*above);
     if (nodeType == nullptr || nodeType->isAbstract() || !nodeType->isDag())
         return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
-    const bool isAtTop = parent.isNull() || Access::isWorld(parent);
+    const bool isAtTop = parent.isNull() || ObjectAccess::isWorld(parent);
     if (!hasParent && !(isAtTop && nodeType->isA("transform")))
         return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
     return changes_->create([&] { return scene().createNode(*nodeType, {}, above.get()); }, status);
 }
 
 MStatus MDagModifier::reparentNode(const MObject& node, const MObject& newParent) {
-    if (Access::node(node) == nullptr) return missingObject();
+    if (ObjectAccess::node(node) == nullptr) return missingObject();
     return changes_->add([node, newParent] { return reparent(node, newParent); });
 }
 
@@ -234,7 +238,7 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace host::api {
 
-void Access::addDone(MDGModifier& modifier, std::unique_ptr<ChangeList> change) {
+void ModifierAccess::addDone(MDGModifier& modifier, std::unique_ptr<ChangeList> change) {
     modifier.changes_->done.push_back(std::move(change));
 }
 

@@ -4,12 +4,12 @@
 #include <functional>
 #include <utility>
 
-#include "api/handles/access.h"
 #include "api/handles/functionSetTable.h"
+#include "api/handles/objectAccess.h"
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-using host::api::Access;
+using host::api::ObjectAccess;
 
 MObject MObject::kNullObj;
 
@@ -41,7 +41,7 @@ bool MObject::hasFn(MFn::Type fs) const {
             return node->isAlive() && host::api::hasFunctionSet(node->type(), fs);
         }
         case Kind::Attribute:
-            return host::api::hasFunctionSet(*Access::attribute(*this), fs);
+            return host::api::hasFunctionSet(*ObjectAccess::attribute(*this), fs);
         case Kind::World:
             return fs == MFn::kWorld || fs == MFn::kBase;
         case Kind::Plugin:
@@ -67,11 +67,11 @@ MFn::Type MObject::apiType() const {
         case Kind::World:
             return MFn::kWorld;
         case Kind::Attribute:
-            return host::api::functionSetOf(*Access::attribute(*this));
+            return host::api::functionSetOf(*ObjectAccess::attribute(*this));
         case Kind::Component:
-            return host::api::functionSetOf(Access::component(*this)->kind());
+            return host::api::functionSetOf(ObjectAccess::component(*this)->kind());
         case Kind::Data:
-            return host::api::functionSetOfData(Access::data(*this)->value->typeName());
+            return host::api::functionSetOfData(ObjectAccess::data(*this)->value->typeName());
         case Kind::Plugin:
             return MFn::kPlugin;
     }
@@ -107,13 +107,13 @@ unsigned int MObjectHandle::hashCode() const {
 
 unsigned int MObjectHandle::objectHashCode(const MObject& object) {
     // Nodes hash by their creation number, so that a script gives the same numbers on every run.
-    if (const host::graph::NodeRef node = Access::anyNode(object))
+    if (const host::graph::NodeRef node = ObjectAccess::anyNode(object))
         return static_cast<unsigned int>(node->id());
-    return static_cast<unsigned int>(std::hash<const void*>{}(Access::identity(object)));
+    return static_cast<unsigned int>(std::hash<const void*>{}(ObjectAccess::identity(object)));
 }
 
 bool MObjectHandle::isValid() const {
-    return Access::isNode(object_) ? Access::node(object_) != nullptr : !object_.isNull();
+    return ObjectAccess::isNode(object_) ? ObjectAccess::node(object_) != nullptr : !object_.isNull();
 }
 
 bool MObjectHandle::isAlive() const {

@@ -10,25 +10,24 @@
 #include <utility>
 #include <vector>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
+#include "api/handles/objectAccess.h"
 #include "api/handles/plugAccess.h"
 #include "api/handles/session.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
+using host::api::ObjectAccess;
+using host::api::PlugAccess;
 using host::api::report;
 using host::api::scene;
 using host::graph::Attribute;
 using host::graph::Plug;
 
 namespace host::api {
-
-bool isUsable(const Plug& place) {
-    return place && place.node()->isAlive();
-}
 
 namespace {
 
@@ -79,34 +78,34 @@ MPlug::MPlug() {
 }
 
 MPlug::MPlug(const MPlug& other) : moment_(other.moment_), isNetworked_(other.isNetworked_) {
-    new (place_) Plug(Access::held(other));
+    new (place_) Plug(PlugAccess::held(other));
 }
 
 MPlug::MPlug(const MObject& node, const MObject& attribute) : MPlug() {
-    const host::graph::NodeRef owner = Access::node(node);
-    const Attribute* wanted = Access::attribute(attribute);
+    const host::graph::NodeRef owner = ObjectAccess::node(node);
+    const Attribute* wanted = ObjectAccess::attribute(attribute);
     if (owner == nullptr || wanted == nullptr || owner->findAttribute(wanted->longName()) != wanted) return;
-    *this = Access::plug(owner->plug(*wanted));
+    *this = PlugAccess::plug(owner->plug(*wanted));
 }
 
 MPlug::~MPlug() {
-    Access::held(*this).~Plug();
+    PlugAccess::held(*this).~Plug();
 }
 
 MPlug& MPlug::operator=(const MPlug& other) {
-    Access::held(*this) = Access::held(other);
+    PlugAccess::held(*this) = PlugAccess::held(other);
     moment_ = other.moment_;
     isNetworked_ = other.isNetworked_;
     return *this;
 }
 
 bool MPlug::operator==(const MPlug& other) const {
-    return Access::place(*this) == Access::place(other);
+    return PlugAccess::place(*this) == PlugAccess::place(other);
 }
 
 bool MPlug::operator==(const MObject& attribute) const {
-    const Plug& place = Access::place(*this);
-    return place && &place.attribute() == Access::attribute(attribute);
+    const Plug& place = PlugAccess::place(*this);
+    return place && &place.attribute() == ObjectAccess::attribute(attribute);
 }
 
 bool MPlug::operator!=(const MPlug& other) const {
@@ -118,21 +117,21 @@ bool MPlug::operator!=(const MObject& attribute) const {
 }
 
 MObject MPlug::attribute(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MObject());
     report(status, MStatus::kSuccess);
-    return Access::object(place.node(), place.attribute());
+    return ObjectAccess::object(place.node(), place.attribute());
 }
 
 MObject MPlug::node(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MObject());
     report(status, MStatus::kSuccess);
-    return Access::object(place.node());
+    return ObjectAccess::object(place.node());
 }
 
 MString MPlug::name(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return host::api::string(scene().plugName(place));
@@ -140,7 +139,7 @@ MString MPlug::name(MStatus* status) const {
 
 MString MPlug::partialName(bool includeNodeName, bool, bool, bool useAlias, bool useFullAttributePath,
                            bool useLongNames, MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     std::string text = useAlias ? place.node()->alias(place.key()) : std::string();
@@ -151,7 +150,7 @@ MString MPlug::partialName(bool includeNodeName, bool, bool, bool useAlias, bool
 
 bool MPlug::isNull(MStatus* status) const {
     report(status, MStatus::kSuccess);
-    return !Access::place(*this);
+    return !PlugAccess::place(*this);
 }
 
 namespace {
@@ -159,7 +158,7 @@ namespace {
 /// A yes-or-no question to a plug; a null plug is a failure and answers no.
 template <typename Question>
 bool ask(const MPlug& plug, MStatus* status, Question question) {
-    const Plug& place = Access::place(plug);
+    const Plug& place = PlugAccess::place(plug);
     if (!isUsable(place)) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     return question(place);
@@ -197,7 +196,7 @@ bool MPlug::isKeyable(MStatus* status) const {
 }
 
 MStatus MPlug::setLocked(bool locked) {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return missingObject();
     host::graph::PlugState state = place.node()->state(place.key());
     state.isLocked = locked;
@@ -206,7 +205,7 @@ MStatus MPlug::setLocked(bool locked) {
 }
 
 MStatus MPlug::setKeyable(bool keyable) {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return missingObject();
     host::graph::PlugState state = place.node()->state(place.key());
     state.isKeyable = keyable;
@@ -215,7 +214,7 @@ MStatus MPlug::setKeyable(bool keyable) {
 }
 
 unsigned int MPlug::numElements(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), 0U);
     if (!place.isArray() || !place.isFullyIndexed()) return failed(status, incompatible(), 0U);
     report(status, MStatus::kSuccess);
@@ -228,7 +227,7 @@ unsigned int MPlug::evaluateNumElements(MStatus* status) {
 }
 
 unsigned int MPlug::numChildren(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), 0U);
     if (!place.isCompound()) return failed(status, incompatible(), 0U);
     report(status, MStatus::kSuccess);
@@ -236,7 +235,7 @@ unsigned int MPlug::numChildren(MStatus* status) const {
 }
 
 unsigned int MPlug::numConnectedElements(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), 0U);
     if (!place.isArray()) return failed(status, incompatible(), 0U);
     report(status, MStatus::kSuccess);
@@ -244,7 +243,7 @@ unsigned int MPlug::numConnectedElements(MStatus* status) const {
 }
 
 unsigned int MPlug::numConnectedChildren(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), 0U);
     if (!place.isCompound()) return failed(status, incompatible(), 0U);
     report(status, MStatus::kSuccess);
@@ -256,7 +255,7 @@ unsigned int MPlug::numConnectedChildren(MStatus* status) const {
 }
 
 unsigned int MPlug::logicalIndex(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), 0U);
     if (!place.isElement()) return failed(status, incompatible(), 0U);
     report(status, MStatus::kSuccess);
@@ -265,7 +264,7 @@ unsigned int MPlug::logicalIndex(MStatus* status) const {
 
 unsigned int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status) {
     indices.clear();
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), 0U);
     if (!place.isArray() || !place.isFullyIndexed()) return failed(status, incompatible(), 0U);
     const std::vector<int> existing = scene().elements(place);
@@ -276,9 +275,9 @@ unsigned int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus
 }
 
 MStatus MPlug::selectAncestorLogicalIndex(unsigned int index, const MObject& attribute) {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return missingObject();
-    const Attribute* wanted = Access::attribute(attribute);
+    const Attribute* wanted = ObjectAccess::attribute(attribute);
     const Attribute* nearest = nullptr;
     for (const Attribute* part : place.attribute().path()) {
         const bool isIndexed = part->isArray() && part->arrayDepth() <= place.key().depth;
@@ -287,73 +286,73 @@ MStatus MPlug::selectAncestorLogicalIndex(unsigned int index, const MObject& att
     if (nearest == nullptr) return incompatible();
     host::graph::PlugKey key = place.key();
     key.indices[static_cast<std::size_t>(nearest->arrayDepth() - 1)] = static_cast<int>(index);
-    *this = Access::plug(Plug(place.node(), key));
+    *this = PlugAccess::plug(Plug(place.node(), key));
     return MStatus::kSuccess;
 }
 
 MPlug MPlug::elementByLogicalIndex(unsigned int index, MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MPlug());
     if (!place.isArray() || static_cast<int>(index) < 0) return failed(status, incompatible(), MPlug());
     report(status, MStatus::kSuccess);
-    return Access::plug(place.element(static_cast<int>(index)));
+    return PlugAccess::plug(place.element(static_cast<int>(index)));
 }
 
 MPlug MPlug::elementByPhysicalIndex(unsigned int index, MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MPlug());
     if (!place.isArray() || !place.isFullyIndexed()) return failed(status, incompatible(), MPlug());
     const int logical = scene().elementAt(place, static_cast<int>(index));
     if (logical < 0) return failed(status, noElement(), MPlug());
     report(status, MStatus::kSuccess);
-    return Access::plug(place.element(logical));
+    return PlugAccess::plug(place.element(logical));
 }
 
 MPlug MPlug::connectionByPhysicalIndex(unsigned int index, MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MPlug());
     if (!place.isArray()) return failed(status, incompatible(), MPlug());
     const std::set<int> connected = host::api::connectedElements(place);
     if (index >= connected.size()) return failed(status, noElement(), MPlug());
     report(status, MStatus::kSuccess);
     const int logical = *std::next(connected.begin(), static_cast<std::ptrdiff_t>(index));
-    return Access::plug(place.element(logical), true);
+    return PlugAccess::plug(place.element(logical), true);
 }
 
 MPlug MPlug::array(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MPlug());
     if (!place.isElement()) return failed(status, incompatible(), MPlug());
     report(status, MStatus::kSuccess);
-    return Access::plug(place.array());
+    return PlugAccess::plug(place.array());
 }
 
 MPlug MPlug::parent(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MPlug());
     if (place.isElement() || place.attribute().parent() == nullptr)
         return failed(status, incompatible(), MPlug());
     report(status, MStatus::kSuccess);
-    return Access::plug(place.parent());
+    return PlugAccess::plug(place.parent());
 }
 
 MPlug MPlug::child(unsigned int index, MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MPlug());
     if (!place.isCompound() || place.isArray()) return failed(status, incompatible(), MPlug());
     if (index >= place.attribute().children().size()) return failed(status, noElement(), MPlug());
     report(status, MStatus::kSuccess);
-    return Access::plug(place.child(static_cast<int>(index)));
+    return PlugAccess::plug(place.child(static_cast<int>(index)));
 }
 
 MPlug MPlug::child(MObject& attribute, MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MPlug());
-    const Attribute* wanted = Access::attribute(attribute);
+    const Attribute* wanted = ObjectAccess::attribute(attribute);
     if (wanted == nullptr || wanted->parent() != &place.attribute() || place.isArray())
         return failed(status, incompatible(), MPlug());
     report(status, MStatus::kSuccess);
-    return Access::plug(place.child(*wanted));
+    return PlugAccess::plug(place.child(*wanted));
 }
 
 bool MPlug::isConnected(MStatus* status) const {
@@ -372,24 +371,24 @@ bool MPlug::isDestination(MStatus* status) const {
 
 bool MPlug::connectedTo(MPlugArray& array, bool asDst, bool asSrc, MStatus* status) const {
     array.clear();
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), false);
     report(status, MStatus::kSuccess);
     if (asDst) {
-        if (Plug source = scene().source(place)) array.append(Access::plug(std::move(source), true));
+        if (Plug source = scene().source(place)) array.append(PlugAccess::plug(std::move(source), true));
     }
     if (asSrc) {
         for (Plug& destination : scene().destinations(place))
-            array.append(Access::plug(std::move(destination), true));
+            array.append(PlugAccess::plug(std::move(destination), true));
     }
     return array.length() > 0;
 }
 
 MPlug MPlug::source(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     if (!isUsable(place)) return failed(status, missingObject(), MPlug());
     report(status, MStatus::kSuccess);
-    return Access::plug(scene().source(place), true);
+    return PlugAccess::plug(scene().source(place), true);
 }
 
 bool MPlug::destinations(MPlugArray& plugs, MStatus* status) const {

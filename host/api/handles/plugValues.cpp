@@ -4,15 +4,17 @@
 #include <type_traits>
 #include <utility>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
+#include "api/handles/objectAccess.h"
 #include "api/handles/plugAccess.h"
 #include "api/handles/session.h"
 
-using host::api::Access;
 using host::api::failed;
 using host::api::failure;
 using host::api::incompatible;
-using host::api::missingObject;
+using host::api::ObjectAccess;
+using host::api::PlugAccess;
 using host::api::report;
 using host::api::scene;
 using host::graph::DataPtr;
@@ -48,7 +50,7 @@ void createWhatIsRead(const Plug& place) {
 }
 
 MStatus readNumber(const MPlug& plug, double& value) {
-    const Plug& place = Access::place(plug);
+    const Plug& place = PlugAccess::place(plug);
     const MStatus status = checkReadable(place, true);
     if (!status) return status;
     createWhatIsRead(place);
@@ -94,7 +96,7 @@ MStatus read(const MPlug& plug, bool& value) {
 }
 
 MStatus writeNumber(MPlug& plug, double value) {
-    const Plug& place = Access::place(plug);
+    const Plug& place = PlugAccess::place(plug);
     const MStatus status = checkWritable(place);
     if (!status) return status;
     if (!place.isNumber()) return incompatible();
@@ -119,14 +121,6 @@ bool takesData(const graph::Attribute& attribute, const graph::Data& data) {
 }
 
 }  // namespace
-
-bool isLocked(const Plug& place) {
-    if (place.node()->states().empty()) return false;
-    for (Plug at = place; at; at = at.parent()) {
-        if (at.node()->state(at.key()).isLocked) return true;
-    }
-    return false;
-}
 
 }  // namespace host::api
 
@@ -170,14 +164,14 @@ MStatus MPlug::getValue(MString& value) const {
 }
 
 MObject MPlug::asMObject(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     const MStatus readable = host::api::checkReadable(place, false);
     if (!readable) return failed(status, readable, MObject());
     host::api::createWhatIsRead(place);
     DataPtr data = scene().data(place);
     if (data == nullptr) return failed(status, failure(), MObject());
     report(status, MStatus::kSuccess);
-    return Access::object(std::move(data));
+    return ObjectAccess::object(std::move(data));
 }
 
 double MPlug::asDouble(MStatus* status) const {
@@ -205,7 +199,7 @@ bool MPlug::asBool(MStatus* status) const {
 }
 
 MString MPlug::asString(MStatus* status) const {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     const MStatus readable = host::api::checkReadable(place, false);
     if (!readable) return failed(status, readable, MString());
     if (place.attribute().spec().dataType != "string") return failed(status, incompatible(), MString());
@@ -216,10 +210,10 @@ MString MPlug::asString(MStatus* status) const {
 }
 
 MStatus MPlug::setValue(const MObject& value) {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     const MStatus writable = host::api::checkWritable(place);
     if (!writable) return writable;
-    const host::api::DataBody* body = Access::data(value);
+    const host::api::DataBody* body = ObjectAccess::data(value);
     if (body == nullptr && !value.isNull()) return incompatible();
     const DataPtr data = body != nullptr ? body->value : nullptr;
     if (place.isArray()) {
@@ -294,7 +288,7 @@ MStatus MPlug::setBool(bool value) {
 }
 
 MStatus MPlug::setString(const MString& value) {
-    const Plug& place = Access::place(*this);
+    const Plug& place = PlugAccess::place(*this);
     const MStatus writable = host::api::checkWritable(place);
     if (!writable) return writable;
     if (place.isArray() || place.attribute().kind() != ValueKind::Typed ||

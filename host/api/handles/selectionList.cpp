@@ -6,15 +6,20 @@
 #include <algorithm>
 #include <utility>
 
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
+#include "api/handles/objectAccess.h"
+#include "api/handles/pathAccess.h"
 #include "api/handles/plugAccess.h"
+#include "api/handles/selectionAccess.h"
 #include "api/handles/session.h"
 #include "graph/names.h"
 
-using host::api::Access;
-using host::api::failed;
 using host::api::incompatible;
 using host::api::noElement;
+using host::api::ObjectAccess;
+using host::api::PathAccess;
+using host::api::PlugAccess;
 using host::api::report;
 using host::api::scene;
 using host::api::unknownObject;
@@ -31,11 +36,11 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace host::api {
 
-std::vector<SelectionItem>& Access::items(MSelectionList& list) {
+std::vector<SelectionItem>& SelectionAccess::items(MSelectionList& list) {
     return list.items_->list;
 }
 
-const std::vector<SelectionItem>& Access::items(const MSelectionList& list) {
+const std::vector<SelectionItem>& SelectionAccess::items(const MSelectionList& list) {
     return list.items_->list;
 }
 
@@ -92,10 +97,10 @@ void mergeItem(std::vector<SelectionItem>& items, const SelectionItem& item,
 
 /// The item of a path with a component; of a component on a transform the shape is the object.
 MStatus makeItem(const MDagPath& path, const MObject& component, SelectionItem& item) {
-    item.node = Access::node(path);
+    item.node = PathAccess::node(path);
     if (item.node == nullptr) return unknownObject();
     if (component.isNull()) return MStatus::kSuccess;
-    const graph::Component* elements = Access::component(component);
+    const graph::Component* elements = ObjectAccess::component(component);
     const NodeRef shape = scene().shapeOf(item.node);
     if (elements == nullptr || shape == nullptr) return incompatible();
     item.node = shape;
@@ -104,12 +109,12 @@ MStatus makeItem(const MDagPath& path, const MObject& component, SelectionItem& 
 }
 
 MStatus makeItem(const MObject& object, SelectionItem& item) {
-    item.node = Access::node(object);
+    item.node = ObjectAccess::node(object);
     return item.node != nullptr ? MStatus(MStatus::kSuccess) : unknownObject();
 }
 
 MStatus makeItem(const MPlug& plug, SelectionItem& item) {
-    const graph::Plug& place = Access::place(plug);
+    const graph::Plug& place = PlugAccess::place(plug);
     if (!isUsable(place)) return unknownObject();
     item.node = place.node();
     item.plug = place;
@@ -157,7 +162,7 @@ MStatus MSelectionList::getDependNode(unsigned int index, MObject& node) const {
     if (index >= items_->list.size()) return noElement();
     const NodeRef& found = items_->list[index].node;
     if (!found->isAlive()) return host::api::missingObject();
-    node = Access::object(found);
+    node = ObjectAccess::object(found);
     return MStatus::kSuccess;
 }
 
@@ -171,8 +176,8 @@ MStatus MSelectionList::getDagPath(unsigned int index, MDagPath& path, MObject& 
     const SelectionItem& item = items_->list[index];
     if (!item.node->isAlive()) return host::api::missingObject();
     if (!item.node->type().isDag()) return incompatible();
-    path = Access::path(item.node);
-    component = item.component ? Access::object(*item.component) : MObject();
+    path = PathAccess::path(item.node);
+    component = item.component ? ObjectAccess::object(*item.component) : MObject();
     return MStatus::kSuccess;
 }
 
@@ -181,7 +186,7 @@ MStatus MSelectionList::getPlug(unsigned int index, MPlug& plug) const {
     const SelectionItem& item = items_->list[index];
     if (!item.node->isAlive()) return host::api::missingObject();
     if (!item.plug) return incompatible();
-    plug = Access::plug(*item.plug);
+    plug = PlugAccess::plug(*item.plug);
     return MStatus::kSuccess;
 }
 

@@ -6,10 +6,12 @@
 #include <utility>
 #include <vector>
 
-#include "api/commands/syntaxTable.h"
-#include "api/handles/access.h"
+#include "api/commands/argumentAccess.h"
+#include "api/commands/syntaxAccess.h"
+#include "api/handles/conversions.h"
 #include "api/handles/session.h"
 #include "api/plugin/apiTool.h"
+#include "api/plugin/toolAccess.h"
 #include "graph/names.h"
 
 namespace host::api {
@@ -36,7 +38,7 @@ ApiContextCommand::ApiContextCommand(std::string name, std::string owner, std::s
                                      Creator create)
     : name_(std::move(name)), owner_(std::move(owner)), library_(std::move(library)), create_(create) {
     if (const std::unique_ptr<MPxContextCommand> sample = makeCommand()) {
-        syntax_ = Access::syntax(*sample);
+        syntax_ = ToolAccess::syntax(*sample);
         isValid_ = true;
     }
 }
@@ -45,7 +47,7 @@ ApiContextCommand::ApiContextCommand(std::string name, std::string owner, std::s
 std::unique_ptr<MPxContextCommand> ApiContextCommand::makeCommand() const {
     std::unique_ptr<MPxContextCommand> command(static_cast<MPxContextCommand*>(create_()));
     if (command == nullptr) return nullptr;
-    MSyntax& syntax = Access::syntax(*command);
+    MSyntax& syntax = ToolAccess::syntax(*command);
     syntax.enableEdit();
     syntax.enableQuery();
     syntax.setObjectType(MSyntax::kStringObjects, 0, 1);
@@ -54,14 +56,14 @@ std::unique_ptr<MPxContextCommand> ApiContextCommand::makeCommand() const {
 }
 
 const mel::Syntax* ApiContextCommand::syntax() const {
-    return &Access::table(syntax_).syntax;
+    return &SyntaxAccess::table(syntax_).syntax;
 }
 
 mel::PluginCallResult ApiContextCommand::call(std::vector<mel::Value>&& arguments) {
     PluginCall call{owner_};
     const CallScope scope(call);
     MArgList words;
-    Access::words(words) = std::move(arguments);
+    ArgumentAccess::words(words) = std::move(arguments);
     MStatus status;
     const MArgParser parser(syntax_, words, &status);
     MStringArray objects;
@@ -83,9 +85,9 @@ mel::CommandResult ApiContextCommand::make(std::string tool, const MArgParser& p
     std::unique_ptr<MPxContextCommand> command = makeCommand();
     std::unique_ptr<MPxContext> context(command != nullptr ? command->makeObj() : nullptr);
     if (context == nullptr) return mel::CommandResult::failure(name_ + ": The tool could not be created.");
-    Access::setCommandName(*context, name_);
+    ToolAccess::setCommandName(*context, name_);
     if (parser.numberOfFlagsUsed() > 0) {
-        Access::setArguments(*command, words);
+        ToolAccess::setArguments(*command, words);
         mel::CommandResult edited = resultOf(command->doEditFlags());
         if (!edited.ok) return edited;
     }
@@ -100,7 +102,7 @@ mel::CommandResult ApiContextCommand::editOrQuery(const std::string& tool, bool 
     const auto found = std::static_pointer_cast<ApiTool>(tools().find(tool, name_));
     if (found == nullptr) return mel::CommandResult::failure(name_ + ": Object '" + tool + "' not found.");
     MPxContextCommand& command = found->command();
-    Access::setArguments(command, words);
+    ToolAccess::setArguments(command, words);
     return resultOf(isQuery ? command.doQueryFlags() : command.doEditFlags());
 }
 

@@ -1,7 +1,8 @@
 #include "api/plugin/apiTool.h"
 
-#include "api/handles/access.h"
+#include "api/handles/conversions.h"
 #include "api/handles/session.h"
+#include "api/plugin/toolAccess.h"
 
 namespace host::api {
 
@@ -20,8 +21,8 @@ MStatus classic(MPxContext& context, mel::MouseEvent::Kind kind, MEvent& event) 
 }
 
 MStatus viewport2(MPxContext& context, mel::MouseEvent::Kind kind, MEvent& event) {
-    MHWRender::MUIDrawManager& drawManager = Access::drawManager();
-    const MHWRender::MFrameContext& frame = Access::frameContext();
+    MHWRender::MUIDrawManager& drawManager = ToolAccess::drawManager();
+    const MHWRender::MFrameContext& frame = ToolAccess::frameContext();
     switch (kind) {
         case mel::MouseEvent::Kind::Press:
             return context.doPress(event, drawManager, frame);
@@ -42,15 +43,15 @@ std::string ApiTool::className() const {
 }
 
 std::string ApiTool::title() const {
-    return Access::title(*context_);
+    return ToolAccess::title(*context_);
 }
 
 std::string ApiTool::help() const {
-    return Access::help(*context_);
+    return ToolAccess::help(*context_);
 }
 
 std::string ApiTool::cursor() const {
-    return Access::cursor(*context_);
+    return ToolAccess::cursor(*context_);
 }
 
 void ApiTool::enter() {
@@ -69,7 +70,7 @@ void ApiTool::leave() {
 bool ApiTool::handle(const mel::MouseEvent& source) {
     PluginCall call{owner_};
     const CallScope scope(call);
-    MEvent event = Access::event(source);
+    MEvent event = ToolAccess::event(source);
     const bool isClassic =
         source.viewport == mel::MouseEvent::Viewport::Legacy && scene().variants().callsLegacyHandlers;
     return isClassic ? classic(*context_, source.kind, event) : viewport2(*context_, source.kind, event);

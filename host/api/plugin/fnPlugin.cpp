@@ -8,17 +8,19 @@
 #include <vector>
 
 #include "api/commands/apiCommand.h"
-#include "api/handles/access.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
+#include "api/handles/objectAccess.h"
 #include "api/handles/session.h"
 #include "api/plugin/apiContextCommand.h"
 #include "api/plugin/pluginLoader.h"
 #include "graph/names.h"
 
-using host::api::Access;
 using host::api::ApiCommand;
 using host::api::ApiContextCommand;
 using host::api::failed;
 using host::api::missingObject;
+using host::api::ObjectAccess;
 using host::api::Plugin;
 using host::api::report;
 using host::api::Session;
@@ -30,7 +32,7 @@ namespace {
 /// One text of the description of a plug-in.
 template <typename Getter>
 MString describe(const MObject& object, MStatus* status, Getter getter) {
-    const Plugin* plugin = Access::plugin<Plugin>(object);
+    const Plugin* plugin = ObjectAccess::plugin<Plugin>(object);
     if (plugin == nullptr) return failed(status, missingObject(), MString());
     report(status, MStatus::kSuccess);
     return string(getter(plugin->description));
@@ -50,7 +52,7 @@ MFnPlugin::~MFnPlugin() = default;
 MFnPlugin::MFnPlugin(MObject& object, const char* vendor, const char* version, const char* requiredApiVersion,
                      MStatus* status) {
     report(status, MFnBase::setObject(object));
-    Plugin* plugin = Access::plugin<Plugin>(object_);
+    Plugin* plugin = ObjectAccess::plugin<Plugin>(object_);
     if (plugin == nullptr) return;
     plugin->description.vendor = vendor != nullptr ? vendor : "";
     plugin->description.version = version != nullptr ? version : "";
@@ -87,7 +89,7 @@ MString MFnPlugin::loadPath(MStatus* status) const {
 
 MStatus MFnPlugin::registerCommand(const MString& commandName, MCreatorFunction creatorFunction,
                                    MCreateSyntaxFunction createSyntaxFunction) {
-    Plugin* plugin = Access::plugin<Plugin>(object_);
+    Plugin* plugin = ObjectAccess::plugin<Plugin>(object_);
     if (plugin == nullptr) return missingObject();
     const std::string name = text(commandName);
     if (creatorFunction == nullptr || !host::graph::isLegalName(name)) return MStatus::kInvalidParameter;
@@ -100,7 +102,7 @@ MStatus MFnPlugin::registerCommand(const MString& commandName, MCreatorFunction 
 }
 
 MStatus MFnPlugin::deregisterCommand(const MString& commandName) {
-    Plugin* plugin = Access::plugin<Plugin>(object_);
+    Plugin* plugin = ObjectAccess::plugin<Plugin>(object_);
     if (plugin == nullptr) return missingObject();
     const std::string name = text(commandName);
     if (!Session::current().commands().removePlugin(name, plugin->description.name))
@@ -110,7 +112,7 @@ MStatus MFnPlugin::deregisterCommand(const MString& commandName) {
 }
 
 MStatus MFnPlugin::registerContextCommand(const MString& commandName, MCreatorFunction creatorFunction) {
-    Plugin* plugin = Access::plugin<Plugin>(object_);
+    Plugin* plugin = ObjectAccess::plugin<Plugin>(object_);
     if (plugin == nullptr) return missingObject();
     const std::string name = text(commandName);
     if (creatorFunction == nullptr || !host::graph::isLegalName(name)) return MStatus::kInvalidParameter;
@@ -124,7 +126,7 @@ MStatus MFnPlugin::registerContextCommand(const MString& commandName, MCreatorFu
 }
 
 MStatus MFnPlugin::deregisterContextCommand(const MString& commandName) {
-    Plugin* plugin = Access::plugin<Plugin>(object_);
+    Plugin* plugin = ObjectAccess::plugin<Plugin>(object_);
     if (plugin == nullptr) return missingObject();
     const std::string name = text(commandName);
     std::vector<std::string>& names = plugin->description.contextCommands;

@@ -9,7 +9,7 @@
 #include <system_error>
 #include <utility>
 
-#include "api/handles/access.h"
+#include "api/handles/objectAccess.h"
 #include "platform/program.h"
 
 namespace host::api {
@@ -83,7 +83,7 @@ std::string lackOf(const Plugin& plugin) {
 bool runEntryPoint(const std::shared_ptr<Plugin>& plugin, const char* symbol) {
     PluginCall call{plugin->description.name};
     const CallScope scope(call);
-    return entryPoint(*plugin, symbol)(Access::pluginObject(plugin));
+    return entryPoint(*plugin, symbol)(ObjectAccess::pluginObject(plugin));
 }
 
 }  // namespace

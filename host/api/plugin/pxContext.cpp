@@ -6,7 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "api/handles/access.h"
+#include "api/handles/conversions.h"
+#include "api/plugin/toolAccess.h"
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
@@ -70,28 +71,28 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace host::api {
 
-std::string Access::title(const MPxContext& context) {
+std::string ToolAccess::title(const MPxContext& context) {
     return context.state_->title;
 }
 
-std::string Access::help(const MPxContext& context) {
+std::string ToolAccess::help(const MPxContext& context) {
     return context.state_->help;
 }
 
-std::string Access::cursor(const MPxContext& context) {
+std::string ToolAccess::cursor(const MPxContext& context) {
     return context.state_->cursor.name_;
 }
 
-void Access::setCommandName(MPxContext& context, std::string name) {
+void ToolAccess::setCommandName(MPxContext& context, std::string name) {
     context.state_->command = std::move(name);
 }
 
-MHWRender::MUIDrawManager& Access::drawManager() {
+MHWRender::MUIDrawManager& ToolAccess::drawManager() {
     static MHWRender::MUIDrawManager only;
     return only;
 }
 
-MHWRender::MFrameContext& Access::frameContext() {
+MHWRender::MFrameContext& ToolAccess::frameContext() {
     static MHWRender::MFrameContext only;
     return only;
 }

@@ -4,15 +4,17 @@
 
 #include <utility>
 
-#include "api/handles/access.h"
+#include "api/commands/syntaxAccess.h"
+#include "api/handles/answers.h"
+#include "api/handles/conversions.h"
 #include "api/handles/session.h"
-
-using host::api::Access;
+#include "api/plugin/toolAccess.h"
 
 using host::api::failure;
 using host::api::PluginCall;
 using host::api::report;
 using host::api::Session;
+using host::api::SyntaxAccess;
 
 namespace {
 
@@ -69,7 +71,7 @@ MStatus MPxContextCommand::setResult(const MString& result) {
 
 MSyntax MPxContextCommand::syntax(MStatus* status) const {
     report(status, MStatus::kSuccess);
-    return Access::shared(state_->syntax);
+    return SyntaxAccess::shared(state_->syntax);
 }
 
 MArgParser MPxContextCommand::parser(MStatus* status) const {
@@ -80,11 +82,11 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace host::api {
 
-MSyntax& Access::syntax(MPxContextCommand& command) {
+MSyntax& ToolAccess::syntax(MPxContextCommand& command) {
     return command.state_->syntax;
 }
 
-void Access::setArguments(MPxContextCommand& command, const MArgList& arguments) {
+void ToolAccess::setArguments(MPxContextCommand& command, const MArgList& arguments) {
     command.state_->arguments = arguments;
 }
 

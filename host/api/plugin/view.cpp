@@ -4,8 +4,9 @@
 
 #include <cstring>
 
-#include "api/handles/access.h"
 #include "api/handles/session.h"
+#include "api/plugin/toolAccess.h"
+#include "api/values/statusMaker.h"
 
 using host::api::report;
 using host::api::Session;
@@ -69,7 +70,7 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace host::api {
 
-MEvent Access::event(const mel::MouseEvent& source) {
+MEvent ToolAccess::event(const mel::MouseEvent& source) {
     MEvent event;
     event.x_ = source.x;
     event.y_ = source.y;

@@ -18,4 +18,10 @@ struct SyntaxTable {
     unsigned int maximumObjects = UINT_MAX;
 };
 
+struct SyntaxAccess {
+    static const SyntaxTable& table(const MSyntax& syntax);
+    /// The same syntax, not a copy: flags added to it are added to the other one. Copies of it are copies.
+    static MSyntax shared(const MSyntax& syntax);
+};
+
 }  // namespace host::api
