@@ -14,6 +14,7 @@
 using host::api::failure;
 using host::api::noElement;
 using host::api::report;
+using host::api::succeeded;
 using host::mel::Value;
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
@@ -65,8 +66,7 @@ MArgList& MArgList::operator=(const MArgList& other) {
 }
 
 unsigned int MArgList::length(MStatus* status) const {
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(words_->list.size());
+    return succeeded(status, static_cast<unsigned int>(words_->list.size()));
 }
 
 bool MArgList::asBool(unsigned int index, MStatus* status) const {

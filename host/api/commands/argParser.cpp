@@ -18,8 +18,9 @@
 #include "graph/names.h"
 #include "mel/argumentParser.h"
 
+using host::api::Answer;
+using host::api::answerIf;
 using host::api::ArgumentAccess;
-using host::api::failed;
 using host::api::failure;
 using host::api::report;
 using host::api::scene;
@@ -59,6 +60,9 @@ struct MArgParser::Parsed {
         const bool exists = isValid && index < line.arguments.arguments().size();
         return exists ? &line.arguments.arguments()[index] : nullptr;
     }
+
+    /// Whether the command line fits.
+    MStatus check() const { return isValid ? MStatus(MStatus::kSuccess) : failure(); }
 
     host::api::SyntaxTable table;
     host::mel::ArgumentParseResult line;  // points into table
@@ -143,27 +147,24 @@ MArgParser::MArgParser(const MSyntax& syntax, const MArgList& arguments, MStatus
     if (error.empty() && isCountKnown) error = countError(parsed_->table, count);
     parsed_->isValid = error.empty();
     if (!parsed_->isValid) reject(error);
-    report(status, parsed_->isValid ? MStatus(MStatus::kSuccess) : failure());
+    report(status, parsed_->check());
 }
 
 MArgParser::~MArgParser() = default;
 
 bool MArgParser::isFlagSet(const char* flag, MStatus* status) const {
-    if (!parsed_->isValid) return failed(status, failure(), false);
-    if (flag == nullptr || parsed_->table.syntax.find(flag) < 0)
-        return failed(status, MStatus(MStatus::kInvalidParameter), false);
-    report(status, MStatus::kSuccess);
-    return parsed_->line.arguments.isSet(flag);
+    return answerIf(status, parsed_->check(), [&]() -> Answer<bool> {
+        if (flag == nullptr || parsed_->table.syntax.find(flag) < 0) return MStatus::kInvalidParameter;
+        return parsed_->line.arguments.isSet(flag);
+    });
 }
 
 bool MArgParser::isEdit(MStatus* status) const {
-    report(status, parsed_->isValid ? MStatus(MStatus::kSuccess) : failure());
-    return parsed_->isValid && parsed_->line.arguments.isEdit();
+    return answerIf(status, parsed_->check(), [&] { return parsed_->line.arguments.isEdit(); });
 }
 
 bool MArgParser::isQuery(MStatus* status) const {
-    report(status, parsed_->isValid ? MStatus(MStatus::kSuccess) : failure());
-    return parsed_->isValid && parsed_->line.arguments.isQuery();
+    return answerIf(status, parsed_->check(), [&] { return parsed_->line.arguments.isQuery(); });
 }
 
 unsigned int MArgParser::numberOfFlagsUsed() const {

@@ -21,6 +21,7 @@ using host::api::report;
 using host::api::scene;
 using host::api::SelectionAccess;
 using host::api::Session;
+using host::api::succeeded;
 using host::api::text;
 using host::graph::NodeRef;
 using host::graph::OptionVariables;
@@ -78,8 +79,7 @@ Selection adjusted(const std::vector<SelectionItem>& items, MGlobal::ListAdjustm
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 MGlobal::MMayaState MGlobal::mayaState(MStatus* status) {
-    report(status, MStatus::kSuccess);
-    return kBatch;
+    return succeeded(status, kBatch);
 }
 
 MString MGlobal::mayaVersion() {

@@ -10,7 +10,10 @@
 #include "api/handles/functionSetTable.h"
 #include "api/handles/objectAccess.h"
 
-using host::api::failed;
+using host::api::answer;
+using host::api::Answer;
+using host::api::answerIf;
+using host::api::checkArguments;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
@@ -53,39 +56,31 @@ MFn::Type MFnComponent::type() const {
 }
 
 int MFnComponent::elementCount(MStatus* status) const {
-    const Component* component = ObjectAccess::component(object_);
-    if (component == nullptr) return failed(status, missingObject(), 0);
-    report(status, MStatus::kSuccess);
-    return component->count();
+    return answer(status, ObjectAccess::component(object_),
+                  [](const Component& component) { return component.count(); });
 }
 
 MFn::Type MFnComponent::componentType(MStatus* status) const {
-    const Component* component = ObjectAccess::component(object_);
-    if (component == nullptr) return failed(status, missingObject(), MFn::kInvalid);
-    report(status, MStatus::kSuccess);
-    return host::api::functionSetOf(component->kind());
+    return answer(status, ObjectAccess::component(object_),
+                  [](const Component& component) { return host::api::functionSetOf(component.kind()); });
 }
 
 bool MFnComponent::isEmpty(MStatus* status) const {
-    const Component* component = ObjectAccess::component(object_);
-    if (component == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    return component->empty();
+    return answer(status, ObjectAccess::component(object_),
+                  [](const Component& component) { return component.empty(); });
 }
 
 bool MFnComponent::isEqual(MObject& other, MStatus* status) const {
-    const Component* component = ObjectAccess::component(object_);
-    const Component* compared = ObjectAccess::component(other);
-    if (component == nullptr || compared == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    return *component == *compared;
+    return answer(status, ObjectAccess::component(object_), [&](const Component& component) -> Answer<bool> {
+        const Component* compared = ObjectAccess::component(other);
+        if (compared == nullptr) return missingObject();
+        return component == *compared;
+    });
 }
 
 bool MFnComponent::isComplete(MStatus* status) const {
-    const Component* component = ObjectAccess::component(object_);
-    if (component == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    return component->isComplete();
+    return answer(status, ObjectAccess::component(object_),
+                  [](const Component& component) { return component.isComplete(); });
 }
 
 MFnSingleIndexedComponent::MFnSingleIndexedComponent() = default;
@@ -104,9 +99,11 @@ MFn::Type MFnSingleIndexedComponent::type() const {
 
 MObject MFnSingleIndexedComponent::create(MFn::Type componentType, MStatus* status) {
     const auto kind = host::api::componentKindOf(componentType);
-    if (!kind) return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
-    report(status, MFnBase::setObject(ObjectAccess::object(Component(*kind))));
-    return object_;
+    return answerIf(status, checkArguments(kind.has_value()), [&]() -> Answer<MObject> {
+        const MStatus attached = MFnBase::setObject(ObjectAccess::object(Component(*kind)));
+        if (!attached) return attached;
+        return object_;
+    });
 }
 
 MStatus MFnSingleIndexedComponent::addElement(int element) {
@@ -128,11 +125,10 @@ MStatus MFnSingleIndexedComponent::addElements(MIntArray& elements) {
 }
 
 int MFnSingleIndexedComponent::element(int index, MStatus* status) const {
-    const Component* component = ObjectAccess::component(object_);
-    if (component == nullptr) return failed(status, missingObject(), 0);
-    if (index < 0 || index >= component->count()) return failed(status, noElement(), 0);
-    report(status, MStatus::kSuccess);
-    return component->element(index);
+    return answer(status, ObjectAccess::component(object_), [&](const Component& component) -> Answer<int> {
+        if (index < 0 || index >= component.count()) return noElement();
+        return component.element(index);
+    });
 }
 
 MStatus MFnSingleIndexedComponent::getElements(MIntArray& elements) const {
@@ -174,18 +170,16 @@ MFn::Type MFnComponentListData::type() const {
 }
 
 unsigned int MFnComponentListData::length(MStatus* status) const {
-    const ComponentListData* list = listOf(object_);
-    if (list == nullptr) return failed(status, missingObject(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(list->size());
+    return answer(status, listOf(object_),
+                  [](const ComponentListData& list) { return static_cast<unsigned int>(list.size()); });
 }
 
 bool MFnComponentListData::has(const MObject& component, MStatus* status) const {
-    const ComponentListData* list = listOf(object_);
-    const Component* wanted = ObjectAccess::component(component);
-    if (list == nullptr || wanted == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    return find(*list, *wanted) >= 0;
+    return answer(status, listOf(object_), [&](const ComponentListData& list) -> Answer<bool> {
+        const Component* wanted = ObjectAccess::component(component);
+        if (wanted == nullptr) return missingObject();
+        return find(list, *wanted) >= 0;
+    });
 }
 
 MObject MFnComponentListData::operator[](unsigned int index) const {

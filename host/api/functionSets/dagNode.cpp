@@ -15,7 +15,10 @@
 #include "nodes/meshNode.h"
 #include "nodes/transformNode.h"
 
-using host::api::failed;
+using host::api::answer;
+using host::api::Answer;
+using host::api::answerIf;
+using host::api::checkArguments;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
@@ -110,81 +113,72 @@ MObject MFnDagNode::create(const MString& typeName, const MString& name, MObject
     const host::graph::NodeType* nodeType = scene().types().find(text(typeName));
     const NodeRef above = ObjectAccess::node(parent);
     const bool isParentMissing = above == nullptr && !parent.isNull() && !ObjectAccess::isWorld(parent);
-    if (nodeType == nullptr || nodeType->isAbstract() || !nodeType->isDag() || isParentMissing)
-        return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
-    if (above != nullptr && !host::api::isTransform(*above)) return failed(status, incompatible(), MObject());
-    report(status, MStatus::kSuccess);
-    if (nodeType->isA("transform") || above != nullptr) {
-        object_ = ObjectAccess::object(scene().createNode(*nodeType, text(name), above.get()));
-        return object_;
-    }
-    const NodeRef transform = scene().createNode(*scene().types().find("transform"), text(name));
-    object_ = ObjectAccess::object(
-        scene().createNode(*nodeType, host::nodes::shapeNameFor(transform->name()), transform.get()));
-    return ObjectAccess::object(transform);
+    const bool fits = nodeType != nullptr && !nodeType->isAbstract() && nodeType->isDag() && !isParentMissing;
+    return answerIf(status, checkArguments(fits), [&]() -> Answer<MObject> {
+        if (above != nullptr && !host::api::isTransform(*above)) return incompatible();
+        if (nodeType->isA("transform") || above != nullptr) {
+            object_ = ObjectAccess::object(scene().createNode(*nodeType, text(name), above.get()));
+            return object_;
+        }
+        const NodeRef transform = scene().createNode(*scene().types().find("transform"), text(name));
+        object_ = ObjectAccess::object(
+            scene().createNode(*nodeType, host::nodes::shapeNameFor(transform->name()), transform.get()));
+        return ObjectAccess::object(transform);
+    });
 }
 
 unsigned int MFnDagNode::parentCount(MStatus* status) const {
-    if (ObjectAccess::node(object_) == nullptr) return failed(status, missingObject(), 0U);
-    report(status, MStatus::kSuccess);
-    return 1;
+    return answer(status, ObjectAccess::node(object_), [](const NodeRef&) { return 1U; });
 }
 
 MObject MFnDagNode::parent(unsigned int index, MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MObject());
-    if (index > 0) return failed(status, noElement(), MObject());
-    report(status, MStatus::kSuccess);
-    return host::api::parentObject(*node);
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<MObject> {
+        if (index > 0) return noElement();
+        return host::api::parentObject(*node);
+    });
 }
 
 unsigned int MFnDagNode::childCount(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(node->children().size());
+    return answer(status, ObjectAccess::node(object_),
+                  [](const NodeRef& node) { return static_cast<unsigned int>(node->children().size()); });
 }
 
 MObject MFnDagNode::child(unsigned int index, MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MObject());
-    if (index >= node->children().size()) return failed(status, noElement(), MObject());
-    report(status, MStatus::kSuccess);
-    return ObjectAccess::object(node->children()[index]->ref());
+    return ObjectAccess::object(
+        answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<NodeRef> {
+            if (index >= node->children().size()) return noElement();
+            return node->children()[index]->ref();
+        }));
 }
 
 bool MFnDagNode::hasParent(const MObject& node, MStatus* status) const {
-    const NodeRef own = ObjectAccess::node(object_);
-    if (own == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    return host::api::parentObject(*own) == node;
+    return answer(status, ObjectAccess::node(object_),
+                  [&](const NodeRef& own) { return host::api::parentObject(*own) == node; });
 }
 
 bool MFnDagNode::hasChild(const MObject& node, MStatus* status) const {
-    const NodeRef own = ObjectAccess::node(object_);
-    if (own == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    const NodeRef other = ObjectAccess::node(node);
-    return other != nullptr && other->parent() == own.get();
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& own) {
+        const NodeRef other = ObjectAccess::node(node);
+        return other != nullptr && other->parent() == own.get();
+    });
 }
 
 bool MFnDagNode::isChildOf(const MObject& node, MStatus* status) const {
-    const NodeRef own = ObjectAccess::node(object_);
-    if (own == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    const NodeRef other = ObjectAccess::node(node);
-    for (const Node* at = own->parent(); at != nullptr && other != nullptr; at = at->parent()) {
-        if (at == other.get()) return true;
-    }
-    return false;
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& own) {
+        const NodeRef other = ObjectAccess::node(node);
+        for (const Node* at = own->parent(); at != nullptr && other != nullptr; at = at->parent()) {
+            if (at == other.get()) return true;
+        }
+        return false;
+    });
 }
 
 bool MFnDagNode::isParentOf(const MObject& node, MStatus* status) const {
-    if (ObjectAccess::node(object_) == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    MStatus attached;
-    const MFnDagNode other(node, &attached);
-    return attached && other.isChildOf(object_);
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef&) {
+        MStatus attached;
+        const MFnDagNode other(node, &attached);
+        return attached && other.isChildOf(object_);
+    });
 }
 
 MStatus MFnDagNode::getPath(MDagPath& path) const {
@@ -203,38 +197,30 @@ MStatus MFnDagNode::getAllPaths(MDagPathArray& paths) const {
 }
 
 MDagPath MFnDagNode::dagPath(MStatus* status) const {
-    if (!hasPath_) return failed(status, MStatus(MStatus::kFailure), MDagPath());
     MDagPath path;
-    report(status, getPath(path));
+    report(status, hasPath_ ? getPath(path) : MStatus(MStatus::kFailure));
     return path;
 }
 
 MString MFnDagNode::fullPathName(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return string(scene().fullPath(*node));
+    return answer(status, ObjectAccess::node(object_),
+                  [](const NodeRef& node) { return string(scene().fullPath(*node)); });
 }
 
 MString MFnDagNode::partialPathName(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return string(scene().uniqueName(*node));
+    return answer(status, ObjectAccess::node(object_),
+                  [](const NodeRef& node) { return string(scene().uniqueName(*node)); });
 }
 
 MMatrix MFnDagNode::transformationMatrix(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MMatrix());
-    report(status, MStatus::kSuccess);
-    return host::api::toMatrix(host::nodes::localMatrix(scene(), node));
+    return answer(status, ObjectAccess::node(object_), [](const NodeRef& node) {
+        return host::api::toMatrix(host::nodes::localMatrix(scene(), node));
+    });
 }
 
 bool MFnDagNode::isIntermediateObject(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    return host::nodes::isIntermediate(scene(), *node);
+    return answer(status, ObjectAccess::node(object_),
+                  [](const NodeRef& node) { return host::nodes::isIntermediate(scene(), *node); });
 }
 
 MStatus MFnDagNode::setIntermediateObject(bool state) {
@@ -245,12 +231,11 @@ MStatus MFnDagNode::setIntermediateObject(bool state) {
 }
 
 MBoundingBox MFnDagNode::boundingBox(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MBoundingBox());
-    report(status, MStatus::kSuccess);
-    const host::geometry::BoundingBox box = boxOf(node);
-    if (box.empty) return MBoundingBox();
-    return MBoundingBox(host::api::toPoint(box.min), host::api::toPoint(box.max));
+    return answer(status, ObjectAccess::node(object_), [](const NodeRef& node) {
+        const host::geometry::BoundingBox box = boxOf(node);
+        if (box.empty) return MBoundingBox();
+        return MBoundingBox(host::api::toPoint(box.min), host::api::toPoint(box.max));
+    });
 }
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -75,10 +75,8 @@ graph::DataPtr copyToHost(const Array& array) {
 
 template <typename HostData>
 unsigned int lengthOf(const MObject& object, MStatus* status) {
-    const auto* content = contentOf<HostData>(object);
-    if (content == nullptr) return failed(status, missingObject(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(content->size());
+    return answer(status, contentOf<HostData>(object),
+                  [](const auto& content) { return static_cast<unsigned int>(content.size()); });
 }
 
 /// The element, or a default one where there is none.

@@ -11,7 +11,7 @@
 #include "api/handles/objectAccess.h"
 #include "nodes/meshData.h"
 
-using host::api::failed;
+using host::api::answer;
 using host::api::missingObject;
 using host::api::ObjectAccess;
 using host::api::report;
@@ -60,10 +60,8 @@ MFn::Type MFnStringData::type() const {
 }
 
 MString MFnStringData::string(MStatus* status) const {
-    const auto* data = dataOf<StringData>(object_);
-    if (data == nullptr) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return host::api::string(data->value);
+    return answer(status, dataOf<StringData>(object_),
+                  [](const StringData& data) { return host::api::string(data.value); });
 }
 
 MStatus MFnStringData::set(const MString& value) {

@@ -12,7 +12,10 @@
 #include "api/handles/session.h"
 #include "graph/names.h"
 
-using host::api::failed;
+using host::api::answer;
+using host::api::Answer;
+using host::api::answerIf;
+using host::api::checkArguments;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::ObjectAccess;
@@ -64,32 +67,26 @@ MObject MFnDependencyNode::create(const MString& typeName, MStatus* status) {
 
 MObject MFnDependencyNode::create(const MString& typeName, const MString& name, MStatus* status) {
     const host::graph::NodeType* nodeType = scene().types().find(text(typeName));
-    if (nodeType == nullptr || nodeType->isAbstract() || nodeType->isDag())
-        return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
-    object_ = ObjectAccess::object(scene().createNode(*nodeType, legalName(text(name))));
-    report(status, MStatus::kSuccess);
-    return object_;
+    const bool fits = nodeType != nullptr && !nodeType->isAbstract() && !nodeType->isDag();
+    return answerIf(status, checkArguments(fits), [&] {
+        object_ = ObjectAccess::object(scene().createNode(*nodeType, legalName(text(name))));
+        return object_;
+    });
 }
 
 MString MFnDependencyNode::typeName(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return string(node->type().name());
+    return answer(status, ObjectAccess::node(object_),
+                  [](const NodeRef& node) { return string(node->type().name()); });
 }
 
 MString MFnDependencyNode::name(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return string(node->name());
+    return answer(status, ObjectAccess::node(object_),
+                  [](const NodeRef& node) { return string(node->name()); });
 }
 
 MString MFnDependencyNode::absoluteName(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return string(":" + node->name());
+    return answer(status, ObjectAccess::node(object_),
+                  [](const NodeRef& node) { return string(":" + node->name()); });
 }
 
 bool MFnDependencyNode::hasUniqueName() const {
@@ -98,12 +95,11 @@ bool MFnDependencyNode::hasUniqueName() const {
 }
 
 MString MFnDependencyNode::setName(const MString& name, bool, MStatus* status) {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MString());
-    const std::string wanted = legalName(text(name));
-    if (wanted.empty()) return failed(status, MStatus(MStatus::kInvalidParameter), MString());
-    report(status, MStatus::kSuccess);
-    return string(scene().rename(*node, wanted));
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<MString> {
+        const std::string wanted = legalName(text(name));
+        if (wanted.empty()) return MStatus::kInvalidParameter;
+        return string(scene().rename(*node, wanted));
+    });
 }
 
 MStatus MFnDependencyNode::getConnections(MPlugArray& array) const {
@@ -119,96 +115,92 @@ MStatus MFnDependencyNode::getConnections(MPlugArray& array) const {
 }
 
 MObject MFnDependencyNode::attribute(const MString& attributeName, MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MObject());
-    const Attribute* found = node->findAttribute(text(attributeName));
-    if (found == nullptr) return failed(status, incompatible(), MObject());
-    report(status, MStatus::kSuccess);
-    return ObjectAccess::object(node, *found);
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<MObject> {
+        const Attribute* found = node->findAttribute(text(attributeName));
+        if (found == nullptr) return incompatible();
+        return ObjectAccess::object(node, *found);
+    });
 }
 
 MFnDependencyNode::MAttrClass MFnDependencyNode::attributeClass(const MObject& attribute,
                                                                 MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), kInvalidAttr);
-    const Attribute* asked = ObjectAccess::attribute(attribute);
-    if (asked == nullptr || node->findAttribute(asked->longName()) != asked)
-        return failed(status, incompatible(), kInvalidAttr);
-    report(status, MStatus::kSuccess);
-    return asked->isDynamic() ? kLocalDynamicAttr : kNormalAttr;
+    return answer(
+        status, ObjectAccess::node(object_),
+        [&](const NodeRef& node) -> Answer<MFnDependencyNode::MAttrClass> {
+            const Attribute* asked = ObjectAccess::attribute(attribute);
+            if (asked == nullptr || node->findAttribute(asked->longName()) != asked) return incompatible();
+            return asked->isDynamic() ? kLocalDynamicAttr : kNormalAttr;
+        },
+        kInvalidAttr);
 }
 
 bool MFnDependencyNode::hasAttribute(const MString& name, MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    return node->findAttribute(text(name)) != nullptr;
+    return answer(status, ObjectAccess::node(object_),
+                  [&](const NodeRef& node) { return node->findAttribute(text(name)) != nullptr; });
 }
 
 // A networked plug and a free copy read and write the same place; they differ in how long they last.
 MPlug MFnDependencyNode::findPlug(const MString& attributeName, bool wantNetworkedPlug,
                                   MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MPlug());
-    Plug place = node->plug(text(attributeName));
-    if (!place) return failed(status, incompatible(), MPlug());
-    report(status, MStatus::kSuccess);
-    return PlugAccess::plug(std::move(place), wantNetworkedPlug);
+    Plug found = answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<Plug> {
+        Plug place = node->plug(text(attributeName));
+        if (!place) return incompatible();
+        return place;
+    });
+    return PlugAccess::plug(std::move(found), wantNetworkedPlug);
 }
 
 MPlug MFnDependencyNode::findPlug(const MObject& attribute, bool wantNetworkedPlug, MStatus* status) const {
-    if (ObjectAccess::node(object_) == nullptr) return failed(status, missingObject(), MPlug());
-    const MPlug plug(object_, attribute);
-    report(status, plug.isNull() ? incompatible() : MStatus(MStatus::kSuccess));
-    return PlugAccess::plug(PlugAccess::place(plug), wantNetworkedPlug);
+    Plug found = answer(status, ObjectAccess::node(object_), [&](const NodeRef&) -> Answer<Plug> {
+        const MPlug plug(object_, attribute);
+        if (plug.isNull()) return incompatible();
+        return PlugAccess::place(plug);
+    });
+    return PlugAccess::plug(std::move(found), wantNetworkedPlug);
 }
 
 bool MFnDependencyNode::setAlias(const MString& alias, const MString&, const MPlug& plug, bool add,
                                  MStatus* status) {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), false);
-    const Plug& place = PlugAccess::place(plug);
-    const std::string wanted = text(alias);
-    if (!place || place.node() != node) return failed(status, incompatible(), false);
-    MObject ignored;
-    const bool isFree = !findAlias(alias, ignored) && node->findAttribute(wanted) == nullptr;
-    const bool isValid =
-        add ? host::graph::isLegalName(wanted) && isFree : node->alias(place.key()) == wanted;
-    if (!isValid) return failed(status, MStatus(MStatus::kInvalidParameter), false);
-    scene().setAlias(place, add ? wanted : std::string());
-    report(status, MStatus::kSuccess);
-    return true;
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<bool> {
+        const Plug& place = PlugAccess::place(plug);
+        const std::string wanted = text(alias);
+        if (!place || place.node() != node) return incompatible();
+        MObject ignored;
+        const bool isFree = !findAlias(alias, ignored) && node->findAttribute(wanted) == nullptr;
+        const bool isValid =
+            add ? host::graph::isLegalName(wanted) && isFree : node->alias(place.key()) == wanted;
+        if (!isValid) return MStatus::kInvalidParameter;
+        scene().setAlias(place, add ? wanted : std::string());
+        return true;
+    });
 }
 
 bool MFnDependencyNode::findAlias(const MString& alias, MObject& attribute, MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    const host::graph::PlugKey* key = node->aliases().find(text(alias));
-    if (key == nullptr) return false;
-    attribute = ObjectAccess::object(node, *key->attribute);
-    return true;
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) {
+        const host::graph::PlugKey* key = node->aliases().find(text(alias));
+        if (key == nullptr) return false;
+        attribute = ObjectAccess::object(node, *key->attribute);
+        return true;
+    });
 }
 
 bool MFnDependencyNode::getAliasList(MStringArray& strings, MStatus* status) {
     strings.clear();
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    for (const auto& [name, key] : node->aliases()) {
-        strings.append(string(name));
-        strings.append(string(Plug(node, key).attributePath()));
-    }
-    return strings.length() > 0;
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) {
+        for (const auto& [name, key] : node->aliases()) {
+            strings.append(string(name));
+            strings.append(string(Plug(node, key).attributePath()));
+        }
+        return strings.length() > 0;
+    });
 }
 
 MString MFnDependencyNode::plugsAlias(const MPlug& plug, MStatus* status) {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MString());
-    const Plug& place = PlugAccess::place(plug);
-    if (!place || place.node() != node) return failed(status, incompatible(), MString());
-    report(status, MStatus::kSuccess);
-    return string(node->alias(place.key()));
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<MString> {
+        const Plug& place = PlugAccess::place(plug);
+        if (!place || place.node() != node) return incompatible();
+        return string(node->alias(place.key()));
+    });
 }
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

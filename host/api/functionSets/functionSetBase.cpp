@@ -4,8 +4,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-using host::api::failed;
-using host::api::report;
+using host::api::answer;
 
 MFnBase::MFnBase() = default;
 MFnBase::~MFnBase() = default;
@@ -23,9 +22,8 @@ bool MFnBase::hasObj(const MObject& object) const {
 }
 
 MObject MFnBase::object(MStatus* status) const {
-    if (!object_.hasFn(type())) return failed(status, host::api::missingObject(), MObject());
-    report(status, MStatus::kSuccess);
-    return object_;
+    return answer(status, object_.hasFn(type()) ? &object_ : nullptr,
+                  [](const MObject& object) { return object; });
 }
 
 MStatus MFnBase::setObject(MObject& object) {

@@ -11,7 +11,9 @@
 #include "nodes/blendShapeNode.h"
 #include "nodes/deformers.h"
 
-using host::api::failed;
+using host::api::answer;
+using host::api::Answer;
+using host::api::answerIf;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
@@ -75,30 +77,29 @@ MStatus MFnGeometryFilter::getOutputGeometry(MObjectArray& objects) const {
 }
 
 MObject MFnGeometryFilter::inputShapeAtIndex(unsigned int index, MStatus* status) const {
-    const MObject output = outputShapeAtIndex(index, status);
-    const NodeRef shape = ObjectAccess::node(output);
+    const NodeRef shape = ObjectAccess::node(outputShapeAtIndex(index));
     const NodeRef original = shape != nullptr ? originalOf(shape) : nullptr;
-    if (original == nullptr) return failed(status, noElement(), MObject());
+    report(status, original != nullptr ? MStatus(MStatus::kSuccess) : noElement());
     return ObjectAccess::object(original);
 }
 
 MObject MFnGeometryFilter::outputShapeAtIndex(unsigned int index, MStatus* status) const {
-    const NodeRef filter = ObjectAccess::node(object_);
-    if (filter == nullptr) return failed(status, missingObject(), MObject());
-    const NodeRef shape = host::nodes::deformedShape(scene(), filter, static_cast<int>(index));
-    if (shape == nullptr) return failed(status, noElement(), MObject());
-    report(status, MStatus::kSuccess);
-    return ObjectAccess::object(shape);
+    return ObjectAccess::object(
+        answer(status, ObjectAccess::node(object_), [&](const NodeRef& filter) -> Answer<NodeRef> {
+            NodeRef shape = host::nodes::deformedShape(scene(), filter, static_cast<int>(index));
+            if (shape == nullptr) return noElement();
+            return shape;
+        }));
 }
 
 unsigned int MFnGeometryFilter::indexForOutputShape(const MObject& shape, MStatus* status) const {
-    const NodeRef filter = ObjectAccess::node(object_);
-    const NodeRef wanted = ObjectAccess::node(shape);
-    if (filter == nullptr || wanted == nullptr) return failed(status, missingObject(), 0U);
-    const int index = host::nodes::geometryIndexOf(scene(), filter, wanted);
-    if (index < 0) return failed(status, incompatible(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(index);
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& filter) -> Answer<unsigned int> {
+        const NodeRef wanted = ObjectAccess::node(shape);
+        if (wanted == nullptr) return missingObject();
+        const int index = host::nodes::geometryIndexOf(scene(), filter, wanted);
+        if (index < 0) return incompatible();
+        return static_cast<unsigned int>(index);
+    });
 }
 
 unsigned int MFnGeometryFilter::numOutputConnections(MStatus* status) const {
@@ -114,10 +115,9 @@ MStatus MFnGeometryFilter::getPathAtIndex(unsigned int index, MDagPath& path) co
 }
 
 float MFnGeometryFilter::envelope(MStatus* status) const {
-    const NodeRef filter = ObjectAccess::node(object_);
-    if (filter == nullptr) return failed(status, missingObject(), 0.0F);
-    report(status, MStatus::kSuccess);
-    return static_cast<float>(scene().number(filter->plug("envelope")));
+    return answer(status, ObjectAccess::node(object_), [](const NodeRef& filter) {
+        return static_cast<float>(scene().number(filter->plug("envelope")));
+    });
 }
 
 MStatus MFnGeometryFilter::setEnvelope(float envelope) {
@@ -140,18 +140,22 @@ MFn::Type MFnBlendShapeDeformer::type() const {
 
 MObject MFnBlendShapeDeformer::create(MObject baseObject, Origin originSpecifier, MStatus* status) {
     const NodeRef shape = shapeOf(baseObject);
-    if (shape == nullptr) return failed(status, incompatible(), MObject());
-    object_ = ObjectAccess::object(host::nodes::createDeformer(scene(), "blendShape", {shape}));
-    report(status, setOrigin(originSpecifier));
-    return object_;
+    return answerIf(
+        status, shape != nullptr ? MStatus(MStatus::kSuccess) : incompatible(), [&]() -> Answer<MObject> {
+            object_ = ObjectAccess::object(host::nodes::createDeformer(scene(), "blendShape", {shape}));
+            if (const MStatus placed = setOrigin(originSpecifier); !placed) return placed;
+            return object_;
+        });
 }
 
 MFnBlendShapeDeformer::Origin MFnBlendShapeDeformer::origin(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), kLocalOrigin);
-    report(status, MStatus::kSuccess);
-    // The attribute counts world first.
-    return scene().number(node->plug("origin")) == 0.0 ? kWorldOrigin : kLocalOrigin;
+    return answer(
+        status, ObjectAccess::node(object_),
+        [](const NodeRef& node) {
+            // The attribute counts world first.
+            return scene().number(node->plug("origin")) == 0.0 ? kWorldOrigin : kLocalOrigin;
+        },
+        kLocalOrigin);
 }
 
 MStatus MFnBlendShapeDeformer::setOrigin(Origin space) {
@@ -166,10 +170,9 @@ MStatus MFnBlendShapeDeformer::getBaseObjects(MObjectArray& objects) const {
 }
 
 unsigned int MFnBlendShapeDeformer::numWeights(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(host::nodes::weightIndices(scene(), node).size());
+    return answer(status, ObjectAccess::node(object_), [](const NodeRef& node) {
+        return static_cast<unsigned int>(host::nodes::weightIndices(scene(), node).size());
+    });
 }
 
 MStatus MFnBlendShapeDeformer::weightIndexList(MIntArray& indexList) const {
@@ -182,12 +185,11 @@ MStatus MFnBlendShapeDeformer::weightIndexList(MIntArray& indexList) const {
 }
 
 float MFnBlendShapeDeformer::weight(unsigned int index, MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), 0.0F);
-    const Plug element = node->plug("weight").element(static_cast<int>(index));
-    if (!scene().hasElement(element)) return failed(status, noElement(), 0.0F);
-    report(status, MStatus::kSuccess);
-    return static_cast<float>(scene().number(element));
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<float> {
+        const Plug element = node->plug("weight").element(static_cast<int>(index));
+        if (!scene().hasElement(element)) return noElement();
+        return static_cast<float>(scene().number(element));
+    });
 }
 
 MStatus MFnBlendShapeDeformer::setWeight(unsigned int index, float weight) {

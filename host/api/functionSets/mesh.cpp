@@ -21,7 +21,10 @@
 #include "nodes/meshNode.h"
 #include "nodes/transformNode.h"
 
-using host::api::failed;
+using host::api::answer;
+using host::api::Answer;
+using host::api::answerIf;
+using host::api::checkArguments;
 using host::api::FunctionSetAccess;
 using host::api::missingObject;
 using host::api::noElement;
@@ -204,10 +207,10 @@ MObject MFnMesh::create(int numVertices, int numPolygons, const MPointArray& ver
     const Destination destination(parentOrOwner);
     std::optional<Mesh> mesh =
         meshFromFaces(numVertices, numPolygons, vertexArray, polygonCounts, polygonConnects);
-    if (!destination.isValid || !mesh) return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
-    hasPath_ = false;
-    report(status, MStatus::kSuccess);
-    return placeMesh(std::move(*mesh), parentOrOwner, destination, object_);
+    return answerIf(status, checkArguments(destination.isValid && mesh), [&] {
+        hasPath_ = false;
+        return placeMesh(std::move(*mesh), parentOrOwner, destination, object_);
+    });
 }
 
 MObject MFnMesh::create(int numVertices, int numPolygons, const MFloatPointArray& vertexArray,
@@ -216,10 +219,10 @@ MObject MFnMesh::create(int numVertices, int numPolygons, const MFloatPointArray
     const Destination destination(parentOrOwner);
     std::optional<Mesh> mesh =
         meshFromFaces(numVertices, numPolygons, vertexArray, polygonCounts, polygonConnects);
-    if (!destination.isValid || !mesh) return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
-    hasPath_ = false;
-    report(status, MStatus::kSuccess);
-    return placeMesh(std::move(*mesh), parentOrOwner, destination, object_);
+    return answerIf(status, checkArguments(destination.isValid && mesh), [&] {
+        hasPath_ = false;
+        return placeMesh(std::move(*mesh), parentOrOwner, destination, object_);
+    });
 }
 
 MObject MFnMesh::copy(const MObject& source, MObject parentOrOwner, MStatus* status) {
@@ -227,51 +230,41 @@ MObject MFnMesh::copy(const MObject& source, MObject parentOrOwner, MStatus* sta
     NodeRef shape = ObjectAccess::node(source);
     if (shape != nullptr && shape->type().isDag()) shape = scene().shapeOf(shape);
     const MeshPtr mesh = host::api::meshOf(shape != nullptr ? ObjectAccess::object(shape) : source);
-    if (!destination.isValid || mesh == nullptr)
-        return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
-    hasPath_ = false;
-    report(status, MStatus::kSuccess);
-    if (destination.data != nullptr || shape == nullptr)
-        return placeMesh(mesh->mesh, parentOrOwner, destination, object_);
-    const NodeRef copied = host::nodes::copyMesh(scene(), shape, destination.parent.get());
-    object_ = ObjectAccess::object(copied);
-    return destination.parent != nullptr ? object_ : ObjectAccess::object(copied->parent()->ref());
+    return answerIf(status, checkArguments(destination.isValid && mesh != nullptr), [&] {
+        hasPath_ = false;
+        if (destination.data != nullptr || shape == nullptr)
+            return placeMesh(mesh->mesh, parentOrOwner, destination, object_);
+        const NodeRef copied = host::nodes::copyMesh(scene(), shape, destination.parent.get());
+        object_ = ObjectAccess::object(copied);
+        return destination.parent != nullptr ? object_ : ObjectAccess::object(copied->parent()->ref());
+    });
 }
 
 int MFnMesh::numVertices(MStatus* status) const {
-    const MeshPtr mesh = host::api::meshOf(object_);
-    if (mesh == nullptr) return failed(status, missingObject(), 0);
-    report(status, MStatus::kSuccess);
-    return mesh->mesh.vertexCount();
+    return answer(status, host::api::meshOf(object_),
+                  [](const MeshPtr& mesh) { return mesh->mesh.vertexCount(); });
 }
 
 int MFnMesh::numEdges(MStatus* status) const {
-    const MeshPtr mesh = host::api::meshOf(object_);
-    if (mesh == nullptr) return failed(status, missingObject(), 0);
-    report(status, MStatus::kSuccess);
-    return mesh->mesh.edgeCount();
+    return answer(status, host::api::meshOf(object_),
+                  [](const MeshPtr& mesh) { return mesh->mesh.edgeCount(); });
 }
 
 int MFnMesh::numPolygons(MStatus* status) const {
-    const MeshPtr mesh = host::api::meshOf(object_);
-    if (mesh == nullptr) return failed(status, missingObject(), 0);
-    report(status, MStatus::kSuccess);
-    return mesh->mesh.faceCount();
+    return answer(status, host::api::meshOf(object_),
+                  [](const MeshPtr& mesh) { return mesh->mesh.faceCount(); });
 }
 
 int MFnMesh::numFaceVertices(MStatus* status) const {
-    const MeshPtr mesh = host::api::meshOf(object_);
-    if (mesh == nullptr) return failed(status, missingObject(), 0);
-    report(status, MStatus::kSuccess);
-    return mesh->mesh.topology().cornerCount();
+    return answer(status, host::api::meshOf(object_),
+                  [](const MeshPtr& mesh) { return mesh->mesh.topology().cornerCount(); });
 }
 
 int MFnMesh::polygonVertexCount(int polygonId, MStatus* status) const {
-    const MeshPtr mesh = host::api::meshOf(object_);
-    if (mesh == nullptr) return failed(status, missingObject(), 0);
-    if (polygonId < 0 || polygonId >= mesh->mesh.faceCount()) return failed(status, noElement(), 0);
-    report(status, MStatus::kSuccess);
-    return mesh->mesh.topology().faceSize(polygonId);
+    return answer(status, host::api::meshOf(object_), [&](const MeshPtr& mesh) -> Answer<int> {
+        if (polygonId < 0 || polygonId >= mesh->mesh.faceCount()) return noElement();
+        return mesh->mesh.topology().faceSize(polygonId);
+    });
 }
 
 MStatus MFnMesh::getVertices(MIntArray& vertexCount, MIntArray& vertexList) const {
@@ -348,11 +341,10 @@ MStatus MFnMesh::getPoint(int vertexId, MPoint& position, MSpace::Space space) c
 }
 
 const float* MFnMesh::getRawPoints(MStatus* status) const {
-    const MeshPtr mesh = host::api::meshOf(object_);
-    if (mesh == nullptr) return failed<const float*>(status, missingObject(), nullptr);
-    if (held_ == nullptr || held_->mesh != mesh) held_ = std::make_shared<Held>(Held{mesh, std::nullopt});
-    report(status, MStatus::kSuccess);
-    return mesh->mesh.points().data();
+    return answer(status, host::api::meshOf(object_), [&](const MeshPtr& mesh) {
+        if (held_ == nullptr || held_->mesh != mesh) held_ = std::make_shared<Held>(Held{mesh, std::nullopt});
+        return mesh->mesh.points().data();
+    });
 }
 
 // Every write marks what depends on the mesh; there is nothing left to do.

@@ -60,14 +60,9 @@ MStatus MeshWalk::attach(const MDagPath& path, const MObject& component) {
     return MStatus::kSuccess;
 }
 
-MStatus MeshWalk::check() const {
-    return isValid() ? MStatus(MStatus::kSuccess) : missingObject();
-}
-
 MStatus MeshWalk::checkSpace(MSpace::Space space) const {
     if (!isValid()) return missingObject();
-    return space == MSpace::kWorld && !hasWorld ? MStatus(MStatus::kInvalidParameter)
-                                                : MStatus(MStatus::kSuccess);
+    return checkArguments(space != MSpace::kWorld || hasWorld);
 }
 
 MStatus MeshWalk::next() {

@@ -38,7 +38,6 @@ struct MeshWalk {
     bool isValid() const { return mesh != nullptr && at < count; }
     int current() const { return isAll ? at : listed[static_cast<std::size_t>(at)]; }
     const geometry::Topology& topology() const { return mesh->mesh.topology(); }
-    MStatus check() const;
     MStatus checkSpace(MSpace::Space space) const;
     MStatus next();
     MStatus setIndex(int index, int& previous);

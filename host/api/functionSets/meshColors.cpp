@@ -17,12 +17,12 @@
 #include "nodes/meshColors.h"
 #include "nodes/meshNode.h"
 
-using host::api::failed;
+using host::api::answer;
+using host::api::checkArguments;
 using host::api::missingObject;
 using host::api::ModifierAccess;
 using host::api::noElement;
 using host::api::ObjectAccess;
-using host::api::report;
 using host::api::scene;
 using host::api::text;
 using host::graph::ChangeList;
@@ -42,11 +42,6 @@ auto changeFor(MDGModifier* modifier, Change change) {
     }();
     ModifierAccess::addDone(*modifier, std::move(list));
     return result;
-}
-
-/// Success, or the failure of a set that does not exist.
-MStatus found(bool exists) {
-    return exists ? MStatus(MStatus::kSuccess) : MStatus(MStatus::kInvalidParameter);
 }
 
 int vertexCount(const NodeRef& shape) {
@@ -81,10 +76,9 @@ MStatus writeColors(const NodeRef& shape, const std::vector<int>& vertices, cons
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 int MFnMesh::numColorSets(MStatus* status) const {
-    const NodeRef shape = ObjectAccess::node(object_);
-    if (shape == nullptr) return failed(status, missingObject(), 0);
-    report(status, MStatus::kSuccess);
-    return static_cast<int>(host::nodes::colorSetNames(scene(), shape).size());
+    return answer(status, ObjectAccess::node(object_), [](const NodeRef& shape) {
+        return static_cast<int>(host::nodes::colorSetNames(scene(), shape).size());
+    });
 }
 
 MStatus MFnMesh::getColorSetNames(MStringArray& setNames) const {
@@ -97,39 +91,38 @@ MStatus MFnMesh::getColorSetNames(MStringArray& setNames) const {
 }
 
 MString MFnMesh::currentColorSetName(int, MStatus* status) const {
-    const NodeRef shape = ObjectAccess::node(object_);
-    if (shape == nullptr) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return host::api::string(host::nodes::currentColorSet(scene(), shape));
+    return answer(status, ObjectAccess::node(object_), [](const NodeRef& shape) {
+        return host::api::string(host::nodes::currentColorSet(scene(), shape));
+    });
 }
 
 MStatus MFnMesh::setCurrentColorSetName(const MString& setName, MDGModifier* modifier, MSelectionList*) {
     const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
-    return found(
+    return checkArguments(
         changeFor(modifier, [&] { return host::nodes::setCurrentColorSet(scene(), shape, text(setName)); }));
 }
 
 MString MFnMesh::createColorSetWithName(const MString& colorSetName, MDGModifier* modifier, const MUintArray*,
                                         MStatus* status) {
-    const NodeRef shape = ObjectAccess::node(object_);
-    if (shape == nullptr) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return host::api::string(
-        changeFor(modifier, [&] { return host::nodes::createColorSet(scene(), shape, text(colorSetName)); }));
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& shape) {
+        return host::api::string(changeFor(
+            modifier, [&] { return host::nodes::createColorSet(scene(), shape, text(colorSetName)); }));
+    });
 }
 
 MStatus MFnMesh::deleteColorSet(const MString& colorSetName, MDGModifier* modifier, MSelectionList*) {
     const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
-    return found(
+    return checkArguments(
         changeFor(modifier, [&] { return host::nodes::deleteColorSet(scene(), shape, text(colorSetName)); }));
 }
 
 MStatus MFnMesh::clearColors(const MString* colorSet) {
     const NodeRef shape = ObjectAccess::node(object_);
     if (shape == nullptr) return missingObject();
-    return found(host::nodes::clearColorSet(scene(), shape, colorSet != nullptr ? text(*colorSet) : ""));
+    return checkArguments(
+        host::nodes::clearColorSet(scene(), shape, colorSet != nullptr ? text(*colorSet) : ""));
 }
 
 MStatus MFnMesh::getVertexColors(MColorArray& colors, const MString* colorSet,
@@ -181,10 +174,8 @@ MStatus MFnMesh::removeVertexColors(MIntArray& vertexList) {
 }
 
 bool MFnMesh::displayColors(MStatus* status) const {
-    const NodeRef shape = ObjectAccess::node(object_);
-    if (shape == nullptr) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    return scene().number(shape->plug("displayColors")) != 0.0;
+    return answer(status, ObjectAccess::node(object_),
+                  [](const NodeRef& shape) { return scene().number(shape->plug("displayColors")) != 0.0; });
 }
 
 MStatus MFnMesh::setDisplayColors(bool enable) {

@@ -14,10 +14,14 @@
 #include "api/handles/answers.h"
 #include "api/handles/objectAccess.h"
 
-using host::api::failed;
+using host::api::answer;
+using host::api::Answer;
+using host::api::answerIf;
 using host::api::fill;
 using host::api::missingObject;
+using host::api::noElement;
 using host::api::report;
+using host::api::succeeded;
 using host::geometry::IntSpan;
 using host::geometry::Topology;
 using host::graph::ComponentKind;
@@ -26,13 +30,18 @@ namespace {
 
 using Walk = host::api::MeshWalk;
 
+/// The walk while it stands at an element, otherwise null.
+const Walk* atElement(const Walk& walk) {
+    return walk.isValid() ? &walk : nullptr;
+}
+
 /// The component of the element that a walk stands at.
 MObject currentComponent(const Walk& walk, MStatus* status) {
-    if (!walk.isValid()) return failed(status, missingObject(), MObject());
-    report(status, MStatus::kSuccess);
-    const int element = walk.current();
-    return host::api::ObjectAccess::object(
-        host::graph::Component(walk.kind, host::graph::Run{element, element}));
+    return answer(status, atElement(walk), [](const Walk& at) {
+        const int element = at.current();
+        return host::api::ObjectAccess::object(
+            host::graph::Component(at.kind, host::graph::Run{element, element}));
+    });
 }
 
 bool isContained(IntSpan values, int value) {
@@ -82,8 +91,7 @@ void gatherAround(IntSpan corners, const host::geometry::IntLists& lists, IntSpa
     }                                                                                              \
     Class::~Class() = default;                                                                     \
     bool Class::isDone(MStatus* status) {                                                          \
-        report(status, MStatus::kSuccess);                                                         \
-        return !state_->isValid();                                                                 \
+        return succeeded(status, !state_->isValid());                                              \
     }                                                                                              \
     MStatus Class::next() {                                                                        \
         return state_->next();                                                                     \
@@ -116,21 +124,19 @@ DELVEN_MESH_ITERATOR(MItMeshEdge, ComponentKind::Edge, MObject&, int)
 DELVEN_MESH_ITERATOR(MItMeshPolygon, ComponentKind::Face, const MObject&, unsigned int)
 
 int MItMeshVertex::index(MStatus* status) {
-    if (!state_->isValid()) return failed(status, missingObject(), -1);
-    report(status, MStatus::kSuccess);
-    return state_->current();
+    return answer(
+        status, atElement(*state_), [](const Walk& walk) { return walk.current(); }, -1);
 }
 
 MPoint MItMeshVertex::position(MSpace::Space space, MStatus* status) {
-    const MStatus possible = state_->checkSpace(space);
-    report(status, possible);
-    return possible ? state_->point(state_->vertex(state_->current()), space) : MPoint();
+    return answerIf(status, state_->checkSpace(space),
+                    [&] { return state_->point(state_->vertex(state_->current()), space); });
 }
 
 bool MItMeshVertex::onBoundary(MStatus* status) {
-    report(status, state_->check());
-    return state_->isValid() &&
-           hasBorderEdge(state_->topology(), state_->topology().vertexEdges(state_->current()));
+    return answer(status, atElement(*state_), [](const Walk& walk) {
+        return hasBorderEdge(walk.topology(), walk.topology().vertexEdges(walk.current()));
+    });
 }
 
 MStatus MItMeshVertex::numConnectedFaces(int& faceCount) const {
@@ -167,43 +173,45 @@ MStatus MItMeshVertex::getConnectedFaces(MIntArray& faces) {
 }
 
 bool MItMeshVertex::connectedToEdge(int index, MStatus* status) {
-    report(status, state_->check());
-    return state_->isValid() && isContained(state_->topology().vertexEdges(state_->current()), index);
+    return answer(status, atElement(*state_), [&](const Walk& walk) {
+        return isContained(walk.topology().vertexEdges(walk.current()), index);
+    });
 }
 
 bool MItMeshVertex::connectedToFace(int index, MStatus* status) {
-    report(status, state_->check());
-    return state_->isValid() && isContained(state_->topology().vertexFaces(state_->current()), index);
+    return answer(status, atElement(*state_), [&](const Walk& walk) {
+        return isContained(walk.topology().vertexFaces(walk.current()), index);
+    });
 }
 
 int MItMeshEdge::index(MStatus* status) const {
-    if (!state_->isValid()) return failed(status, missingObject(), -1);
-    report(status, MStatus::kSuccess);
-    return state_->current();
+    return answer(
+        status, atElement(*state_), [](const Walk& walk) { return walk.current(); }, -1);
 }
 
 int MItMeshEdge::index(int vertexId, MStatus* status) {
-    if (!state_->isValid()) return failed(status, missingObject(), -1);
-    if (vertexId != 0 && vertexId != 1) return failed(status, host::api::noElement(), -1);
-    report(status, MStatus::kSuccess);
-    return state_->topology().edge(state_->current())[static_cast<std::size_t>(vertexId)];
+    return answer(
+        status, atElement(*state_),
+        [&](const Walk& walk) -> Answer<int> {
+            if (vertexId != 0 && vertexId != 1) return noElement();
+            return walk.topology().edge(walk.current())[static_cast<std::size_t>(vertexId)];
+        },
+        -1);
 }
 
 MPoint MItMeshEdge::center(MSpace::Space space, MStatus* status) {
-    const MStatus possible = state_->checkSpace(space);
-    report(status, possible);
-    if (!possible) return MPoint();
-    const host::geometry::Edge& edge = state_->topology().edge(state_->current());
-    return state_->point((state_->vertex(edge[0]) + state_->vertex(edge[1])) * 0.5, space);
+    return answerIf(status, state_->checkSpace(space), [&] {
+        const host::geometry::Edge& edge = state_->topology().edge(state_->current());
+        return state_->point((state_->vertex(edge[0]) + state_->vertex(edge[1])) * 0.5, space);
+    });
 }
 
 MPoint MItMeshEdge::point(int index, MSpace::Space space, MStatus* status) {
-    const MStatus possible = state_->checkSpace(space);
-    if (!possible) return failed(status, possible, MPoint());
-    if (index != 0 && index != 1) return failed(status, host::api::noElement(), MPoint());
-    report(status, MStatus::kSuccess);
-    const host::geometry::Edge& edge = state_->topology().edge(state_->current());
-    return state_->point(state_->vertex(edge[static_cast<std::size_t>(index)]), space);
+    return answerIf(status, state_->checkSpace(space), [&]() -> Answer<MPoint> {
+        if (index != 0 && index != 1) return noElement();
+        const host::geometry::Edge& edge = state_->topology().edge(state_->current());
+        return state_->point(state_->vertex(edge[static_cast<std::size_t>(index)]), space);
+    });
 }
 
 MStatus MItMeshEdge::getLength(double& length, MSpace::Space space) {
@@ -213,8 +221,8 @@ MStatus MItMeshEdge::getLength(double& length, MSpace::Space space) {
 }
 
 bool MItMeshEdge::onBoundary(MStatus* status) {
-    report(status, state_->check());
-    return state_->isValid() && isBorderEdge(state_->topology(), state_->current());
+    return answer(status, atElement(*state_),
+                  [](const Walk& walk) { return isBorderEdge(walk.topology(), walk.current()); });
 }
 
 MStatus MItMeshEdge::numConnectedFaces(int& faceCount) {
@@ -233,48 +241,47 @@ MStatus MItMeshEdge::numConnectedEdges(int& edgeCount) {
 
 int MItMeshEdge::getConnectedFaces(MIntArray& faces, MStatus* status) const {
     faces.clear();
-    if (!state_->isValid()) return failed(status, missingObject(), 0);
-    report(status, MStatus::kSuccess);
-    fill(faces, state_->topology().edgeFaces(state_->current()));
-    host::api::arrangeNeighbours(faces);
-    return static_cast<int>(faces.length());
+    return answer(status, atElement(*state_), [&](const Walk& walk) {
+        fill(faces, walk.topology().edgeFaces(walk.current()));
+        host::api::arrangeNeighbours(faces);
+        return static_cast<int>(faces.length());
+    });
 }
 
 int MItMeshEdge::getConnectedEdges(MIntArray& edges, MStatus* status) const {
     edges.clear();
-    if (!state_->isValid()) return failed(status, missingObject(), 0);
-    report(status, MStatus::kSuccess);
-    const int own = state_->current();
-    for (const int vertex : state_->topology().edge(own))
-        appendEdges(state_->topology(), vertex, own, edges);
-    host::api::arrangeNeighbours(edges);
-    return static_cast<int>(edges.length());
+    return answer(status, atElement(*state_), [&](const Walk& walk) {
+        const int own = walk.current();
+        for (const int vertex : walk.topology().edge(own))
+            appendEdges(walk.topology(), vertex, own, edges);
+        host::api::arrangeNeighbours(edges);
+        return static_cast<int>(edges.length());
+    });
 }
 
 unsigned int MItMeshPolygon::index(MStatus* status) {
-    if (!state_->isValid()) return failed(status, missingObject(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(state_->current());
+    return answer(status, atElement(*state_),
+                  [](const Walk& walk) { return static_cast<unsigned int>(walk.current()); });
 }
 
 MPoint MItMeshPolygon::center(MSpace::Space space, MStatus* status) {
-    const MStatus possible = state_->checkSpace(space);
-    report(status, possible);
-    if (!possible) return MPoint();
-    return state_->point(host::geometry::faceCentre(state_->mesh->mesh, state_->current()), space);
+    return answerIf(status, state_->checkSpace(space), [&] {
+        return state_->point(host::geometry::faceCentre(state_->mesh->mesh, state_->current()), space);
+    });
 }
 
 unsigned int MItMeshPolygon::polygonVertexCount(MStatus* status) {
-    report(status, state_->check());
-    return state_->isValid() ? static_cast<unsigned int>(state_->topology().faceSize(state_->current())) : 0U;
+    return answer(status, atElement(*state_), [](const Walk& walk) {
+        return static_cast<unsigned int>(walk.topology().faceSize(walk.current()));
+    });
 }
 
 unsigned int MItMeshPolygon::vertexIndex(int index, MStatus* status) {
-    if (!state_->isValid()) return failed(status, missingObject(), 0U);
-    const IntSpan corners = state_->topology().faceVertices(state_->current());
-    if (index < 0 || index >= corners.size()) return failed(status, host::api::noElement(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(corners[index]);
+    return answer(status, atElement(*state_), [&](const Walk& walk) -> Answer<unsigned int> {
+        const IntSpan corners = walk.topology().faceVertices(walk.current());
+        if (index < 0 || index >= corners.size()) return noElement();
+        return static_cast<unsigned int>(corners[index]);
+    });
 }
 
 MStatus MItMeshPolygon::getVertices(MIntArray& vertices) {
@@ -339,9 +346,9 @@ MStatus MItMeshPolygon::numConnectedFaces(int& faceCount) const {
 }
 
 bool MItMeshPolygon::onBoundary(MStatus* status) {
-    report(status, state_->check());
-    return state_->isValid() &&
-           hasBorderEdge(state_->topology(), state_->topology().faceEdges(state_->current()));
+    return answer(status, atElement(*state_), [](const Walk& walk) {
+        return hasBorderEdge(walk.topology(), walk.topology().faceEdges(walk.current()));
+    });
 }
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -14,7 +14,8 @@
 #include "nodes/skinClusterNode.h"
 #include "nodes/skinWeights.h"
 
-using host::api::failed;
+using host::api::answer;
+using host::api::Answer;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
@@ -222,22 +223,21 @@ MFn::Type MFnSkinCluster::type() const {
 
 unsigned int MFnSkinCluster::influenceObjects(MDagPathArray& paths, MStatus* status) const {
     paths.clear();
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), 0U);
-    for (const host::nodes::Influence& influence : host::nodes::influencesOf(node))
-        paths.append(PathAccess::path(influence.node));
-    report(status, MStatus::kSuccess);
-    return paths.length();
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) {
+        for (const host::nodes::Influence& influence : host::nodes::influencesOf(node))
+            paths.append(PathAccess::path(influence.node));
+        return paths.length();
+    });
 }
 
 unsigned int MFnSkinCluster::indexForInfluenceObject(const MDagPath& path, MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    const NodeRef influence = PathAccess::node(path);
-    if (node == nullptr || influence == nullptr) return failed(status, missingObject(), 0U);
-    const int index = host::nodes::influenceIndex(node, influence);
-    if (index < 0) return failed(status, incompatible(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(index);
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<unsigned int> {
+        const NodeRef influence = PathAccess::node(path);
+        if (influence == nullptr) return missingObject();
+        const int index = host::nodes::influenceIndex(node, influence);
+        if (index < 0) return incompatible();
+        return static_cast<unsigned int>(index);
+    });
 }
 
 MStatus MFnSkinCluster::getPointsAffectedByInfluence(const MDagPath& path, MSelectionList& result,

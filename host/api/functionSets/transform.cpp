@@ -11,7 +11,8 @@
 #include "api/handles/session.h"
 #include "nodes/transformNode.h"
 
-using host::api::failed;
+using host::api::answer;
+using host::api::Answer;
 using host::api::fromVector;
 using host::api::missingObject;
 using host::api::ObjectAccess;
@@ -48,22 +49,21 @@ MObject MFnTransform::create(MObject parent, MStatus* status) {
 }
 
 MTransformationMatrix MFnTransform::transformation(MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MTransformationMatrix());
-    report(status, MStatus::kSuccess);
-    // The parts as the node holds them: taking the matrix apart would lose angles beyond half a turn.
-    const TransformParts parts = host::nodes::transformParts(scene(), node);
-    MTransformationMatrix result;
-    const double rotation[3] = {parts.rotate.x, parts.rotate.y, parts.rotate.z};
-    const double scale[3] = {parts.scale.x, parts.scale.y, parts.scale.z};
-    const double shear[3] = {parts.shear.x, parts.shear.y, parts.shear.z};
-    const auto order =
-        static_cast<MTransformationMatrix::RotationOrder>(static_cast<int>(parts.rotateOrder) + 1);
-    result.setRotation(rotation, order);
-    result.setScale(scale, MSpace::kTransform);
-    result.setShear(shear, MSpace::kTransform);
-    result.setTranslation(toVector(parts.translate), MSpace::kTransform);
-    return result;
+    return answer(status, ObjectAccess::node(object_), [](const NodeRef& node) {
+        // The parts as the node holds them: taking the matrix apart would lose angles beyond half a turn.
+        const TransformParts parts = host::nodes::transformParts(scene(), node);
+        MTransformationMatrix result;
+        const double rotation[3] = {parts.rotate.x, parts.rotate.y, parts.rotate.z};
+        const double scale[3] = {parts.scale.x, parts.scale.y, parts.scale.z};
+        const double shear[3] = {parts.shear.x, parts.shear.y, parts.shear.z};
+        const auto order =
+            static_cast<MTransformationMatrix::RotationOrder>(static_cast<int>(parts.rotateOrder) + 1);
+        result.setRotation(rotation, order);
+        result.setScale(scale, MSpace::kTransform);
+        result.setShear(shear, MSpace::kTransform);
+        result.setTranslation(toVector(parts.translate), MSpace::kTransform);
+        return result;
+    });
 }
 
 MStatus MFnTransform::set(const MTransformationMatrix& transformation) {
@@ -85,15 +85,13 @@ MStatus MFnTransform::set(const MTransformationMatrix& transformation) {
 }
 
 MVector MFnTransform::getTranslation(MSpace::Space space, MStatus* status) const {
-    const NodeRef node = ObjectAccess::node(object_);
-    if (node == nullptr) return failed(status, missingObject(), MVector());
-    if (space == MSpace::kWorld) {
-        if (!hasPath_) return failed(status, MStatus(MStatus::kInvalidParameter), MVector());
-        report(status, MStatus::kSuccess);
-        return toVector(host::nodes::worldMatrix(scene(), node).row(3));
-    }
-    report(status, MStatus::kSuccess);
-    return toVector(host::nodes::transformParts(scene(), node).translate);
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<MVector> {
+        if (space == MSpace::kWorld) {
+            if (!hasPath_) return MStatus::kInvalidParameter;
+            return toVector(host::nodes::worldMatrix(scene(), node).row(3));
+        }
+        return toVector(host::nodes::transformParts(scene(), node).translate);
+    });
 }
 
 MStatus MFnTransform::setTranslation(const MVector& translation, MSpace::Space space) {

@@ -10,16 +10,17 @@
 #include "api/handles/session.h"
 #include "nodes/transformNode.h"
 
-using host::api::failed;
+using host::api::answer;
+using host::api::Answer;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
 using host::api::ObjectAccess;
 using host::api::PathAccess;
-using host::api::report;
 using host::api::scene;
 using host::api::shapesBelow;
 using host::api::string;
+using host::api::succeeded;
 using host::graph::Node;
 using host::graph::NodeRef;
 
@@ -81,46 +82,37 @@ MStatus MDagPath::getAllPathsTo(const MObject& node, MDagPathArray& paths) {
 }
 
 bool MDagPath::isValid(MStatus* status) const {
-    report(status, MStatus::kSuccess);
-    return PathAccess::node(*this) != nullptr;
+    return succeeded(status, PathAccess::node(*this) != nullptr);
 }
 
 bool MDagPath::hasFn(MFn::Type type, MStatus* status) const {
-    report(status, isValid() ? MStatus(MStatus::kSuccess) : missingObject());
-    return node_.hasFn(type);
+    return answer(status, PathAccess::node(*this), [&](const NodeRef&) { return node_.hasFn(type); });
 }
 
 MFn::Type MDagPath::apiType(MStatus* status) const {
-    report(status, isValid() ? MStatus(MStatus::kSuccess) : missingObject());
-    return node_.apiType();
+    return answer(status, PathAccess::node(*this), [&](const NodeRef&) { return node_.apiType(); });
 }
 
 MObject MDagPath::node(MStatus* status) const {
-    if (!isValid()) return failed(status, missingObject(), MObject());
-    report(status, MStatus::kSuccess);
-    return node_;
+    return answer(status, PathAccess::node(*this), [&](const NodeRef&) { return node_; });
 }
 
 MObject MDagPath::transform(MStatus* status) const {
-    const NodeRef node = PathAccess::node(*this);
-    if (node == nullptr) return failed(status, missingObject(), MObject());
-    if (host::api::isTransform(*node)) {
-        report(status, MStatus::kSuccess);
-        return node_;
-    }
-    if (node->parent() == nullptr) return failed(status, incompatible(), MObject());
-    report(status, MStatus::kSuccess);
-    return ObjectAccess::object(node->parent()->ref());
+    return ObjectAccess::object(
+        answer(status, PathAccess::node(*this), [](const NodeRef& node) -> Answer<NodeRef> {
+            if (host::api::isTransform(*node)) return node;
+            if (node->parent() == nullptr) return incompatible();
+            return node->parent()->ref();
+        }));
 }
 
 unsigned int MDagPath::length(MStatus* status) const {
-    const NodeRef node = PathAccess::node(*this);
-    if (node == nullptr) return failed(status, missingObject(), 0U);
-    report(status, MStatus::kSuccess);
-    unsigned int count = 0;
-    for (const Node* at = node.get(); at != nullptr; at = at->parent())
-        ++count;
-    return count;
+    return answer(status, PathAccess::node(*this), [](const NodeRef& node) {
+        unsigned int count = 0;
+        for (const Node* at = node.get(); at != nullptr; at = at->parent())
+            ++count;
+        return count;
+    });
 }
 
 MStatus MDagPath::extendToShape() {
@@ -170,32 +162,28 @@ MStatus MDagPath::pop(unsigned int count) {
 }
 
 unsigned int MDagPath::childCount(MStatus* status) const {
-    const NodeRef node = PathAccess::node(*this);
-    if (node == nullptr) return failed(status, missingObject(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(node->children().size());
+    return answer(status, PathAccess::node(*this),
+                  [](const NodeRef& node) { return static_cast<unsigned int>(node->children().size()); });
 }
 
 MObject MDagPath::child(unsigned int index, MStatus* status) const {
-    const NodeRef node = PathAccess::node(*this);
-    if (node == nullptr) return failed(status, missingObject(), MObject());
-    if (index >= node->children().size()) return failed(status, noElement(), MObject());
-    report(status, MStatus::kSuccess);
-    return ObjectAccess::object(node->children()[index]->ref());
+    return ObjectAccess::object(
+        answer(status, PathAccess::node(*this), [&](const NodeRef& node) -> Answer<NodeRef> {
+            if (index >= node->children().size()) return noElement();
+            return node->children()[index]->ref();
+        }));
 }
 
 MMatrix MDagPath::inclusiveMatrix(MStatus* status) const {
-    const NodeRef node = PathAccess::node(*this);
-    if (node == nullptr) return failed(status, missingObject(), MMatrix());
-    report(status, MStatus::kSuccess);
-    return host::api::toMatrix(host::nodes::worldMatrix(scene(), node));
+    return answer(status, PathAccess::node(*this), [](const NodeRef& node) {
+        return host::api::toMatrix(host::nodes::worldMatrix(scene(), node));
+    });
 }
 
 MMatrix MDagPath::exclusiveMatrix(MStatus* status) const {
-    const NodeRef node = PathAccess::node(*this);
-    if (node == nullptr) return failed(status, missingObject(), MMatrix());
-    report(status, MStatus::kSuccess);
-    return host::api::toMatrix(host::nodes::parentMatrix(scene(), node));
+    return answer(status, PathAccess::node(*this), [](const NodeRef& node) {
+        return host::api::toMatrix(host::nodes::parentMatrix(scene(), node));
+    });
 }
 
 MMatrix MDagPath::inclusiveMatrixInverse(MStatus* status) const {
@@ -207,27 +195,21 @@ MMatrix MDagPath::exclusiveMatrixInverse(MStatus* status) const {
 }
 
 MString MDagPath::fullPathName(MStatus* status) const {
-    const NodeRef node = PathAccess::node(*this);
-    if (node == nullptr) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return string(scene().fullPath(*node));
+    return answer(status, PathAccess::node(*this),
+                  [](const NodeRef& node) { return string(scene().fullPath(*node)); });
 }
 
 MString MDagPath::partialPathName(MStatus* status) const {
-    const NodeRef node = PathAccess::node(*this);
-    if (node == nullptr) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return string(scene().uniqueName(*node));
+    return answer(status, PathAccess::node(*this),
+                  [](const NodeRef& node) { return string(scene().uniqueName(*node)); });
 }
 
 bool MDagPath::isInstanced(MStatus* status) const {
-    report(status, isValid() ? MStatus(MStatus::kSuccess) : missingObject());
-    return false;
+    return answer(status, PathAccess::node(*this), [](const NodeRef&) { return false; });
 }
 
 unsigned int MDagPath::instanceNumber(MStatus* status) const {
-    report(status, isValid() ? MStatus(MStatus::kSuccess) : missingObject());
-    return 0;
+    return answer(status, PathAccess::node(*this), [](const NodeRef&) { return 0U; });
 }
 
 MStatus MDagPath::set(const MDagPath& other) {

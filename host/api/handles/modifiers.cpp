@@ -15,12 +15,13 @@
 #include "api/handles/session.h"
 #include "graph/names.h"
 
-using host::api::failed;
+using host::api::Answer;
+using host::api::answerIf;
+using host::api::checkArguments;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::ObjectAccess;
 using host::api::PlugAccess;
-using host::api::report;
 using host::api::scene;
 using host::api::text;
 using host::graph::ChangeList;
@@ -105,13 +106,12 @@ struct MDGModifier::Changes {
 
     /// Makes a node at once, as a change that has been done.
     template <typename Maker>
-    MObject create(Maker maker, MStatus* status) {
-        if (isUndone) return failed(status, MStatus(MStatus::kFailure), MObject());
+    Answer<MObject> create(Maker maker) {
+        if (isUndone) return MStatus::kFailure;
         auto list = std::make_unique<ChangeList>();
         const RecordingScope recording(scene(), list.get());
         const NodeRef node = maker();
         done.push_back(std::move(list));
-        report(status, MStatus::kSuccess);
         return ObjectAccess::object(node);
     }
 };
@@ -121,9 +121,9 @@ MDGModifier::~MDGModifier() = default;
 
 MObject MDGModifier::createNode(const MString& type, MStatus* status) {
     const host::graph::NodeType* nodeType = scene().types().find(text(type));
-    if (nodeType == nullptr || nodeType->isAbstract() || nodeType->isDag())
-        return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
-    return changes_->create([&] { return scene().createNode(*nodeType); }, status);
+    const bool fits = nodeType != nullptr && !nodeType->isAbstract() && !nodeType->isDag();
+    return answerIf(status, checkArguments(fits),
+                    [&] { return changes_->create([&] { return scene().createNode(*nodeType); }); });
 }
 
 MStatus MDGModifier::deleteNode(const MObject& node) {
@@ -221,12 +221,12 @@ MObject MDagModifier::createNode(const MString& type, const MObject& parent, MSt
     const host::graph::NodeType* nodeType = scene().types().find(text(type));
     const NodeRef above = ObjectAccess::node(parent);
     const bool hasParent = above != nullptr && host::api::isTransform(*above);
-    if (nodeType == nullptr || nodeType->isAbstract() || !nodeType->isDag())
-        return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
     const bool isAtTop = parent.isNull() || ObjectAccess::isWorld(parent);
-    if (!hasParent && !(isAtTop && nodeType->isA("transform")))
-        return failed(status, MStatus(MStatus::kInvalidParameter), MObject());
-    return changes_->create([&] { return scene().createNode(*nodeType, {}, above.get()); }, status);
+    const bool fits = nodeType != nullptr && !nodeType->isAbstract() && nodeType->isDag() &&
+                      (hasParent || (isAtTop && nodeType->isA("transform")));
+    return answerIf(status, checkArguments(fits), [&] {
+        return changes_->create([&] { return scene().createNode(*nodeType, {}, above.get()); });
+    });
 }
 
 MStatus MDagModifier::reparentNode(const MObject& node, const MObject& newParent) {

@@ -3,6 +3,7 @@
 #include <maya/MPlugArray.h>
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <new>
 #include <set>
@@ -16,14 +17,15 @@
 #include "api/handles/plugAccess.h"
 #include "api/handles/session.h"
 
-using host::api::failed;
+using host::api::answer;
+using host::api::answerIf;
 using host::api::incompatible;
 using host::api::missingObject;
 using host::api::noElement;
 using host::api::ObjectAccess;
 using host::api::PlugAccess;
-using host::api::report;
 using host::api::scene;
+using host::api::succeeded;
 using host::graph::Attribute;
 using host::graph::Plug;
 
@@ -65,13 +67,39 @@ std::set<int> connectedElements(const Plug& array) {
     return result;
 }
 
+/// An array whose own place among the elements of others is known.
+bool isOneArray(const Plug& place) {
+    return place.isArray() && place.isFullyIndexed();
+}
+
+bool isChildPlace(const Plug& place) {
+    return !place.isElement() && place.attribute().parent() != nullptr;
+}
+
+/// Success for a place in the scene that fits.
+template <typename Fits>
+MStatus checkPlace(const Plug& place, Fits fits) {
+    if (!isUsable(place)) return missingObject();
+    return std::invoke(fits, place) ? MStatus(MStatus::kSuccess) : incompatible();
+}
+
+/// The place of a plug; null where there is none in the scene.
+const Plug* usable(const MPlug& plug) {
+    const Plug& place = PlugAccess::place(plug);
+    return isUsable(place) ? &place : nullptr;
+}
+
 }  // namespace
 
 }  // namespace host::api
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
+using host::api::checkPlace;
+using host::api::isChildPlace;
+using host::api::isOneArray;
 using host::api::isUsable;
+using host::api::usable;
 
 MPlug::MPlug() {
     new (place_) Plug();
@@ -117,82 +145,61 @@ bool MPlug::operator!=(const MObject& attribute) const {
 }
 
 MObject MPlug::attribute(MStatus* status) const {
-    const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MObject());
-    report(status, MStatus::kSuccess);
-    return ObjectAccess::object(place.node(), place.attribute());
+    return answer(status, usable(*this),
+                  [](const Plug& place) { return ObjectAccess::object(place.node(), place.attribute()); });
 }
 
 MObject MPlug::node(MStatus* status) const {
-    const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MObject());
-    report(status, MStatus::kSuccess);
-    return ObjectAccess::object(place.node());
+    return answer(status, usable(*this),
+                  [](const Plug& place) { return ObjectAccess::object(place.node()); });
 }
 
 MString MPlug::name(MStatus* status) const {
-    const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return host::api::string(scene().plugName(place));
+    return answer(status, usable(*this),
+                  [](const Plug& place) { return host::api::string(scene().plugName(place)); });
 }
 
 MString MPlug::partialName(bool includeNodeName, bool, bool, bool useAlias, bool useFullAttributePath,
                            bool useLongNames, MStatus* status) const {
-    const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    std::string text = useAlias ? place.node()->alias(place.key()) : std::string();
-    if (text.empty()) text = host::api::attributeText(place, useFullAttributePath, useLongNames);
-    if (includeNodeName) text.insert(0, scene().uniqueName(*place.node()) + '.');
-    return host::api::string(text);
+    return answer(status, usable(*this), [&](const Plug& place) {
+        std::string text = useAlias ? place.node()->alias(place.key()) : std::string();
+        if (text.empty()) text = host::api::attributeText(place, useFullAttributePath, useLongNames);
+        if (includeNodeName) text.insert(0, scene().uniqueName(*place.node()) + '.');
+        return host::api::string(text);
+    });
 }
 
 bool MPlug::isNull(MStatus* status) const {
-    report(status, MStatus::kSuccess);
-    return !PlugAccess::place(*this);
+    return succeeded(status, !PlugAccess::place(*this));
 }
-
-namespace {
-
-/// A yes-or-no question to a plug; a null plug is a failure and answers no.
-template <typename Question>
-bool ask(const MPlug& plug, MStatus* status, Question question) {
-    const Plug& place = PlugAccess::place(plug);
-    if (!isUsable(place)) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    return question(place);
-}
-
-}  // namespace
 
 bool MPlug::isArray(MStatus* status) const {
-    return ask(*this, status, [](const Plug& place) { return place.isArray(); });
+    return answer(status, usable(*this), [](const Plug& place) { return place.isArray(); });
 }
 
 bool MPlug::isElement(MStatus* status) const {
-    return ask(*this, status, [](const Plug& place) { return place.isElement(); });
+    return answer(status, usable(*this), [](const Plug& place) { return place.isElement(); });
 }
 
 bool MPlug::isCompound(MStatus* status) const {
-    return ask(*this, status, [](const Plug& place) { return place.isCompound(); });
+    return answer(status, usable(*this), [](const Plug& place) { return place.isCompound(); });
 }
 
 bool MPlug::isChild(MStatus* status) const {
-    return ask(*this, status,
-               [](const Plug& place) { return !place.isElement() && place.attribute().parent() != nullptr; });
+    return answer(status, usable(*this), isChildPlace);
 }
 
 bool MPlug::isDynamic(MStatus* status) const {
-    return ask(*this, status, [](const Plug& place) { return place.attribute().isDynamic(); });
+    return answer(status, usable(*this), [](const Plug& place) { return place.attribute().isDynamic(); });
 }
 
 bool MPlug::isLocked(MStatus* status) const {
-    return ask(*this, status, host::api::isLocked);
+    return answer(status, usable(*this), host::api::isLocked);
 }
 
 bool MPlug::isKeyable(MStatus* status) const {
-    return ask(*this, status, [](const Plug& place) { return place.node()->state(place.key()).isKeyable; });
+    return answer(status, usable(*this),
+                  [](const Plug& place) { return place.node()->state(place.key()).isKeyable; });
 }
 
 MStatus MPlug::setLocked(bool locked) {
@@ -215,10 +222,8 @@ MStatus MPlug::setKeyable(bool keyable) {
 
 unsigned int MPlug::numElements(MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), 0U);
-    if (!place.isArray() || !place.isFullyIndexed()) return failed(status, incompatible(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(scene().elementCount(place));
+    return answerIf(status, checkPlace(place, isOneArray),
+                    [&] { return static_cast<unsigned int>(scene().elementCount(place)); });
 }
 
 // Elements come from writing and connecting only, so that evaluating never adds one.
@@ -228,50 +233,42 @@ unsigned int MPlug::evaluateNumElements(MStatus* status) {
 
 unsigned int MPlug::numChildren(MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), 0U);
-    if (!place.isCompound()) return failed(status, incompatible(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(place.attribute().children().size());
+    return answerIf(status, checkPlace(place, &Plug::isCompound),
+                    [&] { return static_cast<unsigned int>(place.attribute().children().size()); });
 }
 
 unsigned int MPlug::numConnectedElements(MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), 0U);
-    if (!place.isArray()) return failed(status, incompatible(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(host::api::connectedElements(place).size());
+    return answerIf(status, checkPlace(place, &Plug::isArray),
+                    [&] { return static_cast<unsigned int>(host::api::connectedElements(place).size()); });
 }
 
 unsigned int MPlug::numConnectedChildren(MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), 0U);
-    if (!place.isCompound()) return failed(status, incompatible(), 0U);
-    report(status, MStatus::kSuccess);
-    unsigned int count = 0;
-    for (const auto& child : place.attribute().children()) {
-        if (!scene().connectionsBelow(place.child(*child)).empty()) ++count;
-    }
-    return count;
+    return answerIf(status, checkPlace(place, &Plug::isCompound), [&] {
+        unsigned int count = 0;
+        for (const auto& child : place.attribute().children()) {
+            if (!scene().connectionsBelow(place.child(*child)).empty()) ++count;
+        }
+        return count;
+    });
 }
 
 unsigned int MPlug::logicalIndex(MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), 0U);
-    if (!place.isElement()) return failed(status, incompatible(), 0U);
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(place.logicalIndex());
+    return answerIf(status, checkPlace(place, &Plug::isElement),
+                    [&] { return static_cast<unsigned int>(place.logicalIndex()); });
 }
 
 unsigned int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status) {
     indices.clear();
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), 0U);
-    if (!place.isArray() || !place.isFullyIndexed()) return failed(status, incompatible(), 0U);
-    const std::vector<int> existing = scene().elements(place);
-    const auto count = static_cast<unsigned int>(existing.size());
-    indices = MIntArray(existing.data(), count);
-    report(status, MStatus::kSuccess);
-    return count;
+    return answerIf(status, checkPlace(place, isOneArray), [&] {
+        const std::vector<int> existing = scene().elements(place);
+        const auto count = static_cast<unsigned int>(existing.size());
+        indices = MIntArray(existing.data(), count);
+        return count;
+    });
 }
 
 MStatus MPlug::selectAncestorLogicalIndex(unsigned int index, const MObject& attribute) {
@@ -292,67 +289,60 @@ MStatus MPlug::selectAncestorLogicalIndex(unsigned int index, const MObject& att
 
 MPlug MPlug::elementByLogicalIndex(unsigned int index, MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
-    if (!place.isArray() || static_cast<int>(index) < 0) return failed(status, incompatible(), MPlug());
-    report(status, MStatus::kSuccess);
-    return PlugAccess::plug(place.element(static_cast<int>(index)));
+    const auto hasElement = [&](const Plug& array) {
+        return array.isArray() && static_cast<int>(index) >= 0;
+    };
+    return answerIf(status, checkPlace(place, hasElement),
+                    [&] { return PlugAccess::plug(place.element(static_cast<int>(index))); });
 }
 
 MPlug MPlug::elementByPhysicalIndex(unsigned int index, MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
-    if (!place.isArray() || !place.isFullyIndexed()) return failed(status, incompatible(), MPlug());
-    const int logical = scene().elementAt(place, static_cast<int>(index));
-    if (logical < 0) return failed(status, noElement(), MPlug());
-    report(status, MStatus::kSuccess);
-    return PlugAccess::plug(place.element(logical));
+    MStatus found = checkPlace(place, isOneArray);
+    const int logical = found ? scene().elementAt(place, static_cast<int>(index)) : -1;
+    if (found && logical < 0) found = noElement();
+    return answerIf(status, found, [&] { return PlugAccess::plug(place.element(logical)); });
 }
 
 MPlug MPlug::connectionByPhysicalIndex(unsigned int index, MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
-    if (!place.isArray()) return failed(status, incompatible(), MPlug());
-    const std::set<int> connected = host::api::connectedElements(place);
-    if (index >= connected.size()) return failed(status, noElement(), MPlug());
-    report(status, MStatus::kSuccess);
-    const int logical = *std::next(connected.begin(), static_cast<std::ptrdiff_t>(index));
-    return PlugAccess::plug(place.element(logical), true);
+    MStatus found = checkPlace(place, &Plug::isArray);
+    const std::set<int> connected = found ? host::api::connectedElements(place) : std::set<int>();
+    if (found && index >= connected.size()) found = noElement();
+    return answerIf(status, found, [&] {
+        const int logical = *std::next(connected.begin(), static_cast<std::ptrdiff_t>(index));
+        return PlugAccess::plug(place.element(logical), true);
+    });
 }
 
 MPlug MPlug::array(MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
-    if (!place.isElement()) return failed(status, incompatible(), MPlug());
-    report(status, MStatus::kSuccess);
-    return PlugAccess::plug(place.array());
+    return answerIf(status, checkPlace(place, &Plug::isElement),
+                    [&] { return PlugAccess::plug(place.array()); });
 }
 
 MPlug MPlug::parent(MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
-    if (place.isElement() || place.attribute().parent() == nullptr)
-        return failed(status, incompatible(), MPlug());
-    report(status, MStatus::kSuccess);
-    return PlugAccess::plug(place.parent());
+    return answerIf(status, checkPlace(place, isChildPlace),
+                    [&] { return PlugAccess::plug(place.parent()); });
 }
 
 MPlug MPlug::child(unsigned int index, MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
-    if (!place.isCompound() || place.isArray()) return failed(status, incompatible(), MPlug());
-    if (index >= place.attribute().children().size()) return failed(status, noElement(), MPlug());
-    report(status, MStatus::kSuccess);
-    return PlugAccess::plug(place.child(static_cast<int>(index)));
+    MStatus found =
+        checkPlace(place, [](const Plug& compound) { return compound.isCompound() && !compound.isArray(); });
+    if (found && index >= place.attribute().children().size()) found = noElement();
+    return answerIf(status, found, [&] { return PlugAccess::plug(place.child(static_cast<int>(index))); });
 }
 
 MPlug MPlug::child(MObject& attribute, MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
     const Attribute* wanted = ObjectAccess::attribute(attribute);
-    if (wanted == nullptr || wanted->parent() != &place.attribute() || place.isArray())
-        return failed(status, incompatible(), MPlug());
-    report(status, MStatus::kSuccess);
-    return PlugAccess::plug(place.child(*wanted));
+    const auto hasChild = [&](const Plug& compound) {
+        return wanted != nullptr && wanted->parent() == &compound.attribute() && !compound.isArray();
+    };
+    return answerIf(status, checkPlace(place, hasChild),
+                    [&] { return PlugAccess::plug(place.child(*wanted)); });
 }
 
 bool MPlug::isConnected(MStatus* status) const {
@@ -360,35 +350,32 @@ bool MPlug::isConnected(MStatus* status) const {
 }
 
 bool MPlug::isSource(MStatus* status) const {
-    return ask(*this, status,
-               [](const Plug& place) { return place.node()->outgoing().count(place.key()) > 0; });
+    return answer(status, usable(*this),
+                  [](const Plug& place) { return place.node()->outgoing().count(place.key()) > 0; });
 }
 
 bool MPlug::isDestination(MStatus* status) const {
-    return ask(*this, status,
-               [](const Plug& place) { return place.node()->incoming().count(place.key()) > 0; });
+    return answer(status, usable(*this),
+                  [](const Plug& place) { return place.node()->incoming().count(place.key()) > 0; });
 }
 
 bool MPlug::connectedTo(MPlugArray& array, bool asDst, bool asSrc, MStatus* status) const {
     array.clear();
-    const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), false);
-    report(status, MStatus::kSuccess);
-    if (asDst) {
-        if (Plug source = scene().source(place)) array.append(PlugAccess::plug(std::move(source), true));
-    }
-    if (asSrc) {
-        for (Plug& destination : scene().destinations(place))
-            array.append(PlugAccess::plug(std::move(destination), true));
-    }
-    return array.length() > 0;
+    return answer(status, usable(*this), [&](const Plug& place) {
+        if (asDst) {
+            if (Plug source = scene().source(place)) array.append(PlugAccess::plug(std::move(source), true));
+        }
+        if (asSrc) {
+            for (Plug& destination : scene().destinations(place))
+                array.append(PlugAccess::plug(std::move(destination), true));
+        }
+        return array.length() > 0;
+    });
 }
 
 MPlug MPlug::source(MStatus* status) const {
-    const Plug& place = PlugAccess::place(*this);
-    if (!isUsable(place)) return failed(status, missingObject(), MPlug());
-    report(status, MStatus::kSuccess);
-    return PlugAccess::plug(scene().source(place), true);
+    return answer(status, usable(*this),
+                  [](const Plug& place) { return PlugAccess::plug(scene().source(place), true); });
 }
 
 bool MPlug::destinations(MPlugArray& plugs, MStatus* status) const {

@@ -10,12 +10,12 @@
 #include "api/handles/plugAccess.h"
 #include "api/handles/session.h"
 
-using host::api::failed;
+using host::api::Answer;
+using host::api::answerIf;
 using host::api::failure;
 using host::api::incompatible;
 using host::api::ObjectAccess;
 using host::api::PlugAccess;
-using host::api::report;
 using host::api::scene;
 using host::graph::DataPtr;
 using host::graph::Plug;
@@ -166,12 +166,12 @@ MStatus MPlug::getValue(MString& value) const {
 MObject MPlug::asMObject(MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
     const MStatus readable = host::api::checkReadable(place, false);
-    if (!readable) return failed(status, readable, MObject());
-    host::api::createWhatIsRead(place);
-    DataPtr data = scene().data(place);
-    if (data == nullptr) return failed(status, failure(), MObject());
-    report(status, MStatus::kSuccess);
-    return ObjectAccess::object(std::move(data));
+    return ObjectAccess::object(answerIf(status, readable, [&]() -> Answer<DataPtr> {
+        host::api::createWhatIsRead(place);
+        DataPtr data = scene().data(place);
+        if (data == nullptr) return failure();
+        return data;
+    }));
 }
 
 double MPlug::asDouble(MStatus* status) const {
@@ -201,12 +201,12 @@ bool MPlug::asBool(MStatus* status) const {
 MString MPlug::asString(MStatus* status) const {
     const Plug& place = PlugAccess::place(*this);
     const MStatus readable = host::api::checkReadable(place, false);
-    if (!readable) return failed(status, readable, MString());
-    if (place.attribute().spec().dataType != "string") return failed(status, incompatible(), MString());
-    report(status, MStatus::kSuccess);
-    host::api::createWhatIsRead(place);
-    const auto data = host::graph::dataAs<host::graph::StringData>(scene().data(place));
-    return data != nullptr ? host::api::string(data->value) : MString();
+    return answerIf(status, readable, [&]() -> Answer<MString> {
+        if (place.attribute().spec().dataType != "string") return incompatible();
+        host::api::createWhatIsRead(place);
+        const auto data = host::graph::dataAs<host::graph::StringData>(scene().data(place));
+        return data != nullptr ? host::api::string(data->value) : MString();
+    });
 }
 
 MStatus MPlug::setValue(const MObject& value) {

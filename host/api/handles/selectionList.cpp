@@ -22,6 +22,7 @@ using host::api::PathAccess;
 using host::api::PlugAccess;
 using host::api::report;
 using host::api::scene;
+using host::api::succeeded;
 using host::api::unknownObject;
 using host::graph::NodeRef;
 using host::graph::SelectionItem;
@@ -149,13 +150,11 @@ MStatus MSelectionList::clear() {
 }
 
 bool MSelectionList::isEmpty(MStatus* status) const {
-    report(status, MStatus::kSuccess);
-    return items_->list.empty();
+    return succeeded(status, items_->list.empty());
 }
 
 unsigned int MSelectionList::length(MStatus* status) const {
-    report(status, MStatus::kSuccess);
-    return static_cast<unsigned int>(items_->list.size());
+    return succeeded(status, static_cast<unsigned int>(items_->list.size()));
 }
 
 MStatus MSelectionList::getDependNode(unsigned int index, MObject& node) const {

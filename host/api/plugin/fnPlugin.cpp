@@ -16,9 +16,9 @@
 #include "api/plugin/pluginLoader.h"
 #include "graph/names.h"
 
+using host::api::answer;
 using host::api::ApiCommand;
 using host::api::ApiContextCommand;
-using host::api::failed;
 using host::api::missingObject;
 using host::api::ObjectAccess;
 using host::api::Plugin;
@@ -32,10 +32,8 @@ namespace {
 /// One text of the description of a plug-in.
 template <typename Getter>
 MString describe(const MObject& object, MStatus* status, Getter getter) {
-    const Plugin* plugin = ObjectAccess::plugin<Plugin>(object);
-    if (plugin == nullptr) return failed(status, missingObject(), MString());
-    report(status, MStatus::kSuccess);
-    return string(getter(plugin->description));
+    return answer(status, ObjectAccess::plugin<Plugin>(object),
+                  [&](const Plugin& plugin) { return string(getter(plugin.description)); });
 }
 
 void forget(std::vector<std::string>& names, const std::string& name) {

@@ -4,12 +4,12 @@
 
 #include <cstring>
 
+#include "api/handles/answers.h"
 #include "api/handles/session.h"
 #include "api/plugin/toolAccess.h"
-#include "api/values/statusMaker.h"
 
-using host::api::report;
 using host::api::Session;
+using host::api::succeeded;
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
@@ -49,16 +49,14 @@ MStatus MEvent::setPosition(short xPosition, short yPosition) {
 }
 
 MEvent::MouseButtonType MEvent::mouseButton(MStatus* status) const {
-    report(status, MStatus::kSuccess);
-    return button_;
+    return succeeded(status, button_);
 }
 
 M3dView::M3dView() = default;
 M3dView::~M3dView() = default;
 
 M3dView M3dView::active3dView(MStatus* status) {
-    report(status, MStatus::kSuccess);
-    return {};
+    return succeeded(status, M3dView());
 }
 
 MStatus M3dView::refresh(bool, bool) {
