@@ -10,6 +10,7 @@
 #include "api/handles/session.h"
 #include "nodes/blendShapeNode.h"
 #include "nodes/deformers.h"
+#include "nodes/plugs.h"
 
 using host::api::answer;
 using host::api::Answer;
@@ -223,7 +224,8 @@ MStatus MFnBlendShapeDeformer::getTargets(MObject baseObject, int weightIndex, M
     const int baseIndex = base != nullptr ? host::nodes::geometryIndexOf(scene(), node, base) : -1;
     if (baseIndex < 0) return incompatible();
     for (const int item : host::nodes::targetItems(scene(), node, baseIndex, weightIndex)) {
-        const Plug place = host::nodes::targetItemPlug(node, baseIndex, weightIndex, item).child(0);
+        const Plug target = host::nodes::targetItemPlug(node, baseIndex, weightIndex, item);
+        const Plug place = host::nodes::childPlug(target, host::nodes::kGeomTarget);
         if (const Plug source = scene().source(place)) targets.append(ObjectAccess::object(source.node()));
     }
     return MStatus::kSuccess;
