@@ -19,9 +19,9 @@ endif()
 
 # delven_add_room(<room> SOURCES <file>... [ROOMS <room>...] [LIBRARIES <target>...])
 #
-# One room of the headless host as a static library host_<room>. ROOMS are the rooms it may know; the include
-# path is host/, so that an include names its room ("graph/node.h"). All rooms together make the shared library
-# delvenhost (host/CMakeLists.txt); a test of one room links just that room.
+# One room of the headless host as a static library host_<room>; a room of host/api is called api_<room>. ROOMS are the
+# rooms it may know; the include path is host/, so that an include names its room ("graph/node.h"). All rooms together
+# make the shared library delvenhost (host/CMakeLists.txt); a test of one room links just that room.
 function(delven_add_room room)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;ROOMS;LIBRARIES")
   add_library(host_${room} STATIC ${arg_SOURCES})

@@ -2,6 +2,7 @@
 # Who may know whom. Finds includes and names that point the wrong way:
 #   - a room of the host includes only the rooms that it may know; what is particular to a system (POSIX, Windows, a
 #     terminal library) is included in host/platform only;
+#   - a room of host/api includes only the rooms of host/api that it may know, and nothing there lies outside a room;
 #   - source/ includes <maya/...>, oneTBB, the standard library and its own headers; its rooms and common know each other
 #     downwards only, know nothing of argument parsing, and the files that compute on plain arrays know no <maya/...>;
 #   - host/include knows no room of the host;
@@ -21,6 +22,15 @@ declare -A known_rooms=(
     [commands]="graph geometry nodes mel platform"
     [api]="graph geometry nodes mel commands platform"
     [batch]="graph geometry nodes mel commands api platform"
+)
+
+# Rooms of host/api. What they may know of the other rooms is the row of api above.
+declare -A known_api_rooms=(
+    [values]=""
+    [handles]="values"
+    [functionSets]="handles values"
+    [commands]="handles values"
+    [plugin]="commands functionSets handles values"
 )
 
 # Rooms of source/, with common in its place among them. The commands, and whatever else lies beside common, know all.
@@ -73,12 +83,35 @@ check_room() {
             elif [[ "$target" != "$name" && -n "${known_rooms[$target]+room}" && "$target" != "$room" &&
                 " ${known_rooms[$room]} " != *" $target "* ]]; then
                 violation "$file:$line" "$room may not know $target ($name)"
+            elif [[ "$room" == api && "$name" == api/* ]]; then
+                check_api_include "$(api_room "${file#"$tree/host/"}")" "$file:$line" "$name"
             elif [[ "$include" == '<'* ]]; then
                 check_system_include "$room" "$file:$line" "$name"
             fi
         done < <(includes_of "$file")
-        [[ "$room" == api ]] || check_no_m_class "$room" "$file"
+        if [[ "$room" != api ]]; then
+            check_no_m_class "$room" "$file"
+        elif [[ -z "$(api_room "${file#"$tree/host/"}")" ]]; then
+            violation "$file" "lies in no room of host/api"
+        fi
     done < <(sources_in "$tree/host/$room")
+}
+
+# The room of host/api that api/<room>/<file> names; nothing when there is none of that name.
+api_room() {
+    local room=${1#api/}
+    room=${room%%/*}
+    [[ -z "${known_api_rooms[$room]+room}" ]] || echo "$room"
+}
+
+check_api_include() {
+    local room=$1 place=$2 name=$3 target
+    target=$(api_room "$name")
+    if [[ -z "$target" ]]; then
+        violation "$place" "\"$name\" names no room of host/api"
+    elif [[ "$room" != "$target" && " ${known_api_rooms[$room]:-} " != *" $target "* ]]; then
+        violation "$place" "api/$room may not know api/$target ($name)"
+    fi
 }
 
 check_system_include() {
@@ -180,6 +213,11 @@ check_tree() {
     check_module
 }
 
+# Where a room of the host has its files: host/api in its own rooms.
+host_folder() {
+    [[ "$1" == api ]] && echo api/handles || echo "$1"
+}
+
 # A header of a room of source/.
 module_header() {
     [[ "$1" == common ]] && echo common.h || echo "$1/thing.h"
@@ -211,12 +249,24 @@ self_test() {
     for room in "${!known_rooms[@]}"; do
         for target in "${!known_rooms[@]}"; do
             if [[ "$room" == "$target" || " ${known_rooms[$room]} " == *" $target "* ]]; then
-                expect clean "$room -> $target" "host/$room/sample.cpp" "#include \"$target/thing.h\""
+                expect clean "$room -> $target" "host/$(host_folder "$room")/sample.cpp" "#include \"$(host_folder "$target")/thing.h\""
             else
-                expect found "$room -> $target" "host/$room/sample.cpp" "#include \"$target/thing.h\""
+                expect found "$room -> $target" "host/$(host_folder "$room")/sample.cpp" "#include \"$(host_folder "$target")/thing.h\""
             fi
         done
     done
+    for room in "${!known_api_rooms[@]}"; do
+        for target in "${!known_api_rooms[@]}"; do
+            if [[ "$room" == "$target" || " ${known_api_rooms[$room]} " == *" $target "* ]]; then
+                expect clean "api/$room -> api/$target" "host/api/$room/sample.cpp" "#include \"api/$target/thing.h\""
+            else
+                expect found "api/$room -> api/$target" "host/api/$room/sample.cpp" "#include \"api/$target/thing.h\""
+            fi
+        done
+    done
+    expect found "a file outside the rooms of host/api" host/api/sample.cpp ''
+    expect found "a room of host/api without a rule" host/api/attic/sample.cpp ''
+    expect found "a header outside the rooms of host/api" host/api/handles/sample.cpp '#include "api/thing.h"'
     local source
     for room in "${!known_module_rooms[@]}"; do
         source=$(module_header "$room")
@@ -244,7 +294,7 @@ self_test() {
     expect clean "an M-class in a comment" host/nodes/sample.cpp 'int a = 0;  // as MFnMesh does'
     expect clean "an M-class in a text" host/nodes/sample.cpp 'const char* a = "MFnMesh";'
     expect clean "MEL and MIT" host/mel/sample.cpp 'int MEL = 0; int MAX_DEPTH = 1;'
-    expect clean "an API header in api" host/api/sample.cpp '#include <maya/MObject.h>'
+    expect clean "an API header in api" host/api/handles/sample.cpp '#include <maya/MObject.h>'
     expect found "POSIX outside platform" host/mel/sample.cpp '#include <unistd.h>'
     expect clean "POSIX in platform" host/platform/sample.cpp '#include <dlfcn.h>'
     expect found "a library outside platform" host/geometry/sample.cpp '#include <zlib.h>'

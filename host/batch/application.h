@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "api/pluginLoader.h"
-#include "api/session.h"
+#include "api/handles/session.h"
+#include "api/plugin/pluginLoader.h"
 #include "batch/console.h"
 #include "batch/options.h"
 #include "graph/graph.h"

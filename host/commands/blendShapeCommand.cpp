@@ -88,7 +88,7 @@ std::vector<std::string> targetNames(graph::Graph& graph, const NodeRef& blendSh
     std::vector<std::string> names;
     for (const int index : nodes::weightIndices(graph, blendShape)) {
         const graph::Plug item = nodes::targetItemPlug(blendShape, 0, index, nodes::itemIndex(1.0));
-        const graph::Plug source = graph.source(item.child(0));
+        const graph::Plug source = graph.source(nodes::childPlug(item, nodes::kGeomTarget));
         const graph::Node* owner = source ? source.node()->parent() : nullptr;
         names.push_back(owner != nullptr
                             ? graph.uniqueName(*owner)

@@ -67,9 +67,9 @@ std::string remove(graph::Graph& graph, const NodeRef& blendShape, const TargetW
     removeElement(graph, item);
     if (!nodes::targetItems(graph, blendShape, words.baseIndex, words.weightIndex).empty()) return {};
     const graph::Plug bases = blendShape->plug("inputTarget");
-    removeElement(graph, bases.element(words.baseIndex).child(0).element(words.weightIndex));
+    removeElement(graph, nodes::targetGroupPlug(blendShape, words.baseIndex, words.weightIndex));
     for (const int base : graph.elements(bases)) {
-        if (graph.hasElement(bases.element(base).child(0).element(words.weightIndex))) return {};
+        if (graph.hasElement(nodes::targetGroupPlug(blendShape, base, words.weightIndex))) return {};
     }
     const graph::Plug weight = blendShape->plug("weight").element(words.weightIndex);
     graph.setAlias(weight, {});

@@ -11,10 +11,6 @@ namespace host::nodes {
 
 namespace {
 
-graph::Plug groupsPlug(const graph::NodeRef& blendShape, int baseIndex) {
-    return blendShape->plug("inputTarget").element(baseIndex).child(0);
-}
-
 bool haveSameCounts(const MeshPtr& a, const MeshPtr& b) {
     return a->mesh.vertexCount() == b->mesh.vertexCount() && a->mesh.edgeCount() == b->mesh.edgeCount() &&
            a->mesh.faceCount() == b->mesh.faceCount();
@@ -48,8 +44,8 @@ std::string obstacle(graph::Graph& graph, const graph::NodeRef& blendShape, cons
     if (inBetween && !graph.hasElement(blendShape->plug("weight").element(weightIndex)))
         return name + " has no target of index " + std::to_string(weightIndex) + " for an in-between";
     // The mesh of a target that was disconnected is kept, whether or not its deltas were made.
-    if (graph.source(item.child(kGeomTarget)) || graph.data(item.child(kGeomTarget)) != nullptr ||
-        graph.data(item.child(kPointsTarget)) != nullptr)
+    if (graph.source(childPlug(item, kGeomTarget)) || graph.data(childPlug(item, kGeomTarget)) != nullptr ||
+        graph.data(childPlug(item, kPointsTarget)) != nullptr)
         return name + " has a target at weight index " + std::to_string(weightIndex) +
                " and this weight already";
     // What comes in has the same topology as the deformed shape and asks for no evaluation of the targets.
@@ -63,15 +59,20 @@ std::string obstacle(graph::Graph& graph, const graph::NodeRef& blendShape, cons
 
 void nameInBetween(graph::Graph& graph, const graph::NodeRef& blendShape, int weightIndex, int item,
                    const std::string& name) {
-    const graph::Plug info =
-        blendShape->plug("inbetweenInfoGroup").element(weightIndex).child(0).element(item);
+    const graph::Plug group = blendShape->plug("inbetweenInfoGroup").element(weightIndex);
+    const graph::Plug info = childPlug(group, "inbetweenInfo").element(item);
     graph.setData(childPlug(info, "inbetweenTargetName"), std::make_shared<graph::StringData>(name));
 }
 
 }  // namespace
 
+graph::Plug targetGroupPlug(const graph::NodeRef& blendShape, int baseIndex, int weightIndex) {
+    const graph::Plug base = blendShape->plug("inputTarget").element(baseIndex);
+    return childPlug(base, "inputTargetGroup").element(weightIndex);
+}
+
 graph::Plug targetItemPlug(const graph::NodeRef& blendShape, int baseIndex, int weightIndex, int item) {
-    return groupsPlug(blendShape, baseIndex).element(weightIndex).child(0).element(item);
+    return childPlug(targetGroupPlug(blendShape, baseIndex, weightIndex), "inputTargetItem").element(item);
 }
 
 TargetResult addTarget(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex, int weightIndex,
@@ -84,7 +85,7 @@ TargetResult addTarget(graph::Graph& graph, const graph::NodeRef& blendShape, in
         targetShape->parent() != nullptr ? targetShape->parent()->name() : targetShape->name();
     const graph::Plug weight = blendShape->plug("weight").element(weightIndex);
     const bool isNew = !graph.hasElement(weight);
-    graph.connect(targetShape->plug("worldMesh").element(0), item.child(kGeomTarget));
+    graph.connect(targetShape->plug("worldMesh").element(0), childPlug(item, kGeomTarget));
     if (isNew) {
         graph.setNumber(weight, 0.0);
         graph.setAlias(weight, freeAlias(*blendShape, name));
@@ -109,7 +110,7 @@ std::vector<int> weightIndices(graph::Graph& graph, const graph::NodeRef& blendS
 
 std::vector<int> targetItems(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex,
                              int weightIndex) {
-    return graph.elements(groupsPlug(blendShape, baseIndex).element(weightIndex).child(0));
+    return graph.elements(childPlug(targetGroupPlug(blendShape, baseIndex, weightIndex), "inputTargetItem"));
 }
 
 }  // namespace host::nodes

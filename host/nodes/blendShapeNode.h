@@ -19,12 +19,14 @@ inline double itemWeight(int itemIndex) {
     return (itemIndex - 5000) / 1000.0;
 }
 
-// Positions among the attributes of an inputTargetItem.
-constexpr int kGeomTarget = 0;
-constexpr int kPointsTarget = 3;
-constexpr int kComponentsTarget = 4;
+// Attributes of an inputTargetItem.
+constexpr const char* kGeomTarget = "inputGeomTarget";
+constexpr const char* kPointsTarget = "inputPointsTarget";
+constexpr const char* kComponentsTarget = "inputComponentsTarget";
 
-/// Plug of blendShape.inputTarget[base].inputTargetGroup[weight].inputTargetItem[item]; nothing need exist.
+/// Plug of blendShape.inputTarget[base].inputTargetGroup[weight]; nothing need exist.
+graph::Plug targetGroupPlug(const graph::NodeRef& blendShape, int baseIndex, int weightIndex);
+/// Plug of one inputTargetItem of that group; nothing need exist.
 graph::Plug targetItemPlug(const graph::NodeRef& blendShape, int baseIndex, int weightIndex, int item);
 
 struct TargetResult {

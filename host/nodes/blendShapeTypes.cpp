@@ -23,13 +23,13 @@ constexpr double kRelativeInBetween = 1.0;
 void addTargetDeltas(Deformation& deformation, const graph::Plug& group, double weight,
                      std::vector<double>& sums) {
     graph::Graph& graph = deformation.graph;
-    const graph::Plug items = group.child(0);
+    const graph::Plug items = childPlug(group, "inputTargetItem");
     const graph::NumberMulti* vertexWeights = numbersOf(childPlug(group, "targetWeights"));
     for (const ItemShare& share : itemShares(graph.elements(items), weight)) {
         const graph::Plug item = items.element(share.item);
-        const auto points = graph::dataAs<graph::PointArrayData>(graph.data(item.child(kPointsTarget)));
+        const auto points = graph::dataAs<graph::PointArrayData>(graph.data(childPlug(item, kPointsTarget)));
         const auto components =
-            graph::dataAs<graph::ComponentListData>(graph.data(item.child(kComponentsTarget)));
+            graph::dataAs<graph::ComponentListData>(graph.data(childPlug(item, kComponentsTarget)));
         if (points == nullptr || components == nullptr) continue;
         if (sums.empty()) sums.resize(deformation.points.size());
         addDeltas(*points, *components, share.share, vertexWeights, sums);
@@ -44,7 +44,7 @@ void reportUncovered(Deformation& deformation) {
         graph.messages().error(node->name() + ".origin: only local is supported");
     const graph::Plug groups = node->plug("inbetweenInfoGroup");
     for (const int target : graph.elements(groups)) {
-        const graph::Plug infos = groups.element(target).child(0);
+        const graph::Plug infos = childPlug(groups.element(target), "inbetweenInfo");
         for (const int item : graph.elements(infos)) {
             const graph::Plug type = childPlug(infos.element(item), "inbetweenTargetType");
             if (graph.number(type) == kRelativeInBetween)
@@ -59,7 +59,7 @@ void deformByTargets(Deformation& deformation) {
     reportUncovered(deformation);
     const bool allowsNegative = graph.number(node->plug("supportNegativeWeights")) != 0.0;
     const graph::Plug base = node->plug("inputTarget").element(deformation.geometryIndex);
-    const graph::Plug groups = base.child(0);
+    const graph::Plug groups = childPlug(base, "inputTargetGroup");
     const graph::Plug weights = node->plug("weight");
     std::vector<double> sums;
     for (const int target : graph.elements(groups)) {
@@ -96,12 +96,12 @@ AttributeSpec flag(const char* longName, const char* shortName, bool value) {
 }
 
 AttributeSpec targetItem() {
-    return compound("inputTargetItem", "iti",
-                    {typed("inputGeomTarget", "igt", "mesh"),
-                     typed("inputRelativePointsTarget", "irp", "pointArray"),
-                     typed("inputRelativeComponentsTarget", "irc", "componentList"),
-                     typed("inputPointsTarget", "ipt", "pointArray").watched(),
-                     typed("inputComponentsTarget", "ict", "componentList").watched()})
+    return compound(
+               "inputTargetItem", "iti",
+               {typed(kGeomTarget, "igt", "mesh"), typed("inputRelativePointsTarget", "irp", "pointArray"),
+                typed("inputRelativeComponentsTarget", "irc", "componentList"),
+                typed(kPointsTarget, "ipt", "pointArray").watched(),
+                typed(kComponentsTarget, "ict", "componentList").watched()})
         .array();
 }
 

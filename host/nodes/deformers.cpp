@@ -136,10 +136,11 @@ void insertGrouped(graph::Graph& graph, const graph::NodeRef& deformer, int inde
     graph.connect(parts->plug("outputGeometry"), childPlug(input, "inputGeometry"));
     graph.connect(deformer->plug("outputGeometry").element(index), destination);
 
-    const graph::Plug objects = shape->plug("instObjGroups").element(0).child(0);
+    const graph::Plug objects = childPlug(shape->plug("instObjGroups").element(0), "objectGroups");
     const graph::Plug object = objects.element(graph.nextIndex(objects));
     const MeshPtr mesh = graph::dataAs<MeshData>(graph.data(before));
-    if (mesh != nullptr) graph.setData(object.child(0), vertexRun(0, mesh->mesh.vertexCount() - 1));
+    if (mesh != nullptr)
+        graph.setData(childPlug(object, "objectGrpCompList"), vertexRun(0, mesh->mesh.vertexCount() - 1));
     connectNext(graph, object, group.set->plug("dagSetMembers"));
     connectNext(graph, id->plug("message"), group.set->plug("groupNodes"));
 }

@@ -11,6 +11,7 @@
 #include "nodes/deformation.h"
 #include "nodes/deformers.h"
 #include "nodes/meshData.h"
+#include "nodes/plugs.h"
 
 namespace host::nodes {
 
@@ -54,8 +55,8 @@ void know(graph::Graph& graph, const graph::Plug& item, const LiveTarget& now) {
 
 /// Deltas are made without a record: undo brings back those that there were when a mesh came or went.
 void recordDeltas(graph::Graph& graph, const graph::Plug& item) {
-    graph.recordStored(item.child(kPointsTarget));
-    graph.recordStored(item.child(kComponentsTarget));
+    graph.recordStored(childPlug(item, kPointsTarget));
+    graph.recordStored(childPlug(item, kComponentsTarget));
 }
 
 graph::Plug itemOf(const graph::Plug& below) {
@@ -63,12 +64,12 @@ graph::Plug itemOf(const graph::Plug& below) {
 }
 
 bool isGeomTarget(const graph::Attribute& attribute) {
-    return attribute.longName() == "inputGeomTarget";
+    return attribute.longName() == kGeomTarget;
 }
 
 /// The mesh at an item, connected or kept; null when there is none.
 MeshPtr targetMesh(graph::Graph& graph, const graph::Plug& item) {
-    return graph::dataAs<MeshData>(graph.data(item.child(kGeomTarget)));
+    return graph::dataAs<MeshData>(graph.data(childPlug(item, kGeomTarget)));
 }
 
 /// The items of a geometry whose deltas follow a mesh.
@@ -87,8 +88,8 @@ std::vector<ItemKey> followedItems(graph::Node& blendShape, int geometryIndex) {
 
 void storeDeltas(graph::Graph& graph, const graph::Plug& item, const MeshData& base, const MeshData& target) {
     auto [points, components] = sparseDeltas(base.mesh, target.mesh);
-    graph.storeDerived(item.child(kPointsTarget), std::move(points));
-    graph.storeDerived(item.child(kComponentsTarget), std::move(components));
+    graph.storeDerived(childPlug(item, kPointsTarget), std::move(points));
+    graph.storeDerived(childPlug(item, kComponentsTarget), std::move(components));
 }
 
 void takeDeltas(graph::Graph& graph, const graph::Plug& item, const MeshPtr& base) {
@@ -133,8 +134,8 @@ void liveTargetDisconnecting(graph::Graph& graph, const graph::Plug& destination
         auto [points, components] = sparseDeltas(base->mesh, target->mesh);
         const auto store = [item, points = std::move(points),
                             components = std::move(components)](graph::Graph& into) {
-            into.storeDerived(item.child(kPointsTarget), points);
-            into.storeDerived(item.child(kComponentsTarget), components);
+            into.storeDerived(childPlug(item, kPointsTarget), points);
+            into.storeDerived(childPlug(item, kComponentsTarget), components);
         };
         store(graph);
         // Redo finds no mesh to take them from.
@@ -146,7 +147,7 @@ void liveTargetDisconnecting(graph::Graph& graph, const graph::Plug& destination
 
 void liveDeltasWriting(graph::Graph& graph, const graph::Plug& plug) {
     const graph::Plug item = itemOf(plug);
-    const bool isConnected = static_cast<bool>(graph.source(item.child(kGeomTarget)));
+    const bool isConnected = static_cast<bool>(graph.source(childPlug(item, kGeomTarget)));
     const LiveTarget known = knownOf(item);
     if (!isConnected && !known.isOutstanding) return;
     if (isConnected && known.seen == nullptr && graph.variants().losesEarlyDeltas) return;

@@ -9,16 +9,16 @@ namespace host::nodes {
 
 namespace {
 
-// Positions among a colour set's attributes.
-constexpr int kName = 0;
-constexpr int kColors = 1;
+// Attributes of a colour set.
+constexpr const char* kName = "colorName";
+constexpr const char* kColors = "vertexColors";
 
 /// Element of the set of a name; empty when there is none.
 graph::Plug findSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name) {
     const graph::Plug sets = shape->plug("colorSet");
     for (const int index : graph.elements(sets)) {
         graph::Plug set = sets.element(index);
-        if (textAt(graph, set.child(kName)) == name) return set;
+        if (textAt(graph, childPlug(set, kName)) == name) return set;
     }
     return {};
 }
@@ -47,7 +47,7 @@ std::vector<std::string> colorSetNames(graph::Graph& graph, const graph::NodeRef
     const graph::Plug sets = shape->plug("colorSet");
     std::vector<std::string> names;
     for (const int index : graph.elements(sets))
-        names.push_back(textAt(graph, sets.element(index).child(kName)));
+        names.push_back(textAt(graph, childPlug(sets.element(index), kName)));
     return names;
 }
 
@@ -65,7 +65,7 @@ std::string createColorSet(graph::Graph& graph, const graph::NodeRef& shape, con
     const graph::Plug sets = shape->plug("colorSet");
     const bool isFirst = graph.elementCount(sets) == 0;
     std::string given = freeSetName(graph, shape, name.empty() ? "colorSet1" : name);
-    setText(graph, sets.element(graph.nextIndex(sets)).child(kName), given);
+    setText(graph, childPlug(sets.element(graph.nextIndex(sets)), kName), given);
     if (isFirst) setCurrentColorSet(graph, shape, given);
     return given;
 }
@@ -85,7 +85,7 @@ bool renameColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std:
     const graph::Plug set = findSet(graph, shape, name);
     if (!set || newName.empty() || findSet(graph, shape, newName)) return false;
     const bool isCurrent = currentColorSet(graph, shape) == name;
-    setText(graph, set.child(kName), newName);
+    setText(graph, childPlug(set, kName), newName);
     if (isCurrent) setCurrentColorSet(graph, shape, newName);
     return true;
 }
@@ -93,7 +93,7 @@ bool renameColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std:
 std::vector<Color> vertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std::string& set) {
     const graph::Plug found = findSet(graph, shape, set.empty() ? currentColorSet(graph, shape) : set);
     if (!found) return {};
-    const auto stored = graph::dataAs<VertexColorData>(graph.data(found.child(kColors)));
+    const auto stored = graph::dataAs<VertexColorData>(graph.data(childPlug(found, kColors)));
     std::vector<Color> colors = stored != nullptr ? stored->colors : std::vector<Color>();
     colors.resize(vertexCount(graph, shape), kUnsetColor);
     return colors;
@@ -109,7 +109,7 @@ void setVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std
         if (vertices[k] >= 0 && vertex < all.size()) all[vertex] = colors[k];
     }
     const graph::Plug set = findSet(graph, shape, currentColorSet(graph, shape));
-    graph.setData(set.child(kColors), std::make_shared<VertexColorData>(std::move(all)));
+    graph.setData(childPlug(set, kColors), std::make_shared<VertexColorData>(std::move(all)));
 }
 
 void removeVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std::vector<int>& vertices) {
@@ -120,7 +120,7 @@ void removeVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const 
 bool clearColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name) {
     const graph::Plug set = findSet(graph, shape, name.empty() ? currentColorSet(graph, shape) : name);
     if (!set) return false;
-    graph.setData(set.child(kColors), nullptr);
+    graph.setData(childPlug(set, kColors), nullptr);
     return true;
 }
 
@@ -128,8 +128,8 @@ void copyColorSets(graph::Graph& graph, const graph::NodeRef& from, const graph:
     const graph::Plug sets = from->plug("colorSet");
     for (const int index : graph.elements(sets)) {
         const graph::Plug copy = to->plug("colorSet").element(index);
-        for (const int part : {kName, kColors})
-            graph.setData(copy.child(part), graph.data(sets.element(index).child(part)));
+        for (const char* part : {kName, kColors})
+            graph.setData(childPlug(copy, part), graph.data(childPlug(sets.element(index), part)));
     }
     if (const std::string current = currentColorSet(graph, from); !current.empty())
         setCurrentColorSet(graph, to, current);

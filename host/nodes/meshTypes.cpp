@@ -54,14 +54,9 @@ double computeBound(graph::Graph& graph, const graph::Plug& output) {
     if (data == nullptr) return 0.0;
     const geometry::BoundingBox box = geometry::bounds(data->mesh);
     const int axis = output.attribute().ordinal();
-    switch (output.attribute().parent()->ordinal()) {
-        case 0:
-            return box.min[axis];
-        case 1:
-            return box.max[axis];
-        default:
-            return box.size()[axis];
-    }
+    const std::string& bound = output.attribute().parent()->longName();
+    if (bound == "boundingBoxMin") return box.min[axis];
+    return bound == "boundingBoxMax" ? box.max[axis] : box.size()[axis];
 }
 
 graph::ComputedValue computeMeshOutput(graph::Graph& graph, const graph::Plug& output) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <string_view>
 
 #include "geometry/math.h"
@@ -10,7 +11,9 @@ namespace host::nodes {
 
 /// Child of a compound plug by its long or short name, which must exist.
 inline graph::Plug childPlug(const graph::Plug& compound, std::string_view name) {
-    return compound.child(*compound.attribute().child(name));
+    const graph::Attribute* child = compound.attribute().child(name);
+    assert(child != nullptr);
+    return compound.child(*child);
 }
 
 /// Three numbers below a compound plug of three.

@@ -19,7 +19,8 @@ struct Membership {
 /// Components of an objectGroups element, all kinds in one list of one component a kind.
 std::vector<graph::Component> componentsOf(graph::Graph& graph, const graph::Plug& objectGroup) {
     std::vector<graph::Component> result;
-    const auto list = graph::dataAs<graph::ComponentListData>(graph.data(objectGroup.child(0)));
+    const auto list =
+        graph::dataAs<graph::ComponentListData>(graph.data(childPlug(objectGroup, "objectGrpCompList")));
     for (int entry = 0; list != nullptr && entry < list->size(); ++entry) {
         const graph::Component next = list->entry(entry);
         const auto same = std::find_if(result.begin(), result.end(),
@@ -39,7 +40,7 @@ void setComponents(graph::Graph& graph, const graph::Plug& objectGroup,
     for (const graph::Component& component : components) {
         if (!component.empty()) list->append(component);
     }
-    graph.setData(objectGroup.child(0), std::move(list));
+    graph.setData(childPlug(objectGroup, "objectGrpCompList"), std::move(list));
 }
 
 bool isMemberAttribute(const graph::Attribute& attribute) {
@@ -118,7 +119,7 @@ void endMembership(graph::Graph& graph, const graph::Plug& member, const graph::
     graph.disconnect(member);
     graph.removeElement(member);
     if (source.attribute().longName() != "objectGroups") return;
-    const graph::Plug id = graph.source(source.child(1));
+    const graph::Plug id = graph.source(childPlug(source, "objectGroupId"));
     if (id) {
         for (const graph::Plug& listed : graph.destinations(id.node()->plug("message"))) {
             graph.disconnect(listed);
@@ -132,11 +133,11 @@ void endMembership(graph::Graph& graph, const graph::Plug& member, const graph::
 /// An element of the node's objectGroups for components in this set, connected and numbered.
 void addComponents(graph::Graph& graph, const graph::NodeRef& set, const graph::NodeRef& node,
                    const graph::Component& component) {
-    const graph::Plug groups = node->plug("instObjGroups").element(0).child(0);
+    const graph::Plug groups = childPlug(node->plug("instObjGroups").element(0), "objectGroups");
     const graph::Plug group = groups.element(graph.nextIndex(groups));
     setComponents(graph, group, {component});
     const graph::NodeRef id = graph.createNode(*graph.types().find("groupId"));
-    graph.connect(id->plug("groupId"), group.child(1));
+    graph.connect(id->plug("groupId"), childPlug(group, "objectGroupId"));
     connectNext(graph, id->plug("message"), set->plug("groupNodes"));
     connectNext(graph, group, set->plug("dagSetMembers"));
 }

@@ -57,10 +57,6 @@ void shareByDistance(std::vector<double>& weights, const std::vector<WeightRole>
     }
 }
 
-graph::Plug weightPlug(const graph::Plug& weightList, int vertex, int influence) {
-    return weightList.element(vertex).child(0).element(influence);
-}
-
 const graph::Slot* rowSlot(const graph::Slot* list, int vertex) {
     if (list == nullptr) return nullptr;
     const auto* multi = std::get_if<std::unique_ptr<graph::ElementMulti>>(&list->content);
@@ -80,10 +76,10 @@ void appendRow(WeightRows& rows, int vertex, const graph::NumberMulti* weights) 
 /// A weight of 0 takes no element, but undo brings back one that was set by hand.
 enum class Zeros { kDropped, kKept };
 
-/// Writes one row without recording. @param present  what the vertex has now, null for nothing
-void writeRow(graph::Graph& graph, const graph::Plug& weightList, const WeightRows& rows, std::size_t row,
+/// Writes one row without recording. @param weights  where it goes
+/// @param present  what is there now, null for nothing
+void writeRow(graph::Graph& graph, const graph::Plug& weights, const WeightRows& rows, std::size_t row,
               const graph::NumberMulti* present, Zeros zeros) {
-    const int vertex = rows.vertices[row];
     std::vector<std::pair<int, double>> wanted;
     for (std::size_t k = rows.starts[row]; k < rows.starts[row + 1]; ++k) {
         if (zeros == Zeros::kKept || rows.weights[k] != 0.0)
@@ -93,19 +89,22 @@ void writeRow(graph::Graph& graph, const graph::Plug& weightList, const WeightRo
         const std::vector<int>& indices = present->indices();
         const bool isSameSet = std::equal(indices.begin(), indices.end(), wanted.begin(), wanted.end(),
                                           [](int index, const auto& entry) { return index == entry.first; });
-        if (!isSameSet) graph.clearElements(weightList.element(vertex).child(0));
+        if (!isSameSet) graph.clearElements(weights);
     }
     for (const auto& [influence, weight] : wanted)
-        graph.setNumber(weightPlug(weightList, vertex, influence), weight);
+        graph.setNumber(weights.element(influence), weight);
 }
 
 void writeRows(graph::Graph& graph, const graph::NodeRef& skinCluster, const WeightRows& rows,
                Zeros zeros = Zeros::kDropped) {
     const graph::RecordingScope silent(graph, nullptr);
     const graph::Plug list = skinCluster->plug("weightList");
+    const graph::Attribute& weights = weightsBelow(list);
     for (std::size_t row = 0; row < rows.vertices.size(); ++row) {
-        const graph::Slot* slot = rowSlot(skinCluster->slot(list.key()), rows.vertices[row]);
-        writeRow(graph, list, rows, row, slot != nullptr ? weightsOf(*slot) : nullptr, zeros);
+        const int vertex = rows.vertices[row];
+        const graph::Slot* slot = rowSlot(skinCluster->slot(list.key()), vertex);
+        writeRow(graph, list.element(vertex).child(weights), rows, row,
+                 slot != nullptr ? weightsOf(*slot, weights) : nullptr, zeros);
     }
 }
 
@@ -155,19 +154,26 @@ void WeightRows::endRow(int vertex) {
     starts.push_back(influences.size());
 }
 
-const graph::NumberMulti* weightsOf(const graph::Slot& weightListElement) {
+const graph::Attribute& weightsBelow(const graph::Plug& weightList) {
+    return *weightList.attribute().child("weights");
+}
+
+const graph::NumberMulti* weightsOf(const graph::Slot& weightListElement, const graph::Attribute& weights) {
     const auto* children = std::get_if<std::unique_ptr<graph::Slot::Children>>(&weightListElement.content);
     if (children == nullptr) return nullptr;
-    const auto* numbers = std::get_if<std::unique_ptr<graph::NumberMulti>>(&(**children).front().content);
+    const graph::Slot& slot = (**children)[static_cast<std::size_t>(weights.ordinal())];
+    const auto* numbers = std::get_if<std::unique_ptr<graph::NumberMulti>>(&slot.content);
     return numbers != nullptr && (*numbers)->size() > 0 ? numbers->get() : nullptr;
 }
 
 WeightRows weightRows(const graph::NodeRef& skinCluster, const std::vector<int>& vertices) {
     WeightRows rows;
-    const graph::Slot* list = skinCluster->slot(skinCluster->plug("weightList").key());
+    const graph::Plug list = skinCluster->plug("weightList");
+    const graph::Attribute& weights = weightsBelow(list);
+    const graph::Slot* stored = skinCluster->slot(list.key());
     for (const int vertex : vertices) {
-        const graph::Slot* slot = rowSlot(list, vertex);
-        appendRow(rows, vertex, slot != nullptr ? weightsOf(*slot) : nullptr);
+        const graph::Slot* slot = rowSlot(stored, vertex);
+        appendRow(rows, vertex, slot != nullptr ? weightsOf(*slot, weights) : nullptr);
     }
     return rows;
 }

@@ -44,19 +44,24 @@ struct WeightRows {
     void endRow(int vertex);
 };
 
-/// Weights of one element of weightList; null where there are none.
-const graph::NumberMulti* weightsOf(const graph::Slot& weightListElement);
+/// The attribute of the weights of one vertex, below weightList.
+const graph::Attribute& weightsBelow(const graph::Plug& weightList);
+/// Weights of one element of weightList; null where there are none. @param weights  weightsBelow() of the
+/// list
+const graph::NumberMulti* weightsOf(const graph::Slot& weightListElement, const graph::Attribute& weights);
 
 /// Calls `use(vertex, weights)` for the element of weightList with the lowest index, the next one, ... where
 /// there are weights. Connections into weights are not followed.
 template <typename Use>
 void forEachWeightRow(const graph::NodeRef& skinCluster, Use&& use) {
-    const graph::Slot* list = skinCluster->slot(skinCluster->plug("weightList").key());
-    if (list == nullptr) return;
-    const auto* multi = std::get_if<std::unique_ptr<graph::ElementMulti>>(&list->content);
+    const graph::Plug list = skinCluster->plug("weightList");
+    const graph::Slot* stored = skinCluster->slot(list.key());
+    if (stored == nullptr) return;
+    const auto* multi = std::get_if<std::unique_ptr<graph::ElementMulti>>(&stored->content);
     if (multi == nullptr) return;
+    const graph::Attribute& below = weightsBelow(list);
     for (const auto& [vertex, element] : (*multi)->elements) {
-        if (const graph::NumberMulti* weights = weightsOf(*element)) use(vertex, *weights);
+        if (const graph::NumberMulti* weights = weightsOf(*element, below)) use(vertex, *weights);
     }
 }
 

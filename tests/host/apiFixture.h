@@ -14,8 +14,8 @@
 #include <string_view>
 #include <vector>
 
-#include "api/apiCommand.h"
-#include "api/session.h"
+#include "api/commands/apiCommand.h"
+#include "api/handles/session.h"
 #include "geometry/primitives.h"
 #include "graph/graph.h"
 #include "graph/names.h"

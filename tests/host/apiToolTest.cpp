@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "api/pluginLoader.h"
+#include "api/plugin/pluginLoader.h"
 #include "apiFixture.h"
 #include "commands/commands.h"
 

@@ -297,10 +297,12 @@ TEST(ItemShares, areLinearBetweenNeighbours) {
 class Blend : public testing::Test {
   protected:
     Blend() : shape(scene.row("head", 4)), blend(nodes::createDeformer(scene, "blendShape", {shape})) {}
+    Plug part(int target, int index, const char* name) const {
+        return nodes::childPlug(nodes::targetItemPlug(blend, 0, target, index), name);
+    }
     void item(int target, int index, const graph::DataPtr& points, const graph::DataPtr& components) {
-        const Plug plug = nodes::targetItemPlug(blend, 0, target, index);
-        scene.setData(plug.child(3), points);
-        scene.setData(plug.child(4), components);
+        scene.setData(part(target, index, nodes::kPointsTarget), points);
+        scene.setData(part(target, index, nodes::kComponentsTarget), components);
     }
     std::vector<double> heights() {
         std::vector<double> result;
@@ -309,13 +311,13 @@ class Blend : public testing::Test {
         return result;
     }
     std::vector<graph::Point4> deltas(int target, int index) {
-        const auto data = graph::dataAs<graph::PointArrayData>(
-            scene.data(nodes::targetItemPlug(blend, 0, target, index).child(3)));
+        const auto data =
+            graph::dataAs<graph::PointArrayData>(scene.data(part(target, index, nodes::kPointsTarget)));
         return data != nullptr ? data->value : std::vector<graph::Point4>{{-1, -1, -1, -1}};
     }
     std::vector<int> deltaVertices(int target, int index) {
         const auto data = graph::dataAs<graph::ComponentListData>(
-            scene.data(nodes::targetItemPlug(blend, 0, target, index).child(4)));
+            scene.data(part(target, index, nodes::kComponentsTarget)));
         return data != nullptr ? data->flattened() : std::vector<int>{-1};
     }
 

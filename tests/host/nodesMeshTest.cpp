@@ -65,6 +65,22 @@ TEST(Transform, takesALocalMatrixAroundItsPivots) {
 
 // --- meshes ------------------------------------------------------------------------------------------------
 
+TEST(ChildPlug, isFoundByNameWhateverTheOrder) {
+    Scene scene;
+    const auto pair = [](const char* first, const char* second) {
+        return graph::compound(
+            "pair", "pr",
+            {graph::number(first, std::string(1, *first)), graph::number(second, std::string(1, *second))});
+    };
+    scene.types().add({"forwards", "node", {pair("left", "right")}});
+    scene.types().add({"backwards", "node", {pair("right", "left")}});
+    for (const char* type : {"forwards", "backwards"}) {
+        const Plug compound = scene.createNode(*scene.types().find(type))->plug("pair");
+        EXPECT_EQ(nodes::childPlug(compound, "left").attribute().longName(), "left") << type;
+        EXPECT_EQ(nodes::childPlug(compound, "r").attribute().longName(), "right") << type;
+    }
+}
+
 TEST(Mesh, addsItsPntsToWhatComesIn) {
     Scene scene;
     const NodeRef shape = scene.row("thing", 3);

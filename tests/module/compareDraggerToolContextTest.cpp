@@ -5,7 +5,7 @@
 #include <ostream>
 #include <string>
 
-#include "api/session.h"
+#include "api/handles/session.h"
 #include "fixtures.h"
 #include "mel/tools.h"
 

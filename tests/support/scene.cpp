@@ -9,8 +9,8 @@
 #include <mutex>
 #include <utility>
 
-#include "api/pluginLoader.h"
-#include "api/session.h"
+#include "api/handles/session.h"
+#include "api/plugin/pluginLoader.h"
 #include "commands/commands.h"
 #include "graph/sceneDump.h"
 #include "mel/commandRegistry.h"

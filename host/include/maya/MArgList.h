@@ -38,7 +38,7 @@ class OPENMAYA_EXPORT MArgList {
     unsigned int flagIndex(const char* flag, const char* longFlag = nullptr) const;
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::ArgumentAccess;
 
     struct Words;
     std::unique_ptr<Words> words_;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <hostPrivate/access.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 #include <maya/MTypes.h>
@@ -48,8 +47,6 @@ class OPENMAYA_EXPORT MArgParser {
     MStatus getObjects(MStringArray& result) const;
 
   protected:
-    friend struct host::api::Access;
-
     struct Parsed;
     std::unique_ptr<Parsed> parsed_;
 };

@@ -42,7 +42,7 @@ class OPENMAYA_EXPORT MCommandResult {
     MString stringResult(MStatus* status = nullptr) const;
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::CommandAccess;
 
     struct Content;
     std::unique_ptr<Content> content_;

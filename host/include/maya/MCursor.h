@@ -22,7 +22,7 @@ class OPENMAYAUI_EXPORT MCursor {
     static const MCursor handCursor;
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::ToolAccess;
 
     explicit MCursor(const char* name);
 

@@ -43,7 +43,7 @@ class OPENMAYA_EXPORT MDGModifier {
     MStatus undoIt();
 
   protected:
-    friend struct host::api::Access;
+    friend struct host::api::ModifierAccess;
 
     struct Changes;
     std::unique_ptr<Changes> changes_;

@@ -57,7 +57,7 @@ class OPENMAYA_EXPORT MDagPath {
     MStatus set(const MDagPath& other);
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::PathAccess;
 
     MObject node_;
 };

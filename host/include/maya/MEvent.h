@@ -21,7 +21,7 @@ class OPENMAYAUI_EXPORT MEvent {
     MouseButtonType mouseButton(MStatus* status = nullptr) const;
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::ToolAccess;
 
     short x_ = 0;
     short y_ = 0;

@@ -26,7 +26,7 @@ class OPENMAYA_EXPORT MFnBase {
     virtual MStatus setObject(const MObject& object);
 
   protected:
-    friend struct host::api::Access;
+    friend struct host::api::FunctionSetAccess;
 
     MFnBase();
 

@@ -50,7 +50,7 @@ class OPENMAYA_EXPORT MFnDagNode : public MFnDependencyNode {
     MBoundingBox boundingBox(MStatus* status = nullptr) const;
 
   protected:
-    friend struct host::api::Access;
+    friend struct host::api::FunctionSetAccess;
 
     bool hasPath_ = false;  // attached to a DAG path, so that world space is known
 };

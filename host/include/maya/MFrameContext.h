@@ -15,7 +15,7 @@ class OPENMAYARENDER_EXPORT MFrameContext {
     MFrameContext& operator=(const MFrameContext&) = delete;
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::ToolAccess;
 
     MFrameContext() = default;
 };

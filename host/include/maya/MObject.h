@@ -31,7 +31,7 @@ class OPENMAYA_EXPORT MObject {
     static MObject kNullObj;
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::ObjectAccess;
 
     enum class Kind : unsigned char { Null, Node, World, Attribute, Component, Data, Plugin };
 

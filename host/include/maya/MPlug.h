@@ -118,7 +118,7 @@ class OPENMAYA_EXPORT MPlug {
     MStatus setString(const MString& value);
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::PlugAccess;
 
     static constexpr std::size_t kPlaceSize = 48;
 

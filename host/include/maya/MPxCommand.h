@@ -52,7 +52,7 @@ class OPENMAYA_EXPORT MPxCommand {
     static void appendToResult(const MStringArray& result);
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::CommandAccess;
 
     struct Call;
     // Named as in the host that these declarations follow: a local of either name in a command would hide

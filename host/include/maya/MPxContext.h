@@ -45,7 +45,7 @@ class OPENMAYAUI_EXPORT MPxContext {
     MStatus setCursor(const MCursor& cursor);
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::ToolAccess;
 
     struct State;
     std::unique_ptr<State> state_;

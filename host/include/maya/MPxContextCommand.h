@@ -41,7 +41,7 @@ class OPENMAYAUI_EXPORT MPxContextCommand {
     MArgParser parser(MStatus* status = nullptr) const;
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::ToolAccess;
 
     struct State;
     std::unique_ptr<State> state_;

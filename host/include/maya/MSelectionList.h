@@ -55,7 +55,7 @@ class OPENMAYA_EXPORT MSelectionList {
                   MergeStrategy strategy = kMergeNormal);
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::SelectionAccess;
 
     struct Items;
     std::unique_ptr<Items> items_;

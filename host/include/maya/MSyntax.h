@@ -52,7 +52,7 @@ class OPENMAYA_EXPORT MSyntax {
     bool canQuery() const;
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::SyntaxAccess;
 
     struct Table;
     explicit MSyntax(std::shared_ptr<Table> table);

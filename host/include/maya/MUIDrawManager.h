@@ -14,7 +14,7 @@ class OPENMAYARENDER_EXPORT MUIDrawManager {
     MUIDrawManager& operator=(const MUIDrawManager&) = delete;
 
   private:
-    friend struct host::api::Access;
+    friend struct host::api::ToolAccess;
 
     MUIDrawManager() = default;
     ~MUIDrawManager() = default;

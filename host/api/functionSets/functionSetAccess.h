@@ -1,0 +1,14 @@
+#pragma once
+
+#include <maya/MFnBase.h>
+#include <maya/MFnDagNode.h>
+
+namespace host::api {
+
+/// What a function set is attached to.
+struct FunctionSetAccess {
+    static const MObject& object(const MFnBase& functionSet) { return functionSet.object_; }
+    static bool hasPath(const MFnDagNode& functionSet) { return functionSet.hasPath_; }
+};
+
+}  // namespace host::api

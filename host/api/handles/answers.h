@@ -1,0 +1,95 @@
+#pragma once
+
+#include <maya/MStatus.h>
+
+#include <type_traits>
+#include <utility>
+
+#include "api/values/statusMaker.h"
+
+namespace host::api {
+
+// The statuses that the API's functions report most.
+inline MStatus missingObject() {
+    return StatusMaker::make(MStatus::kFailure, Explanation::objectDoesNotExist);
+}
+inline MStatus unknownObject() {
+    return StatusMaker::make(MStatus::kInvalidParameter, Explanation::objectDoesNotExist);
+}
+inline MStatus noElement() {
+    return StatusMaker::make(MStatus::kInvalidParameter, Explanation::noElementAtIndex);
+}
+inline MStatus incompatible() {
+    return StatusMaker::make(MStatus::kInvalidParameter, Explanation::incompatibleObject);
+}
+inline MStatus failure() {
+    return StatusMaker::make(MStatus::kFailure, Explanation::internalFailure);
+}
+
+/// Success where the arguments of a call fit.
+inline MStatus checkArguments(bool fit) {
+    return fit ? MStatus(MStatus::kSuccess) : MStatus(MStatus::kInvalidParameter);
+}
+
+/// A value, or the status that says why there is none. The value is moved on its way: where that costs, as
+/// with the handles, which only copy, answer with what the handle is made of.
+template <typename T>
+struct Answer {
+    Answer(T found) : value(std::move(found)) {}
+    Answer(const MStatus& failure) : status(failure) {}
+    Answer(MStatus::MStatusCode failure) : status(failure) {}
+
+    MStatus status{};
+    T value{};
+};
+
+/// The type of the value that a function gives, in an Answer or as it is.
+template <typename Given>
+struct AnswerOf {
+    using Type = Given;
+};
+template <typename T>
+struct AnswerOf<Answer<T>> {
+    using Type = T;
+};
+
+/// Reports success and gives the value.
+template <typename T>
+T succeeded(MStatus* status, T value) {
+    report(status, MStatus::kSuccess);
+    return value;
+}
+
+/// What give() gives, where the check holds. Otherwise, or where give() answers with a failure itself, a
+/// value made of `otherwise`, which is a default one unless there is one. Reports how it went.
+/// @param give  gives a value or an Answer
+template <typename Give, typename... Otherwise>
+auto answerIf(MStatus* status, const MStatus& check, const Give& give, const Otherwise&... otherwise) {
+    using Given = decltype(give());
+    using Result = typename AnswerOf<Given>::Type;
+    if constexpr (std::is_same_v<Given, Result>) {
+        report(status, check);
+        return check ? give() : Result(otherwise...);
+    } else {
+        Given given = check ? give() : Given(check);
+        report(status, given.status);
+        return given.status ? std::move(given.value) : Result(otherwise...);
+    }
+}
+
+/// As answerIf(), where the check is that what is asked is there.
+/// @param asked  what give() is called with: a shared pointer, or a plain one that give() takes by reference
+template <typename Asked, typename Give, typename... Otherwise>
+auto answer(MStatus* status, const Asked& asked, const Give& give, const Otherwise&... otherwise) {
+    const auto giveFrom = [&] {
+        if constexpr (std::is_pointer_v<Asked>) {
+            return give(*asked);
+        } else {
+            return give(asked);
+        }
+    };
+    return answerIf(status, asked != nullptr ? MStatus(MStatus::kSuccess) : missingObject(), giveFrom,
+                    otherwise...);
+}
+
+}  // namespace host::api
