@@ -28,7 +28,7 @@ struct Call {
 struct CommandTable {
     std::string command;
     std::vector<Call> calls;
-    Strings help;  // the lines of its help text, with single blanks
+    std::string help;  // its help text, as helpTexts.txt has it
     /// Arguments that ask for the help text, also beside flags and objects with which the command would do,
     /// or fail at, something else.
     Strings helpArguments;
@@ -50,6 +50,6 @@ const std::vector<CommandTable>& commandTables();
 
 /// Enters the rows of a command. For constants of namespace scope: the tables are complete once main runs.
 struct CommandRows {
-    CommandRows(std::string command, std::vector<Call> calls, Strings help,
+    CommandRows(std::string command, std::vector<Call> calls,
                 Strings helpArguments = {"-h", "-help bs", "-h base", "bs -h"});
 };

@@ -122,44 +122,6 @@ std::vector<Call> editWeightsCalls() {
     return calls;
 }
 
-const CommandRows kRows{
-    "dv_blendShapeEditWeights",
-    editWeightsCalls(),
-    {"",
-     "Description: Edit blend shape weights.",
-     "",
-     "Flags: dv_blendShapeEditWeights -h -help <n/a> this message",
-     "-add -add <n/a> add weights from a file",
-     "-del -delete <n/a> delete all weights",
-     "-ex -export <n/a> export weights to a file",
-     "-flp -flip <n/a> flip weights across the axis",
-     "-fl -flush <float> flush weights with value (1 clears all weights)",
-     "-f -freeze <n/a> multiply the weights into the target deltas",
-     "-fp -freezePaint <n/a> export or import the paint display",
-     "-gi -getIndices <n/a> return the stored indices",
-     "-gw -getWeights <n/a> return the stored weights",
-     "-im -import <n/a> import weights from a file",
-     "-iv -invert <n/a> invert weights",
-     "-m -mirror <n/a> mirror weights across the axis",
-     "-sw -setWeights <n/a> set the given weights",
-     "-sc -skinCluster <string> name of the skin cluster",
-     "-sub -subtract <n/a> subtract weights from a file",
-     "-t -trim <n/a> trim weights at the symmetry plane",
-     "-av -allValues <n/a> keep all values (invert mode)",
-     "-ax -axis <string> symmetry axis (optional, default: x)",
-     "-dir -direction <int> direction (optional, default: 1; positive to negative)",
-     "-fn -fileName <string> weight file",
-     "-i -index <int> target index (-1 for the base weights)",
-     "-ii -influenceIndex <int> index of the skin cluster influence",
-     "-ob -orderBased <string> use the vertex order from the given mesh",
-     "-om -originalMesh <string> original shape node",
-     "-sm -skinMesh <string> mesh with the skin cluster",
-     "-ti -targetItem <int> target item (freeze mode, default: 6000)",
-     "-tol -tolerance <float> tolerance value (optional, default: 0.001)",
-     "-w -weight <float> weight value (multi use)",
-     "-wi -weightIndex <int> vertex index of the weight (multi use)",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_blendShapeEditWeights -m -ax <string> -dir <int> -i <int> -om <string> -tol <float>",
-     "Return Value: int/intArray/floatArray (depending on the mode)"}};
+const CommandRows kRows{"dv_blendShapeEditWeights", editWeightsCalls()};
 
 }  // namespace

@@ -33,14 +33,6 @@ std::vector<Call> exportCalls() {
     };
 }
 
-const CommandRows kRows{
-    "dv_blendShapeExportData",
-    exportCalls(),
-    {"", "Description: Export blend shape targets to a json file.", "",
-     "Flags: dv_blendShapeExportData -h -help <n/a> this message",
-     "-cn -channelName <string> channel name (multi use)", "-d -delta <n/a> export deltas",
-     "-fn -fileName <string> file name for export", "-i -index <int> target index (multi use)",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_blendShapeExportData -d -fn <string> -i <int> -cn <string>", "Return Value: int"}};
+const CommandRows kRows{"dv_blendShapeExportData", exportCalls()};
 
 }  // namespace

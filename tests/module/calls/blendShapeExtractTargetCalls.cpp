@@ -142,14 +142,6 @@ std::vector<Call> extractCalls() {
     };
 }
 
-const CommandRows kRows{
-    "dv_blendShapeExtractTarget",
-    extractCalls(),
-    {"", "Description: Extracts an existing blend shape target.", "",
-     "Flags: dv_blendShapeExtractTarget -h -help <n/a> this message",
-     "-i -index <int> index of the source target channel", "-om -originalMesh <string> original shape node",
-     "-ti -targetItem <int> channel item to extract, i.e. 6000",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_blendShapeExtractTarget -i <int> -ti <int> -om <string>", "Return Value: string"}};
+const CommandRows kRows{"dv_blendShapeExtractTarget", extractCalls()};
 
 }  // namespace

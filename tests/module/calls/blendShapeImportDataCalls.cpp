@@ -63,16 +63,6 @@ std::vector<Call> importCalls() {
     };
 }
 
-const CommandRows kRows{
-    "dv_blendShapeImportData",
-    importCalls(),
-    {"", "Description: Export blend shape targets to a json file.", "",
-     "Flags: dv_blendShapeImportData -h -help <n/a> this message", "-d -delta <n/a> import deltas",
-     "-di -destinationIndex <int> destination target index for -remap (multi use)",
-     "-fn -fileName <string> file name for import",
-     "-ld -listDeltas <n/a> return a list with all delta items of the file", "-rm -remap <n/a> remap indices",
-     "-si -sourceIndex <int> source target index for -remap (multi use)",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_blendShapeImportData -d -fn <string>", "Return Value: int"}};
+const CommandRows kRows{"dv_blendShapeImportData", importCalls()};
 
 }  // namespace

@@ -95,31 +95,6 @@ std::vector<Call> mirrorCalls() {
     return calls;
 }
 
-const CommandRows kRows{
-    "dv_blendShapeMirrorTarget",
-    mirrorCalls(),
-    {"",
-     "Description: Mirrors an existing blend shape target.",
-     "",
-     "Flags: dv_blendShapeMirrorTarget -h -help <n/a> this message",
-     "-ax -axis <string> symmetry axis (optional, default: x)",
-     "-dir -direction <int> direction (optional, default: 1; positive to negative)",
-     "-f -flip <int> mirror the shape in place",
-     "-ib -inbetween <int> target is an in-between shape",
-     "-m -mesh <string> deformed mesh",
-     "-ob -orderBased <string> use the vertex order from the given mesh",
-     "-om -originalMesh <string> original shape node",
-     "-sc -skipComponents <string> list of components which should not be mirrored",
-     "-si -sourceIndex <int> index of the source target channel",
-     "-ti -targetIndex <int> index of the destination target channel (optional, important for duplication)",
-     "-tit -targetItem <int> target item value",
-     "-tn -targetName <string> name of the mirrored blend shape target (optional, important for duplication)",
-     "-tol -tolerance <float> tolerance value (optional, default: 0.001)",
-     "-tm -tweakMesh <string> name of the mesh the mirrored deltas should be applied to as tweaks",
-     "-t -type <int> mirror mode (0: mirror, 1: copy to opposite, 2: apply to opposite)",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_blendShapeMirrorTarget -ax <string> -dir <int> -f <int> -ib <int> -m <string> -om <string> "
-     "-si <int> -t <int> -ti <int> -tn <string> -tol <float> -tit <int>",
-     "Return Value: int"}};
+const CommandRows kRows{"dv_blendShapeMirrorTarget", mirrorCalls()};
 
 }  // namespace

@@ -35,13 +35,6 @@ std::vector<Call> removeCalls() {
     return calls;
 }
 
-const CommandRows kRows{
-    "dv_blendShapeRemoveDeltas",
-    removeCalls(),
-    {"", "Description: Removes the blend shape deltas for the selected components.", "",
-     "Flags: dv_blendShapeRemoveDeltas -h -help <n/a> this message",
-     "-i -index <int> index of the source target channel", "-ti -targetItem <int> target position",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_blendShapeRemoveDeltas -i <int> -ti <int>", "Return Value: int"}};
+const CommandRows kRows{"dv_blendShapeRemoveDeltas", removeCalls()};
 
 }  // namespace

@@ -56,15 +56,6 @@ std::vector<Call> replaceCalls() {
     return calls;
 }
 
-const CommandRows kRows{
-    "dv_blendShapeReplaceTarget",
-    replaceCalls(),
-    {"", "Description: Replaces an existing blend shape target.", "",
-     "Flags: dv_blendShapeReplaceTarget -h -help <n/a> this message",
-     "-i -index <int> index of the source target channel", "-m -mesh <string> target mesh",
-     "-om -originalMesh <string> original shape node", "-ti -targetItem <float> channel value to replace",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_blendShapeReplaceTarget -i <int> -m <string> -om <string> -ti <float>",
-     "Return Value: int"}};
+const CommandRows kRows{"dv_blendShapeReplaceTarget", replaceCalls()};
 
 }  // namespace

@@ -46,13 +46,6 @@ std::vector<Call> moveCalls() {
     return calls;
 }
 
-const CommandRows kRows{
-    "dv_blendShapeSetInbetweenPosition",
-    moveCalls(),
-    {"", "Description: Moves an in-between target to a new position.", "",
-     "Flags: dv_blendShapeSetInbetweenPosition -h -help <n/a> this message",
-     "-i -index <int> index of the source target channel", "-sp -sourcePosition <int> current position",
-     "-tp -targetPosition <int> result position", "Usage: Execute the command with the following arguments:",
-     "Execute: dv_blendShapeSetInbetweenPosition -i <int> -sp <int> -tp <int>", "Return Value: int"}};
+const CommandRows kRows{"dv_blendShapeSetInbetweenPosition", moveCalls()};
 
 }  // namespace

@@ -32,19 +32,6 @@ std::vector<Call> splitCalls() {
     return calls;
 }
 
-const CommandRows kRows{
-    "dv_blendShapeSplitTarget",
-    splitCalls(),
-    {"", "Description: Splits an existing blend shape target.", "",
-     "Flags: dv_blendShapeSplitTarget -h -help <n/a> this message",
-     "-ax -axis <string> symmetry axis (optional, default: x)", "-b -blend <float> blend width value",
-     "-c -center <float> split center position", "-i -index <int> index of the source target channel",
-     "-iv -invert <int> switches between the positive or negative side",
-     "-om -originalMesh <string> original shape node",
-     "-tol -tolerance <float> tolerance value (optional, default: 0.001)",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_blendShapeSplitTarget -ax <string> -b <float> -c <float> -i <int> -iv <int> -om <string> "
-     "-tol <float>",
-     "Return Value: int"}};
+const CommandRows kRows{"dv_blendShapeSplitTarget", splitCalls()};
 
 }  // namespace

@@ -14,13 +14,6 @@ std::vector<Call> messageCalls() {
     };
 }
 
-const CommandRows kRows{
-    "dv_displayMessage",
-    messageCalls(),
-    {"", "Description: Print the given message.", "", "Flags: dv_displayMessage -h -help <n/a> this message",
-     "-e -error <string> error message", "-i -info <string> info message",
-     "-w -warning <string> warning message", "Usage: Execute the command with the following arguments:",
-     "Execute: dv_displayMessage -i <string>", "Return Value: n/a"},
-    {"-h", "-help -e broken", "-w careful -h"}};
+const CommandRows kRows{"dv_displayMessage", messageCalls(), {"-h", "-help -e broken", "-w careful -h"}};
 
 }  // namespace

@@ -228,21 +228,6 @@ std::vector<Call> allCalls() {
     return calls;
 }
 
-const CommandRows kRows{
-    "dv_editRegionMap",
-    allCalls(),
-    {"", "Description: Edit the current region map.", "",
-     "Flags: dv_editRegionMap -h -help <n/a> this message",
-     "-atm -addToMap <n/a> add the current edits to the map",
-     "-ap -append <n/a> append unassigned weights to the region", "-cl -clear <n/a> clear the indexed region",
-     "-col -color <int> display as black and white (0), colored (1) or colorRamp (2) vertex colors",
-     "-dw -distributeWeight <int> distribute remaining weight to influencing regions",
-     "-e -edit <n/a> load the indexed region for editing", "-ex -export <n/a> export weights to a file",
-     "-fn -fileName <string> file name for export/import", "-im -import <n/a> import weights from a file",
-     "-i -index <int> index of the current region",
-     "-m -mesh <string> mesh shape (needed for clear, import and color)",
-     "-res -restore <int> stores the current region data (0) or restores the previous data (1)",
-     "Usage: Execute the command with the following arguments:", "Execute: dv_editRegionMap",
-     "Return Value: int"}};
+const CommandRows kRows{"dv_editRegionMap", allCalls()};
 
 }  // namespace

@@ -30,13 +30,6 @@ std::vector<Call> tweakCalls() {
     };
 }
 
-const CommandRows kRows{
-    "dv_editTweakNode",
-    tweakCalls(),
-    {"", "Description: Bake and remove tweak node edits.", "",
-     "Flags: dv_editTweakNode -h -help <n/a> this message",
-     "-b -bake <int> bake the edits to the original mesh", "-om -originalMesh <string> original shape node",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_editTweakNode -b <int> -om <string>", "Return Value: int"}};
+const CommandRows kRows{"dv_editTweakNode", tweakCalls()};
 
 }  // namespace

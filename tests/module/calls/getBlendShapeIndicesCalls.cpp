@@ -37,11 +37,6 @@ std::vector<Call> indicesCalls() {
     };
 }
 
-const CommandRows kRows{"dv_getBlendShapeIndices",
-                        indicesCalls(),
-                        {"", "Description: Get all weight indices of the blend shape deformer.", "",
-                         "Flags: dv_getBlendShapeIndices -h -help <n/a> this message",
-                         "Usage: Execute the command with the following arguments:",
-                         "Execute: dv_getBlendShapeIndices <string>", "Return Value: int[]"}};
+const CommandRows kRows{"dv_getBlendShapeIndices", indicesCalls()};
 
 }  // namespace

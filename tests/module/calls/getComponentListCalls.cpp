@@ -36,13 +36,6 @@ std::vector<Call> listCalls() {
 
 const CommandRows kRows{"dv_getComponentList",
                         listCalls(),
-                        {"", "Description: Returns a flat index list for the given component attribute.", "",
-                         "Flags: dv_getComponentList -h -help <n/a> this message",
-                         "-at -attribute <string> the component attribute",
-                         "-sl -select <string> select the components of the given mesh",
-                         "-ct -componentType <int> type of component selection (0: vertex, 1: edge, 2: face)",
-                         "Usage: Execute the command with the following arguments:",
-                         "Execute: dv_getComponentList -at <string>", "Return Value: <int> array"},
                         {"-h", "-help -at bs.it[0].itg[0].iti[6000].ict -sl base -ct 0", "-at ghost -h"}};
 
 }  // namespace

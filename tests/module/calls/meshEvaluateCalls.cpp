@@ -65,12 +65,6 @@ std::vector<Call> evaluateCalls() {
     };
 }
 
-const CommandRows kRows{"dv_meshEvaluate",
-                        evaluateCalls(),
-                        {"", "Description: Get the shape or intermediate shape nodes of a mesh.", "",
-                         "Flags: dv_meshEvaluate -h -help <n/a> this message",
-                         "-i -intermediate <n/a> get the intermediate shape node",
-                         "Usage: Execute the command with the following arguments:",
-                         "Execute: dv_meshEvaluate", "Return Value: int"}};
+const CommandRows kRows{"dv_meshEvaluate", evaluateCalls()};
 
 }  // namespace

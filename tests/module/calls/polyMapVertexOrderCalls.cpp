@@ -39,20 +39,6 @@ std::vector<Call> mapVertexOrderCalls() {
     };
 }
 
-const CommandRows kRows{
-    "dv_polyMapVertexOrder",
-    mapVertexOrderCalls(),
-    {"", "Description: Creates a reversed vertex order and stores it on the given target mesh.", "",
-     "Flags: dv_polyMapVertexOrder -h -help <n/a> this message",
-     "-atm -addToMap <n/a> add to the map based on two selected edges", "-a -axis <string> symmetry axis",
-     "-ck -check <n/a> check if all mapping indices are set; selects the symmetric components if "
-     "vertices are selected",
-     "-ct -copyTo <string> copy the vertex mapping to the given mesh",
-     "-sl -select <n/a> select all found components", "-sm -selectMapped <n/a> select all mapped components",
-     "-su -selectUnmapped <n/a> select all unmapped components",
-     "-tol -tolerance <float> tolerance value (optional, default: 0.0001)",
-     "-v -verbose <int> output info to the script editor (0: none, 1: simple, 2: full)",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_polyMapVertexOrder -a <string> -tol <float> polyName", "Return Value: int"}};
+const CommandRows kRows{"dv_polyMapVertexOrder", mapVertexOrderCalls()};
 
 }  // namespace

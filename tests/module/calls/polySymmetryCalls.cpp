@@ -37,17 +37,6 @@ std::vector<Call> symmetryCalls() {
     };
 }
 
-const CommandRows kRows{
-    "dv_polySymmetry",
-    symmetryCalls(),
-    {"", "Description: Checks for mesh symmetry. Returns 1 if the mesh is symmetrical.", "",
-     "Flags: dv_polySymmetry -h -help <n/a> this message",
-     "-atm -addToMap <n/a> add the symmetry ids to the vertex order map",
-     "-aom -applyOrderMap <string> name of the mesh with the symmetry map",
-     "-ax -axis <string> symmetry axis (optional, default: x)",
-     "-dir -direction <int> direction (optional, default: 1; positive to negative)",
-     "-tol -tolerance <float> tolerance value (optional, default: 0.001)",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_polySymmetry -a <int> -ax <string> -dir <int> -tol <float> polyName", "Return Value: int"}};
+const CommandRows kRows{"dv_polySymmetry", symmetryCalls()};
 
 }  // namespace

@@ -50,15 +50,6 @@ std::vector<Call> sculptCalls() {
     };
 }
 
-const CommandRows kRows{
-    "dv_sculptExtractDeltaMesh",
-    sculptCalls(),
-    {"",
-     "Description: Generates a delta mesh based on the given sculpt result and the intermediate shape node.",
-     "", "Flags: dv_sculptExtractDeltaMesh -h -help <n/a> this message",
-     "-c -compare <n/a> compares if both meshes are identical", "-m -mesh <string> mesh with skin cluster",
-     "-om -originalMesh <string> original shape node",
-     "Usage: Execute the command with the following arguments:",
-     "Execute: dv_sculptExtractDeltaMesh -m <string> -om <string>", "Return Value: int"}};
+const CommandRows kRows{"dv_sculptExtractDeltaMesh", sculptCalls()};
 
 }  // namespace
