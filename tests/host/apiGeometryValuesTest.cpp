@@ -351,26 +351,6 @@ TEST(MBoundingBox, emptyOneLiesAtTheOriginAndHoldsNothing) {
     EXPECT_FALSE(box.contains(MPoint(1, 2, 3)));
 }
 
-TEST(MBoundingBox, takesAnyTwoOppositeCorners) {
-    const MBoundingBox box(MPoint(3, -1, 5), MPoint(1, 4, 0));
-    EXPECT_TRUE(box.min() == MPoint(1, -1, 0));
-    EXPECT_TRUE(box.max() == MPoint(3, 4, 5));
-    EXPECT_EQ(box.width(), 2);
-    EXPECT_EQ(box.height(), 5);
-    EXPECT_EQ(box.depth(), 5);
-    EXPECT_TRUE(box.center() == MPoint(2, 1.5, 2.5));
-}
-
-TEST(MBoundingBox, includesItsFaces) {
-    const MBoundingBox box(MPoint(0, 0, 0), MPoint(1, 2, 3));
-    for (const MPoint& inside : {MPoint(0, 0, 0), MPoint(1, 2, 3), MPoint(0.5, 2, 1), MPoint(0.5, 1, 1)}) {
-        EXPECT_TRUE(box.contains(inside));
-    }
-    for (const MPoint& outside : {MPoint(-1e-9, 1, 1), MPoint(0.5, 2.1, 1), MPoint(0.5, 1, 3.0001)}) {
-        EXPECT_FALSE(box.contains(outside));
-    }
-}
-
 TEST(MBoundingBox, growsToHoldPointsAndBoxes) {
     MBoundingBox box;
     box.expand(MPoint(1, 1, 1));
@@ -378,25 +358,6 @@ TEST(MBoundingBox, growsToHoldPointsAndBoxes) {
     box.expand(MBoundingBox(MPoint(0.5, 0, 4), MPoint(0.6, 1, 5)));
     EXPECT_TRUE(box.min() == MPoint(0, 0, 1));
     EXPECT_TRUE(box.max() == MPoint(1, 3, 5));
-}
-
-TEST(MBoundingBox, intersectsWhatItTouches) {
-    const MBoundingBox box(MPoint(0, 0, 0), MPoint(1, 1, 1));
-    EXPECT_TRUE(box.intersects(MBoundingBox(MPoint(1, 0, 0), MPoint(2, 1, 1))));
-    EXPECT_FALSE(box.intersects(MBoundingBox(MPoint(1.1, 0, 0), MPoint(2, 1, 1))));
-    EXPECT_TRUE(box.intersects(MBoundingBox(MPoint(1.1, 0, 0), MPoint(2, 1, 1)), 0.2));
-    EXPECT_TRUE(box.intersects(MBoundingBox(MPoint(-9, -9, -9), MPoint(9, 9, 9))));
-}
-
-TEST(MBoundingBox, holdsItsTransformedCorners) {
-    const double rows[4][4] = {{0, 1, 0, 0}, {-1, 0, 0, 0}, {0, 0, 1, 0}, {10, 0, 0, 1}};
-    MBoundingBox box(MPoint(0, 0, 0), MPoint(1, 2, 3));
-    box.transformUsing(matrixOf(rows));
-    EXPECT_TRUE(box.min() == MPoint(8, 0, 0));
-    EXPECT_TRUE(box.max() == MPoint(10, 1, 3));
-    MBoundingBox empty;
-    empty.transformUsing(matrixOf(rows));
-    EXPECT_FALSE(empty.contains(MPoint(10, 0, 0)));
 }
 
 TEST(MColor, isOpaqueBlackByDefaultAndKeepsAlphaInArithmetic) {

@@ -147,20 +147,6 @@ TEST_P(Rotations, decompositionIgnoresScaleAndTranslation) {
     }
 }
 
-TEST_P(Rotations, alternateSolutionIsTheSameRotationByOtherAngles) {
-    for (int i = 0; i < 50; ++i) {
-        const MEulerRotation original = rotation(kPi);
-        const MEulerRotation alternate = original.alternateSolution();
-        EXPECT_EQ(alternate.order, original.order);
-        EXPECT_TRUE(alternate.asMatrix().isEquivalent(original.asMatrix(), 1e-12));
-        EXPECT_FALSE(alternate.isEquivalent(original, 1e-3));
-        EXPECT_TRUE(alternate.alternateSolution().isEquivalent(original, 1e-12));
-        MEulerRotation set;
-        EXPECT_TRUE(set.setToAlternateSolution(original) == alternate);
-        EXPECT_TRUE(MEulerRotation(original).setToAlternateSolution() == alternate);
-    }
-}
-
 TEST_P(Rotations, closestCutAddsWholeTurnsOnly) {
     for (int i = 0; i < 50; ++i) {
         const MEulerRotation original = rotation();
@@ -334,45 +320,6 @@ TEST(MQuaternion, takesOneDirectionToAnother) {
     }
     const MQuaternion half(MVector::xAxis, MVector::yAxis, 0.5);
     EXPECT_TRUE(MVector::xAxis.rotateBy(half).isEquivalent(MVector(1, 1, 0).normal()));
-}
-
-TEST(MQuaternion, slerpRunsAlongTheShorterArcAtAnEvenPace) {
-    const MQuaternion start(0.2, MVector::zAxis);
-    const MQuaternion end(1.4, MVector::zAxis);
-    for (const double t : {0.0, 0.25, 0.5, 1.0}) {
-        const MMatrix expected = aboutAxis(2, 0.2 + 1.2 * t);
-        EXPECT_TRUE(slerp(start, end, t).asMatrix().isEquivalent(expected));
-        EXPECT_TRUE(slerp(start, -end, t).asMatrix().isEquivalent(expected));
-        EXPECT_TRUE(slerp(start, start, t).isEquivalent(start));
-    }
-}
-
-TEST(MQuaternion, halfTurnsComeBackFromTheirMatrix) {
-    for (const MVector& axis :
-         {MVector::xAxis, MVector::yAxis, MVector::zAxis, MVector(1, 1, 0), MVector(0, 1, -1)}) {
-        const MQuaternion turned(kPi, axis);
-        MQuaternion read;
-        read = turned.asMatrix();
-        EXPECT_TRUE(read.asMatrix().isEquivalent(turned.asMatrix(), 1e-9));
-        EXPECT_NEAR(read.normal().x * turned.x + read.y * turned.y + read.z * turned.z + read.w * turned.w,
-                    read.x * turned.x + read.y * turned.y + read.z * turned.z < 0 ? -1.0 : 1.0, 1e-9);
-    }
-}
-
-TEST(MQuaternion, inPlaceFormsDoWhatTheirNamesakesDo) {
-    MQuaternion quaternion(1, 2, 3, 4);
-    const MQuaternion original = quaternion;
-    EXPECT_TRUE(quaternion.conjugateIt() == original.conjugate());
-    EXPECT_TRUE(quaternion.conjugateIt() == original);
-    EXPECT_TRUE(quaternion.negateIt() == -original);
-    EXPECT_TRUE(quaternion.scaleIt(-2.0) == original + original);
-    EXPECT_TRUE(quaternion - original == original);
-    EXPECT_TRUE(quaternion.normalizeIt().isEquivalent(original.normal()));
-    EXPECT_TRUE(quaternion.invertIt().isEquivalent(original.normal().conjugate()));
-    double elements[4] = {};
-    original.get(elements);
-    EXPECT_TRUE(MQuaternion(elements) == original);
-    EXPECT_EQ(original[3], 4.0);
 }
 
 TEST(MTransformationMatrix, appliesScaleShearRotationAndTranslationInThatOrder) {

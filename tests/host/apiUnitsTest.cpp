@@ -162,28 +162,4 @@ TEST(MUuid, textRoundTrips) {
     EXPECT_TRUE(copy == uuid);
 }
 
-TEST(MUuid, refusesOtherTexts) {
-    for (const char* text : {"", "0123456789ABCDEF0123456789ABCDEF", "01234567-89AB-CDEF-0123-456789ABCDEG",
-                             "01234567-89AB-CDEF-0123-456789ABCDEF0", "0123456-789AB-CDEF-0123-456789ABCDEF",
-                             "01234567-89AB-CDEF-0123_456789ABCDEF"}) {
-        MStatus status;
-        EXPECT_FALSE(MUuid(text, &status).valid()) << text;
-        EXPECT_EQ(status, MS::kInvalidParameter) << text;
-    }
-}
-
-TEST(MUuid, generatedOnesDiffer) {
-    std::set<std::string> seen;
-    for (int i = 0; i < 1000; ++i) {
-        MUuid uuid;
-        EXPECT_EQ(uuid.generate(), MS::kSuccess);
-        EXPECT_TRUE(uuid.valid());
-        const std::string text = uuid.asString().asChar();
-        EXPECT_EQ(text[14], '4') << "version digit of " << text;
-        EXPECT_NE(std::string("89AB").find(text[19]), std::string::npos) << "variant digit of " << text;
-        seen.insert(text);
-    }
-    EXPECT_EQ(seen.size(), 1000U);
-}
-
 }  // namespace
