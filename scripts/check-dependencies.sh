@@ -14,14 +14,15 @@ set -euo pipefail
 
 # Rooms that each room may know besides itself. Kept in step with docs/architecture.md.
 declare -A known_rooms=(
-    [graph]=""
-    [geometry]=""
+    [text]=""
+    [graph]="text"
+    [geometry]="text"
     [platform]=""
-    [mel]="graph"
-    [nodes]="graph geometry"
-    [commands]="graph geometry nodes mel platform"
-    [api]="graph geometry nodes mel commands platform"
-    [batch]="graph geometry nodes mel commands api platform"
+    [mel]="graph text"
+    [nodes]="graph geometry text"
+    [commands]="graph geometry nodes mel platform text"
+    [api]="graph geometry nodes mel commands platform text"
+    [batch]="graph geometry nodes mel commands api platform text"
 )
 
 # Rooms of host/api. What they may know of the other rooms is the row of api above.

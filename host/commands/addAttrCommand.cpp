@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <memory>
 #include <optional>
@@ -7,6 +6,7 @@
 #include "commands/attributeValues.h"
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "text/numbers.h"
 
 namespace host::commands {
 
@@ -79,10 +79,10 @@ std::vector<std::string> enumNames(const std::string& text) {
         const std::string part = text.substr(from, colon - from);
         const std::size_t equals = part.find('=');
         if (equals != std::string::npos) {
-            std::size_t given = next;
-            std::from_chars(part.data() + equals + 1, part.data() + part.size(), given);
+            const auto given = text::readNumber<int>(std::string_view(part).substr(equals + 1));
             // A field may number its values as it likes; they are kept by number.
-            if (given < 65536) next = given;
+            const bool isKept = given.length > 0 && given.value >= 0 && given.value < 65536;
+            if (isKept) next = static_cast<std::size_t>(given.value);
         }
         if (names.size() <= next) names.resize(next + 1);
         names[next++] = part.substr(0, equals);

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -10,25 +9,22 @@
 #include "geometry/lineScanner.h"
 #include "geometry/objFile.h"
 #include "geometry/textFile.h"
+#include "text/numbers.h"
 
 namespace host::geometry {
 
 namespace {
 
-enum class NumberState { good, malformed, tooLarge };
+enum class NumberState { Good, Malformed, TooLarge };
 
 /// A coordinate from a whole word. Numbers too small for single precision become zero.
 NumberState parseCoordinate(std::string_view word, float& value) {
-    const char* first = word.data();
-    const char* last = first + word.size();
-    if (word.size() > 1 && word[0] == '+' && word[1] != '-') ++first;
-    const auto [end, code] = std::from_chars(first, last, value);
-    if (end != last || code == std::errc::invalid_argument) return NumberState::malformed;
-    if (code == std::errc()) return std::isfinite(value) ? NumberState::good : NumberState::malformed;
-    // Out of range says neither at which end nor leaves a value.
-    value = 0.0F;
-    const bool small = word.find("e-") != word.npos || word.find("E-") != word.npos;
-    return small ? NumberState::good : NumberState::tooLarge;
+    if (word.size() > 1 && word[0] == '+' && word[1] != '-') word.remove_prefix(1);
+    const auto number = text::readNumber<float>(word);
+    if (number.length == 0 || number.length != word.size()) return NumberState::Malformed;
+    if (number.isTooLarge) return NumberState::TooLarge;
+    value = number.value;
+    return std::isfinite(value) ? NumberState::Good : NumberState::Malformed;
 }
 
 /// The part of the text under one `o` line.
@@ -91,8 +87,8 @@ class ObjParser {
             if (word.empty()) return fail("a vertex needs three numbers");
             float value = 0.0F;
             const NumberState state = parseCoordinate(word, value);
-            if (state != NumberState::good) {
-                const char* what = state == NumberState::tooLarge ? "' is too large" : "' is not a number";
+            if (state != NumberState::Good) {
+                const char* what = state == NumberState::TooLarge ? "' is too large" : "' is not a number";
                 return fail("'" + std::string(word.substr(0, 40)) + what);
             }
             points_.push_back(value);
@@ -135,15 +131,11 @@ class ObjParser {
                 ++at;
                 continue;
             }
-            std::int64_t number = 0;
-            const auto [after, code] = std::from_chars(at, end, number);
-            if (code == std::errc::invalid_argument) return malformedCorner(word);
-            if (code != std::errc()) number = std::numeric_limits<std::int64_t>::max();
-            if (!checkReference(static_cast<Reference>(kind), number,
-                                {at, static_cast<std::size_t>(after - at)})) {
+            const auto number = text::readNumber<std::int64_t>({at, static_cast<std::size_t>(end - at)});
+            if (number.length == 0) return malformedCorner(word);
+            if (!checkReference(static_cast<Reference>(kind), number.value, {at, number.length}))
                 return false;
-            }
-            at = after;
+            at += number.length;
             if (at == end) return true;
             if (*at != '/' || kind == kNormal) return malformedCorner(word);
             ++at;

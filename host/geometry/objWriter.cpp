@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 
 #include "geometry/objFile.h"
+#include "text/numbers.h"
 
 namespace host::geometry {
 
@@ -17,10 +17,8 @@ void appendName(std::string& text, const std::string& name) {
 
 template <typename Number>
 void appendNumber(std::string& text, Number number) {
-    char digits[32];
-    const auto [end, code] = std::to_chars(digits, digits + sizeof digits, number);
     text += ' ';
-    text.append(digits, end);
+    text::appendShortest(text, number);
 }
 
 void appendVertices(std::string& text, const Mesh& mesh) {

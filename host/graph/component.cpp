@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdint>
 #include <iterator>
 #include <utility>
+
+#include "text/numbers.h"
 
 namespace host::graph {
 
@@ -211,20 +212,15 @@ std::optional<ComponentWord> parseComponentWord(std::string_view text) {
     if (!kind) return std::nullopt;
     ComponentWord word;
     word.kind = *kind;
-    const char* at = text.data() + open + 1;
-    const char* end = text.data() + text.size() - 1;
-    if (end - at == 1 && *at == '*') {
+    const std::string_view indices = text.substr(open + 1, text.size() - open - 2);
+    if (indices == "*") {
         word.all = true;
         word.run = {0, -1};
         return word;
     }
-    const auto first = std::from_chars(at, end, word.run.first);
-    if (first.ec != std::errc() || word.run.first < 0) return std::nullopt;
-    word.run.last = word.run.first;
-    if (first.ptr == end) return word;
-    if (*first.ptr != ':') return std::nullopt;
-    const auto last = std::from_chars(first.ptr + 1, end, word.run.last);
-    if (last.ec != std::errc() || last.ptr != end || word.run.last < word.run.first) return std::nullopt;
+    const auto range = text::readIndexRange(indices);
+    if (!range) return std::nullopt;
+    word.run = {range->first, range->last};
     return word;
 }
 

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
+
+#include "text/numbers.h"
 
 namespace host::graph {
 
@@ -53,15 +54,12 @@ bool parsePart(std::string_view text, PathPart& part) {
     if (part.name.empty()) return false;
     if (open == std::string_view::npos) return true;
     if (text.back() != ']') return false;
-    const char* at = text.data() + open + 1;
-    const char* end = text.data() + text.size() - 1;
-    const auto first = std::from_chars(at, end, part.first);
-    if (first.ec != std::errc() || part.first < 0) return false;
-    part.last = part.first;
+    const auto range = text::readIndexRange(text.substr(open + 1, text.size() - open - 2));
+    if (!range) return false;
     part.hasIndex = true;
-    if (first.ptr == end) return true;
-    const auto last = std::from_chars(first.ptr + 1, end, part.last);
-    return *first.ptr == ':' && last.ec == std::errc() && last.ptr == end && part.last >= part.first;
+    part.first = range->first;
+    part.last = range->last;
+    return true;
 }
 
 const Attribute* descendant(const Attribute& above, std::string_view name) {

@@ -1,15 +1,14 @@
 #include "graph/valueText.h"
 
-#include <charconv>
 #include <cstdint>
+
+#include "text/numbers.h"
 
 namespace host::graph {
 
 void appendText(std::string& text, double value) {
-    char digits[40];
-    const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
     text += ' ';
-    text.append(digits, end);
+    text::appendShortest(text, value);
 }
 
 void appendText(std::string& text, const std::string& value) {

@@ -1,9 +1,9 @@
 #include "mel/numberText.h"
 
-#include <charconv>
 #include <cstdint>
 #include <limits>
-#include <system_error>
+
+#include "text/numbers.h"
 
 namespace host::mel {
 
@@ -88,10 +88,7 @@ double toDouble(const Decimal& decimal, std::string_view text) {
         return decimal.exponent < 0 ? mantissa / kPowers[-decimal.exponent]
                                     : mantissa * kPowers[decimal.exponent];
     }
-    double value = 0;
-    if (std::from_chars(text.data(), text.data() + text.size(), value).ec != std::errc::result_out_of_range)
-        return value;
-    return decimal.exponent < 0 ? 0.0 : std::numeric_limits<double>::infinity();
+    return text::readNumber<double>(text).value;
 }
 
 ParsedNumber hexadecimal(std::string_view text, std::size_t start, bool negative) {
@@ -115,23 +112,11 @@ ParsedNumber hexadecimal(std::string_view text, std::size_t start, bool negative
 }  // namespace
 
 void appendFloat(std::string& text, double value) {
-    char buffer[32];
-    const auto [end, code] =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, kShownDigits);
-    text.append(buffer, end);
+    text::appendRounded(text, value, kShownDigits);
 }
 
 void appendInt(std::string& text, int value) {
-    char buffer[12];
-    char* at = buffer + sizeof buffer;
-    const bool negative = value < 0;
-    auto rest = negative ? 0u - static_cast<unsigned>(value) : static_cast<unsigned>(value);
-    do {
-        *--at = static_cast<char>('0' + rest % 10);
-        rest /= 10;
-    } while (rest != 0);
-    if (negative) *--at = '-';
-    text.append(at, static_cast<std::size_t>(buffer + sizeof buffer - at));
+    text::appendShortest(text, value);
 }
 
 std::optional<ParsedNumber> parseNumberPrefix(std::string_view text) {

@@ -1,11 +1,10 @@
 #include "api/values/textForms.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <limits>
-#include <system_error>
+
+#include "text/numbers.h"
 
 namespace host::api {
 
@@ -13,23 +12,6 @@ namespace {
 
 constexpr double kWholeNumberLimit = 1e15;
 constexpr char32_t kReplacement = 0xfffd;
-
-// The longest double in full, before its decimals.
-constexpr std::size_t kMostDigits = 320;
-
-std::string printed(double value, std::chars_format form, int precision) {
-    std::string text(kMostDigits + static_cast<std::size_t>(precision), '\0');
-    text.resize(static_cast<std::size_t>(
-        std::to_chars(text.data(), text.data() + text.size(), value, form, precision).ptr - text.data()));
-    return text;
-}
-
-/// Of a number that no double can hold, without its sign: whether it is too small rather than too large.
-bool isTooSmall(std::string_view number) {
-    const std::size_t exponent = number.find_first_of("eE");
-    if (exponent != std::string_view::npos) return number.substr(exponent + 1, 1) == "-";
-    return number.front() == '0' || number.front() == '.';
-}
 
 /// How many bytes follow a leading byte; -1 for a byte that cannot lead.
 int continuationCount(unsigned char lead) {
@@ -88,11 +70,15 @@ std::string numberText(double value, int digits) {
     if (std::fabs(value) < kWholeNumberLimit && std::trunc(value) == value) {
         return std::to_string(static_cast<std::int64_t>(value));
     }
-    return printed(value, std::chars_format::general, digits);
+    std::string text;
+    text::appendRounded(text, value, digits);
+    return text;
 }
 
 std::string fixedText(double value, int decimals) {
-    return printed(value, std::chars_format::fixed, std::max(decimals, 0));
+    std::string text;
+    text::appendFixed(text, value, decimals);
+    return text;
 }
 
 LeadingNumber leadingNumber(std::string_view text) {
@@ -102,13 +88,9 @@ LeadingNumber leadingNumber(std::string_view text) {
     const std::string_view number = text.substr(first);
     // A second sign is no number.
     if (number.empty() || number.front() == '-') return {};
-    double value = 0.0;
-    const auto [end, code] = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (code == std::errc::invalid_argument) return {};
-    const auto length = static_cast<std::size_t>(end - number.data());
-    if (code == std::errc::result_out_of_range)
-        value = isTooSmall(number.substr(0, length)) ? 0.0 : std::numeric_limits<double>::infinity();
-    return {isNegative ? -value : value, first + length};
+    const auto read = text::readNumber<double>(number);
+    if (read.length == 0) return {};
+    return {isNegative ? -read.value : read.value, first + read.length};
 }
 
 std::wstring wideFromUtf8(std::string_view text) {
