@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# clang-tidy on the module, with the compile commands of a configured and built directory.
+# clang-tidy on the module and the host, with the compile commands of a configured and built directory.
 #
 #   scripts/check-tidy.sh [build-directory]     default: build/release
 set -euo pipefail
@@ -11,7 +11,7 @@ if [[ ! -f "$build/compile_commands.json" ]]; then
     exit 1
 fi
 
-find source -name '*.cpp' -print0 | sort -z |
+find source host -name '*.cpp' -print0 | sort -z |
     xargs -0 --no-run-if-empty -n 1 -P "$(nproc)" clang-tidy -p "$build" --quiet 2>&1 |
     { grep -vE '^[0-9]+ warnings? generated\.$' || true; }
-echo "check-tidy: $(find source -name '*.cpp' | wc -l) files in order"
+echo "check-tidy: $(find source host -name '*.cpp' | wc -l) files in order"

@@ -211,7 +211,7 @@ std::string rotateRelatively(graph::Graph& graph, const NodeRef& transform, cons
     if (arguments.isSet("euler")) return writeTriple(graph, transform, "rotate", parts.rotate + angles);
     const bool isXyz = arguments.isSet("forceOrderXYZ");
     const Matrix4 turn =
-        geometry::rotationMatrix(angles, isXyz ? geometry::RotateOrder::xyz : parts.rotateOrder);
+        geometry::rotationMatrix(angles, isXyz ? geometry::RotateOrder::Xyz : parts.rotateOrder);
     const Matrix4 own = ownRotation(graph, transform);
     if (request.space == Space::Object) return setOwnRotation(graph, transform, turn * own);
     if (request.space == Space::Local) return setOwnRotation(graph, transform, own * turn);

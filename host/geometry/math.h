@@ -99,10 +99,10 @@ Vec3 transformPoint(const Vec3& p, const Matrix4& matrix);
 Vec3 transformVector(const Vec3& v, const Matrix4& matrix);
 
 /// Which axis turns first, second and third; the numbers are those of a transform's rotateOrder attribute.
-enum class RotateOrder { xyz = 0, yzx, zxy, xzy, yxz, zyx };
+enum class RotateOrder { Xyz = 0, Yzx, Zxy, Xzy, Yxz, Zyx };
 
 /// Rotation matrix of three angles in radians, `angles.x` always being the one about x.
-Matrix4 rotationMatrix(const Vec3& angles, RotateOrder order = RotateOrder::xyz);
+Matrix4 rotationMatrix(const Vec3& angles, RotateOrder order = RotateOrder::Xyz);
 
 /// Angles in radians of the rotation in the upper 3x3 of `matrix`, which must be orthonormal.
 ///
@@ -122,7 +122,7 @@ struct TransformParts {
     Vec3 rotate;
     Vec3 scale{1.0, 1.0, 1.0};
     Vec3 shear;
-    RotateOrder rotateOrder = RotateOrder::xyz;
+    RotateOrder rotateOrder = RotateOrder::Xyz;
     Vec3 rotateAxis;   ///< xyz order, applied before rotate
     Vec3 jointOrient;  ///< xyz order, applied after rotate
     Vec3 inverseParentScale{1.0, 1.0,
@@ -141,7 +141,7 @@ Matrix4 composeTransform(const TransformParts& parts);
 ///
 /// A mirrored matrix gives three negative scales. A row of length zero gives scale 0 and no shear; the
 /// rotation is then completed to any right-handed one.
-TransformParts decomposeTransform(const Matrix4& matrix, RotateOrder order = RotateOrder::xyz);
+TransformParts decomposeTransform(const Matrix4& matrix, RotateOrder order = RotateOrder::Xyz);
 
 /// Axis-aligned box. The empty box has both corners at the origin and contains nothing.
 struct BoundingBox {

@@ -149,7 +149,7 @@ std::vector<float> vertexNormals(const Mesh& mesh, NormalWeighting weighting) {
         const int count = corners.size();
         for (int corner = 0; corner < count; ++corner) {
             double weight = 1.0;
-            if (weighting == NormalWeighting::angle) {
+            if (weighting == NormalWeighting::Angle) {
                 const Vec3 at = mesh.point(corners[corner]);
                 weight = angleBetween(mesh.point(corners[(corner + 1) % count]) - at,
                                       mesh.point(corners[(corner + count - 1) % count]) - at);

@@ -84,10 +84,10 @@ Vec3 faceAreaVector(const Mesh& mesh, int face);
 /// Unit normal, zero where the face has no area.
 Vec3 faceNormal(const Mesh& mesh, int face);
 
-enum class NormalWeighting { uniform, angle };
+enum class NormalWeighting { Uniform, Angle };
 
 /// Unit normal per vertex, x y z each: the faces' normals, equal or by their angle at the vertex. Zero for
 /// vertices without a face that has an area.
-std::vector<float> vertexNormals(const Mesh& mesh, NormalWeighting weighting = NormalWeighting::angle);
+std::vector<float> vertexNormals(const Mesh& mesh, NormalWeighting weighting = NormalWeighting::Angle);
 
 }  // namespace host::geometry

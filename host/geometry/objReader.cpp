@@ -57,7 +57,7 @@ class ObjParser {
 
   private:
     /// What a corner's three numbers point to, in that order.
-    enum Reference { kPosition, kTexture, kNormal, kReferenceCount };
+    enum Reference { Position, Texture, Normal, ReferenceCount };
 
     void fail(const std::string& text) {
         if (error_.empty()) error_ = "line " + std::to_string(scanner_.line()) + ": " + text;
@@ -68,8 +68,8 @@ class ObjParser {
         if (keyword.empty()) return;
         if (keyword == "v") return parseVertex();
         if (keyword == "f" || keyword == "fo") return parseFace();
-        if (keyword == "vt") return countReference(kTexture);
-        if (keyword == "vn") return countReference(kNormal);
+        if (keyword == "vt") return countReference(Texture);
+        if (keyword == "vn") return countReference(Normal);
         if (keyword == "g") return parseGroup();
         if (keyword == "o") return beginObject(scanner_.rest());
         static constexpr std::array<std::string_view, 15> kPassedOver{
@@ -81,7 +81,7 @@ class ObjParser {
     }
 
     void parseVertex() {
-        if (counts_[kPosition] >= kMostComponents) return fail("there are too many vertices");
+        if (counts_[Position] >= kMostComponents) return fail("there are too many vertices");
         for (int axis = 0; axis < 3; ++axis) {
             const std::string_view word = scanner_.word();
             if (word.empty()) return fail("a vertex needs three numbers");
@@ -93,7 +93,7 @@ class ObjParser {
             }
             points_.push_back(value);
         }
-        ++counts_[kPosition];
+        ++counts_[Position];
     }
 
     void countReference(Reference kind) {
@@ -126,8 +126,8 @@ class ObjParser {
     bool parseCorner(std::string_view word) {
         const char* at = word.data();
         const char* end = at + word.size();
-        for (int kind = kPosition; kind < kReferenceCount; ++kind) {
-            if (kind == kTexture && at != end && *at == '/') {
+        for (int kind = Position; kind < ReferenceCount; ++kind) {
+            if (kind == Texture && at != end && *at == '/') {
                 ++at;
                 continue;
             }
@@ -137,7 +137,7 @@ class ObjParser {
                 return false;
             at += number.length;
             if (at == end) return true;
-            if (*at != '/' || kind == kNormal) return malformedCorner(word);
+            if (*at != '/' || kind == Normal) return malformedCorner(word);
             ++at;
         }
         return malformedCorner(word);
@@ -151,7 +151,7 @@ class ObjParser {
     /// Adds a position to the corners; numbers count from 1, negative ones back from the last that is
     /// defined.
     bool checkReference(Reference kind, std::int64_t number, std::string_view written) {
-        static constexpr std::array<const char*, kReferenceCount> kNames{"vertex", "texture coordinate",
+        static constexpr std::array<const char*, ReferenceCount> kNames{"vertex", "texture coordinate",
                                                                          "normal"};
         const std::int64_t count = counts_[kind];
         const std::int64_t index = number < 0 ? count + number : number - 1;
@@ -160,7 +160,7 @@ class ObjParser {
                  ", but only " + std::to_string(count) + " are defined");
             return false;
         }
-        if (kind == kPosition) corners_.push_back(static_cast<int>(index));
+        if (kind == Position) corners_.push_back(static_cast<int>(index));
         return true;
     }
 
@@ -168,7 +168,7 @@ class ObjParser {
         endGroupRuns();
         ObjectPart& part = parts_.emplace_back();
         part.name = name;
-        part.firstVertex = counts_[kPosition];
+        part.firstVertex = counts_[Position];
         part.firstFace = faceCounts_.size();
         part.firstCorner = corners_.size();
         groupStart_ = faceCounts_.size();
@@ -217,11 +217,11 @@ class ObjParser {
             addObject(result, parts_[0], std::move(points_), std::move(faceCounts_), std::move(corners_));
             return result;
         }
-        isUsed_.assign(counts_[kPosition], false);
+        isUsed_.assign(counts_[Position], false);
         for (int vertex : corners_)
             isUsed_[vertex] = true;
-        lastPart_.assign(counts_[kPosition], -1);
-        numberInPart_.assign(counts_[kPosition], 0);
+        lastPart_.assign(counts_[Position], -1);
+        numberInPart_.assign(counts_[Position], 0);
         for (std::size_t i = 0; i < parts_.size() && result.ok(); ++i)
             addPart(result, static_cast<int>(i));
         return result;
@@ -233,7 +233,7 @@ class ObjParser {
         const bool isLast = number + 1 == static_cast<int>(parts_.size());
         const std::size_t faceEnd = isLast ? faceCounts_.size() : parts_[number + 1].firstFace;
         const std::size_t cornerEnd = isLast ? corners_.size() : parts_[number + 1].firstCorner;
-        const int vertexEnd = isLast ? counts_[kPosition] : parts_[number + 1].firstVertex;
+        const int vertexEnd = isLast ? counts_[Position] : parts_[number + 1].firstVertex;
 
         std::vector<int> corners(corners_.data() + part.firstCorner, corners_.data() + cornerEnd);
         std::vector<int> vertices;
@@ -277,7 +277,7 @@ class ObjParser {
     LineScanner scanner_;
     std::string error_;
     std::vector<float> points_;
-    std::array<int, kReferenceCount> counts_{};
+    std::array<int, ReferenceCount> counts_{};
     std::vector<int> faceCounts_;
     std::vector<int> corners_;
     std::vector<ObjectPart> parts_;

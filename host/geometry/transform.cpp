@@ -18,17 +18,17 @@ struct OrderAxes {
 
 OrderAxes axesOf(RotateOrder order) {
     switch (order) {
-        case RotateOrder::xyz:
+        case RotateOrder::Xyz:
             return {0, 1, 2, false};
-        case RotateOrder::yzx:
+        case RotateOrder::Yzx:
             return {1, 2, 0, false};
-        case RotateOrder::zxy:
+        case RotateOrder::Zxy:
             return {2, 0, 1, false};
-        case RotateOrder::xzy:
+        case RotateOrder::Xzy:
             return {0, 2, 1, true};
-        case RotateOrder::yxz:
+        case RotateOrder::Yxz:
             return {1, 0, 2, true};
-        case RotateOrder::zyx:
+        case RotateOrder::Zyx:
             return {2, 1, 0, true};
     }
     return {0, 1, 2, false};

@@ -74,7 +74,7 @@ void appendRow(WeightRows& rows, int vertex, const graph::NumberMulti* weights) 
 }
 
 /// A weight of 0 takes no element, but undo brings back one that was set by hand.
-enum class Zeros { kDropped, kKept };
+enum class Zeros { Dropped, Kept };
 
 /// Writes one row without recording. @param weights  where it goes
 /// @param present  what is there now, null for nothing
@@ -82,7 +82,7 @@ void writeRow(graph::Graph& graph, const graph::Plug& weights, const WeightRows&
               const graph::NumberMulti* present, Zeros zeros) {
     std::vector<std::pair<int, double>> wanted;
     for (std::size_t k = rows.starts[row]; k < rows.starts[row + 1]; ++k) {
-        if (zeros == Zeros::kKept || rows.weights[k] != 0.0)
+        if (zeros == Zeros::Kept || rows.weights[k] != 0.0)
             wanted.emplace_back(rows.influences[k], rows.weights[k]);
     }
     if (present != nullptr) {
@@ -96,7 +96,7 @@ void writeRow(graph::Graph& graph, const graph::Plug& weights, const WeightRows&
 }
 
 void writeRows(graph::Graph& graph, const graph::NodeRef& skinCluster, const WeightRows& rows,
-               Zeros zeros = Zeros::kDropped) {
+               Zeros zeros = Zeros::Dropped) {
     const graph::RecordingScope silent(graph, nullptr);
     const graph::Plug list = skinCluster->plug("weightList");
     const graph::Attribute& weights = weightsBelow(list);
@@ -201,7 +201,7 @@ void setWeightRows(graph::Graph& graph, const graph::NodeRef& skinCluster, const
     writeRows(graph, skinCluster, rows);
     graph.recorder()->add(
         [skinCluster, before, list, fresh = std::move(fresh)](graph::Graph& scene) {
-            writeRows(scene, skinCluster, *before, Zeros::kKept);
+            writeRows(scene, skinCluster, *before, Zeros::Kept);
             const graph::RecordingScope silent(scene, nullptr);
             for (auto vertex = fresh.rbegin(); vertex != fresh.rend(); ++vertex)
                 scene.removeElement(list.element(*vertex));

@@ -18,7 +18,7 @@ geometry::RotateOrder rotateOrderOf(graph::Graph& graph, const graph::NodeRef& t
     const double value = graph.number(named(transform, "rotateOrder"));
     // A number from a connection may be anything.
     return value >= 0.0 && value <= 5.0 ? static_cast<geometry::RotateOrder>(static_cast<int>(value))
-                                        : geometry::RotateOrder::xyz;
+                                        : geometry::RotateOrder::Xyz;
 }
 
 geometry::Matrix4 matrixAt(graph::Graph& graph, const graph::NodeRef& node, std::string_view name) {

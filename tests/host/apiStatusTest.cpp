@@ -70,29 +70,29 @@ TEST_P(MStatusTexts, namesCodeAndExplanation) {
 INSTANTIATE_TEST_SUITE_P(
     All, MStatusTexts,
     testing::Values(
-        Explained{MS::kInvalidParameter, Explanation::objectDoesNotExist,
+        Explained{MS::kInvalidParameter, Explanation::ObjectDoesNotExist,
                   "(kInvalidParameter): Object does not exist"},
-        Explained{MS::kInvalidParameter, Explanation::noElementAtIndex,
+        Explained{MS::kInvalidParameter, Explanation::NoElementAtIndex,
                   "(kInvalidParameter): No element at given index"},
-        Explained{MS::kInvalidParameter, Explanation::incompatibleObject,
+        Explained{MS::kInvalidParameter, Explanation::IncompatibleObject,
                   "(kInvalidParameter): Object is incompatible with this method"},
-        Explained{MS::kFailure, Explanation::objectDoesNotExist, "(kFailure): Object does not exist"},
-        Explained{MS::kFailure, Explanation::internalFailure, "(kFailure): Unexpected Internal Failure"},
-        Explained{MS::kFailure, Explanation::ofCode, "(kFailure): Unexpected Internal Failure"}));
+        Explained{MS::kFailure, Explanation::ObjectDoesNotExist, "(kFailure): Object does not exist"},
+        Explained{MS::kFailure, Explanation::InternalFailure, "(kFailure): Unexpected Internal Failure"},
+        Explained{MS::kFailure, Explanation::OfCode, "(kFailure): Unexpected Internal Failure"}));
 
 TEST(MStatus, isSuccessUnlessToldOtherwise) {
     MStatus status;
     EXPECT_TRUE(status);
     status = MS::kNotFound;
     EXPECT_FALSE(status);
-    status = StatusMaker::make(MS::kFailure, Explanation::objectDoesNotExist);
+    status = StatusMaker::make(MS::kFailure, Explanation::ObjectDoesNotExist);
     status.clear();
     EXPECT_TRUE(status);
     EXPECT_STREQ(status.errorString().asChar(), MStatus().errorString().asChar());
 }
 
 TEST(MStatus, losesItsExplanationWithANewCode) {
-    MStatus status = StatusMaker::make(MS::kInvalidParameter, Explanation::objectDoesNotExist);
+    MStatus status = StatusMaker::make(MS::kInvalidParameter, Explanation::ObjectDoesNotExist);
     status = MS::kFailure;
     EXPECT_STREQ(status.errorString().asChar(), "(kFailure): Unexpected Internal Failure");
 }
@@ -107,7 +107,7 @@ TEST(MStatus, reportFillsInOnlyWhatIsThere) {
 TEST(MStatus, writesReportsToTheErrorStream) {
     testing::internal::CaptureStderr();
     testing::internal::CaptureStdout();
-    const MStatus status = StatusMaker::make(MS::kInvalidParameter, Explanation::objectDoesNotExist);
+    const MStatus status = StatusMaker::make(MS::kInvalidParameter, Explanation::ObjectDoesNotExist);
     status.perror("findPlug");
     status.perror(MString("again"));
     status.pAPIerror("common", 342);

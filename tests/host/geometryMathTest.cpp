@@ -8,8 +8,8 @@ namespace {
 
 using namespace host::geometry;
 
-constexpr RotateOrder kOrders[] = {RotateOrder::xyz, RotateOrder::yzx, RotateOrder::zxy,
-                                   RotateOrder::xzy, RotateOrder::yxz, RotateOrder::zyx};
+constexpr RotateOrder kOrders[] = {RotateOrder::Xyz, RotateOrder::Yzx, RotateOrder::Zxy,
+                                   RotateOrder::Xzy, RotateOrder::Yxz, RotateOrder::Zyx};
 
 void expectNear(const Vec3& a, const Vec3& b, double tolerance = 1e-12) {
     for (int i = 0; i < 3; ++i)
@@ -38,8 +38,8 @@ TEST(Math, quarterTurnsFollowTheRowVectorConvention) {
     expectNear(transformPoint({0, 0, 1}, rotationMatrix({0, quarter, 0})), {1, 0, 0});
     expectNear(transformPoint({1, 0, 0}, rotationMatrix({0, 0, quarter})), {0, 1, 0});
     // x turns first in xyz and last in zyx.
-    expectNear(transformPoint({0, 1, 0}, rotationMatrix({quarter, quarter, 0}, RotateOrder::xyz)), {1, 0, 0});
-    expectNear(transformPoint({0, 1, 0}, rotationMatrix({quarter, quarter, 0}, RotateOrder::zyx)), {0, 0, 1});
+    expectNear(transformPoint({0, 1, 0}, rotationMatrix({quarter, quarter, 0}, RotateOrder::Xyz)), {1, 0, 0});
+    expectNear(transformPoint({0, 1, 0}, rotationMatrix({quarter, quarter, 0}, RotateOrder::Zyx)), {0, 0, 1});
 }
 
 TEST_P(RotateOrderTest, ordersNameTheAxesInTheOrderOfTurning) {

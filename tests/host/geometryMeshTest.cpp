@@ -75,7 +75,7 @@ TEST(Mesh, vertexNormalsAreWeightedAsAskedFor) {
                                       {3, 3, 4, 4}, {0, 2, 1, 0, 3, 2, 0, 1, 5, 4, 0, 4, 6, 3});
     ASSERT_TRUE(cut.ok()) << cut.error;
     const std::vector<float> angle = vertexNormals(cut.mesh);
-    const std::vector<float> uniform = vertexNormals(cut.mesh, NormalWeighting::uniform);
+    const std::vector<float> uniform = vertexNormals(cut.mesh, NormalWeighting::Uniform);
     for (std::size_t axis = 0; axis < 3; ++axis)
         EXPECT_NEAR(angle[axis], -0.57735027, 1e-6);
     EXPECT_NEAR(uniform[2], -2.0 / std::sqrt(6.0), 1e-6);

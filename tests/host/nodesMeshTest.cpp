@@ -53,7 +53,7 @@ TEST(Transform, takesALocalMatrixAroundItsPivots) {
     nodes::setScale(scene, source, vec(2, 3, 4));
     nodes::setShear(scene, source, vec(0.1, 0.2, 0.3));
     const NodeRef target = scene.make("transform", "target");
-    nodes::setRotateOrder(scene, target, geometry::RotateOrder::zxy);
+    nodes::setRotateOrder(scene, target, geometry::RotateOrder::Zxy);
     nodes::setTripleAt(scene, scene.at("target.rotatePivot"), vec(5, 0, 1));
     nodes::setTripleAt(scene, scene.at("target.scalePivot"), vec(0, 6, 0));
     nodes::setTripleAt(scene, scene.at("target.rotateAxis"), vec(0.2, 0, 0.1));

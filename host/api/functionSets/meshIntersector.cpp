@@ -48,8 +48,8 @@ MStatus MMeshIntersector::create(MObject& meshObject, const MMatrix& matrix) {
     tree_.reset();
     const host::nodes::MeshPtr mesh = host::api::meshOf(meshObject);
     if (mesh == nullptr) return meshObject.isNull() ? host::api::missingObject() : host::api::incompatible();
-    tree_.reset(new Tree{host::geometry::ClosestPointTree(mesh->mesh, host::api::fromMatrix(matrix),
-                                                          host::api::faceTieRule())});
+    tree_ = std::make_unique<Tree>(Tree{host::geometry::ClosestPointTree(
+        mesh->mesh, host::api::fromMatrix(matrix), host::api::faceTieRule())});
     return MStatus::kSuccess;
 }
 

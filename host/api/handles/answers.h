@@ -11,19 +11,19 @@ namespace host::api {
 
 // The statuses that the API's functions report most.
 inline MStatus missingObject() {
-    return StatusMaker::make(MStatus::kFailure, Explanation::objectDoesNotExist);
+    return StatusMaker::make(MStatus::kFailure, Explanation::ObjectDoesNotExist);
 }
 inline MStatus unknownObject() {
-    return StatusMaker::make(MStatus::kInvalidParameter, Explanation::objectDoesNotExist);
+    return StatusMaker::make(MStatus::kInvalidParameter, Explanation::ObjectDoesNotExist);
 }
 inline MStatus noElement() {
-    return StatusMaker::make(MStatus::kInvalidParameter, Explanation::noElementAtIndex);
+    return StatusMaker::make(MStatus::kInvalidParameter, Explanation::NoElementAtIndex);
 }
 inline MStatus incompatible() {
-    return StatusMaker::make(MStatus::kInvalidParameter, Explanation::incompatibleObject);
+    return StatusMaker::make(MStatus::kInvalidParameter, Explanation::IncompatibleObject);
 }
 inline MStatus failure() {
-    return StatusMaker::make(MStatus::kFailure, Explanation::internalFailure);
+    return StatusMaker::make(MStatus::kFailure, Explanation::InternalFailure);
 }
 
 /// Success where the arguments of a call fit.

@@ -30,7 +30,7 @@ class ApiTool final : public mel::Tool {
     void enter() override;
     void leave() override;
     bool takesMouse() const override { return true; }
-    bool handle(const mel::MouseEvent& event) override;
+    bool handle(const mel::MouseEvent& source) override;
 
     MPxContextCommand& command() { return *command_; }
 

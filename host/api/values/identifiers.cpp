@@ -59,8 +59,8 @@ MUuid::MUuid(const unsigned char* uuid) {
     std::copy(uuid, uuid + 16, bytes_);
 }
 
-MUuid::MUuid(const MString& value, MStatus* ReturnStatus) {
-    host::api::report(ReturnStatus, parse(value, bytes_) ? MStatus::kSuccess : MStatus::kInvalidParameter);
+MUuid::MUuid(const MString& value, MStatus* status) {
+    host::api::report(status, parse(value, bytes_) ? MStatus::kSuccess : MStatus::kInvalidParameter);
 }
 
 bool MUuid::operator==(const MUuid& other) const {

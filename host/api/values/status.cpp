@@ -76,15 +76,15 @@ MStatus StatusMaker::make(MStatus::MStatusCode code, Explanation explanation) {
 
 const char* StatusMaker::text(const MStatus& status) {
     switch (static_cast<Explanation>(status.explanation_)) {
-        case Explanation::ofCode:
+        case Explanation::OfCode:
             return generalText(status.code_);
-        case Explanation::objectDoesNotExist:
+        case Explanation::ObjectDoesNotExist:
             return "Object does not exist";
-        case Explanation::noElementAtIndex:
+        case Explanation::NoElementAtIndex:
             return "No element at given index";
-        case Explanation::incompatibleObject:
+        case Explanation::IncompatibleObject:
             return "Object is incompatible with this method";
-        case Explanation::internalFailure:
+        case Explanation::InternalFailure:
             return "Unexpected Internal Failure";
     }
     return generalText(status.code_);

@@ -6,11 +6,11 @@ namespace host::api {
 
 /// Why a call failed, where the host says more than its code does.
 enum class Explanation : unsigned char {
-    ofCode = 0,  ///< the code's own general text
-    objectDoesNotExist,
-    noElementAtIndex,
-    incompatibleObject,
-    internalFailure
+    OfCode = 0,  ///< the code's own general text
+    ObjectDoesNotExist,
+    NoElementAtIndex,
+    IncompatibleObject,
+    InternalFailure
 };
 
 /// Makes statuses that carry an explanation and reads it back.

@@ -185,8 +185,8 @@ MStatus MTransformationMatrix::addShear(const double shear[3], MSpace::Space spa
     return allowed;
 }
 
-MVector MTransformationMatrix::getTranslation(MSpace::Space space, MStatus* ReturnStatus) const {
-    const MStatus allowed = report(ReturnStatus, translationSpace(space));
+MVector MTransformationMatrix::getTranslation(MSpace::Space space, MStatus* status) const {
+    const MStatus allowed = report(status, translationSpace(space));
     return allowed ? MVector(translate_) : MVector();
 }
 

@@ -107,9 +107,9 @@ MVector MVector::rotateBy(const double rotXYZ[3], MTransformationMatrix::Rotatio
     return rotateBy(MEulerRotation(rotXYZ, eulerOrder(rotationOrder)));
 }
 
-MVector MVector::rotateBy(MVector::Axis axis, const double theta) const {
+MVector MVector::rotateBy(MVector::Axis axis, const double angle) const {
     MEulerRotation rotation;
-    if (axis != kWaxis) rotation[static_cast<unsigned int>(axis)] = theta;
+    if (axis != kWaxis) rotation[static_cast<unsigned int>(axis)] = angle;
     return rotateBy(rotation);
 }
 
