@@ -98,8 +98,8 @@ class ModuleCommand : public MPxCommand {
     virtual CallOutcome edit() = 0;
     /// Does again what edit() did and restore() reverted.
     virtual CallOutcome redo() { return edit(); }
-    /// Reverts what the last edit() or redo() changed, even if that ended half way with an error. Does
-    /// nothing if nothing was changed.
+    /// Reverts what the last edit() or redo() changed, also if an error stopped it after a part of its
+    /// changes. Does nothing if nothing was changed.
     virtual CallOutcome restore() { return CallOutcome(); }
 
     /// A failure if the arguments do not match the syntax. Then no flag seems to be set.

@@ -25,14 +25,14 @@ constexpr int kFullItem = 6000;
 /// Target index that means the base weights of the deformer, in functions for weight lists.
 constexpr int kBaseWeights = -1;
 
-/// The plug inputTarget[0].inputTargetGroup[target]; the group need not exist.
+/// The plug inputTarget[0].inputTargetGroup[target]. The group need not exist.
 MPlug getTargetGroupPlug(const MObject& blendShape, int target);
 
-/// The component list plug of an item; the item need not exist.
+/// The component list plug of an item. The item need not exist.
 /// @return the status of the look-up by name
 MStatus getComponentsTargetPlug(const MObject& blendShape, int target, int item, MPlug& plug);
 
-/// The delta points plug of an item; the item need not exist.
+/// The delta points plug of an item. The item need not exist.
 /// @return the status of the look-up by name
 MStatus getPointsTargetPlug(const MObject& blendShape, int target, int item, MPlug& plug);
 
@@ -48,7 +48,7 @@ bool hasTargetItem(const MObject& blendShape, int target, int item);
 /// Whether a mesh is connected to an item. If so, the deltas are computed from that mesh whenever it changes.
 bool isTargetItemLive(const MObject& blendShape, int target, int item);
 
-/// Existing item indices of a target, ascending; empty when it has none.
+/// Existing item indices of a target, ascending; empty if there are none.
 MIntArray getTargetItemIndices(const MObject& blendShape, int target);
 
 /// Makes the deformer compute its first geometry. Deltas that come from a connected target mesh do not exist
@@ -86,7 +86,7 @@ MPlug getWeightsPlug(const MObject& blendShape, int target);
 MStatus setWeightValues(const MObject& blendShape, int target, const MIntArray& vertices,
                         const MDoubleArray& values);
 
-/// Whether a target has a group; a target that has only a weight has none yet. Does not create one.
+/// Whether a target has a group. A target may have only a weight. Does not create a group.
 bool hasTargetGroup(const MObject& blendShape, int target);
 
 /// Removes an item of a target with everything in it. Removes nothing if the item cannot be removed.
