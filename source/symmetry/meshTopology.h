@@ -21,8 +21,8 @@ class IndexRange {
     const int* last_;
 };
 
-/// One list of numbers per item, stored in two arrays: list i is values[offsets[i]] .. values[offsets[i + 1]
-/// - 1].
+/// One list of numbers per item, stored in two arrays. List i begins at values[offsets[i]] and ends before
+/// values[offsets[i + 1]].
 struct IndexLists {
     std::vector<int> offsets{0};
     std::vector<int> values;

@@ -19,9 +19,8 @@ struct PartnerSearch {
 /// Reads the meshes of a search. The order mesh is used only if the search is order-based.
 ///
 /// Empty names are left out, and so is an order mesh with the name of the mesh. The remaining names are used
-/// in this order, whatever they were given as: the first is the mesh, the second the order mesh, the third
-/// the further one. If there is no second, the order mesh is the mesh itself. If there is no name at all,
-/// nothing is set.
+/// by their position alone: the first is the mesh, the second the order mesh, the third the further one. If
+/// there is no second, the order mesh is the mesh itself. If there is no name at all, nothing is set.
 /// @param orderName    "" for the mesh itself
 /// @param furtherName  "" for none
 /// @param error        what is wrong with one of them
