@@ -28,9 +28,11 @@ class FileContent {
 /// exceptions below.
 ///
 /// The text goes to a temporary file in the same folder. close() puts it in place of the old file, with the
-/// permissions of the old file. If the name is a link, the file that it leads to is replaced. Two kinds of
-/// files are written in place, from the first piece on: a device, and a file whose folder allows no new
-/// files.
+/// permissions of the old file. If the name is a link, the file that it leads to is replaced.
+///
+/// Written in place, from the first piece on: a device; an existing file in a folder that allows no new
+/// files; a file whose permissions the temporary file cannot get. If close() cannot replace the old file, it
+/// copies the text over it.
 class OutputFile {
   public:
     OutputFile() = default;
