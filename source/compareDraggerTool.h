@@ -11,10 +11,9 @@
 /// it is compared with, and scrubs the time. The blend is the weight of target 10000 of a blend shape.
 ///
 /// When the mouse button is pressed, the tool reads its settings from option variables:
-///     "DELVENSculptCompareToolList"    "start time,end time,speed,restore time,blend shape"; the speed is
-///     the
-///                                      change of the weight per pixel, in percent
+///     "DELVENSculptCompareToolList"    "start time,end time,speed,restore time,blend shape"
 ///     "DELVENCompareDraggerToolStep"   read and stored; nothing uses it
+/// The speed is the change of the weight per pixel, in percent.
 ///
 /// Each drag event calls the script procedure delvenSculpt_compareSculpt before it sets the weight. Releasing
 /// the button calls delvenSculpt_resetCompare. A drag cannot be undone. All handlers succeed even if a script

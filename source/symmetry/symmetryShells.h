@@ -64,7 +64,7 @@ struct ScanInput {
 ///
 /// The candidate is the vertex nearest to the plane; among equals, the first in scan order (faces ascending,
 /// corners in face order). Exception: while there is no candidate, a vertex on the plane counts only if it
-/// has a neighbour on the plane, and then becomes the candidate. Its distance is not recorded, so a later
+/// has a neighbour on the plane, and then becomes the candidate. Its distance is not recorded, so the next
 /// vertex replaces it. Deliberate (docs/compatibility.md): the maps that are stored in scenes depend on it.
 /// @param markedFaces  a face of each shell for which the user gave a start. Such a shell is not scanned: its
 ///                     box is at the origin, and its candidate is that of the shell before
