@@ -22,7 +22,7 @@ namespace {
 constexpr const char* kReadError = "Unable to open file for reading";
 constexpr const char* kWriteError = "Unable to open file for writing";
 
-/// Vertices of the first selected object, of whatever mesh; empty where something else is selected.
+/// The vertices of the first selected object, on any mesh. Empty if something else is selected.
 MIntArray selectedVertices() {
     MSelectionList selection;
     MGlobal::getActiveSelectionList(selection);
@@ -40,7 +40,7 @@ const CommandInfo& blendShapeEditWeights::info() {
     static const CommandInfo description{
         kName,
         "Edit blend shape weights.",
-        // The help text has always shown the first flag like this; users look for it there.
+        // Deliberate: docs/compatibility.md.
         {{"-aw", "-addWeights", MSyntax::kNoArg, "add weights from a file", false, {"-add", "-add"}},
          {"-del", "-delete", MSyntax::kNoArg, "delete all weights"},
          {"-ex", "-export", MSyntax::kNoArg, "export weights to a file"},
@@ -77,7 +77,7 @@ const CommandInfo& blendShapeEditWeights::info() {
     return description;
 }
 
-/// In the order in which they win where several are asked for.
+/// In the order of precedence, for a call that asks for several.
 const std::vector<blendShapeEditWeights::Mode>& blendShapeEditWeights::modes() {
     using Self = blendShapeEditWeights;
     // flag, run, isQuery, needsMesh, needsWeights, isUndone
@@ -125,7 +125,7 @@ void blendShapeEditWeights::readFlags(const MArgDatabase& arguments) {
     isSkin_ = arguments.isFlagSet("-sc");
     readFlag(arguments, "-ti", item_);
     readFlag(arguments, "-tol", search_.tolerance);
-    // Kept in single precision, as the kit's option variables are.
+    // In single precision, like the option variables of the kit's scripts.
     search_.tolerance = static_cast<float>(search_.tolerance);
     for (const double value : readFlagUses<double>(arguments, "-w"))
         given_.values.append(value);
@@ -145,7 +145,7 @@ CallOutcome blendShapeEditWeights::readObjects(const MArgDatabase& arguments, co
         readFlag(arguments, "-sm", meshName);
     }
     readFlag(arguments, "-ob", orderName);
-    // Deliberate: also where the skin mesh stands in for the original mesh.
+    // Deliberate: -originalMesh also if the skin mesh replaces it in this call.
     if (orderName.length() == 0) orderName = originalName;
     readFlag(arguments, "-sc", skinName);
     readFlag(arguments, "-ii", influence);
@@ -179,8 +179,8 @@ bool blendShapeEditWeights::readMeshes(const MString& meshName, const MString& o
     return true;
 }
 
-/// Whether there are weights to work on. A target that does not exist has none to be asked for, but
-/// must not come into being by an edit.
+/// Checks that the target exists, because an edit must not create it. A query may name a target that does not
+/// exist: it has no weights.
 CallOutcome blendShapeEditWeights::checkTarget(const MObject& blendShape) const {
     if (target_ == kBaseWeights || (isQuery() && target_ >= 0)) return CallOutcome();
     return TargetEditor(blendShape).checkTarget(target_);
@@ -243,8 +243,8 @@ CallOutcome blendShapeEditWeights::setWeights() {
     return CallOutcome();
 }
 
-/// Makes a change for the first time, which redo makes again.
-/// @param weights  what it writes; not used by kFrozen
+/// Makes a change for the first time. redo() makes it again.
+/// @param weights  what the change writes; not used for kFrozen
 CallOutcome blendShapeEditWeights::apply(Change change, const WeightList& weights) {
     change_ = change;
     written_ = weights;
@@ -253,7 +253,7 @@ CallOutcome blendShapeEditWeights::apply(Change change, const WeightList& weight
     return outcome;
 }
 
-/// Makes the change.
+/// Makes the change, in edit() and in redo().
 CallOutcome blendShapeEditWeights::write() {
     const MObject blendShape = aliveObject(blendShape_);
     hasChanged_ = isUndone_;
@@ -283,8 +283,8 @@ CallOutcome blendShapeEditWeights::write() {
     }
 }
 
-/// Weights from outside as they are stored: without those near 1, except in the base weights, and
-/// nothing at all where each is exactly 1.
+/// The given weights as they are stored: without those near 1, except in the base weights; empty if they add
+/// up to exactly their number.
 WeightList blendShapeEditWeights::storable(const WeightList& weights) const {
     WeightList stored;
     double sum = 0.0;
@@ -301,7 +301,7 @@ WeightList blendShapeEditWeights::storable(const WeightList& weights) const {
     return areAllOne ? WeightList() : stored;
 }
 
-/// Every vertex of the mesh gets 1 minus its weight; without a mesh nothing is left.
+/// Every vertex of the mesh gets 1 minus its weight. Without a mesh the list becomes empty.
 CallOutcome blendShapeEditWeights::invert() {
     WeightList weights;
     const std::vector<double> dense = stored_.dense(positions_.length());
@@ -343,14 +343,14 @@ CallOutcome blendShapeEditWeights::findMirrored(bool flips) {
     return apply(Change::kWeights, weights);
 }
 
-/// Appends what becomes of the weight of a vertex with a partner on the mesh.
+/// Appends what mirroring or flipping makes of one weight. The partner must be on the mesh.
 void blendShapeEditWeights::passOn(int vertex, int partner, double weight, bool flips,
                                    WeightList& weights) const {
     if (flips) {
         weights.appendUnlessOne(partner, weight);
         return;
     }
-    // A vertex on the plane counts as one of the positive side.
+    // A vertex on the plane counts as on the positive side.
     const bool isPartnerPositive = coordinate(partner) >= 0.0F;
     const bool isVertexPositive =
         static_cast<unsigned int>(vertex) < positions_.length() && coordinate(vertex) >= 0.0F;
@@ -358,7 +358,8 @@ void blendShapeEditWeights::passOn(int vertex, int partner, double weight, bool 
     if (isVertexPositive == isPositive_) weights.appendUnlessOne(vertex, weight);
 }
 
-/// Keeps the weights of one side. Those on the plane become one half, or 1 where they are less.
+/// Keeps the weights of one side. On the plane, weights of 0.5 or more become 0.5, smaller ones 1; weights
+/// near 1 stay 1.
 CallOutcome blendShapeEditWeights::trim() {
     WeightList weights;
     for (unsigned int k = 0; k < stored_.vertices.length(); ++k) {
@@ -379,8 +380,8 @@ bool blendShapeEditWeights::isOnPlane(int vertex) const {
     return ::isOnPlane(MPoint(positions_[static_cast<unsigned int>(vertex)]), axisIndex_, search_.tolerance);
 }
 
-/// Multiplies the weights into the deltas of all items of the target, so that the shape stays
-/// without them. Base weights, and those of a target without items, just go.
+/// Multiplies the weights into the deltas of all items of the target, so that the shape stays the same
+/// without weights. Base weights, and weights of a target without items, are just removed.
 CallOutcome blendShapeEditWeights::freeze() {
     TargetEditor targets(aliveObject(blendShape_));
     const MIntArray items =
@@ -388,7 +389,7 @@ CallOutcome blendShapeEditWeights::freeze() {
     frozen_.clear();
     for (unsigned int k = 0; k < items.length(); ++k) {
         TargetDeltas deltas = targets.read(target_, items[k]);
-        // What an empty item gets on the way is a zero delta, whatever its weight.
+        // An empty item gets a zero delta, whatever its weight.
         if (deltas.vertices.length() == 0) deltas.vertices.append(0);
         if (deltas.points.length() == 0) deltas.points.append(MPoint::origin);
         scale(deltas);
@@ -400,7 +401,8 @@ CallOutcome blendShapeEditWeights::freeze() {
     return outcome;
 }
 
-/// Gives all items their frozen deltas, and removes the weights; all or nothing.
+/// Writes the frozen deltas of all items and removes the weights. After an error, all items get their old
+/// deltas back.
 CallOutcome blendShapeEditWeights::writeFrozen(TargetEditor& targets) {
     std::vector<TargetDeltas> before;
     before.reserve(frozen_.size());
@@ -418,7 +420,7 @@ CallOutcome blendShapeEditWeights::writeFrozen(TargetEditor& targets) {
             CallOutcome::refused("The weights cannot be removed, and so are not frozen. Unlock them first.");
     }
     if (outcome.isDone()) return outcome;
-    // The weights stay, so that no item must have them in its deltas.
+    // The weights stay, so no item may have them multiplied into its deltas.
     for (std::size_t k = 0; k < before.size(); ++k)
         targets.write(target_, frozen_[k].item, before[k]);
     hasChanged_ = false;
@@ -435,7 +437,8 @@ void blendShapeEditWeights::scale(TargetDeltas& deltas) const {
     }
 }
 
-/// Sets the selected vertices to the value, or all. The values 1 and -1 clear the list instead.
+/// Sets the selected vertices to the value, or all vertices if none are selected. In the latter case, the
+/// value 1 and values of -1 or less clear the list.
 CallOutcome blendShapeEditWeights::flush() {
     WeightList weights;
     for (unsigned int k = 0; k < selectedVertices_.length(); ++k)
@@ -492,7 +495,7 @@ CallOutcome blendShapeEditWeights::subtractWeights() {
     return combine(-1.0);
 }
 
-/// Adds the weights of a file to the stored ones, or takes them away, vertex by vertex of the file.
+/// Adds the weights of a file to the stored weights, or subtracts them, for the vertices in the file.
 CallOutcome blendShapeEditWeights::combine(double sign) {
     WeightList change;
     if (!readFile(change)) return CallOutcome::refused(kReadError);

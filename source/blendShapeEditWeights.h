@@ -18,13 +18,17 @@
 #include "weights/skinInfluence.h"
 #include "weights/weightList.h"
 
-/// dv_blendShapeEditWeights: reads and rewrites the weights of one target, or the base weights.
+/// dv_blendShapeEditWeights: reads and edits the painted weights of one target, or of the base.
 ///
-/// One call does one thing: the first in the table of modes that is asked for. Weights near 1 are
-/// stored as no element. The result is the indices or weights asked for, or 1, or 0 where there was
-/// nothing to work on or an error. Undo restores the weights, the deltas of the item in question,
-/// the paint display or the skin weights; what flipping, adding, subtracting and importing a file
-/// made stays. Redo writes what the call wrote.
+/// One call does one thing: the first mode in the table modes() that the call asks for. A weight near 1 is
+/// usually not stored, because a missing element counts as 1.
+///
+/// The result is the indices or weights that were asked for, otherwise 1. It is 0 after an error and where
+/// there is nothing to work on; without a mode there is none.
+///
+/// Undo restores what the call overwrote: the weights, the deltas of the one item that -targetItem names, the
+/// vertex colours of the paint display, or the skin weights. The results of flipping, adding, subtracting and
+/// importing a file stay. Redo writes what the call wrote.
 class blendShapeEditWeights : public CommandOf<blendShapeEditWeights> {
   public:
     static constexpr const char* kName = "dv_blendShapeEditWeights";
@@ -41,20 +45,20 @@ class blendShapeEditWeights : public CommandOf<blendShapeEditWeights> {
     struct Mode {
         const char* flag;
         CallOutcome (blendShapeEditWeights::*run)();
-        /// Changes nothing, and so may ask for the weights of a target that does not exist: it has none.
+        /// Changes nothing. Such a mode may name a target that does not exist: it has no weights.
         bool isQuery;
-        /// The flag asks for the original mesh, also beside another flag that decides what is done.
+        /// The call needs the original mesh if this flag is set, even if another mode is the one that runs.
         bool needsMesh;
-        /// Without stored weights there is nothing to do.
+        /// Does nothing if no weights are stored.
         bool needsWeights;
-        /// Whether undo puts back what was overwritten; not so where a file replaced the weights.
+        /// Undo restores what this mode overwrites. Importing from a file is the exception: its result stays.
         bool isUndone;
     };
 
     /// What redo has to write again.
     enum class Change { kNothing, kWeights, kSelectedWeights, kFrozen, kPaint, kSkin };
 
-    /// An item with the deltas that freezing gives it.
+    /// An item, and the deltas that freezing gives it.
     struct FrozenItem {
         int item;
         TargetDeltas deltas;
@@ -104,25 +108,25 @@ class blendShapeEditWeights : public CommandOf<blendShapeEditWeights> {
     bool isPaint_ = false;
     bool isSkin_ = false;
     MString fileName_;
-    double flushValue_ = 0.0;  // in the digits of single precision
+    double flushValue_ = 0.0;  // rounded to single precision
     int target_ = 0;
     int item_ = kFullItem;
     WeightList given_;
     PartnerSearch search_;
     unsigned int axisIndex_ = 0;
 
-    bool hasMesh_ = false;  // the search has a mesh
+    bool hasMesh_ = false;  // search_ has a mesh
     MObjectHandle blendShape_;
     MIntArray selectedVertices_;
     SkinInfluence skin_;
     std::unique_ptr<PaintDisplay> paint_;
-    MFloatPointArray positions_;  // of the original mesh, in object space; empty without one
+    MFloatPointArray positions_;  // of the original mesh, in object space; empty if no mesh is given
 
     Change change_ = Change::kNothing;
-    WeightList written_;              // by the change
-    std::vector<FrozenItem> frozen_;  // likewise
-    bool isUndone_ = false;           // undo puts back what the change overwrites
+    WeightList written_;              // what the change writes
+    std::vector<FrozenItem> frozen_;  // what freezing writes
+    bool isUndone_ = false;           // undo restores what the change overwrites
     bool hasChanged_ = false;         // there is something to undo
     WeightList stored_;               // before the last edit or redo
-    SavedItem savedItem_;             // the item in question, likewise
+    SavedItem savedItem_;             // the item of -targetItem, before the last freeze
 };

@@ -13,13 +13,13 @@
 
 namespace {
 
-/// An item of a target that has deltas.
+/// An item that has deltas.
 struct Item {
     int index;
     TargetDeltas deltas;
 };
 
-/// The items of a target that have deltas, with a warning for each of the others.
+/// The items of a target that have deltas. Shows a warning for each of the others.
 std::vector<Item> readItems(TargetEditor& targets, int target) {
     const MIntArray indices = getTargetItemIndices(targets.blendShape(), target);
     std::vector<Item> items;
@@ -85,7 +85,7 @@ CallOutcome blendShapeExportData::edit() {
     bool hasItems = false;
     for (std::size_t k = 0; k < targets_.size(); ++k) {
         hasItems = writeTarget(targets, k, writer) || hasItems;
-        // Until there is something to export, the file stays as it was.
+        // The file does not change until there is something to export.
         if (!hasItems) continue;
         file.write(writer.text());
         writer.clear();
@@ -98,8 +98,8 @@ CallOutcome blendShapeExportData::edit() {
     return CallOutcome();
 }
 
-/// Writes the object of a target that has items.
-/// @return whether any of them was written
+/// Writes the object of a target, unless the target has no items.
+/// @return whether any item was written
 bool blendShapeExportData::writeTarget(TargetEditor& targets, std::size_t position,
                                        JsonWriter& writer) const {
     const int target = targets_[position];

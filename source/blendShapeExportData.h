@@ -13,12 +13,15 @@
 class JsonWriter;
 
 /// dv_blendShapeExportData: writes the deltas of targets, in-betweens included, to a file that
-/// dv_blendShapeImportData reads (targetDataFile.h shows the layout).
+/// dv_blendShapeImportData reads. targetDataFile.h shows the layout.
 ///
-/// The deltas are those stored, relative to the base. What has none is left out with a warning, and
-/// so is an item with fewer points than vertices. A target for which no channel name is given gets
-/// an empty one. The result is 1 after a written file, 0 after an error; when there was nothing to
-/// export, or the file could not be completed, an old one stays as it was. The scene stays as it is.
+/// Deltas are written as stored, relative to the base. A target without items is left out with a warning; so
+/// is an item without deltas, or with fewer points than vertices. A target without a channel name gets an
+/// empty name.
+///
+/// The result is 1 after the file was written, 0 after an error. An old file stays unchanged if there is
+/// nothing to export, or if the new file cannot be completed (dataFile.h names the exceptions). The scene
+/// does not change.
 class blendShapeExportData : public CommandOf<blendShapeExportData> {
   public:
     static constexpr const char* kName = "dv_blendShapeExportData";

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// @param error  that a mesh has no points; nothing is said of one that is gone, which the baking reports
+/// @param error  the mesh has no points. Not set for a deleted mesh, which DeltaBaker reports
 bool hasPoints(const MObject& mesh, MString& error) {
     MDagPath path;
     MFloatPointArray points;
@@ -45,7 +45,7 @@ CallOutcome blendShapeExtractTarget::read(const MArgDatabase& arguments) {
     CallOutcome outcome = readBlendShape(arguments, blendShape);
     if (!outcome.isDone()) return outcome;
     MObject original;
-    // The checks of the mesh end the command without an error status; scripts depend on that.
+    // Deliberate: errors of the mesh do not stop a script.
     outcome = readMeshShape(originalName, kMeshError, original);
     if (!outcome.isDone()) return outcome;
     blendShape_ = blendShape;
@@ -61,7 +61,7 @@ CallOutcome blendShapeExtractTarget::redo() {
     return extract(true);
 }
 
-/// @param bringsBack  the mesh of an earlier run gets the points, where it can be had
+/// @param bringsBack  whether the mesh of an earlier run is used again, if it exists
 CallOutcome blendShapeExtractTarget::extract(bool bringsBack) {
     TargetDeltas deltas;
     MString error;
@@ -71,7 +71,7 @@ CallOutcome blendShapeExtractTarget::extract(bool bringsBack) {
     DeltaBaker baker(aliveObject(originalMesh_));
     outcome = baker.bake(deltas);
     if (!outcome.isDone()) {
-        // Deliberate: what could not be used stays, for the user to look at.
+        // Deliberate: docs/compatibility.md.
         baker.leaveInScene();
         return outcome;
     }
@@ -82,8 +82,8 @@ CallOutcome blendShapeExtractTarget::extract(bool bringsBack) {
     return outcome;
 }
 
-/// The deltas to be extracted. An empty item gets a zero delta, so that the user's deformer holds a valid one
-/// afterwards; what is extracted stays empty.
+/// The deltas to extract. An empty item gets a zero delta, so that it is valid in the user's deformer;
+/// `deltas` stays empty.
 CallOutcome blendShapeExtractTarget::readTarget(TargetDeltas& deltas) const {
     const MObject blendShape = aliveObject(blendShape_);
     if (blendShape.isNull()) return CallOutcome::failed(kBlendShapeGone);
@@ -94,8 +94,8 @@ CallOutcome blendShapeExtractTarget::readTarget(TargetDeltas& deltas) const {
     return targets.initialiseEmpty(target_, item_, deltas);
 }
 
-/// Shades and names the new mesh like an object that the user made. The result is the name asked for, not
-/// what the host may make of it.
+/// Makes the new mesh. Deliberate: the result is the name that was asked for, not the name that the host
+/// gave.
 CallOutcome blendShapeExtractTarget::create(const MObject& deformed) {
     MFnMesh copier;
     extracted_.set(copier.copy(deformed, MObject::kNullObj));

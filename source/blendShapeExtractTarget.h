@@ -8,12 +8,14 @@
 #include "scene/createdMesh.h"
 #include "targets/targetEditor.h"
 
-/// dv_blendShapeExtractTarget: makes a mesh of one target item, the original mesh plus the item's deltas.
+/// dv_blendShapeExtractTarget: makes a mesh from one item of a target: the original mesh plus the item's
+/// deltas.
 ///
-/// The result is the name asked for the new mesh: that of a copy of the original, "_" and the item index. The
-/// user's deformer is evaluated only where a target mesh is connected to the item; a full item without deltas
-/// gets a single zero delta on vertex 0, which stays after an undo. Undo removes the mesh; redo brings the
-/// same mesh back, with its points extracted anew.
+/// The result is the name that the command asks for: the host's name for a copy of the original, "_" and the
+/// item index. The user's deformer is evaluated only if the item may need it (TargetEditor::read). An item
+/// that lacks vertices or points gets a zero delta on vertex 0, which stays after undo.
+///
+/// Undo removes the mesh. Redo brings the same mesh back and extracts its points again.
 class blendShapeExtractTarget : public CommandOf<blendShapeExtractTarget> {
   public:
     static constexpr const char* kName = "dv_blendShapeExtractTarget";

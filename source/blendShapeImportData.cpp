@@ -29,7 +29,7 @@ MStringArray toStringArray(const std::vector<std::string>& texts) {
 const CommandInfo& blendShapeImportData::info() {
     static const CommandInfo description{
         kName,
-        // The words of the export command; scripts that read help texts know them here, too.
+        // Deliberate: docs/compatibility.md.
         "Export blend shape targets to a json file.",
         {{"-d", "-delta", MSyntax::kNoArg, "import deltas"},
          {"-di", "-destinationIndex", MSyntax::kLong, "destination target index for -remap (multi use)",
@@ -46,7 +46,7 @@ const CommandInfo& blendShapeImportData::info() {
 }
 
 CallOutcome blendShapeImportData::read(const MArgDatabase& arguments) {
-    // Without a check of its own a call that the host could not read would seem to lack its flags.
+    // Without this check, a call whose arguments the host could not parse would seem to lack its flags.
     if (!argumentStatus()) return CallOutcome::failed("Error getting objects", argumentStatus());
     importsDeltas_ = arguments.isFlagSet("-d");
     remap_.destinations = readFlagUses<int>(arguments, "-di");
@@ -83,14 +83,14 @@ CallOutcome blendShapeImportData::edit() {
     return CallOutcome();
 }
 
-/// Looks up once what the node has: asking for each target would take the square of their number.
+/// Looks up once what the node has. Asking for each target would take quadratic time.
 void blendShapeImportData::readTargets() {
     const MIntArray targets = getWeightIndices(blendShape_);
     for (unsigned int k = 0; k < targets.length(); ++k)
         weights_.insert(targets[k]);
     MStringArray aliases;
     MFnDependencyNode(blendShape_).getAliasList(aliases);
-    // An alias and its attribute in turn.
+    // The list alternates between an alias and its attribute.
     for (unsigned int k = 0; k < aliases.length(); k += 2)
         aliases_.insert(aliases[k].asChar());
 }
@@ -106,9 +106,9 @@ void blendShapeImportData::showWhatIsLeftOut(int refusedCount) const {
     }
 }
 
-/// Writes an item of the file into the node, or shows why it cannot.
+/// Writes an item of the file into the node, or shows why this is not possible.
 void blendShapeImportData::importItem(TargetEditor& targets, const TargetItem& item) {
-    // Entries that mean nothing must not empty an item that exists.
+    // Unusable entries must not empty an existing item.
     if (item.vertices.empty() && item.hasDropped) {
         MGlobal::displayWarning(MString("Skipped position ") + item.item + " of index " + item.target +
                                 " of " + fileName_ + ", which holds no usable delta.");
@@ -130,16 +130,16 @@ void blendShapeImportData::importItem(TargetEditor& targets, const TargetItem& i
     if (weights_.insert(item.target).second) addWeight(item);
 }
 
-/// Gives a target without weight its alias and the weight 0. Both go through script commands, so that only
-/// text that is harmless may become part of them.
+/// Gives a target without weight an alias and the weight 0. Both become part of a script command, so only
+/// harmless text may be used.
 void blendShapeImportData::addWeight(const TargetItem& item) {
     const MString plug = MFnDependencyNode(blendShape_).name() + ".w[" + item.target + "]";
     MGlobal::executeCommand(MString("aliasAttr ") + freeAlias(item).c_str() + " " + plug, false, false);
     MGlobal::executeCommand(MString("setAttr ") + plug + " 0", false, false);
 }
 
-/// The alias for a target, with the first number that makes it free on the node when it is taken,
-/// be it by another target or by an attribute.
+/// The alias for a target. If another target or an attribute has it, the first number that makes it unique is
+/// added.
 std::string blendShapeImportData::freeAlias(const TargetItem& item) {
     const MFnDependencyNode node(blendShape_);
     const std::string wanted = legalAlias(item.name, item.target);

@@ -12,16 +12,18 @@
 #include "files/targetDataFile.h"
 #include "targets/targetEditor.h"
 
-/// dv_blendShapeImportData: lists what a file of dv_blendShapeExportData holds, or writes its
-/// deltas into a blend shape.
+/// dv_blendShapeImportData: lists what a file of dv_blendShapeExportData holds, or writes its deltas into a
+/// blend shape.
 ///
-/// A target that has no weight yet gets the name in the file as its alias, reduced to what is legal
-/// and numbered when taken, and the weight 0. One that has keeps its alias and its weight; its
-/// items of the same index are overwritten, its other items stay. An item that cannot be written is
-/// reported and the others are imported; indices that are negative or too large are skipped with one
-/// warning. The result of a listing is a string array, also when deltas are imported at the same time; of an
-/// import alone 1, or 0 when something could not be written, or the file has nothing to import, which gives a
-/// warning. Not undoable. Cost linear in the file and in the targets of the node.
+/// A target without a weight gets the weight 0, and an alias: its name in the file, reduced to legal
+/// characters, with a number if that alias is taken. A target with a weight keeps its alias and its weight.
+/// Items in the file overwrite existing items of the same index; other items stay. If an item cannot be
+/// written, an error is shown and the other items are imported. Negative or too large indices are skipped
+/// with one warning.
+///
+/// The result of a listing is a string array, even if the call also imports. The result of an import alone is
+/// 1. It is 0 if an item could not be written, or if the file has nothing to import, which gives a warning.
+/// Not undoable. Cost is linear in the size of the file and in the targets of the node.
 class blendShapeImportData : public CommandOf<blendShapeImportData> {
   public:
     static constexpr const char* kName = "dv_blendShapeImportData";
@@ -45,9 +47,9 @@ class blendShapeImportData : public CommandOf<blendShapeImportData> {
     TargetRemap remap_;
     MObject blendShape_;
 
-    std::unordered_set<int> weights_;                   // targets of the node that have one
-    std::unordered_set<std::string> aliases_;           // of the node
-    std::unordered_map<std::string, int> nextNumbers_;  // those before are taken, by the alias they follow
-    bool hasItems_ = false;                             // the file has some to import
+    std::unordered_set<int> weights_;                   // targets of the node that have a weight
+    std::unordered_set<std::string> aliases_;           // all aliases of the node
+    std::unordered_map<std::string, int> nextNumbers_;  // per alias without number: lower numbers are taken
+    bool hasItems_ = false;                             // the file has items to import
     bool hasFailed_ = false;                            // an item could not be written
 };

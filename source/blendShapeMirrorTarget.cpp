@@ -85,7 +85,7 @@ void blendShapeMirrorTarget::readFlags(const MArgDatabase& arguments) {
     readFlag(arguments, "-tn", targetName_);
     readFlag(arguments, "-t", type_);
     readFlag(arguments, "-tol", search_.tolerance);
-    // Kept in single precision, as the kit's option variables are.
+    // In single precision, like the option variables of the kit's scripts.
     search_.tolerance = static_cast<float>(search_.tolerance);
 }
 
@@ -102,7 +102,8 @@ CallOutcome blendShapeMirrorTarget::edit() {
     if (!outcome.isDone()) return outcome;
     MIntArray partners;
     if (!search.find(source_.vertices, partners, error)) {
-        // A zero delta in an empty target stays, an in-between for nothing does not.
+        // Deliberate: a zero delta in an empty target stays. An in-between that was made for nothing is
+        // removed.
         if (hasNewItem_) destination_.restore();
         return CallOutcome::refused(error);
     }
@@ -114,14 +115,14 @@ CallOutcome blendShapeMirrorTarget::edit() {
     return write(targets, mirrored.deltas);
 }
 
-/// Whether there is something to read, and the target to write to unless it is to be made.
+/// Checks that the source exists, and the destination unless it is a new target.
 CallOutcome blendShapeMirrorTarget::checkTargets(const TargetEditor& targets) const {
     CallOutcome outcome = targets.checkItem(sourceTarget_, item_);
     const bool isNew = type_ == kNewTarget && target_ >= 0;
     return outcome.isDone() && !isNew ? targets.checkTarget(target_) : outcome;
 }
 
-/// Reads the deltas to be mirrored, and those that an existing destination has.
+/// Reads the deltas to mirror, and those of an existing destination.
 CallOutcome blendShapeMirrorTarget::readSource(TargetEditor& targets) {
     source_ = targets.read(sourceTarget_, item_);
     CallOutcome outcome = targets.completeEmpty(sourceTarget_, item_, source_);
@@ -134,7 +135,7 @@ CallOutcome blendShapeMirrorTarget::readSource(TargetEditor& targets) {
     return targets.initialiseEmpty(target_, item_, destination_.deltas());
 }
 
-/// A component that is named n times loses its last n entries.
+/// A component that is named n times loses its last n entries, no more.
 void blendShapeMirrorTarget::removeSkippedComponents() {
     MStringArray names;
     skippedComponents_.split(' ', names);
@@ -165,7 +166,7 @@ CallOutcome blendShapeMirrorTarget::addTarget(const MObject& blendShape) {
     MFnDagNode target(copy);
     target.setName(targetName_);
     targetName_ = target.name();
-    // The path, because a node elsewhere may have the same name.
+    // The path, because another node may have the same name.
     const MString path = target.partialPathName();
     const double weight = (item_ - 5000) / 1000.0;
     status = MGlobal::executeCommand(MString("blendShape -e ") + (isInBetween_ ? "-ib" : "") + " -t " +
@@ -233,11 +234,11 @@ CallOutcome blendShapeMirrorTarget::restoreTarget(const MObject& blendShape) {
     return targets.write(target_, item_, source_);
 }
 
-/// Takes the new target out of the deformer again.
+/// Removes the new target from the deformer.
 CallOutcome blendShapeMirrorTarget::removeTarget(const MObject& blendShape) const {
     MFnDependencyNode deformer(blendShape);
     const MString node = deformer.name();
-    // Not always the name of the target: the host numbers an alias that another target has.
+    // Not always the name of the target: the host adds a number if another target has the alias.
     const MString alias = deformer.plugsAlias(
         deformer.findPlug("weight", false).elementByLogicalIndex(static_cast<unsigned int>(target_)));
     const MString group = node + ".it[0].itg[" + target_ + "]";

@@ -16,15 +16,15 @@
 
 /// dv_blendShapeMirrorTarget: mirrors the deltas of a target over the symmetry plane of the mesh.
 ///
-/// Onto the target itself, into a new target, or into another existing one; on request the
-/// mirrored deltas become tweaks of a further mesh, too. The result is 1, or 0 after an error.
-/// Partners are found by position or through the vertex order map; by position every vertex must
-/// have one.
+/// It writes to the target itself, to a new target, or to another existing target. On request it also writes
+/// the mirrored deltas as tweaks of another mesh. The result is 1, or 0 after an error. Partners are found by
+/// position or through the vertex order map. By position, every vertex must have a partner.
 ///
-/// Undo puts back what was written: in place, the deltas that were mirrored, without those of skipped
-/// components, also where they were written to another target; a new target and an in-between that
-/// did not exist are removed. Each redo of a flip turns the direction round. A zero delta that an
-/// empty target got stays.
+/// Undo restores the tweaks. For the deltas it depends on the type. In place, it writes the source deltas,
+/// without those of skipped components, to the destination, even if that is not the source. Another existing
+/// target gets its deltas back. A new target, and an in-between that did not exist, are removed. A zero delta
+/// that an empty target got stays. Each redo of a flip reverses the direction (deliberate:
+/// docs/compatibility.md).
 class blendShapeMirrorTarget : public CommandOf<blendShapeMirrorTarget> {
   public:
     static constexpr const char* kName = "dv_blendShapeMirrorTarget";
@@ -36,7 +36,7 @@ class blendShapeMirrorTarget : public CommandOf<blendShapeMirrorTarget> {
     CallOutcome restore() override;
 
   private:
-    // Other types read the destination as it is and restore nothing.
+    // Any other number means an existing target, too, but undo does not restore its deltas.
     enum Type { kInPlace = 0, kNewTarget = 1, kOtherTarget = 2 };
 
     void readFlags(const MArgDatabase& arguments);
@@ -62,13 +62,13 @@ class blendShapeMirrorTarget : public CommandOf<blendShapeMirrorTarget> {
     MString targetName_;
     PartnerSearch search_;
 
-    bool hasWritten_ = false;  // the last edit came as far as the target
-    bool hadGroup_ = false;    // the destination, before the last edit
-    bool hasNewItem_ = false;  // by an in-between that did not exist before
+    bool hasWritten_ = false;  // the last edit began to write the target
+    bool hadGroup_ = false;    // the destination had a group before the last edit
+    bool hasNewItem_ = false;  // the destination is an in-between that did not exist
     MObjectHandle blendShape_;
     MeshObject tweakMesh_;
     TargetDeltas source_;    // without the skipped components
     SavedItem destination_;  // of kOtherTarget
     MIntArray tweakedVertices_;
-    MPointArray tweaks_;  // of these, before the command
+    MPointArray tweaks_;  // of tweakedVertices_, before the last edit
 };

@@ -17,7 +17,7 @@
 
 namespace {
 
-/// A set of vertices of one mesh, as a mark for each.
+/// A set of vertices of one mesh: one mark per vertex.
 class VertexSet {
   public:
     VertexSet() = default;
@@ -39,7 +39,7 @@ class VertexSet {
     bool isEmpty_ = true;
 };
 
-/// The vertices that a component consists of, or that its edges or faces join.
+/// The vertices of a component, or of its edges or faces.
 VertexSet verticesOf(const MDagPath& mesh, MObject component) {
     VertexSet vertices(MFnMesh(mesh).numVertices());
     if (component.hasFn(MFn::kMeshVertComponent)) {
@@ -61,7 +61,7 @@ VertexSet verticesOf(const MDagPath& mesh, MObject component) {
     return vertices;
 }
 
-/// The vertices of the first selected object; none unless it is a component of a mesh.
+/// The vertices of the first selected object. Empty if it is not a component of a mesh.
 VertexSet selectedVertices() {
     MSelectionList selection;
     MGlobal::getActiveSelectionList(selection);
@@ -111,7 +111,7 @@ CallOutcome blendShapeRemoveDeltas::edit() {
     if (!outcome.isDone()) return outcome;
     const VertexSet selected = selectedVertices();
     saved_.save(targets, target_, item_);
-    // An item without lists is what a reset makes valid, so that is what it is passed off as.
+    // Empty lists make initialiseEmpty write a zero delta: the reset.
     outcome = selected.isEmpty() ? targets.initialiseEmpty(target_, item_, TargetDeltas())
                                  : targets.write(target_, item_, deltasWithout(selected, saved_.deltas()));
     if (outcome.isDone()) setResult(1);

@@ -6,11 +6,11 @@
 #include "common.h"
 #include "targets/targetEditor.h"
 
-/// dv_blendShapeRemoveDeltas: takes the deltas of the selected vertices, edges or faces out of a target item.
+/// dv_blendShapeRemoveDeltas: removes the deltas of the selected vertices, edges or faces from a target item.
 ///
-/// The components of the first selected object count, whatever mesh it is; with none selected the item is
-/// reset to a single zero delta. A redo goes by what is selected then. The result is 1, or 0 after an error.
-/// Undo puts back the deltas that the item had; a full item that was empty is empty then, but there.
+/// Only the components of the first selected object count; they may be on any mesh. If none are selected, the
+/// item is reset to a single zero delta. Redo uses the selection at that time. The result is 1, or 0 after an
+/// error. Undo restores the deltas; a full item that did not exist remains, empty.
 class blendShapeRemoveDeltas : public CommandOf<blendShapeRemoveDeltas> {
   public:
     static constexpr const char* kName = "dv_blendShapeRemoveDeltas";

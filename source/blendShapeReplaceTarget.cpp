@@ -44,7 +44,7 @@ CallOutcome blendShapeReplaceTarget::read(const MArgDatabase& arguments) {
     return outcome;
 }
 
-/// Sets the two meshes from the names, which must be those of mesh shapes.
+/// Sets the two meshes from their names, which must be names of mesh shapes.
 bool blendShapeReplaceTarget::readMeshes(const MString& newName, const MString& originalName,
                                          MString& error) {
     MSelectionList list;
@@ -57,8 +57,7 @@ bool blendShapeReplaceTarget::readMeshes(const MString& newName, const MString& 
     MDagPath paths[2];
     for (unsigned int k = 0; k < 2; ++k) {
         if (!readMeshShapeItem(list, k, paths[k], error)) {
-            // Deliberate: always the name of the new mesh, also when the original is none. Scripts compare
-            // it.
+            // Deliberate: docs/compatibility.md.
             error = itemName(list, 0) + " is not a mesh object.";
             return false;
         }
@@ -86,7 +85,7 @@ CallOutcome blendShapeReplaceTarget::edit() {
     return outcome;
 }
 
-/// The vertices in which the meshes differ, and how.
+/// The differences between the meshes, for the vertices that differ.
 bool blendShapeReplaceTarget::findDifference(TargetDeltas& difference, MString& error) const {
     MFloatPointArray moved;
     MFloatPointArray original;
@@ -100,7 +99,7 @@ bool blendShapeReplaceTarget::findDifference(TargetDeltas& difference, MString& 
     for (unsigned int vertex = 0; vertex < original.length(); ++vertex) {
         const MFloatPoint& to = moved[vertex];
         const MFloatPoint& from = original[vertex];
-        // In single precision, as both are kept: what is exactly equal has no delta.
+        // In single precision, like both meshes, so that equal points give exactly 0.
         const float x = to.x - from.x;
         const float y = to.y - from.y;
         const float z = to.z - from.z;

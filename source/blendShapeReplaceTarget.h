@@ -8,13 +8,14 @@
 #include "scene/meshObject.h"
 #include "targets/targetEditor.h"
 
-/// dv_blendShapeReplaceTarget: makes the deltas of a target item the difference between two meshes.
+/// dv_blendShapeReplaceTarget: replaces the deltas of a target item by the difference between two meshes.
 ///
-/// Only vertices that differ are stored, but these however little they do. Vertices count by the original
-/// mesh; the new one may have more. No geometry is connected. The result is 1, or 0 after an error.
+/// Every vertex that differs is stored, however small the difference. Vertices are matched by index. The new
+/// mesh must have at least as many vertices as the original; more are ignored. No geometry is connected. The
+/// result is 1, or 0 after an error.
 ///
-/// Undo puts back the deltas that the item had. A full item that was empty is empty then, but there; an
-/// in-between that did not exist is removed.
+/// Undo restores the deltas. A full item that did not exist remains, empty. An in-between that did not exist
+/// is removed.
 class blendShapeReplaceTarget : public CommandOf<blendShapeReplaceTarget> {
   public:
     static constexpr const char* kName = "dv_blendShapeReplaceTarget";

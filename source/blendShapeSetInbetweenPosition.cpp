@@ -50,18 +50,18 @@ CallOutcome blendShapeSetInbetweenPosition::edit() {
     removeDestination(blendShape);
     outcome = targets.write(target_, newItem_, deltas_);
     if (outcome.isDone()) {
-        // The mesh comes last, so that the deltas are not taken for those of another mesh.
+        // The mesh is connected last, so that the deltas are not taken for those of another mesh.
         companions_.write(blendShape, target_, newItem_);
         setResult(1);
     } else {
-        // A failure is not passed on: the host would not queue the call, and nothing could bring the deltas
-        // back.
+        // The failure is shown but not returned: the host would not queue the call, and undo could not
+        // restore the deltas.
         report(outcome);
     }
     return CallOutcome();
 }
 
-/// Nothing of what the new position held may become a part of what moves there.
+/// Removes all that the new position held, so that nothing of it mixes with the moved item.
 void blendShapeSetInbetweenPosition::removeDestination(const MObject& blendShape) const {
     if (!hasTargetItem(blendShape, target_, newItem_)) return;
     removeTargetItem(blendShape, target_, newItem_);
@@ -77,7 +77,7 @@ CallOutcome blendShapeSetInbetweenPosition::restore() {
     TargetEditor targets(blendShape);
     targets.keepQuiet();
     CallOutcome outcome = targets.write(target_, oldItem_, deltas_);
-    // Whatever became of the deltas, which may be locked by now.
+    // Even if the deltas could not be written, for example because they are locked by now.
     companions_.write(blendShape, target_, oldItem_);
     return outcome;
 }

@@ -7,15 +7,15 @@
 #include "targets/itemCompanions.h"
 #include "targets/targetEditor.h"
 
-/// dv_blendShapeSetInbetweenPosition: moves the deltas of a target to another item of it, and with that an
-/// in-between to another weight. What else belongs to the item moves along: its relative deltas, its name and
-/// interpolation, its target mesh.
+/// dv_blendShapeSetInbetweenPosition: moves an item of a target, usually an in-between, to another item
+/// index, and so to another weight. All that belongs to the item moves with it: its deltas, its relative
+/// deltas, its name and interpolation, and its target mesh.
 ///
-/// What the new position held is overwritten. The result is 1, or 0 after an error. One that leaves the move
-/// half done counts as success: the call is queued, and its undo puts the deltas back.
+/// What the new position held is removed. The result is 1, or 0 after an error. An error after the old item
+/// was removed counts as success, so that the host queues the call and undo can restore the deltas.
 ///
-/// Undo removes the item at the new position, also one that existed before, and puts everything back to the
-/// old one.
+/// Undo moves everything back to the old position. It removes the item at the new position, even one that
+/// existed before.
 class blendShapeSetInbetweenPosition : public CommandOf<blendShapeSetInbetweenPosition> {
   public:
     static constexpr const char* kName = "dv_blendShapeSetInbetweenPosition";
@@ -34,6 +34,6 @@ class blendShapeSetInbetweenPosition : public CommandOf<blendShapeSetInbetweenPo
     int newItem_ = kFullItem;
     bool hasMoved_ = false;  // the last edit removed the old item
     MObjectHandle blendShape_;
-    TargetDeltas deltas_;        // of the old item, before the last edit
-    ItemCompanions companions_;  // likewise
+    TargetDeltas deltas_;        // of the old item, read by the last edit
+    ItemCompanions companions_;  // of the old item, too
 };

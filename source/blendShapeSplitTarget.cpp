@@ -14,10 +14,10 @@
 
 namespace {
 
-/// Widens the blend zone a little beyond its upper end, so that a zone of width 0 has a slope.
+/// Widens the blend zone at its upper end, so that a zone of width 0 has a slope.
 constexpr double kZoneMargin = 0.0001;
 
-/// Vertices in ascending order, each once.
+/// The vertices in ascending order, without duplicates.
 MIntArray sorted(MIntArray vertices) {
     MFnSingleIndexedComponent component;
     component.create(MFn::kMeshVertComponent);
@@ -85,7 +85,7 @@ CallOutcome blendShapeSplitTarget::edit() {
     const MObject blendShape = aliveObject(blendShape_);
     if (blendShape.isNull() || !originalMesh_.isAlive()) return CallOutcome::failed(kBlendShapeOrMeshGone);
     TargetEditor targets(blendShape);
-    // The base weights are split by the deltas of target 0.
+    // The base weights are split at the vertices of target 0.
     CallOutcome outcome = targets.checkTarget(isBase() ? 0 : target_);
     if (!outcome.isDone()) return outcome;
     MFloatPointArray positions;
@@ -113,7 +113,7 @@ CallOutcome blendShapeSplitTarget::edit() {
     return outcome;
 }
 
-/// The vertices that the split is about: those that the deltas of the target move.
+/// The vertices to split: those in the deltas of the target.
 CallOutcome blendShapeSplitTarget::readVertices(TargetEditor& targets, MIntArray& vertices) {
     if (!isBase()) return readVerticesOfItems(targets, vertices);
     deltas_ = targets.read(0, kFullItem);
@@ -144,7 +144,8 @@ bool blendShapeSplitTarget::isOnPlane(const MFloatPoint& position) const {
 }
 
 double blendShapeSplitTarget::weightAt(const MFloatPoint& position) const {
-    // In a hard split the two sides share a vertex on the plane; the base weights keep it whole.
+    // In a hard split, a vertex on the plane belongs to both sides. The base weights keep it whole, because
+    // its delta is halved instead.
     if (isHard() && isOnPlane(position)) return isBase() ? 1.0 : 0.5;
     const double low = center_ - blend_;
     const double high = center_ + blend_ + kZoneMargin;
@@ -154,8 +155,8 @@ double blendShapeSplitTarget::weightAt(const MFloatPoint& position) const {
     return std::clamp(round5(1.0 - (high - x) / (2.0 * blend_ + kZoneMargin)), 0.0, 1.0);
 }
 
-/// The deltas of target 0 with those on the plane halved and put into it. The delta of vertex v is
-/// the v-th of the list, as scripts know it, whatever place v has among the vertices; zero beyond
+/// The deltas of target 0. Those on the plane are halved and lose the part that leads away from the plane.
+/// Deliberate: the delta of vertex v is at place v of the list, wherever v is among the vertices; zero beyond
 /// the list.
 TargetDeltas blendShapeSplitTarget::halvedDeltas(const MFloatPointArray& positions) const {
     TargetDeltas halved;

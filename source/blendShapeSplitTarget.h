@@ -11,12 +11,13 @@
 #include "scene/meshObject.h"
 #include "targets/targetEditor.h"
 
-/// dv_blendShapeSplitTarget: keeps one side of a target, by the target's weights.
+/// dv_blendShapeSplitTarget: restricts a target to one side by painting its weights, with a soft transition
+/// at the centre.
 ///
-/// Vertices on the kept side get weight 1, those on the other side 0, with a linear blend between.
-/// The deltas stay; only a hard split of the base weights halves those of target 0 on the plane and
-/// puts them into it. The result is 1, or 0 after an error. Undo restores these deltas and nothing
-/// else: painted weights stay.
+/// Vertices on the kept side get weight 1, those on the other side 0, and those between a linear blend. The
+/// deltas do not change, with one exception: a hard split (no blend) of the base weights halves the deltas of
+/// target 0 on the symmetry plane and removes the part that leads away from the plane. The result is 1, or 0
+/// after an error. Undo restores these deltas and nothing else: the weights stay.
 class blendShapeSplitTarget : public CommandOf<blendShapeSplitTarget> {
   public:
     static constexpr const char* kName = "dv_blendShapeSplitTarget";
@@ -41,11 +42,11 @@ class blendShapeSplitTarget : public CommandOf<blendShapeSplitTarget> {
     double blend_ = 0.0;
     double center_ = 0.0;
     int target_ = 0;
-    int sideFactor_ = 0;  // times the coordinate: 1 keeps the positive side, -1 the negative one
+    int sideFactor_ = 0;  // multiplies the coordinate: 1 keeps the positive side, -1 the negative side
     double tolerance_ = 0.001;
 
     bool hasHalved_ = false;  // the last edit wrote deltas
     MObjectHandle blendShape_;
     MeshObject originalMesh_;
-    TargetDeltas deltas_;  // of target 0, where the base weights are split
+    TargetDeltas deltas_;  // of target 0, if the base weights are split
 };

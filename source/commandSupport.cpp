@@ -15,7 +15,7 @@ const FlagInfo& helpFlag() {
     return flag;
 }
 
-/// Argument types as the help texts name them. A boolean is shown as an int: users pass 0 and 1.
+/// Argument types in the help texts. A boolean is shown as an int, because users pass 0 and 1.
 const char* helpType(MSyntax::MArgType type) {
     switch (type) {
         case MSyntax::kNoArg:
@@ -33,7 +33,7 @@ const char* cell(const char* shown, const char* declared) {
     return shown != nullptr ? shown : declared;
 }
 
-/// The row of a flag with all its cells filled.
+/// The help row of a flag, with all its cells.
 HelpCells helpCells(const FlagInfo& flag) {
     return {cell(flag.shown.shortName, flag.shortName), cell(flag.shown.longName, flag.longName),
             cell(flag.shown.type, helpType(flag.type))};
@@ -125,7 +125,7 @@ MStatus ModuleCommand::undoIt() {
     return guarded([this] { return restore(); });
 }
 
-/// Nothing that the user had is lost on an exception: what was changed before it is taken back.
+/// Nothing of the user's data is lost after an exception: restore() reverts the changes.
 MStatus ModuleCommand::guarded(const std::function<CallOutcome()>& step) {
     return guardEntry(
         info_.name, [&] { return report(step()); }, [this] { report(restore()); });
@@ -159,7 +159,7 @@ CallOutcome readMeshShape(const MString& name, const char* undefined, MObject& m
     MSelectionList list;
     list.add(name);
     MObject node;
-    // One that several objects have stands for none of them.
+    // A name that matches several objects counts as none.
     if (list.length() == 1) list.getDependNode(0, node);
     if (node.hasFn(MFn::kMesh)) {
         mesh = node;

@@ -17,10 +17,10 @@
 #include "scene/callOutcome.h"
 #include "scene/guardEntry.h"
 
-/// What every command of the module shares: the declaration of its flags, the help text, the protocol of a
-/// call, the checks of its objects and the form of its errors.
+/// What all commands of the module share: declaring flags, the help text, the steps of a call, checking
+/// objects, and the form of errors.
 
-/// What the help row of a flag shows in place of its declaration; null where it shows what is declared.
+/// What the help row of a flag shows instead of its declaration. Null shows the declaration.
 struct HelpCells {
     const char* shortName = nullptr;
     const char* longName = nullptr;
@@ -37,8 +37,8 @@ struct FlagInfo {
     HelpCells shown = {};
 };
 
-/// One command: where its syntax and its help text come from, and how it behaves. The flag -h/-help is added
-/// to both; its row comes first.
+/// One command: the source of its syntax and its help text, and how it behaves. The flag -h/-help is added to
+/// both; its row comes first.
 struct CommandInfo {
     const char* name;  // as registered
     const char* description;
@@ -47,17 +47,17 @@ struct CommandInfo {
     const char* returnValue;      // the result as the help text names it
     bool isUndoable = false;
     ErrorResult errorResult = ErrorResult::kNothing;
-    /// Whether the command acts on nodes: named ones, else the current selection.
+    /// Whether the command acts on nodes: those named in the call, otherwise the current selection.
     bool takesObjects = true;
 };
 
-/// Syntax of a command; an empty one, after an error, where the memory does not suffice.
+/// The syntax of a command. It is empty, after an error, if there is not enough memory.
 MSyntax makeSyntax(const CommandInfo& command);
 
-/// The text that -help answers with.
+/// The text that -help returns.
 MString helpText(const CommandInfo& command);
 
-/// Reads the first argument of a flag into `value`, which keeps its content when the flag is not set.
+/// Reads the first argument of a flag into `value`. `value` does not change if the flag is not set.
 template <typename T>
 void readFlag(const MArgDatabase& arguments, const char* flag, T& value) {
     if (arguments.isFlagSet(flag)) arguments.getFlagArgument(flag, 0, value);
@@ -75,12 +75,13 @@ std::vector<T> readFlagUses(const MArgDatabase& arguments, const char* flag) {
     return values;
 }
 
-/// A command of the module: the protocol that all of them follow.
+/// A command of the module: the steps that all commands follow.
 ///
-/// A call answers -help, or reads and checks its arguments and then edits the scene. A redo edits again, an
-/// undo restores; both do nothing after a call that answered -help or ended with an error, and may come for
-/// those, too: the host queues every undoable command whose call succeeded. No exception leaves any of them:
-/// it becomes an error, after what restore() takes back was restored.
+/// A call with -help returns the help text. Any other call reads and checks its arguments, then edits the
+/// scene. Redo edits again, undo restores. The host queues every undoable command whose call succeeded, so
+/// both can be called after -help and after an error. After -help or an error in read(), both do nothing.
+/// After an error in edit(), redo does nothing, and undo restores what edit() had changed. No exception
+/// leaves any of them: an error is shown, and restore() runs.
 class ModuleCommand : public MPxCommand {
   public:
     MStatus doIt(const MArgList& arguments) final;
@@ -91,17 +92,17 @@ class ModuleCommand : public MPxCommand {
   protected:
     explicit ModuleCommand(const CommandInfo& info) : info_(info) {}
 
-    /// Reads the flags and objects and keeps what edit() needs, as handles where undo and redo need it too.
+    /// Reads the flags and objects, and keeps what edit() needs. What undo and redo need is kept as handles.
     virtual CallOutcome read(const MArgDatabase& arguments) = 0;
-    /// Does the work of a call and sets its result. Saves before each change what restore() needs.
+    /// Does the work of a call and sets its result. Before each change it saves what restore() needs.
     virtual CallOutcome edit() = 0;
-    /// Does again what edit() did and restore() took back.
+    /// Does again what edit() did and restore() reverted.
     virtual CallOutcome redo() { return edit(); }
-    /// Takes back what the last edit() or redo() has changed, also after an error in the middle of it;
-    /// nothing where it changed nothing.
+    /// Reverts what the last edit() or redo() changed, also if an error stopped it after a part of its
+    /// changes. Does nothing if nothing was changed.
     virtual CallOutcome restore() { return CallOutcome(); }
 
-    /// A failure where the arguments do not fit the syntax: then no flag seems to be set.
+    /// A failure if the arguments do not match the syntax. Then no flag seems to be set.
     const MStatus& argumentStatus() const { return argumentStatus_; }
 
     /// Shows an error that does not end the call.
@@ -116,7 +117,8 @@ class ModuleCommand : public MPxCommand {
     bool hasEdited_ = false;  // there is something to redo
 };
 
-/// What a command is registered with. The class has a static function info() with its CommandInfo.
+/// The functions that register a command. The class has a static function info() that returns its
+/// CommandInfo.
 template <typename Command>
 class CommandOf : public ModuleCommand {
   public:
@@ -127,22 +129,22 @@ class CommandOf : public ModuleCommand {
     CommandOf() : ModuleCommand(Command::info()) {}
 };
 
-/// The node that a command works on: the first of its objects, further ones are ignored.
-/// @param missing  the error when there is none
-/// @param other    the error when it is not of the type
-/// @param node     set when done
-/// @return failed, also when the objects cannot be read
+/// The node that a command works on: the first of its objects. Further objects are ignored.
+/// @param missing  the error if there are no objects
+/// @param other    the error if the node has another type
+/// @param node     set on success
+/// @return failed on an error, also if the objects cannot be read
 CallOutcome readNode(const MArgDatabase& arguments, MFn::Type type, const char* missing, const char* other,
                      MObject& node);
 
-/// The same for a blend-shape node.
+/// The same for a blend shape node.
 CallOutcome readBlendShape(const MArgDatabase& arguments, MObject& node);
 
-/// The error of a redo whose blend-shape node was deleted by hand.
+/// The error of a redo after the user deleted the blend shape node.
 constexpr const char* kBlendShapeGone = "The blend shape node is not in the scene any more.";
 
 /// The mesh shape that a flag names.
 /// @param undefined  the error for an empty name
-/// @param mesh       set when the name is that of a mesh shape (that of a transform is not)
+/// @param mesh       set if exactly one object has the name and is a mesh shape; a transform is not accepted
 /// @return done or refused
 CallOutcome readMeshShape(const MString& name, const char* undefined, MObject& mesh);

@@ -19,10 +19,10 @@
 
 namespace {
 
-/// Name of this file in reports of failing host calls.
+/// The name of this file in reports of failed host calls.
 constexpr const char* kFileName = "common";
 
-/// @param line  where the look-up was asked for, for the report of a failure
+/// @param line  the line of the caller, for the report of a failure
 MStatus findPlugByName(const MString& name, int line, MPlug& plug) {
     // A name that matches nothing leaves the list empty: getPlug reports it.
     MSelectionList list;
@@ -50,11 +50,11 @@ bool areEqual(const MIntArray& left, const MIntArray& right) {
     return true;
 }
 
-/// Place of inputGeomTarget among the attributes of an item.
+/// The child index of inputGeomTarget in an item.
 constexpr unsigned int kGeometryOfItem = 0;
 
-/// Vertices as component list data: a component for each ascending run, because the host sorts the elements
-/// of one.
+/// The vertices as component list data. Each ascending run becomes a component, because the host sorts the
+/// elements of a component.
 MObject componentListData(const MIntArray& vertices) {
     MFnComponentListData list;
     MObject data = list.create();
@@ -72,7 +72,7 @@ MObject componentListData(const MIntArray& vertices) {
     return data;
 }
 
-/// The pnts plug of a mesh shape, with a report when there is none.
+/// The pnts plug of a mesh shape. Reports a failure if there is none.
 MStatus findTweakPlug(const MObject& mesh, MPlug& plug) {
     MStatus status;
     plug = MFnDependencyNode(mesh).findPlug("pnts", false, &status);
@@ -114,7 +114,7 @@ bool hasTargetItem(const MObject& blendShape, int target, int item) {
 }
 
 bool isTargetItemLive(const MObject& blendShape, int target, int item) {
-    // Only of an item that exists may a plug be asked for.
+    // Asking for a plug of a missing item could create the item.
     return hasTargetItem(blendShape, target, item) &&
            getTargetItemPlug(blendShape, target, item).child(kGeometryOfItem).isConnected();
 }
@@ -126,14 +126,14 @@ MIntArray getTargetItemIndices(const MObject& blendShape, int target) {
 void evaluateDeformer(const MObject& blendShape) {
     const MPlug outputs = MFnDependencyNode(blendShape).findPlug("outputGeometry", false);
     if (!hasElement(outputs, 0)) return;
-    // Whoever asks for the output makes the deformer compute it.
+    // Reading the output makes the deformer compute it.
     MObject geometry;
     outputs.elementByLogicalIndex(0).getValue(geometry);
 }
 
 MIntArray getTargetComponents(const MObject& blendShape, int target, int item) {
     MPlug plug;
-    // Listing asks for nothing that does not exist.
+    // Only for an existing item, so that a query creates nothing.
     if (!hasTargetItem(blendShape, target, item)) return {};
     if (!getComponentsTargetPlug(blendShape, target, item, plug)) return {};
     return componentListToIndices(plug);
@@ -161,7 +161,7 @@ void setComponentList(const MPlug& componentList, const MIntArray& vertices) {
     const unsigned int count = vertices.length();
     std::string text = std::string("setAttr ") + componentList.name().asChar() + " -type componentList " +
                        std::to_string(count) + ' ';
-    // Room for numbers of seven digits, which long lists have, avoids growing step by step.
+    // Room for seven digits, which long lists have, so that the text need not grow.
     text.reserve(text.size() + count * std::string("vtx[1234567] ").size() + 1);
     for (unsigned int k = 0; k < count; ++k) {
         text += "vtx[";
@@ -171,7 +171,7 @@ void setComponentList(const MPlug& componentList, const MIntArray& vertices) {
     // An empty list reads "0", two blanks and the semicolon.
     text += count == 0 ? " ;" : ";";
     if (MGlobal::executeCommand(text.c_str(), false, false)) return;
-    // The host may refuse a long statement, which data does without.
+    // The host may refuse a long statement; data has no such limit.
     MObject data = componentListData(vertices);
     MPlug plug = componentList;
     if (plug.setValue(data) || areEqual(componentListToIndices(plug), vertices)) return;

@@ -12,46 +12,47 @@
 
 #include <limits>
 
-/// Access to the data of blend-shape nodes and meshes that all commands share.
+/// Access to the data of blend shape nodes and meshes, shared by all commands.
 ///
-/// A target is addressed by its weight index t, one shape of it by the item index 5000 + 1000 *
-/// weight (6000 is the full target, 5001 to 5999 are in-betweens). The deltas of an item are two
-/// lists aligned by position: vertex indices and points (dx, dy, dz, 1). Everything works on
-/// geometry index 0 of the deformer. Main thread only.
+/// A target is addressed by its weight index. A shape of that target, called item, is addressed by the item
+/// index 5000 + 1000 * weight: 6000 is the full target, 5001 to 5999 are in-betweens. The deltas of an item
+/// are two lists aligned by position: vertex indices and points (dx, dy, dz, 1). All functions use geometry
+/// index 0 of the deformer. Main thread only.
 
-/// Item index of the full target, the default of every command.
+/// Item index of the full target; the default of every command.
 constexpr int kFullItem = 6000;
 
-/// Target index that stands for the deformer's base weights where a weight list is addressed.
+/// Target index that means the base weights of the deformer, in functions for weight lists.
 constexpr int kBaseWeights = -1;
 
-/// The plug inputTarget[0].inputTargetGroup[target]; the group need not exist.
+/// The plug inputTarget[0].inputTargetGroup[target]. The group need not exist.
 MPlug getTargetGroupPlug(const MObject& blendShape, int target);
 
-/// The component list plug of an item; the item need not exist.
+/// The component list plug of an item. The item need not exist.
 /// @return the status of the look-up by name
 MStatus getComponentsTargetPlug(const MObject& blendShape, int target, int item, MPlug& plug);
 
-/// The delta points plug of an item; the item need not exist.
+/// The delta points plug of an item. The item need not exist.
 /// @return the status of the look-up by name
 MStatus getPointsTargetPlug(const MObject& blendShape, int target, int item, MPlug& plug);
 
 /// Indices of the deformer's weights, ascending.
 MIntArray getWeightIndices(const MObject& blendShape);
 
-/// Whether the deformer has a target: a weight or a group of this index. Asking makes nothing.
+/// Whether the deformer has a target: a weight or a group of this index. Does not create either.
 bool hasTarget(const MObject& blendShape, int target);
 
-/// Whether a target has an item. Asking makes nothing.
+/// Whether a target has an item. Does not create it.
 bool hasTargetItem(const MObject& blendShape, int target, int item);
 
-/// Whether a mesh is connected to an item: its deltas come from there whenever that mesh changes.
+/// Whether a mesh is connected to an item. If so, the deltas are computed from that mesh whenever it changes.
 bool isTargetItemLive(const MObject& blendShape, int target, int item);
 
-/// Existing item indices of a target, ascending; empty when it has none.
+/// Existing item indices of a target, ascending; empty if there are none.
 MIntArray getTargetItemIndices(const MObject& blendShape, int target);
 
-/// Lets the deformer compute its first geometry. The deltas of a connected target mesh exist only afterwards.
+/// Makes the deformer compute its first geometry. Deltas that come from a connected target mesh do not exist
+/// before.
 void evaluateDeformer(const MObject& blendShape);
 
 /// Vertex indices of an item in stored order; empty for an item that was never written.
@@ -60,13 +61,12 @@ MIntArray getTargetComponents(const MObject& blendShape, int target, int item);
 /// All elements of a component list plug in stored order; nothing is sorted, duplicates are kept.
 MIntArray componentListToIndices(const MPlug& componentList);
 
-/// Replaces the vertices of a component list plug, in the given order, by script or else by data. Where
-/// neither is possible, a warning says so.
+/// Replaces the vertices of a component list plug, in the given order: with setAttr, or with setValue if that
+/// fails. Shows a warning if both fail.
 void setComponentList(const MPlug& componentList, const MIntArray& vertices);
 
-/// Replaces the vertex indices of an item, in the given order. Recorded nowhere: the calling
-/// command undoes it.
-/// @return the status of the plug look-up; that of the write is not known
+/// Replaces the vertex indices of an item, in the given order. The calling command does the undo.
+/// @return the status of the plug look-up; whether the write succeeded is not known
 MStatus setTargetComponents(const MObject& blendShape, int target, int item, const MIntArray& vertices);
 
 /// Delta points of an item, aligned with getTargetComponents; empty for an item that was never
@@ -77,8 +77,8 @@ MPointArray getTargetPoints(const MObject& blendShape, int target, int item);
 /// @return the status of the look-up or of the write
 MStatus setTargetPoints(const MObject& blendShape, int target, int item, const MPointArray& points);
 
-/// The per-vertex weight list of a target (targetWeights), or of the deformer for kBaseWeights
-/// (baseWeights). Both are sparse: a missing element counts as 1.
+/// The plug of the weight list, one weight per vertex: targetWeights of a target, or baseWeights of the
+/// deformer for kBaseWeights. Both are sparse: a missing element counts as 1.
 MPlug getWeightsPlug(const MObject& blendShape, int target);
 
 /// Replaces a weight list: clears it, then writes values[k] in single precision at vertices[k].
@@ -86,41 +86,41 @@ MPlug getWeightsPlug(const MObject& blendShape, int target);
 MStatus setWeightValues(const MObject& blendShape, int target, const MIntArray& vertices,
                         const MDoubleArray& values);
 
-/// Whether a target has a group of its own; one that has only a weight has none yet. Asking makes nothing.
+/// Whether a target has a group. A target may have only a weight. Does not create a group.
 bool hasTargetGroup(const MObject& blendShape, int target);
 
-/// Removes an item of a target with all that it holds, or nothing where it cannot be removed.
+/// Removes an item of a target with everything in it. Removes nothing if the item cannot be removed.
 void removeTargetItem(const MObject& blendShape, int target, int item);
 
 /// Removes the group of a target with all its items.
 void removeTargetGroup(const MObject& blendShape, int target);
 
-/// Partner of each listed vertex by the vertex order map of a mesh.
+/// The partner of each listed vertex in the vertex order map of a mesh. The mesh must have a map; callers
+/// check that first.
 ///
-/// The mesh must carry a map; commands test for it first.
 /// @return one entry per given vertex; -1 for a vertex without partner or outside the map
 MIntArray mapIndicesByVertexOrder(const MDagPath& mesh, const MIntArray& vertices);
 
-/// Mirror partner of each listed vertex by position (symmetry/mirroredMesh.h), in the order given. The
-/// mirrored copy that it takes is gone afterwards.
+/// The mirror partner of each listed vertex by position (symmetry/mirroredMesh.h), in the order given. Makes
+/// a mirrored copy of the mesh for the search and deletes it.
 ///
 /// @param mesh       path of a mesh shape
 /// @param axis       "x", "y" or "z"
-/// @param tolerance  distance up to which two points count as one, in the units around the mesh
-/// @return one entry per vertex that has a partner: shorter than the list when some have none
+/// @param tolerance  distance up to which two points count as equal, in the units of the mesh's parent space
+/// @return one entry per vertex that has a partner: the array is shorter than the list if some have none
 MIntArray mirrorIndicesByPosition(const MDagPath& mesh, const MString& axis, const MIntArray& vertices,
                                   double tolerance);
 
-/// Vertex indices of component names such as "mesh.vtx[3]" and "mesh.vtx[4:7]", in the order given,
-/// duplicates kept. A range that runs backwards yields nothing.
-/// @param vertexCount  ranges end before it and begin at 0, whatever users have typed
+/// Vertex indices of component names such as "mesh.vtx[3]" and "mesh.vtx[4:7]", in the order given.
+/// Duplicates are kept. A range that runs backwards gives nothing.
+/// @param vertexCount  ranges are cut to 0 up to this count; single indices are not checked
 MIntArray parseVertexComponents(const MStringArray& components,
                                 int vertexCount = std::numeric_limits<int>::max());
 
 /// Appends the tweak values (pnts) of the listed vertices to `points`, as (x, y, z, 1).
-/// @return a failure, reported on the standard error stream, when the node has no such attribute
+/// @return a failure, reported on the standard error stream, if the node has no such attribute
 MStatus getTweakPoints(const MObject& mesh, const MIntArray& vertices, MPointArray& points);
 
 /// Writes points[k] as the tweak value (pnts) of vertices[k].
-/// @return a failure, reported on the standard error stream, when the node has no such attribute
+/// @return a failure, reported on the standard error stream, if the node has no such attribute
 MStatus setTweakPoints(const MObject& mesh, const MIntArray& vertices, const MPointArray& points);

@@ -15,7 +15,7 @@ constexpr const char* kTool = "The compare tool";
 constexpr const char* kStepVariable = "DELVENCompareDraggerToolStep";
 constexpr const char* kListVariable = "DELVENSculptCompareToolList";
 
-/// Runs script text without undo. A failure has been shown by the host, and the drag goes on.
+/// Runs script text without undo. The host shows a failure, and the drag goes on.
 void run(const MString& command) {
     MGlobal::executeCommand(command, false, false);
 }
@@ -25,7 +25,7 @@ MString fixedText(double value) {
     return MString(text, static_cast<int>(writeFixed(text, value) - text));
 }
 
-/// The number that a text begins with, 0 when it begins with none.
+/// The number at the beginning of a text, 0 if there is none.
 double numberOf(const MString& text) {
     double value = 0.0;
     readNumber(text.asChar(), value);
@@ -62,7 +62,7 @@ MStatus DELVENCompareDraggerToolContext::press(const MEvent& event) {
     return MS::kSuccess;
 }
 
-/// Leaves everything as it was where the list is missing or malformed: the tool goes on with the last one.
+/// If the list is missing or malformed, nothing changes: the tool uses the last one.
 void DELVENCompareDraggerToolContext::readToolList() {
     if (!MGlobal::optionVarExists(kListVariable)) return;
     MStringArray fields;
@@ -86,7 +86,7 @@ MStatus DELVENCompareDraggerToolContext::drag(const MEvent& event) {
     short y = 0;
     event.getPosition(currentX_, y);
     value_ = static_cast<short>(currentX_ - pressX_) * speed_ * 0.01;
-    // A value that is no number gives 0 too.
+    // NaN gives 0, too.
     if (!(value_ > 0.0)) value_ = 0.0;
     if (value_ > 1.0) value_ = 1.0;
     if (startTime_ != endTime_) setTime(startTime_ + timeRange_ * value_);
@@ -124,7 +124,7 @@ MStatus DELVENCompareDraggerToolContext::doRelease(MEvent& event, MHWRender::MUI
     return doRelease(event);
 }
 
-/// A time that is no number leaves the scene where it stands.
+/// A time that is not a number does not change the current time.
 void DELVENCompareDraggerToolContext::setTime(double time) const {
     MAnimControl::setCurrentTime(MTime(time, MTime::uiUnit()));
 }

@@ -7,23 +7,24 @@
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 
-/// The compare tool: dragging left and right with the left mouse button blends between a sculpt and what it
-/// is compared with, by the weight of target 10000 of a blend shape, and scrubs the time along with it.
+/// The compare tool: dragging left and right with the left mouse button blends between a sculpt and the shape
+/// it is compared with, and scrubs the time. The blend is the weight of target 10000 of a blend shape.
 ///
-/// What a drag drives is read when the mouse button is pressed, from option variables of the kit:
-///   "DELVENSculptCompareToolList"    "start time,end time,speed,restore time,blend shape"; the speed is the
-///                                    change of the weight per pixel, in percent
-///   "DELVENCompareDraggerToolStep"   read and kept; nothing uses it
-/// The kit's script procedures delvenSculpt_compareSculpt and delvenSculpt_resetCompare are called with each
-/// drag event, before the weight is set, and on release. Nothing of a drag can be undone; all handlers
-/// succeed, whatever the scripts do.
+/// When the mouse button is pressed, the tool reads its settings from option variables:
+///     "DELVENSculptCompareToolList"    "start time,end time,speed,restore time,blend shape"
+///     "DELVENCompareDraggerToolStep"   read and stored; nothing uses it
+/// The speed is the change of the weight per pixel, in percent.
+///
+/// Each drag event calls the script procedure delvenSculpt_compareSculpt before it sets the weight. Releasing
+/// the button calls delvenSculpt_resetCompare. A drag cannot be undone. All handlers succeed even if a script
+/// fails.
 class DELVENCompareDraggerToolContext : public MPxContext {
   public:
     DELVENCompareDraggerToolContext();
 
     void toolOnSetup(MEvent& event) override;
 
-    // Viewport 2.0 calls the second of each two, the legacy viewport the first; they do the same.
+    // Viewport 2.0 calls the second of each pair, the legacy viewport the first. Both do the same.
     MStatus doPress(MEvent& event) override;
     MStatus doPress(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                     const MHWRender::MFrameContext& context) override;
@@ -48,7 +49,7 @@ class DELVENCompareDraggerToolContext : public MPxContext {
     double step_ = 0.035;
     double value_ = 0.0;  // 0 to 1
     bool isActive_ = false;
-    double restoreTime_ = 0.0;  // times in the user's unit
+    double restoreTime_ = 0.0;  // all times are in the user's time unit
     MString node_;
     double startTime_ = 0.0;
     double endTime_ = 0.0;

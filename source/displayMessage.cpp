@@ -21,7 +21,7 @@ CallOutcome displayMessage::read(const MArgDatabase& arguments) {
     isInfo_ = arguments.isFlagSet("-i");
     isWarning_ = arguments.isFlagSet("-w");
     isError_ = arguments.isFlagSet("-e");
-    // The last one counts. Deliberate: not the order in which edit() chooses the kind.
+    // The last flag that is set counts. Deliberate: docs/compatibility.md.
     readFlag(arguments, "-i", text_);
     readFlag(arguments, "-w", text_);
     readFlag(arguments, "-e", text_);

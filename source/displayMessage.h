@@ -5,11 +5,11 @@
 
 #include "commandSupport.h"
 
-/// dv_displayMessage: shows a text as an information, a warning or an error; the error makes the command
-/// fail, so that it stops a script. No result; not undoable.
+/// dv_displayMessage: shows a text as an information, a warning or an error. An error makes the command fail,
+/// which stops a script. No result; not undoable.
 ///
-/// With several flags the text of the error goes before that of the warning and of the information, but it
-/// is shown as an information first, then as an error, then as a warning.
+/// If a call has several flags, the text is that of the first of -error, -warning, -info. The kind is the
+/// first of information, error, warning (deliberate: docs/compatibility.md).
 class displayMessage : public CommandOf<displayMessage> {
   public:
     static constexpr const char* kName = "dv_displayMessage";

@@ -29,10 +29,10 @@ constexpr const char* kWriteError = "Unable to open file for writing";
 constexpr const char* kCountError =
     "The stored vertex count doesn't match the resolution of the currently loaded mesh";
 
-/// How a map looks on a mesh.
+/// A map as vertex colours of a mesh.
 struct Picture {
-    MColorArray colors;    // of all vertices; those that the map does not have are without weight
-    int partialCount = 0;  // vertices that are assigned in part
+    MColorArray colors;    // of all vertices; vertices outside the map have weights of 0
+    int partialCount = 0;  // number of partly assigned vertices
     int firstPartial = 0;
 };
 
@@ -54,7 +54,7 @@ Picture pictureOf(const RegionArrays& map, unsigned int vertexCount, const Regio
     return picture;
 }
 
-/// What to tell about vertices that are assigned in part.
+/// The message about vertices that are partly assigned.
 MString partialText(const Picture& picture) {
     const int count = picture.partialCount;
     return MString("Partial weights found: ") + count + (count == 1 ? " vertex is" : " vertices are") +
@@ -63,7 +63,7 @@ MString partialText(const Picture& picture) {
            "-index -1 to assign it by the neighbours.";
 }
 
-/// What to tell about a line that cannot be read.
+/// The message about a line that cannot be read.
 MString lineText(const MString& fileName, int line, const char* content) {
     return MString("Line ") + line + " of " + fileName + " does not hold an index and " + content + ".";
 }
@@ -101,7 +101,7 @@ CallOutcome editRegionMap::read(const MArgDatabase& arguments) {
     MObject node;
     constexpr const char* kNoNode = "No region node provided.";
     CallOutcome outcome = readNode(arguments, MFn::kDependencyNode, kNoNode, kNoNode, node);
-    // Like its other errors, a call without node succeeds with the result 0.
+    // Deliberate: docs/compatibility.md.
     if (!outcome.isDone()) return outcome.asRefused();
     RegionNode regions;
     MString error;
@@ -155,7 +155,8 @@ bool editRegionMap::checkFlags(MString& error) const {
     return true;
 }
 
-/// Whether the call is about one region; some are about the whole map when none is given.
+/// Whether the call is about one region. Import, export and colours are about the whole map if no region is
+/// given.
 bool editRegionMap::usesRegion() const {
     const bool isForWhole = mode_ == Mode::kImport || mode_ == Mode::kExport || mode_ == Mode::kColor;
     return isForWhole ? hasIndex_ : mode_ != Mode::kRestore && mode_ != Mode::kNone;
@@ -172,8 +173,7 @@ CallOutcome editRegionMap::edit() {
     return run(regions);
 }
 
-/// Undo leaves everything as it is, so that restored regions still are; the buffers, once restored, are
-/// empty.
+/// Undo changes nothing, so restored regions are still restored; and after a restore the buffers are empty.
 CallOutcome editRegionMap::redo() {
     const bool isRestored = mode_ == Mode::kRestore && restored_ != 0;
     return isRestored ? CallOutcome() : edit();
@@ -210,7 +210,7 @@ CallOutcome editRegionMap::done() {
     return CallOutcome();
 }
 
-/// Ends a run that has written weights, with the status of that.
+/// Ends a run that has written weights, with the status of the write.
 CallOutcome editRegionMap::written(const MStatus& status) {
     return status ? done() : CallOutcome::failed("Error setting region weights.", status);
 }
@@ -239,7 +239,7 @@ CallOutcome editRegionMap::add(RegionNode& node) {
     return written(node.writeMap(map));
 }
 
-/// Gives what vertices lack to 1 to one region, or to those of their neighbours.
+/// Fills vertices up to 1: with one region, or with the regions of their neighbours.
 CallOutcome editRegionMap::append(RegionNode& node, const MObject& mesh) {
     const RegionMap map = node.readMap();
     if (index_ >= 0) {
@@ -262,7 +262,7 @@ CallOutcome editRegionMap::append(RegionNode& node, const MObject& mesh) {
     return written(node.writeMap(map));
 }
 
-/// Loads a region into the base weights, to be painted there.
+/// Copies a region to the base weights, where it can be painted.
 CallOutcome editRegionMap::load(const RegionNode& node) {
     const MDoubleArray weights = node.readRegion(region());
     MIntArray vertices(weights.length());
@@ -279,7 +279,7 @@ CallOutcome editRegionMap::copyBuffers(RegionNode& node) {
     return written(status);
 }
 
-/// Shows the map, or one region of it, as vertex colours, whether or not some vertices are assigned in part.
+/// Shows the map, or one region of it, as vertex colours, even if some vertices are partly assigned.
 CallOutcome editRegionMap::color(const RegionNode& node, const MObject& mesh) {
     const RegionMap map = node.readMap();
     RegionLocks shown;
@@ -294,7 +294,7 @@ CallOutcome editRegionMap::color(const RegionNode& node, const MObject& mesh) {
     const MStatus status = function.setVertexColors(picture.colors, vertices);
     if (!status) return CallOutcome::failed("Error setting vertex colors.", status);
     function.setDisplayColors(true);
-    // A call that has shown the map is done, and redo shows it again, error or not.
+    // Done in spite of the error: the map is shown, and redo has to show it again.
     if (picture.partialCount == 0) return done();
     report(CallOutcome::refused(partialText(picture)));
     return CallOutcome();
@@ -316,7 +316,7 @@ CallOutcome editRegionMap::exportMap(const RegionNode& node) {
     } else {
         const RegionMap map = node.readMap();
         RegionArrays arrays = map.arrays();
-        // The first array says how many vertices the map has.
+        // The length of the first array is the vertex count of the map.
         arrays.vertexCount = node.readRegion(0).length();
         writeRegionFile(settings, arrays, form, [&](std::string_view text) { file.write(text); });
     }
@@ -339,7 +339,7 @@ CallOutcome editRegionMap::importMap(RegionNode& node, unsigned int vertexCount)
     return written(status);
 }
 
-/// Reads a file with one region. It must have a weight for each vertex, once.
+/// Reads a file with one region. The file must have exactly one weight for each vertex.
 CallOutcome editRegionMap::importRegion(RegionNode& node, std::string_view text, unsigned int vertexCount) {
     const FileForm form = fileFormOf(fileName_.asUTF8());
     if (parseRegionFile(text, form).vertexCount() > 0)

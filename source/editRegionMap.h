@@ -11,13 +11,13 @@
 #include "commandSupport.h"
 #include "regions/regionNode.h"
 
-/// dv_editRegionMap: moves weights between the base weights of a blend shape, where the user paints one
-/// region at a time, and the region map of the region data node that is connected from it; keeps the map
-/// normalised, shows it, and writes and reads it as a file.
+/// dv_editRegionMap: edits the region map of a region data node. It moves weights between the map and the
+/// base weights of the connected blend shape, where the user paints one region at a time. It also keeps the
+/// map normalised, shows it, and exports and imports it.
 ///
-/// One call does one thing: the first in the order of Mode that is asked for. The result is 1, or 0 after an
-/// error and where nothing was asked for. The command stands on the undo queue, but undo leaves everything as
-/// it is, on purpose: scripts of the kit store and restore the map themselves. Redo does it once more.
+/// One call does one thing: the first in the order of Mode that the call asks for. The result is 1. It is 0
+/// after an error, and if the call asks for nothing. Undo changes nothing (deliberate:
+/// docs/compatibility.md). Redo does the call again, except for restoring from the buffers.
 class editRegionMap : public CommandOf<editRegionMap> {
   public:
     static constexpr const char* kName = "dv_editRegionMap";

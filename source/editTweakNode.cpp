@@ -46,11 +46,11 @@ CallOutcome editTweakNode::edit() {
     if (status) status = addEdits(points, missing);
     if (!status) return CallOutcome::failed("", status);
     if (isBaked_ && missing > 0) {
-        // They would be lost, and the command cannot be undone.
+        // These edits would be lost, and the command cannot be undone.
         return CallOutcome::failed(MString("The original mesh has no vertices for ") + missing +
                                    " of the edits.");
     }
-    // No data in place of the array removes all its elements.
+    // Setting the array to no data removes all its elements.
     MObject none;
     status = edits_.setValue(none);
     if (status && isBaked_) status = mesh.setPoints(points, MSpace::kObject);
@@ -59,7 +59,7 @@ CallOutcome editTweakNode::edit() {
     return CallOutcome();
 }
 
-/// Adds the edits to the points of the mesh that they belong to.
+/// Adds each edit to the point of its vertex.
 /// @param missing  number of edits of vertices that the mesh does not have
 MStatus editTweakNode::addEdits(MFloatPointArray& points, unsigned int& missing) const {
     MIntArray vertices;

@@ -8,10 +8,11 @@
 
 #include "commandSupport.h"
 
-/// dv_editTweakNode: removes the vertex edits that a tweak node holds for its first geometry, on request
-/// after adding them to the points of the original mesh. Not undoable.
+/// dv_editTweakNode: removes the vertex edits that a tweak node holds for its first geometry. On request it
+/// first adds them to the points of the original mesh. Not undoable.
 ///
-/// The result is 1, or 0 after an error, which leaves the edits where they are.
+/// The result is 1, or 0 after an error. After an error the edits stay in the node, unless they were removed
+/// and only then the points could not be set.
 class editTweakNode : public CommandOf<editTweakNode> {
   public:
     static constexpr const char* kName = "dv_editTweakNode";

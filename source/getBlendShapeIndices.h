@@ -5,9 +5,8 @@
 
 #include "commandSupport.h"
 
-/// dv_getBlendShapeIndices: the weight indices in use on a blend-shape node, as an int array. Not undoable.
-///
-/// Errors set no result.
+/// dv_getBlendShapeIndices: lists the weight indices that a blend shape node uses, as an int array. Not
+/// undoable. No result after an error.
 class getBlendShapeIndices : public CommandOf<getBlendShapeIndices> {
   public:
     static constexpr const char* kName = "dv_getBlendShapeIndices";

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A component of a mesh; null, which stands for the whole mesh, for a type that is none.
+/// A component of a mesh. Null, which means the whole mesh, for an unknown type.
 MObject makeComponent(int type, MIntArray& elements) {
     constexpr MFn::Type kTypes[] = {MFn::kMeshVertComponent, MFn::kMeshEdgeComponent,
                                     MFn::kMeshPolygonComponent};
@@ -60,7 +60,7 @@ CallOutcome getComponentList::edit() {
     const bool isPresent = status && isPlugPresent(plug);
     if (isPresent) elements = componentListToIndices(plug);
     if (elements.length() == 0 && isPresent && plug.node().hasFn(MFn::kBlendShape)) {
-        // The deltas of a target mesh exist only after the deformer has made them.
+        // Deltas of a connected target mesh do not exist before the deformer has computed them.
         evaluateDeformer(plug.node());
         elements = componentListToIndices(plug);
     }
@@ -73,7 +73,7 @@ CallOutcome getComponentList::edit() {
     return status && selected ? CallOutcome() : CallOutcome::failed("", status ? selected : status);
 }
 
-/// Makes the elements the selection, which stays as it is where the mesh is not there.
+/// Selects the elements. The selection does not change if the mesh does not exist.
 MStatus getComponentList::select(MIntArray& elements) const {
     MSelectionList list;
     list.add(mesh_);

@@ -6,10 +6,10 @@
 
 #include "commandSupport.h"
 
-/// dv_getComponentList: the elements of a component list attribute as an int array, in stored order; or, on
-/// request, these elements selected on a mesh, without a result. Not undoable.
+/// dv_getComponentList: lists the elements of a component list attribute as an int array, in stored order. On
+/// request it selects these elements on a mesh instead, without a result. Not undoable.
 ///
-/// Shows no message: an attribute or a mesh that is not there makes the command fail.
+/// Shows no message. If the attribute or the mesh does not exist, the command fails.
 class getComponentList : public CommandOf<getComponentList> {
   public:
     static constexpr const char* kName = "dv_getComponentList";
@@ -26,5 +26,5 @@ class getComponentList : public CommandOf<getComponentList> {
 
     MString attribute_;
     int componentType_ = kNoType;  // 0 vertices, 1 edges, 2 faces
-    MString mesh_;                 // on which to select
+    MString mesh_;                 // the elements are selected on this mesh
 };

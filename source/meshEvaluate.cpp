@@ -25,7 +25,7 @@ MObjectArray meshChildren(const MDagPath& transform) {
     return children;
 }
 
-/// Those of mesh shapes that are intermediate, or those that are not.
+/// The intermediate shapes in a list, or the others.
 MObjectArray chosenShapes(const MObjectArray& shapes, bool isIntermediate) {
     MObjectArray chosen;
     for (unsigned int k = 0; k < shapes.length(); ++k) {
@@ -43,7 +43,7 @@ bool feedsAnything(const MObject& node) {
     return false;
 }
 
-/// The first element of an array plug that is there; null when there is none.
+/// The first existing element of an array plug; null if there is none.
 MPlug firstElement(const MPlug& array) {
     for (unsigned int k = 0; k < array.numElements(); ++k) {
         const MPlug element = array.elementByPhysicalIndex(k);
@@ -52,15 +52,16 @@ MPlug firstElement(const MPlug& array) {
     return MPlug();
 }
 
-/// More nodes than any chain has: one that runs in a circle has no end.
+/// More nodes than any chain has. A chain that runs in a circle would not end.
 constexpr int kLongestChain = 10000;
 
-/// The input from which a deformer, a groupParts node or the like makes an output; null for other nodes.
+/// The input from which a deformer, a groupParts node or a similar node computes an output. Null for other
+/// nodes.
 MPlug geometryInput(const MPlug& output) {
     const MObject node = output.node();
     const MFnDependencyNode maker(node);
     if (node.hasFn(MFn::kGeometryFilt)) {
-        // Each of its outputs has an input of the same index.
+        // Each output has an input of the same index.
         if (!output.isElement()) return MPlug();
         return maker.findPlug("input", false).elementByLogicalIndex(output.logicalIndex()).child(0);
     }
@@ -69,7 +70,7 @@ MPlug geometryInput(const MPlug& output) {
     return status ? single : MPlug();
 }
 
-/// The nearest mesh up the chain from the output of a node; null when the chain begins with something else.
+/// The nearest mesh upstream of an output. Null if the chain begins with something else.
 MObject meshBefore(MPlug output) {
     for (int step = 0; step < kLongestChain && !output.isNull(); ++step) {
         if (output.node().hasFn(MFn::kMesh)) return output.node();
@@ -79,14 +80,15 @@ MObject meshBefore(MPlug output) {
     return MObject::kNullObj;
 }
 
-/// The mesh that the deformers of a shape begin with; null for a shape without deformers.
+/// The mesh at the beginning of the deformers of a shape. Null for a shape without deformers.
 MObject originOf(const MObject& shape) {
     const MPlug output = MFnDependencyNode(shape).findPlug("inMesh", false).source();
     const bool isDeformed = !output.isNull() && output.node().hasFn(MFn::kGeometryFilt);
     return isDeformed ? meshBefore(output) : MObject(MObject::kNullObj);
 }
 
-/// Whether a visible shape beside an intermediate one is made from it: that is where it belongs then.
+/// Whether an intermediate shape has the same transform as a visible shape that is made from it. Then it is
+/// where it belongs.
 bool isInPlace(const MObject& original) {
     MDagPath parent;
     if (!MDagPath::getAPathTo(original, parent) || !parent.pop()) return false;
@@ -124,7 +126,7 @@ CallOutcome meshEvaluate::read(const MArgDatabase& arguments) {
     MObject item;
     objects.getDependNode(0, item);
     if (item.hasFn(MFn::kTransform)) {
-        // The first child, even if it is an intermediate shape before the visible one: messages name it.
+        // The first child, even if it is an intermediate shape: messages name it.
         shape_.pop();
         shape_.push(MFnDagNode(item).child(0));
     }
@@ -162,8 +164,10 @@ CallOutcome meshEvaluate::findIntermediate(MObject& found) const {
     return outcome;
 }
 
-/// The intermediate shape of a shape that has none beside it: up the chain of deformers.
-/// @param found  null after a success when a tweak node's chain begins with something else
+/// The intermediate shape of a shape without one below the same transform: found along the chain of
+/// deformers.
+/// @param found  null after a success if there is a tweak node and its chain does not begin with an
+///               intermediate shape
 CallOutcome meshEvaluate::findDistantIntermediate(const MObject& shape, MObject& found) const {
     MStatus status;
     const MFnDependencyNode shapeNode(shape);
@@ -185,8 +189,8 @@ CallOutcome meshEvaluate::findDistantIntermediate(const MObject& shape, MObject&
     return takeIntermediate(meshBefore(source), found);
 }
 
-/// Moves an intermediate shape from another transform to that of the mesh.
-/// @param original  may be null, or no intermediate shape: `found` stays as it is then
+/// Moves an intermediate shape from another transform below that of the mesh.
+/// @param original  if null, or not an intermediate shape, `found` does not change
 CallOutcome meshEvaluate::takeIntermediate(const MObject& original, MObject& found) const {
     if (original.isNull()) return CallOutcome();
     const MFnDagNode node(original);
@@ -203,8 +207,8 @@ CallOutcome meshEvaluate::takeIntermediate(const MObject& original, MObject& fou
     return CallOutcome();
 }
 
-/// The intermediate shape among the children: the one with the vertices of the shape that feeds something;
-/// the shape when there is none.
+/// The intermediate shape among the children: the one that feeds something and has the same vertex count as
+/// the shape. The shape itself if there is none.
 CallOutcome meshEvaluate::findCandidate(const MObject& shape, const MObjectArray& children,
                                         MObject& found) const {
     const int vertexCount = MFnMesh(shape).numVertices();
@@ -225,7 +229,7 @@ CallOutcome meshEvaluate::findCandidate(const MObject& shape, const MObjectArray
     MGlobal::displayInfo(
         "Please remove all unnecessary shape nodes.\n"
         "A deformed mesh usually has only two shape nodes; the deformed shape and the original shape.");
-    // Deliberate, grammar included: scripts look for this text.
+    // Deliberate: docs/compatibility.md.
     return CallOutcome::failed(shape_.partialPathName() +
                                " has no too many intermediate shape nodes. See script editor for details.");
 }

@@ -96,13 +96,13 @@ MStatus deregisterAll(MObject& object) {
 
 }  // namespace
 
-/// Registers every command, the one that makes the compare tool last. One that fails (its name is taken) does
-/// not keep the others from being offered; the status is that of the last.
+/// Registers all commands, that of the compare tool last. If one fails, for example because its name is
+/// taken, the others are registered all the same. The status is that of the last.
 PLUGIN_EXPORT MStatus initializePlugin(MObject object) {
     return guardEntry(kProduct, [&] { return registerAll(object); });
 }
 
-/// Removes them in the same order; the status is that of the last.
+/// Removes all commands in the same order. The status is that of the last.
 PLUGIN_EXPORT MStatus uninitializePlugin(MObject object) {
     return guardEntry(kProduct, [&] { return deregisterAll(object); });
 }

@@ -20,12 +20,12 @@
 
 namespace {
 
-/// The name and the lines that edges without two faces are reported with; users look for them in their logs.
+/// The file name and lines in reports of edges without two faces. Deliberate: docs/compatibility.md.
 constexpr const char* kReportFile = "polyMapVertexOrder";
 constexpr int kBuildLine = 342;
 constexpr int kExtendLine = 385;
 
-/// The result where there is no usable map, or nothing could be mapped.
+/// The result if there is no usable map, or if nothing could be mapped.
 constexpr int kNoMap = -1;
 
 CallOutcome fail(const MString& error, const MStatus& status = MS::kFailure) {
@@ -80,7 +80,7 @@ polyMapVertexOrder::Mode polyMapVertexOrder::readMode(const MArgDatabase& argume
     return arguments.isFlagSet("-atm") ? Mode::kExtend : Mode::kBuild;
 }
 
-/// Takes the mesh and its components from the first object; further ones are ignored.
+/// Reads the mesh and its components from the first object. Further objects are ignored.
 CallOutcome polyMapVertexOrder::readMesh(const MSelectionList& objects) {
     MString error;
     if (!readMeshItem(objects, 0, mesh_, error)) return fail(error);
@@ -110,8 +110,8 @@ CallOutcome polyMapVertexOrder::edit() {
     return builds ? buildMap(starts, map) : query(hasMap, map);
 }
 
-/// A start for every selected edge; when a map is extended, only for a single one. Also where the mode of the
-/// command has no use for it: scripts get the warning about an edge that has not two faces in every mode.
+/// A start for every selected edge; with -addToMap, only for a single edge. Deliberate: in every mode, even
+/// if it does not use the starts (docs/compatibility.md).
 CallOutcome polyMapVertexOrder::startAtSelectedEdges(std::vector<SymmetryStart>& starts) const {
     if (addsToMap_ && selectedEdges_.length() != 1) return CallOutcome();
     for (unsigned int k = 0; k < selectedEdges_.length(); ++k) {
@@ -145,7 +145,7 @@ CallOutcome polyMapVertexOrder::query(bool hasMap, const MIntArray& map) {
     return CallOutcome();
 }
 
-/// The other mesh must be named by its shape; its vertex count does not matter.
+/// The other mesh must be given by the name of its shape. Its vertex count does not matter.
 CallOutcome polyMapVertexOrder::copyMap(const MIntArray& map) const {
     MSelectionList list;
     list.add(copyTarget_);
@@ -160,13 +160,13 @@ CallOutcome polyMapVertexOrder::copyMap(const MIntArray& map) const {
     return CallOutcome();
 }
 
-/// Selects the selected vertices with their partners, else all that are mapped, else all that are not.
+/// Selects the selected vertices with their partners, or all mapped vertices, or all unmapped ones.
 void polyMapVertexOrder::select(const MIntArray& map) const {
     std::vector<int> vertices;
     if (mode_ == Mode::kCheck) {
         for (unsigned int k = 0; k < selectedVertices_.length(); ++k) {
             const auto vertex = static_cast<unsigned int>(selectedVertices_[k]);
-            // A selection may outlast the vertices of a mesh that has history.
+            // A selection can contain vertices that a mesh with history does not have any more.
             if (vertex >= map.length()) continue;
             vertices.push_back(selectedVertices_[k]);
             vertices.push_back(map[vertex]);
@@ -228,7 +228,7 @@ void polyMapVertexOrder::showHowToGetDetails(double tolerance) const {
     MGlobal::displayWarning("Not all vertices have been mapped. See script editor for details.");
 }
 
-/// Changes nothing; tells whether there is a map.
+/// Changes nothing. Returns a failure if there is no map.
 CallOutcome polyMapVertexOrder::restore() {
     MPlug plug;
     const MStatus status = findVertexOrderMap(mesh_, plug);

@@ -11,13 +11,13 @@
 #include "commandSupport.h"
 #include "symmetry/symmetryTraversal.h"
 
-/// dv_polyMapVertexOrder: pairs every vertex of a mesh with its mirror partner, by connectivity, and keeps
+/// dv_polyMapVertexOrder: pairs every vertex of a mesh with its mirror partner, by connectivity, and stores
 /// the pairs on the mesh (vertexOrderMap.h).
 ///
-/// Builds the map, extends it from selected edges, copies it, counts its gaps, or selects what it maps. The
-/// result is an int: 1, the number of gaps, or -1 where there is no usable map or nothing could be mapped;
-/// modes that select set none. Not undoable: a map that was written stays. Problems with single shells are
-/// told and leave gaps; a walk that fails leaves the stored map as it was.
+/// Builds the map, extends it from selected edges, copies it, counts its gaps, or selects vertices by it. The
+/// result is an int: 1, the number of gaps, or -1 if there is no usable map or nothing could be mapped. Modes
+/// that select set no result, except that -1. Not undoable: a map stays. Problems with single shells are
+/// reported and leave gaps. If a walk fails, the stored map does not change.
 class polyMapVertexOrder : public CommandOf<polyMapVertexOrder> {
   public:
     static constexpr const char* kName = "dv_polyMapVertexOrder";
@@ -46,7 +46,7 @@ class polyMapVertexOrder : public CommandOf<polyMapVertexOrder> {
     void showHowToGetDetails(double tolerance) const;
 
     Mode mode_ = Mode::kBuild;
-    bool addsToMap_ = false;  // edges are read as for extending, whatever the mode
+    bool addsToMap_ = false;  // -addToMap is set: edges are read as for extending, in every mode
     MString axis_ = "x";
     MString copyTarget_;
     bool selectsFound_ = false;

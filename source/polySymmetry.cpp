@@ -20,10 +20,10 @@
 
 namespace {
 
-/// The option variable in which the mirror tools look for the tolerance to suggest.
+/// The option variable with the tolerance that the mirror tools suggest.
 constexpr const char* kToleranceVariable = "DELVENMirrorToleranceValue";
 
-/// The name and the line that a failing undo is reported with; users look for them in their logs.
+/// The file name and line in the report of a failed undo. Deliberate: docs/compatibility.md.
 constexpr const char* kReportFile = "polySymmetry";
 constexpr int kUndoLine = 683;
 
@@ -31,13 +31,13 @@ CallOutcome fail(const MString& error, const MStatus& status = MS::kFailure) {
     return CallOutcome::failed(error, status, ErrorSink::kCommand);
 }
 
-/// Gives the points on the target side the place that their partners' mirror images have. Partners
-/// that have moved already count where they are now.
+/// Moves the points on the target side to the mirror images of their partners. If a partner has moved
+/// already, its new place counts.
 void mirrorByMap(const MIntArray& map, int axis, int targetSide, MFloatPointArray& points) {
     const auto coordinate = static_cast<unsigned int>(axis);
     for (unsigned int vertex = 0; vertex < points.length(); ++vertex) {
         const auto partner = static_cast<unsigned int>(map[vertex]);
-        // Also for kUnmapped and whatever else is no vertex.
+        // Skips kUnmapped and any other number that is no vertex.
         if (partner >= points.length()) continue;
         if (planeSide(points[vertex][coordinate]) != targetSide) continue;
         points[vertex] = points[partner];
@@ -89,8 +89,7 @@ CallOutcome polySymmetry::read(const MArgDatabase& arguments) {
     return outcome.isDone() && !isAxisText(axis_) ? fail(kAxisError) : outcome;
 }
 
-/// The first object is the mesh; of the others, which must be meshes too, the last is where a map
-/// comes from.
+/// The first object is the mesh. The last of the others is the source of the map. All objects must be meshes.
 CallOutcome polySymmetry::readObjects(const MSelectionList& objects) {
     for (unsigned int k = 0; k < objects.length(); ++k) {
         MDagPath path;
@@ -102,7 +101,7 @@ CallOutcome polySymmetry::readObjects(const MSelectionList& objects) {
     return CallOutcome();
 }
 
-/// Only the first element matters: it stands for its shell.
+/// Only the first element matters: it names a shell.
 void polySymmetry::readComponent(const MSelectionList& objects) {
     MDagPath path;
     MObject component;
@@ -146,7 +145,7 @@ CallOutcome polySymmetry::check() {
     return outcome;
 }
 
-/// The vertices of the shell that the user pointed at, ascending; empty when the check is for all.
+/// The vertices of the shell that the user selected, ascending. Empty if the whole mesh is to be checked.
 std::vector<int> polySymmetry::restrictedVertices() const {
     std::vector<int> vertices;
     const int face = firstFace();
@@ -169,7 +168,7 @@ std::vector<int> polySymmetry::restrictedVertices() const {
     return vertices;
 }
 
-/// A face at the element that the user named first; -1 where there is none.
+/// A face at the first selected element, -1 if there is none.
 int polySymmetry::firstFace() const {
     MIntArray faces;
     int previous = 0;
@@ -185,12 +184,11 @@ int polySymmetry::firstFace() const {
     return faces.length() > 0 ? faces[0] : -1;
 }
 
-/// Looks every vertex up on a mirrored copy of the mesh, which is gone afterwards, and writes the
-/// map where that was asked for.
+/// Searches for partners on a mirrored copy of the mesh, deletes the copy, and writes the map if asked to.
 CallOutcome polySymmetry::findPartners(const std::vector<int>& restricted, SymmetryFindings& findings) const {
     MirroredMesh image(mesh_.path(), axisIndex(axis_), tolerance_);
     if (!image.create()) {
-        // Deliberate: scripts expect the copy that could not be searched to stay.
+        // Deliberate: docs/compatibility.md.
         image.leaveInScene();
         return fail("Failed to create intersector.");
     }
@@ -204,8 +202,8 @@ CallOutcome polySymmetry::findPartners(const std::vector<int>& restricted, Symme
     return status ? outcome : CallOutcome::failed("", status);
 }
 
-/// The map that partners are entered in: the stored one, if it is to be extended, without the
-/// vertices that the check is restricted to.
+/// The map to enter partners in. It is empty, or the stored map if that is to be extended; then the vertices
+/// of a restricted check are unmapped first.
 CallOutcome polySymmetry::readMap(const std::vector<int>& restricted, std::vector<int>& map) const {
     map.assign(static_cast<std::size_t>(MFnMesh(mesh_.path()).numVertices()), kUnmapped);
     MPlug plug;
@@ -240,7 +238,7 @@ CallOutcome polySymmetry::restore() {
         MFloatPointArray points;
         MFnMesh mesh(mesh_.path());
         mesh.getPoints(points, MSpace::kObject);
-        // Points that a check did not change are left alone: setting them would make tweaks a part of them.
+        // Points that have not changed are not set: setting them would bake tweaks into them.
         if (areEqual(points, savedPoints_)) return CallOutcome();
         status = mesh.setPoints(savedPoints_, MSpace::kObject);
     }

@@ -11,13 +11,13 @@
 #include "scene/meshObject.h"
 #include "symmetry/positionCheck.h"
 
-/// dv_polySymmetry: checks a mesh, or one shell of it, for mirror images by position, or makes it
+/// dv_polySymmetry: checks a mesh, or one shell of it, for mirror images by position; or makes a mesh
 /// symmetric by a vertex order map.
 ///
-/// The result of a check is 1 when every vertex has a partner; otherwise 0, and the vertices
-/// without one are selected, unless the partners found go into the mesh's vertex order map. A check
-/// also leaves a tolerance that suits the mesh in an option variable. Undo sets the points as they
-/// were, after a check too; maps, the selection and the option variable stay.
+/// The result of a check is 1 if every vertex has a partner, otherwise 0. A check selects the vertices
+/// without partner, unless it was asked to write the partners to the mesh's vertex order map. It also stores
+/// a tolerance that suits the mesh in an option variable. Undo restores the points, after a check too. Maps,
+/// the selection and the option variable stay.
 class polySymmetry : public CommandOf<polySymmetry> {
   public:
     static constexpr const char* kName = "dv_polySymmetry";
@@ -32,7 +32,7 @@ class polySymmetry : public CommandOf<polySymmetry> {
     CallOutcome readObjects(const MSelectionList& objects);
     void readComponent(const MSelectionList& objects);
 
-    /// The side whose vertices follow those of the other, as planeSide tells it.
+    /// The side that is made to match the other, as planeSide returns it.
     int targetSide() const { return isPositiveSource_ ? -1 : 1; }
     CallOutcome applyMap();
     CallOutcome check();
@@ -50,7 +50,7 @@ class polySymmetry : public CommandOf<polySymmetry> {
 
     MeshObject mesh_;
     MeshObject mapSource_;
-    MFn::Type componentType_ = MFn::kInvalid;  // of the mesh's item: vertices, edges, faces or nothing
+    MFn::Type componentType_ = MFn::kInvalid;  // of the components given with the mesh; kInvalid: none
     int firstElement_ = -1;
     bool hasSavedPoints_ = false;
     MFloatPointArray savedPoints_;

@@ -7,17 +7,17 @@
 
 namespace {
 
-/// Deliberate: pi/180 and 180/pi in single precision. Scripts compare results with values made so.
+/// Deliberate: pi/180 and 180/pi in single precision (docs/compatibility.md).
 constexpr double kRadiansPerDegree = 0.01745329238474369;
 constexpr double kDegreesPerRadian = 57.295780181884766;
 
-/// A rotate order as each of the host's two classes numbers it.
+/// A rotate order in the numbers of the host's two classes.
 struct Order {
     MTransformationMatrix::RotationOrder matrix;
     MEulerRotation::RotationOrder euler;
 };
 
-/// @param code  as rotateOrder attributes number orders
+/// @param code  the number that rotateOrder attributes use
 Order orderOf(int code) {
     constexpr Order kOrders[] = {{MTransformationMatrix::kXYZ, MEulerRotation::kXYZ},
                                  {MTransformationMatrix::kYZX, MEulerRotation::kYZX},

@@ -4,11 +4,10 @@
 
 #include "commandSupport.h"
 
-/// dv_reorderRotation: the angles that give a rotation in another rotate order.
+/// dv_reorderRotation: gives the angles of a rotation in another rotate order.
 ///
-/// Angles are in degrees, orders as rotateOrder attributes number them; any other number stands for
-/// xyz, and what is not given is 0. The result is a double array: x, y and z. Not undoable: nothing
-/// changes.
+/// Angles are in degrees. Orders are the numbers of rotateOrder attributes; any other number means xyz.
+/// Values that are not given are 0. The result is a double array: x, y and z. Not undoable; nothing changes.
 class reorderRotation : public CommandOf<reorderRotation> {
   public:
     static constexpr const char* kName = "dv_reorderRotation";

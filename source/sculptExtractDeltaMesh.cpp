@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Exactly, in the vertices that both have.
+/// Exactly equal, in the vertices that both have.
 bool areEqual(const MFloatPointArray& left, const MFloatPointArray& right) {
     const unsigned int count = std::min(left.length(), right.length());
     for (unsigned int vertex = 0; vertex < count; ++vertex) {
@@ -22,7 +22,7 @@ bool areEqual(const MFloatPointArray& left, const MFloatPointArray& right) {
     return true;
 }
 
-/// Sets the points of a mesh at its end, whatever has happened in between.
+/// Restores the points of a mesh in its destructor.
 class KeptPoints {
   public:
     KeptPoints(MFnMesh& mesh, const MFloatPointArray& points) : mesh_(mesh), points_(points) {}
@@ -106,7 +106,7 @@ CallOutcome sculptExtractDeltaMesh::redo() {
     return outcome;
 }
 
-/// Makes the new mesh, named after the sculpt.
+/// Makes the new mesh and names it after the sculpt.
 CallOutcome sculptExtractDeltaMesh::create(MFloatPointArray& points) {
     MStatus status;
     MFnMesh mesh;
@@ -122,7 +122,7 @@ CallOutcome sculptExtractDeltaMesh::create(MFloatPointArray& points) {
     return CallOutcome();
 }
 
-/// The points of the corrective shape, with a warning where they mean nothing.
+/// The points of the corrective shape. Shows a warning if some have no meaning.
 CallOutcome sculptExtractDeltaMesh::extract(MFloatPointArray& points) const {
     if (!sculpt_.isAlive() || !deformed_.isAlive() || !intermediate_.isAlive()) {
         return CallOutcome::failed("One of the meshes is not in the scene any more.");
@@ -140,8 +140,8 @@ CallOutcome sculptExtractDeltaMesh::extract(MFloatPointArray& points) const {
 }
 
 /// @param points    the corrective points
-/// @param unsolved  number of vertices for which they mean nothing
-/// @return whether there is anything to be extracted; otherwise the error says what is wrong
+/// @param unsolved  number of vertices whose corrective point has no meaning
+/// @return false if nothing can be extracted; `error` then says why
 bool sculptExtractDeltaMesh::readCorrective(MFloatPointArray& points, unsigned int& unsolved,
                                             MString& error) const {
     ProbedDeformation deformation;
@@ -163,7 +163,7 @@ bool sculptExtractDeltaMesh::readCorrective(MFloatPointArray& points, unsigned i
     return true;
 }
 
-/// Reads what becomes of the deformed mesh when the intermediate shape moves by one unit along each axis.
+/// Reads the deformed points after moving the intermediate shape by one unit along each axis.
 bool sculptExtractDeltaMesh::probe(const MFloatPointArray& rest, ProbedDeformation& deformation,
                                    MString& error) const {
     MFnMesh intermediate(intermediate_.path());
@@ -172,7 +172,7 @@ bool sculptExtractDeltaMesh::probe(const MFloatPointArray& rest, ProbedDeformati
     for (unsigned int axis = 0; axis < 3; ++axis) {
         for (unsigned int vertex = 0; vertex < moved.length(); ++vertex)
             moved[vertex][axis] += 1.0F;
-        // A shape that does not take the points leaves no step, and so a deformation without inverse.
+        // If the shape refuses the points, nothing moves, and the deformation has no inverse.
         intermediate.setPoints(moved, MSpace::kObject);
         if (!readMeshPoints(deformed_, deformation.moved[axis], error)) return false;
         for (unsigned int vertex = 0; vertex < moved.length(); ++vertex)

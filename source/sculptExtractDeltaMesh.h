@@ -9,16 +9,16 @@
 #include "scene/meshObject.h"
 #include "targets/correctivePoints.h"
 
-/// dv_sculptExtractDeltaMesh: makes a mesh that, as a target before the deformation of another one, turns the
-/// deformed mesh into the sculpt.
+/// dv_sculptExtractDeltaMesh: makes a corrective mesh. Used as a target before the deformation of another
+/// mesh, it turns the deformed mesh into the sculpt.
 ///
-/// How the deformation moves each vertex is found by moving the intermediate shape, whose points are as
-/// before afterwards. Where it cannot be inverted, a warning says at how many vertices (correctivePoints.h).
-/// Vertices that the sculpt lacks keep their rest position.
+/// The command finds how the deformation moves each vertex by moving the intermediate shape, and then
+/// restores its points. If the deformation has no inverse at some vertices, a warning gives their number
+/// (correctivePoints.h). Vertices that the sculpt lacks keep their rest position.
 ///
-/// The result is the name of the new mesh; 0 after an error in the arguments; -1 after one that shows only in
-/// the meshes. Undo removes the mesh; redo brings the same mesh back, with its points extracted again from
-/// the meshes as they are then.
+/// The result is the name of the new mesh. It is 0 after an error in the arguments, and -1 after an error
+/// that shows only in the meshes. Undo removes the new mesh. Redo brings the same mesh back and extracts its
+/// points again, from the current meshes.
 class sculptExtractDeltaMesh : public CommandOf<sculptExtractDeltaMesh> {
   public:
     static constexpr const char* kName = "dv_sculptExtractDeltaMesh";

@@ -13,34 +13,34 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The file that a link leads to in the end, whether it is there or not; another file is itself. Nothing when
-/// links lead in a ring.
+/// The file at the end of a chain of links, existing or not. A file that is no link is returned unchanged.
+/// Empty if the links form a ring.
 fs::path behindLinks(fs::path file) {
     constexpr int kMostLinks = 40;
     std::error_code error;
     for (int k = 0; k < kMostLinks; ++k) {
         if (!fs::is_symlink(fs::symlink_status(file, error))) return file;
         const fs::path next = fs::read_symlink(file, error);
-        // An absolute one stands for itself.
+        // If `next` is absolute, the result is `next`.
         file = file.parent_path() / next;
     }
     return {};
 }
 
-/// A name that no file has, in the folder of a file.
+/// An unused name in the folder of a file.
 fs::path nameBeside(const fs::path& file) {
     std::random_device random;
     const std::string number = std::to_string(random()) + '-' + std::to_string(random());
     return fs::path(file).replace_filename(".delven-" + number + ".tmp");
 }
 
-/// Whether a failure to make a file says that its folder takes none. Any other, such as a disk without room,
-/// would hit the file itself as well, and cost what is in it.
+/// Whether a failure to make a file means that its folder allows no new files. Any other failure, such as a
+/// full disk, would also happen when writing the file in place, and its content would be lost.
 bool isFolderClosed(int code) {
     return code == EACCES || code == EPERM || code == EROFS;
 }
 
-/// @return whether all of it arrived
+/// @return whether the whole content was copied
 bool copyContent(const fs::path& from, const fs::path& to) {
     std::ifstream source(from, std::ios::binary);
     std::ofstream target(to, std::ios::binary | std::ios::trunc);
@@ -68,7 +68,7 @@ bool FileContent::read(const std::string& name) {
     if (bytes_ == nullptr) return false;
     stream.read(bytes_.get(), static_cast<std::streamsize>(size));
     if (stream.bad()) return false;
-    // Less than expected when something cuts the file at this very moment.
+    // Less than expected if another program shortens the file at this moment.
     size_ = static_cast<std::size_t>(stream.gcount());
     return true;
 }
@@ -84,10 +84,10 @@ bool OutputFile::open(const std::string& name) {
     std::error_code error;
     const fs::file_status status = fs::status(asked, error);
     if (!fs::exists(status)) return openBeside() == 0;
-    // Appending asks for the right to write and changes nothing.
+    // Opening for appending checks the right to write and changes nothing.
     stream_.open(asked, std::ios::binary | std::ios::app);
     if (!stream_) return false;
-    // Some links of the system lead to something that has no path.
+    // Some system links lead to something that has no path.
     if (!fs::is_regular_file(status) || !fs::equivalent(file_, asked, error)) {
         file_ = asked;
         return true;
@@ -105,8 +105,8 @@ bool OutputFile::open(const std::string& name) {
     return true;
 }
 
-/// Begins the file that is to take the place of the other.
-/// @return 0, or what the system says of a failure
+/// Begins the temporary file.
+/// @return 0, or the system's error code
 int OutputFile::openBeside() {
     const fs::path name = nameBeside(file_);
     errno = 0;
@@ -116,7 +116,7 @@ int OutputFile::openBeside() {
     return 0;
 }
 
-/// Takes away the file that was to take the place of the other.
+/// Deletes the temporary file.
 void OutputFile::drop() {
     if (beside_.empty()) return;
     stream_.close();
@@ -125,7 +125,7 @@ void OutputFile::drop() {
     beside_.clear();
 }
 
-/// Drops what stands in a file that is written in place, once. A device has nothing to drop.
+/// Empties a file that is written in place, once. A device is not emptied.
 void OutputFile::empty() {
     if (isEmptied_ || !beside_.empty()) return;
     isEmptied_ = true;
@@ -144,7 +144,7 @@ bool OutputFile::close() {
     empty();
     stream_.flush();
     stream_.close();
-    // The stream keeps the failure of any step.
+    // The stream remembers a failure of any step.
     return stream_.good() && (beside_.empty() || replace());
 }
 
@@ -156,9 +156,9 @@ bool OutputFile::replace() {
         beside_.clear();
         return true;
     }
-    // A file of another user in a shared folder, say: it may be written, but not replaced.
+    // For example a file of another user in a shared folder: it can be written, but not replaced.
     if (copyContent(beside_, file_)) return true;
-    // What the old file held may be lost: the new one beside it is all that there is.
+    // The content of the old file may be lost, so the temporary file is kept: it is the only whole copy.
     beside_.clear();
     return false;
 }

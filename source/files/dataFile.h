@@ -12,12 +12,11 @@
 /// The content of a file.
 class FileContent {
   public:
-    /// Reads a regular file; the content stays empty otherwise.
-    /// @return false for a file that is missing or unreadable, for a directory or device, and for
-    ///         one that does not fit the memory
+    /// Reads a regular file. After a failure the content is empty.
+    /// @return false if the file is missing, unreadable, a directory or a device, or too large for the memory
     bool read(const std::string& name);
 
-    /// Valid as long as this object and until the next read.
+    /// Valid until the next read or the end of this object.
     std::string_view text() const { return {bytes_.get(), size_}; }
 
   private:
@@ -25,29 +24,33 @@ class FileContent {
     std::size_t size_ = 0;
 };
 
-/// A file being written, piece by piece. Whatever was there stays whole until it is complete.
+/// A file that is written in pieces. The old file stays whole until the new one is complete, with the
+/// exceptions below.
 ///
-/// The text goes into a file of its own beside the one that it is for, and takes that one's place and
-/// permissions when it is closed. Of a link, the file that it leads to is replaced. A device is written as
-/// the text comes; so is a file whose folder takes no new ones, from the first piece on.
+/// The text goes to a temporary file in the same folder. close() puts it in place of the old file, with the
+/// permissions of the old file. If the name is a link, the file that it leads to is replaced.
+///
+/// Written in place, from the first piece on: a device; an existing file in a folder that allows no new
+/// files; a file whose permissions the temporary file cannot get. If close() cannot replace the old file, it
+/// copies the text over it.
 class OutputFile {
   public:
     OutputFile() = default;
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
-    /// Without `close` the old file stays, and nothing of the new one.
+    /// Without `close` the old file stays, and the temporary file is deleted.
     ~OutputFile();
 
-    /// Begins a file; to be called once.
-    /// @return false when there may be none of this name, or the one that is there may not be written
+    /// Begins a file. Call it once.
+    /// @return false if a file of this name cannot be made, or if the existing file may not be written
     bool open(const std::string& name);
 
-    /// Adds to the file. What goes wrong shows when it is closed.
+    /// Adds text to the file. Errors are reported by close().
     void write(std::string_view text);
 
     /// Completes the file.
-    /// @return false when any of it did not reach the disk (a full one, say); the old file is as it was
-    ///         then, unless it had to be written in place
+    /// @return false if a part of it did not reach the disk, for example because the disk is full. The old
+    ///         file is then unchanged, unless it had to be written in place
     bool close();
 
   private:
@@ -56,8 +59,8 @@ class OutputFile {
     void empty();
     bool replace();
 
-    std::filesystem::path file_;    // to be written
-    std::filesystem::path beside_;  // what takes its place; empty when it is written in place
+    std::filesystem::path file_;    // the file to write
+    std::filesystem::path beside_;  // the temporary file; empty if file_ is written in place
     std::ofstream stream_;
-    bool isEmptied_ = false;  // of a file that is written in place
+    bool isEmptied_ = false;  // the old text of a file that is written in place is gone
 };

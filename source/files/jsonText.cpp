@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Line ends are no blanks here: to some scanners they end a value.
+/// Line ends are not included: to some scanners they end a value.
 bool isBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\f';
 }
@@ -15,7 +15,7 @@ bool isBlankOrLineEnd(char c) {
     return c == '\n' || isBlank(c);
 }
 
-/// Room for the longest line of an index with a point, without its start.
+/// Room for the longest line with an index and a point, without the start of the line.
 constexpr std::size_t kPointLineRoom = 4 * kNumberRoom + sizeof("\"\": [, , ]");
 
 char* put(char* at, std::string_view text) {
@@ -70,7 +70,7 @@ void JsonWriter::writeIndexValue(int index, double value) {
 
 void JsonWriter::writeIndexPoint(int index, const double (&point)[3]) {
     startLine();
-    // One append a line: files have millions of them.
+    // One append per line: files have millions of lines.
     char line[kPointLineRoom];
     char* at = put(line, "\"");
     at = put(writeNumber(at, index), "\": [");
@@ -98,7 +98,7 @@ std::string_view JsonScanner::readQuoted() {
 
 bool JsonScanner::hasValue() {
     at_ = std::find_if_not(at_, end_, isBlank);
-    // An object or a list may begin on a line of its own.
+    // An object or a list may begin on a later line.
     const char* const start = std::find_if_not(at_, end_, isBlankOrLineEnd);
     if (start != end_ && (*start == '{' || *start == '[')) at_ = start;
     return at_ != end_ && std::string_view("{}[]").find(*at_) == std::string_view::npos;
@@ -140,7 +140,7 @@ bool JsonScanner::readNumberList(std::vector<double>& numbers) {
     return false;
 }
 
-/// Reads one number of a list and stops at the comma or bracket after it.
+/// Reads one number of a list. Stops at the comma or bracket after it.
 double JsonScanner::readListNumber() {
     const char* const begin = at_;
     double number = 0.0;
@@ -148,7 +148,7 @@ double JsonScanner::readListNumber() {
     while (at_ != end_ && isBlankOrLineEnd(*at_))
         ++at_;
     if (at_ == end_ || *at_ == ',' || *at_ == ']') return number;
-    // Something else stands in between: blanks inside the number count for nothing.
+    // Other text follows: ignore blanks inside the number.
     std::string text;
     for (at_ = begin; at_ != end_ && *at_ != ',' && *at_ != ']'; ++at_) {
         if (!isBlankOrLineEnd(*at_)) text += *at_;

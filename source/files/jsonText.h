@@ -5,23 +5,22 @@
 #include <string_view>
 #include <vector>
 
-/// The text of the data files (target data, weights, regions) and the scanners that read it back.
+/// Writing and scanning the text of the data files: target data, weights, regions.
 ///
-/// It looks like JSON and is no general JSON: one member a line, indented with tabs, a blank after
-/// each colon, strings without escapes, numbers as in numberText.h. The scanners take this layout
-/// with other blanks, too; whatever they do not expect they pass over. Text only: no host, no
-/// files.
+/// It looks like JSON, but is not general JSON: one member per line, indented with tabs, a blank after each
+/// colon, strings without escapes, numbers as in numberText.h. The scanners also accept other blanks, and
+/// skip everything that they do not expect. Text only: no host, no files.
 
-/// Puts together the text of a file: a line for each member, and one for the end of each object. Commas and
-/// tabs are the writer's own.
+/// Builds the text of a file: a line for each member, and a line for the end of each object. The writer adds
+/// commas and tabs.
 class JsonWriter {
   public:
     const std::string& text() const { return text_; }
-    /// Starts anew with empty text, for an owner that has put the text in a file: a file of many
-    /// megabytes need not be in memory at once.
+    /// Empties the text, after the owner has written it to a file. So a file of many megabytes need not be in
+    /// memory at once.
     void clear() { text_.clear(); }
 
-    /// `{`: the object around the whole.
+    /// `{`, the outermost object.
     void openObject();
     /// `"key": {`
     void openObject(std::string_view key);
@@ -40,42 +39,41 @@ class JsonWriter {
     void startLine();
 
     std::string text_;
-    std::string lineStart_ = ",\n";  // of a member behind another one: with a tab for each open object
-    bool isFirst_ = true;            // nothing stands in the innermost object yet
+    std::string lineStart_ = ",\n";  // start of a member after the first; one tab per open object
+    bool isFirst_ = true;            // the innermost object is still empty
 };
 
-/// Walks over the text of a file from front to back. Cost is linear in the text, whatever it holds.
+/// Reads the text of a file from beginning to end. Cost is linear in the length of any text.
 class JsonScanner {
   public:
-    /// @param text  to stay alive as long as the scanner and the quoted texts it gives
+    /// @param text  must outlive the scanner and the quoted texts that it returns
     explicit JsonScanner(std::string_view text) : at_(text.data()), end_(text.data() + text.size()) {}
 
-    /// Passes to the next character that matters, one of { } [ : and the double quote.
+    /// Goes to the next character of structure: { } [ : or the double quote.
     /// @return this character, or 0 at the end of the text
     char next();
 
-    /// After a double quote: the text up to the next one, which is passed; there are no escapes. Up
-    /// to the end when there is none.
+    /// After a double quote: the text up to the next double quote, which is passed, or up to the end of the
+    /// text. There are no escapes.
     std::string_view readQuoted();
 
-    /// After a colon: whether a value follows on this line, to be read with one of the calls below.
-    /// A brace or a bracket does not: it is left for `next`, which takes one that opens on a line of its
-    /// own, too.
+    /// After a colon: whether a value follows on this line. Read it with one of the functions below. A brace
+    /// or a bracket is not a value; leave it to `next`. An opening one may also be on a later line.
     bool hasValue();
 
-    /// After a colon: the value text up to the end of the line, without its blanks, even those
-    /// between quotes. A quoted value ends at its second quote, and the rest of the line is
-    /// dropped; everything else is kept, such as a comma after a value without quotes.
+    /// After a colon: the text of the value up to the end of the line, without blanks, even those between
+    /// quotes. A quoted value ends at its second quote, and the rest of the line is dropped. Otherwise
+    /// everything is kept, for example a comma after the value.
     std::string readValue();
 
-    /// After a colon: the number up to the next comma or line end, blanks in it dropped; 0 when it
-    /// is none, infinity beyond what a double can hold.
+    /// After a colon: the number up to the next comma or line end. Blanks in it are ignored. 0 if it is not a
+    /// number, infinity if it is too large for a double.
     double readNumberValue();
 
-    /// After "[": the numbers between the commas up to "]", blanks and line ends in them dropped; 0
-    /// for what is no number, infinity for one beyond what a double can hold.
+    /// After "[": the numbers between the commas, up to "]". Blanks and line ends in them are ignored. 0 for
+    /// text that is not a number, infinity for a number too large for a double.
     /// @param numbers  replaced
-    /// @return false when the text ended before the list
+    /// @return false if the text ended before the list
     bool readNumberList(std::vector<double>& numbers);
 
   private:

@@ -6,7 +6,7 @@
 #include <limits>
 #include <system_error>
 
-// The second macro lets a test compare the two ways.
+// The second macro lets a test compare the two implementations.
 #if defined(__cpp_lib_to_chars) && !defined(DELVEN_NUMBERS_BY_STREAM)
 #define DELVEN_NUMBERS_BY_CHARCONV
 #else
@@ -30,14 +30,14 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-/// Where a number can begin in a text.
+/// The place where a number begins in a text.
 struct Start {
-    const char* first;  // of the digits, the sign included only when it is a minus
+    const char* first;  // the first digit or point; a minus sign before it is included, a plus sign is not
     const char* end;
     bool isNumber;
 };
 
-/// Passes blanks and a plus sign, which <charconv> does not know.
+/// Skips blanks and a plus sign, which <charconv> does not accept.
 Start findStart(std::string_view text) {
     const char* at = text.data();
     const char* const end = at + text.size();
@@ -51,10 +51,11 @@ Start findStart(std::string_view text) {
     return {isNegative ? at : digits, end, digit != end && isDigit(*digit)};
 }
 
-/// What a number stands for that no double can hold: 0 when it is too small, else infinity.
+/// The value of a number outside the range of double: 0 if it is too small, else infinity.
 double beyondRange(const char* at, const char* end) {
     const bool isNegative = *at == '-';
-    // Digits before the point from the first that counts; less than 0 by the zeros behind the point.
+    // Number of digits before the point, from the first that is not 0. If there is no such digit, minus the
+    // number of zeros right after the point.
     std::int64_t places = 0;
     bool isBehindPoint = false;
     bool hasDigit = false;
@@ -68,7 +69,7 @@ double beyondRange(const char* at, const char* end) {
     std::int64_t exponent = 0;
     if (at != end) {
         at += at[1] == '+' ? 2 : 1;
-        // Beyond what an int holds, only the sign of the exponent counts.
+        // Beyond the range of the integer only the sign of the exponent matters.
         if (std::from_chars(at, end, exponent).ec != std::errc()) {
             exponent = std::numeric_limits<std::int64_t>::max() / (*at == '-' ? -2 : 2);
         }
@@ -85,8 +86,8 @@ const char* skipDigits(const char* at, const char* end) {
     return at;
 }
 
-/// The end of the number that begins at `first`: streams fail on "1e" or "1e+", of which 1 is to be
-/// read.
+/// The end of the number that begins at `first`. In "1e" and "1e+", on which streams fail, it is the end of
+/// the 1.
 const char* numberEnd(const char* first, const char* end) {
     const char* at = skipDigits(*first == '-' ? first + 1 : first, end);
     if (at != end && *at == '.') at = skipDigits(at + 1, end);
@@ -96,7 +97,7 @@ const char* numberEnd(const char* first, const char* end) {
     return exponent != end && isDigit(*exponent) ? skipDigits(exponent, end) : at;
 }
 
-/// @param form  of the stream's floatfield: none for the general form
+/// @param form  the floatfield of the stream; none for the general form
 char* writeStreamed(char* at, double value, int precision, std::ios_base::fmtflags form) {
     std::ostringstream stream;
     stream.imbue(std::locale::classic());
@@ -120,7 +121,7 @@ std::size_t readIndex(std::string_view text, int& index) {
     const Start start = findStart(text);
     if (!start.isNumber) return 0;
     const std::from_chars_result read = std::from_chars(start.first, start.end, index);
-    // ".5" is a number, but begins with no whole one.
+    // ".5" is a number that does not begin with a whole number.
     if (read.ec == std::errc::invalid_argument) return 0;
     if (read.ec == std::errc::result_out_of_range || index < 0) index = kNoIndex;
     return static_cast<std::size_t>(read.ptr - text.data());

@@ -3,21 +3,21 @@
 #include <cstddef>
 #include <string_view>
 
-/// Plain text of the data files: lines of numbers with blanks between them. Text only: no host, no files.
+/// Plain text of the data files: lines of numbers, separated by blanks. Text only: no host, no files.
 
-/// Walks over the lines of a text.
+/// Reads a text line by line.
 class LineScanner {
   public:
-    /// @param text  to stay alive as long as the scanner and its lines. Byte order marks that it begins with
-    ///              are passed over: text that goes through several editors may get more than one
+    /// @param text  must outlive the scanner and the lines that it returns. Byte order marks at the beginning
+    ///              are skipped; text that went through several editors may have more than one
     explicit LineScanner(std::string_view text);
 
     /// Goes to the next line.
-    /// @param line  without its end; blank lines are given, too
-    /// @return false behind the last line
+    /// @param line  without its line end; blank lines are returned, too
+    /// @return false after the last line
     bool next(std::string_view& line);
 
-    /// Number of the last line given, counted from 1.
+    /// Number of the last line returned, counted from 1.
     int number() const { return number_; }
 
   private:
@@ -25,11 +25,11 @@ class LineScanner {
     int number_ = 0;
 };
 
-/// Whether nothing stands in a line.
+/// Whether a line is empty or contains only blanks.
 bool isBlankLine(std::string_view line);
 
-/// Reads a line that holds an index and numbers, each behind a blank, and nothing else.
-/// @param values  room for `count` numbers
-/// @return false for a malformed line, which includes an index that is none and a number beyond single
+/// Reads a line that contains an index and `count` numbers, each after a blank, and nothing else.
+/// @param values  has room for `count` numbers
+/// @return false for a malformed line, also if the index is not valid or a number is too large for single
 ///         precision
 bool readEntry(std::string_view line, int& index, double* values, std::size_t count);

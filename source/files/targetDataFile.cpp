@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What the braces of a file enclose, by how many are open.
+/// The meaning of a depth: the number of open braces.
 enum Depth : std::size_t { kFile = 1, kTarget = 2, kData = 3, kItem = 4 };
 
 class TargetDataReader {
@@ -33,15 +33,15 @@ class TargetDataReader {
     JsonScanner scanner_;
     const TargetRemap* remap_;
     const std::function<void(const TargetItem&)>& take_;
-    std::size_t nextSource_ = 0;  // of the remap
+    std::size_t nextSource_ = 0;  // next source of the remap
 
     std::size_t depth_ = 0;
-    std::string_view key_;  // the last one; empty once it has its object, list or value
+    std::string_view key_;  // the last key; empty after its object, list or value has begun
     bool isTargetTaken_ = false;
     bool isItemTaken_ = false;
     TargetItem item_;
-    std::vector<double> numbers_;  // of the last list
-    std::string entry_;            // of the current target
+    std::vector<double> numbers_;  // of the list that was read last
+    std::string entry_;            // the entry of the current target
     TargetDataContent content_;
 };
 
@@ -56,8 +56,8 @@ TargetDataContent TargetDataReader::read() {
     return std::move(content_);
 }
 
-/// Uses up the key as an index.
-/// @return false when it begins with no number, or with one that is no index
+/// Reads the key as an index and clears the key.
+/// @return false if it does not begin with a number, or if the number is not an index
 bool TargetDataReader::takeKey(int& index) {
     const std::size_t used = readIndex(key_, index);
     key_ = {};
@@ -108,7 +108,7 @@ void TargetDataReader::startItem() {
     entry_ += std::to_string(item_.item);
 }
 
-/// Reads what follows a colon, unless it is an object or a list.
+/// Reads the value after a colon, unless it is an object or a list.
 void TargetDataReader::readMember() {
     if (!scanner_.hasValue()) return;
     const std::string value = scanner_.readValue();

@@ -16,12 +16,12 @@ constexpr RegionColor kRegionColors[kRegionCount] = {
     {0.1F, 0.8F, 0.9F},  // cyan
 };
 
-/// The ramp at equal distances.
+/// The colours of the ramp, at equal distances.
 constexpr RegionColor kRamp[] = {
     {0.0F, 0.0F, 1.0F}, {0.0F, 1.0F, 1.0F}, {0.0F, 1.0F, 0.0F}, {1.0F, 1.0F, 0.0F}, {1.0F, 0.0F, 0.0F},
 };
 
-/// A value from 0 to 1; 0 for what is no number, such as sums of huge weights.
+/// A value clamped to 0 to 1. NaN, for example from sums of huge weights, gives 0.
 float clamped(float value) {
     return value > 0.0F ? std::min(value, 1.0F) : 0.0F;
 }
@@ -60,7 +60,7 @@ RegionColor regionColor(const RegionWeights& weights, RegionStyle style) {
 
 bool isPartial(const RegionWeights& weights) {
     const float sum = sumOf(weights);
-    // Mostly all or nothing: rounding takes the time.
+    // Most sums are 0 or 1; this test saves the rounding, which is slow.
     if (!(sum > 0.0F && sum < 1.0F)) return false;
     const float rounded = round5(sum);
     return rounded > 0.0F && rounded < 1.0F;

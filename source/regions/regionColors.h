@@ -4,12 +4,12 @@
 
 #include "regions/regionWeights.h"
 
-/// How a region map looks on a mesh. Plain numbers: no host.
+/// The colours of a region map on a mesh. Plain numbers: no host.
 
 enum class RegionStyle {
-    kBlackAndWhite,  ///< the sum of the weights from black, 0, to white, 1
-    kColored,        ///< a colour for each region, mixed by the weights; what is not assigned is black
-    kRamp            ///< the sum of the weights from blue, 0, over cyan, green and yellow to red, 1
+    kBlackAndWhite,  ///< the sum of the weights: black for 0 to white for 1
+    kColored,        ///< a colour for each region, mixed by the weights; unassigned is black
+    kRamp            ///< the sum of the weights: blue for 0, then cyan, green, yellow, red for 1
 };
 
 constexpr int kRegionStyleCount = 3;
@@ -20,5 +20,5 @@ using RegionColor = std::array<float, 3>;
 /// The colour of a vertex with these weights.
 RegionColor regionColor(const RegionWeights& weights, RegionStyle style);
 
-/// Whether weights fill a vertex in part: it is assigned, but not all of it.
+/// Whether a vertex is partly assigned: the rounded sum of its weights is between 0 and 1.
 bool isPartial(const RegionWeights& weights);

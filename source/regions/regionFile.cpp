@@ -9,13 +9,13 @@
 
 namespace {
 
-/// Text that is handed on in one piece, about: files have a hundred megabytes.
+/// Approximate size of a piece: files can have a hundred megabytes.
 constexpr std::size_t kPieceSize = 1 << 16;
 
-/// Room for an entry, with tabs, quotes and line ends.
+/// Room for an entry with tabs, quotes and line ends.
 constexpr std::size_t kEntryRoom = (kRegionCount + 1) * (kNumberRoom + 4) + 16;
 
-/// Puts a literal, of a length that the compiler knows.
+/// Writes a literal. The compiler knows its length.
 template <std::size_t size>
 char* put(char* at, const char (&text)[size]) {
     return std::copy_n(text, size - 1, at);
@@ -43,7 +43,7 @@ void append(const RegionWeights& weights, RegionFile& file) {
         file.weights[region].push_back(weights[region]);
 }
 
-/// Makes room for weights, but for no more than the text can hold.
+/// Reserves memory for weights, but not for more than the text can contain.
 void reserve(std::size_t vertexCount, std::string_view text, RegionFile& file) {
     constexpr std::size_t kShortestEntry = 2 * (kRegionCount + 1);
     for (std::vector<double>& weights : file.weights)
@@ -57,7 +57,7 @@ RegionFile parseJson(std::string_view text, std::size_t vertexCount) {
     bool hasSettings = false;
     std::vector<double> numbers;
     for (char c = scanner.next(); c != '\0'; c = scanner.next()) {
-        // Quotes count for nothing: settings with a line end may leave one without its partner.
+        // Quotes are ignored: settings with a line end may leave an unpaired one.
         if (c == ':' && !hasSettings) {
             hasSettings = true;
             if (scanner.hasValue()) file.settings = scanner.readValue();

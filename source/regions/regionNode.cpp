@@ -26,8 +26,9 @@ MStatus writeArray(const MObject& node, const MString& attribute, const MDoubleA
     return plug.setValue(data);
 }
 
-/// Whether the six arrays can be written: all or none of a map.
-/// @param isByValue  what feeds an array keeps it from taking a value, but not from being connected anew
+/// Whether all six arrays can be written. A map is written as a whole or not at all.
+/// @param isByValue  the arrays get values, which a connected array does not accept; otherwise they are
+///                   connected anew, which it accepts
 bool areFree(const MObject& node, const char* arrays, bool isByValue) {
     const MFnDependencyNode attributes(node);
     for (std::size_t region = 0; region < kRegionCount; ++region) {
@@ -41,14 +42,14 @@ MDoubleArray readArray(const MObject& node, const MString& attribute) {
     MObject data;
     MFnDependencyNode(node).findPlug(attribute, false).getValue(data);
     MDoubleArray values;
-    // Without data the attribute was never set.
+    // No data means that the attribute was never set.
     MStatus status;
     const MFnDoubleArrayData array(data, &status);
     if (status) array.copyTo(values);
     return values;
 }
 
-/// Text between the quotes of a script string that stands for `text`.
+/// The text to put between the quotes of a script string whose value is `text`.
 std::string escaped(const std::string& text) {
     std::string result;
     result.reserve(text.size());
@@ -102,7 +103,7 @@ bool RegionNode::hasAttribute(const MString& attribute, MString& error) const {
     return false;
 }
 
-/// A node without the attribute has no locked region.
+/// If the node lacks the attribute, no region is locked.
 void RegionNode::readLocks() {
     locks_.fill(false);
     MStatus status;
@@ -146,7 +147,7 @@ bool RegionNode::hasBuffers(MString& error) const {
     return true;
 }
 
-/// A destination keeps what a connection has brought when it is broken: so each array is copied.
+/// Copies arrays by connecting and disconnecting them: the destination keeps the value.
 MStatus RegionNode::copyArrays(const char* from, const char* to) {
     MStatus status = areFree(node_, to, false) ? MS::kSuccess : MS::kFailure;
     const MFnDependencyNode node(node_);
@@ -154,7 +155,7 @@ MStatus RegionNode::copyArrays(const char* from, const char* to) {
         const MString source = arrayName(from, region);
         const MString destination = arrayName(to, region);
         const MString plugs = name_ + "." + source + " " + name_ + "." + destination;
-        // Connecting what is connected fails.
+        // Connecting plugs that are connected already fails.
         const bool isConnected = node.findPlug(destination, false).source() == node.findPlug(source, false);
         if (!isConnected) status = MGlobal::executeCommand("connectAttr -f " + plugs, false, false);
         if (status) status = MGlobal::executeCommand("disconnectAttr " + plugs, false, false);
@@ -180,7 +181,7 @@ MStatus RegionNode::restore(MString& error) {
         error = name_ + " has no stored regions to restore. Store them first, with -restore 0.";
         return MS::kFailure;
     }
-    // The buffers are emptied by value afterwards.
+    // The buffers get empty values afterwards, so they must accept values.
     MStatus status = areFree(node_, kBuffer, true) ? copyArrays(kBuffer, kWeights) : MS::kFailure;
     for (std::size_t region = 0; status && region < kRegionCount; ++region)
         status = writeArray(node_, arrayName(kBuffer, region), MDoubleArray());
@@ -189,7 +190,7 @@ MStatus RegionNode::restore(MString& error) {
 
 bool RegionNode::readSettings(std::string& settings, MString& error) const {
     if (!hasAttribute("regions", error)) return false;
-    // Settings that were never made give no result, which is the empty text.
+    // Settings that were never set give no result, so the text is empty.
     MString result;
     MGlobal::executeCommand("getAttr " + name_ + ".regions", result, false, false);
     settings = result.asUTF8();

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// What unlocked weights are multiplied by.
+/// The factor for unlocked weights.
 float scaleOf(const RegionWeights& weights, const RegionLocks& locks) {
     float lockedSum = 0.0F;
     float freeSum = 0.0F;
@@ -17,18 +17,18 @@ float scaleOf(const RegionWeights& weights, const RegionLocks& locks) {
         if (round5(weight) != 0.0F) ++count;
     }
     if (count < 2 || freeSum <= 0.0F) return 1.0F;
-    // Locked weights beyond 1 leave nothing to the others.
+    // If the locked weights add up to more than 1, nothing is left for the others.
     return std::max((1.0F - lockedSum) / freeSum, 0.0F);
 }
 
-/// What the weights of a normalised vertex lack to 1, if anything.
+/// The weight that a normalised vertex lacks to 1; 0 if it lacks none.
 double unassigned(const RegionWeights& weights) {
     const float sum = sumOf(weights);
-    // Mostly nothing: rounding takes the time.
+    // Most vertices lack nothing; this test saves the rounding, which is slow.
     return sum < 1.0F ? round5(1.0 - static_cast<double>(sum)) : 0.0;
 }
 
-/// The average weight of each region over those of the vertices that carry it; 0 where none does.
+/// The average weight of each region over the vertices that have it; 0 if none has it.
 RegionWeights averageOf(const RegionArrays& map, const std::vector<int>& vertices) {
     RegionWeights averages{};
     std::array<int, kRegionCount> counts{};
@@ -55,7 +55,7 @@ void normalise(RegionWeights& weights, const RegionLocks& locks) {
     const double scale = isTooMuch ? static_cast<double>(scaleOf(weights, locks)) : 1.0;
     for (std::size_t region = 0; region < kRegionCount; ++region) {
         double& weight = weights[region];
-        // Most vertices have one region or two; rounding takes most of the time.
+        // Most vertices have one or two regions; this test saves the rounding, which is slow.
         if (weight != 0.0) weight = round5(locks[region] ? weight : weight * scale);
     }
 }
@@ -97,7 +97,7 @@ void appendByNeighbours(const RegionArrays& map, const RegionLocks& locks, const
         map.set(vertex, weights);
         if (unassigned(weights) > 0.0) gaps.push_back(vertex);
     }
-    // No vertex may see what another one has got.
+    // All averages come first, so that no vertex sees the new weights of another.
     std::vector<RegionWeights> averages;
     averages.reserve(gaps.size());
     std::vector<int> around;

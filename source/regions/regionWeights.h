@@ -7,18 +7,18 @@
 
 /// Arithmetic of a region map, which divides a mesh into weighted regions. Plain numbers: no host.
 ///
-/// The weights of a vertex add up to 1 at most, as far as they are normalised. Their sums, and what they are
-/// scaled by, are in single precision; normalised weights have five decimals (rounding.h).
+/// The weights of a normalised vertex add up to at most 1, with the exceptions of normalise(). Sums and scale
+/// factors are in single precision. Normalised weights have five decimals (rounding.h).
 
 constexpr std::size_t kRegionCount = 6;
 
-/// The weights of one vertex, by region.
+/// The weights of one vertex, one per region.
 using RegionWeights = std::array<double, kRegionCount>;
 
 /// Which regions are locked.
 using RegionLocks = std::array<bool, kRegionCount>;
 
-/// The weights of a map in arrays of their owner: one array per region, one weight per vertex.
+/// The weights of a map: one array per region, one weight per vertex. The arrays belong to somebody else.
 struct RegionArrays {
     std::array<double*, kRegionCount> regions{};
     std::size_t vertexCount = 0;
@@ -42,24 +42,28 @@ inline float sumOf(const RegionWeights& weights) {
     return sum;
 }
 
-/// Rounds the weights of a vertex, and scales those of its unlocked regions down where they add up to more
-/// than 1, so that they fill what the locked ones leave. Weights of a single region are never scaled, and
-/// none is scaled up.
+/// Rounds the weights of a vertex. If they add up to more than 1, scales down those of unlocked regions, so
+/// that they fill what the locked regions leave. Weights are never scaled up, and not scaled at all if the
+/// vertex has only one region.
 void normalise(RegionWeights& weights, const RegionLocks& locks);
 
-/// Gives a region of a vertex a painted weight, unless it is locked, and normalises the vertex.
-/// @param distributes  whether what the region loses goes to the other regions that the vertex has, in equal
-///                     shares; locked ones take part in that
+/// Sets the weight of a region of a vertex to a painted weight, unless the region is locked, and normalises
+/// the vertex.
+/// @param distributes  whether the weight that the region loses goes in equal shares to the other regions of
+///                     the vertex; locked regions get their share, too
 void paintRegion(RegionWeights& weights, std::size_t region, double painted, const RegionLocks& locks,
                  bool distributes);
 
-/// Normalises every vertex, and gives a region what the weights of a vertex lack to 1, unless it is locked.
+/// Normalises every vertex. Then fills each vertex up to 1 by adding the missing weight to one region, unless
+/// that is locked.
 void appendToRegion(const RegionArrays& map, std::size_t region, const RegionLocks& locks);
 
-/// Replaces a list with the vertices that share an edge with a vertex; some may lie outside the map.
+/// Replaces a list with the vertices that share an edge with a vertex. The list may contain vertices outside
+/// the map.
 using Neighbours = std::function<void(std::size_t vertex, std::vector<int>& neighbours)>;
 
-/// Normalises every vertex, and gives each unlocked region a part of what the weights of a vertex lack to 1:
-/// its average over those neighbours that carry the region. The parts need not add up to the whole.
-/// Neighbours count as they were before.
+/// Normalises every vertex. Then, for each vertex whose weights add up to less than 1, each unlocked region
+/// gets a part of the missing weight. The factor is the average weight of the region over those neighbours
+/// that have the region. The parts need not add up to the whole. Neighbours are read before any part is
+/// added.
 void appendByNeighbours(const RegionArrays& map, const RegionLocks& locks, const Neighbours& neighbours);

@@ -17,7 +17,7 @@ void shadeLikeNew(const MObject& transform) {
         "sets -e -forceElement initialShadingGroup " + MFnDagNode(transform).fullPathName(), false, false);
 }
 
-/// The first shape below a transform: a new mesh has no other.
+/// The first shape below a transform. A new mesh has no other.
 MObject shapeOf(const MObject& transform) {
     const MFnDagNode node(transform);
     return node.childCount() > 0 ? node.child(0) : MObject(MObject::kNullObj);

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Shows the exception that is being handled.
+/// Shows the current exception.
 void showException(const char* entry) noexcept {
     try {
         try {
@@ -21,7 +21,7 @@ void showException(const char* entry) noexcept {
             MGlobal::displayError(MString(entry) + " stopped by an unknown error.");
         }
     } catch (...) {
-        // Not even the message fits the memory: the failure alone tells.
+        // There is no memory even for the message. The caller still gets a failure.
     }
 }
 

@@ -54,7 +54,7 @@ bool readMeshItem(const MSelectionList& list, unsigned int index, MDagPath& path
         return false;
     }
     list.getDagPath(index, path);
-    // A transform with several shapes has no way on from it but to the one that was found.
+    // extendToShape fails for a transform with several shapes: take the one that was found.
     if (!path.extendToShape()) path.push(node);
     return true;
 }

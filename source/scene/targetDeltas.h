@@ -14,7 +14,7 @@ struct TargetDeltas {
         points.append(delta);
     }
 
-    /// The delta at a position; zero beyond the points, of which damaged items have too few.
+    /// The delta at a position. Zero if there is no point: damaged items have fewer points than vertices.
     MPoint pointAt(unsigned int position) const {
         return position < points.length() ? points[position] : MPoint::origin;
     }

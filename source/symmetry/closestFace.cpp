@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Building the host's structure costs about as much as looking at every face of the mesh so many times.
+/// Building the host's structure costs about as much as visiting every face this many times.
 constexpr std::size_t kBuildCost = 32;
 
 bool isFinite(const ShellPoint& point) {
@@ -37,8 +37,8 @@ MStatus ClosestFaceSearch::find(const MPoint& point, int& face) {
     return status;
 }
 
-/// The lowest of the faces around a point if it is a corner of all of them; -1 when it is not, or when that
-/// took too long to find out.
+/// The lowest of the faces around a point, if the point is a corner of all of them. -1 if it is not, or if
+/// the searches have cost too much.
 int ClosestFaceSearch::findAtCorner(const ShellPoint& point) {
     if (work_ > kBuildCost * static_cast<std::size_t>(topology_.faceCount())) return -1;
     int lowest = -1;
@@ -67,7 +67,7 @@ ShellBox ClosestFaceSearch::boxOf(int face) const {
     return box;
 }
 
-/// Not of a face that is not finite: the host may leave out that part of it.
+/// False for a face with a corner that is not finite: the host may leave out such a part of the mesh.
 bool ClosestFaceSearch::hasCorner(int face, const ShellPoint& point) const {
     bool isCorner = false;
     for (const int vertex : topology_.faceVertices(face)) {

@@ -12,20 +12,20 @@
 #include "symmetry/meshTopology.h"
 #include "symmetry/symmetryShells.h"
 
-/// Finds the face of a mesh that is closest to a point; of equally close ones the lowest.
+/// Finds the face of a mesh that is closest to a point. If several are equally close, it is the lowest.
 ///
-/// The host's structure for such questions takes longer to build than all else that maps a mesh. A point that
-/// is a corner of the faces around it, as the mirror image of a corner of a symmetric mesh is, needs none:
-/// all of them are at distance 0. The structure is built, once, for the first point of another kind, and when
-/// these answers have cost as much as building it.
+/// The host's structure for such questions takes longer to build than all other work of mapping a mesh. A
+/// point that is a corner of all faces around it does not need the structure, because all of them are at
+/// distance 0; the mirror image of a corner of a symmetric mesh is such a point. The structure is built once:
+/// at the first point of another kind, or after these answers have cost as much as building it.
 class ClosestFaceSearch {
   public:
-    /// All arguments must outlive the search.
-    /// @param boxes  per shell a box that holds it, without coordinates that are no numbers
+    /// All references must outlive the search.
+    /// @param boxes  one per shell, which contains the shell; no coordinate is NaN
     ClosestFaceSearch(const MDagPath& mesh, const MeshTopology& topology, const Shells& shells,
                       const MFloatPointArray& points, std::vector<ShellBox> boxes);
 
-    /// @return a failure when the host's structure cannot be built or finds nothing
+    /// @return a failure if the host's structure cannot be built or finds nothing
     MStatus find(const MPoint& point, int& face);
 
   private:
@@ -39,6 +39,6 @@ class ClosestFaceSearch {
     const Shells& shells_;
     const MFloatPointArray& points_;
     BoxIndex boxes_;
-    std::size_t work_ = 0;  // faces that were looked at so far
+    std::size_t work_ = 0;  // faces visited so far
     MMeshIntersector intersector_;
 };

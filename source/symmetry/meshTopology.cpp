@@ -11,14 +11,14 @@ std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
 
-/// Without branches: which way an edge runs is one that no processor can foresee.
+/// Without branches: the processor could not predict the direction of the edge.
 bool joins(const EdgeEnds& ends, int a, int b) {
     const bool isForward = ((ends[0] ^ a) | (ends[1] ^ b)) == 0;
     const bool isBackward = ((ends[0] ^ b) | (ends[1] ^ a)) == 0;
     return isForward || isBackward;
 }
 
-/// Whether a list holds no number twice.
+/// Whether all numbers of a list are different.
 bool areDifferent(const IndexRange& values) {
     constexpr int kFew = 8;
     if (values.size() > kFew) {
@@ -45,10 +45,11 @@ bool isPlainRing(const MeshConnectivity& mesh, int face) {
     return areDifferent(vertices);
 }
 
-/// The first of an edge's faces that is another one than `face`, -1 when there is none.
+/// The first face of an edge other than `face`, -1 if there is none.
 int faceAcross(const IndexRange& faces, int face) {
     if (faces.size() == 2) {
-        // Which of the two it is cannot be foreseen either. The face itself when it is on both sides.
+        // Without a branch, which would be unpredictable. The result is the face itself if it is on both
+        // sides of the edge.
         const int other = faces[0] ^ faces[1] ^ face;
         return other == face ? -1 : other;
     }
@@ -56,7 +57,7 @@ int faceAcross(const IndexRange& faces, int face) {
     return other == faces.end() ? -1 : *other;
 }
 
-/// Representative of a face's set, which is the set's lowest face. Halves the path on the way.
+/// The lowest face of the set that contains a face. Shortens the path for later calls.
 int rootOf(std::vector<int>& parents, int face) {
     while (parents[at(face)] != face) {
         parents[at(face)] = parents[at(parents[at(face)])];
@@ -99,7 +100,8 @@ Shells findShells(const MeshTopology& topology) {
     shells.shellOfFace.resize(at(faceCount));
     std::vector<int> sizes;
     for (int face = 0; face < faceCount; ++face) {
-        // A root is its set's lowest face, so the shell of the root is known before its other faces come.
+        // A root is the lowest face of its set, so its shell is known before the other faces of the set are
+        // visited.
         const int root = rootOf(parents, face);
         if (root == face) sizes.push_back(0);
         const int shell = root == face ? static_cast<int>(sizes.size()) - 1 : shells.shellOfFace[at(root)];
@@ -176,8 +178,8 @@ void ShellWalker::visitFace(const WalkStart& entry) {
     }
 }
 
-/// What orderFaceEdges gives for a plain ring, without ordering anything.
-/// @return false when the face does not have the entry edge
+/// Visits a plain ring as orderFaceEdges orders it, without sorting.
+/// @return false if the face does not have the entry edge
 bool ShellWalker::visitRing(const WalkStart& entry) {
     const MeshTopology::Corner* corners = topology_.corners(entry.face);
     const int last = topology_.faceEdges(entry.face).size() - 1;
@@ -189,7 +191,7 @@ bool ShellWalker::visitRing(const WalkStart& entry) {
     }
     const bool isForward = corners[after(corner)].vertex == entry.second;
     if (!isForward && corners[before(corner)].vertex != entry.second) return false;
-    // Of each edge only the far vertex can be new: the near one is the far one of the edge before.
+    // Of each edge only the second vertex can be new: the first is the second of the edge before.
     meet(entry.first);
     for (int k = 0; k <= last; ++k) {
         const int next = isForward ? after(corner) : before(corner);

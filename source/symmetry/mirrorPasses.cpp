@@ -14,7 +14,7 @@
 #include <new>
 #include <thread>
 
-// Every release before oneTBB tells its version in these headers. Code built with them would need the older
+// Releases before oneTBB define their version in these headers. Code that is built with them needs the older
 // library.
 #if defined(TBB_INTERFACE_VERSION)
 static_assert(TBB_INTERFACE_VERSION >= 12000,
@@ -25,7 +25,8 @@ static_assert(TBB_INTERFACE_VERSION >= 12000,
 
 namespace {
 
-/// One of the two walks over a start, on cache lines of its own: both count what they meet all the time.
+/// One of the two walks over a start. On its own cache lines, because both walks update their counters all
+/// the time.
 struct alignas(64) Pass {
     explicit Pass(const MeshTopology& topology) : walker(topology) {}
 
@@ -54,7 +55,7 @@ void runSideBySide(Passes& passes, int faceCount, bool isThreaded) {
         tbb::auto_partitioner(), context);
 }
 
-/// Whether the system lets the process start a thread. oneTBB does not recover where it may not.
+/// Whether the process can start a thread. oneTBB does not recover if it cannot.
 bool canStartThread() {
     try {
         std::thread([] {}).join();
@@ -111,7 +112,7 @@ MStatus walkStarts(const MeshTopology& topology, const std::vector<SymmetryStart
     walkedCount = 0;
     Passes passes{Pass(topology), Pass(topology)};
     const bool isThreaded = canStartThread();
-    // Two walks need one thread beside this one; more would only run into the system's limits.
+    // Two walks need one thread besides this one. More threads would only reach the system's limits.
     const tbb::global_control twoThreads(tbb::global_control::max_allowed_parallelism, 2);
     for (std::size_t row = 0; row < starts.size(); ++row) {
         if (starts[row].faceA == -1 || starts[row].faceB == -1) continue;
@@ -130,6 +131,7 @@ MStatus walkStarts(const MeshTopology& topology, const std::vector<SymmetryStart
 
 void endWalkThreads() {
     tbb::task_scheduler_handle threads{tbb::attach{}};
-    // Refused while another module of the process uses them; then that one keeps the library.
+    // Refused while another module of the process uses the threads. Then that module keeps the library
+    // loaded.
     tbb::finalize(threads, std::nothrow);
 }

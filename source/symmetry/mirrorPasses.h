@@ -7,17 +7,17 @@
 #include "symmetry/meshTopology.h"
 #include "symmetry/symmetryTraversal.h"
 
-/// Walks the two halves of every start side by side and enters the pairs that they meet into a map.
+/// Walks over the two halves of every start side by side, and writes the pairs that the walks meet into a
+/// map.
 ///
-/// The walks touch plain arrays only; what they have to say is shown by the calling thread after both
-/// have ended. Starts without faces are left out.
-/// @param map          vertex order map with an entry for every vertex; half filled in after a failure
+/// The walks touch plain arrays only. Messages are shown by the calling thread after both walks have ended.
+/// Starts without faces are left out.
+/// @param map          vertex order map with an entry for every vertex; partly changed after a failure
 /// @param walkedCount  set to the number of starts that were walked
-/// @return a failure, after an error, at the first start where a walk ends early or the two halves differ
-///         in size
+/// @return a failure, after an error, at the first start whose walk ends early or whose halves differ in size
 MStatus walkStarts(const MeshTopology& topology, const std::vector<SymmetryStart>& starts,
                    std::vector<int>& map, int& walkedCount);
 
-/// Ends the threads that the walks were run on, for a module that is about to be unloaded: a thread that
-/// outlives the library of oneTBB crashes. Does nothing where none was started.
+/// Ends the threads of the walks. Call it before the module is unloaded: a thread that outlives the oneTBB
+/// library crashes. Does nothing if no thread was started.
 void endWalkThreads();

@@ -73,7 +73,7 @@ class Mirror {
     unsigned int axis_;
     const MFloatPointArray& positions_;
     std::vector<char> isWritten_;  // per vertex of the mesh
-    TargetDeltas own_;             // what the source side keeps where nothing is passed to it
+    TargetDeltas own_;             // what the source side keeps if it receives no delta
     MirroredDeltas result_;
 };
 

@@ -5,20 +5,20 @@
 
 #include "scene/targetDeltas.h"
 
-/// What the mirroring of deltas makes of the two sides of the symmetry plane.
+/// How deltas are mirrored from one side of the symmetry plane to the other.
 struct MirrorRule {
     int axis = 0;  // 0, 1 or 2
     /// Whether the source side is the one with positive coordinates.
     bool isPositiveSource = true;
-    /// Whether vertices beside the source side pass their deltas to their partners, too.
+    /// Whether vertices outside the source side pass their deltas to their partners, too.
     bool mirrorsBothSides = false;
-    /// Whether the source is the target that is written: then the source side keeps its own deltas,
-    /// and vertices on the plane lose the part of theirs that leads away from it.
+    /// Whether the result replaces the source. Then the source side keeps its own deltas, and a vertex on the
+    /// plane passes its delta to its partner without the part that leads away from the plane.
     bool isInPlace = false;
-    double tolerance = 0.0;  // how far beside the plane a vertex counts as lying on it, in object space
+    double tolerance = 0.0;  // largest distance of a vertex on the plane, in object space
 };
 
-/// Deltas after mirroring, and how many vertices had no partner to pass theirs to.
+/// Deltas after mirroring, and the number of vertices that could not pass theirs to a partner.
 struct MirroredDeltas {
     TargetDeltas deltas;
     unsigned int skippedCount = 0;
@@ -26,10 +26,10 @@ struct MirroredDeltas {
 
 /// Mirrors deltas over the symmetry plane.
 ///
-/// Each partner is listed as often as a vertex passes its delta to it; in place, vertices of the
-/// source side follow that no vertex passed a delta to. Entries beyond the mesh have no side: in
-/// place they stay as they are. Linear.
-/// @param partners   one entry per vertex of `source`; -1, or any number beyond the mesh, for none
+/// A partner is listed once for each vertex that passes its delta to it. In place, these are followed by the
+/// vertices of the source side that received no delta. Entries for vertices that the mesh does not have are
+/// on no side; in place they are kept unchanged. Cost is linear.
+/// @param partners   one entry per vertex of `source`; -1, or any number that is no vertex, for no partner
 /// @param positions  object-space points of the undeformed mesh
 MirroredDeltas mirrorDeltas(const MirrorRule& rule, const TargetDeltas& source, const MIntArray& partners,
                             const MFloatPointArray& positions);

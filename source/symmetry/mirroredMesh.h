@@ -11,9 +11,9 @@
 
 /// The mirror image of a mesh, and the search for mirror partners by position on it.
 ///
-/// The image is a copy of the mesh under the same transform, hidden as an intermediate object, with
-/// its object-space points mirrored. It is in the scene for as long as this object lives. For the
-/// main thread.
+/// The image is a copy of the mesh under the same transform, with mirrored object-space points. It is an
+/// intermediate object, so it is not visible. It exists in the scene as long as this object lives. Main
+/// thread only.
 class MirroredMesh {
   public:
     /// The answer of findPartner for a vertex without partner.
@@ -21,16 +21,16 @@ class MirroredMesh {
 
     /// @param mesh       path of a mesh shape
     /// @param axis       0, 1 or 2: the coordinate that changes its sign
-    /// @param tolerance  distance up to which two points count as one, in the units around the
-    ///                   mesh: it is divided by the mean of the transform's three scale factors for
-    ///                   object space
+    /// @param tolerance  distance up to which two points count as equal, in the units of the mesh's parent
+    ///                   space. For object space it is divided by the mean of the transform's three scale
+    ///                   factors
     MirroredMesh(const MDagPath& mesh, int axis, double tolerance);
     ~MirroredMesh();
     MirroredMesh(const MirroredMesh&) = delete;
     MirroredMesh& operator=(const MirroredMesh&) = delete;
 
-    /// Makes the image and the host's structure for closest points on it. O(n log n).
-    /// @return a failure when the host cannot build one, as for a mesh without faces
+    /// Makes the image, and the host's structure for closest points on it. O(n log n).
+    /// @return a failure if the host cannot build the structure, for example for a mesh without faces
     MStatus create();
 
     /// Leaves the image in the scene for good.
@@ -42,10 +42,10 @@ class MirroredMesh {
     /// Object-space points of the mesh itself.
     const MFloatPointArray& points() const { return points_; }
 
-    /// The partner of a vertex: of the corners of the image's face that is closest to the vertex,
-    /// in face order, the first that lies where the vertex does.
-    /// @param partner  kNoPartner when no corner does; unchanged after a failure
-    /// @return a failure when the host finds no closest point, or when the mesh has no such vertex
+    /// The partner of a vertex: take the face of the image that is closest to the vertex; the partner is the
+    /// first of its corners, in face order, that is at the same place as the vertex.
+    /// @param partner  kNoPartner if there is no such corner; unchanged after a failure
+    /// @return a failure if the host finds no closest point, or if the mesh has no such vertex
     MStatus findPartner(int vertex, int& partner) const;
 
   private:
@@ -56,6 +56,6 @@ class MirroredMesh {
     MFloatPointArray mirroredPoints_;
     MObjectHandle image_;
     MMeshIntersector intersector_;
-    std::vector<int> firstCorners_;  // of each face: where its corners begin, and one entry more
-    MIntArray corners_;              // vertices, face by face
+    std::vector<int> firstCorners_;  // per face: its first corner; one more entry for the end
+    MIntArray corners_;              // the vertices of all faces, face by face
 };

@@ -17,11 +17,11 @@
 
 namespace {
 
-/// What the edges tell of every vertex and its neighbours.
+/// What the edges show about every vertex and its neighbours.
 struct Neighbours {
-    std::vector<int> sides;               // of the vertices themselves, as planeSide tells them
-    std::vector<unsigned char> sidesMet;  // a bit per side that has a neighbour
-    std::vector<double> squaredDistance;  // to the nearest neighbour; infinite without one
+    std::vector<int> sides;               // the side of each vertex, as planeSide returns it
+    std::vector<unsigned char> sidesMet;  // one bit per side on which the vertex has a neighbour
+    std::vector<double> squaredDistance;  // to the nearest neighbour; infinity if there is none
 
     static unsigned char bitOf(int side) { return static_cast<unsigned char>(1 << (side + 1)); }
     bool has(int vertex, int side) const {
@@ -34,7 +34,7 @@ struct Neighbours {
     }
 };
 
-/// Edge by edge, so that each is measured once.
+/// Edge by edge, so that each edge is measured once.
 Neighbours gatherNeighbours(const MirroredMesh& image) {
     const MFloatPointArray& points = image.points();
     const unsigned int count = points.length();
@@ -46,7 +46,7 @@ Neighbours gatherNeighbours(const MirroredMesh& image) {
     result.sidesMet.assign(count, 0);
     result.squaredDistance.assign(count, std::numeric_limits<double>::infinity());
     const int edgeCount = MFnMesh(image.mesh()).numEdges();
-    // An iterator over a mesh without edges is not valid on every host.
+    // On some hosts an iterator over a mesh without edges is not valid.
     if (edgeCount == 0) return result;
     MItMeshEdge edge(image.mesh());
     for (int k = 0; k < edgeCount; ++k, edge.next()) {
@@ -61,8 +61,8 @@ Neighbours gatherNeighbours(const MirroredMesh& image) {
     return result;
 }
 
-/// Keeps the smallest distance, rounded. 0 stands for none yet, also where two neighbours are at
-/// one place.
+/// Keeps the smallest rounded distance. 0 means none yet, so a distance of 0 between two neighbours does not
+/// count.
 void noteDistance(double squaredDistance, double& smallest) {
     if (std::isinf(squaredDistance)) return;
     const double distance = round5(std::sqrt(squaredDistance));

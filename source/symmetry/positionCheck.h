@@ -9,17 +9,17 @@
 /// What a check found.
 struct SymmetryFindings {
     std::vector<int> asymmetric;  // vertices without partner, ascending
-    /// How near neighbours stand, rounded, at the vertices that were looked up and do not lie on
-    /// the target side; 0 when there is none.
+    /// The smallest distance between neighbours, rounded to five decimals, at the searched vertices that are
+    /// not on the target side. 0 if there is none.
     double neighbourDistance = 0.0;
 };
 
-/// Looks vertices up on the mirror image of their mesh. Those of the target side are looked up, and
-/// of the others those without neighbour on it.
+/// Searches for the partners of vertices on the mirror image of their mesh. Searches for all vertices of the
+/// target side, and for those of the others that have no neighbour on the target side.
 ///
-/// An error is shown for each vertex for which the host has no answer; it counts as nothing.
-/// @param targetSide  1 or -1, as planeSide tells sides
-/// @param restricted  which vertices may be looked up, ascending; empty for all
-/// @param map         a number per vertex of the mesh: that of its partner, where one was found
+/// If the host has no answer for a vertex, an error is shown; the vertex is then neither paired nor listed.
+/// @param targetSide  1 or -1, as planeSide returns it
+/// @param restricted  the vertices to search for, ascending; empty for all
+/// @param map         one entry per vertex of the mesh; where a partner is found, the entries of both are set
 SymmetryFindings checkPositions(const MirroredMesh& image, int targetSide, const std::vector<int>& restricted,
                                 std::vector<int>& map);

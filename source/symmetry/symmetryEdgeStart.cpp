@@ -10,10 +10,10 @@
 
 namespace {
 
-/// On which side of its edge, seen from the plane, a chosen face lies.
+/// The side of an edge, seen from the plane, on which the chosen face lies.
 enum class Side { kUnknown, kNearer, kFarther };
 
-/// Places that decide which face of an edge is meant.
+/// The places by which a face of an edge is chosen.
 struct EdgePlaces {
     MPoint edge;
     std::array<MPoint, 2> faces;  // centres
@@ -47,7 +47,7 @@ struct Depths {
     double edge, face0, face1;
 };
 
-/// The axis along which two points differ most; z where none is ahead of the others.
+/// The axis along which two points differ most; z if two axes are equal.
 unsigned int dominantAxis(const MPoint& a, const MPoint& b) {
     const MVector direction = (a - b).normal();
     const double x = std::abs(direction.x);
@@ -57,9 +57,9 @@ unsigned int dominantAxis(const MPoint& a, const MPoint& b) {
     return y > x && y > z ? 1 : 2;
 }
 
-/// Chooses one of an edge's first two faces: for the first edge always the first, whose side is kept in
-/// `side`; for the second the one on that side.
-/// @return the face, -1 when there is no telling
+/// Chooses one of the first two faces of an edge. For the first edge it is the first face, and `side` is set
+/// to its side. For the second edge it is the face on that side.
+/// @return the face, -1 if there is no clear choice
 int chooseFace(const SymmetryMesh& mesh, int edge, Side& side) {
     const IndexRange faces = mesh.facesOf(edge);
     if (faces.size() < 2) return -1;
@@ -72,7 +72,7 @@ int chooseFace(const SymmetryMesh& mesh, int edge, Side& side) {
     return faces[side == found ? 0 : 1];
 }
 
-/// Fills in the vertices of a start whose faces are known, so that the passes turn in opposite ways.
+/// Sets the vertices of a start whose faces are known, so that the two passes turn in opposite directions.
 bool orient(const SymmetryMesh& mesh, const EdgeEnds& first, const EdgeEnds& second, SymmetryStart& start) {
     const int orientationA = orientationInFace(mesh.topology().faceVertices(start.faceA), first);
     const int orientationB = orientationInFace(mesh.topology().faceVertices(start.faceB), second);

@@ -26,7 +26,7 @@ void append(IndexLists& lists, const MIntArray& list) {
     lists.endList();
 }
 
-/// The corners of all faces, which the host hands out in one piece.
+/// The corners of all faces. The host returns them all at once.
 IndexLists gatherCorners(const MFnMesh& mesh) {
     MIntArray counts;
     MIntArray corners;
@@ -51,7 +51,7 @@ MFloatPointArray objectPoints(const MDagPath& mesh) {
     return points;
 }
 
-/// Adds components of one kind to a selection.
+/// Adds components of one type to a selection.
 void addComponents(MSelectionList& list, const MDagPath& mesh, MFn::Type type,
                    const std::vector<int>& indices) {
     MIntArray elements;
@@ -79,7 +79,7 @@ MeshTopology gatherTopology(const MDagPath& mesh) {
     gathered.ends.reserve(static_cast<std::size_t>(edgeCount));
     reserve(gathered.edgeFaces, edgeCount, cornerCount);
     MIntArray list;
-    // An iterator over a mesh without faces or edges is not valid on every host.
+    // On some hosts an iterator over a mesh without faces or edges is not valid.
     if (faceCount > 0) {
         MItMeshPolygon face(mesh);
         for (int k = 0; k < faceCount; ++k, face.next()) {
@@ -116,7 +116,7 @@ SymmetryMesh::SymmetryMesh(const MDagPath& mesh, int axis, double tolerance)
     if (tolerance_ == 0.0) tolerance_ = meanEdgeLength() / 100.0;
 }
 
-/// A sample is enough for a tolerance; 0 for a mesh without edges.
+/// The mean of a sample, which is enough for a tolerance. 0 for a mesh without edges.
 double SymmetryMesh::meanEdgeLength() const {
     constexpr int kStep = 5;
     const int edgeCount = topology_.edgeFaces().size();

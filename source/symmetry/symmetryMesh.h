@@ -12,25 +12,23 @@
 
 #include "symmetry/meshTopology.h"
 
-/// Connectivity of a mesh, gathered face by face and edge by edge from the host. Linear cost.
+/// Reads the connectivity of a mesh from the host. Linear cost.
 MeshTopology gatherTopology(const MDagPath& mesh);
 
-/// Makes faces and vertices of a mesh the active selection, in place of what was selected. Numbers below
-/// 0 stand for nothing.
+/// Selects faces and vertices of a mesh, and nothing else. Numbers below 0 are left out.
 void selectComponents(const MDagPath& mesh, const std::vector<int>& faces, const std::vector<int>& vertices);
 
-/// A mesh as the search for its symmetry sees it: a snapshot of its connectivity and points, and the few
-/// questions that go to the host.
+/// A mesh as the search for its symmetry needs it: a copy of its connectivity and points, and a few queries
+/// to the host.
 ///
-/// The symmetry plane is where the coordinate of the axis is 0, in object space. For the main thread;
-/// topology() and shells() may be read anywhere. Making one gathers everything once; nothing is looked up
-/// twice.
+/// The symmetry plane is where the coordinate of the axis is 0, in object space. Main thread only, but
+/// topology() and shells() may be read on any thread. The constructor gathers everything once.
 class SymmetryMesh {
   public:
     /// @param mesh       path of a mesh shape
     /// @param axis       0, 1 or 2
-    /// @param tolerance  distance up to which two points count as one, in object space; 0 asks for a
-    ///                   hundredth of the mean length of every fifth edge
+    /// @param tolerance  distance up to which two points count as equal, in object space; 0 means a hundredth
+    ///                   of the mean length of every fifth edge
     SymmetryMesh(const MDagPath& mesh, int axis, double tolerance);
 
     const MDagPath& path() const { return path_; }
@@ -46,18 +44,18 @@ class SymmetryMesh {
     bool isOnPlane(int vertex) const;
     bool areEquivalent(const MPoint& a, const MPoint& b) const { return a.isEquivalent(b, tolerance_); }
 
-    /// The faces of an edge; none for an edge that does not exist.
+    /// The faces of an edge; empty for an edge that does not exist.
     IndexRange facesOf(int edge) const;
 
-    /// Vertices that an edge joins to a vertex, and these edges, in the host's order.
+    /// The vertices that an edge connects to a vertex, and these edges. Both in the host's order.
     MIntArray neighbours(int vertex);
     MIntArray edgesAt(int vertex);
 
-    /// The first neighbour that lies on the plane, -1 when none does.
+    /// The first neighbour on the plane, -1 if there is none.
     /// @return a failure, after a warning, for a vertex without neighbours
     MStatus findCentreNeighbour(int vertex, int& neighbour);
 
-    /// Shows one line per face that a user can run to select the shell of that face.
+    /// Shows one line per face: a command that selects the shell of that face.
     void showShellCommands(const std::vector<int>& faces) const;
 
   private:
@@ -74,5 +72,5 @@ class SymmetryMesh {
 
 /// The first two faces of an edge, in the host's order.
 /// @param edge  need not exist
-/// @return a failure, after a warning, for an edge with fewer
+/// @return a failure, after a warning, for an edge with fewer than two faces
 MStatus edgeFaces(const MDagPath& mesh, int edge, int& face0, int& face1);

@@ -13,7 +13,7 @@ std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
 
-/// Goes through the vertices of one shell after the other.
+/// Visits the vertices of shells, one shell after the other.
 class ShellScanner {
   public:
     explicit ShellScanner(const ScanInput& input)
@@ -47,7 +47,7 @@ class ShellScanner {
     }
 
     const ScanInput& input_;
-    std::vector<int> seenIn_;  // per vertex the shell that was last found to have it
+    std::vector<int> seenIn_;  // per vertex: the last shell that visited it
     double smallestDistance_ = -1.0;
 };
 
@@ -67,7 +67,7 @@ std::vector<ShellBox> boxesOf(const std::vector<ShellScan>& scans) {
     return boxes;
 }
 
-/// The axis along which boxes begin at the most different places.
+/// The axis along which the minima of the boxes are spread most.
 std::size_t widestAxis(const std::vector<ShellBox>& boxes) {
     std::size_t widest = 0;
     double width = -1.0;
@@ -99,7 +99,7 @@ bool ShellBox::contains(const ShellPoint& point) const {
 }
 
 BoxIndex::BoxIndex(std::vector<ShellBox> boxes) : boxes_(std::move(boxes)), axis_(widestAxis(boxes_)) {
-    // Points that are no numbers have no place in an order; nothing is ever inside their boxes.
+    // NaN cannot be sorted. Such a box contains no point anyway.
     for (ShellBox& box : boxes_) {
         if (std::isnan(box.minimum[axis_])) box.minimum[axis_] = std::numeric_limits<double>::infinity();
     }
@@ -131,7 +131,7 @@ std::vector<int> BoxIndex::find(const ShellPoint& point) const {
 std::vector<ShellScan> scanShells(const ScanInput& input, const std::vector<int>& markedFaces) {
     const Shells& shells = input.shells;
     std::vector<ShellScan> scans(at(shells.count()));
-    // The first start of a shell counts.
+    // If a shell has several starts, the first counts.
     for (const int face : markedFaces) {
         ShellScan& scan = scans[at(shells.shellOfFace[at(face)])];
         if (scan.markedFace == -1) scan.markedFace = face;
@@ -150,12 +150,12 @@ std::vector<ShellScan> scanShells(const ScanInput& input, const std::vector<int>
 }
 
 ShellCounts pairCounts(const std::vector<ShellScan>& scans) {
-    std::unordered_map<int, int> remaining;  // per face count the shells that are still to come
+    std::unordered_map<int, int> remaining;  // by face count: the shells still to come
     for (const ShellScan& scan : scans) {
         if (scan.markedFace == -1) ++remaining[scan.faceCount];
     }
     ShellCounts counts;
-    std::unordered_map<int, bool> isWaiting;  // whether the last shell of this count waits for its partner
+    std::unordered_map<int, bool> isWaiting;  // by face count: the last shell has no partner yet
     for (const ShellScan& scan : scans) {
         if (scan.markedFace != -1) continue;
         const int left = --remaining[scan.faceCount];

@@ -11,8 +11,7 @@
 
 namespace {
 
-/// The name and the line that failing queries for a neighbour are reported with; users look for them in
-/// their logs.
+/// The file name and line in reports of failed queries for a neighbour. Deliberate: docs/compatibility.md.
 constexpr const char* kReportFile = "polyMapVertexOrder";
 constexpr int kNeighbourLine = 1785;
 
@@ -20,7 +19,7 @@ void show(const MString& text) {
     MGlobal::displayInfo(text);
 }
 
-/// "<name>: <number>  ", one field of a line of details.
+/// "<name>: <number> ", one field in a line of details.
 void addField(MString& line, const char* name, int number) {
     line += name;
     line += ": ";
@@ -87,13 +86,13 @@ std::vector<ShellScan> scan(SymmetryMesh& mesh, const std::vector<SymmetryStart>
     return scanShells(input, markedFaces);
 }
 
-/// The two vertices of a face and their mirror images in another.
+/// Two neighbouring vertices of a face, and their mirror images in another face.
 struct MirroredEdges {
     int a, b, a2, b2;
 };
 
-/// Looks for an edge of a face that has a mirror image among the vertices of another face.
-/// @return whether there is one; more than two corners must have mirror images
+/// Finds an edge of a face that has a mirror image among the vertices of another face.
+/// @return whether there is one. False if not more than two pairs of corners mirror each other
 bool findMirroredEdge(SymmetryMesh& mesh, int face, int mirrorFace, MirroredEdges& edges) {
     std::vector<int> vertices;
     std::vector<int> images;
@@ -119,7 +118,7 @@ bool findMirroredEdge(SymmetryMesh& mesh, int face, int mirrorFace, MirroredEdge
     return false;
 }
 
-/// Finds a face of a shell whose mirror image is a face of a shell of the same size.
+/// Finds a face of a shell whose mirror image is a face of a shell with the same face count.
 bool findPairStart(SymmetryMesh& mesh, ClosestFaceSearch& search, int shell, SymmetryStart& start) {
     const Shells& shells = mesh.shells();
     for (const int face : shells.faces[shell]) {
@@ -140,8 +139,8 @@ bool findPairStart(SymmetryMesh& mesh, ClosestFaceSearch& search, int shell, Sym
     return false;
 }
 
-/// Boxes that hold all shells. That of a marked shell, which was not scanned, and of one with a coordinate
-/// that is no number holds everything.
+/// One box per shell that contains the shell. It is infinite for a marked shell, which was not scanned, and
+/// for a shell with a coordinate that is NaN.
 std::vector<ShellBox> boxesToSearch(const std::vector<ShellScan>& scans) {
     constexpr double kFar = std::numeric_limits<double>::infinity();
     const ShellBox everything{{-kFar, -kFar, -kFar}, {kFar, kFar, kFar}};
@@ -210,8 +209,8 @@ class StartFinder {
     int verified_ = 0;
 };
 
-/// Shells come in the order of their faces, the user's starts in that of the selection: the counts of the
-/// first shell go to the first start, whichever shell that one is in.
+/// Fills in the counts of the user's starts. Shells are in the order of their faces, starts in the order of
+/// the selection: the first start gets the counts of the first marked shell, even if it is in another shell.
 void StartFinder::takeMarkedShells() {
     std::size_t next = 0;
     for (std::size_t shell = 0; shell < scans_.size(); ++shell) {
@@ -225,8 +224,8 @@ void StartFinder::takeMarkedShells() {
     }
 }
 
-/// Marked shells of different face counts leave starts whose passes end early, or do not begin: the faces
-/// that are left out stay unmapped.
+/// Marked shells with different face counts can give a start the count of another shell. Its passes then end
+/// early, or do not begin, and the remaining faces stay unmapped.
 void StartFinder::checkMarkedStarts() {
     for (const SymmetryStart& start : starts_) {
         if (start.shellFaces >= mesh_.shells().faceCountAt(start.faceA)) continue;
@@ -237,7 +236,7 @@ void StartFinder::checkMarkedStarts() {
     }
 }
 
-/// Takes the first shell of each count that has a candidate, also when it is part of a pair or marked.
+/// Takes the first shell of each count that has a candidate, even if it is marked or part of a pair.
 void StartFinder::addSingleShells(const std::vector<int>& counts) {
     std::unordered_map<int, const ShellScan*> firstOfCount;
     for (const ShellScan& scan : scans_) {
@@ -268,7 +267,7 @@ void StartFinder::addSingleShell(const ShellScan& scan) {
     hasErrors_ = true;
 }
 
-/// Finds the edge from a vertex to its first neighbour on the plane.
+/// Finds the edge from a vertex to its first neighbour on the plane, and its faces.
 bool StartFinder::findCentreStart(int vertex, SymmetryStart& start) {
     const MStatus status = mesh_.findCentreNeighbour(vertex, start.vertexB);
     if (!status) {

@@ -31,20 +31,20 @@ double largest(const Vector3& vector) {
     return std::max({std::fabs(vector.x), std::fabs(vector.y), std::fabs(vector.z)});
 }
 
-/// How a deformed vertex moves with its rest point.
+/// The movement of a deformed vertex when its rest point moves by one unit along each axis.
 struct Steps {
     Vector3 x, y, z;
 };
 
-/// @param offset  from the deformed to the sculpted point; the offset of the rest point after
-/// @return whether the steps can be inverted; the offset stays as it is otherwise
+/// @param offset  before: from the deformed to the sculpted point; after: the offset of the rest point
+/// @return whether the steps can be inverted; if not, the offset does not change
 bool invert(const Steps& steps, const MFloatPoint& deformed, Vector3& offset) {
     const Vector3 yz = cross(steps.y, steps.z);
     const Vector3 zx = cross(steps.z, steps.x);
     const Vector3 xy = cross(steps.x, steps.y);
     const double determinant = dot(steps.x, yz);
-    // The steps are differences of single-precision points: what is as small as the last bits of these is
-    // noise. Comparisons with what is not a number fail, and so count as singular.
+    // The steps are differences of single-precision points: values as small as the last bits of these points
+    // are noise. Comparisons with NaN are false, and so count as singular.
     const double size = largest(difference(deformed, MFloatPoint())) +
                         std::max({largest(steps.x), largest(steps.y), largest(steps.z)});
     const double noise = 4.0 * std::numeric_limits<float>::epsilon() * size;
@@ -54,7 +54,7 @@ bool invert(const Steps& steps, const MFloatPoint& deformed, Vector3& offset) {
     return true;
 }
 
-/// The affine matrix of three rows and a translation.
+/// An affine matrix from three rows and a translation.
 MMatrix affine(const Vector3& row0, const Vector3& row1, const Vector3& row2, const MFloatPoint& place) {
     const double rows[4][4] = {{row0.x, row0.y, row0.z, 0.0},
                                {row1.x, row1.y, row1.z, 0.0},
@@ -63,8 +63,8 @@ MMatrix affine(const Vector3& row0, const Vector3& row1, const Vector3& row2, co
     return MMatrix(rows);
 }
 
-/// The corrective point by the host's matrices, which give one for any steps. The rows stand in the order
-/// z, x, y in both matrices, which cancels out but for what the host makes of a singular matrix.
+/// The corrective point, computed with the host's matrices, which give a result for any steps. Both matrices
+/// have the rows z, x, y. That order cancels out, except in the host's inverse of a singular matrix.
 MFloatPoint pointByHost(const Steps& steps, const MFloatPoint& deformed, const MFloatPoint& sculpt,
                         const MFloatPoint& rest) {
     const MMatrix deformation = affine(steps.z, steps.x, steps.y, deformed);

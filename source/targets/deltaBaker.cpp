@@ -20,7 +20,8 @@
 
 namespace {
 
-/// Whether a node is of those that a host puts beside a deformer: with groups of vertices or tweaks for it.
+/// Whether a node is a helper: one of those that a host makes with a deformer, for groups of vertices or for
+/// tweaks.
 bool isHelper(const MObject& node) {
     const bool isSet = node.hasFn(MFn::kSet) && !node.hasFn(MFn::kShadingEngine);
     return isSet || node.hasFn(MFn::kTweak) || node.hasFn(MFn::kGroupParts) || node.hasFn(MFn::kGroupId);
@@ -33,8 +34,8 @@ bool contains(const std::vector<MObjectHandle>& nodes, const MObject& node) {
     return false;
 }
 
-/// The helper nodes of a deformer: those that are connected to it, and to each other. As the deformer works
-/// on a copy that nobody else knows, all of them are its own.
+/// The helper nodes that are connected to a deformer or to each other. The deformer works on our own copy, so
+/// all of them belong to it.
 std::vector<MObjectHandle> helpersOf(const MObject& deformer) {
     std::vector<MObjectHandle> nodes(1, MObjectHandle(deformer));
     for (std::size_t k = 0; k < nodes.size(); ++k) {
@@ -82,7 +83,7 @@ DeltaBaker::DeltaBaker(const MObject& original) {
     deformer_ = deformer;
     MObjectArray bases;
     blendShape.getBaseObjects(bases);
-    // An original that is gone or holds no geometry has no deformer; writing the deltas reports it.
+    // A deleted original, or one without geometry, has no deformer. Writing the deltas reports that.
     if (bases.length() > 0) blendShape.addTarget(bases[0], 0, targetShape, 1.0);
     blendShape.setWeight(0, 1.0F);
     if (!deformer.isNull()) helpers_ = helpersOf(deformer);
@@ -91,7 +92,7 @@ DeltaBaker::DeltaBaker(const MObject& original) {
 CallOutcome DeltaBaker::bake(const TargetDeltas& deltas) {
     const MObject deformer = aliveObject(deformer_);
     TargetEditor targets(deformer);
-    // Deltas that are written while a mesh is connected are not sure to stay.
+    // Deltas that are written while a mesh is connected may not stay.
     disconnectTarget(deformer);
     return targets.write(0, kFullItem, deltas);
 }
@@ -112,7 +113,7 @@ DeltaBaker::~DeltaBaker() {
     guardEntry("The helper meshes of an extraction", [this] {
         deleteIfAlive(base_);
         deleteIfAlive(target_);
-        // They go with the copies, as a rule.
+        // Usually deleted with the copies already.
         deleteIfAlive(deformer_);
         for (const MObjectHandle& helper : helpers_)
             deleteIfAlive(helper);

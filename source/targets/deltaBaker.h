@@ -8,9 +8,8 @@
 #include "scene/callOutcome.h"
 #include "scene/targetDeltas.h"
 
-/// A throw-away blend shape on copies of a mesh, by which the host itself adds deltas to it. Everything that
-/// it made leaves the scene with it: the copies, the deformer, and whatever nodes the host put beside that
-/// one.
+/// A temporary blend shape on copies of a mesh, with which the host adds deltas to the mesh. The destructor
+/// deletes everything that was made: the copies, the deformer, and the nodes that the host made with it.
 class DeltaBaker {
   public:
     /// @param original  a mesh shape
@@ -19,18 +18,18 @@ class DeltaBaker {
     DeltaBaker(const DeltaBaker&) = delete;
     DeltaBaker& operator=(const DeltaBaker&) = delete;
 
-    /// Adds deltas to the copy, in full.
+    /// Adds deltas to the copy, with weight 1.
     CallOutcome bake(const TargetDeltas& deltas);
 
-    /// Leaves everything in the scene for good.
+    /// Keeps everything in the scene for good.
     void leaveInScene();
 
-    /// The copy with the deltas, as long as this object lives.
+    /// The copy with the deltas. Valid as long as this object exists.
     MObject deformedShape() const;
 
   private:
     MObjectHandle base_;    // transform of the copy that is deformed
-    MObjectHandle target_;  // transform of the copy that the deformer takes as its target
+    MObjectHandle target_;  // transform of the copy that is the target
     MObjectHandle deformer_;
-    std::vector<MObjectHandle> helpers_;  // nodes that came with the deformer
+    std::vector<MObjectHandle> helpers_;  // nodes that the host made with the deformer
 };

@@ -97,7 +97,7 @@ void ItemCompanions::write(const MObject& blendShape, int target, int item) cons
     }
 }
 
-/// Leaves unset what has its default, as the host does.
+/// Does not set attributes that have their default, like the host.
 void ItemCompanions::writeInfo(const MObject& blendShape, int target, int item) const {
     const MString info = infoName(blendShape, target, item);
     const bool isAllDefault =

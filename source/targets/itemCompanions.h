@@ -7,14 +7,14 @@
 #include <maya/MPointArray.h>
 #include <maya/MString.h>
 
-/// What belongs to a target item beside its deltas, fetched to be given to another item of the same target:
-/// the deltas of a relative in-between, the entry in inbetweenInfoGroup (name, interpolation, visibility) and
-/// the connected target mesh. What an item does not have is not made for the other one either.
+/// What belongs to a target item besides its deltas, so that it can be moved to another item of the same
+/// target: the deltas of a relative in-between, the entry in inbetweenInfoGroup (name, interpolation,
+/// visibility), and the connected target mesh. Only what the item has is written to the other item.
 class ItemCompanions {
   public:
-    /// Fetches what an item has.
+    /// Reads what an item has.
     void read(const MObject& blendShape, int target, int item);
-    /// Gives it to an item that exists. A mesh that was deleted since is left out.
+    /// Writes it to an existing item. A mesh that was deleted since is left out.
     void write(const MObject& blendShape, int target, int item) const;
 
     /// Removes the entry in inbetweenInfoGroup, which is not a part of the item.
@@ -36,5 +36,5 @@ class ItemCompanions {
     int interpolation_ = 0;
     bool isVisible_ = true;
     MIntArray curveIndices_;
-    MFloatArray curve_;  // two numbers for each index
+    MFloatArray curve_;  // two numbers per index
 };

@@ -32,7 +32,7 @@ TargetDeltas TargetEditor::read(int target, int item) {
     return {getTargetComponents(blendShape_, target, item), getTargetPoints(blendShape_, target, item)};
 }
 
-/// Once is enough: what this object writes does not change other meshes.
+/// Once is enough: what this object writes does not change target meshes.
 void TargetEditor::evaluate() {
     if (!hasEvaluated_) evaluateDeformer(blendShape_);
     hasEvaluated_ = true;

@@ -6,8 +6,8 @@
 #include "scene/callOutcome.h"
 #include "scene/targetDeltas.h"
 
-/// The targets of a blend shape during one run of a command. The first write to an item whose target mesh is
-/// connected shows a warning.
+/// The targets of a blend shape during one run of a command. Shows a warning at the first write to an item to
+/// which a target mesh is connected.
 class TargetEditor {
   public:
     explicit TargetEditor(const MObject& blendShape) : blendShape_(blendShape) {}
@@ -15,28 +15,29 @@ class TargetEditor {
     TargetEditor& operator=(const TargetEditor&) = delete;
 
     const MObject& blendShape() const { return blendShape_; }
-    /// From now on no warning is shown.
+    /// No warning is shown from now on.
     void keepQuiet() { hasWarned_ = true; }
 
     /// @return refused for a target that does not exist
     CallOutcome checkTarget(int target) const;
-    /// For commands that read an item: the full item of a target may be missing, it counts as empty then.
+    /// For commands that read an item. A full item may be missing; it then counts as empty.
     /// @return refused for a target or an in-between that does not exist
     CallOutcome checkItem(int target, int item) const;
 
-    /// The deltas of an item; empty for one that was never written. Where they come from a mesh that is
-    /// connected, or was until now, the deformer makes them when it is evaluated, so that this is done first.
+    /// The deltas of an item; empty if it was never written. Evaluates the deformer first, at most once, if a
+    /// target mesh is connected or the item exists without vertices: deltas from a target mesh may not be
+    /// computed yet.
     TargetDeltas read(int target, int item);
 
-    /// Gives an item what its lists lack to be valid: a list that is empty in `deltas` becomes vertex
-    /// 0, or one zero delta, in the deformer.
-    /// @param deltas  what read() gave for the item; stays as it is
+    /// Makes an empty item valid in the deformer: if a list of `deltas` is empty, the item gets vertex 0, or
+    /// one zero delta.
+    /// @param deltas  what read() returned for the item
     CallOutcome initialiseEmpty(int target, int item, const TargetDeltas& deltas);
-    /// The same, for deltas that are to be worked on: `deltas` becomes what the deformer holds then.
+    /// The same, and the empty lists of `deltas` are filled like those of the item.
     CallOutcome completeEmpty(int target, int item, TargetDeltas& deltas);
 
     /// Replaces the deltas of an item.
-    /// @param kind  which deltas these are, for the errors: "" or a word with a blank after it
+    /// @param kind  names the deltas in the errors: "" or a word followed by a blank
     CallOutcome write(int target, int item, const TargetDeltas& deltas, const char* kind = "");
 
   private:
@@ -48,18 +49,18 @@ class TargetEditor {
     bool hasWarned_ = false;
 };
 
-/// An item as it was before a run of a command, for undo.
+/// The state of an item before a run of a command, for undo.
 class SavedItem {
   public:
-    /// Keeps what the item holds, and whether it exists.
+    /// Saves the deltas of an item, and whether the item exists.
     void save(TargetEditor& targets, int target, int item);
-    /// The deltas that were kept.
+    /// The saved deltas.
     const TargetDeltas& deltas() const { return deltas_; }
 
-    /// Puts the deltas back, once; nothing where nothing was kept or the blend shape is gone. An in-between
-    /// that did not exist is removed again; the full item of a target stays, with empty lists.
+    /// Restores the deltas, once. Does nothing if nothing is saved or the blend shape was deleted. An
+    /// in-between that did not exist is removed; a full item that did not exist stays, with empty lists.
     CallOutcome restore();
-    /// Keeps nothing any more.
+    /// Discards what was saved.
     void forget() { isSaved_ = false; }
 
   private:

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The colour of a vertex that has none.
+/// The value for a vertex without colour.
 const MColor kNoColor(-1.0F, -1.0F, -1.0F, -1.0F);
 
 MColor paintColor(double value) {
@@ -20,7 +20,7 @@ MColor paintColor(double value) {
     return MColor(0.4F * v, 0.7F * v, v, 1.0F);
 }
 
-/// The weights that painted values stand for, without those of vertices that are not painted.
+/// The weights for painted values, without vertices that are not painted.
 WeightList unfrozen(const WeightList& painted) {
     WeightList weights;
     for (unsigned int k = 0; k < painted.vertices.length(); ++k) {
@@ -98,7 +98,7 @@ void PaintDisplay::restore() {
     hasShown_ = false;
     MFnMesh mesh(mesh_.path());
     if (!hadColorSet_) {
-        // The colours were the first: their set came with them.
+        // There was no colour set before: delete the new one.
         mesh.deleteColorSet(mesh.currentColorSetName());
         return;
     }

@@ -8,26 +8,26 @@
 #include "scene/meshObject.h"
 #include "weights/weightList.h"
 
-/// Where a user paints how much of a sculpt is frozen: 1 is frozen, which is the weight 0 of a
-/// target. Either the "freeze" attribute of the blend shape, where the kit uses the host's own
-/// sculpting tools, or the blue of the mesh's vertex colours.
+/// Where a user paints how much of a sculpt is frozen. 1 is frozen, which is weight 0 of a target. If the
+/// user's settings choose the host's own sculpting tools, it is the "freeze" attribute of the blend shape;
+/// otherwise it is the blue of the mesh's vertex colours.
 class PaintDisplay {
   public:
-    /// Whether the kit uses the host's tools; so the user's settings say.
+    /// Whether the user's settings choose the host's sculpting tools.
     static bool isFreezeAttributeUsed();
 
-    /// @param mesh  needed for vertex colours only
+    /// @param mesh  needed only for vertex colours
     PaintDisplay(const MObject& blendShape, const MeshObject& mesh);
 
-    /// The weights that the display stands for, at vertices that are frozen in part at least, by
-    /// ascending vertex.
+    /// The weights that the display shows, for vertices that are at least partly frozen, in ascending order.
     WeightList read() const;
 
-    /// Displays values as they are. Vertices that the mesh does not have are left out.
-    /// @param error  why there is nowhere to show them
+    /// Shows values unchanged: here 1 is frozen. Vertex colours leave out vertices that the mesh does not
+    /// have.
+    /// @param error  why the values cannot be shown
     bool show(const WeightList& values, MString& error);
 
-    /// Puts back the vertex colours that the last show() replaced; the attribute stays as it is.
+    /// Restores the vertex colours that the last show() replaced. An attribute is not restored.
     void restore();
 
   private:
@@ -37,7 +37,7 @@ class PaintDisplay {
     bool usesAttribute_;
     MPlug freeze_;
     MeshObject mesh_;
-    bool hasShown_ = false;  // colours
+    bool hasShown_ = false;  // the last show() set vertex colours
     bool hadColorSet_ = false;
     MColorArray before_;
 };

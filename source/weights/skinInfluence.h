@@ -11,27 +11,26 @@
 #include "scene/meshObject.h"
 #include "weights/weightList.h"
 
-/// The weights of one influence of a skin cluster, as the weights of a target.
+/// The weights of one influence of a skin cluster, read and written like the weights of a target.
 class SkinInfluence {
   public:
-    /// @param influence  its place among the influences
-    /// @param error      what is wrong: the name, the mesh or the place
+    /// @param influence  its position among the influences
+    /// @param error      what is wrong: the name, the mesh or the position
     bool find(const MString& skinCluster, const MeshObject& mesh, int influence, MString& error);
 
-    /// The weights of the influence at the vertices from 0 up to a count.
+    /// The weights of the influence at vertices 0 to vertexCount - 1.
     MStatus read(unsigned int vertexCount, WeightList& weights) const;
 
-    /// Makes weights those of the influence; the host normalises. Unless every vertex is listed,
-    /// the influence gets 0 at the vertices that are not. What was there before is kept for
-    /// restore().
-    /// @param weights  of vertices below the count
+    /// Sets the weights of the influence; the host normalises. Vertices that are not listed get 0. Keeps the
+    /// old weights for restore().
+    /// @param weights  of vertices below vertexCount
     MStatus write(unsigned int vertexCount, const WeightList& weights);
 
-    /// Writes back what the last write() found.
+    /// Restores the weights from before the last write().
     MStatus restore();
 
   private:
-    /// Weights of all influences at some vertices, vertex by vertex.
+    /// Weights of all influences at some vertices, grouped by vertex.
     struct Block {
         MObject component;
         MDoubleArray weights;
@@ -44,6 +43,6 @@ class SkinInfluence {
     MObjectHandle skinCluster_;
     MeshObject mesh_;
     unsigned int influence_ = 0;
-    MIntArray influences_;  // the places of all
+    MIntArray influences_;  // positions of all influences
     Block before_;
 };

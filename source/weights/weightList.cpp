@@ -8,7 +8,8 @@ namespace {
 
 constexpr double kNearOne = 1e-5;
 
-/// Position of the first of ascending numbers that is not below `value`; their count where all are.
+/// Position of the first number that is not less than `value`; the count if there is none. The numbers must
+/// be ascending.
 unsigned int lowerBound(const MIntArray& numbers, int value) {
     unsigned int first = 0;
     unsigned int last = numbers.length();
