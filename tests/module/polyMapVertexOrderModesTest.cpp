@@ -102,6 +102,8 @@ TEST_F(ExtendMap, FromABorderEdgeIsPointedOut) {
 }
 
 TEST_F(ExtendMap, FromABorderEdgeNothing) {
+    // No two centres of faces and edges are as far from the plane any more.
+    scene_.mel("move -relative 0.25 0 0.125 base.vtx[9]");
     for (const std::string& border : {edge(6, 9), edge(8, 11), edge(6, 7), edge(7, 8), edge(9, 10)}) {
         for (const std::string& edges : {border + ' ' + edge(13, 16), edge(13, 16) + ' ' + border}) {
             EXPECT_EQ(call("-atm " + edges).warnings, kClosingWarning) << edges;
@@ -201,6 +203,8 @@ INSTANTIATE_TEST_SUITE_P(
                  {{1, 1, 1.5F}, {1, -1, -1.5F}},
                  {10, 10, 10},
                  {10, -10, 10}},
+        FoldPair{
+            "BothFartherBelowThePlane", "x", {{-1, 1, 1.5F}, {-1, -1, -1.5F}}, {-10, 10, 10}, {-10, -10, 10}},
         FoldPair{
             "BothNearerAndApartAlongZ", "x", {{-1, 1, 1.5F}, {-1, -1, -1.5F}}, {10, 10, 10}, {10, -10, 10}}),
     [](const auto& test) { return std::string(test.param.name); });
