@@ -28,10 +28,17 @@ TEST_F(MeshEvaluate, AMeshWithoutDeformersIsItsOwnOriginal) {
     // A stray intermediate shape that feeds nothing, or one with other vertices, is none of its own.
     scene_.mel("createNode mesh -name stray -parent plain; setAttr stray.intermediateObject 1");
     EXPECT_EQ(intermediate("plain"), "|plain|plainShape");
+    EXPECT_EQ(intermediate("stray"), "|plain|plainShape");
     scene_.mel(
         "connectAttr baseShapeOrig.outMesh stray.inMesh; createNode mesh -name fed; connectAttr "
         "stray.outMesh fed.inMesh");
     EXPECT_EQ(intermediate("plain"), "|plain|plainShape");
+}
+
+TEST_F(MeshEvaluate, AMeshWithoutAVisibleShapeIsItsOwnOriginal) {
+    scene_.addMesh("hidden", zoo::cube());
+    scene_.mel("setAttr hiddenShape.intermediateObject 1");
+    EXPECT_EQ(intermediate("hidden"), "|hidden|hiddenShape");
 }
 
 TEST_F(MeshEvaluate, OnlyTheIntermediateThatFeedsTheChainCounts) {

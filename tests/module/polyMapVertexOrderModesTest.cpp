@@ -1,5 +1,8 @@
 // dv_polyMapVertexOrder extends, checks, copies and selects by maps that are there.
 
+#include <array>
+#include <ostream>
+
 #include "support/variants.h"
 #include "vertexOrderFixture.h"
 
@@ -98,6 +101,17 @@ TEST_F(ExtendMap, FromABorderEdgeIsPointedOut) {
     EXPECT_EQ(map(), kFirst);
 }
 
+TEST_F(ExtendMap, FromABorderEdgeNothing) {
+    // No two centres of faces and edges are as far from the plane any more.
+    scene_.mel("move -relative 0.25 0 0.125 base.vtx[9]");
+    for (const std::string& border : {edge(6, 9), edge(8, 11), edge(6, 7), edge(7, 8), edge(9, 10)}) {
+        for (const std::string& edges : {border + ' ' + edge(13, 16), edge(13, 16) + ' ' + border}) {
+            EXPECT_EQ(call("-atm " + edges).warnings, kClosingWarning) << edges;
+            EXPECT_EQ(map(), kFirst) << edges;
+        }
+    }
+}
+
 TEST_F(ExtendMap, NeedsAMapOfTheMeshAsItIs) {
     const auto expectRefused = [&] {
         const Outcome outcome = call("-atm " + edge(7, 10));
@@ -123,6 +137,77 @@ TEST_F(ExtendMap, WhereAnEdgeLiesOppositeWaysTheFacesAreToldApartAlongTheirOwnDi
     EXPECT_EQ(result("-atm -a y " + edge(7, 10) + " " + edge(13, 16)), 1);
     EXPECT_EQ(map(), Ints({2, 1, 0, 5, 4, 3, 12, 13, 14, 15, 16, 17, 6, 7, 8, 9, 10, 11}));
 }
+
+/// Two quads that meet at an edge.
+struct Fold {
+    std::array<float, 3> first, second;  // from the middle of the edge to the centres of the faces
+};
+
+/// Two shells of the same fold, in places where a face that is farther than its edge along one axis is nearer
+/// along another.
+struct FoldPair {
+    const char* name;
+    const char* axis;
+    Fold fold;
+    std::array<float, 3> place, otherPlace;
+};
+
+void PrintTo(const FoldPair& pair, std::ostream* out) {
+    *out << pair.name;
+}
+
+class FoldedFaces : public ExtendMap, public ::testing::WithParamInterface<FoldPair> {
+  protected:
+    void SetUp() override {}
+};
+
+/// @param place  of the edge, which runs along y; its ends are the vertices 0 and 1
+std::vector<float> foldPoints(const Fold& fold, const std::array<float, 3>& place) {
+    std::vector<float> points;
+    const std::array<float, 3> none{};
+    for (const std::array<float, 3>* centre : {&none, &fold.first, &fold.second}) {
+        for (const float end : {-0.25F, 0.25F}) {
+            for (std::size_t axis = 0; axis < 3; ++axis)
+                points.push_back(place[axis] + 2 * (*centre)[axis] + (axis == 1 ? end : 0));
+        }
+    }
+    return points;
+}
+
+TEST_P(FoldedFaces, OfTwoEdgesArePairedByTheirSide) {
+    const Mesh first = meshOf(foldPoints(GetParam().fold, GetParam().place), {{0, 1, 3, 2}, {1, 0, 4, 5}});
+    // The other way around, and with the edge between the last corner and the first.
+    const Mesh second =
+        meshOf(foldPoints(GetParam().fold, GetParam().otherPlace), {{0, 4, 5, 1}, {1, 3, 2, 0}});
+    add(host::geometry::uniteMeshes({first, second}).mesh);
+    setMap(Ints(12, -1));
+    EXPECT_EQ(result(std::string("-atm -a ") + GetParam().axis + ' ' + edge(0, 1) + ' ' + edge(6, 7)), 1);
+    EXPECT_EQ(map(), Ints({7, 6, 9, 8, 11, 10, 1, 0, 3, 2, 5, 4}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    TwoEdges, FoldedFaces,
+    ::testing::Values(
+        FoldPair{"OnTheTwoSidesOfTheirEdge", "x", {{0.5F, 0, 2}, {-0.5F, 0, -2}}, {5, 0, 10}, {5, 0, -10}},
+        FoldPair{
+            "BothFartherAndApartAlongX", "y", {{1.5F, 1, 1}, {-1.5F, 1, -1}}, {10, 10, 10}, {10, 10, -10}},
+        FoldPair{
+            "BothFartherAndApartAlongY", "x", {{1, 1.5F, 1}, {1, -1.5F, -1}}, {10, 10, 10}, {10, 10, -10}},
+        FoldPair{"BothFartherAndApartAlongZMoreThanX",
+                 "y",
+                 {{1, 1, 1.5F}, {-1, 1, -1.5F}},
+                 {10, 10, 10},
+                 {-10, 10, 10}},
+        FoldPair{"BothFartherAndApartAlongZMoreThanY",
+                 "x",
+                 {{1, 1, 1.5F}, {1, -1, -1.5F}},
+                 {10, 10, 10},
+                 {10, -10, 10}},
+        FoldPair{
+            "BothFartherBelowThePlane", "x", {{-1, 1, 1.5F}, {-1, -1, -1.5F}}, {-10, 10, 10}, {-10, -10, 10}},
+        FoldPair{
+            "BothNearerAndApartAlongZ", "x", {{-1, 1, 1.5F}, {-1, -1, -1.5F}}, {10, 10, 10}, {10, -10, 10}}),
+    [](const auto& test) { return std::string(test.param.name); });
 
 struct Query {
     const char* name;
@@ -237,6 +322,15 @@ TEST_F(OutlastedSelection, OfTwoEdgesHasNoFaces) {
     const Outcome outcome = call("-atm");
     EXPECT_FALSE(outcome.ok);
     EXPECT_EQ(outcome.errors, Strings{"The edge is not connected to any faces."});
+}
+
+TEST_F(OutlastedSelection, OfTwoEdgesOneHasFaces) {
+    select("base.e[0] base.e[10]");
+    setMap({-1, -1, -1, -1, -1, -1});
+    const Outcome outcome = call("-atm");
+    EXPECT_TRUE(outcome.ok);
+    EXPECT_EQ(outcome.warnings, kClosingWarning);
+    EXPECT_EQ(map(), Ints(6, -1));
 }
 
 TEST_F(MapVertexOrder, AShapeWithoutGeometryHasAnEmptyMap) {

@@ -108,6 +108,8 @@ std::vector<Call> editWeightsCalls() {
         goodCall("Flush", painted, command + "-fl 0.5 -del " + om + "bs", 1),
         goodCall("Delete", painted, command + "-del -ex bs", 1),
         goodCall("ExportToSkin", painted + skin, command + "-ex -sc skin -sm base -ii 1 bs", 1),
+        goodCall("ExportToASkinThatLacksAVertex", painted + "setAttr bs.it[0].itg[0].tw[20] 0.5;" + skin,
+                 command + "-ex -sc skin -sm base -ii 1 bs", 1),
         goodCall("ExportNothingToSkin", skin, command + "-ex -sc skin -sm base bs", 0),
         goodCall("ImportFromSkin", painted + skin, command + "-im -sc skin -sm base -ii 1 bs", 1),
         {"WeightsOfSelection",
