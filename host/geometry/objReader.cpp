@@ -152,7 +152,7 @@ class ObjParser {
     /// defined.
     bool checkReference(Reference kind, std::int64_t number, std::string_view written) {
         static constexpr std::array<const char*, ReferenceCount> kNames{"vertex", "texture coordinate",
-                                                                         "normal"};
+                                                                        "normal"};
         const std::int64_t count = counts_[kind];
         const std::int64_t index = number < 0 ? count + number : number - 1;
         if (number == 0 || index < 0 || index >= count) {
