@@ -45,7 +45,7 @@ void AliasTable::erase(const PlugKey& key) {
         positions_[entries_[at].second] = at;
 }
 
-/// Lets an alias no longer stand for its plug.
+/// Removes an alias from the look-up by alias.
 void AliasTable::forget(const Entry& entry) {
     const auto [first, last] = keys_.equal_range(entry.first);
     keys_.erase(std::find_if(first, last, [&](const auto& named) { return named.second == entry.second; }));

@@ -13,7 +13,7 @@
 namespace host::graph {
 
 /// The aliases of a node's plugs, in the order in which they were set. Looking one up, by alias or by plug,
-/// and adding one behind the others cost O(log n); other changes are linear.
+/// and adding one at the end cost O(log n). Other changes are linear.
 class AliasTable {
   public:
     using Entry = std::pair<std::string, PlugKey>;
@@ -22,18 +22,18 @@ class AliasTable {
     std::vector<Entry>::const_iterator end() const { return entries_.end(); }
     std::size_t size() const { return entries_.size(); }
 
-    /// The plug that an alias stands for; null when it stands for none.
+    /// The plug that has this alias; null if no plug has it.
     const PlugKey* find(std::string_view alias) const;
-    /// Place of a plug's alias in the order; size() when it has none.
+    /// Position of a plug's alias in the order; size() if the plug has no alias.
     std::size_t position(const PlugKey& key) const;
-    /// The alias of a plug, empty when it has none.
+    /// The alias of a plug; empty if it has none.
     std::string aliasOf(const PlugKey& key) const;
 
-    /// Gives a plug without alias one, at a place in the order.
+    /// Gives an alias to a plug that has none, at a position in the order.
     void insert(std::size_t position, const std::string& alias, const PlugKey& key);
-    /// Gives a plug with an alias another in its place.
+    /// Replaces the alias of a plug that has one. The position stays.
     void rename(const PlugKey& key, const std::string& alias);
-    /// Takes the alias of a plug away, if it has one.
+    /// Removes the alias of a plug, if it has one.
     void erase(const PlugKey& key);
 
   private:
@@ -41,7 +41,8 @@ class AliasTable {
 
     std::vector<Entry> entries_;
     std::map<PlugKey, std::size_t> positions_;
-    std::multimap<std::string, PlugKey, std::less<>> keys_;  // who sets an alias sees to it that it is free
+    std::multimap<std::string, PlugKey, std::less<>>
+        keys_;  // the caller that sets an alias makes sure that it is free
 };
 
 }  // namespace host::graph

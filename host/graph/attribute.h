@@ -31,15 +31,15 @@ constexpr bool isNumber(ValueKind kind) {
     return kind <= ValueKind::Time;
 }
 
-/// What a node type says of one attribute: schema as data. The functions below make the usual ones, the
-/// chained members refine them.
+/// What a node type says about one attribute: its schema as data. The functions below make the usual ones.
+/// The chained members refine them.
 struct AttributeSpec {
     std::string longName;
     std::string shortName;
     ValueKind kind = ValueKind::Double;
     std::string dataType{};  // of a Typed attribute: "mesh", "pointArray", ...
     double defaultValue = 0.0;
-    DataPtr defaultData{};  // of a Typed attribute; null reads as "never set"
+    DataPtr defaultData{};  // of a Typed attribute; null means "never set"
     std::optional<double> minimum{};
     std::optional<double> maximum{};
     bool isArray = false;
@@ -98,7 +98,7 @@ class Attribute {
   public:
     /// Deepest nesting of array attributes that a plug can address.
     static constexpr int kMaxArrayDepth = 4;
-    /// Most numbers that an element of a flat array has.
+    /// The largest number of numbers in an element of a flat array.
     static constexpr int kMaxFlatWidth = 4;
 
     Attribute(AttributeSpec spec, const Attribute* parent, int ordinal);
@@ -120,9 +120,9 @@ class Attribute {
     int ordinal() const { return ordinal_; }
     /// From the root attribute down to this one.
     const std::vector<const Attribute*>& path() const { return path_; }
-    /// How many attributes on the path are arrays, this one included.
+    /// How many attributes on the path are arrays, including this one.
     int arrayDepth() const { return arrayDepth_; }
-    /// Numbers per element when the elements lie in a NumberMulti (1, or the children of a compound of
+    /// Numbers per element if the elements are stored in a NumberMulti (1, or the children of a compound of
     /// numbers), otherwise 0.
     int flatWidth() const { return flatWidth_; }
     /// Default of each number of a flat element.

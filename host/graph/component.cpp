@@ -19,8 +19,8 @@ struct KindWord {
 constexpr std::array kWords{KindWord{ComponentKind::Vertex, "vtx"}, KindWord{ComponentKind::Edge, "e"},
                             KindWord{ComponentKind::Face, "f"}, KindWord{ComponentKind::ControlVertex, "cv"}};
 
-/// Whether a run that begins at `first` joins one before it that ends at `last`: they overlap or lie side by
-/// side. The largest int may be an element, so nothing is added to an end.
+/// Whether a run that begins at `first` can join an earlier run that ends at `last`: they overlap or are
+/// adjacent. The largest int may be an element, so nothing is added to an end.
 bool touches(int last, int first) {
     return first - 1 <= last;
 }

@@ -8,12 +8,12 @@
 
 namespace host::graph {
 
-/// Curves are not covered, but lists may hold the numbers of their control vertices: no object has any.
+/// Curves are not covered, but lists may hold the numbers of their control vertices. No object has any.
 enum class ComponentKind : std::uint8_t { Vertex, Edge, Face, ControlVertex };
 
-/// The word in front of the brackets: "vtx", "e", "f" or "cv".
+/// The word before the brackets: "vtx", "e", "f" or "cv".
 std::string_view componentWord(ComponentKind kind);
-/// The kind that a word stands for, if it stands for one.
+/// The kind that a word names, if it names one.
 std::optional<ComponentKind> componentKindOf(std::string_view word);
 
 /// A closed range of element numbers, first <= last.
@@ -31,7 +31,7 @@ class Component {
     Component(ComponentKind kind, Run run) : kind_(kind), single_(run), count_(run.last - run.first + 1) {}
 
     static Component fromIndices(ComponentKind kind, std::vector<int> indices);
-    /// Elements 0 .. count-1. A complete component stays one whatever is added to it.
+    /// Elements 0 .. count-1. A complete component stays complete, whatever is added to it.
     static Component complete(ComponentKind kind, int count);
 
     ComponentKind kind() const { return kind_; }
@@ -50,7 +50,7 @@ class Component {
     void add(Run run);
     void merge(const Component& other);
     void remove(const Component& other);
-    /// Keeps what is in exactly one of both.
+    /// Keeps the elements that are in exactly one of the two.
     void toggle(const Component& other);
 
     bool operator==(const Component& other) const;
@@ -71,14 +71,15 @@ class Component {
 std::string runText(ComponentKind kind, Run run);
 
 /// A component word as written in a script, without its object: "vtx[3]", "f[0:7]", "e[*]". For "[*]" the run
-/// is 0 .. -1 and `all` is set. Nothing when the text is no component word.
+/// is 0 .. -1 and `all` is set.
 struct ComponentWord {
     ComponentKind kind = ComponentKind::Vertex;
     Run run{};
     bool all = false;
 };
+/// Nothing if the text is not a component word.
 std::optional<ComponentWord> parseComponentWord(std::string_view text);
-/// The same without the kinds that no object has, whose words may as well name an attribute.
+/// The same without the kinds that no object has: their words may name an attribute.
 std::optional<ComponentWord> parseMeshComponentWord(std::string_view text);
 
 }  // namespace host::graph

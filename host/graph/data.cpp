@@ -44,7 +44,7 @@ std::vector<int> ComponentListData::flattened() const {
     std::vector<int> result;
     result.reserve(total);
     for (const Run run : runs_) {
-        // The last of all ints may be an element: the count goes one beyond it.
+        // The largest int may be an element: the count is one more than that.
         for (std::int64_t element = run.first; element <= run.last; ++element)
             result.push_back(static_cast<int>(element));
     }

@@ -12,8 +12,8 @@
 
 namespace host::graph {
 
-/// A value that an attribute of kind Typed holds. Data is immutable once it is in the graph: whoever wants
-/// another value builds another object, so that readers, undo records and caches can share one.
+/// A value that an attribute of kind Typed holds. Data is immutable once it is in the graph: code that wants
+/// another value builds another object. So readers, undo records and caches can share one.
 class Data {
   public:
     virtual ~Data() = default;
@@ -23,14 +23,14 @@ class Data {
 
     /// The type name as script commands spell it: "pointArray", "componentList", "mesh", ...
     virtual std::string_view typeName() const = 0;
-    /// Appends the value as one line, blanks in front of its parts: for people and for comparing. Equal
-    /// values give equal texts, and others different ones, long lists by their digest.
+    /// Appends the value as one line, with a blank before each part: for people and for comparing. Equal
+    /// values give equal texts, and different values different ones. Long lists are given by their digest.
     virtual void describe(std::string& text) const = 0;
 };
 
 using DataPtr = std::shared_ptr<const Data>;
 
-/// The value as a T, or null when there is none or it is of another type.
+/// The value as a T; null if there is no value or it has another type.
 template <typename T>
 std::shared_ptr<const T> dataAs(const DataPtr& data) {
     return std::dynamic_pointer_cast<const T>(data);
@@ -70,9 +70,9 @@ using PointArrayData = SimpleData<std::vector<Point4>, PointArrayTag>;
 using VectorArrayData = SimpleData<std::vector<Vector3>, VectorArrayTag>;
 using MatrixData = SimpleData<Matrix16, MatrixTag>;
 
-/// An ordered list of components. Each entry keeps its own runs: lists that are aligned with a point list
-/// depend on the entry order, so neighbouring entries are never merged. A run that ends before it starts
-/// (0 .. -1, from "vtx[*]") stands for all components of whatever the list is applied to.
+/// An ordered list of components. Each entry keeps its own runs, and neighbouring entries are never merged:
+/// lists that belong to a point list depend on the order of the entries. A run that ends before it starts (0
+/// .. -1, from "vtx[*]") means all components of the object that the list is applied to.
 class ComponentListData final : public Data {
   public:
     std::string_view typeName() const override { return "componentList"; }
@@ -87,12 +87,12 @@ class ComponentListData final : public Data {
     ComponentKind kind(int position) const { return kinds_[static_cast<std::size_t>(position)]; }
     /// The runs of one entry, in ascending order.
     std::pair<const Run*, const Run*> runs(int position) const;
-    /// All elements of all entries in order, duplicates kept.
+    /// All elements of all entries in order, with duplicates.
     std::vector<int> flattened() const;
 
   private:
     std::vector<ComponentKind> kinds_;
-    std::vector<int> starts_{0};  // entries + 1 offsets into runs_
+    std::vector<int> starts_{0};  // number of entries + 1 offsets into runs_
     std::vector<Run> runs_;
 };
 

@@ -25,9 +25,9 @@
 
 namespace host::graph {
 
-/// What the graph must know of shapes to resolve component names; the node types' room supplies it.
+/// What the graph must know about shapes to resolve component names. `host/nodes` supplies it.
 struct ComponentSupport {
-    /// The visible shape that a transform stands for, or the shape itself; null when there is none.
+    /// The visible shape below a transform, or the shape itself; null if there is none.
     std::function<NodeRef(const Graph&, const NodeRef&)> shapeOf{};
     /// How many components of a kind a shape has.
     std::function<int(Graph&, const NodeRef&, ComponentKind)> count{};
@@ -39,14 +39,14 @@ struct Connection {
     Plug destination;
 };
 
-/// The scene: nodes and their values, connections, names, the DAG, evaluation on demand, selection,
-/// option variables and the undo queue.
+/// The scene: nodes and their values, connections, names, the DAG, evaluation on demand, selection, option
+/// variables and the undo queue.
 ///
 /// Every change goes through this class. While a ChangeList is set as recorder, each change records its
-/// inverse there; without one nothing is recorded. Preconditions (a name is legal, a destination is free,
-/// ...) are the caller's to check: commands have the words to report them.
+/// inverse there. Without a recorder nothing is recorded. The caller checks the preconditions (a name is
+/// legal, a destination is free, ...), because only commands have the words to report them.
 ///
-/// Const access to an unchanging scene is safe from several threads at once.
+/// Const access is safe from several threads at once while the scene does not change.
 class Graph {
   public:
     Graph();
@@ -58,35 +58,35 @@ class Graph {
     const NodeTypes& types() const { return types_; }
     Selection& selection() { return selection_; }
     const Selection& selection() const { return selection_; }
-    /// Replaces the selection, recorded.
+    /// Replaces the selection. The change is recorded.
     void select(Selection selection);
     OptionVariables& optionVariables() { return optionVariables_; }
     UndoQueue& undoQueue() { return undoQueue_; }
     MessageSink& messages() { return *messages_; }
-    /// The sink must outlive the graph or its replacement.
+    /// The sink must outlive the graph, or be replaced first.
     void setMessages(MessageSink& sink) { messages_ = &sink; }
     const Variants& variants() const { return variants_; }
-    /// For tests; before anything else is done with the scene.
+    /// For tests. Call it before anything else is done with the scene.
     void setVariants(const Variants& variants);
-    /// What went since the variants were set; null where nobody wants to know.
+    /// What has been removed since the variants were set; null unless a variant needs it.
     const RemovalLog* removals() const { return removals_.get(); }
     void setComponentSupport(ComponentSupport support) { componentSupport_ = std::move(support); }
 
-    // --- nodes and names
-    // ---------------------------------------------------------------------------------------
+    // Nodes and names.
 
     /// @param name    wanted name; made unique by a number at its end; empty means <type>1, <type>2, ...
     /// @param parent  DAG parent, null for the top level
     NodeRef createNode(const NodeType& type, const std::string& name = {}, Node* parent = nullptr);
-    /// Deletes nodes with everything below them. Destinations of their connections outside keep the last
-    /// value. Service nodes (deformers, history) left without output connection go too.
+    /// Deletes nodes with everything below them. Plugs of other nodes that were connected to them keep their
+    /// last value. Service nodes (deformers, history) that lose their last output connection are deleted too.
     void deleteNodes(const std::vector<NodeRef>& nodes);
-    /// Gives a node a name made unique like that of createNode. @return the name given
+    /// Renames a node, with a name made unique like that of createNode.
+    /// @return the name given
     std::string rename(Node& node, const std::string& name);
-    /// Moves a DAG node below another parent (null: top level), to the end of its children or to `position`.
+    /// Moves a DAG node below another parent (null: top level), to the end of the children or to `position`.
     void reparent(Node& node, Node* parent, int position = -1);
 
-    /// The name with the next number at its end that no node of the scene has: "pCube2" for "pCube1",
+    /// The name with the next number at its end that no node of the scene uses: "pCube2" for "pCube1",
     /// "group1" for "group".
     std::string nextName(const std::string& name);
 
@@ -96,98 +96,96 @@ class Graph {
     std::vector<NodeRef> nodesOfType(std::string_view typeName) const;
     /// Top-level DAG nodes in order.
     const std::vector<Node*>& roots() const { return roots_; }
-    /// All nodes whose own name is this, in order of creation.
+    /// All nodes with this own name, in order of creation.
     std::vector<NodeRef> nodesNamed(std::string_view name) const;
     /// "|group|mesh" for a DAG node, the plain name for others.
     std::string fullPath(const Node& node) const;
-    /// Shortest path that names only this node.
+    /// The shortest path that names only this node.
     std::string uniqueName(const Node& node) const;
     /// uniqueName, a dot and the plug's attribute path.
     std::string plugName(const Plug& plug) const;
-    /// Number of changes of names, nodes and DAG so far: lets callers cache look-ups by name.
+    /// Number of changes to names, nodes and DAG so far. Callers use it to cache look-ups by name.
     std::uint64_t nameVersion() const { return nameVersion_; }
 
     NodeRef shapeOf(const NodeRef& node) const;
     int componentCount(const NodeRef& shape, ComponentKind kind);
 
-    // --- values
-    // ------------------------------------------------------------------------------------------------
+    // Values.
 
-    /// Value of a number plug, evaluated: through its connection, computed, stored, or the default.
+    /// Value of a number plug, evaluated: from its connection, computed, stored, or the default.
     double number(const Plug& plug);
-    /// Value of a Typed plug, evaluated; null when it was never set. Also for elements of Typed arrays.
+    /// Value of a Typed plug, evaluated; null if it was never set. Also for elements of Typed arrays.
     DataPtr data(const Plug& plug);
-    /// Writes a number (rounded to what the kind stores). The plug is fully indexed and no output.
+    /// Writes a number, rounded to what the kind stores. The plug must be fully indexed and must not be an
+    /// output.
     void setNumber(const Plug& plug, double value);
     void setData(const Plug& plug, DataPtr value);
-    /// Keeps data that a node's compute derives from its inputs in an attribute that is no output. Nothing is
-    /// recorded, and nothing downstream is told: the change of the inputs told it.
+    /// Keeps data that a node's compute function derives from its inputs, in an attribute that is not an
+    /// output. Nothing is recorded and nothing downstream is marked as changed: the change of the inputs did
+    /// that.
     void storeDerived(const Plug& plug, DataPtr value);
-    /// Existing elements of an array plug, ascending: written ones and connected ones.
+    /// Existing elements of an array plug, ascending: those with a value and those with a connection.
     std::vector<int> elements(const Plug& arrayPlug);
     int elementCount(const Plug& arrayPlug);
-    /// Logical index of the element at a physical position, -1 past the end.
+    /// Logical index of the element at a physical position; -1 past the end.
     int elementAt(const Plug& arrayPlug, int position);
     bool hasElement(const Plug& element);
     /// Makes an element exist without setting a value.
     void createElement(const Plug& element);
-    /// Removes an element with its value and everything below; its connections must have been broken.
+    /// Removes an element with its value and everything below it. Its connections must be broken first.
     void removeElement(const Plug& element);
     /// Removes all elements of an array plug that are not connected.
     void clearElements(const Plug& arrayPlug);
-    /// First free logical index past the last element; the first gap where the last one is the largest int.
+    /// The logical index after the last element. If the last one is the largest int, the first gap.
     int nextIndex(const Plug& arrayPlug);
 
-    /// Tells everything downstream that a value of this node changed. Called by the graph itself for its
-    /// own changes.
+    /// Tells everything downstream that a value of this node changed. The graph does this itself for its own
+    /// changes.
     void markDirty(Node& node);
-    /// Whether reading a computed plug computes nothing.
+    /// Whether a computed plug can be read without computing anything.
     bool isCurrent(const Plug& output);
 
-    // --- connections
-    // -------------------------------------------------------------------------------------------
+    // Connections.
 
-    /// Connects, replacing what feeds `destination` now.
+    /// Connects, and replaces the connection that `destination` had.
     void connect(const Plug& source, const Plug& destination);
     /// Breaks the connection into `destination`, which keeps the value that it had through it. Array elements
-    /// that existed through the connection only go with it.
+    /// that existed only through the connection are removed.
     void disconnect(const Plug& destination);
-    /// What feeds exactly this plug; an empty plug when nothing does.
+    /// The source of a connection into exactly this plug; an empty plug if there is none.
     Plug source(const Plug& destination) const;
-    /// What this plug feeds, in the order in which the connections were made.
+    /// The destinations of this plug, in the order in which the connections were made.
     std::vector<Plug> destinations(const Plug& source) const;
-    /// All connections of a node, incoming first, each side ordered by plug.
+    /// All connections of a node, incoming first. Each side is ordered by plug.
     std::vector<Connection> connections(const Node& node) const;
     /// All connections into or out of a plug and everything below it.
     std::vector<Connection> connectionsBelow(const Plug& plug) const;
 
-    // --- attributes, aliases, states
-    // ---------------------------------------------------------------------------
+    // Attributes, aliases, states.
 
     const Attribute& addAttribute(Node& node, AttributeSpec spec);
     /// Removes a dynamic root attribute with its value and connections.
     void deleteAttribute(Node& node, const Attribute& attribute);
-    /// Sets the alias of a plug, replacing the one it had; an empty alias removes it.
+    /// Sets the alias of a plug and replaces the one it had. An empty alias removes it.
     void setAlias(const Plug& plug, const std::string& alias);
     void setState(const Plug& plug, PlugState state);
 
-    // --- recording
-    // ---------------------------------------------------------------------------------------------
+    // Recording.
 
     ChangeList* recorder() const { return recorder_; }
     void setRecorder(ChangeList* recorder) { recorder_ = recorder; }
-    /// Records a change that a node type makes in its private memory.
+    /// Records a change that a node type makes to its private memory.
     void record(ChangeList::Step undo, ChangeList::Step redo);
-    /// Has undo bring back what a plug stores now, also when it is derived anew in between.
+    /// Makes undo restore what a plug stores now, even if the value is derived again in between.
     void recordStored(const Plug& plug);
-    /// Whether a recorded step may work on a node: not on one that has left the scene. A plug-in's redo may
-    /// have made a new node in the place of the one that a later step knows.
+    /// Whether a recorded step may change a node: not if the node has left the scene. A plug-in's redo may
+    /// have made a new node in place of the one that a later step refers to.
     bool canStepOn(const Node& node);
-    /// Shows one warning for all nodes that steps had to leave alone since the last call.
+    /// Shows one warning for all nodes that steps had to skip since the last call.
     void warnOfMissing();
 
   private:
-    /// Numbers first .. end-1 behind a name are taken.
+    /// The numbers first .. end-1 after a name are taken.
     struct TakenNumbers {
         long first = 1;
         long end = 1;
@@ -195,7 +193,7 @@ class Graph {
 
     void enterScene(const NodeRef& node, Node* parent, int position);
     void leaveScene(Node& node);
-    /// The same as recorded steps: what is not as it was when they were recorded is left alone.
+    /// The same as recorded steps: they leave alone what has changed since they were recorded.
     void enterAgain(const NodeRef& node, const NodeRef& parent, int position);
     void leaveAgain(Node& node);
     void selectAgain(const Selection& selection);
@@ -218,17 +216,19 @@ class Graph {
     void undoCreation(const Plug& created);
     void linkAgain(const Plug& source, const Plug& destination, int position = -1);
     void unlinkAgain(const Plug& source, const Plug& destination);
-    /// Takes the place of what feeds the destination.
-    /// @param position  among what the source feeds, -1 for the end
+    /// Replaces the connection into the destination.
+    /// @param position  among the destinations of the source; -1 for the end
     void link(const Plug& source, const Plug& destination, int position = -1);
-    /// Does nothing where something else feeds the destination.
-    /// @return the position that the destination had among what the source feeds
+    /// Does nothing if another source is connected to the destination.
+    /// @return the position that the
+    /// destination had among those of the source
     int unlink(const Plug& source, const Plug& destination);
     void breakLink(const Plug& source, const Plug& destination);
-    /// Steps that take a dynamic attribute out of its node and put it back. @return whether it is back
+    /// Steps that take a dynamic attribute out of its node and put it back.
+    /// @return whether it was put back
     void parkAttribute(Node& node, const Attribute& attribute);
     bool unparkAttribute(Node& node, const Attribute& attribute);
-    /// Removes the array elements above a plug that only a connection, now broken, made exist.
+    /// Removes the array elements above a plug that existed only through a connection that is now broken.
     void dropHollowElements(const Plug& plug);
 
     NodeTypes types_;
@@ -245,10 +245,10 @@ class Graph {
     ComponentSupport componentSupport_;
     Variants variants_;
     std::unique_ptr<RemovalLog> removals_;
-    std::set<std::string> missing_;  // names of nodes that steps did not find
+    std::set<std::string> missing_;  // names of nodes that steps had to skip
     ChangeList* recorder_ = nullptr;
     std::recursive_mutex evaluation_;
-    int evaluationDepth_ = 0;  // nodes being computed, each for the one before
+    int evaluationDepth_ = 0;  // how many computations are nested; Graph::computeUpstream starts a new count
 };
 
 /// Sets the recorder for a scope; a null recorder suspends recording.

@@ -1,3 +1,5 @@
+// The connections of the graph: making, breaking and listing them, and their recorded steps.
+
 #include <algorithm>
 
 #include "graph/graph.h"
@@ -6,7 +8,7 @@ namespace host::graph {
 
 namespace {
 
-/// Whether a plug is the other one or lies below it.
+/// Whether a plug is the other one or is below it.
 bool isBelow(const PlugKey& key, const PlugKey& above) {
     const auto& path = key.attribute->path();
     if (std::find(path.begin(), path.end(), above.attribute) == path.end()) return false;
@@ -14,7 +16,7 @@ bool isBelow(const PlugKey& key, const PlugKey& above) {
            std::equal(above.indices.begin(), above.indices.begin() + above.depth, key.indices.begin());
 }
 
-/// Makes the array elements on the way to a plug exist: a connected element is an existing one.
+/// Makes the array elements on the path of a plug exist: a connected element exists.
 void createElements(Graph& graph, const Plug& plug) {
     Plug at = plug;
     while (at && !at.isElement())
@@ -64,7 +66,7 @@ void Graph::disconnect(const Plug& destination) {
     }
     breakLink(feeding, destination);
     if (keepsNumber) setNumber(destination, lastNumber);
-    // "Never set" is a value too where the destination has another one of its own.
+    // "Never set" is a value too, if the destination has another value of its own.
     const bool hasOwnData =
         kind == ValueKind::Typed && destination.node()->storedData(destination.key()) != lastData;
     if (hasOwnData) setData(destination, lastData);
@@ -102,7 +104,7 @@ void Graph::unlinkAgain(const Plug& source, const Plug& destination) {
 }
 
 void Graph::link(const Plug& source, const Plug& destination, int position) {
-    // A recorded step may find what was free occupied; the other source may not keep its end.
+    // When a recorded step runs, another source may be connected. That source must not keep its end.
     if (const Plug other = this->source(destination)) unlink(other, destination);
     Node& from = *source.node();
     Node& to = *destination.node();
@@ -112,7 +114,7 @@ void Graph::link(const Plug& source, const Plug& destination, int position) {
     const bool isInside = position >= 0 && position < static_cast<int>(links.size());
     const auto at = isInside ? links.begin() + position : links.end();
     links.insert(at, {&to, destination.key()});
-    // What reads the destination next must not find a value from before.
+    // The next reader of the destination must not get an older value.
     to.isClean_.store(true, std::memory_order_release);
     markDirty(to);
 }
@@ -202,7 +204,7 @@ const Attribute& Graph::addAttribute(Node& node, AttributeSpec spec) {
 void Graph::parkAttribute(Node& node, const Attribute& attribute) {
     auto& place = node.dynamic_[node.dynamicPosition(attribute)];
     if (!canStepOn(node) || place == nullptr) return;
-    // Connections made without a record are still there.
+    // Connections made without a record still exist.
     for (const Connection& connection : connectionsBelow(Plug(node.ref(), &attribute)))
         unlink(connection.source, connection.destination);
     node.removed_.push_back(std::move(place));

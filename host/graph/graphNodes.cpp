@@ -1,3 +1,5 @@
+// The nodes of the graph: making, deleting, naming and moving them, and finding them by name.
+
 #include <algorithm>
 #include <cctype>
 #include <set>
@@ -21,10 +23,10 @@ SilentSink& silentSink() {
     return sink;
 }
 
-/// A name without the number at its end, and that number (0 when it has none).
+/// A name without the number at its end, and that number (0 if there is none).
 std::pair<std::string, long> splitNumber(const std::string& name) {
     std::size_t end = name.size();
-    // A number too long to count on is part of the name.
+    // A number that is too long to count on is part of the name.
     while (end > 1 && name.size() - end < 9 && std::isdigit(static_cast<unsigned char>(name[end - 1])) != 0)
         --end;
     const long number = end < name.size() ? std::stol(name.substr(end)) : 0;
@@ -38,7 +40,7 @@ Graph::Graph() : messages_(&silentSink()) {}
 Graph::~Graph() {
     undoQueue_.clear();
     selection_.clear();
-    // Nodes may outlive the graph in handles; none may look alive or reach its neighbours then.
+    // Handles may keep nodes longer than the graph. Then no node may look alive or reach its neighbours.
     for (auto& entry : nodes_) {
         Node& node = *entry.second;
         node.isAlive_ = false;
@@ -89,7 +91,7 @@ void Graph::warnOfMissing() {
 }
 
 NodeRef Graph::createNode(const NodeType& type, const std::string& name, Node* parent) {
-    // A default name is free in the whole scene, a wanted one only has to differ from its siblings.
+    // A default name is unique in the whole scene. A wanted name only has to differ from its siblings.
     const std::string given =
         name.empty() ? nextName(type.name()) : freeName(name, parent, type.isDag(), nullptr);
     auto node = std::make_shared<Node>(type, given, nextId_++);
@@ -117,8 +119,8 @@ void Graph::enterScene(const NodeRef& node, Node* parent, int position) {
 
 void Graph::leaveScene(Node& node) {
     const NodeRef keep = node.ref();
-    // What was connected to it or put below it without a record is still there when the node's creation
-    // is undone.
+    // What was connected to it or put below it without a record still exists when the node's creation is
+    // undone.
     for (const Connection& connection : connections(node))
         unlink(connection.source, connection.destination);
     while (!node.children_.empty())
@@ -157,7 +159,7 @@ bool servesOthers(const Node& node) {
 
 using NodeSet = std::set<const Node*>;
 
-/// Puts a node and everything below it among those that go.
+/// Adds a node and everything below it to the nodes to delete.
 void doom(Node& node, std::vector<Node*>& doomed, NodeSet& gone) {
     std::vector<Node*> ahead{&node};
     while (!ahead.empty()) {
@@ -174,8 +176,8 @@ bool hasSurvivor(const std::vector<Link>& links, const NodeSet& gone) {
                        [&](const Link& link) { return gone.count(link.node) == 0; });
 }
 
-/// Whether something that the node computes goes to a node that stays. Messages and plain values do not
-/// keep a service node.
+/// Whether something that the node computes goes to a node that stays. Messages and plain values do not keep
+/// a service node.
 bool feedsSurvivor(const Node& node, const NodeSet& gone) {
     const auto& outgoing = node.outgoing();
     return std::any_of(outgoing.begin(), outgoing.end(), [&](const auto& entry) {
@@ -183,7 +185,8 @@ bool feedsSurvivor(const Node& node, const NodeSet& gone) {
     });
 }
 
-/// Whether a node is of a type that goes with those that feed this attribute, and all of them go.
+/// Whether a node is of a type that is deleted with the nodes that feed this attribute, and all of these are
+/// deleted.
 bool losesAllSources(const Node& node, const Attribute& attribute, const NodeSet& gone) {
     const auto& diesWithSources = node.type().behaviour().diesWithSources;
     if (!diesWithSources || !diesWithSources(attribute)) return false;
@@ -193,15 +196,15 @@ bool losesAllSources(const Node& node, const Attribute& attribute, const NodeSet
     });
 }
 
-/// Whether a node only prepares what the node after it takes, and goes with that: a service by its state that
-/// passes its input on.
+/// Whether a node only prepares the input of the next node, and is deleted with it: a service, by its own
+/// state, that passes its input on.
 bool isHelper(const Node& node) {
     const NodeBehaviour& behaviour = node.type().behaviour();
     return behaviour.passThrough && behaviour.isService && behaviour.isService(node);
 }
 
-/// The plug that takes the place of an output when its node is deleted: the source of the input that the
-/// output passes through, or of the one before when that node goes too. Empty when there is none.
+/// The plug that replaces an output when its node is deleted: the source of the input that the output passes
+/// through. If that node is deleted too, the one before it. Empty if there is none.
 Plug passedSource(const Graph& graph, const Plug& output, const NodeSet& gone) {
     Plug at = output;
     std::vector<Plug> passed;
@@ -209,7 +212,7 @@ Plug passedSource(const Graph& graph, const Plug& output, const NodeSet& gone) {
         return gone.count(&node) != 0 || (isHelper(node) && !feedsSurvivor(node, gone));
     };
     while (at && goes(*at.node())) {
-        // A chain that bites its own tail has nothing behind it.
+        // A chain that leads back to itself has no source.
         if (std::find(passed.begin(), passed.end(), at) != passed.end()) return {};
         passed.push_back(at);
         const auto& passThrough = at.node()->type().behaviour().passThrough;
@@ -219,7 +222,7 @@ Plug passedSource(const Graph& graph, const Plug& output, const NodeSet& gone) {
     return at;
 }
 
-/// Nodes whose values survivors will get through nodes that go and pass them on.
+/// Nodes that stay and get their values through deleted nodes that pass them on.
 NodeSet neededBySurvivors(const Graph& graph, const std::vector<Node*>& doomed, const NodeSet& gone) {
     NodeSet needed;
     for (Node* node : doomed) {
@@ -277,7 +280,7 @@ void Graph::deleteNodes(const std::vector<NodeRef>& nodes) {
         remaining.removeNode(*node);
     }
     if (remaining.items().size() != selection_.items().size()) select(std::move(remaining));
-    // Survivors first: what they keep is evaluated while the nodes that go still feed one another.
+    // Survivors first: the values that they keep are evaluated while the deleted nodes are still connected.
     for (const NodeRef& node : doomed) {
         for (const Connection& connection : connections(*node)) {
             if (gone.count(connection.destination.node().get()) != 0) continue;
@@ -294,7 +297,7 @@ void Graph::deleteNodes(const std::vector<NodeRef>& nodes) {
             if (gone.count(connection.source.node().get()) == 0) dropHollowElements(connection.source);
         }
     }
-    // Children first, so that a node which leaves has none.
+    // Children first, so that a node has none when it leaves.
     std::vector<std::pair<int, NodeRef>> byDepth;
     for (const NodeRef& node : doomed) {
         int depth = 0;
@@ -355,7 +358,7 @@ void Graph::reparent(Node& node, Node* parent, int position) {
         };
     };
     record(moveAgain(oldParent, oldPosition), moveAgain(newParent, position));
-    // The new siblings may include one of the same name.
+    // One of the new siblings may have the same name.
     if (isNameTaken(node.name(), parent, true, &node)) rename(node, node.name());
 }
 
@@ -422,7 +425,7 @@ std::string Graph::fullPath(const Node& node) const {
 std::string Graph::uniqueName(const Node& node) const {
     const auto found = byName_.find(node.name());
     if (found == byName_.end() || found->second.size() == 1) return node.name();
-    // Lengthen the path upwards until no namesake ends in it.
+    // Make the path longer upwards until no node of the same name has a path with that end.
     std::vector<const Node*> upwards{&node};
     std::vector<const Node*> rivals;
     for (const Node* other : found->second) {
@@ -436,7 +439,7 @@ std::string Graph::uniqueName(const Node& node) const {
         }
         rivals = std::move(left);
     }
-    // Only a path from the root tells a top-level node from one deeper down.
+    // Only a path from the root distinguishes a top-level node from a deeper one.
     return (rivals.empty() ? "" : "|") + joinedDownwards(upwards);
 }
 
@@ -457,7 +460,7 @@ bool Graph::isNameTaken(const std::string& name, const Node* parent, bool isDag,
     if (found == byName_.end()) return false;
     return std::any_of(found->second.begin(), found->second.end(), [&](const Node* other) {
         if (other == except) return false;
-        // DAG nodes may share a name as long as their paths differ; anything else is unique in the scene.
+        // DAG nodes may share a name if their paths differ. All other names are unique in the scene.
         return !isDag || !other->type().isDag() || other->parent() == parent;
     });
 }
@@ -466,7 +469,7 @@ std::string Graph::freeName(const std::string& wanted, const Node* parent, bool 
     if (!isNameTaken(wanted, parent, isDag, except)) return wanted;
     std::string next = nextName(wanted);
     if (except == nullptr) return next;
-    // Among the numbers passed over may be the node's own, which it may keep.
+    // The numbers that were skipped may include the node's own, which it may keep.
     const auto [base, number] = splitNumber(wanted);
     const auto [ownBase, ownNumber] = splitNumber(except->name());
     const bool isPassedOver = ownBase == base && number < ownNumber && ownNumber < splitNumber(next).second;
@@ -475,7 +478,7 @@ std::string Graph::freeName(const std::string& wanted, const Node* parent, bool 
 
 std::string Graph::nextName(const std::string& name) {
     const auto [base, number] = splitNumber(name);
-    // Thousands of nodes are named one after the other: go on where the last search ended.
+    // Thousands of nodes are named one after the other: continue where the last search ended.
     TakenNumbers& taken = takenNumbers_[base];
     if (number + 1 < taken.first || number + 1 > taken.end) taken = {number + 1, number + 1};
     while (byName_.count(base + std::to_string(taken.end)) != 0)

@@ -1,3 +1,5 @@
+// The values of the graph: evaluation, storage, array elements, dirty marks, and their recorded steps.
+
 #include <algorithm>
 #include <cassert>
 #include <cmath>
@@ -12,10 +14,10 @@ namespace host::graph {
 
 namespace {
 
-/// Nodes that are computed for one another before the rest is computed from the far end.
+/// How many computations may be nested before the rest is computed from the far end.
 constexpr int kDeepEvaluation = 50;
 
-/// What a kind keeps of a number.
+/// Rounds a number to what a kind stores.
 double stored(ValueKind kind, double value) {
     switch (kind) {
         case ValueKind::Bool:
@@ -30,8 +32,8 @@ double stored(ValueKind kind, double value) {
     }
 }
 
-/// The array attribute that holds a plug's number in a flat element; null when the number has a slot of
-/// its own.
+/// The array attribute that holds a plug's number in a flat element; null if the number has a slot of its
+/// own.
 const Attribute* flatArray(const Attribute& attribute) {
     if (attribute.flatWidth() > 0) return &attribute;
     const Attribute* parent = attribute.parent();
@@ -85,9 +87,9 @@ DataPtr Graph::data(const Plug& plug) {
     return at == plug ? plug.node()->storedData(plug.key()) : data(at);
 }
 
-/// Follows connections up to the plug whose own value counts: an output, or one that nothing feeds. A cycle
+/// Follows connections up to the plug whose own value counts: an output, or a plug without a source. A cycle
 /// of plain connections yields the plug itself.
-/// @param passed  kinds of the plugs on the way, which each keep what fits them
+/// @param passed  kinds of the plugs on the way, each of which rounds the value to what it stores
 Plug Graph::origin(const Plug& plug, std::vector<ValueKind>& passed) {
     Plug at = plug;
     Plug mark = plug;  // moved on at each power of two: a cycle comes back to it
@@ -109,7 +111,7 @@ Plug Graph::origin(const Plug& plug, std::vector<ValueKind>& passed) {
     return at;
 }
 
-/// The plug that feeds this one, directly or through a connected compound above it.
+/// The source of this plug, directly or through a connected compound above it.
 Plug Graph::connectedSource(const Plug& plug) const {
     if (Plug direct = source(plug)) return direct;
     const Attribute* above = plug.attribute().parent();
@@ -127,7 +129,7 @@ ComputedValue Graph::computed(const Plug& plug) {
     if (!compute) return plug.node()->storedData(plug.key());
     const std::lock_guard<std::recursive_mutex> lock(evaluation_);
     Node::CachedOutput& cached = node.outputs_[plug.key()];
-    // A cycle yields the value of the evaluation before.
+    // A cycle yields the value of the previous evaluation.
     if (cached.version == node.version_ || cached.isComputing) return cached.value;
     const ScopedValue<bool> computing(cached.isComputing, true);
     const ScopedValue<int> deeper(evaluationDepth_, evaluationDepth_ + 1);
@@ -139,12 +141,13 @@ ComputedValue Graph::computed(const Plug& plug) {
     return cached.value;
 }
 
-/// Computes what feeds a node from the far end on, so that computing the node itself finds it. Chains may be
-/// longer than the machine's stack is deep. What the node would not have asked for is computed, too.
+/// Computes everything upstream of a node, from the far end on, so that the node finds it computed. Chains
+/// may be longer than the machine's stack is deep. This also computes inputs that the node would not have
+/// read.
 void Graph::computeUpstream(Node& node) {
     struct Ahead {
         Plug plug;
-        bool isReady;  // what feeds its node was computed
+        bool isReady;  // everything upstream of its node was computed
     };
     std::vector<Ahead> ahead;
     std::set<std::pair<const Node*, PlugKey>> seen;
@@ -174,7 +177,7 @@ void Graph::markDirty(Node& node) {
     try {
         markDownstream(node);
     } catch (const std::bad_alloc&) {
-        // Who was told is not known any more.
+        // It is no longer known who was told.
         for (const auto& entry : nodes_) {
             entry.second->isClean_.store(false, std::memory_order_release);
             ++entry.second->version_;
@@ -305,7 +308,7 @@ void Graph::restoreSlot(const Plug& plug, Slot slot) {
     markDirty(*plug.node());
 }
 
-/// Takes back the making of an array element, flat or not.
+/// Undoes the creation of an array element, flat or not.
 void Graph::undoCreation(const Plug& created) {
     if (!canStepOn(*created.node())) return;
     const RecordingScope silent(*this, nullptr);
@@ -350,7 +353,7 @@ int Graph::nextIndex(const Plug& arrayPlug) {
     if (count == 0) return 0;
     const int last = elementAt(arrayPlug, count - 1);
     if (last < std::numeric_limits<int>::max()) return last + 1;
-    // Nothing comes after the largest index: the first gap.
+    // There is no index after the largest one: take the first gap.
     int index = 0;
     while (elementAt(arrayPlug, index) == index)
         ++index;

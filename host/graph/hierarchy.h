@@ -6,9 +6,9 @@
 
 namespace host::graph {
 
-/// Calls `visit(Node&)` with a node and everything below it, parents before their children and children in
-/// their order. Hierarchies may be deeper than the machine's stack, so nothing recurses. `visit` may not
-/// change what is above or below what.
+/// Calls `visit(Node&)` for a node and everything below it: parents before their children, children in their
+/// order. Hierarchies may be deeper than the machine's stack, so nothing recurses. `visit` may not change
+/// parents or children.
 template <typename Visit>
 void visitHierarchy(Node& root, Visit&& visit) {
     std::vector<Node*> ahead{&root};

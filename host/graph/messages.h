@@ -4,7 +4,7 @@
 
 namespace host::graph {
 
-/// Where messages go. Implementations may be called from several threads at once.
+/// Receives messages. Implementations may be called from several threads at once.
 class MessageSink {
   public:
     virtual ~MessageSink() = default;
@@ -12,7 +12,7 @@ class MessageSink {
     MessageSink(const MessageSink&) = delete;
     MessageSink& operator=(const MessageSink&) = delete;
 
-    /// Text as it stands, no line break added.
+    /// Prints the text unchanged. No line break is added.
     virtual void print(const std::string& text) = 0;
     virtual void info(const std::string& text) = 0;
     virtual void warning(const std::string& text) = 0;

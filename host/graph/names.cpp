@@ -25,7 +25,7 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
     return parts;
 }
 
-/// A leading colon names the root namespace, the only one there is.
+/// A leading colon names the root namespace, which is the only one.
 std::string_view withoutRootNamespace(std::string_view part) {
     return !part.empty() && part.front() == ':' ? part.substr(1) : part;
 }
@@ -70,7 +70,7 @@ const Attribute* descendant(const Attribute& above, std::string_view name) {
     return nullptr;
 }
 
-/// Follows parsed parts from a node's attribute down; fills the indices as they are given.
+/// Follows parsed parts down from a node's attribute, and sets the indices that are given.
 PlugMatch followParts(const NodeRef& node, const std::vector<std::string_view>& texts) {
     PlugMatch match;
     PlugKey key;
@@ -87,7 +87,7 @@ PlugMatch followParts(const NodeRef& node, const std::vector<std::string_view>& 
         const Attribute* next =
             k == 0 ? node->findAttribute(part.name) : descendant(*key.attribute, part.name);
         if (next == nullptr || (part.hasIndex && !next->isArray())) return {};
-        // Only the last part may leave its own index open; every other missing one is 0.
+        // Only the last part may leave its own index open. Every other missing index is 0.
         const bool isLast = k + 1 == texts.size();
         key.attribute = next;
         const bool isOpen = next->isArray() && !part.hasIndex && isLast;

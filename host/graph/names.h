@@ -10,7 +10,7 @@ namespace host::graph {
 
 enum class NameFailure { None, NoMatch, Ambiguous };
 
-/// What a name in a script stands for.
+/// What a name in a script matches.
 struct NameMatches {
     std::vector<SelectionItem> items;
     NameFailure failure = NameFailure::None;
@@ -26,27 +26,29 @@ struct PlugMatch {
     bool ok = false;
 };
 
-/// Nodes of a name or path: "mesh", "group|mesh", "|group|mesh", ":mesh", with * and ? standing for any
+/// Nodes that match a name or path: "mesh", "group|mesh", "|group|mesh", ":mesh". * and ? match any
 /// characters within one part. Order of creation.
 std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path);
 
-/// The one node of a name without wildcards; null when there is none or more than one.
+/// The one node of a name without wildcards; null if none or several match.
 NodeRef findNode(const Graph& graph, std::string_view path);
 
-/// A plug of a node by its attribute text without the node: long, short or alias names, ancestors optional,
-/// missing indices read as 0. Elements need not exist. On a transform, attributes of its shape are found too.
+/// A plug of a node by its attribute text, without the node. The text has long, short or alias names;
+/// ancestors may be left out; missing indices are read as 0. Elements need not exist. On a transform, the
+/// attributes of its shape are found too.
 PlugMatch findPlug(const Graph& graph, const NodeRef& node, std::string_view attributeText);
 
-/// A plug by its whole name "node.attribute"; not ok when nothing or more than one thing matches.
+/// A plug by its whole name "node.attribute"; not ok unless exactly one plug matches.
 PlugMatch findPlug(const Graph& graph, std::string_view name);
 
-/// Everything that a name matches: nodes, plugs or components ("mesh.vtx[0:7]"; on a transform, of its
-/// shape). Component numbers past the last one are cut off; when none is left the name matches nothing.
+/// Everything that a name matches: nodes, plugs or components ("mesh.vtx[0:7]"; on a transform, components of
+/// its shape). Component numbers past the last one are cut off. If no number is left, the name matches
+/// nothing.
 NameMatches findAll(Graph& graph, std::string_view name);
 
 /// Whether text matches a pattern with * and ?.
 bool matchesPattern(std::string_view text, std::string_view pattern);
-/// Whether a node or attribute name may be given: letters, digits, underscores, not starting with a digit.
+/// Whether a node or attribute may have this name: letters, digits and underscores, with no digit first.
 bool isLegalName(std::string_view name);
 
 }  // namespace host::graph

@@ -16,22 +16,22 @@
 
 namespace host::graph {
 
-/// What is kept of a plug besides its value.
+/// What is stored for a plug besides its value.
 struct PlugState {
     bool isLocked = false;
     bool isKeyable = false;
     bool isInChannelBox = false;
 };
 
-/// One end of a connection as a node stores it. Both ends of a connection are in the scene (a node that
-/// leaves is unlinked, and none is linked that has left), so a plain pointer will do.
+/// One end of a connection, as a node stores it. Both ends are always in the scene: a node that leaves is
+/// unlinked, and a node that has left is never linked. So a plain pointer is enough.
 struct Link {
     Node* node = nullptr;
     PlugKey key;
 };
 
-/// A node of the scene: its values, connections, DAG neighbours and dynamic attributes. Only Graph
-/// changes a node; everybody else reads.
+/// A node of the scene: its values, connections, DAG neighbours and dynamic attributes. Only Graph changes a
+/// node. All others only read it.
 class Node : public std::enable_shared_from_this<Node> {
   public:
     Node(const NodeType& type, std::string name, std::uint64_t id);
@@ -49,20 +49,20 @@ class Node : public std::enable_shared_from_this<Node> {
     Node* parent() const { return parent_; }
     const std::vector<Node*>& children() const { return children_; }
 
-    /// Static and dynamic root attributes by ordinal; a removed dynamic attribute leaves a null.
+    /// Static and dynamic root attributes by ordinal. A removed dynamic attribute leaves a null.
     std::vector<const Attribute*> attributes() const;
-    /// An attribute at any depth by long or short name, dynamic ones included; null when there is none.
+    /// An attribute at any depth by long or short name, dynamic ones included; null if there is none.
     const Attribute* findAttribute(std::string_view longOrShort) const;
     Plug plug(const Attribute& attribute) { return Plug(ref(), &attribute); }
-    /// Plug of a named attribute; empty when there is none.
+    /// Plug of a named attribute; empty if there is none.
     Plug plug(std::string_view longOrShort);
 
     /// Aliases in the order in which they were set.
     const AliasTable& aliases() const { return aliases_; }
-    /// Alias of a plug, empty when it has none.
+    /// Alias of a plug; empty if it has none.
     std::string alias(const PlugKey& key) const { return aliases_.aliasOf(key); }
 
-    /// Connections into and out of this node, by the plug on this side.
+    /// Connections into and out of this node, by the plug of this node.
     const std::map<PlugKey, Link>& incoming() const { return incoming_; }
     const std::map<PlugKey, std::vector<Link>>& outgoing() const { return outgoing_; }
     /// Whether the attribute or a compound above it has an incoming connection on any element.
@@ -71,16 +71,16 @@ class Node : public std::enable_shared_from_this<Node> {
     const std::map<PlugKey, PlugState>& states() const { return states_; }
     PlugState state(const PlugKey& key) const;
 
-    /// Stored value (no evaluation); the default where nothing is stored.
+    /// Stored value, without evaluation; the default if nothing is stored.
     double storedNumber(const PlugKey& key) const;
     DataPtr storedData(const PlugKey& key) const;
-    /// Storage of a plug; null where nothing was ever written. Elements of flat arrays and their children
-    /// have no slot of their own: ask for the array.
+    /// Storage of a plug; null if nothing was ever written. Elements of flat arrays and their children have
+    /// no slot of their own: ask for the array.
     const Slot* slot(const PlugKey& key) const;
     /// Root slots by ordinal.
     const std::vector<Slot>& slots() const { return slots_; }
 
-    /// Private memory of the node type's behaviour.
+    /// Private memory of the node type's functions.
     std::shared_ptr<void>& extension() { return extension_; }
 
   private:
@@ -92,11 +92,12 @@ class Node : public std::enable_shared_from_this<Node> {
         bool isComputing = false;
     };
 
-    /// Storage of a plug, made as far as it is missing. @param created the uppermost array element that had
-    /// to be made; its attribute stays null when there was none
+    /// Storage of a plug. Missing parts of it are made.
+    /// @param created  set to the uppermost array element that had to be made; its attribute stays null if
+    /// there was none
     Slot& obtainSlot(const PlugKey& key, PlugKey& created);
     Slot& rootSlot(int ordinal);
-    /// Where a dynamic root attribute stands in dynamic_.
+    /// Position of a dynamic root attribute in dynamic_.
     std::size_t dynamicPosition(const Attribute& attribute) const {
         return static_cast<std::size_t>(attribute.ordinal()) - type_.attributes().size();
     }
@@ -115,7 +116,7 @@ class Node : public std::enable_shared_from_this<Node> {
     std::map<PlugKey, std::vector<Link>> outgoing_;
     std::vector<const Attribute*> incomingAttributes_;  // one entry per incoming connection
     std::map<PlugKey, PlugState> states_;
-    std::atomic<bool> isClean_{false};  // somebody has read an output since the last change
+    std::atomic<bool> isClean_{false};  // an output was read since the last change
     std::uint64_t version_ = 1;
     std::map<PlugKey, CachedOutput> outputs_;
     std::shared_ptr<void> extension_;

@@ -6,7 +6,7 @@ namespace host::graph {
 
 namespace {
 
-/// Type names that make a node a member of the DAG.
+/// Names of types whose nodes are members of the DAG.
 constexpr std::string_view kDagRoot = "dagNode";
 
 NodeBehaviour inherit(NodeBehaviour own, const NodeType* base) {
@@ -58,7 +58,8 @@ const Attribute* NodeType::find(std::string_view longOrShort) const {
 void NodeType::index(const Attribute& attribute) {
     for (const std::string& name : {attribute.longName(), attribute.shortName()}) {
         const Attribute*& entry = byName_[name];
-        // A short name may stand for a root attribute and a child of another one: the root one wins.
+        // A root attribute and a child of another attribute may have the same short name: the root attribute
+        // comes first.
         if (entry == nullptr || (attribute.parent() == nullptr && entry->parent() != nullptr))
             entry = &attribute;
     }

@@ -19,23 +19,24 @@ class Graph;
 /// What a computed attribute yields: a number or a Data object.
 using ComputedValue = std::variant<double, DataPtr>;
 
-/// What a node type does beyond holding values. Every member may be empty.
+/// What a node type does besides holding values. Every member may be empty.
 struct NodeBehaviour {
-    /// Value of an output plug. Called once per change of anything upstream; reads its inputs through the
-    /// graph.
+    /// Computes the value of an output plug. Called once per change of anything upstream. It reads its inputs
+    /// through the graph.
     std::function<ComputedValue(Graph&, const Plug& output)> compute{};
-    /// After a connection into `destination` was made.
+    /// Called after a connection into `destination` was made.
     std::function<void(Graph&, const Plug& destination)> connected{};
-    /// Before a connection into `destination` is broken.
+    /// Called before a connection into `destination` is broken.
     std::function<void(Graph&, const Plug& destination)> disconnecting{};
-    /// Before data is written into a watched attribute (Graph::storeDerived is no writing).
+    /// Called before data is written into a watched attribute, but not by Graph::storeDerived.
     std::function<void(Graph&, const Plug& plug)> writing{};
-    /// Input of the node whose source takes the place of `output` when the node is deleted; an empty plug
-    /// for an output that has none.
+    /// The input of the node whose source replaces `output` when the node is deleted; an empty plug if the
+    /// output has no such input.
     std::function<Plug(const Plug& output)> passThrough{};
-    /// Whether this node only serves others although its type does not always (diesWithLastOutput).
+    /// Whether this node only serves others although its type does not always do so (diesWithLastOutput).
     std::function<bool(const Node&)> isService{};
-    /// Whether nodes of this type go with the last of the nodes that feed such an attribute.
+    /// Whether a node of this type is deleted when the last of the nodes that feed such an attribute is
+    /// deleted.
     std::function<bool(const Attribute&)> diesWithSources{};
 };
 
@@ -46,11 +47,12 @@ struct NodeTypeSpec {
     std::vector<AttributeSpec> attributes{};
     NodeBehaviour behaviour{};  // members left empty are inherited
     bool isAbstract = false;
-    /// Nodes that only serve others (deformers, history): they go when their last output connection goes.
+    /// Nodes that only serve others (deformers, history): they are deleted when they lose their last output
+    /// connection.
     bool diesWithLastOutput = false;
 };
 
-/// A node type with all inherited attributes. Attributes keep their address for the life of the process.
+/// A node type with all inherited attributes. Attributes keep their address as long as the type exists.
 class NodeType {
   public:
     NodeType(NodeTypeSpec spec, const NodeType* base);
@@ -64,9 +66,9 @@ class NodeType {
     bool diesWithLastOutput() const { return diesWithLastOutput_; }
     const NodeBehaviour& behaviour() const { return behaviour_; }
 
-    /// Root attributes, inherited ones first; an attribute stands at its ordinal.
+    /// Root attributes, inherited ones first. The position of an attribute is its ordinal.
     const std::vector<const Attribute*>& attributes() const { return attributes_; }
-    /// An attribute at any depth by its long or short name; null when there is none.
+    /// An attribute at any depth by its long or short name; null if there is none.
     const Attribute* find(std::string_view longOrShort) const;
 
   private:
@@ -86,7 +88,7 @@ class NodeType {
 /// The node types of a scene, by name.
 class NodeTypes {
   public:
-    /// Registers a type; its base must have been registered before.
+    /// Registers a type. Its base must be registered before.
     const NodeType& add(NodeTypeSpec spec);
     const NodeType* find(std::string_view name) const;
     /// All types by ascending name.

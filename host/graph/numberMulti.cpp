@@ -9,7 +9,7 @@ namespace host::graph {
 
 namespace {
 
-/// One lock for all multis: it is only taken by the first read after writes out of order.
+/// One lock for all multis: only the first read after writes out of order takes it.
 std::mutex& settleMutex() {
     static std::mutex mutex;
     return mutex;
@@ -31,7 +31,7 @@ int NumberMulti::size() const {
 
 bool NumberMulti::contains(int index) const {
     if (!unsettled_.load(std::memory_order_acquire)) return position(index) >= 0;
-    // No merge for this: whoever writes in any order asks before each write.
+    // This does not merge: code that writes in any order asks before each write.
     const std::lock_guard<std::mutex> lock(settleMutex());
     return findUnsettled(index) != nullptr;
 }
@@ -69,7 +69,7 @@ const std::vector<int>& NumberMulti::indices() const {
 }
 
 int NumberMulti::position(int index) const {
-    // Lists without gaps are common; there the index is the position.
+    // Lists without gaps are common: there the index is the position.
     const auto guess = static_cast<std::size_t>(index);
     if (index >= 0 && guess < indices_.size() && indices_[guess] == index) return index;
     const auto found = std::lower_bound(indices_.begin(), indices_.end(), index);

@@ -14,7 +14,7 @@ class OptionVariables {
     using Value = std::variant<int, double, std::string, std::vector<int>, std::vector<double>,
                                std::vector<std::string>>;
 
-    /// Replaces a variable of the same name, whatever its type.
+    /// Replaces a variable of the same name, of any type.
     void set(const std::string& name, Value value) { values_[name] = std::move(value); }
     const Value* find(const std::string& name) const {
         const auto found = values_.find(name);

@@ -31,8 +31,8 @@ bool PathNames::extendFull(const Node& node) {
     return true;
 }
 
-/// The parent's path is what the child's needs before its own name when every namesake of the parent has a
-/// child of the child's name: then the same nodes have to be told apart from there upwards.
+/// A child's name starts with its parent's name if every namesake of the parent has a child of the child's
+/// name: then the same nodes must be distinguished from the parent upwards.
 bool PathNames::extendUnique(const Node& node) {
     if (node.parent() != last_) return false;
     const auto namesakes = graph_.nodesNamed(node.name());

@@ -6,14 +6,14 @@
 
 namespace host::graph {
 
-/// Names of many nodes, asked for one after the other. Where a node stands next to the one before (its child,
-/// its sibling or its parent), only the end of that one's name changes: the names of a chain of n nodes cost
-/// their text and not n ways up to the root. The scene may not change in between.
+/// Names of many nodes, asked for one after the other. If a node is the child, the sibling or the parent of
+/// the one before, only the end of the name changes. So the names of a chain of n nodes cost the length of
+/// their text, and not n walks up to the root. The scene may not change in between.
 class PathNames {
   public:
     enum class Kind { Full, Unique };
 
-    /// @param kind  whether names are those of Graph::fullPath or of Graph::uniqueName
+    /// @param kind  Full: names as from Graph::fullPath. Unique: names as from Graph::uniqueName
     PathNames(const Graph& graph, Kind kind) : graph_(graph), kind_(kind) {}
 
     /// Valid until the next call.

@@ -21,7 +21,7 @@ using PlugIndices = std::array<int, Attribute::kMaxArrayDepth>;
 struct PlugKey {
     const Attribute* attribute = nullptr;
     PlugIndices indices{};
-    std::uint8_t depth = 0;  // how many indices count
+    std::uint8_t depth = 0;  // how many indices are used
 
     bool operator==(const PlugKey& other) const {
         return attribute == other.attribute && depth == other.depth && indices == other.indices;
@@ -32,16 +32,16 @@ struct PlugKey {
     }
 };
 
-/// A place in the graph that holds or computes a value. Cheap to copy; keeps its node's memory alive, though
-/// the node may have left the scene (Node::isAlive).
+/// A place in the graph that holds or computes a value. Cheap to copy. It keeps the memory of its node alive,
+/// even after the node has left the scene (Node::isAlive).
 ///
-/// Unused indices are always 0, so that keys compare by plain equality. An index of -1 is one that was not
-/// given (a plug made from an attribute below an array); such a plug can be named and navigated, not read.
+/// Unused indices are always 0, so that keys compare by plain equality. An index of -1 was not given (a plug
+/// made from an attribute below an array). Such a plug can be named and navigated, but not read.
 class Plug {
   public:
     Plug() = default;
     Plug(NodeRef node, PlugKey key) : node_(std::move(node)), key_(key) {}
-    /// The plug of an attribute with no index given: array ancestors get index -1.
+    /// The plug of an attribute without given indices: array ancestors get index -1.
     Plug(NodeRef node, const Attribute* attribute);
 
     explicit operator bool() const { return node_ != nullptr; }
@@ -54,9 +54,9 @@ class Plug {
     bool isElement() const { return attribute().isArray() && key_.depth == attribute().arrayDepth(); }
     bool isCompound() const { return attribute().isCompound(); }
     bool isNumber() const { return graph::isNumber(attribute().kind()) && !isArray(); }
-    /// Whether every array above has its index.
+    /// Whether every array above it has its index.
     bool isFullyIndexed() const;
-    /// Own logical index of an element; -1 when this is none.
+    /// Logical index of an element; -1 if the plug is not an element.
     int logicalIndex() const {
         return isElement() ? key_.indices[static_cast<std::size_t>(key_.depth - 1)] : -1;
     }
@@ -65,7 +65,7 @@ class Plug {
     Plug element(int logicalIndex) const;
     Plug child(int position) const;
     Plug child(const Attribute& attribute) const;
-    /// The array of an element, else the compound that this is a child of, else an empty plug.
+    /// The array of an element; else the compound that the plug is a child of; else an empty plug.
     Plug parent() const;
     /// The array plug that an element belongs to.
     Plug array() const;
@@ -73,8 +73,8 @@ class Plug {
     bool operator==(const Plug& other) const { return node_ == other.node_ && key_ == other.key_; }
     bool operator!=(const Plug& other) const { return !(*this == other); }
 
-    /// Attribute path without the node: long names, array ancestors with their index, plain compound
-    /// ancestors left out.
+    /// Attribute path without the node: long names, array ancestors with their index, without plain compound
+    /// ancestors.
     std::string attributePath() const;
     /// The same with every ancestor, in long or short names.
     std::string fullAttributePath(bool longNames) const;

@@ -6,7 +6,7 @@ namespace host::graph {
 
 namespace {
 
-/// Whether a plug is an element, or lies below it. An array's key stands for all of its elements.
+/// Whether a plug is an element, or is below it. The key of an array means all of its elements.
 bool isPartOf(const PlugKey& key, const PlugKey& element) {
     const auto& path = key.attribute->path();
     if (std::find(path.begin(), path.end(), element.attribute) == path.end()) return false;

@@ -8,11 +8,11 @@
 
 namespace host::graph {
 
-/// Remembers which nodes, array elements and connections went, for plugs that do not outlive them
-/// (Variants::plugsExpire). What comes back under the same name or index is another one.
+/// Remembers which nodes, array elements and connections were removed, for plugs that do not outlive them
+/// (Variants::plugsExpire). A new one with the same name or index counts as another one.
 class RemovalLog {
   public:
-    /// The moment: how many removals there were. A plug that was handed out now does not outlive later ones.
+    /// The moment: the number of removals so far. A plug handed out now does not outlive later removals.
     std::uint32_t now() const { return now_; }
 
     void nodeGone(const Node& node) { add(node, {}, Kind::Node); }
@@ -21,8 +21,8 @@ class RemovalLog {
     void elementsGone(const Plug& array) { add(*array.node(), array.key(), Kind::Element); }
     void connectionGone(const Plug& end) { add(*end.node(), end.key(), Kind::Connection); }
 
-    /// Whether something that the plug needs went after the moment at which it was handed out.
-    /// @param isNetworked  it came from a connection, and goes with that
+    /// Whether something that the plug needs was removed after the moment at which it was handed out.
+    /// @param isNetworked  the plug came from a connection, and is lost with it
     bool hasLost(const Plug& plug, std::uint32_t moment, bool isNetworked) const;
 
   private:

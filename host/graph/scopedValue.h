@@ -4,7 +4,7 @@
 
 namespace host::graph {
 
-/// Gives a variable another value for a scope, also where an exception ends that.
+/// Gives a variable another value until the end of a scope, also if an exception ends it.
 template <typename T>
 class ScopedValue {
   public:

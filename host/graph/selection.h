@@ -18,19 +18,19 @@ struct SelectionItem {
     std::optional<Component> component{};
 
     bool isWholeNode() const { return !plug && !component; }
-    /// Same node and same plug; components of one shape count as the same object when their kinds agree.
+    /// Same node and same plug. Components of one shape are the same object if they are of the same kind.
     bool isSameObject(const SelectionItem& other) const;
 };
 
 enum class SelectionMode { Replace, Add, Toggle, Remove };
 
-/// An ordered list in which each object stands once: components of one kind of one shape share an item.
+/// An ordered list in which each object occurs once: components of one kind of one shape share an item.
 class Selection {
   public:
     const std::vector<SelectionItem>& items() const { return items_; }
     bool empty() const { return items_.empty(); }
     void clear() { items_.clear(); }
-    /// Adds an object that is not there, extends its components when it is.
+    /// Adds an object that is not in the list yet. Otherwise adds its components to those in the list.
     void add(const SelectionItem& item);
     void remove(const SelectionItem& item);
     void toggle(const SelectionItem& item);
@@ -45,7 +45,7 @@ class Selection {
 /// The names of an item as a user sees them: the shortest unique name; one "mesh.vtx[3:5]" per run.
 /// Components of a shape that is its transform's only visible shape are named after the transform.
 std::vector<std::string> itemNames(const Graph& graph, const SelectionItem& item, bool fullPaths = false);
-/// The first of them, for messages; the object's name where a component has no elements.
+/// The first of these names, for messages. For a component without elements, the name of the object.
 std::string itemName(const Graph& graph, const SelectionItem& item);
 
 }  // namespace host::graph

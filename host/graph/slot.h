@@ -19,15 +19,16 @@ struct ElementMulti {
 
     const Slot* find(int index) const;
     Slot* find(int index);
-    /// The element, made when it is missing. @param isNew set to whether it was made
+    /// The element, made if it is missing.
+    /// @param isNew  set to whether it was made
     Slot& obtain(int index, bool& isNew);
-    /// Takes an element out; null when there is none.
+    /// Takes an element out; null if it does not exist.
     std::unique_ptr<Slot> take(int index);
-    /// Puts a taken element back, replacing one of the same index.
+    /// Puts an element back, and replaces one of the same index.
     void put(int index, std::unique_ptr<Slot> slot);
 };
 
-/// Stored value of one attribute below one parent element. Empty means: never set, the default counts.
+/// Stored value of one attribute below one parent element. Empty means never set: the default applies.
 struct Slot {
     using Children = std::vector<Slot>;
     std::variant<std::monostate, double, DataPtr, std::unique_ptr<NumberMulti>, std::unique_ptr<Children>,

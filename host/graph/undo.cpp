@@ -67,7 +67,7 @@ bool UndoQueue::undo(Graph& graph) {
     while (chunkDepth_ > 0)
         closeChunk();
     if (done_.empty()) return false;
-    // The entry leaves the queue first: what it runs must not find itself there.
+    // The entry leaves the queue before it runs: what it runs must not find it there.
     std::unique_ptr<UndoEntry> entry = takeLast(done_);
     entry->undo(graph);
     undone_.push_back(std::move(entry));

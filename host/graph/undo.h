@@ -11,7 +11,7 @@ namespace host::graph {
 
 class Graph;
 
-/// One step that can be taken back.
+/// One step that can be undone and redone.
 class UndoEntry {
   public:
     virtual ~UndoEntry() = default;
@@ -19,10 +19,11 @@ class UndoEntry {
     UndoEntry(const UndoEntry&) = delete;
     UndoEntry& operator=(const UndoEntry&) = delete;
 
-    /// @return false when the step reported a failure; the entry changes sides all the same
+    /// @return false if the step reported a failure; the entry moves to the other side all the same
     virtual bool undo(Graph& graph) = 0;
     virtual bool redo(Graph& graph) = 0;
-    /// Owner tag: entries of an unloaded plug-in's commands are dropped by it.
+    /// Owner tag. Unloading a plug-in empties the queue if it holds an entry with its tag
+    /// (UndoQueue::flushOwner).
     virtual std::string owner() const { return {}; }
 };
 
@@ -57,28 +58,28 @@ class EntryGroup final : public UndoEntry {
 /// The undo queue of a scene: entries done (the last one is undone first) and entries undone.
 class UndoQueue {
   public:
-    /// Adds an entry and forgets what could have been redone. Dropped while the queue is disabled;
-    /// collected while a chunk is open.
+    /// Adds an entry and drops all entries that could have been redone. While the queue is disabled, the
+    /// entry is dropped. While a chunk is open, the entry goes into the chunk.
     void push(std::unique_ptr<UndoEntry> entry);
-    /// Undoing closes what chunks are open first: it takes back all that came since the outermost opening.
-    /// @return false when there is nothing to undo (redo)
+    /// Undoing first closes all open chunks: it undoes everything since the outermost one was opened.
+    /// @return false if there is nothing to undo (redo)
     bool undo(Graph& graph);
     bool redo(Graph& graph);
 
     bool canUndo() const { return !done_.empty() || (chunk_ != nullptr && !chunk_->empty()); }
     bool canRedo() const { return !undone_.empty(); }
     std::size_t size() const { return done_.size(); }
-    /// While disabled nothing is kept; disabling keeps what is there.
+    /// While disabled, new entries are dropped. Disabling keeps the existing ones.
     void setEnabled(bool enabled) { isEnabled_ = enabled; }
     bool isEnabled() const { return isEnabled_; }
-    /// Chunks may nest; the outermost closing makes one entry of all that came between.
+    /// Chunks may nest. Closing the outermost one makes one entry of everything in between.
     void openChunk();
     void closeChunk();
-    /// How many chunks are open, one in the other.
+    /// How many chunks are open, one inside the other.
     int openChunks() const { return chunkDepth_; }
-    /// Forgets all entries, those of an open chunk too; the chunk stays open.
+    /// Drops all entries, also those of an open chunk. The chunk stays open.
     void clear();
-    /// Empties the queue when it holds an entry of this owner.
+    /// Empties the queue if it holds an entry of this owner.
     void flushOwner(const std::string& owner);
 
   private:

@@ -5,16 +5,16 @@
 #include <string>
 #include <vector>
 
-/// Values as the dump of a scene shows them: exact, and free of line ends. Each function appends a blank and
+/// Values as the dump of a scene shows them: exact, and without line ends. Each function appends a blank and
 /// then the value.
 namespace host::graph {
 
-/// With the fewest digits that tell it from every other double.
+/// With the fewest digits that distinguish it from every other double.
 void appendText(std::string& text, double value);
-/// In quotation marks; what ends a line is escaped as in a script.
+/// In quotation marks. Line ends are escaped as in a script.
 void appendText(std::string& text, const std::string& value);
 
-/// The count of bytes and a hash of them, for what is too long to be read.
+/// The number of bytes and their hash, for values that are too long to read.
 void appendDigest(std::string& text, const void* bytes, std::size_t count);
 
 template <typename Number>
