@@ -14,15 +14,15 @@ namespace host::geometry {
 
 namespace {
 
-/// Positions along an edge or weights of a corner below this are rounding and count as zero, so that all
-/// triangles that share the vertex or edge find the very same point on it and tie.
+/// Positions along an edge, or weights of a corner, below this are rounding errors and count as zero. So all
+/// triangles that share the vertex or edge find exactly the same point on it, and tie.
 constexpr double kSnap = 1e-14;
 
-/// How far a computed distance may be off, as a part of the coordinates that it was computed from: far more
-/// than it is but for slivers.
+/// How far a computed distance may be off, relative to the coordinates that it was computed from. The actual
+/// error is much smaller, except for slivers.
 constexpr double kRounding = 1e-9;
 
-/// Where a triangle is closest; the distance is in the same unit as the corners.
+/// Where a triangle is closest. The distance is in the unit of the corners.
 struct TriangleHit {
     std::array<double, 3> barycentric{};
     Vec3 offset;  ///< from the query point
@@ -33,9 +33,9 @@ bool isBefore(const Vec3& a, const Vec3& b) {
     return std::array<double, 3>{a.x, a.y, a.z} < std::array<double, 3>{b.x, b.y, b.z};
 }
 
-/// Takes the point of the edge between corners i and j into `hit` if it is closer to the origin than that.
+/// Replaces `hit` by the closest point of the edge between corners i and j, if that is closer to the origin.
 void improveByEdge(const std::array<Vec3, 3>& corners, int i, int j, TriangleHit& hit) {
-    // One direction for an edge whoever asks: the two triangles on it must get the same bits.
+    // The direction of an edge must not depend on the triangle: both triangles on it must get the same bits.
     if (isBefore(corners[j], corners[i])) std::swap(i, j);
     const Vec3& a = corners[i];
     const Vec3 along = corners[j] - a;
@@ -51,7 +51,7 @@ void improveByEdge(const std::array<Vec3, 3>& corners, int i, int j, TriangleHit
     hit.barycentric[j] = t;
 }
 
-/// Closest point of a triangle to the origin.
+/// The point of a triangle that is closest to the origin.
 TriangleHit closestOnTriangle(const std::array<Vec3, 3>& corners) {
     TriangleHit hit;
     const auto& [a, b, c] = corners;
@@ -82,7 +82,7 @@ Vec3 vector(const std::array<float, 3>& point) {
     return {point[0], point[1], point[2]};
 }
 
-/// Scatters face numbers. Each step can be reversed, so that no two faces get one rank.
+/// Scatters face numbers. Each step can be reversed, so no two faces get the same rank.
 std::uint32_t shuffled(int face, std::uint32_t seed) {
     std::uint32_t bits = static_cast<std::uint32_t>(face) ^ (seed * 0x9e3779b9U);
     bits = (bits ^ (bits >> 16)) * 0x7feb352dU;
@@ -90,7 +90,7 @@ std::uint32_t shuffled(int face, std::uint32_t seed) {
     return bits ^ (bits >> 16);
 }
 
-/// Which of two equally close triangles is reported: this alone decides, wherever triangles tie.
+/// Which of two equally close triangles is reported. Every tie is decided here.
 bool winsTie(const FaceTieRule& rule, const TriangleTree::Triangle& candidate,
              const TriangleTree::Triangle& current) {
     const bool isSameFace = candidate.owner == current.owner;
@@ -112,8 +112,8 @@ std::size_t hashOf(const TriangleTree::Triangle& triangle) {
     return static_cast<std::size_t>(hash);
 }
 
-/// Triangles at different places. Of those whose corners lie at the same places in the same order, which are
-/// equally close to every point, the one stands for all that wins every tie.
+/// Triangles at different places. Triangles whose corners are at the same places in the same order are
+/// equally close to every point: only the one that wins every tie is kept.
 class Places {
   public:
     Places(std::size_t most, const FaceTieRule& rule) : rule_(rule) {
@@ -147,7 +147,7 @@ class Places {
     std::vector<std::uint32_t> slots_;
 };
 
-/// What the tree is made of; triangles with a point that is not finite are left out.
+/// The triangles of the tree. Those with a point that is not finite are left out.
 std::vector<TriangleTree::Triangle> distinctTriangles(const Mesh& mesh, const Triangulation& triangulation,
                                                       const FaceTieRule& rule) {
     Places places(triangulation.triangles.size(), rule);
@@ -184,7 +184,7 @@ std::vector<int> orderedFaces(const Mesh& mesh, std::vector<int> faces) {
 
 }  // namespace
 
-/// The mesh, its triangles in order of face and triangle, and a tree over the places where they lie.
+/// The mesh, its triangles in order of face and triangle, and a tree of the places where they are.
 struct ClosestPointTree::Snapshot {
     Mesh mesh;
     Matrix4 toMesh;
@@ -213,7 +213,7 @@ class Search {
 
     const TriangleTree::Triangle* triangle() const { return triangle_; }
     const TriangleHit& hit() const { return hit_; }
-    /// The squared distance up to which boxes have to be looked into: what ties counts too.
+    /// The squared distance up to which boxes must be searched. It includes ties.
     double reachSquared() const { return reachSquared_; }
 
     void look(const TriangleTree::Triangle& candidate) {
@@ -237,7 +237,7 @@ class Search {
     }
 
     Vec3 point_;
-    double largestSquared_;  // no triangle farther away than this counts
+    double largestSquared_;  // triangles that are farther away are ignored
     double slack_;
     const FaceTieRule& rule_;
     double reachSquared_ = 0.0;

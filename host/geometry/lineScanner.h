@@ -11,7 +11,7 @@ inline bool isLineEnd(char c) {
     return c == '\n' || c == '\r';
 }
 
-/// Walks over the words of a text line by line. A backslash at the end of a line counts as a blank.
+/// Reads the words of a text line by line. A backslash at the end of a line counts as a blank.
 class LineScanner {
   public:
     explicit LineScanner(std::string_view text) : at_(text.data()), end_(text.data() + text.size()) {}
@@ -19,7 +19,7 @@ class LineScanner {
     bool atEnd() const { return at_ == end_; }
     int line() const { return line_; }
 
-    /// The next word of this line; empty at its end and where a comment begins.
+    /// The next word of this line; empty at the end of the line and at a comment.
     std::string_view word() {
         skipBlanks();
         const char* first = at_;
@@ -29,7 +29,7 @@ class LineScanner {
         return {first, static_cast<std::size_t>(at_ - first)};
     }
 
-    /// The rest of the line without blanks at its ends; a name may have blanks inside.
+    /// The rest of the line without blanks at its ends. For names, which may contain blanks.
     std::string_view rest() {
         skipBlanks();
         const char* first = at_;
@@ -42,7 +42,7 @@ class LineScanner {
     }
 
     void nextLine() {
-        // A comment may end with a backslash, as Windows paths do, and still ends with its line.
+        // A comment may end with a backslash, as Windows paths do. It still ends with its line.
         bool inComment = false;
         while (at_ != end_ && !isLineEnd(*at_)) {
             inComment = inComment || *at_ == '#';
@@ -58,7 +58,7 @@ class LineScanner {
         }
     }
 
-    /// Length of a backslash with the line end after it, 0 where there is none.
+    /// Length of a backslash and the line end after it; 0 if there is none.
     int continuationLength() const {
         if (*at_ != '\\' || end_ - at_ < 2) return 0;
         if (at_[1] == '\n') return 2;

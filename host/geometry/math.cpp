@@ -15,7 +15,7 @@ void setRow(Matrix4& matrix, int row, const Vec3& v) {
 }  // namespace
 
 Vec3 normalized(const Vec3& a) {
-    // Scaling first keeps very small and very large vectors from vanishing in the square.
+    // Scaling first, so that squares of very small and very large vectors neither vanish nor overflow.
     const double largest = std::max({std::abs(a.x), std::abs(a.y), std::abs(a.z)});
     if (!(largest > 0.0) || !std::isfinite(largest)) return {};
     const Vec3 scaled{a.x / largest, a.y / largest, a.z / largest};

@@ -3,9 +3,9 @@
 #include <array>
 #include <cmath>
 
-/// Vectors, matrices and rotations. Everything is double precision; mesh points alone are single (mesh.h).
+/// Vectors, matrices and rotations. Everything is double precision; only mesh points are single (mesh.h).
 ///
-/// Row vectors throughout: p' = p * M, the translation stands in row 3, and A * B applies A first.
+/// Row vectors throughout: p' = p * M, the translation is in row 3, and A * B applies A first.
 namespace host::geometry {
 
 constexpr double kPi = 3.14159265358979323846;
@@ -56,7 +56,7 @@ inline double squaredLength(const Vec3& a) {
 inline double length(const Vec3& a) {
     return std::sqrt(dot(a, a));
 }
-/// Unit vector of `a`; the zero vector stays zero.
+/// Unit vector of `a`. The zero vector stays zero.
 Vec3 normalized(const Vec3& a);
 inline bool isFinite(const Vec3& a) {
     return std::isfinite(a.x) && std::isfinite(a.y) && std::isfinite(a.z);
@@ -76,7 +76,7 @@ struct Matrix4 {
     Vec3 row(int i) const;
     Matrix4 transposed() const;
     double determinant() const;
-    /// Inverse; `ok` is false and the matrix the identity when this one is singular or not finite.
+    /// The inverse. If this matrix is singular or not finite, `ok` is false and the result is the identity.
     InverseMatrix inverse() const;
 };
 
@@ -90,30 +90,30 @@ bool operator==(const Matrix4& a, const Matrix4& b);
 inline bool operator!=(const Matrix4& a, const Matrix4& b) {
     return !(a == b);
 }
-/// Every element differs by at most `tolerance`.
+/// Whether every element differs by at most `tolerance`.
 bool isEquivalent(const Matrix4& a, const Matrix4& b, double tolerance = 1e-10);
 
-/// p * M for an affine M: rotation, scale and translation; the last column is not looked at.
+/// p * M for an affine M: rotation, scale and translation. The last column is ignored.
 Vec3 transformPoint(const Vec3& p, const Matrix4& matrix);
-/// As transformPoint without the translation.
+/// Like transformPoint, without the translation.
 Vec3 transformVector(const Vec3& v, const Matrix4& matrix);
 
-/// Which axis turns first, second and third; the numbers are those of a transform's rotateOrder attribute.
+/// Which axis rotates first, second and third. The numbers are those of a transform's rotateOrder attribute.
 enum class RotateOrder { Xyz = 0, Yzx, Zxy, Xzy, Yxz, Zyx };
 
-/// Rotation matrix of three angles in radians, `angles.x` always being the one about x.
+/// Rotation matrix of three angles in radians. `angles.x` is always the angle about x, and so on.
 Matrix4 rotationMatrix(const Vec3& angles, RotateOrder order = RotateOrder::Xyz);
 
 /// Angles in radians of the rotation in the upper 3x3 of `matrix`, which must be orthonormal.
 ///
-/// The middle angle lies in [-pi/2, pi/2]. Where it is at a pole the angle that turns last is 0.
+/// The middle angle is in [-pi/2, pi/2]. At a pole, the angle that is applied last is 0.
 Vec3 eulerAngles(const Matrix4& matrix, RotateOrder order);
 
-/// The other set of angles of the same rotation and order: outer angles by half a turn, the middle one
-/// mirrored.
+/// The other set of angles of the same rotation and order: the outer angles differ by half a turn, the middle
+/// one is mirrored.
 Vec3 alternateAngles(const Vec3& angles, RotateOrder order);
 
-/// Angles of the same rotation in another order; untouched when the orders are the same.
+/// Angles of the same rotation in another order; unchanged if the orders are the same.
 Vec3 reorderAngles(const Vec3& angles, RotateOrder from, RotateOrder to);
 
 /// What a transform or joint node holds; angles in radians.
@@ -126,20 +126,20 @@ struct TransformParts {
     Vec3 rotateAxis;   ///< xyz order, applied before rotate
     Vec3 jointOrient;  ///< xyz order, applied after rotate
     Vec3 inverseParentScale{1.0, 1.0,
-                            1.0};  ///< the parent joint's scale that segment compensation divides out
+                            1.0};  ///< scale of the parent joint, which segment compensation divides out
     Vec3 scalePivot;
     Vec3 scalePivotTranslate;
     Vec3 rotatePivot;
     Vec3 rotatePivotTranslate;
 };
 
-/// Local matrix: about the scale pivot scale and shear, about the rotate pivot rotate axis, rotation, joint
-/// orient and parent scale compensation, then the translation.
+/// Local matrix: scale and shear about the scale pivot; rotate axis, rotation, joint orient and parent scale
+/// compensation about the rotate pivot; then the translation.
 Matrix4 composeTransform(const TransformParts& parts);
 
 /// Scale, shear, rotation in `order` and translation that compose to `matrix` without pivots.
 ///
-/// A mirrored matrix gives three negative scales. A row of length zero gives scale 0 and no shear; the
+/// A mirrored matrix gives three negative scales. A row of length zero gives scale 0 and no shear. The
 /// rotation is then completed to any right-handed one.
 TransformParts decomposeTransform(const Matrix4& matrix, RotateOrder order = RotateOrder::Xyz);
 

@@ -8,7 +8,7 @@ namespace host::geometry {
 
 namespace {
 
-/// One for all meshes without a vertex, so that making one costs no allocation of a topology.
+/// One topology for all meshes without vertices, so that making such a mesh allocates none.
 const TopologyPtr& emptyTopology() {
     static const TopologyPtr topology = std::make_shared<Topology>();
     return topology;
@@ -24,7 +24,7 @@ bool isFinitePoints(const std::vector<float>& points) {
     return std::all_of(points.begin(), points.end(), [](float value) { return std::isfinite(value); });
 }
 
-/// Angle between two directions; well-behaved near 0 and pi.
+/// Angle between two directions. Accurate near 0 and pi too.
 double angleBetween(const Vec3& a, const Vec3& b) {
     return std::atan2(length(cross(a, b)), dot(a, b));
 }
@@ -122,7 +122,7 @@ double edgeLength(const Mesh& mesh, int edge) {
 }
 
 Vec3 faceAreaVector(const Mesh& mesh, int face) {
-    // Relative to the first corner: far from the origin the plain sum of products would lose the digits that
+    // Relative to the first corner: far from the origin, the plain sum of products would lose the digits that
     // matter.
     const IntSpan corners = mesh.topology().faceVertices(face);
     const Vec3 origin = mesh.point(corners[0]);

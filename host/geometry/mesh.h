@@ -9,15 +9,15 @@
 
 namespace host::geometry {
 
-/// A polygon mesh: a shared topology and one point per vertex, single precision.
+/// A polygon mesh: a shared topology and one point per vertex, in single precision.
 ///
-/// A copy costs nothing: topology and points are shared until one side edits its points. Reading one mesh
-/// object from several threads is safe, editing it is not.
+/// Copying is cheap: copies share topology and points until one of them edits its points. Reading one mesh
+/// object from several threads is safe. Editing it is not.
 class Mesh {
   public:
-    /// The mesh without a vertex.
+    /// A mesh without vertices.
     Mesh();
-    /// `points` holds x y z per vertex, so three times the topology's vertex count.
+    /// `points` holds x y z per vertex: three times the topology's vertex count.
     Mesh(TopologyPtr topology, std::vector<float> points);
 
     const Topology& topology() const { return *topology_; }
@@ -28,19 +28,20 @@ class Mesh {
 
     /// x y z per vertex.
     const std::vector<float>& points() const { return *points_; }
-    /// The points to write to; its length must stay. Copies them first when another mesh shares them.
+    /// The points, for writing. The length must not change. They are copied first if another mesh shares
+    /// them.
     std::vector<float>& editPoints();
-    /// Replaces all points; as many as before.
+    /// Replaces all points. Their number must not change.
     void setPoints(std::vector<float> points);
 
     Vec3 point(int vertex) const {
         const float* p = points_->data() + 3 * static_cast<std::size_t>(vertex);
         return {p[0], p[1], p[2]};
     }
-    /// Rounds to single precision. For many points take editPoints() once.
+    /// Rounds to single precision. For many points call editPoints() once.
     void setPoint(int vertex, const Vec3& point);
 
-    /// Both meshes use one block of points, so they are surely the same.
+    /// Whether both meshes use the same block of points. Then their points are surely equal.
     bool sharesPointsWith(const Mesh& other) const { return points_ == other.points_; }
 
   private:
@@ -56,20 +57,23 @@ struct MeshResult {
     bool ok() const { return error.empty(); }
 };
 
-/// Mesh of points (x y z each), corner counts and a flat list of corners; edges numbered as
-/// Topology::fromFaces does. Fails as that does, and on points that are no multiple of three or not finite.
+/// A mesh of points (x y z each), corner counts and a flat list of corners. Edges are numbered as by
+/// Topology::fromFaces. Fails when that fails, if the length of `points` is not a multiple of three, and if a
+/// point is not finite.
 MeshResult createMesh(std::vector<float> points, const std::vector<int>& faceCounts,
                       std::vector<int> faceVertices);
 
-/// The meshes side by side in one, each part's numbers after those of the one before, edge orders kept.
+/// One mesh of several, side by side. The numbers of each part follow those of the part before. Edge orders
+/// are kept.
 ///
-/// @param matrices  one per mesh, applied to its points; empty for none
+///
+/// @param matrices  one per mesh, applied to its points; empty for no transformation
 MeshResult uniteMeshes(const std::vector<Mesh>& meshes, const std::vector<Matrix4>& matrices = {});
 
-/// The mesh with every point multiplied by `matrix`; the topology is shared.
+/// The mesh with every point multiplied by `matrix`. The topology is shared.
 Mesh transformed(const Mesh& mesh, const Matrix4& matrix);
 
-/// Box of all points, faces or not.
+/// Box of all points, with or without faces.
 BoundingBox bounds(const Mesh& mesh);
 /// Box of all points after multiplication by `matrix`.
 BoundingBox bounds(const Mesh& mesh, const Matrix4& matrix);
@@ -78,16 +82,16 @@ BoundingBox bounds(const Mesh& mesh, const Matrix4& matrix);
 Vec3 faceCentre(const Mesh& mesh, int face);
 double edgeLength(const Mesh& mesh, int edge);
 
-/// Twice the area vector of a face: perpendicular to it, counter-clockwise corners seen from its tip. Zero
-/// where the face has no area.
+/// Vector perpendicular to a face, as long as twice its area. Seen from its tip, the corners are
+/// counter-clockwise. Zero if the face has no area.
 Vec3 faceAreaVector(const Mesh& mesh, int face);
-/// Unit normal, zero where the face has no area.
+/// Unit normal; zero if the face has no area.
 Vec3 faceNormal(const Mesh& mesh, int face);
 
 enum class NormalWeighting { Uniform, Angle };
 
-/// Unit normal per vertex, x y z each: the faces' normals, equal or by their angle at the vertex. Zero for
-/// vertices without a face that has an area.
+/// Unit normal per vertex, x y z each: the mean of the faces' normals, weighted equally or by their angle at
+/// the vertex. Zero for vertices without a face that has an area.
 std::vector<float> vertexNormals(const Mesh& mesh, NormalWeighting weighting = NormalWeighting::Angle);
 
 }  // namespace host::geometry

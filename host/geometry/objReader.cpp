@@ -27,7 +27,7 @@ NumberState parseCoordinate(std::string_view word, float& value) {
     return std::isfinite(value) ? NumberState::Good : NumberState::Malformed;
 }
 
-/// The part of the text under one `o` line.
+/// The part of the text below one `o` line.
 struct ObjectPart {
     std::string_view name;
     int firstVertex = 0;
@@ -148,7 +148,7 @@ class ObjParser {
         return false;
     }
 
-    /// Adds a position to the corners; numbers count from 1, negative ones back from the last that is
+    /// Adds a position to the corners. Numbers count from 1. Negative ones count back from the last one
     /// defined.
     bool checkReference(Reference kind, std::int64_t number, std::string_view written) {
         static constexpr std::array<const char*, ReferenceCount> kNames{"vertex", "texture coordinate",
@@ -188,7 +188,7 @@ class ObjParser {
         }
     }
 
-    /// Gives the faces since the last group line to its groups.
+    /// Adds the faces since the last group line to the groups of that line.
     void endGroupRuns() {
         const std::size_t end = faceCounts_.size();
         if (end > groupStart_) {
@@ -227,7 +227,7 @@ class ObjParser {
         return result;
     }
 
-    /// Adds the object of one `o` line with a vertex list of its own.
+    /// Adds the object of one `o` line, with a vertex list of its own.
     void addPart(ObjResult& result, int number) {
         ObjectPart& part = parts_[number];
         const bool isLast = number + 1 == static_cast<int>(parts_.size());
@@ -284,8 +284,8 @@ class ObjParser {
     std::vector<std::size_t> openGroups_;  ///< of the last part
     std::size_t groupStart_ = 0;           ///< first face after the last group line
     bool hasObjectLines_ = false;
-    std::vector<bool> isUsed_;       ///< per vertex: some face has it
-    std::vector<int> lastPart_;      ///< per vertex: the part that took it last
+    std::vector<bool> isUsed_;       ///< per vertex: whether a face uses it
+    std::vector<int> lastPart_;      ///< per vertex: the part that used it last
     std::vector<int> numberInPart_;  ///< per vertex, in that part
 };
 

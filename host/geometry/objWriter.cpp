@@ -51,7 +51,7 @@ std::vector<GroupChange> groupChanges(const std::vector<ObjGroup>& groups) {
     return changes;
 }
 
-/// Writes the faces of one object; `base` vertices stand before its first.
+/// Writes the faces of one object. `base` vertices come before its first.
 class FaceWriter {
   public:
     FaceWriter(std::string& text, const ObjObject& object, std::int64_t base)

@@ -37,7 +37,7 @@ class MeshBuilder {
     std::vector<int> faceVertices_;
 };
 
-/// Closed rings of `around` vertices each, ring r beginning at r * around: edges along every ring.
+/// The edges along closed rings of `around` vertices each. Ring r begins at vertex r * around.
 void addRingEdges(MeshBuilder& builder, int rings, int around) {
     for (int ring = 0; ring < rings; ++ring) {
         for (int i = 0; i < around; ++i) {
@@ -46,7 +46,7 @@ void addRingEdges(MeshBuilder& builder, int rings, int around) {
     }
 }
 
-/// A cube's surface as a belt of rows around the x axis (front, top, back, bottom) and the two sides within
+/// A cube's surface: a belt of rows around the x axis (front, top, back, bottom), and the two sides inside
 /// it.
 class CubeGrid {
   public:
@@ -67,8 +67,9 @@ class CubeGrid {
   private:
     int belt(int row, int column) const { return (row % rows_) * (nx_ + 1) + column; }
 
-    /// Vertex on a side, `up` of ny rows from the bottom, `back` of nz columns from the front: on the belt at
-    /// the side's border, else in the side's own block, which the left side fills from the back.
+    /// Vertex on a side, `up` of ny rows from the bottom, `back` of nz columns from the front. At the border
+    /// of the side it is on the belt. Otherwise it is in the side's own block, which the left side fills from
+    /// the back.
     int side(bool right, int up, int back) const {
         const int column = right ? nx_ : 0;
         if (back == 0) return belt(up, column);
@@ -141,8 +142,8 @@ class CubeGrid {
         }
     }
 
-    /// As side(), counted from the column where the side's faces begin: the right one's at the front, the
-    /// left one's at the back.
+    /// Like side(), but counted from the column where the side's faces begin: at the front on the right side,
+    /// at the back on the left one.
     int sideFrom(bool right, int up, int i) const { return side(right, up, right ? i : nz_ - i); }
 
     const CubeOptions& options_;

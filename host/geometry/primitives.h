@@ -2,9 +2,9 @@
 
 #include "geometry/mesh.h"
 
-/// Meshes of the primitive commands, axis y up, centred at the origin, faces turning outward. Subdivisions
-/// below the least meaningful number are raised to it; that their product stays below kMostComponents is the
-/// caller's part.
+/// Meshes of the primitive commands: y is up, the centre is the origin, faces point outward. Subdivisions
+/// below the smallest useful number are raised to it. The caller makes sure that their product stays below
+/// kMostComponents.
 namespace host::geometry {
 
 struct CubeOptions {
@@ -16,8 +16,9 @@ struct CubeOptions {
     int subdivisionsZ = 1;
 };
 
-/// Rows around the x axis from the front's bottom over top and back to the bottom, then the insides of the
-/// right and left side. Edges along x come first, row by row, then those from row to row.
+/// Rows around the x axis, from the bottom of the front over top and back to the bottom; then the inner
+/// vertices of the right and of the left side. Edges along x come first, row by row, then the edges from row
+/// to row.
 Mesh makeCube(const CubeOptions& options = {});
 
 struct SphereOptions {
@@ -26,7 +27,7 @@ struct SphereOptions {
     int subdivisionsHeight = 20;  ///< from pole to pole, at least 2
 };
 
-/// Rings from south to north, then the south and the north pole.
+/// Rings from south to north, then the south pole and the north pole.
 Mesh makeSphere(const SphereOptions& options = {});
 
 struct PlaneOptions {
@@ -36,18 +37,18 @@ struct PlaneOptions {
     int subdivisionsHeight = 10;
 };
 
-/// Rows along x, from the front (positive z) to the back; faces look up.
+/// Rows along x, from the front (positive z) to the back. Faces look up.
 Mesh makePlane(const PlaneOptions& options = {});
 
 struct TorusOptions {
     double radius = 1.0;
     double sectionRadius = 0.5;
-    double twist = 0.0;           ///< radians by which the section's start is turned
+    double twist = 0.0;           ///< in radians: how far the start of the section is turned
     int subdivisionsAxis = 20;    ///< around y, at least 3
     int subdivisionsHeight = 20;  ///< around the section, at least 3
 };
 
-/// Rings around y; the first is the innermost one when there is no twist, the next lie above it.
+/// Rings around y. Without twist, the first ring is the innermost one, and the next ones are above it.
 Mesh makeTorus(const TorusOptions& options = {});
 
 }  // namespace host::geometry

@@ -24,67 +24,69 @@ std::string cannot(const char* what, const std::string& path, int code) {
     return std::string("cannot ") + what + " '" + path + "': " + std::strerror(code);
 }
 
-/// What the system says of a stream that failed just now.
+/// The system's error code for a stream that has just failed.
 int lastFailure() {
     return errno != 0 ? errno : EIO;
 }
 
-/// Writes a file from its beginning. @return 0, or the failure
+/// Writes a file from its beginning.
+/// @return 0, or the failure
 int put(const fs::path& file, std::string_view text) {
     errno = 0;
     std::ofstream stream(file, std::ios::binary | std::ios::trunc);
     if (!stream) return lastFailure();
     stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-    // A full disk may show only when the buffers are emptied, so the close counts as well.
+    // A full disk may show only when the buffers are flushed, so a failure to close counts too.
     stream.close();
     return stream ? 0 : lastFailure();
 }
 
-/// Whether a file may be written; it stays as it is. @return 0, or the failure
+/// Whether a file may be written. The file does not change.
+/// @return 0, or the failure
 int tryWriting(const fs::path& file) {
     errno = 0;
     const std::ofstream stream(file, std::ios::binary | std::ios::app);
     return stream ? 0 : lastFailure();
 }
 
-/// The file that a link leads to in the end, whether it is there or not; another file is itself. Nothing when
-/// links lead in a ring.
+/// The file that a link finally leads to, existing or not; for any other file, the file itself. Nothing if
+/// links form a ring.
 fs::path behindLinks(fs::path file) {
     constexpr int kMostLinks = 40;
     std::error_code error;
     for (int k = 0; k < kMostLinks; ++k) {
         if (!fs::is_symlink(fs::symlink_status(file, error))) return file;
         const fs::path next = fs::read_symlink(file, error);
-        // An absolute one stands for itself.
+        // An absolute path stays as it is.
         file = file.parent_path() / next;
     }
     return {};
 }
 
-/// A name that no file has, in the folder of a file.
+/// An unused name in the folder of a file.
 fs::path nameBeside(const fs::path& file) {
     std::random_device random;
     const std::string number = std::to_string(random()) + '-' + std::to_string(random());
     return fs::path(file).replace_filename(".delven-" + number + ".tmp");
 }
 
-/// Puts a new file in the place of one that may be there. @return 0, or the failure
+/// Puts a new file in place of the existing one, if any.
+/// @return 0, or the failure
 int replace(const fs::path& file, const fs::file_status& status, std::string_view text) {
     const fs::path beside = nameBeside(file);
     std::error_code error;
     int code = put(beside, {});
-    // Any other failure, such as a disk without room, would hit the file itself as well, and cost its
-    // content.
+    // Any other failure, such as a full disk, would also hit the file itself, and its content would be lost.
     const bool isFolderClosed = code == EACCES || code == EPERM || code == EROFS;
     if (code != 0) return fs::exists(status) && isFolderClosed ? put(file, text) : code;
-    // Before the text is in it: the old file may be for few eyes only.
+    // Before the text is written: perhaps only few users may read the old file.
     if (fs::exists(status)) fs::permissions(beside, status.permissions(), error);
     if (!error) code = put(beside, text);
     if (!error && code == 0) fs::rename(beside, file, error);
     const bool isReplaced = !error && code == 0;
     std::error_code ignored;
     if (!isReplaced) fs::remove(beside, ignored);
-    // Some may be written and not replaced: a file of another user in a shared folder, say.
+    // Some files may be written but not replaced, for example a file of another user in a shared folder.
     return error ? put(file, text) : code;
 }
 
@@ -93,7 +95,7 @@ int writeFile(const fs::path& asked, std::string_view text) {
     const fs::file_status status = fs::status(asked, error);
     const fs::path file = behindLinks(asked);
     if (!fs::exists(status)) return file.has_filename() ? replace(file, status, text) : put(asked, text);
-    // Some links of the system lead to something that has no path.
+    // Some links of the system lead to something without a path.
     if (!fs::is_regular_file(status) || !fs::equivalent(file, asked, error)) return put(asked, text);
     const int code = tryWriting(file);
     return code == 0 ? replace(file, status, text) : code;
@@ -109,7 +111,7 @@ FileText readTextFile(const std::string& path) {
     for (;;) {
         const std::size_t before = result.text.size();
         result.text.resize(before + kBlock);
-        // A directory opens on some systems; reading it is what fails.
+        // Some systems can open a directory. Reading it then fails.
         const std::size_t count = std::fread(result.text.data() + before, 1, kBlock, file.get());
         result.text.resize(before + count);
         if (count == kBlock) continue;

@@ -8,7 +8,8 @@ namespace host::geometry {
 
 namespace {
 
-/// Number of an edge by its two vertices, whichever comes first: open addressing over the edge list itself.
+/// Finds the number of an edge by its two vertices, in either order: open addressing over the edge list
+/// itself.
 class EdgeTable {
   public:
     EdgeTable(std::vector<Edge>& edges, std::size_t mostEdges) : edges_(edges) {
@@ -18,7 +19,7 @@ class EdgeTable {
         slots_.assign(slots, -1);
     }
 
-    /// Slot that holds the edge of a and b, or the free one where it belongs.
+    /// The slot that holds the edge of a and b, or the free slot where it belongs.
     int& slotOf(int a, int b) {
         const std::size_t mask = slots_.size() - 1;
         std::size_t at = hash(a, b) & mask;

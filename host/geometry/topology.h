@@ -8,7 +8,7 @@
 
 namespace host::geometry {
 
-/// A read-only run of ints inside somebody else's array; valid as long as that array.
+/// A read-only run of ints in an array that belongs to someone else; valid as long as that array.
 class IntSpan {
   public:
     IntSpan() = default;
@@ -28,7 +28,7 @@ class IntSpan {
     int count_ = 0;
 };
 
-/// One list of ints per item in two flat arrays: list i is values[offsets[i] .. offsets[i + 1]).
+/// One list of ints per item, in two flat arrays: list i is values[offsets[i] .. offsets[i + 1]).
 struct IntLists {
     std::vector<int> offsets{0};
     std::vector<int> values;
@@ -37,12 +37,13 @@ struct IntLists {
     IntSpan operator[](int i) const { return {values.data() + offsets[i], offsets[i + 1] - offsets[i]}; }
 };
 
-/// The pieces of a mesh. Two faces are in one piece when a chain of shared edges joins them; a shared vertex
-/// alone does not join. Pieces are numbered by their lowest face. Vertices without a face belong to no piece.
+/// The pieces of a mesh. Two faces are in one piece if a chain of shared edges joins them. A shared vertex
+/// alone does not join them. Pieces are numbered by their lowest face. Vertices without a face belong to no
+/// piece.
 struct Shells {
     std::vector<int> shellOfFace;
     IntLists faces;     ///< per shell, ascending
-    IntLists vertices;  ///< per shell, ascending; a vertex that two shells touch stands in both
+    IntLists vertices;  ///< per shell, ascending; a vertex that two shells touch is in both
 
     int count() const { return faces.size(); }
 };
@@ -60,41 +61,40 @@ struct TopologyResult {
     bool ok() const { return topology != nullptr; }
 };
 
-/// Vertices, edges and face corners are at most this many each; their numbers and twice as many fit an int.
+/// The largest number of vertices, of edges and of face corners. Twice this number still fits an int.
 constexpr int kMostComponents = 1 << 30;
 
 /// Connectivity of a polygon mesh: vertices, edges and faces as numbers, in flat arrays that never change.
 ///
-/// A face has three corners or more. Edge k of a face joins its corner k and corner k + 1. Adjacency is
-/// derived when it is first asked for, at a cost linear in the mesh, and kept; every const function may run
-/// on several threads. An item is named by its number, 0 <= number < count; other numbers are the caller's
-/// fault and not checked.
+/// A face has three corners or more. Edge k of a face joins its corners k and k + 1. Adjacency is computed
+/// when it is first asked for, at a cost linear in the mesh, and kept. Every const function may run on
+/// several threads. An item is named by its number, 0 <= number < count. Other numbers are the caller's fault
+/// and are not checked.
 class Topology {
   public:
-    /// No vertex, edge or face.
+    /// A topology without vertices, edges and faces.
     Topology();
     Topology(const Topology&) = delete;
     Topology& operator=(const Topology&) = delete;
 
-    /// Topology of faces given by corner counts and a flat list of corners.
+    /// Topology of faces, given by corner counts and a flat list of corners.
     ///
-    /// Faces are walked in order and corners in order; an edge gets the next number, and its direction, where
-    /// it first appears. Fails on a face with fewer than three corners, a corner that is no vertex, the same
-    /// vertex at two neighbouring corners, a corner list that is shorter or longer than the counts say, and
+    /// Faces and their corners are visited in order. An edge gets the next number, and its direction, where
+    /// it first appears. Fails if a face has fewer than three corners, a corner is not a vertex, neighbouring
+    /// corners have the same vertex, the corner list is shorter or longer than the counts say, or there are
     /// more than kMostComponents. Linear cost.
     static TopologyResult fromFaces(int vertexCount, const std::vector<int>& faceCounts,
                                     std::vector<int> faceVertices);
 
-    /// As fromFaces with edges whose numbers and directions are given; edges without a face may be among
-    /// them.
+    /// Like fromFaces, with edges whose numbers and directions are given. Edges without a face are allowed.
     ///
-    /// Fails also when a face needs an edge that is not in the list, or the list has a pair of vertices
+    /// Also fails if a face needs an edge that is not in the list, or if the list has a pair of vertices
     /// twice.
     static TopologyResult fromEdges(int vertexCount, std::vector<Edge> edges,
                                     const std::vector<int>& faceCounts, std::vector<int> faceVertices);
 
-    /// Several topologies side by side: the vertices, edges and faces of each after those of the one before.
-    /// Fails when there are more than kMostComponents.
+    /// Several topologies side by side: the vertices, edges and faces of each follow those of the one before.
+    /// Fails if there are more than kMostComponents.
     static TopologyResult unite(const std::vector<TopologyPtr>& parts);
 
     int vertexCount() const { return vertexCount_; }
@@ -116,14 +116,14 @@ class Topology {
         return {faceVertices_.data() + faceOffsets_[face], faceSize(face)};
     }
     IntSpan faceEdges(int face) const { return {faceEdges_.data() + faceOffsets_[face], faceSize(face)}; }
-    /// True when the face walks its edge from corner `corner` on against the edge's stored direction.
+    /// Whether the face's edge from corner `corner` to the next one runs against the edge's stored direction.
     bool isEdgeReversed(int face, int corner) const {
         const int at = faceOffsets_[face] + corner;
         return edges_[faceEdges_[at]][0] != faceVertices_[at];
     }
 
-    /// Faces on an edge, each once, in the order in which they use it: one on a border, two inside, none or
-    /// more than two elsewhere.
+    /// Faces on an edge, each once, in the order in which they use it. A border edge has one, an inner edge
+    /// two. An edge may also have none or more than two.
     IntSpan edgeFaces(int edge) const { return edgeFaces()[edge]; }
     const IntLists& edgeFaces() const;
 
@@ -131,7 +131,7 @@ class Topology {
     IntSpan vertexEdges(int vertex) const { return vertexEdges()[vertex]; }
     const IntLists& vertexEdges() const;
 
-    /// Other ends of vertexEdges(vertex), entry by entry.
+    /// The other ends of vertexEdges(vertex), entry by entry.
     IntSpan vertexNeighbours(int vertex) const { return vertexNeighbours()[vertex]; }
     const IntLists& vertexNeighbours() const;
 
@@ -139,16 +139,16 @@ class Topology {
     IntSpan vertexFaces(int vertex) const { return vertexFaces()[vertex]; }
     const IntLists& vertexFaces() const;
 
-    /// Faces that share an edge with a face, each once, in the order of the face's edges. Not kept: where n
-    /// faces share an edge all lists together have n * n entries. To walk over a mesh use edgeFaces.
+    /// Faces that share an edge with a face, each once, in the order of the face's edges. Not kept: if n
+    /// faces share an edge, all lists together have n * n entries. To walk over a mesh, use edgeFaces.
     std::vector<int> faceNeighbours(int face) const;
 
     const Shells& shells() const;
 
-    /// Number of the edge that joins two vertices, -1 when none does. Costs the edges at `a`.
+    /// Number of the edge that joins two vertices; -1 if none does. Costs as much as `a` has edges.
     int findEdge(int a, int b) const;
 
-    /// Same vertex count, edges in the same order and direction, and same faces.
+    /// Whether vertex counts are equal, edges have the same order and direction, and faces are the same.
     bool isSameAs(const Topology& other) const;
 
   private:
@@ -171,7 +171,7 @@ class Topology {
     Lazy<Shells> lazyShells_;
 };
 
-/// Why these face lists make no topology, empty when they do; see Topology::fromFaces.
+/// Why these face lists do not make a topology; empty if they do. See Topology::fromFaces.
 std::string validateFaces(int vertexCount, const std::vector<int>& faceCounts,
                           const std::vector<int>& faceVertices);
 

@@ -1,3 +1,5 @@
+// The adjacency of a topology, computed on demand: lists of neighbours, and shells.
+
 #include <algorithm>
 
 #include "geometry/topology.h"
@@ -6,8 +8,8 @@ namespace host::geometry {
 
 namespace {
 
-/// Flat lists from a function that calls emit(item, value) for every entry, in the order the entries shall
-/// have. It is run twice, to count and to fill.
+/// Flat lists from a function that calls emit(item, value) for every entry, in the order that the entries
+/// shall have. The function runs twice: to count and to fill.
 template <typename ForEach>
 IntLists buildLists(int itemCount, ForEach&& forEach) {
     IntLists lists;
@@ -21,7 +23,7 @@ IntLists buildLists(int itemCount, ForEach&& forEach) {
     return lists;
 }
 
-/// Calls emit(items[corner], face) for every corner of every face, but once only for an item that a face has
+/// Calls emit(items[corner], face) for every corner of every face, but only once for an item that a face has
 /// twice.
 template <typename Emit>
 void forEachUse(const Topology& topology, const std::vector<int>& items, int itemCount, Emit&& emit) {
@@ -63,7 +65,7 @@ Shells findShells(const Topology& topology) {
     const int faceCount = topology.faceCount();
     const IntLists& edgeFaces = topology.edgeFaces();
     shells.shellOfFace.assign(faceCount, -1);
-    // Each edge is crossed once only: edges that many faces share would make the walk quadratic.
+    // Each edge is crossed only once: edges that many faces share would make the walk quadratic.
     std::vector<bool> crossed(topology.edgeCount(), false);
     std::vector<int> pending;
     int count = 0;

@@ -1,3 +1,6 @@
+// Transformation matrices: composed from the parts of a transform node, decomposed into them, and rotate
+// orders.
+
 #include <array>
 #include <cmath>
 
@@ -7,8 +10,8 @@ namespace host::geometry {
 
 namespace {
 
-/// The axes of an order in turn. An odd order is an even one seen in a mirror, where every angle changes its
-/// sign.
+/// The axes of an order, first to last. An odd order is an even one seen in a mirror, where every angle
+/// changes its sign.
 struct OrderAxes {
     int first;
     int second;
@@ -58,7 +61,7 @@ Vec3 anyPerpendicular(const Vec3& v) {
     return normalized(cross(v, a));
 }
 
-/// Fills rows that have no direction (length zero in `scale`) so that all three form a rotation.
+/// Gives a direction to rows that have none (length zero in `scale`), so that all three form a rotation.
 void completeRotation(std::array<Vec3, 3>& rows, const Vec3& scale) {
     const bool has[3] = {scale.x != 0, scale.y != 0, scale.z != 0};
     const int count = has[0] + has[1] + has[2];
@@ -128,7 +131,8 @@ TransformParts decomposeTransform(const Matrix4& matrix, RotateOrder order) {
     parts.rotateOrder = order;
     parts.translate = matrix.row(3);
 
-    // Gram-Schmidt on the rows of scale * shear * rotation. A remainder that is only rounding counts as zero.
+    // Gram-Schmidt on the rows of scale * shear * rotation. A remainder that is only a rounding error counts
+    // as zero.
     std::array<Vec3, 3> rows{matrix.row(0), matrix.row(1), matrix.row(2)};
     for (int i = 0; i < 3; ++i) {
         const double whole = length(rows[i]);

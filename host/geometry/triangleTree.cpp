@@ -9,18 +9,19 @@ namespace host::geometry {
 
 namespace {
 
-/// So few are sorted sooner than they are handed to another thread.
+/// Sorting this few is faster than handing them to another thread.
 constexpr std::size_t kFewLeaves = 2000;
 
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
-/// Twice the middle of the triangle's box along an axis, halved first: it stays finite.
+/// Twice the middle of the triangle's box along an axis. The corners are halved first, so that it stays
+/// finite.
 float middle(const TriangleTree::Triangle& triangle, std::size_t axis) {
     const auto& [a, b, c] = triangle.corners;
     return std::min({a[axis], b[axis], c[axis]}) * 0.5F + std::max({a[axis], b[axis], c[axis]}) * 0.5F;
 }
 
-/// A thread that does the work, or none where the system starts no more of them.
+/// A thread that does the work; none if the system starts no more threads.
 template <typename Work>
 std::thread startedThread(const Work& work) {
     try {
@@ -43,9 +44,9 @@ TriangleTree::TriangleTree(std::vector<Triangle> triangles) : triangles_(std::mo
     }
 }
 
-/// Sorts the triangles of some leaves so that each half of the leaves, and each half of these, lies together:
-/// divided in the middle along the axis in which they reach farthest.
-/// @param threads  how many may do it; where the system starts none, this one does it all
+/// Sorts the triangles of some leaves so that each half of the leaves, and each half of these, lies together.
+/// They are divided in the middle, along the axis in which they are spread most.
+/// @param threads  how many may work; if the system starts none, this one does all the work
 void TriangleTree::arrange(std::size_t firstLeaf, std::size_t leafCount, unsigned threads) {
     if (leafCount < 2) return;
     const std::size_t half = firstHalf(leafCount);
@@ -77,7 +78,8 @@ void TriangleTree::arrange(std::size_t firstLeaf, std::size_t leafCount, unsigne
     if (helper.joinable()) helper.join();
 }
 
-/// Fills the nodes of some leaves. @return the box of all of them
+/// Fills the nodes of some leaves.
+/// @return the box of all of them
 TriangleTree::Box TriangleTree::build(std::size_t node, std::size_t firstLeaf, std::size_t leafCount) {
     Box box{{{kInfinity, kInfinity, kInfinity}, {-kInfinity, -kInfinity, -kInfinity}}};
     const auto expand = [&box](const std::array<float, 3>& lowest, const std::array<float, 3>& highest) {

@@ -10,43 +10,43 @@
 
 namespace host::geometry {
 
-/// A tree of boxes over triangles, for finding what is close to a point.
+/// A tree of boxes around triangles, to find the triangles close to a point.
 ///
-/// The triangles are kept in the tree's own order, each with its corners: what is close in space is close in
-/// memory, however the mesh is numbered. Boxes hold the single precision points of a mesh exactly. Building
-/// costs n log n; searches may run on several threads.
+/// The triangles are stored in the tree's own order, each with its corners. So what is close in space is
+/// close in memory, however the mesh is numbered. Boxes hold the single precision points of a mesh exactly.
+/// Building costs n log n. Searches may run on several threads.
 class TriangleTree {
   public:
     struct Triangle {
         std::array<std::array<float, 3>, 3> corners;
         int number;
-        int owner;  ///< of the caller's, as the number
+        int owner;  ///< given by the caller, like the number
     };
 
     TriangleTree() = default;
-    /// @param triangles  with finite corners
+    /// @param triangles  their corners must be finite
     explicit TriangleTree(std::vector<Triangle> triangles);
 
     bool empty() const { return triangles_.empty(); }
     /// Largest distance of a corner from the origin along one axis.
     double extent() const { return extent_; }
 
-    /// Calls `visitor.look(triangle)` for the triangles whose box is near enough to the point, the nearer
-    /// ones of two halves first. What is farther away than the root of `visitor.reachSquared()`, which may
-    /// shrink on the way, is passed over.
+    /// Calls `visitor.look(triangle)` for the triangles whose box is close enough to the point, the closer
+    /// one of two halves first. Triangles farther away than the root of `visitor.reachSquared()` are skipped.
+    /// That value may shrink during the search.
     template <typename Visitor>
     void search(const Vec3& point, Visitor& visitor) const;
 
   private:
     using Box = std::array<std::array<float, 3>, 2>;  // lowest and highest corner
 
-    /// The boxes of both halves of some leaves. The node of the first half stands right behind this one, that
-    /// of the second half behind all nodes of the first.
+    /// The boxes of both halves of some leaves. The node of the first half comes right after this one. The
+    /// node of the second half comes after all nodes of the first.
     struct Node {
         std::array<Box, 2> halves;
     };
 
-    /// Leaves on the way: where their node stands, if they are several.
+    /// Leaves that still have to be searched. `node` is used if there are several.
     struct Part {
         std::size_t node;
         std::size_t firstLeaf;
@@ -78,7 +78,7 @@ inline TriangleTree::Box TriangleTree::boxOf(const Triangle& triangle) {
     return box;
 }
 
-/// How far a position lies outside an interval. Written so that it compiles without branches.
+/// How far a position is outside an interval. Written so that it compiles without branches.
 inline double distanceOutside(float lowest, float highest, double position) {
     const double below = static_cast<double>(lowest) - position;
     const double above = position - static_cast<double>(highest);
@@ -96,7 +96,7 @@ inline double TriangleTree::squaredDistance(const Box& box, const Vec3& point) {
 template <typename Visitor>
 void TriangleTree::search(const Vec3& point, Visitor& visitor) const {
     if (empty()) return;
-    // Halving gets no deeper than a count has bits.
+    // Halving is never deeper than the number of bits of a count.
     std::array<Part, std::numeric_limits<std::size_t>::digits + 1> waiting;
     std::size_t waitingCount = 0;
     Part part{0, 0, leafCount(), 0.0};

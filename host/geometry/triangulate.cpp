@@ -12,7 +12,7 @@ struct Point2 {
     double y;
 };
 
-/// Positive when a, b, c turn counter-clockwise.
+/// Positive if a, b, c turn counter-clockwise.
 double turn(const Point2& a, const Point2& b, const Point2& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
@@ -21,7 +21,8 @@ double turn(const Point2& a, const Point2& b, const Point2& c) {
 class FlatFace {
   public:
     void project(const Mesh& mesh, IntSpan corners, const Vec3& normal) {
-        // The coordinate plane that shows most of the face; swapped where it would show it from behind.
+        // The coordinate plane that shows most of the face. Its axes are swapped if the face would be seen
+        // from behind.
         int drop = 0;
         for (int axis = 1; axis < 3; ++axis) {
             if (std::abs(normal[axis]) > std::abs(normal[drop])) drop = axis;
@@ -44,7 +45,7 @@ class FlatFace {
         return true;
     }
 
-    /// Cuts off one ear after the other, the first that is there; emit(a, b, c) gets corner numbers.
+    /// Cuts off one ear after the other, always the first one found. emit(a, b, c) gets corner numbers.
     template <typename Emit>
     void cutEars(Emit&& emit) {
         rest_.resize(points_.size());
@@ -54,7 +55,7 @@ class FlatFace {
         while (rest_.size() > 3) {
             const std::size_t count = rest_.size();
             at %= count;
-            // Without any ear the face cuts itself or has no area: take the next corner so that it still
+            // Without any ear, the face intersects itself or has no area: take the next corner, so that this
             // ends.
             if (!isEar(at) && tried < count) {
                 ++at;
