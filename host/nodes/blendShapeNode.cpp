@@ -20,7 +20,7 @@ bool isAliasFree(const graph::Node& node, const std::string& name) {
     return node.findAttribute(name) == nullptr && node.aliases().find(name) == nullptr;
 }
 
-/// The wanted alias, or with the lowest number that makes it one of its kind.
+/// The wanted alias, or the wanted alias with the lowest number that makes it unique.
 std::string freeAlias(const graph::Node& node, const std::string& wanted) {
     if (isAliasFree(node, wanted)) return wanted;
     for (int number = 1;; ++number) {
@@ -29,7 +29,7 @@ std::string freeAlias(const graph::Node& node, const std::string& wanted) {
     }
 }
 
-/// Why a target cannot be added; empty when it can.
+/// Why a target cannot be added; empty if it can.
 std::string obstacle(graph::Graph& graph, const graph::NodeRef& blendShape, const graph::Plug& item,
                      const graph::NodeRef& targetShape, bool inBetween) {
     const int baseIndex = item.key().indices[0];
@@ -43,12 +43,13 @@ std::string obstacle(graph::Graph& graph, const graph::NodeRef& blendShape, cons
     if (target == nullptr) return targetShape->name() + " has no mesh to be a target";
     if (inBetween && !graph.hasElement(blendShape->plug("weight").element(weightIndex)))
         return name + " has no target of index " + std::to_string(weightIndex) + " for an in-between";
-    // The mesh of a target that was disconnected is kept, whether or not its deltas were made.
+    // The mesh of a disconnected target is kept, even if its deltas were not made.
     if (graph.source(childPlug(item, kGeomTarget)) || graph.data(childPlug(item, kGeomTarget)) != nullptr ||
         graph.data(childPlug(item, kPointsTarget)) != nullptr)
         return name + " has a target at weight index " + std::to_string(weightIndex) +
                " and this weight already";
-    // What comes in has the same topology as the deformed shape and asks for no evaluation of the targets.
+    // The input mesh has the same topology as the deformed shape, and reading it does not evaluate the
+    // targets.
     const graph::Plug input = childPlug(blendShape->plug("input").element(baseIndex), "inputGeometry");
     const MeshPtr baseMesh = graph::dataAs<MeshData>(graph.data(input));
     const bool checksTopology = graph.number(blendShape->plug("topologyCheck")) != 0.0;

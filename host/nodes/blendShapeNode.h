@@ -9,8 +9,8 @@
 
 namespace host::nodes {
 
-/// Index of an inputTargetItem for a weight: 6000 for 1, 5500 for 0.5. Items begin at 1; 0 means that the
-/// weight has none, being below -4.999, too large or no number.
+/// Index of an inputTargetItem for a weight: 6000 for 1, 5500 for 0.5. Items begin at 1. 0 means that the
+/// weight has no item: it is below -4.999, too large or not a number.
 inline int itemIndex(double weight) {
     const double index = std::round(5000.0 + 1000.0 * weight);
     return index >= 1.0 && index <= std::numeric_limits<int>::max() ? static_cast<int>(index) : 0;
@@ -24,9 +24,9 @@ constexpr const char* kGeomTarget = "inputGeomTarget";
 constexpr const char* kPointsTarget = "inputPointsTarget";
 constexpr const char* kComponentsTarget = "inputComponentsTarget";
 
-/// Plug of blendShape.inputTarget[base].inputTargetGroup[weight]; nothing need exist.
+/// Plug of blendShape.inputTarget[base].inputTargetGroup[weight]. Its elements need not exist.
 graph::Plug targetGroupPlug(const graph::NodeRef& blendShape, int baseIndex, int weightIndex);
-/// Plug of one inputTargetItem of that group; nothing need exist.
+/// Plug of one inputTargetItem of that group. Its elements need not exist.
 graph::Plug targetItemPlug(const graph::NodeRef& blendShape, int baseIndex, int weightIndex, int item);
 
 struct TargetResult {
@@ -34,17 +34,17 @@ struct TargetResult {
     std::string error{};
 };
 
-/// Connects a target mesh. A weight index that is new gets its weight, 0, and an alias: the name of the
-/// target's transform, made unique. An in-between goes under an existing index and gets no alias.
+/// Connects a target mesh. A new weight index gets its weight, 0, and an alias: the name of the target's
+/// transform, made unique. An in-between is added to an existing index and gets no alias.
 ///
-/// Fails, changing nothing, when the base index does not exist, the item is taken, the weight is 0
-/// or has no item, an in-between is asked for under an index that does not exist, or topologyCheck is on and
-/// the numbers of vertices, edges or faces differ.
+/// Fails and changes nothing if the base index does not exist, the shape has no mesh, the item is taken, the
+/// weight is 0 or has no item, an in-between is to be added to an index that does not exist, or topologyCheck
+/// is on and the numbers of vertices, edges or faces differ.
 /// @param fullWeight  weight at which the target has its full effect
 TargetResult addTarget(graph::Graph& graph, const graph::NodeRef& blendShape, int baseIndex, int weightIndex,
                        const graph::NodeRef& targetShape, double fullWeight, bool inBetween);
 
-/// The deformed shapes by ascending geometry index.
+/// The deformed shapes, by ascending geometry index.
 std::vector<graph::NodeRef> baseShapes(graph::Graph& graph, const graph::NodeRef& blendShape);
 /// Existing weight indices, ascending.
 std::vector<int> weightIndices(graph::Graph& graph, const graph::NodeRef& blendShape);

@@ -63,7 +63,7 @@ void addDeltas(const graph::PointArrayData& points, const graph::ComponentListDa
         for (const graph::Run* run = first; run != last && point != end; ++run) {
             const bool isAll = run->last < run->first;
             const int stop = isAll ? vertexCount - 1 : run->last;
-            // The last of all ints may be listed: the count goes one beyond it.
+            // The largest int may be listed: the count goes one further.
             std::int64_t listed = isAll ? 0 : run->first;
             for (; listed <= stop && point != end; ++listed, ++point) {
                 const int vertex = static_cast<int>(listed);

@@ -1,3 +1,5 @@
+// The node type blendShape: its attributes and its deformation.
+
 #include "nodes/blendShapeNode.h"
 #include "nodes/blendShapeTargets.h"
 #include "nodes/deformation.h"
@@ -36,7 +38,7 @@ void addTargetDeltas(Deformation& deformation, const graph::Plug& group, double 
     }
 }
 
-/// Says what the node is set to and this host does not evaluate.
+/// Warns about settings of the node that this host does not evaluate.
 void reportUncovered(Deformation& deformation) {
     graph::Graph& graph = deformation.graph;
     const graph::NodeRef& node = deformation.node;
@@ -73,7 +75,7 @@ void deformByTargets(Deformation& deformation) {
         const double* weight = baseWeights != nullptr ? baseWeights->find(static_cast<int>(k / 3)) : nullptr;
         const double factor = weight != nullptr ? deformation.envelope * *weight : deformation.envelope;
         for (std::size_t part = k; part < k + 3; ++part) {
-            // Untouched coordinates keep their sign of zero.
+            // Coordinates without a delta keep the sign of their zero.
             if (sums[part] == 0.0) continue;
             deformation.points[part] =
                 static_cast<float>(static_cast<double>(deformation.points[part]) + factor * sums[part]);
@@ -82,7 +84,8 @@ void deformByTargets(Deformation& deformation) {
 }
 
 graph::ComputedValue computeBlendShape(graph::Graph& graph, const graph::Plug& output) {
-    // Also where the envelope or the node state leaves the geometry as it is: the node is evaluated.
+    // Needed even if the envelope or the node state leaves the geometry unchanged: the node is evaluated all
+    // the same.
     takeLiveDeltas(graph, output.node(), output.logicalIndex());
     return computeDeformer(graph, output, deformByTargets);
 }

@@ -1,3 +1,5 @@
+// The node types of construction history: polyCube and the other primitives, polyUnite.
+
 #include "geometry/primitives.h"
 #include "nodes/meshData.h"
 #include "nodes/plugs.h"
@@ -10,7 +12,7 @@ namespace {
 using graph::AttributeSpec;
 using graph::ValueKind;
 
-/// A mesh from the attributes of a construction history node; null where there is none to be had.
+/// A mesh from the attributes of a construction history node; null if it cannot be made.
 using MeshFunction = MeshPtr (*)(graph::Graph& graph, const graph::NodeRef& node);
 
 /// Reads the numbers of one node by name.
@@ -18,7 +20,7 @@ class Numbers {
   public:
     Numbers(graph::Graph& graph, const graph::NodeRef& node) : graph_(graph), node_(node) {}
     double operator()(std::string_view name) const { return graph_.number(node_->plug(name)); }
-    /// A number of subdivisions, kept to what can be built in reasonable memory.
+    /// A number of subdivisions, limited to what can be built in reasonable memory.
     int count(std::string_view name) const {
         constexpr double kMost = 4000.0;
         const double value = (*this)(name);
@@ -91,8 +93,8 @@ MeshPtr united(graph::Graph& graph, const graph::NodeRef& node) {
     return std::make_shared<MeshData>(std::move(result.mesh));
 }
 
-/// The type's behaviour around its mesh function. A mesh that came out as before keeps its address: any
-/// change further up, a transform moved for one, asks for a new one.
+/// The type's behaviour, with its mesh function. A mesh equal to the last one keeps its address: any change
+/// upstream, such as a moved transform, asks for a new one.
 graph::NodeBehaviour making(MeshFunction make) {
     graph::NodeBehaviour behaviour;
     behaviour.compute = [make](graph::Graph& graph, const graph::Plug& output) -> graph::ComputedValue {

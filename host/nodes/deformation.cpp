@@ -9,17 +9,18 @@ namespace host::nodes {
 
 namespace {
 
-/// nodeState of a node that passes its input through.
+/// nodeState of a node that passes its input through unchanged.
 constexpr double kHasNoEffect = 1.0;
 
-/// The group that an input belongs to; nothing where it takes the whole geometry.
+/// The group that an input belongs to; null if it takes the whole geometry.
 const VertexGroup* groupOf(const MeshData& mesh, int id) {
     const auto found = std::find_if(mesh.groups.begin(), mesh.groups.end(),
                                     [&](const VertexGroup& group) { return group.id == id; });
     return found != mesh.groups.end() ? &*found : nullptr;
 }
 
-/// Which vertices the deformer owns: those of its group, else those of its tag expression. Nothing means all.
+/// Which vertices the deformer owns: those of its group, else those of its tag expression. Nothing means all
+/// vertices.
 std::optional<std::vector<bool>> membership(graph::Graph& graph, const graph::Plug& input,
                                             const MeshData& mesh) {
     const graph::Plug groupId = childPlug(input, "groupId");

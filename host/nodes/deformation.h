@@ -7,7 +7,7 @@
 #include "graph/graph.h"
 #include "nodes/meshData.h"
 
-/// What all deformers share: the frame around the arithmetic of one of them.
+/// What all deformers share: everything around the arithmetic of a particular one.
 namespace host::nodes {
 
 /// One evaluation of one geometry of a deformer.
@@ -17,24 +17,25 @@ struct Deformation {
     int geometryIndex = 0;
     double envelope = 1.0;
     const MeshData& input;
-    std::vector<float>& points;  // of the result, x y z per vertex; the input's to begin with
+    std::vector<float>& points;  // of the result, x y z per vertex; starts as the points of the input
 };
 
-/// Moves `points`. Looks at no membership: vertices that the deformer does not own are put back afterwards.
+/// Moves `points`. It ignores membership: vertices that the deformer does not own are restored afterwards.
 using DeformFunction = void (*)(Deformation&);
 
-/// Value of a deformer's outputGeometry element. The input mesh itself when the deformer changes nothing
-/// (envelope 0, nodeState HasNoEffect, or equal points), the last result where that is still true.
+/// Value of a deformer's outputGeometry element. It is the input mesh itself if the deformer changes nothing
+/// (envelope 0, nodeState HasNoEffect, or equal points), and the last result if the new one is equal to it.
 graph::ComputedValue computeDeformer(graph::Graph& graph, const graph::Plug& output, DeformFunction deform);
 
-/// What a deformer remembers between evaluations; lives in its node's extension.
+/// What a deformer remembers between evaluations. It is kept in the node's extension.
 struct DeformerMemory {
     std::map<int, MeshPtr> lastOutputs;  // by geometry index
-    std::shared_ptr<void> own;           // of the deformer's type
+    std::shared_ptr<void> own;           // private data of the deformer's type
 };
 DeformerMemory& deformerMemory(graph::Node& node);
 
-/// Which of a mesh's vertices a component list names; runs that end before they start ("vtx[*]") name all.
+/// Which vertices of a mesh a component list names. Runs that end before they start ("vtx[*]") name all of
+/// them.
 std::vector<bool> verticesIn(const graph::ComponentListData& components, int vertexCount);
 
 }  // namespace host::nodes

@@ -1,3 +1,5 @@
+// The node types of deformer chains: geometryFilter, tweak, groupParts, groupId.
+
 #include <algorithm>
 
 #include "nodes/deformation.h"
@@ -59,7 +61,7 @@ graph::ComputedValue computeTweak(graph::Graph& graph, const graph::Plug& output
     return computeDeformer(graph, output, deformByTweak);
 }
 
-/// The incoming mesh with the node's group among its groups.
+/// The incoming mesh, with the node's group added to its groups.
 graph::ComputedValue computeGroupParts(graph::Graph& graph, const graph::Plug& output) {
     const graph::NodeRef& node = output.node();
     MeshPtr in = graph::dataAs<MeshData>(graph.data(node->plug("inputGeometry")));
@@ -81,12 +83,12 @@ graph::ComputedValue computeGroupParts(graph::Graph& graph, const graph::Plug& o
     return last = keepAddress(last, std::make_shared<MeshData>(in->mesh, std::move(groups)));
 }
 
-/// Ids only have to differ between groups and to stay the same from run to run.
+/// Ids only have to differ between groups, and to be the same in every run.
 graph::ComputedValue computeGroupId(graph::Graph&, const graph::Plug& output) {
     return static_cast<double>(output.node()->id());
 }
 
-/// Whoever goes out of a chain leaves its input to who comes after it.
+/// A deformer that leaves a chain passes its input to the next one.
 graph::Plug passDeformer(const graph::Plug& output) {
     if (output.attribute().longName() != "outputGeometry") return {};
     return childPlug(output.node()->plug("input").element(output.logicalIndex()), "inputGeometry");
@@ -120,7 +122,7 @@ void addDeformerTypes(graph::NodeTypes& types) {
     types.add({"tweak",
                "geometryFilter",
                {graph::number("relativeTweak", "rtw", ValueKind::Bool).withDefault(1),
-                // plist serves other geometry than meshes and moves nothing here.
+                // plist is for other geometry than meshes. It moves nothing here.
                 graph::compound("plist", "pl", {controlPoints()}).array(),
                 graph::compound("vlist", "vl", {vertexOffsets()}).array()},
                tweaking});

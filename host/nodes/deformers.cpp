@@ -13,7 +13,8 @@ bool isMesh(const graph::NodeRef& node) {
     return node->isA("mesh");
 }
 
-/// The geometry input behind a geometry output of a deformer or groupParts node; empty for other nodes.
+/// The geometry input that belongs to a geometry output of a deformer or groupParts node; empty for other
+/// nodes.
 graph::Plug chainInput(const graph::Plug& output) {
     const graph::NodeRef& node = output.node();
     if (output.attribute().longName() != "outputGeometry") return {};
@@ -22,12 +23,12 @@ graph::Plug chainInput(const graph::Plug& output) {
     return node->isA("groupParts") ? node->plug("inputGeometry") : graph::Plug();
 }
 
-/// Geometry outputs from the one that feeds a shape upwards, ending with the first that is no deformer's:
-/// the Orig shape's, construction history's, or none.
+/// The geometry outputs of a chain, from the shape upwards. The last one does not belong to a deformer: it
+/// belongs to the Orig shape or to construction history, or is empty.
 std::vector<graph::Plug> chainOf(const graph::Graph& graph, const graph::NodeRef& shape) {
     std::vector<graph::Plug> outputs;
     for (graph::Plug at = graph.source(shape->plug("inMesh")); at;) {
-        // A chain that bites its own tail ends where it would start again.
+        // A chain that leads back to itself ends where it would start again.
         if (std::find(outputs.begin(), outputs.end(), at) != outputs.end()) break;
         outputs.push_back(at);
         const graph::Plug input = chainInput(at);
@@ -50,7 +51,7 @@ void moveOffsets(graph::Graph& graph, const graph::NodeRef& shape, const graph::
     graph.clearElements(offsets);
 }
 
-/// Puts an Orig shape between a shape and what feeds the start of its chain.
+/// Puts an Orig shape between a shape and the source of its chain.
 graph::NodeRef insertOriginal(graph::Graph& graph, const graph::NodeRef& shape) {
     const MeshPtr stored = incomingMesh(graph, shape);
     graph::NodeRef original = graph.createNode(shape->type(), shape->name() + "Orig", shape->parent());
@@ -79,7 +80,7 @@ graph::NodeRef obtainOriginal(graph::Graph& graph, const graph::NodeRef& shape) 
     return insertOriginal(graph, shape);
 }
 
-/// Puts a deformer's geometry between what feeds `destination` and `destination`.
+/// Puts a deformer's geometry between `destination` and its source.
 void insertDeformer(graph::Graph& graph, const graph::NodeRef& deformer, int index,
                     const graph::NodeRef& original, const graph::Plug& destination) {
     const graph::Plug before = graph.source(destination);
@@ -102,7 +103,7 @@ void connectNext(graph::Graph& graph, const graph::Plug& source, const graph::Pl
     graph.connect(source, array.element(graph.nextIndex(array)));
 }
 
-/// What a legacy chain has beside a deformer: a set of what it deforms, and the names of the helper nodes.
+/// What a legacy chain has besides a deformer: a set of what it deforms, and the names of the helper nodes.
 struct LegacyGroup {
     graph::NodeRef set;
     std::string partsName;
@@ -121,8 +122,8 @@ LegacyGroup makeLegacyGroup(graph::Graph& graph, const graph::NodeRef& deformer)
     return group;
 }
 
-/// As insertDeformer, with a groupParts node in front of the deformer, a groupId for both and the shape in
-/// the deformer's set. Nothing feeds originalGeometry.
+/// Like insertDeformer, with a groupParts node before the deformer, a groupId for both, and the shape in the
+/// deformer's set. originalGeometry gets no connection.
 void insertGrouped(graph::Graph& graph, const graph::NodeRef& deformer, int index,
                    const graph::NodeRef& shape, const graph::Plug& destination, const LegacyGroup& group) {
     const graph::Plug before = graph.source(destination);
@@ -145,7 +146,7 @@ void insertGrouped(graph::Graph& graph, const graph::NodeRef& deformer, int inde
     connectNext(graph, id->plug("message"), group.set->plug("groupNodes"));
 }
 
-/// Makes a tweak node at the front of the chain behind the shape's original.
+/// Makes a tweak node at the front of the chain, after the shape's original.
 graph::NodeRef insertTweak(graph::Graph& graph, const graph::NodeRef& shape, const graph::NodeRef& original) {
     const graph::NodeRef tweak = makeNode(graph, "tweak");
     const std::vector<graph::Plug> chain = chainOf(graph, shape);
@@ -223,7 +224,7 @@ std::vector<graph::NodeRef> deformersOf(const graph::Graph& graph, const graph::
 
 graph::NodeRef deformedShape(const graph::Graph& graph, const graph::NodeRef& deformer, int geometryIndex) {
     std::vector<graph::Plug> open{deformer->plug("outputGeometry").element(geometryIndex)};
-    // The first way that leads to a shape counts; a chain has one.
+    // The first path that leads to a shape is taken: a chain has only one.
     for (std::size_t next = 0; next < open.size(); ++next) {
         for (const graph::Plug& fed : graph.destinations(open[next])) {
             const graph::NodeRef& node = fed.node();

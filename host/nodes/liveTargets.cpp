@@ -17,10 +17,10 @@ namespace host::nodes {
 
 namespace {
 
-/// What is known of an item's mesh.
+/// What is known about an item's mesh.
 struct LiveTarget {
-    MeshPtr seen;                // as it was when the deltas were made or written; null when they never were
-    bool isOutstanding = false;  // was disconnected before an evaluation saw its last change
+    MeshPtr seen;                // as it was when the deltas were made or written; null if they never were
+    bool isOutstanding = false;  // the mesh was disconnected before an evaluation saw its last change
 };
 
 using ItemKey = std::array<int, 3>;  // base, weight and item index
@@ -43,7 +43,7 @@ LiveTarget knownOf(const graph::Plug& item) {
     return found != known.end() ? found->second : LiveTarget();
 }
 
-/// Changes what is known of an item, recorded.
+/// Changes what is known about an item. The change is recorded.
 void know(graph::Graph& graph, const graph::Plug& item, const LiveTarget& now) {
     const auto remember = [item](const LiveTarget& target) {
         return [item, target](graph::Graph&) { liveTargets(*item.node())[keyOf(item)] = target; };
@@ -53,7 +53,8 @@ void know(graph::Graph& graph, const graph::Plug& item, const LiveTarget& now) {
     graph.record(remember(old), remember(now));
 }
 
-/// Deltas are made without a record: undo brings back those that there were when a mesh came or went.
+/// Making deltas is not recorded. So undo restores the deltas from before a mesh was connected or
+/// disconnected.
 void recordDeltas(graph::Graph& graph, const graph::Plug& item) {
     graph.recordStored(childPlug(item, kPointsTarget));
     graph.recordStored(childPlug(item, kComponentsTarget));
@@ -67,7 +68,7 @@ bool isGeomTarget(const graph::Attribute& attribute) {
     return attribute.longName() == kGeomTarget;
 }
 
-/// The mesh at an item, connected or kept; null when there is none.
+/// The mesh at an item, connected or kept; null if there is none.
 MeshPtr targetMesh(graph::Graph& graph, const graph::Plug& item) {
     return graph::dataAs<MeshData>(graph.data(childPlug(item, kGeomTarget)));
 }
@@ -138,7 +139,7 @@ void liveTargetDisconnecting(graph::Graph& graph, const graph::Plug& destination
             into.storeDerived(childPlug(item, kComponentsTarget), components);
         };
         store(graph);
-        // Redo finds no mesh to take them from.
+        // Redo has no mesh to make them from.
         graph.record([](graph::Graph&) {}, store);
     }
     known.isOutstanding = !isTaken;

@@ -13,7 +13,7 @@ namespace {
 constexpr const char* kName = "colorName";
 constexpr const char* kColors = "vertexColors";
 
-/// Element of the set of a name; empty when there is none.
+/// Element of the set with a name; empty if there is none.
 graph::Plug findSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name) {
     const graph::Plug sets = shape->plug("colorSet");
     for (const int index : graph.elements(sets)) {

@@ -10,14 +10,14 @@
 
 namespace host::nodes {
 
-/// Which vertices belong to the group that a groupId node stands for.
+/// The vertices of the group that a groupId node identifies.
 struct VertexGroup {
     int id = 0;
     std::shared_ptr<const graph::ComponentListData> components;
 };
 
-/// A mesh as it travels along connections. One that did not change keeps its address through evaluations, so
-/// equal addresses mean an equal mesh.
+/// A mesh as it is passed along connections. A mesh that does not change keeps its address through
+/// evaluations, so equal addresses mean equal meshes.
 class MeshData final : public graph::Data {
   public:
     explicit MeshData(geometry::Mesh content, std::vector<VertexGroup> members = {})
@@ -35,7 +35,7 @@ using MeshPtr = std::shared_ptr<const MeshData>;
 /// Whether both are the same mesh: one topology object and equal points. Linear at worst.
 bool isSameMesh(const MeshPtr& a, const MeshPtr& b);
 
-/// `last` when it says the same as `fresh`, otherwise `fresh`: keeps addresses stable.
+/// `last` if it is equal to `fresh`, otherwise `fresh`. This keeps addresses stable.
 MeshPtr keepAddress(const MeshPtr& last, MeshPtr fresh);
 
 }  // namespace host::nodes

@@ -16,7 +16,7 @@ graph::NodeRef createEmptyShape(graph::Graph& graph, const std::string& name, gr
                             &transform);
 }
 
-/// Where the number at the end of a name starts; the name's length when it has none.
+/// Where the number at the end of a name starts; the name's length if it has no number.
 std::size_t numberStart(const std::string& name) {
     std::size_t start = name.size();
     while (start > 1 && std::isdigit(static_cast<unsigned char>(name[start - 1])) != 0)
@@ -33,7 +33,7 @@ void addToTriple(graph::Graph& graph, const graph::Plug& element, const geometry
     }
 }
 
-/// Name that the copy of a shape gets below a new transform.
+/// The name of a copied shape below a new transform.
 std::string shapeCopyName(graph::Graph& graph, const graph::Node& shape, const graph::Node& transform) {
     if (graph.variants().copyNames == graph::CopyNames::Appended) return shape.name() + "_copy1";
     return shapeNameFor(transform.name());

@@ -1,3 +1,5 @@
+// The node types from shape to mesh: their attributes and outputs.
+
 #include "nodes/meshData.h"
 #include "nodes/meshNode.h"
 #include "nodes/plugs.h"
@@ -10,7 +12,7 @@ namespace {
 using graph::AttributeSpec;
 using graph::ValueKind;
 
-/// @param letter  stands for the compound in its children's short names: "bbnx" for boundingBoxMinX
+/// @param letter  is used for the compound in its children's short names: "bbnx" for boundingBoxMinX
 AttributeSpec boundOutput(const char* longName, const char* shortName, char letter) {
     std::vector<AttributeSpec> children;
     for (const char axis : {'X', 'Y', 'Z'}) {
@@ -20,7 +22,7 @@ AttributeSpec boundOutput(const char* longName, const char* shortName, char lett
     return graph::compound(longName, shortName, std::move(children));
 }
 
-/// `in` plus the shape's pnts; `in` itself where they change nothing.
+/// `in` plus the shape's pnts; `in` itself if they change nothing.
 MeshPtr withOffsets(const MeshPtr& in, const graph::NumberMulti* offsets) {
     if (in == nullptr || offsets == nullptr) return in;
     const std::vector<int>& vertices = offsets->indices();
@@ -62,14 +64,14 @@ double computeBound(graph::Graph& graph, const graph::Plug& output) {
 graph::ComputedValue computeMeshOutput(graph::Graph& graph, const graph::Plug& output) {
     const std::string& name = output.attribute().longName();
     if (name == "outMesh") return computeMesh(graph, output.node());
-    // A shape's world mesh is its object-space mesh: who needs world space has the matrices.
+    // A shape's world mesh is its object-space mesh: callers that need world space have the matrices.
     if (name == "worldMesh") return graph.data(output.node()->plug("outMesh"));
     if (output.attribute().path().front()->longName() == "boundingBox") return computeBound(graph, output);
     return computeDagOutput(graph, output);
 }
 
-/// An intermediate shape at the start of a deformer chain goes with its chain; a live target of a blend shape
-/// does not.
+/// An intermediate shape at the start of a deformer chain is deleted with its chain. A live target of a blend
+/// shape is not.
 bool isOriginal(const graph::Node& shape) {
     const graph::Attribute* intermediate = shape.findAttribute("intermediateObject");
     if (shape.storedNumber({intermediate, {}, 0}) == 0.0) return false;

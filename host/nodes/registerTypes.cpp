@@ -1,3 +1,5 @@
+// Registers the node types, and makes the default nodes of a scene.
+
 #include "nodes/registerTypes.h"
 
 #include "nodes/meshNode.h"

@@ -7,7 +7,7 @@ namespace host::nodes {
 /// Registers every node type. Called once, before anything else is done with the graph.
 void registerTypes(graph::NodeTypes& types);
 
-/// Readies a graph whose types are registered: component names resolve, and the default nodes stand there
+/// Prepares a graph whose types are registered: component names can be resolved, and the default nodes exist
 /// (time1, lambert1, initialShadingGroup, renderPartition). Not recorded.
 void setUpScene(graph::Graph& graph);
 

@@ -1,3 +1,5 @@
+// The node types time, lambert and network.
+
 #include "nodes/schema.h"
 
 namespace host::nodes {
@@ -22,7 +24,7 @@ AttributeSpec color(const char* longName, const char* shortName, double value) {
 }  // namespace
 
 void addSceneTypes(graph::NodeTypes& types) {
-    // What the time slider sets; everything that moves reads it.
+    // The time slider sets it. Everything animated reads it.
     types.add({"time", "node", {graph::number("outTime", "o", ValueKind::Time)}});
     types.add({"network", "node"});
     types.add({"shadingDependNode", "node", {}, {}, true});
@@ -31,7 +33,7 @@ void addSceneTypes(graph::NodeTypes& types) {
                {color("color", "c", 0.5), color("transparency", "it", 0.0),
                 color("ambientColor", "ambc", 0.0), color("incandescence", "ic", 0.0),
                 graph::number("diffuse", "dc", ValueKind::Float).withDefault(0.8).keyable(),
-                // Nothing renders here: a place to connect from.
+                // Nothing renders here. It only exists for connections.
                 color("outColor", "oc", 0.0)}});
 }
 

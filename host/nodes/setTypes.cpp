@@ -1,3 +1,5 @@
+// The node types objectSet, shadingEngine and partition.
+
 #include "nodes/schema.h"
 
 namespace host::nodes {
@@ -5,7 +7,7 @@ namespace host::nodes {
 void addSetTypes(graph::NodeTypes& types) {
     using graph::message;
     graph::NodeBehaviour grouping;
-    // The set of a deformer's members goes with the deformer.
+    // The set of a deformer's members is deleted with the deformer.
     grouping.diesWithSources = [](const graph::Attribute& attribute) {
         return attribute.longName() == "usedBy";
     };

@@ -16,7 +16,7 @@ struct Membership {
     graph::SelectionItem item;
 };
 
-/// Components of an objectGroups element, all kinds in one list of one component a kind.
+/// Components of an objectGroups element: one component per kind.
 std::vector<graph::Component> componentsOf(graph::Graph& graph, const graph::Plug& objectGroup) {
     std::vector<graph::Component> result;
     const auto list =
@@ -47,7 +47,7 @@ bool isMemberAttribute(const graph::Attribute& attribute) {
     return attribute.longName() == "dagSetMembers" || attribute.longName() == "dnSetMembers";
 }
 
-/// Appends what a member plug of a set stands for: nothing when nothing feeds it.
+/// Appends the members that a member plug of a set connects: none if it has no connection.
 void appendMemberships(graph::Graph& graph, const graph::Plug& member, std::vector<Membership>& result) {
     const graph::Plug source = graph.source(member);
     if (!source) return;
@@ -69,8 +69,8 @@ std::vector<Membership> memberships(graph::Graph& graph, const graph::NodeRef& s
     return result;
 }
 
-/// The part of `memberships` that is about one node, in the same order, found from the node's side: sets
-/// may have thousands of members, a node is in few sets.
+/// The part of `memberships` that belongs to one node, in the same order. It is found from the node's side:
+/// sets may have thousands of members, but a node is in few sets.
 std::vector<Membership> membershipsOf(graph::Graph& graph, const graph::NodeRef& set,
                                       const graph::NodeRef& node) {
     std::vector<graph::Plug> plugs;
@@ -101,7 +101,7 @@ bool overlap(const graph::SelectionItem& a, const graph::SelectionItem& b) {
 
 std::vector<Membership> overlapping(graph::Graph& graph, const graph::NodeRef& set,
                                     const graph::SelectionItem& item) {
-    if (item.node == nullptr) return {};  // what memberFor finds where there is no shape
+    if (item.node == nullptr) return {};  // memberFor found no shape
     std::vector<Membership> result = membershipsOf(graph, set, item.node);
     result.erase(std::remove_if(result.begin(), result.end(),
                                 [&](const Membership& entry) { return !overlap(entry.item, item); }),
@@ -113,7 +113,7 @@ void connectNext(graph::Graph& graph, const graph::Plug& source, const graph::Pl
     graph.connect(source, array.element(graph.nextIndex(array)));
 }
 
-/// Ends one membership; an objectGroups element that stood for it goes with its groupId node.
+/// Ends one membership. Its objectGroups element, if any, is removed with the groupId node.
 void endMembership(graph::Graph& graph, const graph::Plug& member, const graph::Plug& source) {
     if (graph.source(member) != source) return;
     graph.disconnect(member);
@@ -130,7 +130,7 @@ void endMembership(graph::Graph& graph, const graph::Plug& member, const graph::
     graph.removeElement(source);
 }
 
-/// An element of the node's objectGroups for components in this set, connected and numbered.
+/// Adds an element to the node's objectGroups for components in this set, connected and numbered.
 void addComponents(graph::Graph& graph, const graph::NodeRef& set, const graph::NodeRef& node,
                    const graph::Component& component) {
     const graph::Plug groups = childPlug(node->plug("instObjGroups").element(0), "objectGroups");
@@ -145,7 +145,7 @@ void addComponents(graph::Graph& graph, const graph::NodeRef& set, const graph::
 void addMember(graph::Graph& graph, const graph::NodeRef& set, const graph::SelectionItem& item) {
     const graph::NodeRef& node = item.node;
     if (!item.component) {
-        // The whole object takes the place of its components.
+        // The whole object replaces its components.
         removeFromSet(graph, set, item);
         if (node->type().isDag()) {
             connectNext(graph, node->plug("instObjGroups").element(0), set->plug("dagSetMembers"));

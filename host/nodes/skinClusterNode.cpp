@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* kLockAttribute = "lockInfluenceWeights";
 
-/// No node is born with the attribute, joints neither: the first skin cluster adds it.
+/// No node has the attribute at first, not even a joint: the first skin cluster adds it.
 graph::Plug obtainLock(graph::Graph& graph, const graph::NodeRef& influence) {
     if (graph::Plug present = influence->plug(kLockAttribute)) return present;
     graph::AttributeSpec lock = graph::number(kLockAttribute, "liw", graph::ValueKind::Bool);
@@ -25,7 +25,7 @@ graph::Plug obtainLock(graph::Graph& graph, const graph::NodeRef& influence) {
     return influence->plug(kLockAttribute);
 }
 
-/// A skinned shape is moved by its influences alone.
+/// Only its influences move a skinned shape.
 void lockTransform(graph::Graph& graph, graph::Node& transform) {
     for (const char* name : {"translate", "rotate", "scale"}) {
         const graph::Plug triple = transform.plug(name);
@@ -37,7 +37,8 @@ void lockTransform(graph::Graph& graph, graph::Node& transform) {
     }
 }
 
-/// First weights of all vertices, written past the recorder: the node is new and goes as a whole.
+/// The initial weights of all vertices. They are not recorded: the node is new, and undo removes it as a
+/// whole.
 void bindByDistance(graph::Graph& graph, const graph::NodeRef& skinCluster, const SkinOptions& options) {
     const graph::RecordingScope silent(graph, nullptr);
     const BindPose pose = bindPoseOf(graph, skinCluster);
@@ -55,7 +56,7 @@ void bindByDistance(graph::Graph& graph, const graph::NodeRef& skinCluster, cons
     setWeightRows(graph, skinCluster, rows);
 }
 
-/// Breaks what feeds an element of a multi and takes the element out.
+/// Breaks the connections into an element of a multi and removes the element.
 void dropElement(graph::Graph& graph, const graph::Plug& element) {
     for (const graph::Connection& connection : graph.connectionsBelow(element))
         graph.disconnect(connection.destination);

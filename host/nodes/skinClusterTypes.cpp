@@ -1,3 +1,5 @@
+// The node type skinCluster: its attributes and its deformation.
+
 #include <algorithm>
 #include <array>
 
@@ -18,18 +20,19 @@ using graph::ValueKind;
 constexpr double kClassicLinear = 0.0;
 constexpr double kPostNormalization = 2.0;
 
-/// An affine matrix without its last column: three numbers a row.
+/// An affine matrix without its last column: three numbers per row.
 using AffineMatrix = std::array<double, 12>;
 
-/// From the geometry's object space through each influence and back, by logical index.
+/// For each influence, by logical index, the matrix from the geometry's object space through the influence
+/// and back.
 struct InfluenceMatrices {
     std::vector<int> indices;
     std::vector<AffineMatrix> matrices;
 
-    /// The identity for an index that no matrix was ever given.
+    /// The identity for an index that never got a matrix.
     const AffineMatrix& at(int index) const {
         static constexpr AffineMatrix kIdentity{1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0};
-        // Without a gap before it an index is its own position.
+        // If there is no gap before an index, it is its own position.
         const auto guess = static_cast<std::size_t>(index);
         if (guess < indices.size() && indices[guess] == index) return matrices[guess];
         const auto found = std::lower_bound(indices.begin(), indices.end(), index);
@@ -71,7 +74,7 @@ void movePoint(float* point, const AffineMatrix& blended, double envelope) {
     }
 }
 
-/// Classic linear skinning. A vertex without weights stays where it is.
+/// Classic linear skinning. A vertex without weights does not move.
 void deformBySkin(Deformation& deformation) {
     graph::Graph& graph = deformation.graph;
     const graph::NodeRef& node = deformation.node;

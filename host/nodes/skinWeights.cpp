@@ -10,7 +10,7 @@ namespace host::nodes {
 
 namespace {
 
-/// Sums that differ from 1 by rounding only are not worth a warning.
+/// Sums that differ from 1 only by rounding need no warning.
 constexpr double kTolerance = 1e-9;
 
 constexpr double kShareDropoff = 4.0;
@@ -43,7 +43,7 @@ RoleSums sumsOf(const std::vector<double>& weights, const std::vector<WeightRole
     return sums;
 }
 
-/// Gives the free weights, all 0, what is left by their distance.
+/// Gives the free weights, which are all 0, the rest by their distance.
 void shareByDistance(std::vector<double>& weights, const std::vector<WeightRole>& roles, double rest,
                      const std::vector<double>& distances) {
     std::vector<double> ofFree;
@@ -76,8 +76,9 @@ void appendRow(WeightRows& rows, int vertex, const graph::NumberMulti* weights) 
 /// A weight of 0 takes no element, but undo brings back one that was set by hand.
 enum class Zeros { Dropped, Kept };
 
-/// Writes one row without recording. @param weights  where it goes
-/// @param present  what is there now, null for nothing
+/// Writes one row without recording.
+/// @param weights  the array to write to
+/// @param present  its current weights, null for none
 void writeRow(graph::Graph& graph, const graph::Plug& weights, const WeightRows& rows, std::size_t row,
               const graph::NumberMulti* present, Zeros zeros) {
     std::vector<std::pair<int, double>> wanted;

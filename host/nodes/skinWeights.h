@@ -8,50 +8,50 @@
 
 #include "graph/graph.h"
 
-/// Weights of skin clusters: their arithmetic for one vertex, and reading and writing them for many.
+/// Weights of skin clusters: arithmetic for one vertex, and reading and writing for many.
 namespace host::nodes {
 
-/// How a weight takes part when the weights of a vertex are brought to a sum of 1.
+/// What happens to a weight when the weights of a vertex are brought to a sum of 1.
 enum class WeightRole : unsigned char {
     Free,    // scaled to fill what the others leave
-    Given,   // just set: keeps its value where that is possible
+    Given,   // just set: keeps its value if possible
     Locked,  // never changes
 };
 
-/// Weights by distance: 1 / distance^dropoff for the `maxInfluences` nearest, the sum being 1. Those at
-/// distance 0 share all.
+/// Weights by distance: 1 / distance^dropoff for the `maxInfluences` nearest, scaled to a sum of 1. If some
+/// distances are 0, these influences share all the weight.
 std::vector<double> closestWeights(const std::vector<double>& distances, double dropoff, int maxInfluences);
 
-/// Brings the weights of one vertex to a sum of 1, both vectors being by influence. What the locked ones
-/// leave belongs to the given ones first and to the free ones, in proportion, after them.
+/// Brings the weights of one vertex to a sum of 1. Both vectors are by influence. What the locked weights
+/// leave goes to the given ones first, and then to the free ones in proportion.
 ///
-/// Where all free ones are 0, and something was given, they share what is left by their distance; where there
-/// is no free one the given ones grow. With nothing given and all free ones 0 nothing changes.
-/// @param distances  of the vertex from each influence; asked for only where they are needed
-/// @return false when a given weight could not keep its value
+/// If something was given and all free weights are 0, the free ones share the rest by their distance. If no
+/// weight is free, the given ones grow. If nothing was given and all free weights are 0, nothing changes.
+/// @param distances  of the vertex from each influence; called only if they are needed
+/// @return false if a given weight could not keep its value
 bool normalizeWeights(std::vector<double>& weights, const std::vector<WeightRole>& roles,
                       const std::function<std::vector<double>()>& distances);
 
-/// The stored weights of some vertices, row after row; a row's influences are logical indices of the
+/// The stored weights of some vertices, row after row. The influences of a row are logical indices of the
 /// skinCluster's `matrix`, ascending.
 struct WeightRows {
     std::vector<int> vertices;
-    std::vector<std::size_t> starts{0};  // vertices + 1 offsets into the two below
+    std::vector<std::size_t> starts{0};  // number of vertices + 1 offsets into the two below
     std::vector<int> influences;
     std::vector<double> weights;
 
-    /// Ends the row of a vertex: everything appended to `influences` and `weights` since the row before.
+    /// Ends the row of a vertex: everything appended to `influences` and `weights` since the last row.
     void endRow(int vertex);
 };
 
 /// The attribute of the weights of one vertex, below weightList.
 const graph::Attribute& weightsBelow(const graph::Plug& weightList);
-/// Weights of one element of weightList; null where there are none. @param weights  weightsBelow() of the
-/// list
+/// Weights of one element of weightList; null if it has none.
+/// @param weights  weightsBelow() of the list
 const graph::NumberMulti* weightsOf(const graph::Slot& weightListElement, const graph::Attribute& weights);
 
-/// Calls `use(vertex, weights)` for the element of weightList with the lowest index, the next one, ... where
-/// there are weights. Connections into weights are not followed.
+/// Calls `use(vertex, weights)` for each element of weightList that has weights, by ascending index.
+/// Connections into weights are not followed.
 template <typename Use>
 void forEachWeightRow(const graph::NodeRef& skinCluster, Use&& use) {
     const graph::Plug list = skinCluster->plug("weightList");
@@ -65,11 +65,11 @@ void forEachWeightRow(const graph::NodeRef& skinCluster, Use&& use) {
     }
 }
 
-/// The rows of these vertices, empty ones for vertices without weights. O(n log n).
+/// The rows of these vertices, empty for vertices without weights. O(n log n).
 WeightRows weightRows(const graph::NodeRef& skinCluster, const std::vector<int>& vertices);
-/// The rows of all vertices that have one.
+/// The rows of all vertices that have weights.
 WeightRows weightRows(const graph::NodeRef& skinCluster);
-/// Replaces the rows of these vertices. Weights of 0 are left out of the node. Recorded as one step.
+/// Replaces the rows of these vertices. Weights of 0 are not stored. Recorded as one step.
 void setWeightRows(graph::Graph& graph, const graph::NodeRef& skinCluster, const WeightRows& rows);
 
 }  // namespace host::nodes

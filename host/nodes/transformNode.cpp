@@ -1,3 +1,5 @@
+// The node types transform and joint: their attributes and matrices.
+
 #include "nodes/transformNode.h"
 
 #include "nodes/plugs.h"
@@ -16,7 +18,7 @@ graph::Plug named(const graph::NodeRef& node, std::string_view name) {
 
 geometry::RotateOrder rotateOrderOf(graph::Graph& graph, const graph::NodeRef& transform) {
     const double value = graph.number(named(transform, "rotateOrder"));
-    // A number from a connection may be anything.
+    // A number from a connection may be out of range.
     return value >= 0.0 && value <= 5.0 ? static_cast<geometry::RotateOrder>(static_cast<int>(value))
                                         : geometry::RotateOrder::Xyz;
 }
@@ -30,8 +32,8 @@ bool inheritsTransform(graph::Graph& graph, const graph::NodeRef& node) {
     return !node->isA("transform") || graph.number(named(node, "inheritsTransform")) != 0.0;
 }
 
-/// Computes the world matrices above a node from the top, so that each finds its parent's. Hierarchies may be
-/// deeper than the machine's stack.
+/// Computes the world matrices above a node from the top, so that each one finds its parent's. Hierarchies
+/// may be deeper than the machine's stack.
 void computeAncestors(graph::Graph& graph, const graph::NodeRef& node) {
     std::vector<graph::NodeRef> ahead;
     graph::NodeRef at = node;
@@ -165,7 +167,7 @@ void setLocalMatrix(graph::Graph& graph, const graph::NodeRef& transform, const 
         geometry::Matrix4::scaling({1.0 / compensation.x, 1.0 / compensation.y, 1.0 / compensation.z});
     const geometry::TransformParts plain =
         geometry::decomposeTransform(matrix * parentScale, parts.rotateOrder);
-    // Rotate axis and joint orient turn before and after the rotation: both come out of what was found.
+    // Rotate axis and joint orient are applied before and after the rotation: both must be divided out.
     const bool isPlain = parts.rotateAxis == geometry::Vec3() && parts.jointOrient == geometry::Vec3();
     parts.rotate = isPlain
                        ? plain.rotate
