@@ -39,12 +39,12 @@ InterruptGuard::InterruptGuard() {
 #if defined(_WIN32)
     SetConsoleCtrlHandler(noteInterrupt, TRUE);
 #else
-    // Without SA_RESTART: waiting for the terminal ends, too.
+    // Without SA_RESTART, so that an interrupt also ends waiting for the terminal.
     struct sigaction action {};
     action.sa_handler = noteInterrupt;
     sigemptyset(&action.sa_mask);
     sigaction(SIGINT, nullptr, &previous);
-    // A program that was started in the background is not to be interrupted.
+    // A program that was started in the background must not be interrupted.
     if (previous.sa_handler != SIG_IGN) sigaction(SIGINT, &action, nullptr);
 #endif
 }

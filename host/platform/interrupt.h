@@ -4,11 +4,11 @@
 
 namespace host::platform {
 
-/// Set when the user interrupts the program (Ctrl-C) while an InterruptGuard lives; whoever acts on it clears
-/// it.
+/// Set when the user interrupts the program (Ctrl-C) while an InterruptGuard exists. The code that acts on it
+/// clears it.
 std::atomic<bool>& interruptFlag();
 
-/// While it lives, an interrupt sets the flag instead of ending the program. One at a time.
+/// While it exists, an interrupt sets the flag instead of ending the program. Only one may exist at a time.
 class InterruptGuard {
   public:
     InterruptGuard();

@@ -7,16 +7,16 @@
 /// What differs from one operating system to the next.
 namespace host::platform {
 
-/// A dynamic library in memory; it leaves with the object.
+/// A dynamic library in memory. It is unloaded with the object.
 class Library {
   public:
-    /// @param handle  what the operating system calls the library
+    /// @param handle  the operating system's handle of the library
     explicit Library(void* handle) : handle_(handle) {}
     ~Library();
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
-    /// Address of an exported function or variable, null when there is none of that name.
+    /// Address of an exported function or variable; null if there is none of that name.
     void* symbol(const std::string& name) const;
 
   private:
@@ -32,10 +32,10 @@ struct LibraryResult {
 /// @param path  in UTF-8
 LibraryResult openLibrary(const std::string& path);
 
-/// Suffixes of plug-in files, with their dot, the usual one first.
+/// Suffixes of plug-in files, with their dot. The usual one comes first.
 const std::vector<std::string>& pluginSuffixes();
 
-/// What separates the folders of a search path.
+/// The character between the folders of a search path.
 char searchPathSeparator();
 
 }  // namespace host::platform

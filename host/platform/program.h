@@ -4,7 +4,7 @@
 
 namespace host::platform {
 
-/// Folder of the running program, in UTF-8; empty when the system does not tell.
+/// Folder of the running program, in UTF-8; empty if the system does not tell it.
 std::string programFolder();
 
 }  // namespace host::platform

@@ -14,7 +14,7 @@ void prepareStreams() {
 #if !defined(_WIN32)
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (fcntl(stream, F_GETFD) != -1) continue;
-        // The lowest free number is given, and the wrong direction, so that using it fails as before.
+        // open() takes the lowest free number: this one. The wrong direction makes using it fail as before.
         const int wrongDirection = stream == STDIN_FILENO ? O_WRONLY : O_RDONLY;
         open("/dev/null", wrongDirection);
     }

@@ -30,7 +30,7 @@ bool isStandardInputATerminal() {
 
 std::optional<std::string> plainLine() {
     std::string line;
-    // A line that does not fit in memory is no end of the input: the failed allocation comes through.
+    // A line that does not fit in memory is not the end of the input: the failed allocation is passed on.
     std::cin.exceptions(std::ios::badbit);
     try {
         if (!std::getline(std::cin, line)) return std::nullopt;
@@ -41,12 +41,13 @@ std::optional<std::string> plainLine() {
     return line;
 }
 
-/// Waits for what is typed. @return false when an interrupt came first
+/// Waits for typed keys.
+/// @return false if an interrupt came first
 bool awaitKeys() {
 #if defined(_WIN32)
     return true;  // an interrupt ends the reading itself
 #else
-    constexpr int kMilliseconds = 200;  // an interrupt just before the waiting is seen after it
+    constexpr int kMilliseconds = 200;  // an interrupt just before the wait is seen after it
     pollfd input{STDIN_FILENO, POLLIN, 0};
     while (!interruptFlag()) {
         if (poll(&input, 1, kMilliseconds) > 0) return true;
@@ -61,7 +62,7 @@ std::optional<std::string> promptedLine(const std::string& prompt) {
     if (awaitKeys()) line = plainLine();
     if (line) return line;
     std::cout << std::endl;
-    // An interrupt may look like the end of the input, which it is not.
+    // An interrupt may look like the end of the input, but is not.
     if (interruptFlag()) std::cin.clear();
     return std::nullopt;
 }
@@ -80,7 +81,7 @@ void takeTypedLine(char* text) {
     rl_callback_handler_remove();
 }
 
-/// Key by key: the library's own waiting would go on after an interrupt.
+/// Key by key: the library's own wait would continue after an interrupt.
 std::optional<std::string> editedLine(const std::string& prompt) {
     rl_catch_signals = 0;
     typed = {};
@@ -89,7 +90,7 @@ std::optional<std::string> editedLine(const std::string& prompt) {
         rl_callback_read_char();
     if (!typed.isWhole) rl_callback_handler_remove();
     if (typed.text == nullptr) {
-        // The end was typed on the line of the prompt, and so was the interrupt.
+        // The end of the input, or the interrupt, was typed on the line of the prompt.
         std::cout << std::endl;
         return std::nullopt;
     }
@@ -99,7 +100,7 @@ std::optional<std::string> editedLine(const std::string& prompt) {
     return line;
 }
 
-/// The library edits nothing where it cannot show it.
+/// Without editing if the terminal cannot show it.
 std::optional<std::string> typedLine(const std::string& prompt) {
     return isatty(STDOUT_FILENO) != 0 ? editedLine(prompt) : promptedLine(prompt);
 }
