@@ -14,22 +14,23 @@ namespace host::batch {
 /// The running host: a scene, the commands, the plug-in loader, and what the program's options do with them.
 class Application {
   public:
-    /// An empty scene. The console has to outlive it.
+    /// An empty scene. The console must outlive it.
     explicit Application(Console& console);
     ~Application();
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
-    /// Loads DELVENTools from the program's folder; a warning when it is not there.
-    /// @return false when it is there and cannot be loaded
+    /// Loads DELVENTools from the program's folder. Warns if it does not exist.
+    /// @return false if it exists and cannot be loaded
     bool loadOwnPlugin();
 
-    /// Runs one action; errors are shown. @return false when it failed
+    /// Runs one action and shows its errors.
+    /// @return false if it failed
     bool run(const Action& action);
 
-    /// A script has called `quit`: nothing more is to be run.
+    /// Whether a script has called `quit`: nothing more may be run.
     bool hasQuit() { return registry_.interpreter().isStopped(); }
-    /// What `quit` asked for.
+    /// The exit status that `quit` asked for.
     int quitStatus() const { return registry_.exitStatus(); }
 
   private:
@@ -38,7 +39,7 @@ class Application {
     bool runText(const std::string& text);
     bool runScript(const std::string& path);
 
-    // The order in which these go matters: what stands later uses what stands before.
+    // The order of these members matters: later ones use earlier ones.
     Console& console_;
     graph::Graph graph_;
     mel::CommandRegistry registry_;

@@ -30,7 +30,7 @@ bool Console::openLog(const std::string& path) {
     logPath_ = path;
     log_.open(std::filesystem::u8path(path), std::ios::binary | std::ios::trunc);
     if (log_.is_open()) return true;
-    // Told by who asked; nothing was to be written to it yet.
+    // The caller reports it. Nothing had to be written to the log yet.
     log_.clear();
     return false;
 }
@@ -40,7 +40,7 @@ void Console::follow(const mel::Interpreter* interpreter) {
     thread_ = std::this_thread::get_id();
 }
 
-/// A thread that is not the script's may not look at what the script is doing.
+/// Another thread than the script's may not look at what the script is doing.
 mel::SourcePosition Console::place() const {
     if (interpreter_ == nullptr || std::this_thread::get_id() != thread_) return {};
     return interpreter_->currentPosition();
@@ -74,7 +74,7 @@ void Console::flush() {
 bool Console::hasArrived() {
     const std::lock_guard<std::mutex> lock(mutex_);
     std::cout.flush();
-    // The streams keep the failure of any write.
+    // A stream remembers the failure of any write.
     if (!std::cout) std::cerr << message("Error: ", "Standard output could not be written.");
     if (!log_) std::cerr << message("Error: ", "The log file " + logPath_ + " could not be written.");
     return std::cout && log_;

@@ -12,20 +12,23 @@
 
 namespace host::batch {
 
-/// The program's output: what scripts print and the results of typed lines go to standard output, messages to
-/// standard error in the forms of the script editor, all of it to the log file where there is one.
+/// The program's output. What scripts print, and the results of typed lines, go to standard output. Messages
+/// go to standard error, in the forms of the script editor. All of it also goes to the log file, if there is
+/// one.
 ///
-/// Warnings and errors say where in a script they arose, and in which procedures. Those of commands, which do
-/// not know, stand where the statement stands that is being executed.
+/// Warnings and errors say where in a script they arose, and in which procedures. Commands do not know this:
+/// their messages name the statement that is being executed.
 ///
-/// Any thread may call it; each call's text comes out in one piece.
+/// Any thread may call it. The text of each call comes out in one piece.
 class Console final : public mel::Output, public graph::MessageSink {
   public:
-    /// Copies all further output to a file, replacing it. @return false when it cannot be written
+    /// Copies all further output to a file, and replaces that file.
+    /// @return false if it cannot be written
     bool openLog(const std::string& path);
 
-    /// @param interpreter  whose statements the messages of commands belong to, where they come from the
-    ///                     thread of this call; null for none from now on
+    /// Names the interpreter whose statements the messages of commands belong to, if they come from the
+    /// thread of this call.
+    /// @param interpreter  null: no statements from now on
     void follow(const mel::Interpreter* interpreter);
 
     void print(std::string_view text) override;
@@ -39,11 +42,11 @@ class Console final : public mel::Output, public graph::MessageSink {
     void warning(const std::string& text) override { warning(text, place()); }
     void error(const std::string& text) override { error(text, place()); }
 
-    /// Whether everything printed so far has reached standard output, and everything at all the log. Says on
+    /// Whether everything printed so far has reached standard output, and everything at all the log. Names on
     /// standard error what has not.
     bool hasArrived();
 
-    /// Hands on what waits in standard output, so that a question after it is seen in its place.
+    /// Flushes standard output, so that a question that follows appears after it.
     void flush();
 
   private:
@@ -51,7 +54,7 @@ class Console final : public mel::Output, public graph::MessageSink {
     void write(std::string_view text, bool isMessage);
 
     const mel::Interpreter* interpreter_ = nullptr;
-    std::thread::id thread_;  // on which it runs
+    std::thread::id thread_;  // the thread on which the interpreter runs
     std::mutex mutex_;
     std::string logPath_;
     std::ofstream log_;

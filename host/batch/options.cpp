@@ -6,11 +6,11 @@ namespace host::batch {
 
 namespace {
 
-/// Options that stand for an action.
+/// Options that add an action.
 struct ActionOption {
     const char* name;
     Action::Kind kind;
-    const char* argument;  // null when it takes none
+    const char* argument;  // null if it takes no argument
     const char* help;
 };
 constexpr ActionOption kActions[] = {
@@ -38,7 +38,7 @@ bool endsInMel(const std::string& word) {
            word.compare(word.size() - kSuffix.size(), kSuffix.size(), kSuffix) == 0;
 }
 
-/// The option that a word stands for: some are also known as in other programs.
+/// The option that a word names. Some options have other names too, as in other programs.
 std::string optionNamed(const std::string& word) {
     if (word == "-h" || word == "--help") return "-help";
     return word == "--version" ? "-version" : word;

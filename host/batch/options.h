@@ -12,14 +12,14 @@ struct Action {
     std::string text{};  // file or script text
 };
 
-/// The command line taken apart.
+/// The parsed command line.
 struct Options {
-    std::vector<Action> actions{};  // in the order given; the prompt when none is given
-    bool autoloadsPlugins = true;   // not with -plugin or -noAutoloadPlugins
+    std::vector<Action> actions{};  // in the given order; the prompt if none is given
+    bool autoloadsPlugins = true;   // false with -plugin or -noAutoloadPlugins
     std::string logFile{};
     bool showsHelp = false;
     bool showsVersion = false;
-    std::string error{};  // what is wrong with the usage; empty when nothing is
+    std::string error{};  // what is wrong with the usage; empty if nothing is
 };
 
 /// @param words  without the program's name

@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kHowToLeave = "Type quit; to leave.";
 
-/// What many other prompts are left with.
+/// What users of other prompts type to leave.
 bool isExit(const std::string& entry) {
     const std::size_t first = entry.find_first_not_of(" \t\r\n");
     const std::size_t last = entry.find_last_not_of(" \t\r\n;()");
@@ -31,10 +31,10 @@ class EntryReader {
     explicit EntryReader(const mel::Interpreter& interpreter) : interpreter_(interpreter) {}
 
     bool isTerminal() const { return lines_.isTerminal(); }
-    /// Number of the line on which the last piece began. What a user types begins anew with each piece.
+    /// Number of the line on which the last piece began. At a terminal, each piece starts at 1.
     int firstLine() const { return isTerminal() ? 1 : firstLine_; }
 
-    /// The next piece; nothing at the end of the input. What is open there is handed out as it is.
+    /// The next piece; nothing at the end of the input. An unfinished piece at the end is returned unchanged.
     std::optional<std::string> next() {
         std::optional<std::string> entry = nextLine("mel: ");
         firstLine_ = lineCount_;
@@ -60,7 +60,8 @@ class EntryReader {
     }
 
     bool goesOn(const std::string& entry, mel::BracketCount& brackets) {
-        // Cheaper than the parser, and what is wrong inside brackets is one piece up to the last of them.
+        // This is cheaper than the parser. An error inside brackets also makes one piece up to the last of
+        // them.
         if (brackets.isOpenIn(entry)) return true;
         if (!isTerminal() && entry.size() < 2 * parsedSize_ && !mayEndIn(entry)) return true;
         parsedSize_ = entry.size();
@@ -77,15 +78,15 @@ class EntryReader {
         return false;
     }
 
-    /// Whether a statement may end where the text does. Others are parsed again only when they have doubled,
-    /// so that a statement of many lines takes linear time.
+    /// Whether a statement may end where the text ends. Other texts are parsed again only when their length
+    /// has doubled, so that a statement of many lines takes linear time.
     static bool mayEndIn(const std::string& entry) {
         const std::size_t last = entry.find_last_not_of(" \t\r\n");
         return last != std::string::npos && (entry[last] == ';' || entry[last] == '}');
     }
 
-    /// Nobody looks ahead at a terminal: an `else` there has to stand on the line of the closing brace.
-    /// Lines without code are none.
+    /// A terminal does not look ahead: there an `else` must be on the line of the closing brace. Lines
+    /// without code do not count.
     bool isFollowedByElse() {
         if (isTerminal()) return false;
         if (!isAhead_) ahead_ = lines_.read({});
@@ -116,7 +117,7 @@ bool runPrompt(mel::CommandRegistry& registry, Console& console) {
     options.echoResult = true;
     while (!registry.interpreter().isStopped()) {
         console.flush();
-        // Who waits for other input than a terminal's ends the program with an interrupt.
+        // While waiting for input other than a terminal's, an interrupt ends the program.
         if (!reader.isTerminal()) guard.reset();
         const std::optional<std::string> entry = reader.next();
         if (!entry && platform::interruptFlag().exchange(false)) {
@@ -131,7 +132,7 @@ bool runPrompt(mel::CommandRegistry& registry, Console& console) {
         options.firstLine = reader.firstLine();
         if (!guard) guard.emplace();
         if (!registry.run(*entry, {}, options).ok) allSucceeded = false;
-        // What came when the piece had just ended was meant for it.
+        // An interrupt just after the end of the piece was meant for the piece.
         platform::interruptFlag() = false;
     }
     return allSucceeded || reader.isTerminal();
