@@ -27,8 +27,7 @@ struct ObjGroup {
 struct ObjObject {
     std::string name;  ///< empty if the file names no object
     Mesh mesh;
-    std::vector<ObjGroup>
-        groups;  ///< in the order in which the file first names them, without the group "default"
+    std::vector<ObjGroup> groups;  ///< as the file first names them, without "default"
 };
 
 /// What an OBJ text holds, or which line of it is wrong.

@@ -26,7 +26,7 @@ std::optional<Value> toBoolean(const Value& word) {
     return std::nullopt;
 }
 
-/// Numbers may come as text: function syntax and composed arguments quote them.
+/// Numbers may be given as text: function syntax and composed arguments quote them.
 std::optional<Value> toNumber(const Value& word) {
     if (word.isNumber()) return word;
     const std::string* text = word.getIf<std::string>();
@@ -61,7 +61,7 @@ std::optional<Value> toType(const Value& word, ArgumentType type) {
     return std::nullopt;
 }
 
-/// Whether a word is a number, but none that fits the integer it is to be.
+/// Whether a word is a number that is too large for the integer type of the argument.
 bool isTooLarge(const Value& word, ArgumentType type) {
     const std::optional<Value> number = toNumber(word);
     return (type == ArgumentType::Int || type == ArgumentType::Unsigned) && number &&
@@ -91,7 +91,7 @@ bool isModeFlag(const Syntax& syntax, const std::string& word, bool query) {
     return query ? word == "-q" || word == "-query" : word == "-e" || word == "-edit";
 }
 
-/// Array words become their elements, so that a list variable may stand where several words may.
+/// Replaces array words by their elements, so that a list variable may be used instead of several words.
 std::vector<Value> flattened(std::vector<Value>&& words) {
     std::size_t total = 0;
     bool anyArray = false;
@@ -119,7 +119,7 @@ bool looksLikeFlag(const Value& word) {
     return text && text->size() > 1 && (*text)[0] == '-' && isLetter((*text)[1]);
 }
 
-/// Fills a ParsedArguments word by word; the first misfit ends it.
+/// Fills a ParsedArguments word by word. The first word that does not fit ends it.
 class ArgumentParser {
   public:
     ArgumentParser(const Syntax& syntax, std::vector<Value>&& words) : syntax_(syntax), parsed_(syntax) {
@@ -142,8 +142,8 @@ class ArgumentParser {
     }
 
   private:
-    /// The mode decides which flags have arguments, so it has to be known before the first flag is taken. It
-    /// is looked for among the words that do not belong to a flag: with -query given, flags have none.
+    /// The mode decides which flags have arguments, so it must be known before the first flag is read. It is
+    /// searched among the words that do not belong to a flag: with -query, flags have none.
     void findModes() {
         for (std::size_t i = 0; i < words_.size(); ++i) {
             if (!looksLikeFlag(words_[i])) continue;
@@ -156,7 +156,7 @@ class ArgumentParser {
         if (parsed_.query_ && parsed_.edit_) error_ = "The query and edit flags cannot be used together.";
     }
 
-    /// Words that the flag at `i` takes when it has arguments; a following -query is none of them.
+    /// Number of words that the flag at `i` takes if it has arguments. A following -query does not count.
     std::size_t argumentWordsAfter(std::size_t i, int flag) const {
         const std::size_t count = syntax_.flags()[static_cast<std::size_t>(flag)].arguments.size();
         for (std::size_t k = 1; k <= count && i + k < words_.size(); ++k)
@@ -165,7 +165,7 @@ class ArgumentParser {
         return count;
     }
 
-    /// Whether a word that looks like a flag is none: a text where one is due, or a number.
+    /// Whether a word that looks like a flag is a value: a text where one is expected, or a number.
     bool isValue(const Value& word) const {
         if (syntax_.isTextNext() && syntax_.isTextNext()(parsed_)) return true;
         const std::string& text = *word.getIf<std::string>();

@@ -9,11 +9,11 @@
 
 namespace host::mel {
 
-/// A command line taken apart. Flags are named by their short or long name, with or without dash.
+/// A parsed command line. Flags are named by their short or long name, with or without dash.
 ///
 /// Values of flags and positional arguments already have their declared type: Boolean, Int and Unsigned are
 /// Int values, Double is Float, String is String. Cost of an access: linear in the number of flags of the
-/// command. The syntax has to outlive this.
+/// command. The syntax must outlive this object.
 class ParsedArguments {
   public:
     explicit ParsedArguments(const Syntax& syntax) : syntax_(&syntax), uses_(syntax.flags().size()) {}
@@ -23,12 +23,12 @@ class ParsedArguments {
 
     bool isSet(std::string_view flag) const { return uses(flag) > 0; }
     int uses(std::string_view flag) const;
-    /// Arguments of one use, in the order given; empty when there is no such use (or in query mode).
+    /// Arguments of one use, in the given order; empty if there is no such use (or in query mode).
     const std::vector<Value>& values(std::string_view flag, int use = 0) const;
-    /// Number of flags that were set (each once), -query and -edit apart.
+    /// Number of different flags that were set, without -query and -edit.
     int flagsSet() const;
 
-    /// First argument of the first use, or the fallback when the flag is not set.
+    /// First argument of the first use, or the fallback if the flag is not set.
     bool boolean(std::string_view flag, bool fallback = false) const;
     int integer(std::string_view flag, int fallback = 0) const;
     double number(std::string_view flag, double fallback = 0) const;
@@ -36,12 +36,12 @@ class ParsedArguments {
 
     /// The positional arguments, as many as the syntax declares.
     const std::vector<Value>& arguments() const { return arguments_; }
-    /// Objects in the order given. Arrays on the command line count as their elements. With
-    /// ObjectKind::Strings all are String values, with ObjectKind::Values they are what the script wrote.
+    /// Objects in the given order. Arrays on the command line count as their elements. With
+    /// ObjectKind::Strings all are String values. With ObjectKind::Values they are what the script wrote.
     const std::vector<Value>& objects() const { return objects_; }
     std::vector<std::string> objectNames() const;
-    /// Whether an array without elements stood among the words: a command may take "these, of which there are
-    /// none" for something else than "nothing was said".
+    /// Whether one of the words was an array without elements. A command may distinguish an empty list from
+    /// no list.
     bool hasEmptyList() const { return hasEmptyList_; }
 
   private:
@@ -56,7 +56,7 @@ class ParsedArguments {
     bool hasEmptyList_ = false;
 };
 
-/// `error` is empty when the line fits the syntax; else it is the text to show.
+/// `error` is empty if the line fits the syntax. Otherwise it is the text to show.
 struct ArgumentParseResult {
     ParsedArguments arguments;
     std::string error;
@@ -64,12 +64,10 @@ struct ArgumentParseResult {
     bool ok() const { return error.empty(); }
 };
 
-/// True for a string that stands for a flag where a flag may stand: a dash followed by a letter or
-/// underscore.
+/// Whether a word looks like a flag: a string that starts with a dash and a letter or underscore.
 bool looksLikeFlag(const Value& word);
 
-/// Takes a command line apart; flags may stand before, between and after the objects. Linear in the number of
-/// words.
+/// Parses a command line. Flags may be before, between and after the objects. Linear in the number of words.
 ArgumentParseResult parseArguments(const Syntax& syntax, std::vector<Value>&& words);
 
 }  // namespace host::mel

@@ -9,7 +9,7 @@ namespace host::mel {
 
 constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();
 
-/// The built-in functions of one family each.
+/// The built-in functions, one family each.
 const std::vector<BuiltinFunction>& basicBuiltins();
 const std::vector<BuiltinFunction>& mathBuiltins();
 const std::vector<BuiltinFunction>& stringBuiltins();

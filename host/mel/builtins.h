@@ -15,24 +15,25 @@ class Evaluator;
 struct BuiltinCall {
     Evaluator& evaluator;
     const Value* const* arguments;
-    Value* const* variables;  ///< the variable an argument names, for functions that change it; else nullptr
+    Value* const*
+        variables;  ///< the variable that an argument names, for functions that change it; else nullptr
     std::size_t count;
     Value result;
     std::string error;
 
     const Value& argument(std::size_t i) const { return *arguments[i]; }
     std::string text(std::size_t i) const { return arguments[i]->toString(); }
-    /// The array variable that argument `i` names, of the given kind (an untyped one takes it on); nullptr
-    /// with an error when it is none.
+    /// The array variable of the given kind that argument `i` names. An untyped variable gets that kind.
+    /// nullptr and an error if the argument is no such variable.
     Value* arrayVariable(std::size_t i, Value::Kind kind);
-    /// Sets the error; for `return call.fail(...)`.
+    /// Sets the error. Use it as `return call.fail(...)`.
     bool fail(std::string text) {
         error = std::move(text);
         return false;
     }
 };
 
-/// A function of the language. The evaluator itself treats those that need more than the values of their
+/// A function of the language. The evaluator itself handles those that need more than the values of their
 /// arguments.
 struct BuiltinFunction {
     enum class Special : unsigned char { None, Catch, CatchQuiet, Eval, EvalEcho };
@@ -44,7 +45,7 @@ struct BuiltinFunction {
     Special special = Special::None;
 };
 
-/// Number of the built-in function of that name; kNoIndex when there is none.
+/// Number of the built-in function of that name; kNoIndex if there is none.
 Index builtinNumber(std::string_view name);
 const BuiltinFunction& builtinFunction(Index number);
 

@@ -18,7 +18,7 @@ Kind kindOf() {
     return Value(std::vector<T>()).kind();
 }
 
-/// Argument `i` as an array of T; an empty one with an error when it does not convert.
+/// Argument `i` as an array of T. If it cannot be converted, an empty array, and an error is set.
 template <typename T>
 std::optional<std::vector<T>> arrayArgument(BuiltinCall& call, std::size_t i) {
     const Kind kind = kindOf<T>();
@@ -41,7 +41,7 @@ bool comesBefore(const T& a, const T& b) {
     return a < b;
 }
 
-/// Not-a-number comes last; plain comparison gives it no place.
+/// Not-a-number comes last: the plain comparison gives it no place.
 template <>
 bool comesBefore(const double& a, const double& b) {
     return a < b || (std::isnan(b) && !std::isnan(a));
@@ -64,7 +64,7 @@ bool sort(BuiltinCall& call) {
            call.fail(std::string("Cannot sort data of type ") + kindName(call.result.kind()) + ".");
 }
 
-/// ...ArrayContains(item, array): how often the item stands in the array.
+/// ...ArrayContains(item, array): how often the array contains the item.
 template <typename T>
 bool count(BuiltinCall& call) {
     const std::optional<std::vector<T>> array = arrayArgument<T>(call, 1);
@@ -109,7 +109,7 @@ bool join(BuiltinCall& call) {
     return true;
 }
 
-/// ...ArrayRemove(items, array): the array without any of the items.
+/// ...ArrayRemove(items, array): the array without these items.
 template <typename T>
 bool removeItems(BuiltinCall& call) {
     const std::optional<std::vector<T>> items = arrayArgument<T>(call, 0);
@@ -123,7 +123,7 @@ bool removeItems(BuiltinCall& call) {
     return true;
 }
 
-/// ...ArrayInsertAtIndex(index, array variable, item): 1, or 0 when the index is out of range.
+/// ...ArrayInsertAtIndex(index, array variable, item): 1, or 0 if the index is out of range.
 template <typename T>
 bool insertAtIndex(BuiltinCall& call) {
     Value* variable = call.arrayVariable(1, kindOf<T>());
@@ -137,7 +137,7 @@ bool insertAtIndex(BuiltinCall& call) {
     return true;
 }
 
-/// ...ArrayRemoveAtIndex(index, array variable): 1, or 0 when the index is out of range.
+/// ...ArrayRemoveAtIndex(index, array variable): 1, or 0 if the index is out of range.
 template <typename T>
 bool removeAtIndex(BuiltinCall& call) {
     Value* variable = call.arrayVariable(1, kindOf<T>());
@@ -161,7 +161,7 @@ bool concatenate(BuiltinCall& call) {
     return true;
 }
 
-/// appendStringArray(array variable, other, number): the first elements of the other one follow.
+/// appendStringArray(array variable, other, number): appends the first elements of the other array.
 bool appendStringArray(BuiltinCall& call) {
     Value* variable = call.arrayVariable(0, Kind::StringArray);
     const std::optional<Strings> other = variable ? arrayArgument<std::string>(call, 1) : std::nullopt;
@@ -173,7 +173,7 @@ bool appendStringArray(BuiltinCall& call) {
     return values.size() <= call.evaluator.options().sizeLimit || call.fail("Array too long.");
 }
 
-/// The first of equal elements stays.
+/// Keeps the first of equal elements.
 bool removeDuplicates(BuiltinCall& call) {
     const std::optional<Strings> array = arrayArgument<std::string>(call, 0);
     if (!array) return false;

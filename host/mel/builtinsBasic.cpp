@@ -1,3 +1,5 @@
+// The built-in functions that belong to no other family, such as print, error and size.
+
 #include <unordered_map>
 
 #include "mel/builtinTables.h"
@@ -23,7 +25,7 @@ bool clear(BuiltinCall& call) {
     return true;
 }
 
-/// An array prints one element a line, everything else just its text.
+/// An array prints one element per line, everything else just its text.
 bool print(BuiltinCall& call) {
     const Value& value = call.argument(0);
     std::string text;
@@ -44,7 +46,7 @@ bool print(BuiltinCall& call) {
     return true;
 }
 
-/// The text of error, warning and trace. Their flags ask for the file and line, which every message carries
+/// The text of error, warning and trace. Their flags ask for the file and line, which every message has
 /// anyway.
 std::optional<std::string> messageText(BuiltinCall& call) {
     const bool flag = call.count == 3 && (call.text(0) == "-showLineNumber" || call.text(0) == "-sl");

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kPi = 3.14159265358979323846;
 
-/// Functions of one float. An angle is in radians unless the name ends in `d`.
+/// Functions of one float. An angle is in radians unless the name ends with `d`.
 template <double (*function)(double)>
 bool ofFloat(BuiltinCall& call) {
     const double result = function(call.argument(0).toFloat());
@@ -172,7 +172,7 @@ bool angle(BuiltinCall& call) {
     return true;
 }
 
-/// rot(vector, axis, angle): turned around the axis by an angle in radians, counter-clockwise seen from its
+/// rot(vector, axis, angle): rotates about the axis by an angle in radians, counter-clockwise seen from its
 /// tip.
 bool rotate(BuiltinCall& call) {
     Vector v[2];
@@ -192,7 +192,8 @@ bool rotate(BuiltinCall& call) {
     return true;
 }
 
-/// A number from 0 up to 1. The generator is our own, so that every platform gives the same sequence.
+/// A number from 0 up to, but not including, 1. The generator is our own, so that every platform gives the
+/// same sequence.
 double nextRandom(std::uint64_t& state) {
     state += 0x9E3779B97F4A7C15u;
     std::uint64_t mixed = state;

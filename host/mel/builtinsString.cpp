@@ -24,7 +24,7 @@ std::vector<std::string> pieces(std::string_view text, std::string_view separato
 
 constexpr const char* kBlanks = " \t\r\n";
 
-/// tokenize(text, [separators,] array): number of pieces, which replace the content of the array.
+/// tokenize(text, [separators,] array): number of pieces. They replace the content of the array.
 bool tokenize(BuiltinCall& call) {
     Value* array = call.arrayVariable(call.count - 1, Kind::StringArray);
     if (!array) return false;
@@ -53,7 +53,7 @@ bool match(BuiltinCall& call) {
     return true;
 }
 
-/// substitute(expression, text, replacement): the first part that matches is replaced.
+/// substitute(expression, text, replacement): replaces the first part that matches.
 bool substitute(BuiltinCall& call) {
     const std::optional<Regex> regex = Regex::compile(call.text(0));
     if (!regex) return badExpression(call);
@@ -64,7 +64,7 @@ bool substitute(BuiltinCall& call) {
     return true;
 }
 
-/// substituteAllString(text, part, replacement): plain text, every occurrence.
+/// substituteAllString(text, part, replacement): plain text. Replaces every occurrence.
 bool substituteAllString(BuiltinCall& call) {
     const std::string text = call.text(0);
     const std::string part = call.text(1);
@@ -135,7 +135,7 @@ bool capitalizeString(BuiltinCall& call) {
     return true;
 }
 
-/// substring(text, first, last), counted from 1, both included; what lies outside the text is left out.
+/// substring(text, first, last), counted from 1, both included. Positions outside the text are left out.
 bool substring(BuiltinCall& call) {
     const std::string text = call.text(0);
     const int first = std::max(call.argument(1).toInt(), 1);
@@ -162,7 +162,7 @@ bool endString(BuiltinCall& call) {
     return true;
 }
 
-/// format -stringArg a -stringArg b "^1s and ^2s": the arguments in place of their numbers.
+/// format -stringArg a -stringArg b "^1s and ^2s": puts the arguments in place of their numbers.
 bool format(BuiltinCall& call) {
     std::vector<std::string> arguments;
     std::string pattern;

@@ -9,7 +9,8 @@ namespace host::mel {
 
 namespace {
 
-/// An undo, and a command of a plug-in, whose scripts may be its clean-up, end before an interrupt counts.
+/// Holds interrupts back. An undo, and a plug-in's command, whose scripts may be its clean-up, must end
+/// first.
 class InterruptHold {
   public:
     explicit InterruptHold(Interpreter& interpreter) : interpreter_(interpreter) {
@@ -25,7 +26,7 @@ class InterruptHold {
 
 constexpr const char* kOutOfMemory = "Out of memory.";
 
-/// The parser's error, or a more honest one when the flag is one that only this host lacks.
+/// The parser's error, or a more exact one if only this host lacks the flag.
 std::string withUncovered(const std::string& error, const std::string& uncovered) {
     constexpr std::string_view kStart = "Invalid flag '-";
     if (error.compare(0, kStart.size(), kStart) != 0) return error;
@@ -34,8 +35,8 @@ std::string withUncovered(const std::string& error, const std::string& uncovered
     return "Flag '-" + flag + "' is not covered by this host.";
 }
 
-/// Runs a script. When it fails and no other one is running, the undo chunks that it left open are closed:
-/// what is done next has nothing to do with them.
+/// Runs a script. If it fails and no other script is running, the undo chunks that it left open are closed:
+/// later actions do not belong to them.
 RunResult runScript(CommandRegistry& registry, std::string_view text, std::string_view sourceName,
                     const RunOptions& options) {
     graph::UndoQueue& queue = registry.graph().undoQueue();
@@ -88,7 +89,7 @@ CommandResult CommandRegistry::call(std::string_view name, std::vector<Value>&& 
     const auto found = commands_.find(name);
     if (found == commands_.end())
         return CommandResult::failure("Cannot find procedure \"" + std::string(name) + "\".");
-    // The command may take itself out of the registry (unloadPlugin).
+    // The command may remove itself from the registry (unloadPlugin).
     const std::shared_ptr<Command> command = found->second;
     return command->plugin != nullptr ? runPlugin(*command, std::move(arguments))
                                       : runBuiltin(*command, std::move(arguments));
@@ -187,7 +188,7 @@ RunResult CommandRegistry::run(std::string_view text, std::string_view sourceNam
 
 RunResult CommandRegistry::runDeferred() {
     RunResult failed;
-    // What runs may defer more.
+    // The texts that run may defer more.
     while (!deferred_.empty() || !deferredLow_.empty()) {
         std::vector<std::string> texts;
         texts.swap(deferred_.empty() ? deferredLow_ : deferred_);

@@ -20,7 +20,7 @@ namespace host::mel {
 class CommandRegistry;
 class PluginService;
 
-/// What a built-in command gets to work with.
+/// What a built-in command works with.
 struct CommandContext {
     graph::Graph& graph;
     CommandRegistry& registry;
@@ -30,18 +30,18 @@ struct CommandContext {
 using CommandFunction = std::function<CommandResult(CommandContext&, const ParsedArguments&)>;
 
 struct ExecuteOptions {
-    /// Keep undo entries of what the text does. Inside a plug-in's command they become part of that command's
-    /// entry.
+    /// Keep undo entries for what the text does. Inside a plug-in's command they become part of that
+    /// command's entry.
     bool undo = false;
-    /// Echo the result.
+    /// Show the result.
     bool display = false;
 };
 
-/// All script commands of the host, those of plug-ins included, and the engine that runs them.
+/// All script commands of the host, including those of plug-ins, and the engine that runs them.
 ///
-/// A built-in command runs with a fresh list of changes as the graph's recorder. When it fails, the list is
-/// undone, so that nothing that fails changes the scene; when it succeeds and changed something, the list
-/// becomes an undo entry.
+/// While a built-in command runs, a new list of changes is the graph's recorder. If the command fails, the
+/// list is undone, so that a command that fails changes nothing. If it succeeds and changed something, the
+/// list becomes an undo entry.
 ///
 /// Owns the interpreter that runs the scripts. Belongs to the main thread.
 class CommandRegistry final : public CommandTable {
@@ -52,13 +52,17 @@ class CommandRegistry final : public CommandTable {
     graph::Graph& graph() { return graph_; }
     Interpreter& interpreter() { return interpreter_; }
 
-    /// Adds a built-in command. @return false when the name is taken
-    /// @param uncovered  names, separated by blanks, of flags that the command has elsewhere but not here:
-    ///                   the error then says so
+    /// Adds a built-in command.
+    /// @param uncovered  flags, separated by blanks, that the command has in Maya but not here: the error
+    /// then says so
+    /// @return false if the name is taken
     bool add(const std::string& name, Syntax syntax, CommandFunction run, std::string_view uncovered = {});
-    /// Adds a plug-in's command. @param owner the plug-in's name @return false when the name is taken
+    /// Adds a plug-in's command.
+    /// @param owner  the plug-in's name
+    /// @return false if the name is taken
     bool addPlugin(const std::string& name, const std::string& owner, std::shared_ptr<PluginCommand> command);
-    /// Removes a command of a plug-in. @return false when the owner has no such command
+    /// Removes a command of a plug-in.
+    /// @return false if the owner has no such command
     bool removePlugin(const std::string& name, const std::string& owner);
 
     bool has(std::string_view name) const override;
@@ -67,25 +71,27 @@ class CommandRegistry final : public CommandTable {
 
     /// All commands by ascending name.
     std::vector<std::string> names() const;
-    /// Syntax of a command; null when there is no such command or a plug-in's command declares none.
+    /// Syntax of a command; null if there is no such command or a plug-in's command declares none.
     const Syntax* syntax(std::string_view name) const;
-    /// Name of the plug-in that brought a command; empty for built-in and unknown ones.
+    /// Name of the plug-in that registered a command; empty for built-in and unknown commands.
     std::string owner(std::string_view name) const;
 
-    /// Runs text on behalf of a plug-in or of a built-in command (see ExecuteOptions). Errors are shown.
+    /// Runs text for a plug-in or for a built-in command (see ExecuteOptions). Errors are shown.
     RunResult executeText(std::string_view text, const ExecuteOptions& options = {});
 
-    /// Runs a script, then what it left to be run when idle. For the outermost caller: program and prompt.
-    /// A failure of the script comes first, then the first one of what ran when idle.
+    /// Runs a script, then the texts that it deferred. For the outermost caller: program and prompt. The
+    /// result is a failure of the script, or else the first failure of a deferred text.
     RunResult run(std::string_view text, std::string_view sourceName = {}, const RunOptions& options = {});
-    /// Leaves text to be run after the outermost script, in the order of these calls.
+    /// Defers text until the outermost script has ended. Texts run in the order of these calls. Those of low
+    /// priority come after the others.
     void defer(std::string text, bool lowPriority = false);
 
-    /// One step of the undo queue. @return false when there is nothing to undo (redo)
+    /// One step of the undo queue.
+    /// @return false if there is nothing to undo (redo)
     bool undo();
     bool redo();
 
-    /// The plug-in loader; null while there is none. It must outlive the registry or its replacement.
+    /// The plug-in loader; null if there is none. It must outlive the registry, or be replaced first.
     PluginService* plugins() const { return plugins_; }
     void setPlugins(PluginService* plugins) { plugins_ = plugins; }
 
@@ -99,7 +105,7 @@ class CommandRegistry final : public CommandTable {
     struct Command {
         Syntax syntax;
         CommandFunction run;                    // empty for a plug-in's command
-        std::shared_ptr<PluginCommand> plugin;  // null for a built-in one
+        std::shared_ptr<PluginCommand> plugin;  // null for a built-in command
         std::string owner;
         std::string uncovered;  // flag names, each between blanks
     };
@@ -111,7 +117,7 @@ class CommandRegistry final : public CommandTable {
 
     graph::Graph& graph_;
     std::map<std::string, std::shared_ptr<Command>, std::less<>> commands_;
-    graph::EntryGroup* collector_ = nullptr;  // of the plug-in command that is running
+    graph::EntryGroup* collector_ = nullptr;  // of the running plug-in command
     bool isSuspended_ = false;                // no undo entries are kept
     std::vector<std::string> deferred_;
     std::vector<std::string> deferredLow_;

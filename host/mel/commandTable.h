@@ -12,27 +12,27 @@ namespace host::mel {
 
 class Interpreter;
 
-/// A place in a script. Lines and columns count from 1; line 0 stands for "nowhere in a script".
+/// A place in a script. Lines and columns count from 1. Line 0 means "not in a script".
 struct SourcePosition {
-    std::string file;  ///< empty for text that comes from no file (typed lines, eval)
+    std::string file;  ///< empty for text that does not come from a file (typed lines, eval)
     int line = 0;
     int column = 0;
-    /// Names of the procedures that were running there, innermost first; the last is "..." when there were
-    /// many.
+    /// Names of the procedures that were running there, innermost first. If there were many, the last one is
+    /// "...".
     std::vector<std::string> procedures{};
 };
 
 /// How a command call ended.
 ///
-/// When `ok` is false, `error` is the text to show. A command that has shown its message itself sets
+/// If `ok` is false, `error` is the text to show. A command that has already shown its message sets
 /// `errorShown`: nothing more is printed, but the calling statement still fails.
 struct CommandResult {
     bool ok = true;
     Value value;
     std::string error;
     bool errorShown = false;
-    /// Where the error arose, for commands that run script text themselves; without it the calling statement
-    /// is named.
+    /// Where the error arose, for commands that run script text themselves. Without it, the error names the
+    /// calling statement.
     std::optional<SourcePosition> position;
 
     static CommandResult success(Value value = {}) {
@@ -44,25 +44,25 @@ struct CommandResult {
     static CommandResult failureShown() { return {false, {}, {}, true, std::nullopt}; }
 };
 
-/// What the interpreter asks when a word is neither a procedure nor a built-in function.
+/// Looks up and runs the words that are neither procedures nor built-in functions, for the interpreter.
 class CommandTable {
   public:
     virtual ~CommandTable() = default;
 
     virtual bool has(std::string_view name) const = 0;
     /// Runs a command for which `has` is true. Every word of the command line is one value: numbers are Int
-    /// or Float, everything else is String (flags too), an array variable is one array value. May call back
+    /// or Float, an array variable is one array value, everything else is String (flags too). May call back
     /// into the interpreter.
     virtual CommandResult call(std::string_view name, std::vector<Value>&& arguments,
                                Interpreter& interpreter) = 0;
 };
 
-/// Where the interpreter's text goes. The implementation gives messages their final form.
+/// Receives the interpreter's text. The implementation gives messages their final form.
 class Output {
   public:
     virtual ~Output() = default;
 
-    /// Text of `print`, without anything added.
+    /// Text of `print`, with nothing added.
     virtual void print(std::string_view text) = 0;
     virtual void info(std::string_view text) = 0;
     virtual void warning(std::string_view text, const SourcePosition& position) = 0;

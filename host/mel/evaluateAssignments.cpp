@@ -20,7 +20,7 @@ bool putElement(Value& array, std::size_t index, T&& element) {
 
 }  // namespace
 
-/// Assigns to a variable; the type that it has, or takes on now, stays.
+/// Assigns to a variable. The type that it has, or gets now, stays.
 bool Evaluator::store(Value& variable, Value&& value, Frame& frame, Index offset) {
     if (variable.kind() == value.kind() || variable.isNone()) {
         variable = std::move(value);
@@ -32,7 +32,7 @@ bool Evaluator::store(Value& variable, Value&& value, Frame& frame, Index offset
     return true;
 }
 
-/// Assigns to an array's element; the array grows as far as needed.
+/// Assigns to an element of an array. The array grows if necessary.
 bool Evaluator::storeElement(Value& array, std::size_t index, Value&& value, Frame& frame, Index offset) {
     if (array.isNone()) array = Value::defaultOf(arrayKind(value.kind()));
     const Kind kind = elementKind(array.kind());
@@ -73,7 +73,7 @@ bool Evaluator::assignElement(const Expression& target, Frame& frame, Value&& va
     return storeElement(array, index, std::move(value), frame, target.offset);
 }
 
-/// @param out  takes the value assigned; nullptr where nobody wants it
+/// @param out  set to the assigned value; nullptr if the caller does not need it
 bool Evaluator::assign(const Expression& expression, Frame& frame, Value* out) {
     const Expression& target = node(expression.a, frame);
     const bool element = target.kind == Expression::Kind::Element;

@@ -1,3 +1,5 @@
+// Calls in the evaluator: procedures, built-in functions and commands, catch and eval.
+
 #include <array>
 
 #include "mel/evaluator.h"
@@ -6,7 +8,7 @@
 
 namespace host::mel {
 
-/// A procedure, a built-in function or a command, in this order.
+/// Calls a procedure, a built-in function or a command; looked up in this order.
 bool Evaluator::evaluateCall(const Expression& call, Frame& frame, Value& out) {
     out = Value();
     frame.offset = call.offset;
@@ -34,7 +36,7 @@ bool Evaluator::callProcedure(const BoundProcedure& bound, const Expression& cal
     return runProcedure(bound, callee, out);
 }
 
-/// Array variables are passed by reference, everything else is converted to the parameter's type.
+/// Array variables are passed by reference. Everything else is converted to the parameter's type.
 bool Evaluator::bindParameter(const Parameter& parameter, Index argument, Frame& frame, Frame& callee,
                               std::size_t slot) {
     const Expression& expression = node(argument, frame);
@@ -47,12 +49,12 @@ bool Evaluator::bindParameter(const Parameter& parameter, Index argument, Frame&
         }
     }
     Value value;
-    // A bare `on` is a word for a command, but a number where a procedure takes one.
+    // A bare `on` is a word for a command, but a number for a procedure that takes one.
     if (expression.kind == Expression::Kind::Switch && parameter.kind != Value::Kind::String)
         value = static_cast<int>(expression.number);
     else if (!evaluate(argument, frame, value))
         return false;
-    // A bare word that was meant as an int; one that a command takes for a float may be that large.
+    // A bare number for an int parameter. A command would take it as a float, which may be that large.
     const bool isLiteral = expression.kind == Expression::Kind::Float && parameter.kind == Value::Kind::Int;
     if (isLiteral && !fitsInt(expression.number))
         return failAt(frame, expression.offset, integerTooLarge(value.toString()));
@@ -104,7 +106,7 @@ bool Evaluator::callBuiltin(const Expression& call, Frame& frame, Value& out) {
         const Expression& expression = node(argument, frame);
         const bool isVariable = expression.kind == Expression::Kind::Variable;
         variables[i] = isVariable ? &variable(expression.a, frame) : nullptr;
-        // An argument that changes a variable may not change the arguments before it.
+        // An argument that changes a variable must not change the arguments before it.
         const bool byReference = isVariable && call.pureArguments;
         arguments[i] = byReference ? variables[i] : &values[i];
         if (expression.kind == Expression::Kind::Switch)
@@ -130,7 +132,7 @@ bool Evaluator::callSpecial(const Expression& call, Frame& frame, Value& out) {
     return isCatch ? evaluateCatch(call, frame, out) : evaluateText(call, frame, out);
 }
 
-/// 1 when the argument fails, 0 otherwise. Neither the end of the program nor a spent step limit is held.
+/// 1 if the argument fails, 0 otherwise. It catches neither the end of the program nor a used-up step limit.
 bool Evaluator::evaluateCatch(const Expression& call, Frame& frame, Value& out) {
     const bool quiet = builtinFunction(call.a).special == BuiltinFunction::Special::CatchQuiet;
     quiet_ += quiet ? 1 : 0;
@@ -151,12 +153,13 @@ bool Evaluator::evaluateCaught(Index argument, Frame& frame) {
     const Expression::Kind kind = node(argument, frame).kind;
     const bool isText = kind == Expression::Kind::String || kind == Expression::Kind::Chain ||
                         kind == Expression::Kind::Variable;
-    // catch("command text") runs the text; the result of a call or an assignment is no text to run.
+    // catch("command text") runs the text. The result of a call or an assignment is not run.
     if (!isText || !value.isString()) return true;
     return runText(value.toString(), value);
 }
 
-/// eval: the arguments, joined by blanks, run as a text of its own that sees global variables only.
+/// eval: joins the arguments with blanks and runs them as a text of its own, which sees only global
+/// variables.
 bool Evaluator::evaluateText(const Expression& call, Frame& frame, Value& out) {
     std::string text;
     for (Index i = 0; i < call.list().count; ++i) {
@@ -178,7 +181,7 @@ bool Evaluator::runText(const std::string& text, Value& out) {
     out = std::move(result.value);
     if (result.ok) return true;
     error_ = std::move(result.error);
-    // A line of composed text says little; the statement that composed it can be found.
+    // A line number inside composed text helps little. The statement that composed it can be found.
     if (error_.position.file.empty()) error_.position = here;
     return false;
 }

@@ -54,8 +54,8 @@ bool Evaluator::evaluate(Index index, Frame& frame, Value& out) {
     return true;
 }
 
-/// The value of an expression without a copy where it stands in a variable; nullptr on failure. The reference
-/// sees later changes of the variable.
+/// The value of an expression, without a copy if it is stored in a variable; nullptr on failure. The
+/// reference sees later changes of the variable.
 const Value* Evaluator::operand(Index index, Frame& frame, Value& scratch) {
     const Expression& expression = node(index, frame);
     if (expression.kind == Expression::Kind::Variable) return &variable(expression.a, frame);

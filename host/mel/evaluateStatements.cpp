@@ -62,12 +62,12 @@ Evaluator::Flow Evaluator::executeList(const ListRange& list, Index from, Frame&
     return Flow::Normal;
 }
 
-/// The value stays in the frame: that of a text's last statement is the value of the text.
+/// The value stays in the frame: the value of a text is that of its last statement.
 bool Evaluator::executeExpression(Index expression, Frame& frame) {
     const Expression& root = node(expression, frame);
     const bool storing = root.kind == Expression::Kind::Assign || root.kind == Expression::Kind::Step;
     if (!storing) return evaluate(expression, frame, frame.returned);
-    // Only the last statement of a text has a use for what was assigned; a copy of an array is not cheap.
+    // Only the last statement of a text needs the assigned value, and copying an array is not cheap.
     const ListRange& body = frame.program.body;
     const bool last =
         body.count > 0 &&

@@ -1,3 +1,5 @@
+// Runs of texts and calls by name: the outer frame of the evaluator, with errors, limits and interrupts.
+
 #include "mel/evaluator.h"
 
 #include <new>
@@ -22,7 +24,7 @@ Frame::Frame(const Program& text, const ProcedureMap* procedures, Index localCou
         slots[i] = &values[i];
 }
 
-/// Gives the program's global names their variables and makes its procedures known.
+/// Connects the program's global names to their variables and makes its procedures known.
 void Evaluator::bind(const std::shared_ptr<Program>& program) {
     program->globalValues.reserve(program->globals.size());
     for (const GlobalReference& global : program->globals)
@@ -30,7 +32,7 @@ void Evaluator::bind(const std::shared_ptr<Program>& program) {
     ProcedureMap& local = fileProcedures_[program->fileName];
     for (const Procedure& procedure : program->procedures) {
         ProcedureMap& map = procedure.global ? procedures_ : local;
-        // The key is text of the program that is held beside it, so both are replaced together.
+        // The key is part of the text of the program that is stored with it, so both are replaced together.
         map.erase(procedure.name);
         auto bound = std::make_shared<BoundProcedure>(BoundProcedure{program, &procedure, &local});
         map.emplace(procedure.name, std::move(bound));
@@ -87,14 +89,14 @@ bool Evaluator::runText(std::string_view text, std::string_view sourceName, cons
     return true;
 }
 
-/// Only where much more is free: what comes after a failure needs some as well, to clear a variable perhaps.
+/// Only if much more memory is free: after a failure some is needed too, for example to clear a variable.
 void Evaluator::takeReserve() {
     constexpr std::size_t kReserve = 256 * 1024;
     const std::unique_ptr<char[]> free(new (std::nothrow) char[16 * kReserve]);
     if (free != nullptr) reserve_.reset(new (std::nothrow) char[kReserve]);
 }
 
-/// What filled the memory may still be there.
+/// The values that filled the memory may still exist.
 void Evaluator::failForMemory() {
     reserve_.reset();
     fail("Out of memory.");
@@ -111,7 +113,7 @@ bool Evaluator::runProgram(const Program& program, const ProcedureMap& fileProce
     try {
         flow = executeBody(frame, value);
     } catch (const std::bad_alloc&) {
-        // The frames of the calls inside are gone; this text's own statement is the place.
+        // The frames of the inner calls no longer exist: the place is this text's own statement.
         frame_ = &frame;
         quiet_ = quiet;
         failForMemory();
@@ -121,7 +123,7 @@ bool Evaluator::runProgram(const Program& program, const ProcedureMap& fileProce
     return flow != Flow::Fail;
 }
 
-/// Executes the statements of a text. `value` becomes that of the last one, if it has any.
+/// Executes the statements of a text. `value` becomes that of the last one, if it has one.
 Evaluator::Flow Evaluator::executeBody(Frame& frame, Value& value) {
     const Program& program = frame.program;
     Flow flow = Flow::Normal;
@@ -233,7 +235,7 @@ SourcePosition Evaluator::positionIn(const Frame& frame, Index offset) {
 
 bool Evaluator::countStep(Frame& frame, Index offset) {
     if (stopped_ || isBroken_) return false;
-    // A plain load is all that a turn costs; only a set flag is exchanged.
+    // Usually a turn costs only a plain load. Only a flag that is set is exchanged.
     if (interrupt_ != nullptr && interrupt_->load(std::memory_order_relaxed) && heldInterrupts_ == 0 &&
         interrupt_->exchange(false))
         return breakOff(frame, offset, "Interrupted.");

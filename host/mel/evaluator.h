@@ -15,7 +15,7 @@
 
 namespace host::mel {
 
-/// A procedure together with the text that holds it and the file-local procedures it sees.
+/// A procedure, with the text that contains it and the file-local procedures that it sees.
 struct BoundProcedure;
 using ProcedureMap = std::unordered_map<std::string_view, std::shared_ptr<const BoundProcedure>>;
 struct BoundProcedure {
@@ -24,8 +24,8 @@ struct BoundProcedure {
     const ProcedureMap* fileProcedures = nullptr;
 };
 
-/// The variables of one procedure call or of one run's blocks. A slot points to a value of this frame or, for
-/// an array parameter, to the caller's variable.
+/// The variables of one procedure call, or of the blocks of one run. A slot points to a value of this frame
+/// or, for an array parameter, to the caller's variable.
 struct Frame {
     Frame(const Program& text, const ProcedureMap* procedures, Index localCount);
 
@@ -34,14 +34,14 @@ struct Frame {
     std::vector<Value> values;
     std::vector<Value*> slots;
     Value returned;
-    Index offset = 0;  // of the statement or call in progress
+    Index offset = 0;  // of the current statement or call
     Frame* caller = nullptr;
     const Procedure* procedure = nullptr;  // null for a text's own statements
-    bool isComposed = false;               // of a text that a command has composed
+    bool isComposed = false;               // the text was composed by a command
 };
 
-/// Walks the parsed text. Every step that can fail returns false and leaves the error in `error_`, from where
-/// `catch` or the run takes it.
+/// Evaluates the parsed text. Every step that can fail returns false and leaves the error in `error_`.
+/// `catch` or the run takes it from there.
 class Evaluator {
   public:
     Evaluator(Interpreter& interpreter, CommandTable& commands, Output& output, InterpreterOptions options)
@@ -158,10 +158,10 @@ class Evaluator {
     Frame* frame_ = nullptr;
     ScriptError error_;
     bool stopped_ = false;
-    bool isBroken_ = false;  // the runs in progress end with an error that no `catch` holds
+    bool isBroken_ = false;  // the current runs end with an error that no `catch` catches
     std::atomic<bool>* interrupt_ = nullptr;
     int heldInterrupts_ = 0;
-    std::unique_ptr<char[]> reserve_;  // is let go for the error of an allocation that failed
+    std::unique_ptr<char[]> reserve_;  // freed to report an allocation that failed
     int quiet_ = 0;
     int depth_ = 0;
     int nesting_ = 0;
@@ -169,7 +169,7 @@ class Evaluator {
     std::uint64_t randomState_ = 1;
 };
 
-/// Counts the levels of evaluation, which bounds the use of the machine's stack.
+/// Counts the levels of evaluation, to limit the use of the machine's stack.
 struct Evaluator::Depth {
     explicit Depth(int& counter, int levels = 1)
         : count(counter += levels), counter_(counter), levels_(levels) {}
@@ -184,11 +184,11 @@ struct Evaluator::Depth {
     int levels_;
 };
 
-/// Expressions and statements inside one another while a script runs, over all its procedure calls. A level
-/// takes up to 300 bytes of the machine's stack, of which the main thread has 1 MB on Windows; what takes
-/// more counts as several.
+/// How deep expressions and statements may be nested while a script runs, over all its procedure calls. A
+/// level takes up to 300 bytes of the machine's stack. On Windows, the main thread has 1 MB of it. What takes
+/// more counts as several levels.
 constexpr int kMaximumEvaluationDepth = 2000;
-/// What they count on top of their own level.
+/// How many levels these count in addition to their own.
 constexpr int kCallLevels = 2;  // of built-in functions and commands
 constexpr int kElementLevels = 1;
 constexpr int kChainLevels = 1;

@@ -73,7 +73,7 @@ Token Lexer::string(Index at) const {
         }
         if (source_[i] == '\\') {
             token.hasEscapes = true;
-            // Skips what is escaped: a quote, or the line end of a continued string.
+            // Skips the escaped part: a quote, or the line end of a continued string.
             i += source_[i + 1 < source_.size() ? i + 1 : i] == '\r' && this->at(i + 2) == '\n' ? 2 : 1;
         }
     }
@@ -120,7 +120,8 @@ bool BracketCount::isOpenIn(std::string_view text) {
         if (token.isCutOff) return true;
         if (token.is('(') || token.is('{') || token.is('[')) ++depth_;
         if (token.is(')') || token.is('}') || token.is(']')) --depth_;
-        // What is no token, as the quote of an unterminated string, is an error for the parser to find.
+        // Text that is not a token, such as the quote of an unterminated string, is an error that the parser
+        // finds.
         const bool isString = token.kind == TokenKind::Invalid && text[token.offset] == '"';
         at_ = isString                           ? static_cast<Index>(text.find('\n', token.offset))
               : token.kind == TokenKind::Invalid ? token.offset + 1

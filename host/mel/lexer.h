@@ -19,7 +19,7 @@ enum class TokenKind : std::uint8_t {
     Invalid      // text: what is wrong
 };
 
-/// Symbols of one character are their character, longer ones two characters in a row.
+/// A symbol of one character is that character. A longer one is two characters in one number.
 using Symbol = std::uint16_t;
 constexpr Symbol symbol(char first, char second = 0) {
     return static_cast<Symbol>(static_cast<unsigned char>(first) << 8 | static_cast<unsigned char>(second));
@@ -28,10 +28,10 @@ constexpr Symbol symbol(char first, char second = 0) {
 struct Token {
     TokenKind kind = TokenKind::End;
     bool hasEscapes = false;  // of a string
-    bool isCutOff = false;    // invalid only because the text ends in it
+    bool isCutOff = false;    // invalid only because the text ends inside it
     Symbol symbol = 0;
     Index offset = 0;
-    Index end = 0;  // offset behind the token
+    Index end = 0;  // offset after the token
     double number = 0;
     std::string_view text;
 
@@ -39,16 +39,16 @@ struct Token {
     bool is(char c) const { return is(mel::symbol(c)); }
 };
 
-/// Cuts source text into tokens, from any offset on. What a bare command word is depends on its surroundings
-/// and is scanned by the parser; this knows the tokens of expressions and statements.
+/// Splits source text into tokens, from any offset on. It knows the tokens of expressions and statements.
+/// Bare command words depend on their context, so the parser scans them.
 class Lexer {
   public:
     explicit Lexer(std::string_view source) : source_(source) {}
 
-    /// First offset from `at` on that is neither blank nor comment; the size of the source at the end.
-    /// @param unterminated  set when a comment does not end
+    /// First offset from `at` on that is neither blank nor comment; the size of the source if there is none.
+    /// @param unterminated  set if a comment does not end
     Index skipBlanks(Index at, bool& unterminated) const;
-    /// The token at or after an offset.
+    /// The first token at or after an offset.
     Token next(Index at) const;
 
     char at(Index offset) const { return offset < source_.size() ? source_[offset] : '\0'; }
@@ -62,11 +62,11 @@ class Lexer {
     std::string_view source_;
 };
 
-/// Counts the brackets of a text that grows line by line. Linear in the length of the text in all.
+/// Counts the brackets of a text that grows line by line. The total cost is linear in the length of the text.
 class BracketCount {
   public:
     /// Whether a bracket, a comment or a string is open at the end of a text.
-    /// @param text  what was given the last time and whole lines behind it
+    /// @param text  the text of the last call with whole lines added
     bool isOpenIn(std::string_view text);
 
   private:
@@ -74,8 +74,8 @@ class BracketCount {
     int depth_ = 0;
 };
 
-/// Replaces the escapes of a string literal: \n \t \r \" \\ ; a backslash before any other character is
-/// dropped, before a line end together with it.
+/// Replaces the escapes of a string literal: \n \t \r \" \\ ; before any other character the backslash is
+/// dropped; before a line end both are dropped.
 std::string unescaped(std::string_view text);
 
 inline bool isIdentifierStart(char c) {

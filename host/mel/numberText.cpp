@@ -22,12 +22,12 @@ int hexDigit(char c) {
     return -1;
 }
 
-/// What stands between the sign and the end of a decimal number.
+/// The part of a decimal number after its sign.
 struct Decimal {
     std::uint64_t mantissa = 0;  // first 19 significant digits
-    int exponent = 0;            // power of ten to apply to the mantissa
-    bool exact = true;           // no digit was left out of the mantissa
-    bool whole = true;           // neither point nor exponent was written
+    int exponent = 0;            // power of ten by which the mantissa is multiplied
+    bool exact = true;           // no digit of the number is missing in the mantissa
+    bool whole = true;           // written without point and exponent
     std::size_t length = 0;
 };
 

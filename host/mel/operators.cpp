@@ -147,7 +147,7 @@ bool onVectors(Operator op, Value& left, const Value& right, std::string& error)
     if (isComparison(op)) {
         const Vector a = *left.convertedTo(Kind::Vector)->getIf<Vector>();
         const Vector b = *right.convertedTo(Kind::Vector)->getIf<Vector>();
-        // An order among vectors is one of their lengths.
+        // Vectors are ordered by their lengths.
         const bool equality = op == Operator::Equal || op == Operator::NotEqual;
         left = equality ? (a == b) == (op == Operator::Equal) : compare(op, left.toFloat(), right.toFloat());
         return true;

@@ -8,10 +8,10 @@
 
 namespace host::mel {
 
-/// `left = left op right` with MEL's promotion: int, float, vector, string, the wider operand decides.
-/// Arithmetic on ints wraps at 32 bits and divides without a remainder; comparisons give 1 or 0.
-/// @param sizeLimit  bytes that a string may reach
-/// @return false with a text in `error` when the operation does not exist for these kinds, or divides by zero
+/// `left = left op right` with MEL's promotion: int, float, vector, string; the wider operand decides.
+/// Arithmetic on ints wraps at 32 bits and divides without a remainder. Comparisons give 1 or 0.
+/// @param sizeLimit  bytes that a string may have
+/// @return false and a text in `error` if the operation does not exist for these kinds, or divides by zero
 bool applyBinary(Operator op, Value& left, const Value& right, std::size_t sizeLimit, std::string& error);
 
 /// The negative or the logical opposite of a value, in place.

@@ -1,3 +1,5 @@
+// The parser's entry, tokens, errors and nodes.
+
 #include "mel/parser.h"
 
 #include <algorithm>
@@ -31,7 +33,7 @@ ParseResult parse(std::string text, std::string fileName, const GlobalTable& glo
     if (program->source.size() >= kGlobalVariable)
         return {nullptr, "Text too long.", {program->fileName, firstLine, 1, {}}};
     findLines(*program);
-    // A guess that holds for plain command lists; saves moving the nodes again and again.
+    // A guess that fits plain command lists. It avoids moving the nodes again and again.
     program->expressions.reserve(program->source.size() / 10);
     program->lists.reserve(program->source.size() / 10);
 
@@ -92,7 +94,8 @@ std::string Parser::tokenText(Index offset) const {
     return '\'' + text + (length > kLongest ? "..." : "") + '\'';
 }
 
-/// The operator before which something else than a variable stands is the next token, or was the last one.
+/// Reports that something other than a variable is before an assignment. Its operator is the next token, or
+/// was the last one.
 void Parser::notAssignable() {
     fail(token_.offset, "Syntax error: only a variable or an element of an array can be changed.");
 }
@@ -101,7 +104,7 @@ void Parser::fail(Index offset, std::string error) {
     if (failed_) return;
     failed_ = true;
     const bool atEnd = offset >= program_.source.size();
-    // The lexer knows better what is wrong at a place where it could not make a token.
+    // If the lexer could not make a token here, it knows better what is wrong.
     const Token atError = lexer_.next(offset);
     error_ = atError.kind == TokenKind::Invalid && atError.offset == offset ? std::string(atError.text)
                                                                             : std::move(error);

@@ -8,12 +8,12 @@
 
 namespace host::mel {
 
-/// Parses a whole text. Linear in its length; nesting deeper than `kMaximumNesting` is an error.
-/// @param globals    variables that earlier runs have left
-/// @param firstLine  number of the line that the text begins on
+/// Parses a whole text. Linear in its length. Nesting deeper than `kMaximumNesting` is an error.
+/// @param globals    variables of earlier runs
+/// @param firstLine  number of the line on which the text begins
 ParseResult parse(std::string text, std::string fileName, const GlobalTable& globals, int firstLine = 1);
 
-/// Parentheses, blocks, brackets and quoted commands inside one another.
+/// How deep parentheses, blocks, brackets and quoted commands may be nested.
 constexpr int kMaximumNesting = 200;
 
 }  // namespace host::mel

@@ -1,3 +1,5 @@
+// Parses commands: their words, flags, and names with subscripts.
+
 #include "mel/builtins.h"
 #include "mel/numberText.h"
 #include "mel/parserState.h"
@@ -6,14 +8,15 @@ namespace host::mel {
 
 namespace {
 
-/// Characters of bare words beside letters and digits: DAG paths, namespaces, attributes, wildcards.
+/// Characters of bare words besides letters and digits: DAG paths, namespaces, attributes, wildcards.
 bool isWordPart(char c) {
     return isIdentifierPart(c) || c == '|' || c == ':' || c == '.' || c == '*' || c == '?';
 }
 
 }  // namespace
 
-/// `name words...` or `name(arguments)`, also as the left end of an expression, up to but without `closing`.
+/// Parses `name words...` or `name(arguments)`, also as the left end of an expression. `closing` is not
+/// taken.
 Index Parser::parseCommand(char closing) {
     const Token name = token_;
     advance();
@@ -21,7 +24,7 @@ Index Parser::parseCommand(char closing) {
     if (!token_.is('(')) return parseWords(name, name.end, mark, closing);
     const Index parenthesis = token_.offset;
     parseArguments();
-    // `setAttr ("a" + ".tx") 5` is a command whose first word stands in parentheses.
+    // `setAttr ("a" + ".tx") 5` is a command whose first word is in parentheses.
     if (scratch_.size() == mark + 1 && continuesAsWords(name, parenthesis, closing))
         return parseWords(name, lastEnd_, mark, closing);
     const std::optional<Value::Kind> kind = typeKeyword(name.text);
@@ -33,7 +36,7 @@ Index Parser::parseCommand(char closing) {
     return failed_ ? kNoIndex : parseExpressionFrom(call);
 }
 
-/// Whether what follows `name (argument)` is another word rather than an operator or the end.
+/// Whether `name (argument)` is followed by another word, rather than an operator or the end.
 bool Parser::continuesAsWords(const Token& name, Index parenthesis, char closing) const {
     if (failed_ || token_.kind == TokenKind::End || token_.is(';') || token_.is(closing)) return false;
     if (token_.kind != TokenKind::Symbol) return true;
@@ -78,7 +81,7 @@ Index Parser::parseWords(const Token& name, Index at, std::size_t mark, char clo
     return makeCall(name, mark);
 }
 
-/// Takes the word at `at` and moves it behind the word. False when no word begins there.
+/// Parses the word at `at` and moves `at` to its end. False if no word begins there.
 bool Parser::parseWord(Index& at) {
     const char c = lexer_.at(at);
     if (c == '-') {
@@ -101,8 +104,8 @@ bool Parser::parseWord(Index& at) {
     return true;
 }
 
-/// `-flag`, `-1.5` or the negative of a variable or a parenthesis. Blanks may stand between a dash and the
-/// name of a flag.
+/// `-flag`, `-1.5`, or the negative of a variable or a parenthesis. There may be blanks between a dash and
+/// the name of a flag.
 Index Parser::parseFlagOrNegative(Index& at) {
     const Index start = at;
     const char next = lexer_.at(at + 1);
@@ -122,7 +125,7 @@ Index Parser::parseFlagOrNegative(Index& at) {
     return result;
 }
 
-/// A number or a name; variables and expressions in the brackets of a name are replaced when the word is
+/// A number or a name. Variables and expressions in the brackets of a name are replaced when the word is
 /// used.
 Index Parser::parseBareWord(Index& at) {
     const Index start = at;
@@ -150,7 +153,7 @@ Index Parser::parseBareWord(Index& at) {
                 scratch_.push_back(addText(partStart, source.substr(partStart, at + 1 - partStart)));
                 partStart = parseSubscript(at);
             }
-            // An index ends the word unless a name goes on behind it: `setAttr bs.w[10000]0.5`.
+            // An index ends the word, unless a name continues after it: `setAttr bs.w[10000]0.5`.
             if (isIdentifierPart(lexer_.at(at))) break;
         } else {
             break;
@@ -175,7 +178,7 @@ Index Parser::parseBareWord(Index& at) {
     return add(word);
 }
 
-/// True for `[` digits, ranges and stars `]`; then `end` is behind the bracket.
+/// Whether the brackets contain only digits, ranges and stars. Then `end` is set to the offset after them.
 bool Parser::isLiteralSubscript(Index at, Index& end) const {
     for (Index i = at + 1; i < lexer_.source().size(); ++i) {
         const char c = lexer_.at(i);
@@ -188,7 +191,7 @@ bool Parser::isLiteralSubscript(Index at, Index& end) const {
     return false;
 }
 
-/// The parts between brackets: expressions, stars and colons. Leaves `at` behind the bracket.
+/// The parts between brackets: expressions, stars and colons. Moves `at` to the end of the brackets.
 /// @return offset of the closing bracket, where the next piece of plain text begins
 Index Parser::parseSubscript(Index& at) {
     const Nesting nesting(*this);
@@ -199,7 +202,7 @@ Index Parser::parseSubscript(Index& at) {
             advance();
             scratch_.push_back(addText(token.offset, lexer_.source().substr(token.offset, 1)));
         } else {
-            // Without the ternary: a colon here separates the ends of a range.
+            // Without the ternary operator: a colon here separates the ends of a range.
             scratch_.push_back(parseBinary(0));
         }
     }

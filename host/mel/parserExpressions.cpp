@@ -1,3 +1,5 @@
+// Parses expressions: operators by level, operands, calls, literals and variables.
+
 #include <array>
 #include <limits>
 
@@ -12,7 +14,7 @@ namespace {
 struct BinaryOperator {
     Symbol symbol;
     Operator op;
-    int level;  // binds tighter the higher
+    int level;  // the higher, the tighter it binds
 };
 
 constexpr double kBelowLowestInt = 2147483648.0;
@@ -75,7 +77,7 @@ Index Parser::parseExpression() {
     return parseExpressionFrom(kNoIndex);
 }
 
-/// @param left  an operand that has been taken already, or kNoIndex
+/// @param left  an operand that has already been taken, or kNoIndex
 Index Parser::parseExpressionFrom(Index left) {
     const Nesting nesting(*this);
     const Index condition = parseBinary(kOrLevel, left);
@@ -110,7 +112,7 @@ Index Parser::parseAssignment(Index left) {
     expression.b = parseExpression();
     if (failed_) return kNoIndex;
 
-    // A name that stands for nothing yet becomes a variable here, behind the value that may not use it.
+    // An unknown name becomes a variable here: after the value, which must not use it.
     Expression& target = program_.expressions[left];
     if (target.a == kNoIndex) target.a = *scopes_.declare(target.text(), Value::Kind::None);
     return add(expression);
@@ -134,7 +136,7 @@ Index Parser::parseBinary(int minimumLevel, Index left) {
     return failed_ ? kNoIndex : left;
 }
 
-/// Operands of one level from left to right stand in one node: a long sum does not make a deep tree.
+/// Operands of one level are stored in one node, from left to right: a long sum does not make a deep tree.
 Index Parser::makeChain(int level, Index left, std::size_t mark) {
     Expression expression;
     expression.offset = program_.expressions[left].offset;
@@ -173,7 +175,7 @@ Index Parser::parseUnary() {
     const bool negate = token_.is('-');
     if (!negate && !token_.is('!')) return accept('+') ? parseUnary() : parsePostfix();
     advance();
-    // The lowest int is written as the negative of a number that is none.
+    // The lowest int is written as the negative of a number that is too large for an int.
     if (negate && token_.kind == TokenKind::Int && token_.number == kBelowLowestInt) {
         advance();
         return addNumber(expression.offset, true, -kBelowLowestInt);
@@ -183,7 +185,7 @@ Index Parser::parseUnary() {
     expression.a = parseUnary();
     if (failed_) return kNoIndex;
     Expression& operand = program_.expressions[expression.a];
-    // Folded except for the one int that has no counterpart.
+    // Folded, except for the one int that has no opposite.
     const bool isInt =
         operand.kind == Expression::Kind::Int && operand.number != std::numeric_limits<int>::min();
     if (negate && (isInt || operand.kind == Expression::Kind::Float)) {
@@ -297,7 +299,7 @@ Index Parser::parseIdentifier() {
     return add(cast);
 }
 
-/// The parenthesised arguments of a call; leaves them at the end of `scratch_`.
+/// Parses the arguments in parentheses of a call. They are left at the end of `scratch_`.
 void Parser::parseArguments() {
     expect('(');
     for (bool first = true; !failed_ && !token_.is(')'); first = false) {
@@ -342,7 +344,7 @@ Index Parser::parseParenthesis() {
     return failed_ ? kNoIndex : add(cast);
 }
 
-/// <<x, y, z>>, or a matrix with rows behind semicolons.
+/// <<x, y, z>>, or a matrix whose rows are separated by semicolons.
 Index Parser::parseVectorOrMatrix() {
     Expression expression;
     expression.offset = token_.offset;
@@ -391,7 +393,7 @@ Index Parser::parseArrayLiteral() {
     return add(expression);
 }
 
-/// A variable with its subscripts. In a command too these may stand behind blanks: no word begins with a
+/// A variable with its subscripts. There may be blanks before these in a command too: no word begins with a
 /// bracket.
 Index Parser::parseVariable() {
     const Token name = token_;

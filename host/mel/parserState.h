@@ -13,9 +13,9 @@ namespace host::mel {
 
 /// The recursive descent over one text.
 ///
-/// `token_` is the next token of expressions and statements, not yet taken; `lastEnd_` is the offset behind
-/// the last one taken, from where words of a command are scanned. The first error makes `token_` the end, so
-/// that every loop runs out.
+/// `token_` is the next token of expressions and statements, not yet taken. `lastEnd_` is the offset after
+/// the last token taken; words of a command are scanned from there. The first error makes `token_` the end,
+/// so that every loop stops.
 class Parser {
   public:
     Parser(Program& program, const GlobalTable& globals)
@@ -92,18 +92,18 @@ class Parser {
     bool accept(Symbol s);
     bool accept(char c) { return accept(symbol(c)); }
     void expect(char c);
-    /// The comma before a further member of a list that ends with `closing`.
+    /// Takes the comma before another member of a list that ends with `closing`.
     void expectComma(char closing);
-    /// Takes the semicolon of a statement, which the last one of a text may lack.
+    /// Takes the semicolon of a statement. The last statement of a text may lack it.
     void endStatement();
     bool isKeyword(std::string_view word) const {
         return token_.kind == TokenKind::Identifier && token_.text == word;
     }
     void fail(Index offset, std::string error);
-    /// An error at the next token: says what stands there.
-    /// @param expected  what could stand there, as "a value"; empty where that would be much
+    /// Reports an error at the next token and says what it is.
+    /// @param expected  what could be there, such as "a value"; empty if that would be too much
     void syntaxError(std::string_view expected = {});
-    /// "'else'", or whatever stands at an offset that is not the end of the text.
+    /// "'else'", or whatever is at an offset before the end of the text.
     std::string tokenText(Index offset) const;
     void notAssignable();
 
@@ -123,9 +123,9 @@ class Parser {
     VariableScopes scopes_;
     Token token_;
     Index lastEnd_ = 0;
-    std::vector<Index> scratch_;  // lists in the making; each level works behind its own mark
+    std::vector<Index> scratch_;  // lists in progress; each level works after its own mark
     int nesting_ = 0;
-    int loops_ = 0;  // around the statement in hand
+    int loops_ = 0;  // number of loops around the current statement
     int switches_ = 0;
     bool failed_ = false;
     TextEnd end_ = TextEnd::Closed;
@@ -133,7 +133,7 @@ class Parser {
     Index errorOffset_ = 0;
 };
 
-/// Counts the levels of recursion; too many are an error of the text.
+/// Counts the levels of recursion. Too many are an error of the text.
 class Parser::Nesting {
   public:
     explicit Nesting(Parser& parser);
@@ -147,7 +147,7 @@ class Parser::Nesting {
 
 /// The kind that a type keyword names.
 std::optional<Value::Kind> typeKeyword(std::string_view word);
-/// 1 or 0 for on, true, yes and off, false, no.
+/// 1 for on, true and yes; 0 for off, false and no.
 std::optional<int> switchWord(std::string_view word);
 
 }  // namespace host::mel

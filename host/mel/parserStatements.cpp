@@ -1,3 +1,5 @@
+// Parses statements, declarations and procedures.
+
 #include "mel/builtins.h"
 #include "mel/parserState.h"
 
@@ -10,7 +12,7 @@ void Parser::parseProgram() {
     program_.body = takeList(0);
 }
 
-/// Leaves the statement, or the several of a declaration, at the end of `scratch_`.
+/// Leaves the statement at the end of `scratch_`, or the statements of a declaration with several variables.
 void Parser::parseStatement() {
     const Nesting nesting(*this);
     if (failed_) return;
@@ -75,7 +77,7 @@ void Parser::parseExpressionStatement() {
     scratch_.push_back(add(statement));
 }
 
-/// A statement as the body of another one.
+/// A statement that is the body of another one.
 Index Parser::parseBody() {
     const std::size_t mark = scratch_.size();
     const Index offset = token_.offset;
@@ -138,7 +140,7 @@ void Parser::parseDeclarator(Value::Kind kind, bool global) {
     statement.kind = Statement::Kind::Declare;
     statement.offset = name.offset;
     parseArraySize(statement, kind);
-    // Before the variable is known: its own name in the value means an outer one.
+    // Before the variable is declared: its own name in the value means an outer variable.
     if (accept('=')) statement.b = parseExpression();
     if (failed_) return;
 
@@ -149,7 +151,7 @@ void Parser::parseDeclarator(Value::Kind kind, bool global) {
                                      "\" as a different type.");
     statement.a = *variable;
     statement.declared = kind;
-    // A declaration alone does not reset a global variable: running a script again finds its old content.
+    // A declaration alone does not reset a global variable: a script that runs again finds its old content.
     statement.keep = *variable >= kGlobalVariable;
     scratch_.push_back(add(statement));
 }
@@ -223,7 +225,7 @@ void Parser::parseParameters(Procedure& procedure) {
     expect(')');
 }
 
-/// A chain of `else if` is one statement, however long it is.
+/// A chain of `else if` is one statement, of any length.
 void Parser::parseIf() {
     Statement statement;
     statement.kind = Statement::Kind::If;

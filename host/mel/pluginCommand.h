@@ -11,18 +11,18 @@
 
 namespace host::mel {
 
-/// What a call of a plug-in's command hands back: the result and, when the command can be undone, the entry
-/// for the undo queue. An entry beside a failed result is dropped.
+/// What a call of a plug-in's command returns: the result and, if the command can be undone, the entry for
+/// the undo queue. The entry of a failed call is dropped.
 struct PluginCallResult {
     CommandResult result;
     std::unique_ptr<graph::UndoEntry> undo{};
 };
 
-/// A script command that a plug-in brings. One object stands for the command, not for one call of it.
+/// A script command of a plug-in. One object represents the command, not one call of it.
 ///
-/// While `call`, and later the entry's undo or redo, run, the graph has no recorder: what they change through
-/// the graph is theirs to take back. Script text that they run through CommandRegistry::executeText leaves
-/// entries only where that asks for it.
+/// The graph has no recorder while `call`, and later the entry's undo or redo, run: they must undo their own
+/// changes to the graph. Script text that they run through CommandRegistry::executeText leaves entries only
+/// if they ask for it.
 class PluginCommand {
   public:
     virtual ~PluginCommand() = default;
@@ -31,7 +31,7 @@ class PluginCommand {
     PluginCommand& operator=(const PluginCommand&) = delete;
 
     virtual PluginCallResult call(std::vector<Value>&& arguments) = 0;
-    /// For `help`; null when the command takes its words as they come.
+    /// For `help`; null if the command takes its words unparsed.
     virtual const Syntax* syntax() const { return nullptr; }
 };
 

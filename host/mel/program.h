@@ -44,8 +44,8 @@ struct ListRange {
     Index count = 0;
 };
 
-/// A node of the expression tree. What the fields hold depends on the kind. A long script has millions of
-/// these.
+/// A node of the expression tree. The meaning of the fields depends on the kind. A long script has millions
+/// of nodes.
 struct Expression {
     enum class Kind : std::uint8_t {
         Int,        // number
@@ -58,7 +58,7 @@ struct Expression {
         Vector,     // list: three operands
         Matrix,     // list: operands, a: rows
         Array,      // list: operands
-        Word,       // list: operands whose texts make up one command word
+        Word,       // list: operands whose texts form one command word
         Unary,      // op, a: operand
         Step,       // op ++ or --, a: Variable or Element, prefix
         Chain,      // a: first operand, list: pairs of operator and operand, from left to right, of equal
@@ -115,7 +115,7 @@ struct Statement {
 
     Kind kind = Kind::Expression;
     Value::Kind declared = Value::Kind::None;
-    bool keep = false;  // a declaration without initial value that leaves the variable as it is
+    bool keep = false;  // a declaration without initial value that does not change the variable
     Index offset = 0;
     Index a = kNoIndex;
     Index b = kNoIndex;
@@ -139,7 +139,7 @@ struct Parameter {
     std::string_view name;
 };
 
-/// A procedure; its parameters are its first locals.
+/// A procedure. Its parameters are its first locals.
 struct Procedure {
     std::string_view name;
     bool global = false;
@@ -149,12 +149,12 @@ struct Procedure {
     Index localCount = 0;
 };
 
-/// A parsed text. Everything refers to `source`, which it owns; the text is not changed after parsing.
+/// A parsed text. Everything refers to `source`, which it owns. The text does not change after parsing.
 struct Program {
     std::string source;
     std::string fileName;
     std::vector<Index> lineStarts;
-    int firstLine = 1;                // number of the line that the text begins on
+    int firstLine = 1;                // number of the line on which the text begins
     std::deque<std::string> strings;  // literals with escapes
     std::vector<Expression> expressions;
     std::vector<Statement> statements;
@@ -170,14 +170,14 @@ struct Program {
 
 /// How a text ends, for readers that get it line by line.
 enum class TextEnd : std::uint8_t {
-    Closed,      ///< behind a whole statement, or at a place that is wrong whatever follows
-    Open,        ///< in a statement that is whole, but has no semicolon: more words may follow
-    BeforeElse,  ///< behind an `if` that may get an `else`
+    Closed,      ///< after a whole statement, or at an error that no further text can repair
+    Open,        ///< in a statement that is whole but has no semicolon: more words may follow
+    BeforeElse,  ///< after an `if` that may get an `else`
     TooEarly     ///< in the middle of something
 };
 
 struct ParseResult {
-    std::shared_ptr<Program> program;  // nullptr when there is an error
+    std::shared_ptr<Program> program;  // nullptr if there is an error
     std::string error;
     SourcePosition position;
     TextEnd end = TextEnd::Closed;

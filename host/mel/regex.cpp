@@ -8,8 +8,7 @@ namespace {
 
 constexpr int kMaximumGroups = 100;
 
-/// Reads `[...]` from behind the opening bracket; moves `at` behind the closing one. False when there is
-/// none.
+/// Reads `[...]` after the opening bracket, and moves `at` past the closing one. False if there is none.
 bool readSet(std::string_view pattern, std::size_t& at, std::vector<bool>& set) {
     set.assign(256, false);
     const bool negated = at < pattern.size() && (pattern[at] == '^' || pattern[at] == '!');
@@ -33,7 +32,7 @@ bool readSet(std::string_view pattern, std::size_t& at, std::vector<bool>& set) 
 
 }  // namespace
 
-/// Turns a pattern into the instructions of a small machine that follows all alternatives at once.
+/// Compiles a pattern into instructions of a small machine that follows all alternatives at once.
 class RegexCompiler {
   public:
     RegexCompiler(std::string_view pattern, Regex& regex) : pattern_(pattern), regex_(regex) {}
@@ -57,7 +56,7 @@ class RegexCompiler {
     }
     std::uint32_t here() const { return static_cast<std::uint32_t>(regex_.code_.size()); }
 
-    /// Makes room for one instruction at `where`; jumps behind it that lead there or further move along.
+    /// Makes room for one instruction at `where`. Later jumps to this place or further on are adjusted.
     void insert(std::uint32_t where) {
         for (std::uint32_t i = where; i < here(); ++i) {
             Regex::Instruction& instruction = regex_.code_[i];
@@ -176,7 +175,7 @@ bool Regex::accepts(const Instruction& instruction, unsigned char byte) const {
     }
 }
 
-/// All ways in which a match may go on at one place of the text, those that began earlier first.
+/// All ways in which a match may continue at one place of the text. Those that began earlier come first.
 struct Regex::Search {
     struct Thread {
         std::uint32_t instruction;
@@ -185,13 +184,13 @@ struct Regex::Search {
 
     std::size_t textLength;
     std::vector<Thread> threads;
-    std::vector<std::uint32_t> marks;  // by instruction: generation in which it was reached
+    std::vector<std::uint32_t> marks;  // by instruction: generation in which it was last reached
     std::uint32_t generation = 0;
     std::vector<std::uint32_t> open;
 };
 
-/// Adds an instruction and what can be reached from it without taking a byte; each once per place, so that
-/// the earliest start keeps it.
+/// Adds an instruction and all that can be reached from it without reading a byte. Each is added once per
+/// place, so that the earliest start keeps it.
 void Regex::follow(std::uint32_t from, std::size_t start, std::size_t at, Search& search) const {
     search.open.assign(1, from);
     while (!search.open.empty()) {

@@ -11,15 +11,14 @@ namespace host::mel {
 
 /// The regular expressions of `match` and `substitute`: . [set] ^ $ * + ? (group) | and \ before a character.
 ///
-/// The leftmost match wins, of those the longest. Matching never backtracks: its cost is at most the length
-/// of the text times that of the pattern.
+/// The leftmost match is taken, and of those the longest. Matching never backtracks: it costs at most the
+/// length of the text times that of the pattern.
 class Regex {
   public:
-    /// Nothing when the pattern is not well formed (open bracket, nothing to repeat, nesting deeper than
-    /// 100).
+    /// Nothing if the pattern is malformed (open bracket, nothing to repeat, nesting deeper than 100).
     static std::optional<Regex> compile(std::string_view pattern);
 
-    /// First and behind-last byte of the match.
+    /// Offsets of the first byte of the match and of the byte after it.
     std::optional<std::pair<std::size_t, std::size_t>> search(std::string_view text) const;
 
   private:

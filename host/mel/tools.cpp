@@ -53,8 +53,8 @@ bool ToolBox::setCurrent(const std::string& name) {
     const std::shared_ptr<Tool> next = find(name);
     if (next == nullptr) return false;
     if (next == current_) return true;
-    // The name and the tool before the calls: either of these may run a script that asks for the current tool
-    // or sets another one.
+    // Name and tool change before the calls: either call may run a script that asks for the current tool or
+    // sets another one.
     const std::shared_ptr<Tool> previous = std::exchange(current_, next);
     currentName_ = name;
     previous->leave();

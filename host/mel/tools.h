@@ -7,11 +7,11 @@
 
 namespace host::mel {
 
-/// What the mouse did in the view, in pixels from its lower left corner.
+/// What the mouse did in the view, in pixels from the view's lower left corner.
 struct MouseEvent {
     enum class Kind { Press, Drag, Release };
     enum class Button { Left = 1, Middle = 2 };
-    /// Which of the host's two viewports sends it: a tool may handle theirs apart.
+    /// Which of the host's two viewports sends it: a tool may treat them differently.
     enum class Viewport { Viewport2, Legacy };
 
     Kind kind = Kind::Press;
@@ -21,7 +21,7 @@ struct MouseEvent {
     Viewport viewport = Viewport::Viewport2;
 };
 
-/// A tool of the view ("context" in scripts): the current one gets the mouse.
+/// A tool of the view ("context" in scripts). The current tool gets the mouse events.
 class Tool {
   public:
     virtual ~Tool() = default;
@@ -36,17 +36,17 @@ class Tool {
     /// Name of the mouse cursor while the tool is current.
     virtual std::string cursor() const { return "default"; }
 
-    /// Called when the tool becomes the current one, and when it no longer is.
+    /// Called when the tool becomes the current one, and when it stops being it.
     virtual void enter() {}
     virtual void leave() {}
-    /// False for a tool whose answer to the mouse this host does not cover.
+    /// False for a tool whose mouse handling this host does not cover.
     virtual bool takesMouse() const = 0;
-    /// @return false when the tool reports a failure
+    /// @return false if the tool reports a failure
     virtual bool handle(const MouseEvent& event) = 0;
 };
 
-/// The tools that there are, by name, and the current one. A tool box starts with the select tool, which
-/// stays and is current whenever no other tool is.
+/// The existing tools by name, and the current one. A tool box starts with the select tool. That tool always
+/// exists, and it is current whenever no other tool is.
 class ToolBox {
   public:
     static constexpr const char* kSelectTool = "selectSuperContext";
@@ -54,18 +54,19 @@ class ToolBox {
     ToolBox();
 
     /// @param command  script command that made the tool
-    /// @return false when the name is taken
+    /// @return false if the name is taken
     bool add(const std::string& name, const std::string& command, std::shared_ptr<Tool> tool);
-    /// Removes all tools that a command made; if one of them is current, the select tool becomes it.
+    /// Removes all tools that a command made. If one of them is current, the select tool becomes the current
+    /// one.
     void removeMadeBy(const std::string& command);
-    /// Null when there is none of that name, or it was made by another command than the one asked for.
+    /// Null if there is none of that name, or if another command than the given one made it.
     std::shared_ptr<Tool> find(const std::string& name) const;
     std::shared_ptr<Tool> find(const std::string& name, const std::string& command) const;
     /// The text with the first number at its end that no tool has.
     std::string freeName(const std::string& text) const;
 
-    /// Leaves the current tool and enters another; nothing happens when it is the current one.
-    /// @return false, and nothing changes, when there is no tool of that name
+    /// Leaves the current tool and enters another. Does nothing if it is already current.
+    /// @return false if there is no tool of that name; then nothing changes
     bool setCurrent(const std::string& name);
     const std::string& currentName() const { return currentName_; }
     const std::shared_ptr<Tool>& current() const { return current_; }

@@ -18,7 +18,7 @@ struct Vector {
     bool operator==(const Vector& other) const { return x == other.x && y == other.y && z == other.z; }
 };
 
-/// A MEL matrix, row after row; `values` has rows * columns entries.
+/// A MEL matrix, row after row. `values` has rows * columns entries.
 struct Matrix {
     int rows = 0;
     int columns = 0;
@@ -29,10 +29,10 @@ struct Matrix {
     }
 };
 
-/// What a script variable holds, a command word becomes and a command returns.
+/// The value of a script variable, of a command word, or of a command's result.
 ///
-/// An int has 32 bits as in MEL. None stands for "no value": the result of a command that returns nothing.
-/// Names, flags and component words are strings. The conversions are MEL's.
+/// An int has 32 bits, as in MEL. None means "no value": the result of a command that returns nothing. Names,
+/// flags and component words are strings. The conversions are MEL's.
 class Value {
   public:
     enum class Kind : std::uint8_t {
@@ -62,7 +62,7 @@ class Value {
     Value(std::vector<std::string> values) : data_(std::move(values)) {}
     Value(std::vector<Vector> values) : data_(std::move(values)) {}
 
-    /// The value that a variable of this kind has before its first assignment: 0, "", an empty array, ...
+    /// The value of a variable of this kind before its first assignment: 0, "", an empty array, ...
     static Value defaultOf(Kind kind);
 
     Kind kind() const { return static_cast<Kind>(data_.index()); }
@@ -71,7 +71,7 @@ class Value {
     bool isString() const { return kind() == Kind::String; }
     bool isArray() const { return kind() >= Kind::IntArray; }
 
-    /// The content when the value is exactly of that type (int, double, std::string, Vector, Matrix or a
+    /// The content if the value has exactly this type (int, double, std::string, Vector, Matrix or a
     /// std::vector of the first four), else nullptr. No copy is made.
     template <typename T>
     const T* getIf() const {
@@ -82,31 +82,31 @@ class Value {
         return std::get_if<T>(&data_);
     }
 
-    /// Scalar conversions. A string gives the number that it begins with, or 0; a vector its length; None 0
-    /// or "". An array gives what its first element gives, so that a command may take a one-element list for
-    /// its element.
+    /// Scalar conversions. A string gives the number at its start, or 0; a vector its length; None 0 or "".
+    /// An array is converted like its first element, so that a command may take a list of one element instead
+    /// of the element.
     int toInt() const;
     double toFloat() const;
     bool toBool() const { return toFloat() != 0; }
-    /// Floats with up to ten significant digits, whole ones without a point; a vector as "x y z"; the
-    /// elements of an array or matrix separated by blanks (the form of a "Result:" line).
+    /// Floats have up to ten significant digits, whole ones no point. A vector is "x y z". Elements of an
+    /// array or matrix are separated by blanks (the form of a "Result:" line).
     std::string toString() const;
     void appendTo(std::string& text) const;
 
-    /// Array conversions, element by element; a scalar gives one element, None gives none, a vector three
+    /// Array conversions, element by element. A scalar gives one element, None gives none, a vector three
     /// numbers.
     std::vector<int> toIntArray() const;
     std::vector<double> toFloatArray() const;
     std::vector<std::string> toStringArray() const;
 
-    /// The conversion of an assignment or of a procedure argument; nothing when MEL does not convert (an
-    /// array to a scalar, text arrays to number arrays). None converts to an empty array only.
+    /// The conversion of an assignment or of a procedure argument. Nothing if MEL does not convert (an array
+    /// to a scalar, text arrays to number arrays). None only converts to an empty array.
     std::optional<Value> convertedTo(Kind kind) const;
 
-    /// MEL's `size`: number of elements of an array, of bytes of a string, 1 otherwise, 0 for None.
+    /// MEL's `size`: number of elements of an array, number of bytes of a string, 0 for None, otherwise 1.
     std::size_t size() const;
-    /// Element of an array; the element kind's default beyond the end (MEL reads such elements without
-    /// complaint).
+    /// Element of an array. Beyond the end, the default of the element kind: MEL reads such elements without
+    /// an error.
     Value element(std::size_t index) const;
 
     bool operator==(const Value& other) const { return data_ == other.data_; }
@@ -119,9 +119,9 @@ class Value {
         data_;
 };
 
-/// "int", "float[]", "void", ... as error messages name a kind.
+/// "int", "float[]", "void", ...: the name of a kind in error messages.
 const char* kindName(Value::Kind kind);
-/// The kind of an array's elements, and of an array of such elements; None when there is none.
+/// The kind of an array's elements, and the kind of an array of such elements; None if there is none.
 Value::Kind elementKind(Value::Kind arrayKind);
 Value::Kind arrayKind(Value::Kind elementKind);
 

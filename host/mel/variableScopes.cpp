@@ -37,7 +37,7 @@ std::optional<Index> VariableScopes::find(std::string_view name) {
     const auto found = globalReferences_.find(name);
     if (found != globalReferences_.end()) return found->second;
     if (!globals_.find(name)) return std::nullopt;
-    // Known from an earlier run: referred to like a variable that this text declares.
+    // Known from an earlier run: it is referred to like a variable that this text declares.
     return globalReference(name, Value::Kind::None);
 }
 
