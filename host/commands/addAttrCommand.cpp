@@ -1,3 +1,5 @@
+// The commands addAttr and deleteAttr.
+
 #include <algorithm>
 #include <map>
 #include <memory>
@@ -15,20 +17,20 @@ namespace {
 using graph::AttributeSpec;
 using graph::ValueKind;
 
-/// A compound attribute is declared child by child; it exists from the last one on.
+/// A compound attribute is declared child by child. It exists once its last child is declared.
 struct OpenCompound {
     AttributeSpec spec;
     std::size_t childCount = 0;
-    std::string parent;  // long name of the open compound that it belongs to, empty for none
+    std::string parent;  // long name of the open compound that it belongs to; empty if none
 };
 
 /// The compounds still being declared, by node.
 using OpenCompounds = std::map<std::uint64_t, std::vector<OpenCompound>>;
 
-/// What -attributeType or -dataType stands for.
+/// What -attributeType or -dataType mean.
 struct TypeChoice {
     ValueKind kind = ValueKind::Double;
-    std::string dataType{};  // also of numbers that are stored as a wider type
+    std::string dataType{};  // also for numbers that are stored as a wider type
     std::size_t childCount = 0;
     ValueKind childKind = ValueKind::Double;
 };
@@ -125,7 +127,7 @@ Found<AttributeSpec> specOf(const ParsedArguments& arguments, const TypeChoice& 
     return {std::move(spec), {}};
 }
 
-/// The children of a compound that is given as data has no names of its own.
+/// The children of a compound whose type has no names for them.
 void addNumberedChildren(AttributeSpec& spec, const TypeChoice& type) {
     for (std::size_t k = 0; k < type.childCount; ++k) {
         const std::string suffix = std::to_string(k);
@@ -154,8 +156,8 @@ OpenCompound* findOpen(std::vector<OpenCompound>& open, const std::string& name)
     return found != open.end() ? &*found : nullptr;
 }
 
-/// Hands a finished attribute to the compound that it belongs to, and that one on when it is complete; to the
-/// node in the end.
+/// Adds a complete attribute to the compound that it belongs to. A compound that is now complete is added to
+/// its own compound, and the last one to the node.
 void place(graph::Graph& graph, graph::Node& node, std::vector<OpenCompound>& open, AttributeSpec spec,
            std::string parent) {
     while (OpenCompound* above = parent.empty() ? nullptr : findOpen(open, parent)) {
@@ -168,7 +170,8 @@ void place(graph::Graph& graph, graph::Node& node, std::vector<OpenCompound>& op
     graph.addAttribute(node, std::move(spec));
 }
 
-/// Adds one attribute to one node. @return the error, empty on success
+/// Adds one attribute to one node.
+/// @return the error; empty on success
 std::string addTo(graph::Graph& graph, OpenCompounds& all, graph::Node& node, const AttributeSpec& spec,
                   const TypeChoice& type, const ParsedArguments& arguments) {
     std::vector<OpenCompound>& open = all[node.id()];
@@ -193,7 +196,7 @@ std::string addTo(graph::Graph& graph, OpenCompounds& all, graph::Node& node, co
     return {};
 }
 
-/// Undo takes compounds under declaration along.
+/// Undo also restores the compounds that are still being declared.
 void recordOpen(graph::Graph& graph, const std::shared_ptr<OpenCompounds>& open, OpenCompounds before) {
     if (graph.recorder() == nullptr) return;
     graph.recorder()->add([open, old = std::move(before)](graph::Graph&) { *open = old; },
@@ -264,7 +267,7 @@ void registerAddAttrCommands(mel::CommandRegistry& registry) {
     adding.flag("min", "minValue", {kReal}).flag("max", "maxValue", {kReal});
     adding.flag("h", "hidden", {kSwitch}).flag("k", "keyable", {kSwitch}).flag("m", "multi");
     adding.flag("p", "parent", {kText}).flag("nc", "numberOfChildren", {ArgumentType::Unsigned});
-    // What the following ask for makes no difference without a window or a value cache.
+    // These flags have no effect without a window or a value cache.
     adding.flag("ci", "cachedInternally", {kSwitch}).flag("nn", "niceName", {kText});
     adding.flag("smn", "softMinValue", {kReal}).flag("smx", "softMaxValue", {kReal});
     adding.flag("uac", "usedAsColor").flag("uaf", "usedAsFilename").objects(ObjectKind::Strings);

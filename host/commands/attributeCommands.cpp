@@ -9,7 +9,7 @@ namespace host::commands {
 
 namespace {
 
-/// Whether a name already means something on the node other than this plug.
+/// Whether a name already means something else than this plug on the node.
 bool isTaken(const graph::Plug& plug, const std::string& name) {
     const graph::Node& node = *plug.node();
     if (node.findAttribute(name) != nullptr) return true;

@@ -30,7 +30,7 @@ std::optional<double> specialNumber(std::string_view word) {
     return std::nullopt;
 }
 
-/// The number of entries that an array begins with. No more is reserved than the line has words for.
+/// The number of entries, with which an array begins. No more is reserved than the line has words.
 std::size_t entryCount(ValueWords& words) {
     const int count = words.integer();
     if (words.ok() && count < 0) words.reject();
@@ -55,12 +55,12 @@ std::array<double, Size> readNumbers(ValueWords& words) {
     return numbers;
 }
 
-/// Most components that a list may name: those who read it make one number of each.
+/// The largest number of components that a list may name: its readers make one number of each.
 constexpr std::int64_t kMaxComponents = 100'000'000;
 
 graph::DataPtr readComponentList(ValueWords& words) {
     auto list = std::make_shared<graph::ComponentListData>();
-    // Files leave the count of an empty list out.
+    // In files, an empty list may lack its count.
     if (words.atEnd()) return list;
     const std::size_t count = entryCount(words);
     list->reserve(std::min(count, words.left()));
@@ -129,7 +129,7 @@ std::optional<Value> emptyValue(std::string_view type) {
     return std::nullopt;
 }
 
-/// Which name of a few numbers a compound has, empty when it is no such compound.
+/// The type name of a compound of a few numbers; empty for other attributes.
 std::string tupleName(const graph::Attribute& attribute) {
     const auto& children = attribute.children();
     if (children.size() < 2 || children.size() > 4) return {};
@@ -256,7 +256,7 @@ std::optional<Value> dataValue(const graph::DataPtr& data, std::string_view type
 }
 
 std::string attributeTypeName(const graph::Attribute& attribute) {
-    // Also of numbers that were declared with a type which is stored as a wider one ("short").
+    // Also for numbers that were declared with a type that is stored as a wider one ("short").
     if (!attribute.spec().dataType.empty()) return attribute.spec().dataType;
     switch (attribute.kind()) {
         case graph::ValueKind::Bool:

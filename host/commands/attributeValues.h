@@ -9,11 +9,11 @@
 #include "commands/commandSupport.h"
 #include "graph/data.h"
 
-/// Attribute values between the words of a script and the graph.
+/// Converts attribute values between the words of a script and the graph.
 namespace host::commands {
 
-/// The values of a command line, read one after the other. The first one that does not fit sets the error;
-/// everything read after it is meaningless.
+/// The values of a command line, read one after the other. The first one that does not fit sets the error.
+/// Everything read after it is meaningless.
 class ValueWords {
   public:
     /// @param words  must outlive this @param first  position of the first value
@@ -26,14 +26,15 @@ class ValueWords {
     bool ok() const { return error_.empty(); }
 
     double number();
-    /// The same, or one of the words nan, inf and -inf, which files of deformed scenes hold.
+    /// A number, or one of the words nan, inf and -inf, which files of deformed scenes contain.
     double anyNumber();
     int integer();
-    /// The text of the next value, whatever its type.
+    /// The text of the next value, of any type.
     std::string text();
-    /// The next value without a copy when it is a string; empty and an error when it is none.
+    /// The next value without a copy, if it is a string; otherwise empty, and an error is set.
     std::string_view word();
-    /// Says that the value read last does not fit, with what is wrong with it where that is not plain.
+    /// Reports that the value read last does not fit.
+    /// @param why  what is wrong with it, if that is not obvious
     void reject(const std::string& why = {});
 
   private:
@@ -50,14 +51,14 @@ int tupleSize(std::string_view type);
 
 /// Whether `readData` knows the type.
 bool isDataType(std::string_view type);
-/// Reads a data object: an array type is its number of entries and then the entries. Linear.
+/// Reads a data object. An array type is its number of entries, followed by the entries. Linear.
 graph::DataPtr readData(ValueWords& words, std::string_view type);
 
-/// The value of a data object as scripts get it; nothing for types that scripts cannot read.
-/// @param type  of the attribute: a null object reads as empty data of it
+/// The value of a data object for scripts; nothing for types that scripts cannot read.
+/// @param type  of the attribute: a null object is read as empty data of this type
 std::optional<Value> dataValue(const graph::DataPtr& data, std::string_view type);
 
-/// The type of an attribute as scripts spell it: "doubleLinear", "double3", "componentList", ...
+/// The type name of an attribute in scripts: "doubleLinear", "double3", "componentList", ...
 std::string attributeTypeName(const graph::Attribute& attribute);
 
 }  // namespace host::commands

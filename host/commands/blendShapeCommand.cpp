@@ -1,3 +1,5 @@
+// The commands blendShape and deformableShape: creating and querying. blendShapeEdit.cpp does the edits.
+
 #include <algorithm>
 
 #include "commands/blendShapeEdit.h"
@@ -13,9 +15,9 @@ namespace {
 
 using graph::NodeRef;
 
-// --- create
+// Create.
 
-/// Shapes that the objects of a call stand for: targets, then the base.
+/// The shapes of the objects of a call: targets, then the base.
 Found<std::vector<NodeRef>> shapesOf(CommandContext& context, const ParsedArguments& arguments) {
     const Found<std::vector<graph::SelectionItem>> objects = objectsOrSelection(context, arguments);
     if (!objects.ok()) return {{}, objects.error};
@@ -37,7 +39,7 @@ Found<std::vector<NodeRef>> shapesOf(CommandContext& context, const ParsedArgume
     return shapes;
 }
 
-/// Takes a deformer that was made at the end of a shape's chain to its front.
+/// Moves a deformer from the end of a shape's chain to its front.
 void moveToFront(graph::Graph& graph, const NodeRef& deformer, const NodeRef& shape) {
     const std::vector<NodeRef> chain = nodes::deformersOf(graph, shape);
     if (chain.size() < 2) return;
@@ -81,9 +83,9 @@ CommandResult create(CommandContext& context, const ParsedArguments& arguments) 
     return CommandResult::success(std::vector<std::string>{blendShape->name()});
 }
 
-// --- query
+// Query.
 
-/// Names of the targets in the order of their weights: the mesh that is connected, else the alias.
+/// Names of the targets in the order of their weights: the connected mesh, or else the alias.
 std::vector<std::string> targetNames(graph::Graph& graph, const NodeRef& blendShape) {
     std::vector<std::string> names;
     for (const int index : nodes::weightIndices(graph, blendShape)) {
@@ -115,7 +117,7 @@ CommandResult query(CommandContext& context, const ParsedArguments& arguments, c
     return CommandResult::success(std::move(weights));
 }
 
-/// The one blend shape that an edit or a query is about.
+/// The one blend shape of an edit or a query.
 Found<NodeRef> namedBlendShape(CommandContext& context, const ParsedArguments& arguments) {
     const Found<std::vector<graph::SelectionItem>> objects = objectsOrSelection(context, arguments);
     if (!objects.ok()) return {nullptr, objects.error};
@@ -135,7 +137,7 @@ CommandResult blendShape(CommandContext& context, const ParsedArguments& argumen
     return error.empty() ? CommandResult::success() : CommandResult::failure(error);
 }
 
-// --- deformableShape
+// The command deformableShape.
 
 CommandResult deformableShape(CommandContext& context, const ParsedArguments& arguments) {
     if (!arguments.isSet("createTweakNode"))
@@ -159,7 +161,8 @@ void registerBlendShapeCommands(mel::CommandRegistry& registry) {
     syntax.flag("n", "name", {kText}).flag("foc", "frontOfChain").flag("o", "origin", {kText});
     syntax.flag("tc", "topologyCheck", {kSwitch}).flag("en", "envelope", {kReal});
     syntax.multiUseFlag("w", "weight", {ArgumentType::Unsigned, kReal});
-    // A whole number argument would bring a weight index that is too large silently into range.
+    // The type is not a whole number, because that would bring a weight index that is too large into range
+    // without an error.
     syntax.multiUseFlag("t", "target", {kText, kReal, kText, kReal});
     syntax.flag("ib", "inBetween").flag("ibt", "inBetweenType", {kText}).flag("rm", "remove");
     syntax.flag("wc", "weightCount", {ArgumentType::Unsigned}).multiUseFlag("g", "geometry", {kText});

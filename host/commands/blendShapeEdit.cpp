@@ -56,8 +56,8 @@ void removeElement(graph::Graph& graph, const graph::Plug& element) {
     graph.removeElement(element);
 }
 
-/// Takes out one item. With its last item the target goes from this base, and with the last base that has it
-/// its weight and alias go.
+/// Removes one item. With its last item, the target is removed from this base. With the last base, its weight
+/// and alias are removed.
 std::string remove(graph::Graph& graph, const NodeRef& blendShape, const TargetWords& words) {
     const graph::Plug item = nodes::targetItemPlug(blendShape, words.baseIndex, words.weightIndex,
                                                    nodes::itemIndex(words.fullWeight));
@@ -77,7 +77,7 @@ std::string remove(graph::Graph& graph, const NodeRef& blendShape, const TargetW
     return {};
 }
 
-/// Whether -target asks for what this host can do with it.
+/// Why this host cannot do what -target asks for; empty if it can.
 std::string inBetweenObstacle(const ParsedArguments& arguments) {
     if (!arguments.isSet("inBetweenType") || arguments.text("inBetweenType") == "absolute") return {};
     return "blendShape: In-betweens other than absolute ones are not covered.";

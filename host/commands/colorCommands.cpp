@@ -16,9 +16,9 @@ using nodes::Color;
 
 constexpr std::array<const char*, 4> kChannels{"colorR", "colorG", "colorB", "alpha"};
 
-// --- polyColorPerVertex
+// The command polyColorPerVertex.
 
-/// Vertices that an item stands for: all of a whole mesh.
+/// Vertices of an item. A whole mesh means all of them.
 Found<std::vector<int>> verticesOfItem(graph::Graph& graph, const graph::SelectionItem& item) {
     const Found<nodes::MeshPtr> mesh = evaluatedMesh(graph, item.node);
     if (!mesh.ok()) return {{}, "polyColorPerVertex: " + mesh.error};
@@ -40,7 +40,7 @@ std::array<std::optional<float>, 4> channelsOf(const ParsedArguments& arguments)
     return channels;
 }
 
-/// A colour with some channels replaced, or added to. A vertex without colour starts as opaque black.
+/// A colour with some channels replaced or increased. A vertex without colour starts as opaque black.
 Color changed(const Color& present, const std::array<std::optional<float>, 4>& channels, bool isRelative) {
     Color color = present == nodes::kUnsetColor ? Color{0.0F, 0.0F, 0.0F, 1.0F} : present;
     for (std::size_t k = 0; k < channels.size(); ++k) {
@@ -114,7 +114,7 @@ CommandResult polyColorPerVertex(CommandContext& context, const ParsedArguments&
     return CommandResult::success(true);
 }
 
-// --- polyColorSet
+// The command polyColorSet.
 
 CommandResult querySets(graph::Graph& graph, const NodeRef& shape, const ParsedArguments& arguments) {
     if (arguments.isSet("allColorSets")) return CommandResult::success(nodes::colorSetNames(graph, shape));
@@ -126,7 +126,8 @@ CommandResult querySets(graph::Graph& graph, const NodeRef& shape, const ParsedA
                                                   : std::vector<std::string>{current});
 }
 
-/// One action on one shape. @return the error, empty on success
+/// One action on one shape.
+/// @return the error; empty on success
 std::string changeSets(graph::Graph& graph, const NodeRef& shape, const ParsedArguments& arguments,
                        std::vector<std::string>& names) {
     const std::string name =

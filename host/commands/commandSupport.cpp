@@ -15,7 +15,7 @@ namespace {
 
 constexpr double kFramesPerSecond = 24.0;
 
-/// pnts[...] of the mesh for a vertex word behind a mesh's name.
+/// The plug pnts[...] of a mesh for a vertex word after the mesh's name.
 graph::PlugMatch pointPlug(graph::Graph& graph, const graph::NodeRef& node, std::string_view attribute) {
     const auto word = graph::parseMeshComponentWord(attribute);
     const graph::NodeRef shape = word && node->type().isDag() ? graph.shapeOf(node) : nullptr;
@@ -27,8 +27,8 @@ graph::PlugMatch pointPlug(graph::Graph& graph, const graph::NodeRef& node, std:
     return {points.element(word->run.first), last, true};
 }
 
-/// Component words of one kind and object that follow each other. Taken together they cost a sort, taken one
-/// by one they would cost a pass over the component for each.
+/// Consecutive component words of one kind and object. Together they cost a sort. One by one, each would cost
+/// a pass over the component.
 struct ComponentGroup {
     std::size_t words = 1;
     std::string all;  // the name of all components of the object
@@ -56,7 +56,7 @@ ComponentGroup componentGroup(const std::vector<std::string>& names, std::size_t
     return group;
 }
 
-/// Leaves of complete components what a group of words names; fails when a word names nothing.
+/// Reduces complete components to what a group of words names. Fails if a word names nothing.
 void cutDown(graph::NameMatches& matches, const ComponentGroup& group) {
     for (graph::SelectionItem& item : matches.items) {
         const int count = item.component->count();

@@ -10,7 +10,7 @@
 #include "graph/names.h"
 #include "mel/commandRegistry.h"
 
-/// What all command families share: looking names up with the host's error texts, units, results.
+/// What all command families share: looking up names with the host's error texts, units, results.
 namespace host::commands {
 
 using mel::ArgumentType;
@@ -30,51 +30,51 @@ struct Found {
     bool ok() const { return error.empty(); }
 };
 
-/// The one node of a name.
+/// The one node with a name.
 Found<graph::NodeRef> findOneNode(const graph::Graph& graph, const std::string& name);
 
 /// Everything that the names match, in their order.
 Found<std::vector<graph::SelectionItem>> findItems(graph::Graph& graph,
                                                    const std::vector<std::string>& names);
 
-/// The objects of a command line or, when none are given, the selection.
+/// The objects of a command line; if there are none, the selection.
 Found<std::vector<graph::SelectionItem>> objectsOrSelection(CommandContext& context,
                                                             const ParsedArguments& arguments);
 
 /// The nodes of items in order, each once.
 std::vector<graph::NodeRef> nodesOf(const std::vector<graph::SelectionItem>& items);
 
-/// A plug by name. "mesh.vtx[3:5]" stands for the shape's pnts; ".attribute" alone belongs to the first
-/// selected node.
+/// A plug by name. "mesh.vtx[3:5]" means the shape's pnts. ".attribute" alone is a plug of the first selected
+/// node.
 Found<graph::PlugMatch> findOnePlug(graph::Graph& graph, const std::string& name);
 
-/// Number of elements that the plug's name stands for: 1 without a range.
+/// Number of elements that the plug's name means: 1 without a range.
 std::int64_t rangeLength(const graph::PlugMatch& match);
 
-/// Whether a plug, or an array or compound that it lies in, is locked.
+/// Whether a plug, or an array or compound that contains it, is locked.
 bool isLocked(const graph::Plug& plug);
-/// Whether something feeds the plug, directly or through a compound above it.
+/// Whether the plug has an incoming connection, directly or through a compound above it.
 bool hasSource(const graph::Graph& graph, const graph::Plug& plug);
 
-/// The node and the whole attribute path in long names, as the sentences about connections name a plug.
+/// The node and the whole attribute path in long names, as messages about connections name a plug.
 std::string fullPlugName(const graph::Graph& graph, const graph::Plug& plug);
 
-/// A value between the unit that scripts use (degrees, frames of a film) and the graph's (radians, seconds).
+/// Converts a value between the unit of scripts (degrees, frames of film) and that of the graph (radians,
+/// seconds).
 double fromScriptUnit(graph::ValueKind kind, double value);
 double toScriptUnit(graph::ValueKind kind, double value);
 
-/// A wanted name with what no name may hold replaced by underscores; empty when nothing legal is in it. A "#"
-/// at the end becomes the first free number.
-/// Names with a namespace give an error: there are none in this host.
+/// A wanted name with all illegal characters replaced by underscores; empty if it has no legal ones. A "#" at
+/// the end becomes the first free number. A name with a namespace is an error: this host has no namespaces.
 Found<std::string> legalName(const std::string& wanted);
 
-/// Nodes that every scene has: they can be neither renamed nor deleted.
+/// Whether every scene has this node: it can be neither renamed nor deleted.
 bool isDefaultNode(const graph::Node& node);
 
 /// Shortest unique names.
 std::vector<std::string> uniqueNames(const graph::Graph& graph, const std::vector<graph::NodeRef>& nodes);
 
-/// Replaces the selection by these nodes.
+/// Selects these nodes only.
 void selectNodes(graph::Graph& graph, const std::vector<graph::NodeRef>& nodes);
 
 /// Shorthand for flag tables.

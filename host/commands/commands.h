@@ -2,14 +2,14 @@
 
 #include "mel/commandRegistry.h"
 
-/// The host's script commands, by family. Their names, flags, argument orders and results are the host's; a
-/// flag that is not covered fails with an error that says so.
+/// The host's script commands, by family. Names, flags, argument orders and results are those of Maya. A flag
+/// that is not covered fails with an error that says so.
 namespace host::commands {
 
-/// Adds all commands. The registry's graph has its node types registered and its scene set up.
+/// Adds all commands. The node types of the registry's graph must be registered and its scene set up.
 void registerCommands(mel::CommandRegistry& registry);
 
-// One function a family.
+// One function per family.
 void registerNodeCommands(mel::CommandRegistry& registry);      // createNode delete rename nodeType objExists
 void registerDuplicateCommand(mel::CommandRegistry& registry);  // duplicate
 void registerDumpCommand(mel::CommandRegistry& registry);       // headlessDump

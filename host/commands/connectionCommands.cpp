@@ -13,7 +13,7 @@ struct Ends {
     graph::Plug destination;
 };
 
-/// Both ends as they are named; a name that finds nothing is an error in the words of these commands.
+/// Both ends, found by name. A name that matches nothing is an error with the texts of these commands.
 Found<Ends> namedEnds(CommandContext& context, const ParsedArguments& arguments) {
     const std::vector<std::string> names = arguments.objectNames();
     const Found<graph::PlugMatch> source = findOnePlug(context.graph, names[0]);
@@ -23,13 +23,13 @@ Found<Ends> namedEnds(CommandContext& context, const ParsedArguments& arguments)
     return {{source.value.plug, destination.value.plug}, {}};
 }
 
-/// Multis with an element an instance of their object, of which there is one here.
+/// Multis with one element per instance of their object. Here an object has one instance.
 bool isPerInstance(const graph::Attribute& attribute) {
     return attribute.isOutput() || attribute.longName() == "instObjGroups";
 }
 
-/// Fills in what the names leave open: a multi by instance ("worldMesh") means its first element, and
-/// -nextAvailable makes a multi the element past its last one.
+/// Completes the ends. A multi with an element per instance ("worldMesh") means its first element. With
+/// -nextAvailable, a multi means the element after its last one.
 void completeEnds(graph::Graph& graph, Ends& ends, bool takesNext) {
     if (ends.destination.isArray() && takesNext)
         ends.destination = ends.destination.element(graph.nextIndex(ends.destination));
@@ -69,7 +69,7 @@ CommandResult connectAttr(CommandContext& context, const ParsedArguments& argume
     return CommandResult::success("Connected " + source + " to " + destination + '.');
 }
 
-/// The element of a multi that the source feeds; an empty plug when it feeds none.
+/// The element of a multi that the source is connected to; an empty plug if there is none.
 graph::Plug fedElement(const graph::Graph& graph, const Ends& ends) {
     for (const graph::Plug& fed : graph.destinations(ends.source)) {
         if (fed.isElement() && fed.array() == ends.destination) return fed;
@@ -104,7 +104,7 @@ CommandResult isConnected(CommandContext& context, const ParsedArguments& argume
     return CommandResult::success(context.graph.source(found.value.destination) == found.value.source);
 }
 
-/// What feeds the plug, directly or through a compound or array above it; the plug of that level in `fed`.
+/// The source of the plug, or of a compound or array above it. `fed` is the plug of that level.
 graph::Plug sourceAtOrAbove(const graph::Graph& graph, const graph::Plug& plug, graph::Plug& fed) {
     for (fed = plug; fed; fed = fed.parent()) {
         if (graph::Plug source = graph.source(fed)) return source;
@@ -166,7 +166,7 @@ void registerConnectionCommands(mel::CommandRegistry& registry) {
     registry.add("disconnectAttr", disconnecting, disconnectAttr);
 
     Syntax testing;
-    // There are no conversion nodes that could be skipped.
+    // There are no conversion nodes to skip.
     testing.flag("iuc", "ignoreUnitConversion").objects(ObjectKind::Strings, 2, 2);
     registry.add("isConnected", testing, isConnected);
 

@@ -8,8 +8,8 @@ using graph::ValueKind;
 
 enum class Fit { Yes, No, NeedsUnitConversion };
 
-/// Angles and times are not stored in the units that scripts see; a plain number on the other side would be
-/// taken for radians or seconds.
+/// Angles and times are not stored in the units of scripts. A plain number on the other side would be taken
+/// for radians or seconds.
 bool hasUnit(ValueKind kind) {
     return kind == ValueKind::Angle || kind == ValueKind::Time;
 }
@@ -23,12 +23,12 @@ bool dataFits(const std::string& from, const std::string& to) {
     return from == to || from.empty() || to.empty() || (to == "geometry" && from == "mesh");
 }
 
-/// What an object connects to a set to become its member: itself, or a group of its components.
+/// What an object connects to a set to become a member: itself, or a group of its components.
 bool isMembership(const graph::Attribute& attribute) {
     return attribute.isCompound() && attribute.path().front()->longName() == "instObjGroups";
 }
 
-/// What edits of single vertices of a shape go to: the connection says where, no value passes.
+/// The node that stores the vertex edits of a shape: the connection only points to it, and passes no value.
 bool isEditLocation(const graph::Attribute& from, const graph::Attribute& to) {
     return from.isCompound() && from.children().size() == 3 && to.longName() == "tweakLocation";
 }

@@ -6,8 +6,8 @@
 
 namespace host::commands {
 
-/// Why the one plug cannot feed the other, as a sentence; empty when it can. Looks at what the attributes
-/// are, not at locks or at what is connected now.
+/// Why a plug cannot be connected to another, as a sentence; empty if it can. Checks only the attributes, not
+/// locks or existing connections.
 std::string connectionProblem(const graph::Plug& source, const graph::Plug& destination);
 
 }  // namespace host::commands

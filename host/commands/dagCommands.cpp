@@ -1,3 +1,5 @@
+// The commands of the hierarchy: parent, group, listRelatives.
+
 #include <algorithm>
 #include <optional>
 
@@ -18,7 +20,7 @@ bool isAncestor(const graph::Node& above, const graph::Node& node) {
     return false;
 }
 
-/// Moves a node below another parent; a transform keeps its place in the world unless `isRelative`.
+/// Moves a node below another parent. A transform keeps its place in the world unless `isRelative`.
 void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* parent, bool isRelative) {
     const bool keepsPlace = !isRelative && node->isA("transform");
     const geometry::Matrix4 world = keepsPlace ? nodes::worldMatrix(graph, node) : geometry::Matrix4();
@@ -26,7 +28,7 @@ void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* par
     nodes::compensateParentScale(graph, node);
     if (!keepsPlace) return;
     const geometry::Matrix4 local = world * nodes::parentMatrix(graph, node).inverse().matrix;
-    // What stands in the right place already keeps its values to the last digit.
+    // A node that is already in the right place keeps its exact values.
     if (!geometry::isEquivalent(local, nodes::localMatrix(graph, node), 1e-12))
         nodes::setLocalMatrix(graph, node, local);
 }
@@ -38,7 +40,7 @@ struct ParentRequest {
     bool isRelative = false;
 };
 
-/// Why a child cannot go where it is to go; empty when it can.
+/// Why a child cannot be moved there; empty if it can.
 std::string parentProblem(const graph::Graph& graph, const ParentRequest& request,
                           const graph::NodeRef& child) {
     const std::string name = graph.uniqueName(*child);
@@ -54,15 +56,14 @@ std::string parentProblem(const graph::Graph& graph, const ParentRequest& reques
     return {};
 }
 
-/// The transforms that plain shape names on the command line stand for are not looked up: the host moves a
-/// shape only when told to.
+/// A shape named on the command line does not mean its transform: the host moves a shape only if told to.
 Found<ParentRequest> parentRequest(CommandContext& context, const ParsedArguments& arguments) {
     Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return {{}, items.error};
     Found<ParentRequest> request;
     request.value.children = nodesOf(items.value);
     request.value.isShape = arguments.isSet("shape");
-    // A shape has no place of its own to keep.
+    // A shape has no position of its own to keep.
     request.value.isRelative = arguments.isSet("relative") || request.value.isShape;
     if (!arguments.isSet("world")) {
         if (request.value.children.size() < 2)
@@ -98,7 +99,7 @@ CommandResult parent(CommandContext& context, const ParsedArguments& arguments) 
     return CommandResult::success(uniqueNames(graph, request.value.children));
 }
 
-/// Lowest node above all of these; null when only the world is.
+/// Lowest node above all of these; null if that is the world.
 graph::Node* commonParent(const std::vector<graph::NodeRef>& nodes) {
     if (nodes.empty()) return nullptr;
     for (graph::Node* at = nodes.front()->parent(); at != nullptr; at = at->parent()) {
@@ -110,7 +111,7 @@ graph::Node* commonParent(const std::vector<graph::NodeRef>& nodes) {
     return nullptr;
 }
 
-/// What is to be grouped: transforms; a shape stands for its transform.
+/// The nodes to group: transforms; a shape means its transform.
 Found<std::vector<graph::NodeRef>> groupMembers(CommandContext& context, const ParsedArguments& arguments) {
     Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return {{}, items.error};
@@ -148,7 +149,7 @@ CommandResult group(CommandContext& context, const ParsedArguments& arguments) {
     }
     const graph::NodeRef made = graph.createNode(*graph.types().find("transform"), name.value, above);
     for (const graph::NodeRef& member : members.value) {
-        // A member below another member goes along with it.
+        // A member below another member moves with it.
         if (!isAncestor(*made, *member)) moveBelow(graph, member, made.get(), arguments.isSet("relative"));
     }
     selectNodes(graph, {made});
@@ -168,9 +169,9 @@ bool passes(const graph::Graph& graph, const RelativesFilter& filter, const grap
                                                [&](const std::string& type) { return node.isA(type); });
 }
 
-/// Everything below a node, each node after what is below it.
+/// Everything below a node; each node comes after the nodes below it.
 std::vector<graph::Node*> nodesBelow(const graph::Node& node) {
-    // Parents first and last children first is the order asked for, backwards.
+    // The wanted order, backwards, is parents first and last children first.
     std::vector<graph::Node*> below;
     std::vector<graph::Node*> ahead = node.children();
     while (!ahead.empty()) {
@@ -210,7 +211,7 @@ CommandResult listRelatives(CommandContext& context, const ParsedArguments& argu
     for (const graph::SelectionItem& item : items.value) {
         const graph::Node& node = *item.node;
         const bool isParentQuery = arguments.isSet("parent") || arguments.isSet("allParents");
-        // The owner of components is their transform's shape.
+        // The owner of components is the shape of their transform.
         if (item.component && isParentQuery && filter.types.empty()) {
             names.push_back(paths.of(node));
             continue;

@@ -1,3 +1,5 @@
+// The command headlessDump: the whole scene as text.
+
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "geometry/textFile.h"
@@ -9,7 +11,7 @@ namespace host::commands {
 namespace {
 
 CommandResult headlessDump(CommandContext& context, const ParsedArguments& arguments) {
-    // Evaluating stores the deltas of live targets: else equal scenes might give different dumps.
+    // Evaluating stores the deltas of live targets. Otherwise equal scenes might give different dumps.
     for (const graph::NodeRef& shape : context.graph.nodesOfType("mesh"))
         nodes::meshOf(context.graph, shape);
     std::string text = graph::sceneDump(context.graph);

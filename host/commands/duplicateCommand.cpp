@@ -11,7 +11,7 @@ namespace host::commands {
 
 namespace {
 
-/// The copy is shaded as the original is.
+/// The copy gets the shading of the original.
 void copyShading(graph::Graph& graph, const graph::NodeRef& from, const graph::NodeRef& to) {
     for (const graph::NodeRef& set : nodes::setsOf(graph, from)) {
         if (!set->isA("shadingEngine")) continue;
@@ -31,13 +31,13 @@ graph::NodeRef copyNode(graph::Graph& graph, graph::Node& node, graph::Node* par
     return copy;
 }
 
-/// Name for the copy of a child: the shape that is named after its transform stays so.
+/// Name for the copy of a child. A shape that is named after its transform is named after the copied one.
 std::string childName(const graph::Node& child, const graph::Node& copiedParent) {
     const bool isNamesake = child.isA("shape") && child.name() == nodes::shapeNameFor(child.parent()->name());
     return isNamesake ? nodes::shapeNameFor(copiedParent.name()) : child.name();
 }
 
-/// Copies a node and, unless `nodeOnly`, what is below it; appends the copies that are no shapes, top first.
+/// Copies a node and, unless `nodeOnly`, what is below it. Appends the copies that are not shapes, top first.
 /// Hierarchies may be deeper than the machine's stack.
 graph::NodeRef copyTree(graph::Graph& graph, graph::Node& root, const std::string& name, bool nodeOnly,
                         std::vector<graph::NodeRef>& copies) {

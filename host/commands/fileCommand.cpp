@@ -16,14 +16,14 @@ namespace {
 
 using graph::NodeRef;
 
-// --- options
+// Options.
 
 struct Option {
     std::string name;
     std::string value;
 };
 
-/// "mo=1;lo=0" taken apart.
+/// Parses "mo=1;lo=0".
 std::vector<Option> optionsOf(const std::string& text) {
     std::vector<Option> options;
     for (std::size_t from = 0; from < text.size();) {
@@ -41,7 +41,7 @@ std::string notCovered(const Option& option) {
     return "file: The option " + option.name + '=' + option.value + " is not covered.";
 }
 
-/// Objects are kept apart; a file that has only one may be asked for as one.
+/// Objects always become separate meshes. A file with only one object may also be imported as one mesh.
 std::string importObstacle(const ParsedArguments& arguments, std::size_t objectCount) {
     for (const Option& option : optionsOf(arguments.text("options"))) {
         if (option.name != "mo" || (option.value != "1" && objectCount > 1)) return notCovered(option);
@@ -49,8 +49,7 @@ std::string importObstacle(const ParsedArguments& arguments, std::size_t objectC
     return {};
 }
 
-/// Faces belong to no groups here, so that those can be asked for and are none; smoothing, materials and
-/// normals are not written.
+/// Groups may be asked for: faces here belong to none. Smoothing, materials and normals are not written.
 std::string exportObstacle(const ParsedArguments& arguments) {
     for (const Option& option : optionsOf(arguments.text("options"))) {
         if (option.name == "groups" || option.name == "ptgroups") continue;
@@ -61,7 +60,7 @@ std::string exportObstacle(const ParsedArguments& arguments) {
     return {};
 }
 
-/// Whether the type that a call names, or else the file's suffix, is the expected one.
+/// Empty if the type that a call names, or else the file's suffix, is the expected one; otherwise the error.
 std::string typeObstacle(const ParsedArguments& arguments, const std::string& path, const char* type) {
     const bool fits = arguments.isSet("type") ? arguments.text("type") == type
                                               : std::filesystem::u8path(path).extension() == ".obj";
@@ -69,7 +68,7 @@ std::string typeObstacle(const ParsedArguments& arguments, const std::string& pa
                 : std::string("file: Files other than of type \"") + type + "\" are not covered.";
 }
 
-// --- import
+// Import.
 
 /// Name for a mesh without one: that of its file.
 std::string nameFor(const geometry::ObjObject& object, const std::string& path) {
@@ -103,7 +102,7 @@ CommandResult importFile(CommandContext& context, const ParsedArguments& argumen
     return CommandResult::success(arguments.isSet("returnNewNodes") ? Value(std::move(names)) : Value(path));
 }
 
-// --- export
+// Export.
 
 /// Visible meshes at and below a node, each once.
 void collectMeshes(graph::Graph& graph, const NodeRef& node, std::vector<NodeRef>& shapes) {
@@ -114,10 +113,10 @@ void collectMeshes(graph::Graph& graph, const NodeRef& node, std::vector<NodeRef
     });
 }
 
-/// What is written of a shape: its points as they lie in the world, under the name of its transform.
+/// The data written for a shape: its points in world space, under the name of its transform.
 geometry::ObjObject objectOf(graph::Graph& graph, const NodeRef& shape, const nodes::MeshPtr& mesh) {
     const geometry::Matrix4 world = nodes::worldMatrix(graph, shape);
-    // The identity would change the sign of a zero.
+    // Multiplying by the identity would change the sign of a zero.
     const bool isInPlace = world == geometry::Matrix4();
     return {shape->parent()->name(), isInPlace ? mesh->mesh : geometry::transformed(mesh->mesh, world), {}};
 }
@@ -149,9 +148,9 @@ CommandResult exportFile(CommandContext& context, const ParsedArguments& argumen
     return error.empty() ? CommandResult::success(path) : CommandResult::failure(error);
 }
 
-// --- new
+// New.
 
-/// An empty scene with fresh default nodes. This cannot be undone, and what came before cannot either.
+/// An empty scene with new default nodes. Neither this nor anything before it can be undone.
 CommandResult newScene(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
     const std::vector<NodeRef> nodes = graph.nodes();
@@ -195,7 +194,7 @@ void registerFileCommand(mel::CommandRegistry& registry) {
     syntax.flag("i", "import").flag("es", "exportSelected").flag("ea", "exportAll").flag("new", "newFile");
     syntax.flag("f", "force").flag("typ", "type", {kText}).flag("op", "options", {kText});
     syntax.flag("rnn", "returnNewNodes").flag("ns", "namespace", {kText}).flag("sn", "sceneName");
-    // Without versions, references and namespaces there is nothing that these could change.
+    // There are no versions, references and namespaces that these flags could affect.
     syntax.flag("iv", "ignoreVersion").flag("pr", "preserveReferences");
     syntax.flag("mnc", "mergeNamespacesOnClash", {kSwitch});
     syntax.enableQuery().objects(ObjectKind::Strings, 0, 1);

@@ -9,7 +9,7 @@ namespace host::commands {
 
 namespace {
 
-/// Most elements that one range may ask for; the result has some numbers of each.
+/// The largest number of elements in one range. The result has some numbers for each.
 constexpr std::int64_t kMaxRange = 50'000'000;
 
 bool isWhole(graph::ValueKind kind) {
@@ -22,12 +22,12 @@ Value numberValue(graph::Graph& graph, const graph::Plug& plug) {
     return isWhole(kind) ? Value(static_cast<int>(value)) : Value(value);
 }
 
-/// Joins the values below a plug that stands for more than one: elements of a multi, children of a compound.
+/// Joins the values below a plug that means several: elements of a multi, children of a compound.
 class ValueCollector {
   public:
     explicit ValueCollector(graph::Graph& graph) : graph_(graph) {}
 
-    /// @return the error, empty on success
+    /// @return the error; empty on success
     std::string collect(const graph::Plug& plug) {
         if (plug.isArray()) {
             for (const int index : graph_.elements(plug)) {
@@ -106,7 +106,7 @@ CommandResult readOne(graph::Graph& graph, const graph::Plug& plug, bool asStrin
 
 CommandResult readValue(graph::Graph& graph, const graph::PlugMatch& match, bool asString) {
     graph::Plug plug = match.plug;
-    // A computed multi ("worldMatrix") has no stored elements; its first one is meant.
+    // A computed multi ("worldMatrix") has no stored elements: its first one is meant.
     if (plug.isArray() && plug.attribute().isOutput()) plug = plug.element(0);
     const std::int64_t length = rangeLength(match);
     const bool isRange = length > 1;
@@ -128,7 +128,7 @@ bool isSettable(const graph::Graph& graph, const graph::Plug& plug) {
     return !plug.attribute().isOutput() && !isLocked(plug) && !hasSource(graph, plug);
 }
 
-/// What the query flags ask for; nothing when none is given.
+/// The result of the query flags; nothing if none is given.
 std::optional<CommandResult> query(graph::Graph& graph, const graph::Plug& plug,
                                    const ParsedArguments& arguments) {
     const graph::PlugState state = plug.node()->state(plug.key());
@@ -160,7 +160,7 @@ void registerGetAttrCommand(mel::CommandRegistry& registry) {
     Syntax syntax;
     syntax.flag("s", "size").flag("mi", "multiIndices").flag("typ", "type").flag("l", "lock");
     syntax.flag("k", "keyable").flag("cb", "channelBox").flag("se", "settable").flag("as", "asString");
-    // Everything is evaluated silently here anyway.
+    // Evaluation is always silent here.
     syntax.flag("sl", "silent").objects(ObjectKind::Strings, 1, 1);
     registry.add("getAttr", syntax, getAttr, "caching ca constraint c expandEnvironmentVariables x time t");
 }

@@ -19,7 +19,7 @@ std::vector<double> listOf(const Vec3& value) {
     return {value.x, value.y, value.z};
 }
 
-/// -position counts in the world unless -relative is given.
+/// -position is in world space unless -relative is given.
 std::string setPosition(graph::Graph& graph, const NodeRef& joint, const ParsedArguments& arguments) {
     if (!arguments.isSet("position")) return {};
     Vec3 position = vectorOf(arguments.values("position"));
@@ -34,7 +34,8 @@ std::string setNumberFlag(graph::Graph& graph, const NodeRef& joint, const char*
     return error;
 }
 
-/// What creating and editing have in common. @return empty, or the error
+/// What creating and editing have in common.
+/// @return empty, or the error
 std::string setValues(graph::Graph& graph, const NodeRef& joint, const ParsedArguments& arguments) {
     if (arguments.isSet("absolute") && arguments.isSet("relative"))
         return "joint: -absolute and -relative cannot be used together.";
@@ -51,7 +52,7 @@ std::string setValues(graph::Graph& graph, const NodeRef& joint, const ParsedArg
     return error;
 }
 
-/// The one transform that a new joint goes below; null for the top level.
+/// The one transform that a new joint is put below; null for the top level.
 Found<NodeRef> parentOf(CommandContext& context, const ParsedArguments& arguments) {
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return {nullptr, items.error};

@@ -1,3 +1,5 @@
+// The command ls.
+
 #include <algorithm>
 #include <unordered_set>
 
@@ -13,9 +15,9 @@ namespace {
 
 using graph::SelectionItem;
 
-/// What `ls` leaves of the nodes it looks at.
+/// Which nodes `ls` lists.
 struct Filter {
-    std::vector<std::string> kinds;  // names of types, any of which will do
+    std::vector<std::string> kinds;  // names of types; one of them must fit
     std::vector<std::string> exactTypes;
     std::vector<std::string> excludedTypes;
     bool intermediateOnly = false;
@@ -92,8 +94,8 @@ bool isTopLevel(const graph::Node& node) {
     return node.parent() == nullptr;
 }
 
-/// The host lists nodes of a kind by name, the whole scene in order of creation. Of nodes that share a name
-/// the one at the top comes first.
+/// Nodes of a kind are listed by name, the whole scene in order of creation. Of nodes with the same name, the
+/// one nearest to the top comes first.
 void sortByName(const graph::Graph& graph, std::vector<SelectionItem>& items) {
     std::stable_sort(items.begin(), items.end(), [&](const SelectionItem& a, const SelectionItem& b) {
         if (a.node->name() != b.node->name()) return a.node->name() < b.node->name();
@@ -102,8 +104,8 @@ void sortByName(const graph::Graph& graph, std::vector<SelectionItem>& items) {
     });
 }
 
-/// Everything of the given names. A name that matches nothing is no error here, and one that several objects
-/// share stands for all of them.
+/// Everything with the given names. A name that matches nothing is not an error here, and one that several
+/// objects share means all of them.
 std::vector<SelectionItem> namedItems(graph::Graph& graph, const std::vector<std::string>& names) {
     std::vector<SelectionItem> items;
     for (const std::string& name : names) {
@@ -127,7 +129,7 @@ std::vector<SelectionItem> namedItems(graph::Graph& graph, const std::vector<std
     return items;
 }
 
-/// With -dag a given object stands for everything below it.
+/// With -dag, a given object means everything below it too.
 std::vector<SelectionItem> withDescendants(const std::vector<SelectionItem>& items) {
     std::vector<SelectionItem> result;
     for (const SelectionItem& item : items) {

@@ -31,7 +31,7 @@ Request requestOf(const ParsedArguments& arguments) {
     return request;
 }
 
-/// Connections of a node, or of a plug with everything below it. A transform stands for itself alone.
+/// Connections of a node, or of a plug with everything below it. A transform does not include its shapes.
 std::vector<graph::Connection> connectionsOf(const graph::Graph& graph, const graph::SelectionItem& item) {
     return item.plug ? graph.connectionsBelow(*item.plug) : graph.connections(*item.node);
 }
@@ -42,7 +42,7 @@ std::string otherName(const graph::Graph& graph, const graph::Plug& other, const
         return request.fullNames ? graph.fullPath(named) : graph.uniqueName(named);
     };
     if (request.plugs) return nameOf(*node) + '.' + other.attributePath();
-    // A shape is known by its transform here unless asked for.
+    // A shape is listed by its transform, unless the call asks for shapes.
     if (!request.shapes && node->isA("shape") && node->parent() != nullptr) node = node->parent();
     return nameOf(*node);
 }
@@ -83,7 +83,7 @@ void registerListConnectionsCommand(mel::CommandRegistry& registry) {
     syntax.flag("s", "source", {kSwitch}).flag("d", "destination", {kSwitch}).flag("p", "plugs", {kSwitch});
     syntax.flag("c", "connections", {kSwitch}).flag("t", "type", {kText}).flag("et", "exactType", {kSwitch});
     syntax.flag("sh", "shapes", {kSwitch}).flag("fnn", "fullNodeName", {kSwitch});
-    // There are no conversion nodes that could be skipped.
+    // There are no conversion nodes to skip.
     syntax.flag("scn", "skipConversionNodes", {kSwitch}).objects(ObjectKind::Strings);
     registry.add("listConnections", syntax, listConnections);
 }

@@ -9,7 +9,7 @@ namespace host::commands {
 
 namespace {
 
-/// The component without elements from `count` on.
+/// The component without the elements from `count` on.
 graph::Component clipped(graph::Component component, int count) {
     const int runs = component.runCount();
     if (runs > 0 && component.run(runs - 1).last >= count)

@@ -1,3 +1,5 @@
+// The commands move, rotate and scale, on transforms and on points.
+
 #include <algorithm>
 
 #include "commands/commands.h"
@@ -29,13 +31,13 @@ struct Request {
 /// What differs between the three commands.
 struct Kind {
     const char* name;
-    const char* axisFlag;  // with X, XY, ... behind it
+    const char* axisFlag;  // with X, XY, ... after it
     Space defaultSpace;
     std::string (*transform)(graph::Graph&, const NodeRef&, const Request&, const ParsedArguments&);
     std::string (*points)(graph::Graph&, const SelectionItem&, const Request&, const ParsedArguments&);
 };
 
-// --- the call's words
+// The call's words.
 
 /// Axes that the flags name, in x y z order; all three without such a flag.
 std::vector<int> namedAxes(const ParsedArguments& arguments, const Kind& kind) {
@@ -56,7 +58,7 @@ Space spaceOf(const ParsedArguments& arguments, Space fallback) {
     return fallback;
 }
 
-/// The numbers come first, then names; without names the selection is taken.
+/// The numbers come first, then names. Without names, the selection is used.
 Found<Request> requestOf(CommandContext& context, const ParsedArguments& arguments, const Kind& kind) {
     const std::string prefix = std::string(kind.name) + ": ";
     Found<Request> request;
@@ -87,7 +89,7 @@ Found<Request> requestOf(CommandContext& context, const ParsedArguments& argumen
     return request;
 }
 
-// --- points
+// Points.
 
 /// Points of a shape that a call changes.
 struct Points {
@@ -109,7 +111,7 @@ Points pointsOf(graph::Graph& graph, const SelectionItem& item) {
     return points;
 }
 
-/// Moves every point to where `place` puts it, from and to the space that `toSpace` leads to.
+/// Moves every point to the result of `place`, which works in the space that `toSpace` leads to.
 template <typename Place>
 void placePoints(graph::Graph& graph, const Points& points, const Matrix4& toSpace, Place place) {
     const Matrix4 back = toSpace.inverse().matrix;
@@ -117,13 +119,13 @@ void placePoints(graph::Graph& graph, const Points& points, const Matrix4& toSpa
     offsets.reserve(points.positions.size());
     for (const Vec3& position : points.positions) {
         const Vec3 there = geometry::transformPoint(position, toSpace);
-        // Only the way goes back, so that a point that stays gets no offset from rounding.
+        // Only the difference is transformed back, so that a point that stays gets no offset from rounding.
         offsets.push_back(geometry::transformVector(place(there) - there, back));
     }
     nodes::offsetVertices(graph, points.shape, points.vertices, offsets);
 }
 
-/// Matrix from object space to the space that a call works in.
+/// Matrix from object space to the space of a call.
 Matrix4 toSpace(graph::Graph& graph, const Points& points, Space space) {
     if (space == Space::Object) return {};
     if (space == Space::World) return points.world;
@@ -139,7 +141,7 @@ std::string movePoints(graph::Graph& graph, const SelectionItem& item, const Req
     return {};
 }
 
-/// Applies a linear map around the pivot: the given one, or the transform's own.
+/// Applies a linear map about the pivot: the given one, or the transform's own.
 std::string mapPoints(graph::Graph& graph, const SelectionItem& item, const Request& request,
                       const Vec3& ownPivot, const Matrix4& map) {
     const Points points = pointsOf(graph, item);
@@ -164,9 +166,10 @@ std::string scalePoints(graph::Graph& graph, const SelectionItem& item, const Re
     return mapPoints(graph, item, request, pivot, Matrix4::scaling(completed(request.values, {1, 1, 1})));
 }
 
-// --- transforms
+// Transforms.
 
-/// Where the transform is for a move to a place in the world: its own origin, or one of its pivots.
+/// The position of a transform that a move to a place in the world refers to: its origin, or one of its
+/// pivots.
 Vec3 placeInWorld(graph::Graph& graph, const NodeRef& transform, const ParsedArguments& arguments) {
     if (arguments.isSet("rotatePivotRelative")) return rotatePivotInWorld(graph, transform);
     if (arguments.isSet("scalePivotRelative")) return scalePivotInWorld(graph, transform);
@@ -219,7 +222,7 @@ std::string rotateRelatively(graph::Graph& graph, const NodeRef& transform, cons
     return setOwnRotation(graph, transform, own * parent * turn * parent.transposed());
 }
 
-/// Runs an edit and then moves the transform so that what was at the pivot stays there.
+/// Runs an edit, and then moves the transform so that the point at the pivot stays in place.
 template <typename Edit>
 std::string aroundPivot(graph::Graph& graph, const NodeRef& transform, const std::optional<Vec3>& pivot,
                         Edit edit) {
@@ -254,10 +257,9 @@ std::string scaleTransform(graph::Graph& graph, const NodeRef& transform, const 
                        [&] { return writeTriple(graph, transform, "scale", scale); });
 }
 
-// --- the commands
+// The commands.
 
-/// The items with all components of a shape as one set of vertices: what two of them share must not be moved
-/// twice.
+/// The items with all components of a shape as one set of vertices: shared vertices must not be moved twice.
 std::vector<SelectionItem> joined(graph::Graph& graph, const std::vector<SelectionItem>& items) {
     graph::Selection result;
     for (const SelectionItem& item : items) {

@@ -1,3 +1,5 @@
+// The commands of nodes: createNode, delete, rename, nodeType, objExists.
+
 #include <algorithm>
 #include <functional>
 
@@ -9,7 +11,7 @@ namespace host::commands {
 
 namespace {
 
-/// Transform that a new shape gets when no parent is named.
+/// The transform for a new shape without a named parent.
 graph::NodeRef makeTransformFor(graph::Graph& graph, const graph::NodeType& shapeType) {
     const std::string base = shapeType.isA("mesh") ? "polySurface" : shapeType.name();
     return graph.createNode(*graph.types().find("transform"), graph.nextName(base));
@@ -52,7 +54,7 @@ CommandResult createNode(CommandContext& context, const ParsedArguments& argumen
     return CommandResult::success(graph.uniqueName(*node));
 }
 
-/// Replaces what the chain feeds into a shape by its result.
+/// Replaces the deformer chain of a shape by its result.
 void bakeShape(graph::Graph& graph, const graph::NodeRef& shape) {
     const nodes::MeshPtr mesh = nodes::meshOf(graph, shape);
     const graph::Plug in = shape->plug("inMesh");
@@ -98,7 +100,7 @@ CommandResult deleteNodes(CommandContext& context, const ParsedArguments& argume
         deleteHistory(graph, nodes);
         return CommandResult::success();
     }
-    // A pattern may take in nodes that no scene is without.
+    // A pattern may match nodes that every scene has.
     const auto isKept = [](const graph::NodeRef& node) { return isDefaultNode(*node); };
     const auto kept = std::stable_partition(nodes.begin(), nodes.end(), std::not_fn(isKept));
     if (kept == nodes.begin() && !nodes.empty())
@@ -109,7 +111,7 @@ CommandResult deleteNodes(CommandContext& context, const ParsedArguments& argume
     return CommandResult::success();
 }
 
-/// The shape that bears its transform's name.
+/// The shape that is named after its transform.
 graph::Node* namesakeShape(const graph::Node& transform) {
     const std::string numbered = nodes::shapeNameFor(transform.name());
     const std::string plain = transform.name() + "Shape";

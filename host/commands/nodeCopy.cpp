@@ -49,7 +49,7 @@ void copySlot(graph::Graph& graph, const Slot& slot, const Plug& to) {
     }
 }
 
-/// The plug of `to` that has the place of one of `from`.
+/// The plug of `to` that corresponds to one of `from`.
 Plug counterpart(const graph::NodeRef& to, const graph::PlugKey& key) {
     if (!key.attribute->path().front()->isDynamic()) return Plug(to, key);
     graph::PlugKey own = key;

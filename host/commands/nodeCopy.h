@@ -4,8 +4,8 @@
 
 namespace host::commands {
 
-/// Gives `to` what `from`, a node of the same type, holds: added attributes, values, plug states and aliases.
-/// What comes in through a connection is copied as the value that it has; the connection is not.
+/// Copies the content of `from` to `to`, a node of the same type: added attributes, values, plug states and
+/// aliases. A value from a connection is copied as a value. The connection is not copied.
 void copyNodeContent(graph::Graph& graph, const graph::NodeRef& from, const graph::NodeRef& to);
 
 }  // namespace host::commands

@@ -19,7 +19,7 @@ void forEachUse(const ParsedArguments& arguments, std::string_view flag, const S
     }
 }
 
-/// Appends to an array variable; one that is none of this type is replaced.
+/// Appends to an array variable. A variable that is not an array of this type is replaced.
 template <typename T>
 void append(OptionVariables& variables, const std::string& name, T value) {
     std::vector<T> entries;
@@ -96,7 +96,7 @@ void change(OptionVariables& variables, const ParsedArguments& arguments) {
     });
 }
 
-/// Why the numbers given for ints cannot be kept. Scripts may give floats there.
+/// Why the numbers given for ints cannot be stored. Scripts may give floats there.
 std::string intProblem(const ParsedArguments& arguments) {
     std::string problem;
     for (const char* flag : {"intValue", "intValueAppend"}) {

@@ -1,3 +1,5 @@
+// The commands that make meshes: polyCube, polySphere, polyPlane, polyTorus, polyUnite.
+
 #include <algorithm>
 
 #include "commands/commands.h"
@@ -12,7 +14,7 @@ namespace {
 
 using graph::NodeRef;
 
-/// A flag that stands for a number of the history node.
+/// A flag that sets a number of the history node.
 struct NumberFlag {
     const char* shortName;
     const char* longName;
@@ -56,9 +58,10 @@ const std::vector<Primitive>& primitives() {
     return kAll;
 }
 
-// --- primitives
+// Primitives.
 
-/// Sets the numbers that flags give. @return empty, or the error
+/// Sets the numbers that flags give.
+/// @return empty, or the error
 std::string setNumbers(graph::Graph& graph, const NodeRef& history, const Primitive& primitive,
                        const ParsedArguments& arguments) {
     for (const NumberFlag& flag : primitive.flags) {
@@ -71,7 +74,7 @@ std::string setNumbers(graph::Graph& graph, const NodeRef& history, const Primit
     return {};
 }
 
-/// The history node that a name stands for: itself, or what the mesh of that name was made with.
+/// The history node with a name: itself, or the one that made the mesh of that name.
 Found<NodeRef> findHistory(graph::Graph& graph, const std::string& name, const Primitive& primitive) {
     const Found<NodeRef> node = findOneNode(graph, name);
     if (!node.ok() || node.value->isA(primitive.command)) return node;
@@ -110,7 +113,7 @@ bool isAxisUp(const ParsedArguments& arguments) {
     return axis[0].toFloat() == 0.0 && axis[1].toFloat() > 0.0 && axis[2].toFloat() == 0.0;
 }
 
-/// Feeds the shape from a history node; without construction history only what that makes stays.
+/// Connects the shape to a history node. Without construction history, only the resulting mesh is kept.
 void finishMesh(graph::Graph& graph, const NodeRef& history, const NodeRef& shape, bool keepsHistory) {
     graph.connect(history->plug("output"), shape->plug("inMesh"));
     if (!keepsHistory) graph.deleteNodes({history});
@@ -148,7 +151,7 @@ void registerPrimitive(mel::CommandRegistry& registry, const Primitive& primitiv
         syntax.flag(flag.shortName, flag.longName, {isWhole ? kWhole : kReal});
     }
     syntax.flag("n", "name", {kText}).flag("ch", "constructionHistory", {kSwitch});
-    // No command of this host can see texture coordinates, so any choice of them is kept.
+    // No command of this host reads texture coordinates, so any value of createUVs is accepted.
     syntax.flag("ax", "axis", {kReal, kReal, kReal}).flag("cuv", "createUVs", {kWhole});
     syntax.enableQuery().enableEdit().objects(ObjectKind::Strings);
     registry.add(
@@ -164,9 +167,9 @@ void registerPrimitive(mel::CommandRegistry& registry, const Primitive& primitiv
         "cch caching nds nodeState o object tx texture");
 }
 
-// --- polyUnite
+// The command polyUnite.
 
-/// Takes what a united mesh replaces out of the scene: shapes, and transforms that held nothing else.
+/// Deletes what a united mesh replaces: shapes, and transforms that held nothing else.
 void deleteSources(graph::Graph& graph, const std::vector<NodeRef>& shapes) {
     std::vector<NodeRef> gone;
     for (const NodeRef& shape : shapes) {

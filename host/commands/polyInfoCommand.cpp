@@ -13,7 +13,7 @@ using geometry::Topology;
 using graph::ComponentKind;
 using graph::SelectionItem;
 
-/// One kind of table: a line for each asked component, with the numbers of what adjoins it.
+/// One kind of table: a line per component, with the numbers of the adjacent components.
 struct Table {
     const char* flag;
     ComponentKind kind;
@@ -26,7 +26,7 @@ IntSpan edgeEnds(const Topology& topology, int edge) {
     return {topology.edge(edge).data(), 2};
 }
 
-// Meshes of this host carry no hard edges, so every edge is a smooth one.
+// Meshes of this host have no hard edges, so every edge is smooth.
 constexpr Table kTables[] = {{"faceToVertex", ComponentKind::Face, "FACE",
                               [](const Topology& t, int face) { return t.faceVertices(face); }, " \n"},
                              {"faceToEdge", ComponentKind::Face, "FACE",
@@ -55,7 +55,7 @@ std::string tableLine(const Table& table, const Topology& topology, int componen
     return line + table.ending;
 }
 
-/// Lines for a whole object or for components of the table's kind.
+/// Lines for a whole object, or for components of the table's kind.
 void appendLines(const Table& table, const Topology& topology, const SelectionItem& item,
                  std::vector<std::string>& lines) {
     const int count = componentCount(topology, table.kind);
@@ -68,7 +68,7 @@ void appendLines(const Table& table, const Topology& topology, const SelectionIt
     }
 }
 
-/// Edges that more than two faces share, or two faces that run along them in one direction.
+/// Edges with more than two faces, or with two faces that run along them in the same direction.
 std::vector<int> nonManifoldEdges(const Topology& topology) {
     const std::size_t edgeCount = static_cast<std::size_t>(topology.edgeCount());
     std::vector<int> uses[2] = {std::vector<int>(edgeCount), std::vector<int>(edgeCount)};
@@ -84,7 +84,7 @@ std::vector<int> nonManifoldEdges(const Topology& topology) {
     return result;
 }
 
-/// Whether the faces at a vertex fall into groups that no edge at the vertex joins.
+/// Whether the faces at a vertex form several groups that no edge at the vertex joins.
 bool hasSeveralFans(const Topology& topology, int vertex) {
     const IntSpan faces = topology.vertexFaces(vertex);
     if (faces.size() < 2) return false;
@@ -111,7 +111,7 @@ bool hasSeveralFans(const Topology& topology, int vertex) {
     return count < faces.size();
 }
 
-/// Vertices whose faces form no single fan: ends of non-manifold edges, and where fans touch in a point.
+/// Vertices whose faces do not form a single fan: ends of non-manifold edges, and points where fans touch.
 std::vector<int> nonManifoldVertices(const Topology& topology) {
     std::vector<char> isFound(static_cast<std::size_t>(topology.vertexCount()));
     for (const int edge : nonManifoldEdges(topology)) {
@@ -147,7 +147,8 @@ struct Search {
 constexpr Search kSearches[] = {{"nonManifoldEdges", ComponentKind::Edge, nonManifoldEdges},
                                 {"nonManifoldVertices", ComponentKind::Vertex, nonManifoldVertices}};
 
-/// Components can only be asked about by a flag of their kind. @return empty, or the error
+/// A flag about components only works on components of its kind.
+/// @return empty, or the error
 template <typename Entry>
 std::string misfit(const SelectionItem& item, const Entry& entry) {
     if (!item.component || item.component->kind() == entry.kind) return {};

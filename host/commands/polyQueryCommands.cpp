@@ -1,3 +1,5 @@
+// The commands polySelect and polyEvaluate.
+
 #include <algorithm>
 #include <numeric>
 
@@ -11,9 +13,9 @@ namespace {
 
 using graph::SelectionItem;
 
-// --- polySelect
+// The command polySelect.
 
-/// Faces of the shells that hold the given faces, ascending.
+/// Faces of the shells that contain the given faces, ascending.
 Found<std::vector<int>> extendToShells(const geometry::Topology& topology, const ParsedArguments& arguments) {
     Found<std::vector<int>> faces;
     const geometry::Shells& shells = topology.shells();
@@ -51,7 +53,7 @@ CommandResult polySelect(CommandContext& context, const ParsedArguments& argumen
     return CommandResult::success(std::move(faces.value));
 }
 
-// --- polyEvaluate
+// The command polyEvaluate.
 
 int triangleCount(const geometry::Topology& topology) {
     return topology.cornerCount() - 2 * topology.faceCount();
@@ -61,7 +63,7 @@ struct Count {
     const char* flag;
     int (*of)(const geometry::Topology&);
 };
-/// In the order in which a call for several of them gives its numbers.
+/// In the order of the numbers in the result of a call with several of them.
 constexpr Count kCounts[] = {{"vertex", [](const geometry::Topology& t) { return t.vertexCount(); }},
                              {"edge", [](const geometry::Topology& t) { return t.edgeCount(); }},
                              {"face", [](const geometry::Topology& t) { return t.faceCount(); }},
@@ -97,7 +99,7 @@ int countOf(const Evaluated& evaluated, const ComponentCount& count) {
                            });
 }
 
-/// "vertex=8 edge=12 ...", of the flags given or of all.
+/// "vertex=8 edge=12 ...", for the given flags or for all.
 std::string formatted(const Evaluated& evaluated, const ParsedArguments& arguments, bool all) {
     std::string text;
     const auto append = [&](const auto& count) {
@@ -112,8 +114,8 @@ std::string formatted(const Evaluated& evaluated, const ParsedArguments& argumen
     return text;
 }
 
-/// Minimum and maximum on x, then on y, then on z, in the world. Unless it is to be accurate, the box is that
-/// of the object's own box, as it stands in the world.
+/// Minimum and maximum on x, then on y, then on z, in world space. Unless it must be accurate, this is the
+/// box of the object's own box, transformed to world space.
 std::vector<double> boundingBox(graph::Graph& graph, const Evaluated& evaluated, bool isAccurate) {
     geometry::BoundingBox box;
     for (std::size_t k = 0; k < evaluated.shapes.size(); ++k) {

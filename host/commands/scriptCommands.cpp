@@ -1,3 +1,6 @@
+// The commands about scripts and the host: source, evalDeferred, help, whatIs, exists, quit, about and
+// others.
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -12,7 +15,7 @@ namespace host::commands {
 
 namespace {
 
-/// Folders in which scripts are looked for, besides the current one.
+/// Folders to search for scripts, besides the current one.
 std::vector<std::filesystem::path> scriptFolders() {
     std::vector<std::filesystem::path> folders{std::filesystem::path()};
     const char* variable = std::getenv("MAYA_SCRIPT_PATH");
@@ -144,7 +147,7 @@ CommandResult about(CommandContext&, const ParsedArguments& arguments) {
     return CommandResult::failure("about: Nothing was asked for.");
 }
 
-/// Folders end in a slash.
+/// Folders end with a slash.
 CommandResult internalVar(CommandContext&, const ParsedArguments& arguments) {
     if (!arguments.isSet("userTmpDir")) return CommandResult::failure("internalVar: Nothing was asked for.");
     std::error_code failure;

@@ -13,8 +13,7 @@ void addBelow(graph::Node& node, std::vector<SelectionItem>& items) {
     graph::visitHierarchy(node, [&](graph::Node& below) { items.push_back({below.ref(), {}, {}}); });
 }
 
-/// What is selected for the items that were named: a set's members for the set, with -hierarchy everything
-/// below.
+/// The items to select for the named ones: a set means its members, and -hierarchy adds everything below.
 std::vector<SelectionItem> expanded(graph::Graph& graph, const std::vector<SelectionItem>& items,
                                     const ParsedArguments& arguments) {
     std::vector<SelectionItem> result;

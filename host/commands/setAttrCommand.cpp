@@ -14,16 +14,16 @@ namespace host::commands {
 
 namespace {
 
-/// What one setAttr line is to write: complete before anything is written.
+/// What one setAttr line writes. It is complete before anything is written.
 struct Writes {
     std::vector<std::pair<graph::Plug, double>> numbers;
     std::vector<std::pair<graph::Plug, graph::DataPtr>> data;
 };
 
-/// Most elements of a range whose state can be set: each keeps one of its own.
+/// The largest range whose state can be set: each element stores a state of its own.
 constexpr std::int64_t kMaxStates = 1'000'000;
 
-/// The element at a position of a name with a range; the plug itself without one.
+/// The element at a position of a name with a range. Without a range, the plug itself.
 graph::Plug elementOf(const graph::PlugMatch& match, std::int64_t position) {
     if (position == 0) return match.plug;
     return match.plug.array().element(match.plug.logicalIndex() + static_cast<int>(position));
@@ -45,13 +45,13 @@ bool isWritable(const graph::Graph& graph, const graph::Plug& plug) {
     return !isLocked(plug) && !hasSource(graph, plug) && !isHeldBelow(graph, plug);
 }
 
-/// Numbers without a field between those of others have an empty name.
+/// Numbers between the fields that have no field of their own have an empty name.
 bool hasField(const std::vector<std::string>& names, double value) {
     return value >= 0.0 && value < static_cast<double>(names.size()) &&
            !names[static_cast<std::size_t>(value)].empty();
 }
 
-/// Brings a number into the attribute's range, or says why it cannot go there.
+/// Brings a number into the attribute's range, or returns why it cannot be written.
 std::string fitNumber(const graph::Graph& graph, const graph::Plug& plug, bool clamps, double& value) {
     const graph::AttributeSpec& spec = plug.attribute().spec();
     std::optional<double> minimum = spec.minimum;
@@ -81,7 +81,7 @@ std::string fitNumber(const graph::Graph& graph, const graph::Plug& plug, bool c
     return {};
 }
 
-/// Reads the values of one line for one plug after the other.
+/// Reads the values of one line, for one plug after the other.
 class ValueReader {
   public:
     ValueReader(graph::Graph& graph, const ParsedArguments& arguments)
@@ -90,7 +90,7 @@ class ValueReader {
           type_(arguments.text("type")),
           clamps_(arguments.isSet("clamp")) {}
 
-    /// @return the error, empty on success
+    /// @return the error; empty on success
     std::string read(const graph::Plug& plug) {
         const graph::Attribute& attribute = plug.attribute();
         if (plug.isArray())
@@ -170,7 +170,7 @@ std::string writeValues(graph::Graph& graph, const graph::PlugMatch& match,
     ValueReader reader(graph, arguments);
     const std::int64_t length = rangeLength(match);
     for (std::int64_t k = 0; k < length; ++k) {
-        // No further than there are values: the name may stand for far more elements.
+        // Only as far as there are values: the name may mean far more elements.
         if (k > 0 && reader.atEnd()) return reader.missingValue();
         const graph::Plug plug = elementOf(match, k);
         if (!isWritable(graph, plug)) {
@@ -189,7 +189,7 @@ std::string writeValues(graph::Graph& graph, const graph::PlugMatch& match,
     return {};
 }
 
-/// `setAttr ".aal" -type "attributeAlias" {"alias", "attribute", ...}`, with or without a count in front.
+/// `setAttr ".aal" -type "attributeAlias" {"alias", "attribute", ...}`, with or without a count first.
 std::string writeAliases(graph::Graph& graph, const ParsedArguments& arguments) {
     const std::string name = arguments.objects()[0].toString();
     const std::size_t dot = name.find('.');
@@ -236,7 +236,7 @@ CommandResult setAttr(CommandContext& context, const ParsedArguments& arguments)
     if (!found.ok()) return CommandResult::failure("setAttr: " + found.error);
     const bool setsState =
         arguments.isSet("lock") || arguments.isSet("keyable") || arguments.isSet("channelBox");
-    // A lock that is taken off comes off before the value is set, one that is put on comes after it.
+    // Unlocking comes before the value is set, locking after it.
     const bool locks = arguments.boolean("lock");
     if (setsState && rangeLength(found.value) > kMaxStates) {
         return CommandResult::failure("setAttr: The range of '" + graph.plugName(found.value.plug) +
@@ -252,7 +252,7 @@ CommandResult setAttr(CommandContext& context, const ParsedArguments& arguments)
     return CommandResult::success();
 }
 
-/// Whether the type that was given makes the next value a text, which may look like a flag.
+/// Whether the given type makes the next value a text, which may look like a flag.
 bool isTextOwed(const ParsedArguments& arguments) {
     const std::vector<Value>& words = arguments.objects();
     const std::string type = arguments.text("type");

@@ -48,7 +48,7 @@ CommandResult query(CommandContext& context, const ParsedArguments& arguments) {
     return CommandResult::success(memberNames(graph, set.value));
 }
 
-/// A flag that changes or asks about the members of the set it names.
+/// A flag that changes or queries the members of the set that it names.
 struct Operation {
     const char* flag;
     CommandResult (*run)(CommandContext&, const NodeRef& set, const std::vector<SelectionItem>& items);

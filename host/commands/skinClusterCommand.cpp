@@ -17,7 +17,7 @@ std::string prefixed(const std::string& error) {
     return error.empty() ? error : "skinCluster: " + error;
 }
 
-// --- create
+// Create.
 
 /// The joint and all joints below it, parents before children.
 void appendSkeleton(const NodeRef& joint, std::vector<NodeRef>& joints) {
@@ -32,7 +32,7 @@ void appendSkeleton(const NodeRef& joint, std::vector<NodeRef>& joints) {
     }
 }
 
-/// The uppermost joint of the skeleton that a joint belongs to.
+/// The uppermost joint of a joint's skeleton.
 NodeRef rootJoint(const NodeRef& joint) {
     graph::Node* root = joint.get();
     while (root->parent() != nullptr && root->parent()->isA("joint"))
@@ -84,7 +84,7 @@ std::string methodObstacle(const ParsedArguments& arguments) {
     return {};
 }
 
-/// Settings that are attributes of the node.
+/// Sets the settings that are attributes of the node.
 void setSettings(graph::Graph& graph, const NodeRef& skinCluster, const ParsedArguments& arguments) {
     const auto set = [&](const char* flag, const char* attribute, double value) {
         if (arguments.isSet(flag)) graph.setNumber(skinCluster->plug(attribute), value);
@@ -124,7 +124,7 @@ CommandResult create(CommandContext& context, const ParsedArguments& arguments) 
     return CommandResult::success(std::vector<std::string>{skinCluster->name()});
 }
 
-// --- query
+// Query.
 
 std::vector<std::string> influenceNames(graph::Graph& graph, const NodeRef& skinCluster, bool weightedOnly) {
     std::vector<int> weighted;
@@ -149,7 +149,7 @@ Found<int> namedInfluence(const graph::Graph& graph, const NodeRef& skinCluster,
     return {index, {}};
 }
 
-/// @param influence  what stands behind -influence, empty for nothing
+/// @param influence  the argument of -influence; empty if none
 CommandResult query(graph::Graph& graph, const NodeRef& skinCluster, const ParsedArguments& arguments,
                     const std::string& influence) {
     const auto number = [&](const char* attribute) { return graph.number(skinCluster->plug(attribute)); };
@@ -183,9 +183,9 @@ CommandResult query(graph::Graph& graph, const NodeRef& skinCluster, const Parse
     return CommandResult::failure("skinCluster: No flag says what to report.");
 }
 
-// --- edit
+// Edit.
 
-/// Gives a new influence its weights: one and the same everywhere, or by distance as when binding.
+/// Gives a new influence its weights: the same one everywhere, or by distance as when binding.
 void weighInfluence(graph::Graph& graph, const NodeRef& skinCluster, int index,
                     const ParsedArguments& arguments) {
     const nodes::BindPose pose = nodes::bindPoseOf(graph, skinCluster);
@@ -269,7 +269,7 @@ CommandResult edit(graph::Graph& graph, const NodeRef& skinCluster, const Parsed
     return error.empty() ? CommandResult::success() : CommandResult::failure(error);
 }
 
-/// The skin cluster that an edit or a query is about: named, or the one that deforms what is named.
+/// The skin cluster of an edit or a query: the named one, or the one that deforms the named object.
 Found<NodeRef> namedSkinCluster(graph::Graph& graph, const std::vector<std::string>& words) {
     if (words.size() != 1) return {nullptr, "skinCluster: Exactly one skin cluster must be given."};
     Found<NodeRef> node = findOneNode(graph, words.front());
@@ -286,7 +286,7 @@ CommandResult skinCluster(CommandContext& context, const ParsedArguments& argume
     std::vector<std::string> words = arguments.objectNames();
     if (words.empty()) words = uniqueNames(context.graph, nodesOf(context.graph.selection().items()));
     std::string influence = arguments.text("influence");
-    // Behind -query -influence may stand without a name; then it has taken the skin cluster's.
+    // In query mode, -influence may have no name. Then it has taken the skin cluster's name.
     if (arguments.isQuery() && arguments.objects().empty() && !influence.empty())
         words = {std::exchange(influence, {})};
     const Found<NodeRef> node = namedSkinCluster(context.graph, words);

@@ -20,8 +20,8 @@ struct Request {
     std::vector<int> vertices{};
 };
 
-/// The words that are no flags. In query mode -transform may stand with a name or without one: without, it
-/// has taken the skin cluster's name for its argument.
+/// The words that are not flags. In query mode, -transform may have a name or not. Without one, it has taken
+/// the skin cluster's name as its argument.
 std::vector<std::string> objectWords(const graph::Graph& graph, const ParsedArguments& arguments,
                                      std::string& transform) {
     std::vector<std::string> words = arguments.objectNames();
@@ -31,7 +31,7 @@ std::vector<std::string> objectWords(const graph::Graph& graph, const ParsedArgu
     return words;
 }
 
-/// Vertices of the skin's mesh among items; an item of the whole mesh stands for all.
+/// Vertices of the skin's mesh among items. An item for the whole mesh means all of them.
 Found<std::vector<int>> verticesOfItems(graph::Graph& graph, const NodeRef& skinCluster,
                                         const std::vector<graph::SelectionItem>& items) {
     const NodeRef shape = nodes::skinnedShape(graph, skinCluster);
@@ -82,9 +82,9 @@ Found<std::size_t> influencePosition(const graph::Graph& graph, const Request& r
     return {static_cast<std::size_t>(found - influences.begin()), {}};
 }
 
-// --- query
+// Query.
 
-/// Means over the vertices of the weights that they have.
+/// Means of the vertices' weights.
 std::vector<double> meanWeights(const Request& request, const WeightEditor& editor) {
     std::vector<double> means(editor.influences().size(), 0.0);
     for (const int vertex : request.vertices) {
@@ -114,9 +114,9 @@ CommandResult query(graph::Graph& graph, const Request& request, const ParsedArg
     return CommandResult::success(uniqueNames(graph, influences));
 }
 
-// --- edit
+// Edit.
 
-/// What is asked of the weights of each vertex.
+/// The change to the weights of each vertex.
 struct Change {
     std::vector<std::pair<std::size_t, double>> values{};  // by position
     bool isRelative = false;
@@ -151,7 +151,7 @@ void apply(const Change& change, int vertex, WeightEditor& editor) {
         }
     }
     if (change.zeroesOthers) {
-        // Nobody but those that are set may take up what is left.
+        // Only the weights that are set may take the rest.
         std::fill(weights.begin(), weights.end(), 0.0);
         std::fill(roles.begin(), roles.end(), WeightRole::Locked);
     }

@@ -35,8 +35,9 @@ std::vector<double> WeightEditor::distances(int vertex) {
     return pose_->distances(vertex);
 }
 
-/// Takes out the smallest weights beyond the greatest number of them, those that were not given first; all
-/// that are 0 then count as locked. @return whether there were any
+/// Removes the smallest weights beyond the maximum number, first those that were not given. All weights of 0
+/// then count as locked.
+/// @return whether any were removed
 bool WeightEditor::limit(std::vector<double>& weights, std::vector<WeightRole>& roles) {
     const auto isUsed = [](double weight) { return weight != 0.0; };
     const auto used = static_cast<std::size_t>(std::count_if(weights.begin(), weights.end(), isUsed));

@@ -7,27 +7,29 @@
 #include "nodes/skinClusterNode.h"
 #include "nodes/skinWeights.h"
 
-/// What the commands that work on skin clusters share.
+/// What the commands for skin clusters share.
 namespace host::commands {
 
-/// Edits the weights of vertices, one by one, as a user's tools do: locked influences keep theirs, and the
-/// node's own settings say whether the sum is kept at 1 and how many influences a vertex may have.
+/// Edits the weights of vertices one by one, as a user's tools do. Locked influences keep their weights. The
+/// node's settings say whether the sum stays 1, and how many influences a vertex may have.
 ///
-/// Rows gather until `write`.
+/// Rows are collected until `write`.
 class WeightEditor {
   public:
-    /// @param normalizes  keep sums at 1, unless the node is set to leave them alone
+    /// @param normalizes  keep sums at 1, unless the node's setting says otherwise
     WeightEditor(graph::Graph& graph, graph::NodeRef skinCluster, bool normalizes);
 
-    /// Elements of the node's `matrix`; weights below are in their order.
+    /// Elements of the node's `matrix`. The weights below are in their order.
     const std::vector<int>& influences() const { return influences_; }
     bool isLocked(std::size_t influence) const { return locked_[influence]; }
 
     /// The stored weights of a vertex.
     std::vector<double> weights(int vertex) const;
-    /// Takes new weights of a vertex. @param roles  Given for those that were asked for, Free for all others
+    /// Sets new weights of a vertex.
+    /// @param roles  Given for the weights that the call sets, Free for all others
     void set(int vertex, std::vector<double> weights, std::vector<nodes::WeightRole> roles);
-    /// Writes everything that was set. @return whether every given weight kept its value
+    /// Writes everything that was set.
+    /// @return whether every given weight kept its value
     bool write();
 
   private:
@@ -45,7 +47,7 @@ class WeightEditor {
     bool isKept_ = true;
 };
 
-/// The skinCluster of a name.
+/// The skinCluster with a name.
 Found<graph::NodeRef> findSkinCluster(const graph::Graph& graph, const std::string& name);
 
 }  // namespace host::commands

@@ -24,7 +24,7 @@ CommandResult setToolTo(CommandContext& context, const ParsedArguments& argument
     const std::string previous = tools.currentName();
     if (tools.find(name) == nullptr) return unknownTool("setToolTo", name);
     if (name == previous) return CommandResult::success();
-    // A step back to a tool that is gone by then changes nothing.
+    // If the tool no longer exists when this is undone, nothing changes.
     context.graph.recorder()->add([&tools, previous](graph::Graph&) { tools.setCurrent(previous); },
                                   [&tools, name](graph::Graph&) { tools.setCurrent(name); });
     const graph::RecordingScope silent(context.graph, nullptr);
@@ -46,7 +46,7 @@ CommandResult contextInfo(CommandContext& context, const ParsedArguments& argume
     return CommandResult::failure("contextInfo: Nothing was asked for.");
 }
 
-// --- headlessDrag
+// The command headlessDrag.
 
 struct Place {
     short x = 0;
@@ -92,7 +92,7 @@ Found<Drag> dragOf(const ParsedArguments& arguments) {
     return {drag};
 }
 
-/// The position of one coordinate after a part of the way.
+/// One coordinate of the position after a part of the way.
 short between(short from, short to, double part) {
     return static_cast<short>(std::lround(from + (to - from) * part));
 }
@@ -100,7 +100,8 @@ short between(short from, short to, double part) {
 CommandResult play(ToolBox& tools, const Drag& drag) {
     const std::shared_ptr<Tool> tool = tools.current();
     const auto button = drag.button == 1 ? MouseEvent::Button::Left : MouseEvent::Button::Middle;
-    // A tool that a handler replaced gets no more events, and the new one none of a drag begun elsewhere.
+    // A tool that a handler replaced gets no more events, and the new tool gets none of a drag that began
+    // before it.
     const auto send = [&](MouseEvent::Kind kind, double part) {
         const MouseEvent event{kind, button, between(drag.from.x, drag.to.x, part),
                                between(drag.from.y, drag.to.y, part), drag.viewport};
@@ -140,7 +141,7 @@ void registerToolCommands(mel::CommandRegistry& registry) {
     naming.addArgument(kText);
     registry.add("setToolTo", naming, setToolTo);
     registry.add("currentCtx", Syntax(), currentCtx);
-    // Scripts that are done with a tool go back to this one.
+    // Scripts set this tool when they have finished with another.
     registry.interpreter().setGlobalVariable("gSelect", ToolBox::kSelectTool);
 
     Syntax asking = naming;

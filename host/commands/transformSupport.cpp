@@ -12,7 +12,7 @@ namespace {
 using geometry::Matrix4;
 using geometry::Vec3;
 
-/// The angle that differs from `angle` by whole turns and lies nearest to `target`.
+/// The angle nearest to `target` that differs from `angle` by whole turns.
 double nearestTurn(double angle, double target) {
     const double turn = 2.0 * geometry::kPi;
     return angle + turn * std::round((target - angle) / turn);
@@ -95,7 +95,7 @@ Vec3 rotatePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform) {
 }
 
 Vec3 scalePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform) {
-    // Scaling leaves its pivot where it is, so the pivot goes through the matrix like any point.
+    // Scaling does not move its pivot, so the pivot is transformed by the matrix like any point.
     return geometry::transformPoint(nodes::transformParts(graph, transform).scalePivot,
                                     nodes::worldMatrix(graph, transform));
 }

@@ -54,7 +54,7 @@ void registerUndoCommands(mel::CommandRegistry& registry) {
     Syntax syntax;
     syntax.flag("st", "state", {kSwitch}).flag("swf", "stateWithoutFlush", {kSwitch});
     syntax.flag("in", "infinity", {kSwitch}).flag("ock", "openChunk").flag("cck", "closeChunk");
-    // The name only shows in menus.
+    // Only menus show the name.
     syntax.flag("cn", "chunkName", {kText}).flag("uqe", "undoQueueEmpty").flag("rqe", "redoQueueEmpty");
     syntax.enableQuery();
     registry.add("undoInfo", syntax, undoInfo, "l length pq printQueue rn redoName un undoName");

@@ -31,7 +31,8 @@ Vec3 tripleOf(const ParsedArguments& arguments, const char* flag) {
     return {values[0].toFloat(), values[1].toFloat(), values[2].toFloat()};
 }
 
-/// The words of a call: a matrix takes more numbers than a flag can, so they stand among the objects.
+/// The words of a call. A matrix has more numbers than a flag may have arguments, so they are among the
+/// objects.
 struct Words {
     std::vector<double> matrix;
     std::vector<std::string> names;
@@ -136,7 +137,7 @@ Matrix4 scaleOnly(const geometry::TransformParts& parts) {
     return geometry::composeTransform(only);
 }
 
-/// Moves the rotate pivot; its translation makes up for it, so that the object stays where it is.
+/// Moves the rotate pivot. Its translation is adjusted so that the object stays in place.
 ///
 /// The pivot p and its translation t map x to (x - p) R + p + t, so the constant part t + p - p R must stay.
 std::string setRotatePivot(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments,

@@ -89,7 +89,8 @@ void appendPoints(graph::Graph& graph, const SelectionItem& item, bool world, Nu
     }
 }
 
-/// What is asked about one item. @return empty, or the error
+/// Appends the value for one item.
+/// @return empty, or the error
 std::string appendAnswer(graph::Graph& graph, const SelectionItem& item, const Query& query, bool world,
                          Numbers& numbers) {
     if (item.component) {

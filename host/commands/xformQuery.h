@@ -4,13 +4,13 @@
 
 #include "commands/commandSupport.h"
 
-/// What xform reports, and pointPosition.
+/// The queries of xform, and the command pointPosition.
 namespace host::commands {
 
-/// Names of the rotate orders by the number that the attribute has.
+/// Names of the rotate orders, by the number in the attribute.
 constexpr const char* kRotateOrderNames[] = {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"};
 
-/// Answers the first of the flags that was asked, for all items in turn.
+/// Returns the value of the first flag in the query, for all items in turn.
 CommandResult queryXform(CommandContext& context, const ParsedArguments& arguments,
                          const std::vector<graph::SelectionItem>& items);
 
