@@ -94,7 +94,7 @@ class Node : public std::enable_shared_from_this<Node> {
 
     /// Storage of a plug. Missing parts of it are made.
     /// @param created  set to the uppermost array element that had to be made; its attribute stays null if
-    /// there was none
+    ///                 there was none
     Slot& obtainSlot(const PlugKey& key, PlugKey& created);
     Slot& rootSlot(int ordinal);
     /// Position of a dynamic root attribute in dynamic_.

@@ -54,7 +54,7 @@ class CommandRegistry final : public CommandTable {
 
     /// Adds a built-in command.
     /// @param uncovered  flags, separated by blanks, that the command has in Maya but not here: the error
-    /// then says so
+    ///                   then says so
     /// @return false if the name is taken
     bool add(const std::string& name, Syntax syntax, CommandFunction run, std::string_view uncovered = {});
     /// Adds a plug-in's command.

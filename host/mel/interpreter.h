@@ -71,9 +71,9 @@ class Interpreter {
     Interpreter(const Interpreter&) = delete;
     Interpreter& operator=(const Interpreter&) = delete;
 
+    /// An error is shown once: by the outermost run, by a `catch`, or by the run that asks for it.
     /// @param sourceName  file that the text comes from; empty for typed lines and composed commands.
-    /// Procedures that are not global are visible only to text with the same source name. An error is shown
-    /// once: by the outermost run, by a `catch`, or by the run that asks for it.
+    ///                    Procedures that are not global are visible only to text with the same source name.
     RunResult run(std::string_view text, std::string_view sourceName = {}, const RunOptions& options = {});
 
     /// How a text ends if it is read as `run` would read it now.

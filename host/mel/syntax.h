@@ -56,7 +56,7 @@ class Syntax {
     Syntax& objects(ObjectKind kind, int minimum = 0, int maximum = INT_MAX);
     /// For a command that takes texts as values.
     /// @param isNext  whether the next object is such a text, judged by what was parsed before it; then it is
-    /// one even if it looks like a flag
+    ///                one even if it looks like a flag
     Syntax& textsFollow(std::function<bool(const ParsedArguments&)> isNext);
     /// Accept -q/-query and -e/-edit.
     Syntax& enableQuery(bool on = true);
