@@ -16,7 +16,8 @@ namespace host::api {
 
 namespace {
 
-/// A finished call on the undo queue. The members' order lets the command go before the code that it runs.
+/// A finished call on the undo queue. The order of the members destroys the command before the code that it
+/// runs.
 class ApiUndoEntry final : public graph::UndoEntry {
   public:
     ApiUndoEntry(std::string owner, std::shared_ptr<void> library, std::unique_ptr<MPxCommand> command)

@@ -9,7 +9,7 @@
 
 namespace host::api {
 
-/// A script command made of a plug-in's creator and syntax function.
+/// A script command made from a plug-in's creator and syntax function.
 class ApiCommand final : public mel::PluginCommand {
   public:
     using Creator = void* (*)();
@@ -17,8 +17,8 @@ class ApiCommand final : public mel::PluginCommand {
 
     /// @param owner        the plug-in's name
     /// @param library      keeps the plug-in's code in memory as long as the command, or an entry of it on
-    ///                     the undo queue, is there; may be null for code that stays
-    /// @param createSyntax may be null: the command then takes its words as they come
+    ///                     the undo queue, exists; null for code that is never unloaded
+    /// @param createSyntax null: the command then takes its words unparsed
     ApiCommand(std::string owner, std::shared_ptr<void> library, Creator create, SyntaxCreator createSyntax);
 
     mel::PluginCallResult call(std::vector<mel::Value>&& arguments) override;

@@ -29,7 +29,7 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace {
 
-/// The number that a word is, also when it is written in quotes.
+/// The number in a word, also if it is in quotes.
 std::optional<double> numberOf(const Value& word) {
     if (word.isNumber()) return word.toFloat();
     const auto* text = word.getIf<std::string>();

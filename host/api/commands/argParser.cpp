@@ -38,7 +38,7 @@ struct MArgParser::Parsed {
         : table(source),
           line(host::mel::parseArguments(table.syntax, std::vector<Value>(ArgumentAccess::words(words)))) {}
 
-    /// The values of one use of a flag; null when the command line did not fit or there is no such use.
+    /// The values of one use of a flag; null if the command line did not fit or there is no such use.
     const std::vector<Value>* use(const char* flag, unsigned int index) const {
         if (!isValid || flag == nullptr) return nullptr;
         const int count = line.arguments.uses(flag);
@@ -47,7 +47,7 @@ struct MArgParser::Parsed {
                    : nullptr;
     }
 
-    /// The index-th argument of a flag: arguments of all its uses count one after the other.
+    /// The index-th argument of a flag. The arguments of all its uses are counted one after the other.
     const Value* flagValue(const char* flag, unsigned int index) const {
         for (unsigned int k = 0; const std::vector<Value>* values = use(flag, k); ++k) {
             if (index < values->size()) return &(*values)[index];
@@ -61,7 +61,7 @@ struct MArgParser::Parsed {
         return exists ? &line.arguments.arguments()[index] : nullptr;
     }
 
-    /// Whether the command line fits.
+    /// Success if the command line fits the syntax.
     MStatus check() const { return isValid ? MStatus(MStatus::kSuccess) : failure(); }
 
     host::api::SyntaxTable table;
@@ -74,7 +74,7 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace {
 
-/// Shows why the arguments do not fit, once in a call of a command, and makes that call fail.
+/// Shows why the arguments do not fit, once per call of a command, and makes that call fail.
 void reject(const std::string& error) {
     host::api::PluginCall* call = Session::current().call();
     const bool isRepeated = call != nullptr && call->hasArgumentError;
@@ -83,13 +83,13 @@ void reject(const std::string& error) {
         scene().messages().error(error);
 }
 
-/// "Not enough objects or values." when so many are too few.
+/// Why a number of objects does not fit the syntax; empty if it does.
 std::string countError(const host::api::SyntaxTable& table, std::size_t count) {
     if (count < table.minimumObjects) return "Not enough objects or values.";
     return count > table.maximumObjects ? "Too many objects or values." : "";
 }
 
-// A value as the type asked for; a text is no number.
+// Converts a value to the type of `result`. A text is not a number.
 MStatus convert(const Value* value, bool& result) {
     if (value == nullptr || !value->isNumber()) return failure();
     result = value->toBool();
@@ -141,7 +141,7 @@ MArgParser::MArgParser(const MSyntax& syntax, const MArgList& arguments, MStatus
     : parsed_(std::make_unique<Parsed>(SyntaxAccess::table(syntax), arguments)) {
     std::string error = parsed_->line.error;
     const std::size_t count = parsed_->line.arguments.objects().size();
-    // Missing names may still come from the selection, which only the database looks at.
+    // Missing names may still come from the selection. Only the database reads it.
     const bool isCountKnown =
         parsed_->table.format != MSyntax::kSelectionList && !parsed_->table.usesSelection;
     if (error.empty() && isCountKnown) error = countError(parsed_->table, count);
@@ -273,7 +273,7 @@ MArgDatabase::MArgDatabase(const MSyntax& syntax, const MArgList& arguments, MSt
             error = matches.errorText(name);
             break;
         }
-        // A selection holds each object once: components of one object become one item.
+        // A selection contains each object once: components of one object become one item.
         for (const SelectionItem& item : matches.items)
             parsed_->objects.add(item);
     }

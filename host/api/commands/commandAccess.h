@@ -9,7 +9,7 @@
 
 namespace host::api {
 
-/// What a command gets before it runs, and what comes of it.
+/// What a command gets before it runs, and the result of a script command.
 struct CommandAccess {
     /// Gives a new command object the syntax that was made at registration.
     static void setSyntax(MPxCommand& command, std::shared_ptr<const MSyntax> syntax);

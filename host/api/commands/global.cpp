@@ -46,7 +46,7 @@ const OptionVariables::Value* findVariable(const MString& name, bool* exists) {
     return found;
 }
 
-/// An int or float variable as a number; 0 for anything else.
+/// An int or float variable as a number; 0 for any other variable.
 double numberOf(const OptionVariables::Value* variable) {
     if (variable == nullptr) return 0.0;
     if (const int* whole = std::get_if<int>(variable)) return *whole;

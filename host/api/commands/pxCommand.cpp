@@ -17,7 +17,7 @@ using host::mel::Value;
 
 namespace {
 
-/// Result of the running command; outside one nobody asks for it.
+/// Keeps the result of the running command. Outside a command, the result is dropped.
 void keepResult(Value value) {
     if (PluginCall* call = Session::current().call()) call->result = std::move(value);
 }

@@ -14,7 +14,8 @@ namespace host::api {
 
 MCommandResult::Type typeOf(const mel::Value& value);
 
-// A script value as exactly the type asked for; a value of another type is a failure and changes nothing.
+// Converts a script value of exactly the type of `result`. A value of another type is a failure and changes
+// nothing.
 MStatus convert(const mel::Value& value, int& result);
 MStatus convert(const mel::Value& value, double& result);
 MStatus convert(const mel::Value& value, MString& result);

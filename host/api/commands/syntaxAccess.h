@@ -8,12 +8,12 @@
 
 namespace host::api {
 
-/// What an MSyntax holds: the host's table, and what the table leaves to the parsers of the API.
+/// The content of an MSyntax: the host's table, and what the parsers of the API do themselves.
 struct SyntaxTable {
     mel::Syntax syntax;
     MSyntax::MObjectFormat format = MSyntax::kNone;
     bool usesSelection = false;
-    // Counted after the selection stood in for missing names, so that the table itself must not count.
+    // Counted after the selection has replaced missing names, so the table itself must not count.
     unsigned int minimumObjects = 0;
     unsigned int maximumObjects = UINT_MAX;
 };

@@ -29,7 +29,7 @@ const ComponentListData* listOf(const MObject& object) {
     return body != nullptr ? dynamic_cast<const ComponentListData*>(body->value.get()) : nullptr;
 }
 
-/// Position of an equal entry, -1 when there is none.
+/// Position of an equal entry; -1 if there is none.
 int find(const ComponentListData& list, const Component& component) {
     for (int k = 0; k < list.size(); ++k) {
         if (list.entry(k) == component) return k;
@@ -193,7 +193,7 @@ MStatus MFnComponentListData::add(MObject& component) {
     const Component* added = ObjectAccess::component(component);
     if (list == nullptr) return missingObject();
     if (added == nullptr) return incompatible();
-    // In place while nobody else holds the list; a plug that holds it keeps what it has.
+    // Changed in place while nobody else has the list. If a plug has it, the plug keeps the old list.
     host::graph::DataPtr& held = ObjectAccess::data(object_)->value;
     if (held.use_count() > 1) held = std::make_shared<ComponentListData>(*list);
     std::const_pointer_cast<ComponentListData>(host::graph::dataAs<ComponentListData>(held))->append(*added);

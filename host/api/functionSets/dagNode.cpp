@@ -33,9 +33,10 @@ using host::graph::NodeRef;
 
 namespace {
 
-/// Box of a node and everything below it in the space of its parent.
+/// Box of a node and everything below it, in the space of its parent.
 host::geometry::BoundingBox boxOf(const NodeRef& node) {
-    // Parents first; from the end each adds its box to that of its parent, so that no depth is too deep.
+    // Parents first. From the end, each part adds its box to its parent's. So hierarchies may be of any
+    // depth.
     struct Part {
         NodeRef node;
         std::size_t parent;
@@ -94,7 +95,7 @@ MStatus MFnDagNode::setObject(const MObject& object) {
 
 MStatus MFnDagNode::setObject(const MDagPath& path) {
     hasPath_ = false;
-    // A path to a transform will do for a shape's function set.
+    // A function set of a shape also accepts a path to its transform.
     MObject object = path.node();
     if (!object.isNull() && !object.hasFn(type())) {
         MDagPath shape(path);

@@ -1,3 +1,5 @@
+// The function sets of array data: doubles, integers, points and texts.
+
 #include <maya/MDoubleArray.h>
 #include <maya/MFnDoubleArrayData.h>
 #include <maya/MFnIntArrayData.h>
@@ -20,7 +22,7 @@ namespace host::api {
 
 namespace {
 
-// Element of the API's array from one of the host's, and back.
+// Converts an element of the host's array to one of the API's, and back.
 double toApi(double value) {
     return value;
 }
@@ -46,7 +48,7 @@ std::string toHost(const MString& value) {
     return text(value);
 }
 
-/// The numbers, points or texts of a data object; null when it is none of this type.
+/// The numbers, points or texts of a data object; null if it is not of this type.
 template <typename HostData>
 auto contentOf(const MObject& object) -> decltype(&std::declval<const HostData&>().value) {
     const DataBody* body = ObjectAccess::data(object);
@@ -79,7 +81,7 @@ unsigned int lengthOf(const MObject& object, MStatus* status) {
                   [](const auto& content) { return static_cast<unsigned int>(content.size()); });
 }
 
-/// The element, or a default one where there is none.
+/// The element; a default one if it does not exist.
 template <typename HostData, typename Element>
 Element elementOf(const MObject& object, unsigned int index) {
     const auto* content = contentOf<HostData>(object);
@@ -91,7 +93,7 @@ MStatus setElement(const MObject& object, const Element& element, unsigned int i
     const auto* content = contentOf<HostData>(object);
     if (content == nullptr) return missingObject();
     if (index >= content->size()) return noElement();
-    // In place while nobody else holds the data; a plug that holds it keeps what it has.
+    // Changed in place while nobody else has the data. If a plug has it, the plug keeps the old data.
     graph::DataPtr& held = ObjectAccess::data(object)->value;
     if (held.use_count() > 1) held = std::make_shared<HostData>(*content);
     std::const_pointer_cast<HostData>(graph::dataAs<HostData>(held))->value[index] = toHost(element);
@@ -120,7 +122,7 @@ MStatus setAll(const MObject& object, const Array& source) {
 using host::api::ObjectAccess;
 using host::api::report;
 
-// The members that the four classes of array data have in common, each over the templates above.
+// The members that the four classes of array data have in common. Each calls the templates above.
 #define DELVEN_ARRAY_DATA(Class, HostData, Array, Element, ElementArgument, functionSet)                   \
     Class::Class() = default;                                                                              \
     Class::~Class() = default;                                                                             \

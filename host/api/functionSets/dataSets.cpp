@@ -1,3 +1,5 @@
+// The function sets of other data: texts, matrices, meshes, and the bases of all data.
+
 #include <maya/MFnData.h>
 #include <maya/MFnGeometryData.h>
 #include <maya/MFnMatrixData.h>
@@ -20,7 +22,7 @@ using host::graph::StringData;
 
 namespace {
 
-/// The data of an object as a T; null when it is none.
+/// The data of an object as a T; null if it is not a T.
 template <typename T>
 const T* dataOf(const MObject& object) {
     const host::api::DataBody* body = ObjectAccess::data(object);
@@ -128,7 +130,7 @@ MFnGeometryData::MFnGeometryData(const MObject& object, MStatus* status) {
     report(status, MFnBase::setObject(object));
 }
 
-// Meshes are the only geometry of this host.
+// The only geometry of this host is meshes.
 MFn::Type MFnGeometryData::type() const {
     return MFn::kMeshData;
 }

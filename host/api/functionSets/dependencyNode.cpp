@@ -34,7 +34,7 @@ bool isNameCharacter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
 }
 
-/// A node name is letters, digits and underscores; anything else becomes an underscore.
+/// A node name has letters, digits and underscores. Any other character becomes an underscore.
 std::string legalName(std::string name) {
     for (char& c : name) {
         if (!isNameCharacter(c)) c = '_';
@@ -139,7 +139,7 @@ bool MFnDependencyNode::hasAttribute(const MString& name, MStatus* status) const
                   [&](const NodeRef& node) { return node->findAttribute(text(name)) != nullptr; });
 }
 
-// A networked plug and a free copy read and write the same place; they differ in how long they last.
+// A networked plug and a free copy read and write the same place. They differ in how long they last.
 MPlug MFnDependencyNode::findPlug(const MString& attributeName, bool wantNetworkedPlug,
                                   MStatus* status) const {
     Plug found = answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<Plug> {

@@ -5,7 +5,7 @@
 
 namespace host::api {
 
-/// What a function set is attached to.
+/// The object to which a function set is attached.
 struct FunctionSetAccess {
     static const MObject& object(const MFnBase& functionSet) { return functionSet.object_; }
     static bool hasPath(const MFnDagNode& functionSet) { return functionSet.hasPath_; }

@@ -1,3 +1,5 @@
+// The function sets of deformers in general and of blend shapes.
+
 #include <maya/MFnBlendShapeDeformer.h>
 #include <maya/MFnGeometryFilter.h>
 #include <maya/MIntArray.h>
@@ -26,7 +28,7 @@ using host::graph::Plug;
 
 namespace {
 
-/// The shape that an object stands for: itself, or the only visible one of a transform.
+/// The shape of an object: itself, or the only visible shape of a transform.
 NodeRef shapeOf(const MObject& object) {
     const NodeRef node = ObjectAccess::node(object);
     if (node == nullptr || !node->type().isDag()) return nullptr;
@@ -153,7 +155,7 @@ MFnBlendShapeDeformer::Origin MFnBlendShapeDeformer::origin(MStatus* status) con
     return answer(
         status, ObjectAccess::node(object_),
         [](const NodeRef& node) {
-            // The attribute counts world first.
+            // The attribute counts the world first.
             return scene().number(node->plug("origin")) == 0.0 ? kWorldOrigin : kLocalOrigin;
         },
         kLocalOrigin);

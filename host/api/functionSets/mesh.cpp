@@ -1,3 +1,5 @@
+// MFnMesh without its colours (meshColors.cpp).
+
 #include <maya/MFloatPointArray.h>
 #include <maya/MFnMesh.h>
 #include <maya/MIntArray.h>
@@ -40,7 +42,7 @@ using host::nodes::MeshPtr;
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// What a set keeps of the mesh that it was last asked about.
+/// What a set keeps of the last mesh that it was asked about.
 struct MFnMesh::Held {
     MeshPtr mesh;
     std::optional<host::geometry::ClosestPointTree> tree;
@@ -50,7 +52,7 @@ OPENMAYA_MAJOR_NAMESPACE_CLOSE
 
 namespace {
 
-// The array's type decides which kind of point its elements are.
+// The type of the array decides the kind of point of its elements.
 MPoint makePoint(const MPointArray&, const Vec3& place) {
     return MPoint(place.x, place.y, place.z);
 }
@@ -85,7 +87,7 @@ void copyPoints(const Mesh& mesh, const std::optional<Matrix4>& matrix, Array& p
     }
 }
 
-/// Where a new mesh goes: below a transform, into mesh data, or under a new transform at the top.
+/// Where a new mesh goes: below a transform, into mesh data, or below a new transform at the top.
 struct Destination {
     explicit Destination(const MObject& parentOrOwner)
         : parent(ObjectAccess::node(parentOrOwner)), data(ObjectAccess::data(parentOrOwner)) {
@@ -103,8 +105,8 @@ struct Destination {
     bool isValid = false;
 };
 
-/// Object to world for world space, nothing for object space. @param status set where the space cannot be
-/// served
+/// The matrix from object to world for world space; nothing for object space.
+/// @param status  set if the space is not possible
 std::optional<Matrix4> spaceMatrix(const MFnMesh& set, MSpace::Space space, MStatus& status) {
     status = MStatus::kSuccess;
     if (space != MSpace::kWorld) return std::nullopt;
@@ -150,8 +152,9 @@ MStatus writePoints(const MFnMesh& set, const Array& points, MSpace::Space space
     return MStatus::kSuccess;
 }
 
-/// Puts a new mesh into the scene or into data. @param attached the shape or the data
-/// @return the new transform where one was made, else what is attached
+/// Puts a new mesh into the scene or into data.
+/// @param attached  set to the shape or the data
+/// @return the new transform if one was made, else the same as `attached`
 MObject placeMesh(Mesh mesh, const MObject& parentOrOwner, const Destination& destination,
                   MObject& attached) {
     if (destination.data != nullptr) {
@@ -167,7 +170,7 @@ MObject placeMesh(Mesh mesh, const MObject& parentOrOwner, const Destination& de
     return ObjectAccess::object(shape->parent()->ref());
 }
 
-/// The mesh of a list of faces, or nothing when the lists do not fit together.
+/// The mesh of a list of faces; nothing if the lists do not fit together.
 template <typename Array>
 std::optional<Mesh> meshFromFaces(int numVertices, int numPolygons, const Array& points,
                                   const MIntArray& counts, const MIntArray& connects) {
@@ -347,7 +350,7 @@ const float* MFnMesh::getRawPoints(MStatus* status) const {
     });
 }
 
-// Every write marks what depends on the mesh; there is nothing left to do.
+// Every write marks what depends on the mesh. Nothing is left to do.
 MStatus MFnMesh::updateSurface() {
     return host::api::meshOf(object_) != nullptr ? MStatus(MStatus::kSuccess) : missingObject();
 }
@@ -360,7 +363,8 @@ MStatus MFnMesh::getClosestPoint(const MPoint& toThisPoint, MPoint& closestPoint
     const std::optional<Matrix4> matrix = spaceMatrix(*this, space, status);
     if (!status) return status;
     if (held_ == nullptr || held_->mesh != mesh) held_ = std::make_shared<Held>(Held{mesh, std::nullopt});
-    // Distances count where they are asked for: the tree of a world query holds the world's mesh.
+    // Distances are measured in the space of the query: the tree of a world query contains the mesh in world
+    // space.
     std::optional<host::geometry::ClosestPointTree> worldTree;
     if (matrix) {
         worldTree.emplace(host::geometry::transformed(mesh->mesh, *matrix), Matrix4(),

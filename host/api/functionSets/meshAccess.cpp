@@ -1,3 +1,5 @@
+// The meshes of objects, normals, and the walk that the mesh iterators share.
+
 #include "api/functionSets/meshAccess.h"
 
 #include "api/handles/answers.h"
@@ -19,7 +21,7 @@ nodes::MeshPtr meshOf(const MObject& object) {
 MVector faceNormal(const geometry::Mesh& mesh, int face, const geometry::Matrix4* toWorld) {
     const geometry::Vec3 normal = geometry::faceNormal(mesh, face);
     if (toWorld == nullptr) return toVector(normal);
-    // Normals go by the transposed inverse, so that they stay perpendicular under uneven scales.
+    // Normals are transformed by the transposed inverse, so that they stay perpendicular under uneven scales.
     const geometry::Matrix4 matrix = toWorld->inverse().matrix.transposed();
     return toVector(geometry::normalized(geometry::transformVector(normal, matrix)));
 }
@@ -44,7 +46,7 @@ MStatus MeshWalk::attach(const MObject& object, const MObject& component) {
     if (elements->isComplete()) return MStatus::kSuccess;
     isAll = false;
     listed = elements->elements();
-    // Ascending, so that what is no element of this mesh stands at the end.
+    // Ascending, so that numbers that are not elements of this mesh are at the end.
     listed.erase(std::lower_bound(listed.begin(), listed.end(), count), listed.end());
     count = static_cast<int>(listed.size());
     return MStatus::kSuccess;

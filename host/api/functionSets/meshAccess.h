@@ -15,23 +15,23 @@
 
 namespace host::api {
 
-/// The evaluated mesh of a mesh shape or of mesh data; null when the object is neither or has no geometry.
+/// The evaluated mesh of a mesh shape or of mesh data; null if the object is neither or has no geometry.
 nodes::MeshPtr meshOf(const MObject& object);
 
-/// Fills an array without giving up the memory that it has.
+/// Fills an array without freeing its memory.
 inline void fill(MIntArray& array, geometry::IntSpan values) {
     array.setLength(static_cast<unsigned int>(values.size()));
     std::copy(values.begin(), values.end(), array.begin());
 }
 
-/// Unit normal of a face, in world space where a matrix from object to world is given.
+/// Unit normal of a face; in world space if a matrix from object to world is given.
 MVector faceNormal(const geometry::Mesh& mesh, int face, const geometry::Matrix4* toWorld);
 
 /// A walk over the vertices, edges or faces of a mesh, or over some of them, in ascending order.
 struct MeshWalk {
     explicit MeshWalk(graph::ComponentKind elementKind) : kind(elementKind) {}
 
-    /// Attaches and goes to the first element; a failure leaves the walk without a mesh.
+    /// Attaches to a mesh and goes to the first element. After a failure the walk has no mesh.
     MStatus attach(const MObject& object, const MObject& component);
     MStatus attach(const MDagPath& path, const MObject& component);
 
@@ -42,7 +42,7 @@ struct MeshWalk {
     MStatus next();
     MStatus setIndex(int index, int& previous);
 
-    /// A point of the mesh's object space in the space asked for.
+    /// Converts a point of the mesh's object space to the given space.
     MPoint point(const geometry::Vec3& point, MSpace::Space space) const;
     geometry::Vec3 vertex(int index) const { return mesh->mesh.point(index); }
 
@@ -51,7 +51,7 @@ struct MeshWalk {
     bool hasWorld = false;  // attached to a path
     geometry::Matrix4 toWorld;
     bool isAll = true;
-    std::vector<int> listed;  // the elements when they are not all
+    std::vector<int> listed;  // the elements, if they are not all
     int count = 0;
     int at = 0;
 };

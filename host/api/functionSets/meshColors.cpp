@@ -1,3 +1,5 @@
+// The colour sets of MFnMesh.
+
 #include <maya/MColorArray.h>
 #include <maya/MDGModifier.h>
 #include <maya/MFnMesh.h>
@@ -31,7 +33,7 @@ using host::nodes::Color;
 
 namespace {
 
-/// Runs a change of the scene, and gives it to the modifier, if there is one, to take back.
+/// Makes a change of the scene. The modifier, if there is one, gets it for its undo.
 template <typename Change>
 auto changeFor(MDGModifier* modifier, Change change) {
     if (modifier == nullptr) return change();
@@ -48,7 +50,8 @@ int vertexCount(const NodeRef& shape) {
     return scene().componentCount(shape, host::graph::ComponentKind::Vertex);
 }
 
-/// The vertices as the host takes them. @param status set to a failure for a number that is no vertex
+/// The vertices as the host takes them.
+/// @param status  set to a failure if a number is not a vertex
 std::vector<int> verticesOf(const NodeRef& shape, const MIntArray& list, MStatus& status) {
     std::vector<int> vertices = host::api::numbersOf<int>(list);
     const int count = vertexCount(shape);

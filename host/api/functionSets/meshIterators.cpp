@@ -1,3 +1,5 @@
+// MItMeshVertex, MItMeshEdge and MItMeshPolygon.
+
 #include <maya/MItMeshEdge.h>
 #include <maya/MItMeshPolygon.h>
 #include <maya/MItMeshVertex.h>
@@ -30,12 +32,12 @@ namespace {
 
 using Walk = host::api::MeshWalk;
 
-/// The walk while it stands at an element, otherwise null.
+/// The walk while it is at an element, otherwise null.
 const Walk* atElement(const Walk& walk) {
     return walk.isValid() ? &walk : nullptr;
 }
 
-/// The component of the element that a walk stands at.
+/// The component of the walk's current element.
 MObject currentComponent(const Walk& walk, MStatus* status) {
     return answer(status, atElement(walk), [](const Walk& at) {
         const int element = at.current();
@@ -56,14 +58,14 @@ bool hasBorderEdge(const Topology& topology, IntSpan edges) {
     return std::any_of(edges.begin(), edges.end(), [&](int edge) { return isBorderEdge(topology, edge); });
 }
 
-/// Adds the edges at a vertex but one.
+/// Adds all edges at a vertex except one.
 void appendEdges(const Topology& topology, int vertex, int except, MIntArray& edges) {
     for (const int edge : topology.vertexEdges(vertex)) {
         if (edge != except) edges.append(edge);
     }
 }
 
-/// What a list per corner of a face holds, ascending, each once, without the face's own.
+/// What a list has for the corners of a face: ascending, each once, without the face's own.
 void gatherAround(IntSpan corners, const host::geometry::IntLists& lists, IntSpan own, MIntArray& result) {
     std::vector<int> found;
     for (const int corner : corners)

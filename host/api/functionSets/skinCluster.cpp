@@ -33,7 +33,7 @@ namespace {
 struct Request {
     NodeRef skinCluster;
     std::vector<int> vertices;
-    std::vector<int> influences;  // logical indices of all of them, ascending
+    std::vector<int> influences;  // logical indices of all influences, ascending
 };
 
 std::vector<int> influenceIndices(const NodeRef& skinCluster) {
@@ -59,17 +59,17 @@ MStatus resolve(const MObject& object, const MDagPath& path, const MObject& comp
     return MStatus::kSuccess;
 }
 
-/// Place of a logical index among the influences; -1 when it is none.
+/// Position of a logical index among the influences; -1 if it is not among them.
 int placeOf(const std::vector<int>& influences, int index) {
-    // Without a gap before it an index is its own place.
+    // If there is no gap before an index, it is its own position.
     const auto guess = static_cast<std::size_t>(index);
     if (guess < influences.size() && influences[guess] == index) return index;
     const auto found = std::lower_bound(influences.begin(), influences.end(), index);
     return found != influences.end() && *found == index ? static_cast<int>(found - influences.begin()) : -1;
 }
 
-/// Stored rows as one number for each vertex and each of some columns.
-/// @param columns  place among the columns by influence, -1 for influences that are not asked for
+/// Writes stored rows as one number per vertex and column.
+/// @param columns  the column of each influence, -1 for influences that the call leaves out
 void spread(const WeightRows& rows, const std::vector<int>& influences, const std::vector<int>& columns,
             std::size_t width, MDoubleArray& weights) {
     weights.setLength(static_cast<unsigned int>(rows.vertices.size() * width));
@@ -122,7 +122,7 @@ class RowWriter {
             isAll_ = isAll_ && role == WeightRole::Given;
     }
 
-    /// @param values  one for each vertex and each given influence
+    /// @param values  one per vertex and given influence
     void write(const WeightRows& before, const double* values) {
         for (std::size_t row = 0; row < before.vertices.size(); ++row, values += places_.size())
             appendRow(before, row, values);
@@ -147,7 +147,7 @@ class RowWriter {
         for (std::size_t k = 0; k < weights_.size(); ++k) {
             if (weights_[k] != 0.0) strays_.emplace_back(request_.influences[k], weights_[k]);
         }
-        // What is left of influences that are gone stays, in its place among the others.
+        // Stored weights of removed influences stay, in their place among the others.
         std::sort(strays_.begin(), strays_.end());
         for (const auto& [influence, weight] : strays_) {
             after_.influences.push_back(influence);
@@ -169,7 +169,7 @@ class RowWriter {
             weight /= sum;
     }
 
-    /// Of a vertex from each influence; the bind pose has influences that are gone as well.
+    /// Distances of a vertex from each influence. The bind pose also has removed influences.
     std::vector<double> distances(int vertex) {
         if (pose_.influences.empty()) pose_ = host::nodes::bindPoseOf(scene(), request_.skinCluster);
         const std::vector<int> elements = scene().elements(request_.skinCluster->plug("matrix"));
@@ -184,7 +184,7 @@ class RowWriter {
     Request request_;
     const std::vector<int>& places_;
     bool normalizes_;
-    bool isAll_;  // whether every influence is given
+    bool isAll_;  // whether all influences are given
     std::vector<WeightRole> roles_;
     host::nodes::BindPose pose_{};
     WeightRows after_{};
@@ -308,7 +308,7 @@ MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& componen
     const std::vector<int> places = host::api::numbersOf<int>(influenceIndices);
     if (std::size_t{values.length()} != request.vertices.size() * places.size())
         return MStatus::kInvalidParameter;
-    // The old weights may go where the new ones come from.
+    // The caller may use one array for the old and the new weights.
     const std::vector<double> wanted = host::api::numbersOf<double>(values);
     return writeColumns(std::move(request), places, wanted.data(), normalize, oldValues);
 }

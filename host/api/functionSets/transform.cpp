@@ -50,7 +50,7 @@ MObject MFnTransform::create(MObject parent, MStatus* status) {
 
 MTransformationMatrix MFnTransform::transformation(MStatus* status) const {
     return answer(status, ObjectAccess::node(object_), [](const NodeRef& node) {
-        // The parts as the node holds them: taking the matrix apart would lose angles beyond half a turn.
+        // The parts as the node stores them: decomposing the matrix would lose angles beyond half a turn.
         const TransformParts parts = host::nodes::transformParts(scene(), node);
         MTransformationMatrix result;
         const double rotation[3] = {parts.rotate.x, parts.rotate.y, parts.rotate.z};

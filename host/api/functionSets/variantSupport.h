@@ -9,8 +9,7 @@ namespace host::api {
 
 geometry::FaceTieRule faceTieRule();
 
-/// Puts the neighbours of an element, which stand in the host's order, into the one that the variants ask
-/// for.
+/// Brings the neighbours of an element from the host's order into the one that the variants ask for.
 void arrangeNeighbours(MIntArray& neighbours);
 
 }  // namespace host::api

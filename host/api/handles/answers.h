@@ -7,9 +7,11 @@
 
 #include "api/values/statusMaker.h"
 
+/// How API functions report their outcome: frequent statuses, a value or the status that says why there is
+/// none, and functions that return the value and report the status to the caller.
 namespace host::api {
 
-// The statuses that the API's functions report most.
+// The statuses that API functions report most often.
 inline MStatus missingObject() {
     return StatusMaker::make(MStatus::kFailure, Explanation::ObjectDoesNotExist);
 }
@@ -26,13 +28,13 @@ inline MStatus failure() {
     return StatusMaker::make(MStatus::kFailure, Explanation::InternalFailure);
 }
 
-/// Success where the arguments of a call fit.
+/// Success if the arguments of a call fit.
 inline MStatus checkArguments(bool fit) {
     return fit ? MStatus(MStatus::kSuccess) : MStatus(MStatus::kInvalidParameter);
 }
 
-/// A value, or the status that says why there is none. The value is moved on its way: where that costs, as
-/// with the handles, which only copy, answer with what the handle is made of.
+/// A value, or the status that says why there is none. The value is moved on its way. Handles only copy,
+/// which costs: for these, answer with what the handle is made from.
 template <typename T>
 struct Answer {
     Answer(T found) : value(std::move(found)) {}
@@ -43,7 +45,7 @@ struct Answer {
     T value{};
 };
 
-/// The type of the value that a function gives, in an Answer or as it is.
+/// The type of a function's result, given in an Answer or directly.
 template <typename Given>
 struct AnswerOf {
     using Type = Given;
@@ -60,9 +62,9 @@ T succeeded(MStatus* status, T value) {
     return value;
 }
 
-/// What give() gives, where the check holds. Otherwise, or where give() answers with a failure itself, a
-/// value made of `otherwise`, which is a default one unless there is one. Reports how it went.
-/// @param give  gives a value or an Answer
+/// The result of give() if the check succeeds. If it fails, or give() returns a failure itself, the result is
+/// made from `otherwise`; without that it is a default one. The status is reported.
+/// @param give  returns a value or an Answer
 template <typename Give, typename... Otherwise>
 auto answerIf(MStatus* status, const MStatus& check, const Give& give, const Otherwise&... otherwise) {
     using Given = decltype(give());
@@ -77,8 +79,8 @@ auto answerIf(MStatus* status, const MStatus& check, const Give& give, const Oth
     }
 }
 
-/// As answerIf(), where the check is that what is asked is there.
-/// @param asked  what give() is called with: a shared pointer, or a plain one that give() takes by reference
+/// Like answerIf(). The check is that `asked` exists.
+/// @param asked  the argument of give(): a shared pointer, or a plain one, which give() takes by reference
 template <typename Asked, typename Give, typename... Otherwise>
 auto answer(MStatus* status, const Asked& asked, const Give& give, const Otherwise&... otherwise) {
     const auto giveFrom = [&] {

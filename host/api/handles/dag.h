@@ -9,9 +9,9 @@
 namespace host::api {
 
 bool isTransform(const graph::Node& node);
-/// Children that are no transforms, intermediate shapes among them.
+/// Children that are not transforms, including intermediate shapes.
 std::vector<graph::NodeRef> shapesBelow(const graph::Node& node);
-/// The parent, or the world.
+/// The parent; for a node at the top, the world.
 MObject parentObject(const graph::Node& node);
 
 }  // namespace host::api

@@ -11,7 +11,7 @@ struct NamedType {
     const char* nodeType;  // or data type
 };
 
-// Derived types before those that they derive from: the first that fits is the most derived one.
+// Derived types come before their bases: the first that fits is the most derived one.
 constexpr NamedType kNodeTypes[] = {
     {MFn::kJoint, "joint"},
     {MFn::kTransform, "transform"},
@@ -64,7 +64,7 @@ bool isTriple(const graph::Attribute& attribute, graph::ValueKind kind) {
 
 bool hasFunctionSet(const graph::NodeType& type, MFn::Type functionSet) {
     if (functionSet == MFn::kBase || functionSet == MFn::kNamedObject) return true;
-    // Every mesh is a shape of all the general kinds, whether or not its type spells them out.
+    // Every mesh is also a shape of all general kinds, even if its type does not name them.
     if (type.isA("mesh") &&
         (functionSet == MFn::kShape || functionSet == MFn::kGeometric || functionSet == MFn::kSurface))
         return true;

@@ -9,7 +9,7 @@
 namespace host::api {
 
 struct ModifierAccess {
-    /// Gives a modifier a change that has been made, to take back.
+    /// Adds a change that has already been made, so that the modifier can undo it.
     static void addDone(MDGModifier& modifier, std::unique_ptr<graph::ChangeList> change);
 };
 

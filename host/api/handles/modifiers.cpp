@@ -104,7 +104,7 @@ struct MDGModifier::Changes {
         return add([plug, value] { return MPlug(plug).setValue(value); });
     }
 
-    /// Makes a node at once, as a change that has been done.
+    /// Makes a node at once, as a change that is already done.
     template <typename Maker>
     Answer<MObject> create(Maker maker) {
         if (isUndone) return MStatus::kFailure;

@@ -106,7 +106,7 @@ unsigned int MObjectHandle::hashCode() const {
 }
 
 unsigned int MObjectHandle::objectHashCode(const MObject& object) {
-    // Nodes hash by their creation number, so that a script gives the same numbers on every run.
+    // The hash of a node is its creation number, so that a script gives the same numbers in every run.
     if (const host::graph::NodeRef node = ObjectAccess::anyNode(object))
         return static_cast<unsigned int>(node->id());
     return static_cast<unsigned int>(std::hash<const void*>{}(ObjectAccess::identity(object)));

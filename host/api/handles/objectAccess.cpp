@@ -9,7 +9,7 @@ MObject ObjectAccess::object(const graph::NodeRef& node) {
 }
 
 MObject ObjectAccess::object(const graph::NodeRef& owner, const graph::Attribute& attribute) {
-    // The handle shares the node's ownership: a dynamic attribute lives as long as its node.
+    // The handle shares ownership of the node: a dynamic attribute lives as long as its node.
     return MObject(MObject::Kind::Attribute,
                    std::shared_ptr<void>(owner, const_cast<graph::Attribute*>(&attribute)));
 }

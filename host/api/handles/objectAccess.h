@@ -10,17 +10,17 @@
 
 namespace host::api {
 
-/// What a component object stands for. The copies of its handle share it.
+/// The content of a component object. Copies of its handle share it.
 struct ComponentBody {
     graph::Component value;
 };
 
-/// What a data object stands for: the copies of its handle share the body, the data itself never changes.
+/// The content of a data object. Copies of its handle share the body. The data itself never changes.
 struct DataBody {
     graph::DataPtr value;
 };
 
-/// Between MObject and what it stands for. Every function is O(1).
+/// Converts between MObject and what it refers to. Every function is O(1).
 struct ObjectAccess {
     // A null reference gives a null object.
     static MObject object(const graph::NodeRef& node);
@@ -37,9 +37,9 @@ struct ObjectAccess {
     static bool isWorld(const MObject& object) { return object.kind_ == MObject::Kind::World; }
     static bool isPlugin(const MObject& object) { return object.kind_ == MObject::Kind::Plugin; }
     static const void* identity(const MObject& object) { return object.body_.get(); }
-    /// The node in the scene that the object stands for, otherwise null.
+    /// The node in the scene that the object refers to, otherwise null.
     static graph::NodeRef node(const MObject& object);
-    /// As node(), but deleted nodes too.
+    /// Like node(), but also for deleted nodes.
     static graph::NodeRef anyNode(const MObject& object);
     static const graph::Attribute* attribute(const MObject& object);
     static graph::Component* component(const MObject& object);

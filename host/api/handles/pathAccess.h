@@ -6,7 +6,7 @@
 
 namespace host::api {
 
-/// Between MDagPath and the node that it leads to.
+/// Converts between MDagPath and the node that it leads to.
 struct PathAccess {
     static MDagPath path(const graph::NodeRef& node);
     /// The node in the scene, otherwise null.

@@ -1,3 +1,5 @@
+// MPlug without its values (plugValues.cpp).
+
 #include <maya/MIntArray.h>
 #include <maya/MPlug.h>
 #include <maya/MPlugArray.h>
@@ -52,7 +54,7 @@ std::string attributeText(const Plug& place, bool full, bool longNames) {
     return text;
 }
 
-/// The elements of an array plug that are connected themselves or below.
+/// The elements of an array plug that are connected, or have a connection below them.
 std::set<int> connectedElements(const Plug& array) {
     std::set<int> result;
     const auto depth = static_cast<std::size_t>(array.attribute().arrayDepth() - 1);
@@ -67,7 +69,7 @@ std::set<int> connectedElements(const Plug& array) {
     return result;
 }
 
-/// An array whose own place among the elements of others is known.
+/// Whether a plug is one array: all indices above it are known.
 bool isOneArray(const Plug& place) {
     return place.isArray() && place.isFullyIndexed();
 }
@@ -76,14 +78,14 @@ bool isChildPlace(const Plug& place) {
     return !place.isElement() && place.attribute().parent() != nullptr;
 }
 
-/// Success for a place in the scene that fits.
+/// Success if a place is in the scene and fits.
 template <typename Fits>
 MStatus checkPlace(const Plug& place, Fits fits) {
     if (!isUsable(place)) return missingObject();
     return std::invoke(fits, place) ? MStatus(MStatus::kSuccess) : incompatible();
 }
 
-/// The place of a plug; null where there is none in the scene.
+/// The place of a plug; null if it is not in the scene.
 const Plug* usable(const MPlug& plug) {
     const Plug& place = PlugAccess::place(plug);
     return isUsable(place) ? &place : nullptr;
@@ -226,7 +228,7 @@ unsigned int MPlug::numElements(MStatus* status) const {
                     [&] { return static_cast<unsigned int>(scene().elementCount(place)); });
 }
 
-// Elements come from writing and connecting only, so that evaluating never adds one.
+// Only writing and connecting make elements, so evaluating never adds one.
 unsigned int MPlug::evaluateNumElements(MStatus* status) {
     return numElements(status);
 }

@@ -1,3 +1,5 @@
+// The values of MPlug: reading and writing.
+
 #include <maya/MPlug.h>
 
 #include <limits>
@@ -25,7 +27,7 @@ namespace host::api {
 
 namespace {
 
-/// Why the value of a plug cannot be read; success when it can.
+/// Why the value of a plug cannot be read; success if it can.
 MStatus checkReadable(const Plug& place, bool wantsNumber) {
     if (!isUsable(place)) return missingObject();
     const bool fits =
@@ -39,7 +41,7 @@ MStatus checkWritable(const Plug& place) {
     return isLocked(place) ? failure() : MStatus(MStatus::kSuccess);
 }
 
-/// Makes the elements on the way to a plug whose value is asked for exist, where this host is to do so.
+/// If the variants say so, makes the elements on the path of a plug exist when its value is read.
 void createWhatIsRead(const Plug& place) {
     if (!scene().variants().readingCreates || place.attribute().isOutput()) return;
     Plug element = place;
@@ -61,7 +63,8 @@ MStatus readNumber(const MPlug& plug, double& value) {
 template <typename Number>
 Number toNumber(double value) {
     if constexpr (std::is_integral_v<Number>) {
-        // Casting a double that does not fit is undefined; the nearest end of the range is as good as any.
+        // Casting a double that does not fit is undefined. The nearest end of the range is as good as any
+        // value.
         if (value <= static_cast<double>(std::numeric_limits<Number>::min()))
             return std::numeric_limits<Number>::min();
         if (value >= static_cast<double>(std::numeric_limits<Number>::max()))
@@ -104,7 +107,7 @@ MStatus writeNumber(MPlug& plug, double value) {
     return MStatus::kSuccess;
 }
 
-/// Whether an array data object has no element.
+/// Whether an array data object has no elements.
 bool isEmptyArray(const DataPtr& data) {
     const auto isEmpty = [](const auto& typed) { return typed != nullptr && typed->value.empty(); };
     return isEmpty(graph::dataAs<graph::DoubleArrayData>(data)) ||
@@ -114,7 +117,7 @@ bool isEmptyArray(const DataPtr& data) {
            isEmpty(graph::dataAs<graph::StringArrayData>(data));
 }
 
-/// Geometry attributes take any geometry; this host has meshes only.
+/// Geometry attributes take any geometry. This host has only meshes.
 bool takesData(const graph::Attribute& attribute, const graph::Data& data) {
     const std::string& wanted = attribute.spec().dataType;
     return wanted == data.typeName() || (wanted == "geometry" && data.typeName() == "mesh");

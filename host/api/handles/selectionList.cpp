@@ -96,7 +96,7 @@ void mergeItem(std::vector<SelectionItem>& items, const SelectionItem& item,
     }
 }
 
-/// The item of a path with a component; of a component on a transform the shape is the object.
+/// The item of a path with a component. For a component on a transform, the object is its shape.
 MStatus makeItem(const MDagPath& path, const MObject& component, SelectionItem& item) {
     item.node = PathAccess::node(path);
     if (item.node == nullptr) return unknownObject();

@@ -12,14 +12,14 @@ namespace host::api {
 struct PluginCall {
     std::string owner;  // the plug-in's name
     mel::Value result{};
-    /// The arguments did not fit the command's syntax: the call fails whatever the command says.
+    /// The arguments did not fit the command's syntax: the call fails, whatever the command returns.
     bool hasArgumentError = false;
-    /// The command has shown an error, perhaps from a thread of its own.
+    /// The command has shown an error, perhaps from another thread.
     std::atomic<bool> hasShownError{false};
 };
 
-/// Ties the API, whose functions know no scene, to the one running scene. One session at a time; the registry
-/// and its graph outlive it.
+/// Connects the API, whose functions know no scene, to the one running scene. Only one session exists at a
+/// time. The registry and its graph must outlive it.
 class Session {
   public:
     explicit Session(mel::CommandRegistry& commands);
@@ -29,14 +29,14 @@ class Session {
 
     /// The running session. There is one whenever an API call may arrive.
     static Session& current();
-    /// What the running session's scene has lost since it began; null where that does not matter, and
-    /// outside.
+    /// What has been removed from the running session's scene (graph::Graph::removals); null if no variant
+    /// needs it, or without a session.
     static const graph::RemovalLog* removals();
 
     graph::Graph& graph() { return commands_.graph(); }
     mel::CommandRegistry& commands() { return commands_; }
 
-    /// The innermost call that is running; null outside.
+    /// The innermost running call; null outside calls.
     PluginCall* call() const { return call_; }
 
     /// How often a view was asked to draw itself.
@@ -51,8 +51,8 @@ class Session {
     int refreshes_ = 0;
 };
 
-/// Makes a call the running one for a scope. The graph records nothing meanwhile: what a plug-in changes is
-/// its own to take back.
+/// Makes a call the running one for a scope. Meanwhile the graph records nothing: a plug-in must undo its own
+/// changes.
 class CallScope {
   public:
     explicit CallScope(PluginCall& call)

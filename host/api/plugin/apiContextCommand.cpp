@@ -24,7 +24,7 @@ mel::ToolBox& tools() {
     return Session::current().commands().tools();
 }
 
-/// What a handler of flags made of the running call.
+/// The result of a flag handler in the running call.
 mel::CommandResult resultOf(const MStatus& status) {
     PluginCall& call = *Session::current().call();
     if (call.hasArgumentError || (!status && call.hasShownError)) return mel::CommandResult::failureShown();
@@ -43,7 +43,7 @@ ApiContextCommand::ApiContextCommand(std::string name, std::string owner, std::s
     }
 }
 
-/// A command object with its syntax; null when the plug-in gives none.
+/// A command object with its syntax; null if the plug-in gives none.
 std::unique_ptr<MPxContextCommand> ApiContextCommand::makeCommand() const {
     std::unique_ptr<MPxContextCommand> command(static_cast<MPxContextCommand*>(create_()));
     if (command == nullptr) return nullptr;
@@ -98,7 +98,7 @@ mel::CommandResult ApiContextCommand::make(std::string tool, const MArgParser& p
 
 mel::CommandResult ApiContextCommand::editOrQuery(const std::string& tool, bool isQuery,
                                                   const MArgList& words) const {
-    // What is made by this command is an ApiTool.
+    // All tools of this command are ApiTools.
     const auto found = std::static_pointer_cast<ApiTool>(tools().find(tool, name_));
     if (found == nullptr) return mel::CommandResult::failure(name_ + ": Object '" + tool + "' not found.");
     MPxContextCommand& command = found->command();

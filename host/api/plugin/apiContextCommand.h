@@ -13,24 +13,24 @@
 
 namespace host::api {
 
-/// A script command that makes tools with a plug-in's creator, and edits and queries those it made:
+/// A script command that makes tools with a plug-in's creator, and edits and queries these tools:
 ///
 ///   command [flags] [name]           makes a tool; its name is the result
 ///   command -edit flags name
 ///   command -query flag name
 ///   command -exists name             1 or 0
 ///
-/// The flags beside -exists are the plug-in's own.
+/// All flags except -exists are the plug-in's own.
 class ApiContextCommand final : public mel::PluginCommand {
   public:
     using Creator = void* (*)();
 
     /// @param name     of the command
     /// @param owner    the plug-in's name
-    /// @param library  keeps the plug-in's code in memory as long as the command or a tool of it is there
+    /// @param library  keeps the plug-in's code in memory as long as the command or one of its tools exists
     ApiContextCommand(std::string name, std::string owner, std::shared_ptr<void> library, Creator create);
 
-    /// False when the plug-in's own flags cannot be added.
+    /// False if the plug-in's own flags cannot be added.
     bool isValid() const { return isValid_; }
 
     mel::PluginCallResult call(std::vector<mel::Value>&& arguments) override;

@@ -15,7 +15,7 @@ namespace host::api {
 class ApiTool final : public mel::Tool {
   public:
     /// @param owner    the plug-in's name
-    /// @param library  keeps the plug-in's code in memory as long as the tool is there
+    /// @param library  keeps the plug-in's code in memory as long as the tool exists
     ApiTool(std::string owner, std::shared_ptr<void> library, std::unique_ptr<MPxContextCommand> command,
             std::unique_ptr<MPxContext> context)
         : owner_(std::move(owner)),
@@ -35,7 +35,7 @@ class ApiTool final : public mel::Tool {
     MPxContextCommand& command() { return *command_; }
 
   private:
-    // The order lets the tool go before the command, and both before the code that they run.
+    // The order destroys the tool before the command, and both before the code that they run.
     std::string owner_;
     std::shared_ptr<void> library_;
     std::unique_ptr<MPxContextCommand> command_;

@@ -29,7 +29,7 @@ using host::api::text;
 
 namespace {
 
-/// One text of the description of a plug-in.
+/// One text of a plug-in's description.
 template <typename Getter>
 MString describe(const MObject& object, MStatus* status, Getter getter) {
     return answer(status, ObjectAccess::plugin<Plugin>(object),

@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 using EntryPoint = MStatus (*)(MObject);
 
-// The entry points are C++ functions; a library knows them by their decorated names.
+// The entry points are C++ functions: a library knows them by their decorated names.
 #if defined(_MSC_VER)
 constexpr const char* kInitialize =
     "?initializePlugin@@YA?AVMStatus@OpenMaya20250000@Maya@Autodesk@@VMObject@234@@Z";
@@ -48,8 +48,8 @@ std::vector<fs::path> searchFolders() {
     return folders;
 }
 
-/// The file meant by a name: as it stands or with a plug-in suffix, here, on the search path or beside the
-/// program; empty when there is none.
+/// The file for a name: unchanged or with a plug-in suffix; in the current folder, on the search path or in
+/// the program's folder. Empty if there is none.
 fs::path findFile(const std::string& file) {
     const fs::path wanted = fs::u8path(file);
     std::vector<std::string> suffixes{""};
@@ -68,7 +68,7 @@ EntryPoint entryPoint(const Plugin& plugin, const char* symbol) {
     return reinterpret_cast<EntryPoint>(plugin.library->symbol(symbol));
 }
 
-/// Why this library is no plug-in; empty when it is one.
+/// Why this library is not a plug-in; empty if it is one.
 std::string lackOf(const Plugin& plugin) {
     if (entryPoint(plugin, kInitialize) == nullptr || entryPoint(plugin, kUninitialize) == nullptr)
         return "is no plug-in: initializePlugin or uninitializePlugin is missing.";
@@ -134,7 +134,7 @@ mel::CommandResult PluginLoader::unload(const std::string& name, bool force) {
     const PluginCall* call = session_.call();
     if (call != nullptr && call->owner == own)
         return mel::CommandResult::failure("Plug-in, \"" + own + "\", is in use and cannot be unloaded.");
-    // Before the plug-in says goodbye: its command objects are the last to call into it.
+    // Before uninitializePlugin: after it, no command object on the queue may call into the plug-in.
     session_.graph().undoQueue().flushOwner(own);
     if (!runEntryPoint(plugin, kUninitialize) && !force)
         return mel::CommandResult::failure("uninitializePlugin function failed (" + own + ")");

@@ -11,17 +11,17 @@
 
 namespace host::api {
 
-/// A plug-in that is loaded, or being loaded: what a MFnPlugin works on.
+/// A plug-in that is loaded, or being loaded. MFnPlugin works on it.
 struct Plugin {
     mel::PluginDescription description{};
     std::shared_ptr<platform::Library> library{};
 };
 
-/// Loads plug-ins into the running session; the registry's plug-in service while it lives.
+/// Loads plug-ins into the running session. While it exists, it is the registry's plug-in service.
 ///
-/// A plug-in's entry points run without a recorder: what they change in the scene is on no undo queue. A
-/// plug-in whose initializePlugin fails leaves no command behind. The loader unloads what is still loaded
-/// when it goes, so it goes before the session and the registry.
+/// A plug-in's entry points run without a recorder: their changes to the scene are not on the undo queue. If
+/// initializePlugin fails, no command of the plug-in remains. When the loader is destroyed it unloads all
+/// remaining plug-ins, so it must be destroyed before the session and the registry.
 class PluginLoader final : public mel::PluginService {
   public:
     explicit PluginLoader(Session& session);

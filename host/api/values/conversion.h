@@ -8,7 +8,7 @@
 
 #include "geometry/math.h"
 
-/// Between the API's value classes and those of the geometry room.
+/// Converts between the API's value classes and those of the geometry room.
 namespace host::api {
 
 geometry::Matrix4 toGeometry(const MMatrix& matrix);
@@ -20,8 +20,8 @@ inline MVector fromGeometry(const geometry::Vec3& v) {
     return MVector(v.x, v.y, v.z);
 }
 
-/// The API's two enumerations of rotation orders and the one of the geometry room; only the transformation
-/// matrix counts from 1. Its kInvalid and kLast must have been ruled out.
+/// Convert between the API's two enumerations of rotation orders and that of the geometry room. Only the
+/// transformation matrix counts from 1. The caller must rule out its kInvalid and kLast.
 inline geometry::RotateOrder toGeometry(MEulerRotation::RotationOrder order) {
     return static_cast<geometry::RotateOrder>(order);
 }
@@ -35,7 +35,7 @@ inline MTransformationMatrix::RotationOrder matrixOrder(MEulerRotation::Rotation
     return static_cast<MTransformationMatrix::RotationOrder>(static_cast<int>(order) + 1);
 }
 
-/// The rotation in a matrix, freed of scale, shear and translation.
+/// The rotation of a matrix, without scale, shear and translation.
 geometry::Matrix4 rotationOnly(const geometry::Matrix4& matrix);
 
 }  // namespace host::api

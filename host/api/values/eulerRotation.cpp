@@ -18,8 +18,8 @@ const MEulerRotation MEulerRotation::identity;
 namespace {
 
 constexpr double kTurn = 6.283185307179586476925286766559;
-// Largest step of an incremental rotation; far below the quarter turn at which two solutions lie equally
-// near.
+// Largest step of an incremental rotation. It is far below the quarter turn at which two solutions are
+// equally near.
 constexpr double kLargestStep = kTurn / 64.0;
 
 MEulerRotation::RotationOrder reversed(MEulerRotation::RotationOrder order) {

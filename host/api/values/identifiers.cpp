@@ -1,3 +1,5 @@
+// MUuid.
+
 #include <maya/MUuid.h>
 
 #include <algorithm>
@@ -18,7 +20,7 @@ bool isDashPosition(int position) {
     return position == 8 || position == 13 || position == 18 || position == 23;
 }
 
-/// 0 to 15, or -1 for what is no hexadecimal digit.
+/// 0 to 15; -1 if it is not a hexadecimal digit.
 int digitValue(char c) {
     if (c >= '0' && c <= '9') return c - '0';
     if (c >= 'A' && c <= 'F') return c - 'A' + 10;
@@ -45,7 +47,7 @@ bool parse(const MString& text, unsigned char (&bytes)[16]) {
     return true;
 }
 
-/// Spreads a counter over all 64 bits; different counts give different results.
+/// Spreads a counter over all 64 bits. Different counts give different results.
 std::uint64_t mixed(std::uint64_t count) {
     count *= 0x9e3779b97f4a7c15U;
     count = (count ^ (count >> 30U)) * 0xbf58476d1ce4e5b9U;

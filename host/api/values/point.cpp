@@ -9,7 +9,7 @@ namespace host::api {
 
 namespace {
 
-/// Changes nothing, and says so, where there is no w.
+/// If w is 0, changes nothing and returns false.
 template <typename Point>
 bool divideByW(Point& point) {
     if (point.w == 0) return false;
@@ -19,7 +19,7 @@ bool divideByW(Point& point) {
     return true;
 }
 
-/// With w = 1; a point without w, which lies at infinity, stays as it is.
+/// With w = 1. A point with w = 0, which is at infinity, does not change.
 template <typename Point>
 Point cartesian(Point point) {
     if (point.w != 1) point.cartesianize();

@@ -16,7 +16,7 @@ const MQuaternion MQuaternion::identity;
 
 namespace {
 
-// Below this sine the two ends of an arc are too near for its formula.
+// Below this sine, the ends of an arc are too close for its formula.
 constexpr double kSmallestArc = 1e-12;
 
 double dot(const MQuaternion& p, const MQuaternion& q) {
@@ -27,7 +27,7 @@ MVector anyPerpendicular(const MVector& v) {
     return (std::abs(v.x) < std::abs(v.y) ? v ^ MVector::xAxis : v ^ MVector::yAxis).normal();
 }
 
-/// From a rotation matrix. Starts with the largest of the four parts, which keeps the division exact.
+/// From a rotation matrix. Starts with the largest of the four parts, so that the division is exact.
 MQuaternion fromRotation(const MMatrix& m) {
     const double squares[4] = {1.0 + m[0][0] - m[1][1] - m[2][2], 1.0 - m[0][0] + m[1][1] - m[2][2],
                                1.0 - m[0][0] - m[1][1] + m[2][2], 1.0 + m[0][0] + m[1][1] + m[2][2]};

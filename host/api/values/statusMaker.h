@@ -4,7 +4,7 @@
 
 namespace host::api {
 
-/// Why a call failed, where the host says more than its code does.
+/// Why a call failed, if the host can say more than the status code does.
 enum class Explanation : unsigned char {
     OfCode = 0,  ///< the code's own general text
     ObjectDoesNotExist,
@@ -13,7 +13,7 @@ enum class Explanation : unsigned char {
     InternalFailure
 };
 
-/// Makes statuses that carry an explanation and reads it back.
+/// Makes statuses that carry an explanation, and reads it back.
 class StatusMaker {
   public:
     static MStatus make(MStatus::MStatusCode code, Explanation explanation);
@@ -21,8 +21,8 @@ class StatusMaker {
     static const char* text(const MStatus& status);
 };
 
-/// The status into `destination` unless that is null, for the `MStatus* ReturnStatus` of the API; returns the
-/// status.
+/// Writes the status to `destination` unless that is null, for the `MStatus* ReturnStatus` of the API.
+/// Returns the status.
 MStatus report(MStatus* destination, const MStatus& status);
 
 }  // namespace host::api

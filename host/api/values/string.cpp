@@ -15,7 +15,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 namespace {
 
-// Beyond these a float's decimal digits are noise.
+// A float has no more exact decimal digits than these.
 constexpr int kFloatDigits = 7;
 
 std::string_view viewOf(const char* text) {
@@ -48,7 +48,8 @@ int positionOf(std::size_t found) {
     return found == std::string::npos ? -1 : static_cast<int>(found);
 }
 
-/// A whole number at the start of a text, clipped to 64 bits; `whole` when the text holds nothing else.
+/// A whole number at the start of a text, clipped to 64 bits. `whole` is set if the text contains nothing
+/// else.
 struct LeadingInteger {
     long long value = 0;
     bool whole = false;
@@ -162,7 +163,7 @@ bool MString::operator!=(const char* text) const {
     return !(*this == text);
 }
 
-// The text may be a part of this string's own.
+// The text may be a part of this string itself.
 MStatus MString::set(const char* text) {
     text_ = std::string(viewOf(text));
     return MStatus::kSuccess;
@@ -262,7 +263,7 @@ MString MString::substringW(int start, int end) const {
 }
 
 MStatus MString::split(char separator, MStringArray& pieces) const {
-    // `pieces` may hold this very string.
+    // `pieces` may contain this string.
     const std::string text = text_;
     pieces.clear();
     std::size_t start = 0;

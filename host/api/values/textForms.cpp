@@ -27,7 +27,7 @@ bool isCharacter(char32_t code, int continuations) {
     return code >= kLeast[continuations] && code <= 0x10ffff && (code < 0xd800 || code > 0xdfff);
 }
 
-/// Reads the character at `position` and moves on; one byte where it is malformed.
+/// Reads the character at `position` and moves past it. A malformed one takes one byte.
 char32_t nextCharacter(std::string_view text, std::size_t& position) {
     const auto lead = static_cast<unsigned char>(text[position++]);
     const int continuations = continuationCount(lead);
@@ -86,7 +86,7 @@ LeadingNumber leadingNumber(std::string_view text) {
     const bool isNegative = text.substr(first, 1) == "-";
     if (isNegative || text.substr(first, 1) == "+") ++first;
     const std::string_view number = text.substr(first);
-    // A second sign is no number.
+    // A second sign does not belong to a number.
     if (number.empty() || number.front() == '-') return {};
     const auto read = text::readNumber<double>(number);
     if (read.length == 0) return {};

@@ -4,27 +4,28 @@
 #include <string>
 #include <string_view>
 
-/// Text forms of numbers and of wide characters. A decimal point is a point in every locale that the host
-/// runs in.
+/// Text forms of numbers and of wide characters. The decimal separator is a point in every locale of the
+/// host.
 namespace host::api {
 
-/// At most `digits` significant digits, no trailing zeros; a whole number below 1e15 in full, without a
-/// point.
+/// At most `digits` significant digits, without trailing zeros. A whole number below 1e15 has all its digits
+/// and no point.
 std::string numberText(double value, int digits = 10);
 
-/// Fixed-point form; `decimals` below 0 count as 0.
+/// Fixed-point form. `decimals` below 0 count as 0.
 std::string fixedText(double value, int decimals);
 
 struct LeadingNumber {
     double value = 0.0;
-    std::size_t length = 0;  ///< how many characters it took, blanks before it included; 0 when there is none
+    std::size_t length =
+        0;  ///< number of characters used, including blanks before it; 0 if there is no number
 };
 
-/// The decimal number that a text begins with, "inf" and "nan" among them. Beyond a double's range it is
+/// The decimal number at the start of a text, which may be "inf" or "nan". Beyond a double's range it is
 /// infinite or 0.
 LeadingNumber leadingNumber(std::string_view text);
 
-/// Characters outside the basic plane become surrogate pairs where wchar_t has 16 bits; bytes that are no
+/// Where wchar_t has 16 bits, characters outside the basic plane become surrogate pairs. Bytes that are not
 /// UTF-8 become U+FFFD.
 std::wstring wideFromUtf8(std::string_view text);
 std::string utf8FromWide(std::wstring_view text);

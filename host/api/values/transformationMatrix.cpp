@@ -35,7 +35,7 @@ MStatus anySpace(MSpace::Space space) {
     return known ? MStatus::kSuccess : MStatus::kInvalidParameter;
 }
 
-// Scaling in the space after the rotation would need a shear that depends on it.
+// Scaling in the space after the rotation would need a shear that depends on the rotation.
 MStatus localSpace(MSpace::Space space) {
     if (anySpace(space).error()) return MStatus::kInvalidParameter;
     const bool local = space == MSpace::kTransform || space == MSpace::kPreTransform;

@@ -1,3 +1,5 @@
+// MAngle, MDistance and MTime: values with units, and the user's units.
+
 #include <maya/MAngle.h>
 #include <maya/MDistance.h>
 #include <maya/MTime.h>
@@ -9,15 +11,15 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 namespace {
 
-// The user's units, which any thread may read.
+// The user's units. Any thread may read them.
 std::atomic<MAngle::Unit> angleUnit{MAngle::kDegrees};
 std::atomic<MDistance::Unit> distanceUnit{MDistance::kCentimeters};
 std::atomic<MTime::Unit> timeUnit{MTime::kFilm};
 
 constexpr double kRadiansPerDegree = 0.017453292519943295769236907684886;
 
-// A unit in radians, in centimetres or in ticks; 0 for what is no unit. Ticks divide every rate without a
-// remainder, so that whole frames stay whole.
+// The size of a unit in radians, centimetres or ticks; 0 if it is not a unit. Ticks divide every rate without
+// a remainder, so that whole frames stay exact.
 
 double sizeOf(MAngle::Unit unit) {
     switch (unit) {
@@ -140,7 +142,7 @@ double converted(double value, Unit from, Unit to) {
     return size > 0.0 ? value * sizeOf(from) / size : 0.0;
 }
 
-/// Takes over a unit that is one.
+/// Accepts a unit if it is one.
 template <typename Target, typename Unit>
 MStatus assignUnit(Target& target, Unit unit) {
     if (!(sizeOf(unit) > 0.0)) return MStatus::kInvalidParameter;

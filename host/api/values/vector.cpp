@@ -21,7 +21,7 @@ Vector rowTimesMatrix(const Vector& v, const Matrix& m) {
                   v.x * m[0][2] + v.y * m[1][2] + v.z * m[2][2]);
 }
 
-/// From sine and cosine together, which keeps small angles exact.
+/// From sine and cosine together, so that small angles are exact.
 template <typename Vector>
 auto angleBetween(const Vector& a, const Vector& b) {
     return std::atan2((a ^ b).length(), a * b);
