@@ -1,7 +1,7 @@
 #pragma once
 
-/// The ways from the API's classes to what they stand for in the host: each opens the classes that name it as
-/// a friend, and is defined in the room that it belongs to. No part of the API: a plug-in never names them.
+/// The host's access to the private members of the API's classes. Each struct is a friend of the classes that
+/// name it, and is defined in the room that it belongs to. Not part of the API: a plug-in never names them.
 namespace host::api {
 
 struct ArgumentAccess;

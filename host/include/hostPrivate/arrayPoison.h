@@ -8,19 +8,19 @@
 
 namespace host::api {
 
-/// Whether elements that an array of the API makes without being given a value are poison: NaN, or a number
-/// far below zero. No part of the API: a plug-in never names it.
+/// Whether elements that an array of the API makes without a value are poison: NaN, or a number far below
+/// zero. Not part of the API: a plug-in never names it.
 ///
 /// The API promises no value for such elements, and code that takes them for zeros fails elsewhere. Poison is
-/// on from the start where the host was compiled with DELVEN_POISON_ARRAYS, as in the sanitizer builds. Safe
+/// on from the start if the host was compiled with DELVEN_POISON_ARRAYS, as in the sanitizer builds. Safe
 /// from several threads.
 OPENMAYA_EXPORT bool isArrayPoisonOn();
 OPENMAYA_EXPORT void setArrayPoison(bool isOn);
 
-/// What an array puts where it was given no value.
+/// The element that an array makes if it gets no value.
 template <typename Element>
 Element unsetElement() {
-    // Odd, so that it is no power of two, and no sum of few of them wraps to something small.
+    // Odd, so that it is not a power of two, and no sum of a few of them wraps to a small number.
     constexpr int kPoisonInteger = -1999999999;
     Element element{};
     if (!isArrayPoisonOn()) return element;

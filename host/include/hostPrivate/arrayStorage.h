@@ -12,9 +12,9 @@
 
 namespace host::api {
 
-/// What the array classes of the API have in common. No part of the API: a plug-in never names it.
+/// What the array classes of the API have in common. Not part of the API: a plug-in never names it.
 ///
-/// Indices outside the array are the caller's fault in `at`; set, insert and remove report them.
+/// In `at`, an index out of range is the caller's fault. `set`, `insert` and `remove` report it.
 template <typename Element>
 class ArrayStorage {
   public:
@@ -24,7 +24,7 @@ class ArrayStorage {
     ArrayStorage(unsigned int length, const Element& value) : elements_(length, value) {}
     ArrayStorage(const Element* source, unsigned int count) : elements_(source, source + count) {}
 
-    /// From rows of numbers, such as double[][4]; an element is made from each row.
+    /// From rows of numbers, such as double[][4]. Each row makes an element.
     template <typename Number, std::size_t width>
     static ArrayStorage fromRows(const Number source[][width], unsigned int count) {
         ArrayStorage storage;
@@ -53,7 +53,7 @@ class ArrayStorage {
         return MStatus::kSuccess;
     }
 
-    /// `element` may be one of the array's own.
+    /// `element` may be an element of this array.
     MStatus append(const Element& element) {
         if (elements_.size() < elements_.capacity()) {
             elements_.push_back(element);
@@ -92,7 +92,7 @@ class ArrayStorage {
         return MStatus::kSuccess;
     }
 
-    /// As `get` into rows of numbers.
+    /// Like `get`, into rows of numbers.
     template <typename Number, std::size_t width>
     MStatus getRows(Number destination[][width]) const {
         for (std::size_t i = 0; i < elements_.size(); ++i) {
@@ -102,7 +102,7 @@ class ArrayStorage {
         return MStatus::kSuccess;
     }
 
-    /// Least number of elements that room is made for when the array grows.
+    /// The least number of elements for which memory is reserved when the array grows.
     void setSizeIncrement(unsigned int increment) { sizeIncrement_ = std::max(increment, 1U); }
     unsigned int sizeIncrement() const { return sizeIncrement_; }
 

@@ -5,7 +5,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A value with its angular unit. The user's unit is one for the whole program and starts as degrees.
+/// A value with its angular unit. The user's unit applies to the whole program. It is degrees at first.
 class OPENMAYA_EXPORT MAngle {
   public:
     enum Unit { kInvalid, kRadians, kDegrees, kAngMinutes, kAngSeconds, kLast };
@@ -15,7 +15,7 @@ class OPENMAYA_EXPORT MAngle {
 
     Unit unit() const { return unit_; }
     double value() const { return value_; }
-    /// Keeps the value: 1 degree becomes 1 radian. Fails, and changes nothing, for kInvalid and kLast.
+    /// Keeps the value: 1 degree becomes 1 radian. For kInvalid and kLast, fails and changes nothing.
     MStatus setUnit(Unit newUnit);
     MStatus setValue(double newValue);
 

@@ -6,12 +6,12 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// The time at which the scene stands.
+/// The current time of the scene.
 class OPENMAYAANIM_EXPORT MAnimControl {
   public:
     /// In the user's unit of time.
     static MTime currentTime();
-    /// Not recorded for undo. Fails for a time that is no number.
+    /// Not recorded for undo. Fails for a time that is not a number.
     static MStatus setCurrentTime(const MTime& newTime);
 };
 

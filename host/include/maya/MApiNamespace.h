@@ -1,10 +1,10 @@
 #pragma once
 
-/// The versioned namespace that holds every class of the API, and the macros that open and close it.
+/// The versioned namespace that contains every class of the API, and the macros that open and close it.
 ///
-/// A plug-in uses the plain names: this header brings them into the global namespace. It must not declare a
-/// class of the API itself (`class MString;` would declare another, unrelated one); the declarations below
-/// are for that.
+/// A plug-in uses the plain names: this header brings them into the global namespace. A plug-in must not
+/// declare a class of the API itself: `class MString;` would declare another, unrelated class. The
+/// declarations below are for that.
 
 #define OPENMAYA_API_VERSION 20250000
 #define OPENMAYA_MAJOR_NAMESPACE Autodesk::Maya::OpenMaya20250000

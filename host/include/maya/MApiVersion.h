@@ -2,10 +2,10 @@
 
 #include <maya/MTypes.h>
 
-/// Puts two exported texts into the plug-in, by which the host sees what the plug-in was built with. It loads
-/// none without the first.
+/// Puts two exported texts into the plug-in. They tell the host what the plug-in was built with. The host
+/// does not load a plug-in without the first text.
 ///
-/// Exactly one source file of a plug-in may do so; every other one defines MNoVersionString before it
+/// Exactly one source file of a plug-in may do so. Every other one defines MNoVersionString before it
 /// includes this.
 #if !defined(MNoVersionString)
 extern "C" {

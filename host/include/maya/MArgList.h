@@ -9,7 +9,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// The words of a command call, flags and their arguments included, in the order given.
+/// The words of a command call in the given order, including flags and their arguments.
 class OPENMAYA_EXPORT MArgList {
   public:
     static const unsigned int kInvalidArgIndex;
@@ -33,8 +33,8 @@ class OPENMAYA_EXPORT MArgList {
     MStatus addArg(int value);
     MStatus addArg(double value);
     MStatus addArg(const MString& value);
-    /// Place of a flag in its short or long form, given without the dash; kInvalidArgIndex when it is not
-    /// there.
+    /// Position of a flag in its short or long form, given without the dash; kInvalidArgIndex if it does not
+    /// occur.
     unsigned int flagIndex(const char* flag, const char* longFlag = nullptr) const;
 
   private:

@@ -8,10 +8,10 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// The arguments of a command call, taken apart by the command's syntax.
+/// The arguments of a command call, parsed by the command's syntax.
 ///
-/// Arguments that do not fit the syntax make the constructor fail: the host shows why, every accessor fails
-/// from then on, and the script statement that called the command fails whatever the command returns.
+/// If the arguments do not fit the syntax, the constructor fails: the host shows why, and every accessor
+/// fails from then on. The script statement that called the command fails, whatever the command returns.
 class OPENMAYA_EXPORT MArgParser {
   public:
     MArgParser(const MSyntax& syntax, const MArgList& arguments, MStatus* status = nullptr);

@@ -10,9 +10,9 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Steps through an array of the API, forwards and backwards, one element at a time.
 ///
-/// Made for loops over a range and no more: an iterator that is constant can be neither followed nor
-/// compared, there is no step after use and no arithmetic, so that most algorithms of the standard library do
-/// not take it.
+/// Made for range-based loops and nothing else: a constant iterator can be neither dereferenced nor compared,
+/// and there is no postfix step and no arithmetic. So most algorithms of the standard library do not accept
+/// it.
 template <typename Array, typename Element>
 class MArrayIteratorTemplate {
   public:
@@ -42,8 +42,8 @@ class MArrayIteratorTemplate {
     unsigned int index_;
 };
 
-/// As MArrayIteratorTemplate, for reading. It gives what the array's constant `[]` gives, which is a value in
-/// some classes.
+/// Like MArrayIteratorTemplate, for reading. It gives the result of the array's constant `[]`, which is a
+/// value in some classes.
 template <typename Array, typename Element>
 class MArrayConstIteratorTemplate {
   public:

@@ -5,8 +5,8 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// An axis-aligned box. An empty one reports both corners at the origin, but the first expansion does not
-/// include it.
+/// An axis-aligned box. An empty one reports both corners at the origin, but its first expansion does not
+/// include the origin.
 class OPENMAYA_EXPORT MBoundingBox {
   public:
     MBoundingBox() = default;
@@ -21,7 +21,7 @@ class OPENMAYA_EXPORT MBoundingBox {
 
     /// Points on the faces count as inside. An empty box contains nothing.
     bool contains(const MPoint& point) const;
-    /// Boxes that touch, or are not farther apart than `tol` along any axis, count as intersecting.
+    /// Boxes that touch, or are at most `tol` apart along every axis, count as intersecting.
     bool intersects(const MBoundingBox& box, double tol = 0.0) const;
 
     /// Extent along x, y and z.

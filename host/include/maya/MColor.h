@@ -7,7 +7,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A colour as red, green, blue and alpha; opaque black by default. Arithmetic leaves alpha alone.
+/// A colour as red, green, blue and alpha; opaque black by default. Arithmetic does not change alpha.
 class OPENMAYA_EXPORT MColor {
   public:
     MColor() = default;

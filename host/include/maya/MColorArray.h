@@ -12,9 +12,9 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Array of colours.
 ///
-/// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside. Elements that are made without a value are unset. `get` fills an array of C arrays that the
-/// caller has made long enough.
+/// `operator[]` does not check its index. `set`, `insert` and `remove` fail with kInvalidParameter if it is
+/// out of range. New elements without a value are unset. `get` fills an array of C arrays, which the caller
+/// must make long enough.
 class OPENMAYA_EXPORT MColorArray {
   public:
     using Iterator = MArrayIteratorTemplate<MColorArray, MColor>;
@@ -40,7 +40,7 @@ class OPENMAYA_EXPORT MColorArray {
     MStatus clear() { return storage_.clear(); }
     MStatus get(float array[][4]) const { return storage_.getRows(array); }
 
-    /// Least number of elements that room is made for when the array grows.
+    /// The least number of elements for which memory is reserved when the array grows.
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 

@@ -9,7 +9,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// Result of a script command, of whatever type.
+/// Result of a script command, of any type.
 class OPENMAYA_EXPORT MCommandResult {
   public:
     enum Type {

@@ -5,7 +5,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A shape of the mouse cursor: one of those that the host brings.
+/// A shape of the mouse cursor: one of those built into the host.
 class OPENMAYAUI_EXPORT MCursor {
   public:
     MCursor(const MCursor& other);

@@ -13,9 +13,9 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// A list of changes to the dependency graph that can be done and undone as a whole.
 ///
-/// Changes are collected until doIt(); undoIt() takes back all that was done. A second doIt() does what was
-/// added since the first, and after an undo everything again. When a change fails, doIt() does none of the
-/// changes that were added since. Nothing goes onto the undo queue.
+/// Changes are collected until doIt(). undoIt() undoes everything that was done. A second doIt() does what
+/// was added since the first one. After an undo it does everything again. If a change fails, doIt() does none
+/// of the changes added since. Nothing is put on the undo queue.
 class OPENMAYA_EXPORT MDGModifier {
   public:
     MDGModifier();
@@ -23,10 +23,11 @@ class OPENMAYA_EXPORT MDGModifier {
     MDGModifier& operator=(const MDGModifier&) = delete;
     virtual ~MDGModifier();
 
-    /// The node joins the scene at once; undoIt() takes it away again. Fails between undoIt() and doIt().
+    /// The node joins the scene at once. undoIt() removes it again. Fails between undoIt() and doIt().
     MObject createNode(const MString& type, MStatus* status = nullptr);
     MStatus deleteNode(const MObject& node);
-    /// @param includeParents  the parents of a shape that have nothing else below them, too; the default
+    /// @param includeParents  also delete the parents of a shape that have nothing else below them; the
+    ///                        default
     MStatus deleteNode(const MObject& node, bool includeParents);
     MStatus renameNode(const MObject& node, const MString& newName);
     MStatus connect(const MPlug& source, const MPlug& destination);

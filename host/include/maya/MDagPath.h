@@ -9,7 +9,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// The way from the world down to one DAG node.
+/// The path from the world down to one DAG node.
 ///
 /// Every node of this host has one parent, so a node has exactly one path.
 class OPENMAYA_EXPORT MDagPath {
@@ -32,18 +32,18 @@ class OPENMAYA_EXPORT MDagPath {
     MObject transform(MStatus* status = nullptr) const;
     unsigned int length(MStatus* status = nullptr) const;
 
-    /// Moves to the shape below a transform that has exactly one; intermediate shapes do not count. On a
-    /// shape it does nothing and succeeds.
+    /// Moves to the shape below a transform that has exactly one. Intermediate shapes do not count. On a
+    /// shape, does nothing and succeeds.
     MStatus extendToShape();
     MStatus extendToShapeDirectlyBelow(unsigned int index);
-    /// Counts intermediate shapes too.
+    /// Includes intermediate shapes.
     MStatus numberOfShapesDirectlyBelow(unsigned int& count) const;
     MStatus push(const MObject& child);
     MStatus pop(unsigned int count = 1);
     unsigned int childCount(MStatus* status = nullptr) const;
     MObject child(unsigned int index, MStatus* status = nullptr) const;
 
-    /// Object to world, this node's own transformation included (exclusive: not included).
+    /// Object to world, including this node's own transformation (exclusive: not including it).
     MMatrix inclusiveMatrix(MStatus* status = nullptr) const;
     MMatrix exclusiveMatrix(MStatus* status = nullptr) const;
     MMatrix inclusiveMatrixInverse(MStatus* status = nullptr) const;

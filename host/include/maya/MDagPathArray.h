@@ -9,8 +9,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Array of DAG paths.
 ///
-/// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside.
+/// `operator[]` does not check its index. `set`, `insert` and `remove` fail with kInvalidParameter if it is
+/// out of range.
 class OPENMAYA_EXPORT MDagPathArray {
   public:
     MDagPathArray() = default;
@@ -29,7 +29,7 @@ class OPENMAYA_EXPORT MDagPathArray {
     MStatus copy(const MDagPathArray& source) { return storage_.copy(source.storage_); }
     MStatus clear() { return storage_.clear(); }
 
-    /// Least number of elements that room is made for when the array grows.
+    /// The least number of elements for which memory is reserved when the array grows.
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 

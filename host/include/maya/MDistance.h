@@ -5,7 +5,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A value with its linear unit. The user's unit is one for the whole program and starts as centimetres.
+/// A value with its linear unit. The user's unit applies to the whole program. It is centimetres at first.
 class OPENMAYA_EXPORT MDistance {
   public:
     enum Unit {
@@ -26,7 +26,7 @@ class OPENMAYA_EXPORT MDistance {
 
     Unit unit() const { return unit_; }
     double value() const { return value_; }
-    /// Keeps the value: 1 metre becomes 1 inch. Fails, and changes nothing, for kInvalid and kLast.
+    /// Keeps the value: 1 metre becomes 1 inch. For kInvalid and kLast, fails and changes nothing.
     MStatus setUnit(Unit newUnit);
     MStatus setValue(double newValue);
 

@@ -11,8 +11,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Array of double precision numbers.
 ///
-/// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside. Elements that are made without a value are unset. `get` fills a C array that the caller has made
+/// `operator[]` does not check its index. `set`, `insert` and `remove` fail with kInvalidParameter if it is
+/// out of range. New elements without a value are unset. `get` fills a C array, which the caller must make
 /// long enough.
 class OPENMAYA_EXPORT MDoubleArray {
   public:
@@ -37,7 +37,7 @@ class OPENMAYA_EXPORT MDoubleArray {
     MStatus clear() { return storage_.clear(); }
     MStatus get(double array[]) const { return storage_.get(array); }
 
-    /// Least number of elements that room is made for when the array grows.
+    /// The least number of elements for which memory is reserved when the array grows.
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 

@@ -13,10 +13,10 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Three angles in radians and the order in which they are applied.
 ///
-/// Angles are kept as given, beyond a full turn too, until a member says that it changes them.
+/// Angles are kept as given, also beyond a full turn, unless a member says that it changes them.
 class OPENMAYA_EXPORT MEulerRotation {
   public:
-    /// Counted from 0, other than MTransformationMatrix::RotationOrder.
+    /// Counted from 0, unlike MTransformationMatrix::RotationOrder.
     enum RotationOrder { kXYZ, kYZX, kZXY, kXZY, kYXZ, kZYX };
 
     MEulerRotation() = default;
@@ -24,7 +24,7 @@ class OPENMAYA_EXPORT MEulerRotation {
         : x(xx), y(yy), z(zz), order(ord) {}
     MEulerRotation(const MVector& v, RotationOrder ord = kXYZ) : x(v.x), y(v.y), z(v.z), order(ord) {}
 
-    /// These keep the order that the rotation has.
+    /// These keep the order of the rotation.
     MEulerRotation& operator=(const MMatrix& matrix);
     MEulerRotation& operator=(const MQuaternion& quaternion);
     MEulerRotation& setValue(const MVector& v, RotationOrder ord = kXYZ);
@@ -37,7 +37,7 @@ class OPENMAYA_EXPORT MEulerRotation {
     double operator[](unsigned int i) const { return i == 0 ? x : i == 1 ? y : z; }
     double& operator[](unsigned int i) { return i == 0 ? x : i == 1 ? y : z; }
 
-    /// Sums and differences of angles; the other rotation is brought into this one's order first.
+    /// Sums and differences of angles. The other rotation is first converted to this one's order.
     MEulerRotation operator+(const MEulerRotation& other) const;
     MEulerRotation operator-(const MEulerRotation& other) const;
     MEulerRotation operator-() const;
@@ -51,7 +51,7 @@ class OPENMAYA_EXPORT MEulerRotation {
     MEulerRotation& operator*=(const MEulerRotation& other);
     MEulerRotation& operator*=(const MQuaternion& other);
 
-    /// Same angles and order; two ways to write one rotation are not equal.
+    /// Same angles and order. Two different ways to write one rotation are not equal.
     bool operator==(const MEulerRotation& other) const;
     bool operator!=(const MEulerRotation& other) const;
     bool isEquivalent(const MEulerRotation& other, double tolerance = kEulerRotationEpsilon) const;
@@ -61,22 +61,23 @@ class OPENMAYA_EXPORT MEulerRotation {
     MEulerRotation inverse() const;
     MEulerRotation& invertIt();
 
-    /// The same rotation in another order, its middle angle in [-pi/2, pi/2]; untouched when the order is the
-    /// same.
+    /// The same rotation in another order, with its middle angle in [-pi/2, pi/2]; unchanged if the order is
+    /// the same.
     MEulerRotation reorder(RotationOrder ord) const;
     MEulerRotation& reorderIt(RotationOrder ord);
 
-    /// Every angle, or every one of `src`, brought into [-pi, pi] by whole turns.
+    /// Brings every angle, or every angle of `src`, into [-pi, pi] by whole turns.
     MEulerRotation bound() const;
     MEulerRotation& boundIt();
     MEulerRotation& boundIt(const MEulerRotation& src);
 
-    /// The other angles that give the same rotation in the same order, bound to [-pi, pi].
+    /// The other angles that give the same rotation in the same order, within [-pi, pi].
     MEulerRotation alternateSolution() const;
     MEulerRotation& setToAlternateSolution();
     MEulerRotation& setToAlternateSolution(const MEulerRotation& src);
 
-    /// This rotation, or its alternate one, with whole turns added so that the angles are nearest to `dst`.
+    /// This rotation, or its alternate one, with whole turns added so that the angles are nearest to those of
+    /// `dst`.
     MEulerRotation closestSolution(const MEulerRotation& dst) const;
     MEulerRotation& setToClosestSolution(const MEulerRotation& dst);
     MEulerRotation& setToClosestSolution(const MEulerRotation& src, const MEulerRotation& dst);
@@ -86,10 +87,10 @@ class OPENMAYA_EXPORT MEulerRotation {
     MEulerRotation& setToClosestCut(const MEulerRotation& dst);
     MEulerRotation& setToClosestCut(const MEulerRotation& src, const MEulerRotation& dst);
 
-    /// Follows this rotation by one about `axis`, staying near the present angles.
+    /// Adds a rotation about `axis` after this one, and stays near the current angles.
     MEulerRotation& incrementalRotateBy(const MVector& axis, double angle);
 
-    /// Angles of the rotation in `matrix`, whatever scale, shear and translation it has.
+    /// Angles of the rotation in `matrix`, with any scale, shear and translation.
     static MEulerRotation decompose(const MMatrix& matrix, RotationOrder ord);
 
     static const MEulerRotation identity;

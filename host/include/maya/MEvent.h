@@ -14,7 +14,7 @@ class OPENMAYAUI_EXPORT MEvent {
     MEvent();
     virtual ~MEvent();
 
-    /// The place in the view, in pixels from its lower left corner.
+    /// The position in the view, in pixels from its lower left corner.
     MStatus getPosition(short& xPosition, short& yPosition) const;
     MStatus setPosition(short xPosition, short yPosition);
     /// The button that is, or was, held down; also while the mouse is dragged.

@@ -12,7 +12,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// A 4x4 matrix in single precision, the identity by default.
 ///
-/// Row vectors: p' = p * M, the translation stands in row 3, and A * B applies A first.
+/// Row vectors: p' = p * M, the translation is in row 3, and A * B applies A first.
 class OPENMAYA_EXPORT MFloatMatrix {
   public:
     MFloatMatrix();
@@ -39,15 +39,15 @@ class OPENMAYA_EXPORT MFloatMatrix {
     MFloatMatrix& operator*=(float scale);
     bool operator==(const MFloatMatrix& other) const;
     bool operator!=(const MFloatMatrix& other) const;
-    /// Every element differs by at most the tolerance.
+    /// Whether every element differs by at most the tolerance.
     bool isEquivalent(const MFloatMatrix& other, float tolerance = MFloatMatrix_kTol) const;
 
     MFloatMatrix transpose() const;
-    /// The identity when this matrix has no inverse.
+    /// The identity if this matrix has no inverse.
     MFloatMatrix inverse() const;
-    /// Inverse times determinant, which a singular matrix has too.
+    /// Inverse times determinant. A singular matrix has it too.
     MFloatMatrix adjoint() const;
-    /// Scaled so that the lower right element is 1; unchanged where that is 0.
+    /// Scaled so that the lower right element is 1; unchanged if that is 0.
     MFloatMatrix homogenize() const;
     float det4x4() const;
     /// Determinant of the upper left 3x3.

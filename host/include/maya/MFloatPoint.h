@@ -11,9 +11,9 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A place in single precision in homogeneous coordinates; the origin by default.
+/// A position in single precision in homogeneous coordinates; the origin by default.
 ///
-/// Adding and scaling keep w as it is; differences, distances and comparisons by tolerance use the Cartesian
+/// Adding and scaling do not change w. Differences, distances and comparisons by tolerance use the Cartesian
 /// values (x, y and z divided by w).
 class OPENMAYA_EXPORT MFloatPoint {
   public:
@@ -56,7 +56,7 @@ class OPENMAYA_EXPORT MFloatPoint {
     MStatus get(double d[4]) const;
     MStatus get(float f[4]) const;
 
-    /// (x, y, z, w) becomes (x/w, y/w, z/w, 1). Changes nothing where w is 0; so does rationalize.
+    /// (x, y, z, w) becomes (x/w, y/w, z/w, 1). If w is 0, this and rationalize change nothing.
     MFloatPoint& cartesianize();
     /// Becomes (x/w, y/w, z/w, w).
     MFloatPoint& rationalize();
@@ -64,7 +64,7 @@ class OPENMAYA_EXPORT MFloatPoint {
     MFloatPoint& homogenize();
 
     float distanceTo(const MFloatPoint& other) const;
-    /// Distance of the two is at most the tolerance.
+    /// Whether the distance between the two is at most the tolerance.
     bool isEquivalent(const MFloatPoint& other, float tolerance = MFloatPoint_kTol) const;
 
     static const MFloatPoint origin;

@@ -10,7 +10,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A direction in single precision: matrices turn and scale it but do not move it.
+/// A direction in single precision: matrices rotate and scale it, but do not move it.
 class OPENMAYA_EXPORT MFloatVector {
   public:
     MFloatVector() = default;
@@ -42,7 +42,7 @@ class OPENMAYA_EXPORT MFloatVector {
         return MFloatVector(y * other.z - z * other.y, z * other.x - x * other.z, x * other.y - y * other.x);
     }
 
-    /// The upper 3x3 of the matrix applied to this row vector.
+    /// Applies the upper 3x3 of the matrix to this row vector.
     MFloatVector operator*(const MFloatMatrix& matrix) const;
     MFloatVector& operator*=(const MFloatMatrix& matrix);
 
@@ -56,14 +56,15 @@ class OPENMAYA_EXPORT MFloatVector {
     MStatus get(float f[3]) const;
 
     float length() const;
-    /// Unit vector; the zero vector stays zero.
+    /// Unit vector. The zero vector stays zero.
     MFloatVector normal() const;
     MStatus normalize();
-    /// Angle between the two in radians, from 0 to pi; 0 when one of them has no length.
+    /// Angle between the two in radians, from 0 to pi; 0 if one of them has no length.
     float angle(const MFloatVector& other) const;
-    /// Distance of the two ends is at most the tolerance.
+    /// Whether the distance between the two ends is at most the tolerance.
     bool isEquivalent(const MFloatVector& other, float tolerance = MFloatVector_kTol) const;
-    /// Same direction, also the opposite one; `tolerance` is on the sine of the angle between them.
+    /// Whether the directions are the same or opposite. `tolerance` applies to the sine of the angle between
+    /// them.
     bool isParallel(const MFloatVector& other, float tolerance = MFloatVector_kTol) const;
 
     static const MFloatVector zero;

@@ -4,9 +4,9 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// What an object can be asked to be: node types, component types, data types and attribute types.
+/// The types of objects: node types, component types, data types and attribute types.
 ///
-/// Use the names only: the numbers change from one version to the next.
+/// Use only the names: the numbers change from one version to the next.
 class OPENMAYA_EXPORT MFn {
   public:
     enum Type {

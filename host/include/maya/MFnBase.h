@@ -11,7 +11,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// What all function sets share: the object that they work on.
 ///
 /// Attaching to an object that lacks the function set fails with kInvalidParameter and leaves the set without
-/// an object; every call on a set without a (living) object fails.
+/// an object. Every call to a set without an object, or whose object no longer exists, fails.
 class OPENMAYA_EXPORT MFnBase {
   public:
     MFnBase(const MFnBase&) = delete;

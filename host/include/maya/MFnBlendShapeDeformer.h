@@ -16,7 +16,7 @@ class OPENMAYA_EXPORT MFnBlendShapeDeformer : public MFnDependencyNode {
     ~MFnBlendShapeDeformer() override;
     MFn::Type type() const override;
 
-    /// Puts a new deformer on a shape, or on the only shape of a transform.
+    /// Adds a new deformer to a shape, or to the only shape of a transform.
     MObject create(MObject baseObject, Origin originSpecifier = kLocalOrigin, MStatus* status = nullptr);
     Origin origin(MStatus* status = nullptr) const;
     MStatus setOrigin(Origin space);
@@ -29,7 +29,8 @@ class OPENMAYA_EXPORT MFnBlendShapeDeformer : public MFnDependencyNode {
     float weight(unsigned int index, MStatus* status = nullptr) const;
     MStatus setWeight(unsigned int index, float weight);
 
-    /// Connects a target that is reached at `fullWeight`; several on one weight index are in-betweens.
+    /// Connects a target that has its full effect at `fullWeight`. Several targets on one weight index are
+    /// in-betweens.
     MStatus addTarget(const MObject& baseObject, int weightIndex, const MObject& newTarget,
                       double fullWeight);
     MStatus getTargets(MObject baseObject, int weightIndex, MObjectArray& targets) const;

@@ -16,7 +16,7 @@ class OPENMAYA_EXPORT MFnComponentListData : public MFnData {
 
     unsigned int length(MStatus* status = nullptr) const;
     bool has(const MObject& component, MStatus* status = nullptr) const;
-    /// A copy of the entry; a null object outside the list.
+    /// A copy of the entry; a null object if the index is out of range.
     MObject operator[](unsigned int index) const;
     MStatus add(MObject& component);
     MStatus remove(const MObject& component);

@@ -23,13 +23,13 @@ class OPENMAYA_EXPORT MFnDagNode : public MFnDependencyNode {
     MStatus setObject(const MObject& object) override;
     virtual MStatus setObject(const MDagPath& path);
 
-    /// A shape type without a parent gets a transform of its own, which is then the result.
+    /// A shape type without a parent gets a new transform, which is then the result.
     MObject create(const MString& typeName, MObject& parent = MObject::kNullObj, MStatus* status = nullptr);
     MObject create(const MString& typeName, const MString& name, MObject& parent = MObject::kNullObj,
                    MStatus* status = nullptr);
 
     unsigned int parentCount(MStatus* status = nullptr) const;
-    /// The parent; for a node at the top the world.
+    /// The parent; for a node at the top, the world.
     MObject parent(unsigned int index, MStatus* status = nullptr) const;
     unsigned int childCount(MStatus* status = nullptr) const;
     MObject child(unsigned int index, MStatus* status = nullptr) const;
@@ -46,7 +46,7 @@ class OPENMAYA_EXPORT MFnDagNode : public MFnDependencyNode {
     MMatrix transformationMatrix(MStatus* status = nullptr) const;
     bool isIntermediateObject(MStatus* status = nullptr) const;
     MStatus setIntermediateObject(bool state);
-    /// Of the node and everything below it, in the space of the node's parent.
+    /// Box of the node and everything below it, in the space of the node's parent.
     MBoundingBox boundingBox(MStatus* status = nullptr) const;
 
   protected:

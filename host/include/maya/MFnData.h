@@ -5,10 +5,10 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// Base of the function sets on attribute data.
+/// Base of the function sets for attribute data.
 ///
-/// A data object is shared by the copies of its handle; data read from a plug is a copy of what the plug
-/// holds, so that a change reaches the scene through MPlug::setValue only.
+/// The copies of a handle share their data object. Data read from a plug is a copy of the plug's data, so a
+/// change reaches the scene only through MPlug::setValue.
 class OPENMAYA_EXPORT MFnData : public MFnBase {
   public:
     enum Type {

@@ -23,13 +23,13 @@ class OPENMAYA_EXPORT MFnDependencyNode : public MFnBase {
 
     MString typeName(MStatus* status = nullptr) const;
     MString name(MStatus* status = nullptr) const;
-    /// The full name with the root namespace in front, ":pSphereShape1".
+    /// The full name with the root namespace first: ":pSphereShape1".
     MString absoluteName(MStatus* status = nullptr) const;
     bool hasUniqueName() const;
-    /// @return the name that the node got: made unique where the wanted one is taken
+    /// @return the name of the node: made unique if the wanted one is taken
     MString setName(const MString& name, bool createNamespace = false, MStatus* status = nullptr);
 
-    /// Every plug of the node that has a connection in either direction.
+    /// Every plug of the node that has an incoming or outgoing connection.
     MStatus getConnections(MPlugArray& array) const;
     MObject attribute(const MString& attributeName, MStatus* status = nullptr) const;
     MAttrClass attributeClass(const MObject& attribute, MStatus* status = nullptr) const;

@@ -5,7 +5,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// Base of the function sets on geometry that travels through connections.
+/// Base of the function sets for geometry that is passed through connections.
 class OPENMAYA_EXPORT MFnGeometryData : public MFnData {
   public:
     MFnGeometryData();

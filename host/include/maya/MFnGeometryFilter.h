@@ -7,7 +7,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A deformer: what goes into it, what comes out, and its envelope.
+/// A deformer: its input and output shapes, and its envelope.
 class OPENMAYA_EXPORT MFnGeometryFilter : public MFnDependencyNode {
   public:
     MFnGeometryFilter();
@@ -15,8 +15,7 @@ class OPENMAYA_EXPORT MFnGeometryFilter : public MFnDependencyNode {
     ~MFnGeometryFilter() override;
     MFn::Type type() const override;
 
-    /// The shapes at the start (input) or the end (output) of the chain that the deformer belongs to, by
-    /// index.
+    /// The shapes at the start (input) or the end (output) of the deformer's chain, by index.
     MStatus getInputGeometry(MObjectArray& objects) const;
     MStatus getOutputGeometry(MObjectArray& objects) const;
     MObject inputShapeAtIndex(unsigned int index, MStatus* status = nullptr) const;

@@ -15,7 +15,7 @@ class OPENMAYA_EXPORT MFnMatrixData : public MFnData {
     ~MFnMatrixData() override;
     MFn::Type type() const override;
 
-    /// Valid until the next call on this function set.
+    /// Valid until the next call to this function set.
     const MMatrix& matrix(MStatus* status = nullptr) const;
     MStatus set(const MMatrix& matrix);
 

@@ -5,7 +5,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// Mesh data outside the DAG. MFnMesh reads it, and writes it when it is given as the owner of a new mesh.
+/// Mesh data outside the DAG. MFnMesh reads it, and writes it if it is given as the owner of a new mesh.
 class OPENMAYA_EXPORT MFnMeshData : public MFnGeometryData {
   public:
     MFnMeshData();

@@ -6,8 +6,8 @@
 #include <maya/MSyntax.h>
 #include <maya/MTypes.h>
 
-/// The two functions that a plug-in defines: called after it was loaded and before it is unloaded. When
-/// loading fails the plug-in is unloaded at once.
+/// The two functions that a plug-in defines. The host calls the first after it has loaded the plug-in, and
+/// the second before it unloads it. If the first fails, the plug-in is unloaded at once.
 PLUGIN_EXPORT MStatus initializePlugin(MObject object);
 PLUGIN_EXPORT MStatus uninitializePlugin(MObject object);
 
@@ -16,10 +16,10 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 typedef void* (*MCreatorFunction)();
 typedef MSyntax (*MCreateSyntaxFunction)();
 
-/// What a plug-in tells the host about itself, and what it brings.
+/// What a plug-in tells the host about itself, and what it registers.
 ///
-/// Exactly one source file of a plug-in includes this without defining MNoVersionString. MNoPluginEntry,
-/// which the other files define too, leaves out a library entry of Windows; there is none here.
+/// Exactly one source file of a plug-in includes this without defining MNoVersionString. The other files also
+/// define MNoPluginEntry. It leaves out a library entry for Windows, which this host does not have.
 class OPENMAYA_EXPORT MFnPlugin : public MFnBase {
   public:
     MFnPlugin();
@@ -32,19 +32,20 @@ class OPENMAYA_EXPORT MFnPlugin : public MFnBase {
     MString version(MStatus* status = nullptr) const;
     MString apiVersion(MStatus* status = nullptr) const;
     MString name(MStatus* status = nullptr) const;
-    /// The folder that the plug-in was loaded from.
+    /// The folder from which the plug-in was loaded.
     MString loadPath(MStatus* status = nullptr) const;
 
-    /// Fails when the name is taken.
+    /// Fails if the name is taken.
     MStatus registerCommand(const MString& commandName, MCreatorFunction creatorFunction,
                             MCreateSyntaxFunction createSyntaxFunction = nullptr);
-    /// Fails when this plug-in has no such command.
+    /// Fails if this plug-in has no such command.
     MStatus deregisterCommand(const MString& commandName);
 
-    /// A command that makes tools: the creator gives a MPxContextCommand. Fails when the name is taken.
+    /// Registers a command that makes tools. The creator returns an MPxContextCommand. Fails if the name is
+    /// taken.
     MStatus registerContextCommand(const MString& commandName, MCreatorFunction creatorFunction);
-    /// The tools that the command made go with it; the select tool takes the place of a current one. Fails
-    /// when this plug-in has no such command.
+    /// Removes the command and its tools. If one of them is the current tool, the select tool replaces it.
+    /// Fails if this plug-in has no such command.
     MStatus deregisterContextCommand(const MString& commandName);
 };
 

@@ -17,7 +17,7 @@ class OPENMAYA_EXPORT MFnPointArrayData : public MFnData {
     MFn::Type type() const override;
 
     unsigned int length(MStatus* status = nullptr) const;
-    /// Valid until the next call on this function set.
+    /// Valid until the next call to this function set.
     const MPoint& operator[](unsigned int index) const;
     MStatus set(MPoint& element, unsigned int index);
     MStatus copyTo(MPointArray& destination) const;

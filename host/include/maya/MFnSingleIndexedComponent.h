@@ -5,7 +5,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A component whose elements are numbers. They are kept ascending and once each, in whatever order they are
+/// A component whose elements are numbers. They are kept ascending, each once, in whatever order they are
 /// added.
 class OPENMAYA_EXPORT MFnSingleIndexedComponent : public MFnComponent {
   public:
@@ -15,14 +15,14 @@ class OPENMAYA_EXPORT MFnSingleIndexedComponent : public MFnComponent {
     ~MFnSingleIndexedComponent() override;
     MFn::Type type() const override;
 
-    /// @param componentType kMeshVertComponent, kMeshEdgeComponent or kMeshPolygonComponent
+    /// @param componentType  kMeshVertComponent, kMeshEdgeComponent or kMeshPolygonComponent
     MObject create(MFn::Type componentType, MStatus* status = nullptr);
-    /// Adding many elements one by one costs O(elements) each; addElements sorts once.
+    /// Adding many elements one by one costs O(elements) each. addElements sorts only once.
     MStatus addElement(int element);
     MStatus addElements(MIntArray& elements);
     int element(int index, MStatus* status = nullptr) const;
     MStatus getElements(MIntArray& elements) const;
-    /// Stands for the elements 0 .. numElements-1 from now on.
+    /// From now on the component is the elements 0 .. numElements-1.
     MStatus setCompleteData(int numElements);
     MStatus getCompleteData(int& numElements) const;
 };

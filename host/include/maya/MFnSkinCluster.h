@@ -10,9 +10,9 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// A skinCluster node: its influences and the weights of vertices.
 ///
-/// An influence is counted by its place in influenceObjects(), except where a function says otherwise; the
-/// index in the node's `matrix` multi is the same only as long as no influence was ever removed. Weights of
-/// several influences lie vertex by vertex.
+/// An influence is counted by its position in influenceObjects(), unless a function says otherwise. The index
+/// in the node's `matrix` multi is the same only as long as no influence was ever removed. Weights of several
+/// influences are stored vertex by vertex.
 class OPENMAYA_EXPORT MFnSkinCluster : public MFnGeometryFilter {
   public:
     MFnSkinCluster();
@@ -24,7 +24,7 @@ class OPENMAYA_EXPORT MFnSkinCluster : public MFnGeometryFilter {
     unsigned int influenceObjects(MDagPathArray& paths, MStatus* status = nullptr) const;
     /// Index of an influence's element in the node's `matrix` multi.
     unsigned int indexForInfluenceObject(const MDagPath& path, MStatus* status = nullptr) const;
-    /// Vertices with a weight of this influence that is not 0, and these weights.
+    /// Vertices whose weight of this influence is not 0, and these weights.
     MStatus getPointsAffectedByInfluence(const MDagPath& path, MSelectionList& result, MDoubleArray& weights);
 
     /// Weights of all influences.
@@ -35,11 +35,11 @@ class OPENMAYA_EXPORT MFnSkinCluster : public MFnGeometryFilter {
     MStatus getWeights(const MDagPath& path, const MObject& components, MIntArray& influenceIndices,
                        MDoubleArray& weights) const;
 
-    /// Writes weights, those of locked influences too. With `normalize`, unless the node's normalizeWeights
-    /// is off, the weights of each vertex then add up to 1. Where all influences are given, each weight is
-    /// divided by the sum, and a sum of 0 stays; otherwise the influences that are neither given nor locked
-    /// share what is left.
-    /// @param oldValues  filled with the weights of all influences as they were before
+    /// Writes weights, also those of locked influences. With `normalize`, unless the node's normalizeWeights
+    /// is off, the weights of each vertex then add up to 1. If all influences are given, each weight is
+    /// divided by the sum, and a sum of 0 stays. Otherwise the influences that are neither given nor locked
+    /// share the rest.
+    /// @param oldValues  filled with the weights of all influences before the call
     MStatus setWeights(const MDagPath& path, const MObject& components, unsigned int influenceIndex,
                        double value, bool normalize = true, MDoubleArray* oldValues = nullptr);
     MStatus setWeights(const MDagPath& path, const MObject& components, MIntArray& influenceIndices,

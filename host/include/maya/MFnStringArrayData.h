@@ -17,7 +17,7 @@ class OPENMAYA_EXPORT MFnStringArrayData : public MFnData {
     MFn::Type type() const override;
 
     unsigned int length(MStatus* status = nullptr) const;
-    /// Valid until the next call on this function set.
+    /// Valid until the next call to this function set.
     const MString& operator[](unsigned int index) const;
     MStatus set(const MString& element, unsigned int index);
     MStatus copyTo(MStringArray& destination) const;

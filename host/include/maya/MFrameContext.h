@@ -7,8 +7,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 namespace MHWRender {
 
-/// Tells how the frame is drawn in which a tool gives feedback. The headless host draws nothing: a tool can
-/// only hand this on.
+/// Tells how a frame is drawn in which a tool gives feedback. The headless host draws nothing: a tool can
+/// only pass this on.
 class OPENMAYARENDER_EXPORT MFrameContext {
   public:
     MFrameContext(const MFrameContext&) = delete;

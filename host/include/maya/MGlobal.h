@@ -9,7 +9,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Functions of the running host: messages, scripts, selection, option variables.
 ///
-/// Messages may come from any thread; everything else belongs to the main thread.
+/// Messages may come from any thread. Everything else may only be called from the main thread.
 class OPENMAYA_EXPORT MGlobal {
   public:
     enum MMayaState { kInteractive, kBatch, kLibraryApp, kBaseUIMode };
@@ -23,8 +23,8 @@ class OPENMAYA_EXPORT MGlobal {
     static void displayWarning(const MString& warning);
     static void displayError(const MString& error);
 
-    /// Runs script text. Without undoEnabled nothing of it is recorded for undo; with it, inside a running
-    /// command, its undo goes with that command's. The forms with a result fail when the result is of another
+    /// Runs script text. Without undoEnabled, nothing is recorded for undo. With it, inside a running
+    /// command, the text is undone with that command. The forms with a result fail if the result has another
     /// type.
     static MStatus executeCommand(const MString& command, bool displayEnabled = false,
                                   bool undoEnabled = false);
@@ -53,12 +53,12 @@ class OPENMAYA_EXPORT MGlobal {
     static MStatus getSelectionListByName(const MString& name, MSelectionList& list);
     static MStatus clearSelectionList();
 
-    /// Deletes a node with its DAG children and the deformers that lose their only geometry. Not recorded for
-    /// undo.
+    /// Deletes a node with its DAG children, and the deformers that lose their only geometry. Not recorded
+    /// for undo.
     static MStatus deleteNode(MObject& object);
 
     static bool optionVarExists(const MString& name);
-    /// 0 or empty where there is no such variable.
+    /// 0 or empty if there is no such variable.
     static int optionVarIntValue(const MString& name, bool* exists = nullptr);
     static double optionVarDoubleValue(const MString& name, bool* exists = nullptr);
     static MString optionVarStringValue(const MString& name, bool* exists = nullptr);

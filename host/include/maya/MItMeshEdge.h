@@ -11,7 +11,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Visits the edges of a mesh, or those of an edge component, in ascending order.
 ///
-/// Works on the mesh as it was when the iterator was made or reset. Each step is O(1).
+/// Works on the mesh at the time when the iterator was made or reset. Each step is O(1).
 class OPENMAYA_EXPORT MItMeshEdge {
   public:
     MItMeshEdge(MObject& polyObject, MStatus* status = nullptr);
@@ -26,7 +26,7 @@ class OPENMAYA_EXPORT MItMeshEdge {
     MStatus reset(const MDagPath& polyObject, MObject& component = MObject::kNullObj);
     int count(MStatus* status = nullptr);
     MObject currentItem(MStatus* status = nullptr);
-    /// The edge's own number.
+    /// The number of the edge in the mesh.
     int index(MStatus* status = nullptr) const;
     /// The vertex at end 0 or 1.
     int index(int vertexId, MStatus* status = nullptr);
@@ -41,7 +41,7 @@ class OPENMAYA_EXPORT MItMeshEdge {
     /// In the order in which the faces use the edge.
     /// @return their number
     int getConnectedFaces(MIntArray& faces, MStatus* status = nullptr) const;
-    /// Edges that share an end, those at end 0 first.
+    /// Edges that share an end with this one; those at end 0 come first.
     /// @return their number
     int getConnectedEdges(MIntArray& edges, MStatus* status = nullptr) const;
 

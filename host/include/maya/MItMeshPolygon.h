@@ -11,7 +11,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Visits the faces of a mesh, or those of a face component, in ascending order.
 ///
-/// Works on the mesh as it was when the iterator was made or reset. Each step is O(1).
+/// Works on the mesh at the time when the iterator was made or reset. Each step is O(1).
 class OPENMAYA_EXPORT MItMeshPolygon {
   public:
     MItMeshPolygon(const MObject& polyObject, MStatus* status = nullptr);
@@ -31,11 +31,11 @@ class OPENMAYA_EXPORT MItMeshPolygon {
 
     MPoint center(MSpace::Space space = MSpace::kObject, MStatus* status = nullptr);
     unsigned int polygonVertexCount(MStatus* status = nullptr);
-    /// The mesh's number of the vertex at a corner.
+    /// The number in the mesh of the vertex at a corner.
     unsigned int vertexIndex(int index, MStatus* status = nullptr);
     /// Corners in face order.
     MStatus getVertices(MIntArray& vertices);
-    /// Edge k joins corner k and corner k + 1.
+    /// Edge k joins the corners k and k + 1.
     MStatus getEdges(MIntArray& edges);
     void getPoints(MPointArray& points, MSpace::Space space = MSpace::kObject, MStatus* status = nullptr);
     MStatus getNormal(MVector& normal, MSpace::Space space = MSpace::kObject) const;
@@ -43,7 +43,7 @@ class OPENMAYA_EXPORT MItMeshPolygon {
     MStatus getConnectedFaces(MIntArray& faces);
     /// Edges of other faces that touch a corner of this one, ascending.
     MStatus getConnectedEdges(MIntArray& edges);
-    /// Vertices that an edge joins to a corner of this face, ascending; its own corners are not among them.
+    /// Vertices that an edge joins to a corner of this face, ascending, without the face's own corners.
     MStatus getConnectedVertices(MIntArray& vertices);
     MStatus numConnectedFaces(int& faceCount) const;
     bool onBoundary(MStatus* status = nullptr);

@@ -11,8 +11,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Visits the vertices of a mesh, or those of a vertex component, in ascending order.
 ///
-/// Works on the mesh as it was when the iterator was made or reset. Each step is O(1); the connectivity is
-/// worked out once per topology.
+/// Works on the mesh at the time when the iterator was made or reset. Each step is O(1). The connectivity is
+/// computed once per topology.
 class OPENMAYA_EXPORT MItMeshVertex {
   public:
     MItMeshVertex(MObject& polyObject, MStatus* status = nullptr);
@@ -34,7 +34,7 @@ class OPENMAYA_EXPORT MItMeshVertex {
     bool onBoundary(MStatus* status = nullptr);
     MStatus numConnectedFaces(int& faceCount) const;
     MStatus numConnectedEdges(int& edgeCount) const;
-    /// By ascending edge number; connected vertices are the other ends of the connected edges.
+    /// By ascending edge number. Connected vertices are the other ends of the connected edges.
     MStatus getConnectedEdges(MIntArray& edges);
     MStatus getConnectedVertices(MIntArray& vertices);
     MStatus getConnectedFaces(MIntArray& faces);

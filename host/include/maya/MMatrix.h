@@ -12,7 +12,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// A 4x4 matrix, the identity by default.
 ///
-/// Row vectors: p' = p * M, the translation stands in row 3, and A * B applies A first.
+/// Row vectors: p' = p * M, the translation is in row 3, and A * B applies A first.
 class OPENMAYA_EXPORT MMatrix {
   public:
     MMatrix();
@@ -39,15 +39,15 @@ class OPENMAYA_EXPORT MMatrix {
     MMatrix& operator*=(double scale);
     bool operator==(const MMatrix& other) const;
     bool operator!=(const MMatrix& other) const;
-    /// Every element differs by at most the tolerance.
+    /// Whether every element differs by at most the tolerance.
     bool isEquivalent(const MMatrix& other, double tolerance = MMatrix_kTol) const;
 
     MMatrix transpose() const;
-    /// The identity when this matrix has no inverse.
+    /// The identity if this matrix has no inverse.
     MMatrix inverse() const;
-    /// Inverse times determinant, which a singular matrix has too.
+    /// Inverse times determinant. A singular matrix has it too.
     MMatrix adjoint() const;
-    /// Scaled so that the lower right element is 1; unchanged where that is 0.
+    /// Scaled so that the lower right element is 1; unchanged if that is 0.
     MMatrix homogenize() const;
     double det4x4() const;
     /// Determinant of the upper left 3x3.

@@ -11,8 +11,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Array of matrices.
 ///
-/// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside. Elements that are made without a value are unset.
+/// `operator[]` does not check its index. `set`, `insert` and `remove` fail with kInvalidParameter if it is
+/// out of range. New elements without a value are unset.
 class OPENMAYA_EXPORT MMatrixArray {
   public:
     MMatrixArray() = default;
@@ -30,7 +30,7 @@ class OPENMAYA_EXPORT MMatrixArray {
     MStatus copy(const MMatrixArray& source) { return storage_.copy(source.storage_); }
     MStatus clear() { return storage_.clear(); }
 
-    /// Least number of elements that room is made for when the array grows.
+    /// The least number of elements for which memory is reserved when the array grows.
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 

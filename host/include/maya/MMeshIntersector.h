@@ -12,7 +12,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A place on a mesh, in the mesh's object space.
+/// A point on a mesh, in the mesh's object space.
 class OPENMAYA_EXPORT MPointOnMesh {
   public:
     MPointOnMesh();
@@ -21,12 +21,12 @@ class OPENMAYA_EXPORT MPointOnMesh {
     MPointOnMesh& operator=(const MPointOnMesh& other);
 
     MFloatPoint& getPoint();
-    /// Of the triangle that the point lies on, of length 1.
+    /// Normal of the triangle on which the point is, of length 1.
     MFloatVector& getNormal();
     /// Weights of the triangle's first and second corner.
     void getBarycentricCoords(float& u, float& v) const;
     int faceIndex() const;
-    /// The triangle's place among those of its face.
+    /// The triangle's position among those of its face.
     int triangleIndex() const;
 
   private:
@@ -41,18 +41,18 @@ class OPENMAYA_EXPORT MPointOnMesh {
 
 /// Finds the closest point of a mesh. Queries may come from several threads at once.
 ///
-/// Works on a snapshot of the mesh: a later change needs a new create(). Building costs O(n log n), a query
+/// Works on a snapshot of the mesh: after a change, call create() again. Building costs O(n log n), a query
 /// O(log n).
 class OPENMAYA_EXPORT MMeshIntersector {
   public:
     MMeshIntersector();
     virtual ~MMeshIntersector();
 
-    /// @param matrix takes a query point into the mesh's object space
+    /// @param matrix  transforms a query point into the mesh's object space
     MStatus create(MObject& meshObject, const MMatrix& matrix = MMatrix::identity);
     bool isCreated() const;
-    /// The lowest face wins among equally near ones. Fails, and leaves `meshPoint` alone, when nothing lies
-    /// within maxDistance.
+    /// If several faces are equally close, the result is on the lowest one. If nothing is within maxDistance,
+    /// fails and does not change `meshPoint`.
     MStatus getClosestPoint(const MPoint& point, MPointOnMesh& meshPoint, double maxDistance = DBL_MAX) const;
 
   private:

@@ -8,10 +8,10 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// An opaque handle on something in the host: a node, an attribute, a component or a piece of attribute data.
+/// An opaque handle to something in the host: a node, an attribute, a component or attribute data.
 ///
-/// Copies stand for the same thing. The handle of a deleted node is not null, but has no function set until
-/// an undo brings the node back; MObjectHandle tells.
+/// Copies refer to the same thing. The handle of a deleted node is not null, but it has no function set until
+/// an undo restores the node. MObjectHandle can tell.
 class OPENMAYA_EXPORT MObject {
   public:
     MObject();
@@ -25,7 +25,7 @@ class OPENMAYA_EXPORT MObject {
     bool isNull() const;
     bool hasFn(MFn::Type fs) const;
     MFn::Type apiType() const;
-    /// Name of the apiType() enumerator, for instance "kMesh".
+    /// Name of the apiType() enumerator, for example "kMesh".
     const char* apiTypeStr() const;
 
     static MObject kNullObj;

@@ -5,7 +5,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// Tells whether the thing that an MObject stands for is still in the scene.
+/// Tells whether the thing that an MObject refers to is still in the scene.
 class OPENMAYA_EXPORT MObjectHandle {
   public:
     MObjectHandle();
@@ -19,7 +19,7 @@ class OPENMAYA_EXPORT MObjectHandle {
     unsigned int hashCode() const;
     static unsigned int objectHashCode(const MObject& object);
 
-    /// Whether the object is in the scene: false after deletion, true again after an undo of it.
+    /// Whether the object is in the scene: false after it was deleted, true again after this was undone.
     bool isValid() const;
     /// Whether the object still exists in memory, in the scene or on the undo queue.
     bool isAlive() const;

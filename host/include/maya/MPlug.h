@@ -14,8 +14,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 /// One attribute of one node, or one element or child of it.
 ///
 /// A plug is a place, not a value: it stays usable while the value changes, and an element that does not
-/// exist yet has a plug too. Reading such an element gives the default and creates nothing; writing creates
-/// it.
+/// exist yet has a plug too. Reading such an element gives the default and does not create it. Writing
+/// creates it.
 class OPENMAYA_EXPORT MPlug {
   public:
     MPlug();
@@ -31,7 +31,7 @@ class OPENMAYA_EXPORT MPlug {
 
     MObject attribute(MStatus* status = nullptr) const;
     MObject node(MStatus* status = nullptr) const;
-    /// Node name, a dot, the attribute in long names. Multi ancestors keep their index, plain compound
+    /// Node name, a dot, the attribute in long names. Multi ancestors keep their index. Plain compound
     /// parents are left out.
     MString name(MStatus* status = nullptr) const;
     MString partialName(bool includeNodeName = false, bool includeNonMandatoryIndices = false,
@@ -51,7 +51,7 @@ class OPENMAYA_EXPORT MPlug {
     MStatus setKeyable(bool keyable);
 
     unsigned int numElements(MStatus* status = nullptr) const;
-    /// As numElements(), after evaluating the multi.
+    /// Like numElements(), after evaluating the multi.
     unsigned int evaluateNumElements(MStatus* status = nullptr);
     unsigned int numChildren(MStatus* status = nullptr) const;
     unsigned int numConnectedElements(MStatus* status = nullptr) const;
@@ -75,12 +75,12 @@ class OPENMAYA_EXPORT MPlug {
     bool isConnected(MStatus* status = nullptr) const;
     bool isSource(MStatus* status = nullptr) const;
     bool isDestination(MStatus* status = nullptr) const;
-    /// Lists what feeds this plug (asDst), what it feeds (asSrc), or both.
+    /// Lists the source of this plug (asDst), its destinations (asSrc), or both.
     bool connectedTo(MPlugArray& array, bool asDst, bool asSrc, MStatus* status = nullptr) const;
     MPlug source(MStatus* status = nullptr) const;
     bool destinations(MPlugArray& plugs, MStatus* status = nullptr) const;
 
-    /// Attribute data as an object. Data that was never set is a failure and gives a null object.
+    /// Attribute data as an object. If the data was never set, fails and gives a null object.
     MStatus getValue(MObject& value) const;
     MStatus getValue(double& value) const;
     MStatus getValue(float& value) const;
@@ -98,7 +98,7 @@ class OPENMAYA_EXPORT MPlug {
     bool asBool(MStatus* status = nullptr) const;
     MString asString(MStatus* status = nullptr) const;
 
-    /// Replaces attribute data. On a multi an empty array or a null object removes every element.
+    /// Replaces attribute data. On a multi, an empty array or a null object removes every element.
     MStatus setValue(const MObject& value);
     MStatus setValue(double value);
     MStatus setValue(float value);

@@ -11,9 +11,9 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A place in homogeneous coordinates; the origin by default.
+/// A position in homogeneous coordinates; the origin by default.
 ///
-/// Adding and scaling keep w as it is; differences, distances and comparisons by tolerance use the Cartesian
+/// Adding and scaling do not change w. Differences, distances and comparisons by tolerance use the Cartesian
 /// values (x, y and z divided by w).
 class OPENMAYA_EXPORT MPoint {
   public:
@@ -48,7 +48,7 @@ class OPENMAYA_EXPORT MPoint {
     MStatus get(double d[4]) const;
     MStatus get(float f[4]) const;
 
-    /// (x, y, z, w) becomes (x/w, y/w, z/w, 1). Changes nothing where w is 0; so does rationalize.
+    /// (x, y, z, w) becomes (x/w, y/w, z/w, 1). If w is 0, this and rationalize change nothing.
     MPoint& cartesianize();
     /// Becomes (x/w, y/w, z/w, w).
     MPoint& rationalize();
@@ -56,7 +56,7 @@ class OPENMAYA_EXPORT MPoint {
     MPoint& homogenize();
 
     double distanceTo(const MPoint& other) const;
-    /// Distance of the two is at most the tolerance.
+    /// Whether the distance between the two is at most the tolerance.
     bool isEquivalent(const MPoint& other, double tolerance = MPoint_kTol) const;
 
     static const MPoint origin;

@@ -13,8 +13,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Base of the script commands of a plug-in.
 ///
-/// Each call makes a new object and runs doIt(). When that succeeds and isUndoable() holds, the object stays
-/// on the undo queue, and undoIt() and redoIt() are called on it; otherwise it is destroyed after the call.
+/// Each call makes a new object and runs doIt(). If that succeeds and isUndoable() is true, the object stays
+/// on the undo queue, and undoIt() and redoIt() are called on it. Otherwise it is destroyed after the call.
 class OPENMAYA_EXPORT MPxCommand {
   public:
     MPxCommand();
@@ -27,15 +27,15 @@ class OPENMAYA_EXPORT MPxCommand {
     virtual bool isUndoable() const;
     virtual bool hasSyntax() const;
 
-    /// What the syntax function given at registration made.
+    /// The syntax made by the function that was given at registration.
     MSyntax syntax() const;
 
     static void displayInfo(const MString& message);
     static void displayWarning(const MString& warning, bool showLineNumber = false);
     static void displayError(const MString& error, bool showLineNumber = false);
 
-    /// The result of the running command. appendToResult makes an array of what is there, when it has the
-    /// same type.
+    /// The result of the running command. appendToResult adds elements and makes the result an array. A
+    /// result of another type does not change.
     static void clearResult();
     static void setResult(unsigned int result);
     static void setResult(int result);
@@ -55,8 +55,8 @@ class OPENMAYA_EXPORT MPxCommand {
     friend struct host::api::CommandAccess;
 
     struct Call;
-    // Named as in the host that these declarations follow: a local of either name in a command would hide
-    // one.
+    // These have the same names as in Maya: a local variable with one of these names in a command would hide
+    // them.
     std::unique_ptr<Call> command;
     [[maybe_unused]] void* instance = nullptr;
 };

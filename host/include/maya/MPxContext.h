@@ -9,17 +9,17 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// Base of a plug-in's tools: while one is the current tool it gets what the mouse does in the view.
+/// Base of a plug-in's tools. The current tool gets the mouse events of the view.
 ///
-/// Each event has two handlers: Viewport 2.0 calls the one that may draw, the legacy viewport the other. A
-/// handler that is not overridden does nothing and succeeds; none calls the other one. The right mouse button
-/// opens a menu and reaches no tool.
+/// Each event has two handlers: Viewport 2.0 calls the one that may draw, the legacy viewport the other one.
+/// A handler that is not overridden does nothing and succeeds. Neither calls the other. The right mouse
+/// button opens a menu and reaches no tool.
 class OPENMAYAUI_EXPORT MPxContext {
   public:
     MPxContext();
     virtual ~MPxContext();
 
-    /// Called when this becomes the current tool, and when it no longer is.
+    /// Called when this becomes the current tool, and when it stops being it.
     virtual void toolOnSetup(MEvent& event);
     virtual void toolOffCleanup();
 
@@ -34,8 +34,8 @@ class OPENMAYAUI_EXPORT MPxContext {
     virtual MStatus doDrag(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                            const MHWRender::MFrameContext& context);
 
-    /// The name by which scripts look up what belongs to this kind of tool; without an override that of the
-    /// command that made it.
+    /// The name by which scripts look up what belongs to this kind of tool. If not overridden, it is the name
+    /// of the command that made the tool.
     virtual void getClassName(MString& name) const;
 
   protected:

@@ -13,9 +13,9 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Base of the script commands that make a plug-in's tools.
 ///
-/// `command [flags] [name]` makes an object of this class, and that makes a tool, which gets the name; both
-/// live until the tool is removed. Flags that were appended are handed to doEditFlags() when the tool is made
-/// and with -edit, and to doQueryFlags() with -query.
+/// `command [flags] [name]` makes an object of this class, which makes a tool with this name. Both exist
+/// until the tool is removed. Flags that were appended are passed to doEditFlags() when the tool is made and
+/// with -edit, and to doQueryFlags() with -query.
 class OPENMAYAUI_EXPORT MPxContextCommand {
   public:
     MPxContextCommand();
@@ -23,7 +23,7 @@ class OPENMAYAUI_EXPORT MPxContextCommand {
 
     virtual MStatus doEditFlags();
     virtual MStatus doQueryFlags();
-    /// The new tool, which the host then owns.
+    /// Makes the new tool. The host then owns it.
     virtual MPxContext* makeObj();
     /// Adds flags to syntax().
     virtual MStatus appendSyntax();
@@ -35,7 +35,7 @@ class OPENMAYAUI_EXPORT MPxContextCommand {
     MStatus setResult(const MString& result);
 
   protected:
-    /// The syntax that this command has: what is added to it here, the command takes.
+    /// The syntax of this command: the command accepts what is added here.
     MSyntax syntax(MStatus* status = nullptr) const;
     /// The arguments of the running call.
     MArgParser parser(MStatus* status = nullptr) const;

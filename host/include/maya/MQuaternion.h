@@ -12,13 +12,13 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// A rotation as (x, y, z) = axis * sin(angle / 2), w = cos(angle / 2); the identity by default.
 ///
-/// p * q turns by p first, as the matrices do.
+/// p * q rotates by p first, as matrices do.
 class OPENMAYA_EXPORT MQuaternion {
   public:
     MQuaternion() = default;
     MQuaternion(double xx, double yy, double zz, double ww) : x(xx), y(yy), z(zz), w(ww) {}
     MQuaternion(const double qv[4]) : x(qv[0]), y(qv[1]), z(qv[2]), w(qv[3]) {}
-    /// The shortest rotation from `a` to `b`, or the part `factor` of it.
+    /// The shortest rotation from `a` to `b`, or the fraction `factor` of it.
     MQuaternion(const MVector& a, const MVector& b);
     MQuaternion(const MVector& a, const MVector& b, double factor);
     MQuaternion(double angle, const MVector& axis);
@@ -29,8 +29,8 @@ class OPENMAYA_EXPORT MQuaternion {
     MEulerRotation asEulerRotation() const;
     MStatus get(double dest[4]) const;
 
-    /// Axis of unit length and angle in radians, from 0 to 2 pi. False, with the x axis and angle 0, for no
-    /// rotation.
+    /// Axis of unit length and angle in radians, from 0 to 2 pi. For no rotation, false, with the x axis and
+    /// angle 0.
     bool getAxisAngle(MVector& axis, double& theta) const;
     MQuaternion& setAxisAngle(const MVector& axis, double theta);
     MQuaternion& setToXAxis(double theta);
@@ -67,7 +67,7 @@ class OPENMAYA_EXPORT MQuaternion {
 };
 
 OPENMAYA_EXPORT MQuaternion operator*(double scale, const MQuaternion& rhs);
-/// On the great arc from `p` (t = 0) to `q` (t = 1), the shorter way round.
+/// On the great arc from `p` (t = 0) to `q` (t = 1), by the shorter way.
 OPENMAYA_EXPORT MQuaternion slerp(const MQuaternion& p, const MQuaternion& q, double t);
 OPENMAYA_EXPORT std::ostream& operator<<(std::ostream& out, const MQuaternion& rotation);
 

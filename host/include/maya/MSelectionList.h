@@ -10,7 +10,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// An ordered list of nodes, DAG paths, components and plugs; a copy of a selection, not the selection
+/// An ordered list of nodes, DAG paths, components and plugs. It is a copy of a selection, not the selection
 /// itself.
 class OPENMAYA_EXPORT MSelectionList {
   public:
@@ -26,18 +26,19 @@ class OPENMAYA_EXPORT MSelectionList {
     bool isEmpty(MStatus* status = nullptr) const;
     unsigned int length(MStatus* status = nullptr) const;
 
-    /// The node of any item; of a plug its node, of a component its shape.
+    /// The node of any item: of a plug its node, of a component its shape.
     MStatus getDependNode(unsigned int index, MObject& node) const;
     MStatus getDagPath(unsigned int index, MDagPath& path) const;
     /// `component` is null for a whole object.
     MStatus getDagPath(unsigned int index, MDagPath& path, MObject& component) const;
     MStatus getPlug(unsigned int index, MPlug& plug) const;
-    /// Names as a script would write them, neighbouring components as one range.
+    /// Names as a script would write them. Neighbouring components are one range.
     MStatus getSelectionStrings(MStringArray& strings) const;
     MStatus getSelectionStrings(unsigned int index, MStringArray& strings) const;
 
-    /// Adds what the name matches: wildcards, components ("mesh.vtx[3:5]") and plugs ("node.attribute[2]")
-    /// are allowed. Fails and changes nothing when there is no match, or several without a wildcard.
+    /// Adds what the name matches. Wildcards, components ("mesh.vtx[3:5]") and plugs ("node.attribute[2]")
+    /// are allowed. Fails and changes nothing if nothing matches, or if several things match a name without a
+    /// wildcard.
     MStatus add(const MString& matchString, bool searchChildNamespacesToo = false);
     MStatus add(const MObject& object, bool mergeWithExisting = false);
     MStatus add(const MDagPath& object, const MObject& component = MObject::kNullObj,

@@ -9,7 +9,7 @@ namespace host::api {
 class StatusMaker;
 }
 
-/// Reports a failed status with its place in the source on the error stream and goes on.
+/// Reports a failed status with its place in the source on the error stream, and continues.
 #define CHECK_MSTATUS(status)                                                                            \
     do {                                                                                                 \
         const MStatus checkedStatus_ = (status);                                                         \
@@ -19,7 +19,7 @@ class StatusMaker;
         }                                                                                                \
     } while (false)
 
-/// As CHECK_MSTATUS, and leaves the function with `value` on failure.
+/// Like CHECK_MSTATUS; on failure it also returns `value` from the function.
 #define CHECK_MSTATUS_AND_RETURN(status, value)                                                          \
     do {                                                                                                 \
         const MStatus checkedStatus_ = (status);                                                         \
@@ -30,12 +30,12 @@ class StatusMaker;
         }                                                                                                \
     } while (false)
 
-/// As CHECK_MSTATUS_AND_RETURN with the status itself as the result; `status` is evaluated once.
+/// Like CHECK_MSTATUS_AND_RETURN, with the status itself as the result. `status` is evaluated once.
 #define CHECK_MSTATUS_AND_RETURN_IT(status) CHECK_MSTATUS_AND_RETURN((status), checkedStatus_)
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// Outcome of a call: a code and the text that explains it. Converts to true on success.
+/// Outcome of a call: a code and the text that explains it. It converts to true on success.
 class OPENMAYA_EXPORT MStatus {
   public:
     enum MStatusCode {

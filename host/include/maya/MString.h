@@ -9,11 +9,11 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A text. Held as UTF-8; lengths and positions are bytes unless a member says characters.
+/// A text, stored as UTF-8. Lengths and positions are bytes, unless a member says characters.
 ///
-/// Numbers print with at most ten significant digits; a whole number has no point, and no exponent below
-/// 1e15. A null pointer counts as the empty text. The wide form is made when asWChar is called, so that
-/// member alone may not be called on one string from two threads.
+/// Numbers have at most ten significant digits. A whole number has no point, and no exponent below 1e15. A
+/// null pointer counts as the empty text. The wide form is made when asWChar is called. So asWChar, unlike
+/// other const members, must not be called on one string from two threads.
 class OPENMAYA_EXPORT MString {
   public:
     MString();
@@ -63,25 +63,26 @@ class OPENMAYA_EXPORT MString {
     unsigned int length() const;
     unsigned int numChars() const;
 
-    /// Position of the first or last such character, -1 when there is none; the wide forms count characters.
+    /// Position of the first or last such character; -1 if there is none. The wide forms count characters.
     int index(char character) const;
     int indexW(wchar_t character) const;
     int rindex(char character) const;
     int rindexW(wchar_t character) const;
 
-    /// From `start` to `end`, both included and counted from zero; clipped to the text, empty when reversed.
+    /// From `start` to `end`, both included and counted from zero; clipped to the text; empty if reversed.
     MString substring(int start, int end) const;
     MString substringW(int start, int end) const;
 
-    /// Pieces between the separators. Empty pieces are left out; `pieces` is replaced. Fails for the empty
-    /// text.
+    /// The pieces between separators, without empty ones. The content of `pieces` is replaced. Fails for the
+    /// empty text.
     MStatus split(char separator, MStringArray& pieces) const;
 
-    /// Letters A to Z only.
+    /// Only changes the letters A to Z.
     MString& toLowerCase();
     MString& toUpperCase();
 
-    /// The number at the text's start, 0 when there is none; the tests want the whole text to be a number.
+    /// The number at the start of the text; 0 if there is none. The tests are true only if the whole text is
+    /// a number.
     bool isShort() const;
     short asShort() const;
     bool isInt() const;

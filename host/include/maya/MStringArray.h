@@ -12,8 +12,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// Array of texts.
 ///
-/// `operator[]` does not check its index; set, insert and remove fail with kInvalidParameter for one that is
-/// outside. `get` fills a C array that the caller has made long enough.
+/// `operator[]` does not check its index. `set`, `insert` and `remove` fail with kInvalidParameter if it is
+/// out of range. `get` fills a C array, which the caller must make long enough.
 class OPENMAYA_EXPORT MStringArray {
   public:
     using Iterator = MArrayIteratorTemplate<MStringArray, MString>;
@@ -36,7 +36,7 @@ class OPENMAYA_EXPORT MStringArray {
     MStatus clear() { return storage_.clear(); }
     MStatus get(MString array[]) const { return storage_.get(array); }
 
-    /// Least number of elements that room is made for when the array grows.
+    /// The least number of elements for which memory is reserved when the array grows.
     void setSizeIncrement(unsigned int newIncrement) { storage_.setSizeIncrement(newIncrement); }
     unsigned int sizeIncrement() const { return storage_.sizeIncrement(); }
 

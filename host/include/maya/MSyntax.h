@@ -8,7 +8,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// Which flags, arguments and objects a command takes.
+/// The flags, arguments and objects of a command.
 class OPENMAYA_EXPORT MSyntax {
   public:
     enum MArgType {

@@ -5,10 +5,10 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A value with its unit of time. The user's unit is one for the whole program and starts as film, 24 frames
-/// a second.
+/// A value with its unit of time. The user's unit applies to the whole program. It is film, 24 frames per
+/// second, at first.
 ///
-/// Comparisons and sums are of the times, not of the values; a sum has the unit of its left side.
+/// Comparisons and sums work on the times, not on the values. A sum has the unit of its left side.
 class OPENMAYA_EXPORT MTime {
   public:
     enum Unit {
@@ -53,7 +53,7 @@ class OPENMAYA_EXPORT MTime {
 
     Unit unit() const { return unit_; }
     double value() const { return value_; }
-    /// Keeps the value: frame 24 becomes second 24. Fails, and changes nothing, for kInvalid.
+    /// Keeps the value: frame 24 becomes second 24. For kInvalid, fails and changes nothing.
     MStatus setUnit(Unit newUnit);
     MStatus setValue(double newValue);
     /// The time in another unit; 0 for kInvalid.

@@ -8,14 +8,13 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A transform kept as its parts: scale, shear, rotation and translation, applied in that order; the identity
-/// by default.
+/// A transform stored as its parts: scale, shear, rotation and translation, applied in this order; the
+/// identity by default.
 ///
-/// Angles are in radians and are kept as set. A transform that is made from a matrix has no pivots and the
-/// order xyz.
+/// Angles are in radians and are kept as set. A transform made from a matrix has no pivots and the order xyz.
 class OPENMAYA_EXPORT MTransformationMatrix {
   public:
-    /// Counted from 1, other than MEulerRotation::RotationOrder.
+    /// Counted from 1, unlike MEulerRotation::RotationOrder.
     enum RotationOrder { kInvalid, kXYZ, kYZX, kZXY, kXZY, kYXZ, kZYX, kLast };
 
     MTransformationMatrix();
@@ -30,14 +29,14 @@ class OPENMAYA_EXPORT MTransformationMatrix {
 
     bool operator==(const MTransformationMatrix& other) const;
     bool operator!=(const MTransformationMatrix& other) const;
-    /// Every element of the two matrices differs by at most the tolerance.
+    /// Whether every element of the two matrices differs by at most the tolerance.
     bool isEquivalent(const MTransformationMatrix& other,
                       double tolerance = MTransformationMatrix_kTol) const;
 
     MQuaternion rotation() const;
     MEulerRotation eulerRotation() const;
     MStatus getRotation(double rotation[3], RotationOrder& order) const;
-    /// Sets the order too. Fails for kInvalid and kLast.
+    /// Also sets the order. Fails for kInvalid and kLast.
     MStatus setRotation(const double rotation[3], RotationOrder order);
     MTransformationMatrix& rotateTo(const MQuaternion& rotation);
     MTransformationMatrix& rotateTo(const MEulerRotation& rotation);
@@ -47,8 +46,8 @@ class OPENMAYA_EXPORT MTransformationMatrix {
     /// Keeps the rotation and changes the angles.
     MStatus reorderRotation(RotationOrder order);
 
-    /// Scale and shear are the same in every space; kInvalid and kLast fail. Where they are added, they can
-    /// be so in transform and object space only; other spaces fail with kNotImplemented.
+    /// Scale and shear are the same in every space. kInvalid and kLast fail. They can be added only in
+    /// transform and object space. Other spaces fail with kNotImplemented.
     MStatus getScale(double scale[3], MSpace::Space space) const;
     MStatus setScale(const double scale[3], MSpace::Space space);
     /// Multiplies the scale.
@@ -58,7 +57,7 @@ class OPENMAYA_EXPORT MTransformationMatrix {
     MStatus setShear(const double shear[3], MSpace::Space space);
     MStatus addShear(const double shear[3], MSpace::Space space);
 
-    /// The same in transform, post-transform and world space; object space fails with kNotImplemented.
+    /// The same in transform, post-transform and world space. Object space fails with kNotImplemented.
     MVector getTranslation(MSpace::Space space, MStatus* ReturnStatus = nullptr) const;
     MStatus setTranslation(const MVector& vector, MSpace::Space space);
     MStatus addTranslation(const MVector& vector, MSpace::Space space);

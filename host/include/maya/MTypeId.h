@@ -4,7 +4,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// Number that identifies a node or data type in files.
+/// A number that identifies a node type or data type in files.
 class OPENMAYA_EXPORT MTypeId {
   public:
     MTypeId() = default;

@@ -5,7 +5,7 @@
 /// Version numbers, integer types and linkage macros that every header of the API shares.
 
 #if defined(NT_PLUGIN)
-// What a plug-in for Windows finds defined behind any header of the API.
+// What any header of the API defines for a plug-in on Windows.
 #if !defined(NOMINMAX)
 #define NOMINMAX
 #endif
@@ -23,7 +23,7 @@
 #define MAYA_APP_VERSION 2025
 
 #if defined(_WIN32)
-typedef long long MInt64;  // which Microsoft also calls __int64
+typedef long long MInt64;  // in Microsoft's headers also __int64
 typedef unsigned long long MUint64;
 #else
 typedef long MInt64;
@@ -31,7 +31,7 @@ typedef unsigned long MUint64;
 #endif
 typedef int int2[2];
 
-// DELVEN_HOST_BUILD is set while the host itself is compiled; a plug-in sees imports.
+// DELVEN_HOST_BUILD is set while the host itself is compiled. In a plug-in these are imports.
 #if defined(_WIN32)
 #if defined(DELVEN_HOST_BUILD)
 #define OPENMAYA_EXPORT __declspec(dllexport)
@@ -39,14 +39,14 @@ typedef int int2[2];
 #define OPENMAYA_EXPORT __declspec(dllimport)
 #endif
 #if defined(_MSC_VER)
-// Private members of the standard library's class templates are no part of the interface.
+// Private members of the standard library's class templates are not part of the interface.
 #pragma warning(disable : 4251)
 #endif
 #else
 #define OPENMAYA_EXPORT __attribute__((visibility("default")))
 #endif
 
-/// Marks what a plug-in shows to the host.
+/// Marks what a plug-in exports to the host.
 #if defined(_WIN32)
 #define PLUGIN_EXPORT __declspec(dllexport)
 #else
@@ -60,7 +60,7 @@ typedef int int2[2];
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// In which space coordinates are given.
+/// The space in which coordinates are given.
 class OPENMAYA_EXPORT MSpace {
   public:
     enum Space {

@@ -7,7 +7,7 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 namespace MHWRender {
 
-/// Draws the feedback of a tool. The headless host draws nothing: a tool can only hand this on.
+/// Draws the feedback of a tool. The headless host draws nothing: a tool can only pass this on.
 class OPENMAYARENDER_EXPORT MUIDrawManager {
   public:
     MUIDrawManager(const MUIDrawManager&) = delete;

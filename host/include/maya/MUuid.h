@@ -6,14 +6,14 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// Universally unique identifier; all zero, and so invalid, by default.
+/// Universally unique identifier. By default it is all zero, and so invalid.
 class OPENMAYA_EXPORT MUuid {
   public:
     MUuid() = default;
     /// From sixteen bytes.
     MUuid(const unsigned char* uuid);
-    /// From eight, four, four, four and twelve hexadecimal digits with dashes between; any other text fails
-    /// and gives an invalid identifier.
+    /// From eight, four, four, four and twelve hexadecimal digits with dashes in between. Any other text
+    /// fails and gives an invalid identifier.
     MUuid(const MString& value, MStatus* ReturnStatus = nullptr);
 
     bool operator==(const MUuid& other) const;
@@ -23,7 +23,7 @@ class OPENMAYA_EXPORT MUuid {
     MStatus generate();
     void copy(const MUuid& source);
     MStatus get(unsigned char* destination) const;
-    /// Upper-case hexadecimal with dashes.
+    /// Upper-case hexadecimal digits with dashes.
     MString asString() const;
     operator MString() const { return asString(); }
 

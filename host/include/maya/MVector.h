@@ -11,7 +11,7 @@
 
 OPENMAYA_MAJOR_NAMESPACE_OPEN
 
-/// A direction: matrices turn and scale it but do not move it.
+/// A direction: matrices rotate and scale it, but do not move it.
 class OPENMAYA_EXPORT MVector {
   public:
     enum Axis { kXaxis, kYaxis, kZaxis, kWaxis };
@@ -39,7 +39,7 @@ class OPENMAYA_EXPORT MVector {
         return MVector(y * other.z - z * other.y, z * other.x - x * other.z, x * other.y - y * other.x);
     }
 
-    /// The upper 3x3 of the matrix applied to this row vector.
+    /// Applies the upper 3x3 of the matrix to this row vector.
     MVector operator*(const MMatrix& matrix) const;
     MVector& operator*=(const MMatrix& matrix);
 
@@ -53,16 +53,17 @@ class OPENMAYA_EXPORT MVector {
     MStatus get(double d[3]) const;
 
     double length() const;
-    /// Unit vector; the zero vector stays zero.
+    /// Unit vector. The zero vector stays zero.
     MVector normal() const;
     MStatus normalize();
-    /// Angle between the two in radians, from 0 to pi; 0 when one of them has no length.
+    /// Angle between the two in radians, from 0 to pi; 0 if one of them has no length.
     double angle(const MVector& other) const;
-    /// Distance of the two ends is at most the tolerance.
+    /// Whether the distance between the two ends is at most the tolerance.
     bool isEquivalent(const MVector& other, double tolerance = MVector_kTol) const;
-    /// Same direction, also the opposite one; `tolerance` is on the sine of the angle between them.
+    /// Whether the directions are the same or opposite. `tolerance` applies to the sine of the angle between
+    /// them.
     bool isParallel(const MVector& other, double tolerance = MVector_kTol) const;
-    /// Turned by the inverse transpose of the upper 3x3; the length is not kept.
+    /// Transformed by the inverse transpose of the upper 3x3. The length changes.
     MVector transformAsNormal(const MMatrix& matrix) const;
 
     MVector rotateBy(double qx, double qy, double qz, double qw) const;
@@ -70,7 +71,7 @@ class OPENMAYA_EXPORT MVector {
     MVector rotateBy(MVector::Axis axis, const double angle) const;
     MVector rotateBy(const MQuaternion& rotation) const;
     MVector rotateBy(const MEulerRotation& rotation) const;
-    /// The shortest rotation that takes this direction to the other one.
+    /// The shortest rotation from this direction to the other one.
     MQuaternion rotateTo(const MVector& other) const;
 
     static const MVector zero;
