@@ -1,3 +1,5 @@
+// The commands aliasAttr, removeMultiInstance and attributeQuery.
+
 #include <algorithm>
 #include <optional>
 

@@ -1,3 +1,5 @@
+// The commands polyColorPerVertex and polyColorSet.
+
 #include <algorithm>
 #include <array>
 #include <numeric>

@@ -28,7 +28,7 @@ void registerOptionVarCommand(mel::CommandRegistry& registry);        // optionV
 void registerUndoCommands(mel::CommandRegistry& registry);            // undo redo undoInfo flushUndo
 void registerPluginCommands(mel::CommandRegistry& registry);          // loadPlugin unloadPlugin pluginInfo
 void registerScriptCommands(mel::CommandRegistry& registry);  // source evalDeferred help whatIs exists quit
-                                                              // about currentUnit
+                                                              // about internalVar currentUnit
 
 void registerSetCommands(mel::CommandRegistry& registry);         // sets
 void registerPolyQueryCommands(mel::CommandRegistry& registry);   // polySelect polyEvaluate

@@ -1,3 +1,5 @@
+// The commands connectAttr, disconnectAttr, isConnected and connectionInfo.
+
 #include <optional>
 
 #include "commands/commandSupport.h"

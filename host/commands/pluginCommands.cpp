@@ -1,3 +1,5 @@
+// The commands loadPlugin, unloadPlugin and pluginInfo.
+
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "mel/pluginService.h"

@@ -1,5 +1,4 @@
-// The commands about scripts and the host: source, evalDeferred, help, whatIs, exists, quit, about and
-// others.
+// The commands about scripts and the host, from source to quit, about, internalVar and currentUnit.
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,3 +1,5 @@
+// The command select.
+
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "graph/hierarchy.h"

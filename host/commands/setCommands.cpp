@@ -1,3 +1,5 @@
+// The command sets.
+
 #include <algorithm>
 
 #include "commands/commandSupport.h"

@@ -1,3 +1,5 @@
+// The commands currentTime and playbackOptions.
+
 #include <cmath>
 #include <memory>
 #include <string>

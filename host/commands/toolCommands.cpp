@@ -1,3 +1,5 @@
+// The commands of tools: setToolTo, currentCtx, contextInfo, headlessDrag.
+
 #include <cmath>
 #include <limits>
 #include <memory>

@@ -1,3 +1,5 @@
+// The command xform: its edits. xformQuery.cpp does its queries and pointPosition.
+
 #include <algorithm>
 
 #include "commands/commands.h"

@@ -1,3 +1,5 @@
+// Assignments in the evaluator: to variables and to elements of arrays, ++ and --.
+
 #include <type_traits>
 
 #include "mel/evaluator.h"

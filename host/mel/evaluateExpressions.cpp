@@ -1,3 +1,5 @@
+// Expressions in the evaluator, except calls and assignments.
+
 #include "mel/evaluator.h"
 #include "mel/operators.h"
 

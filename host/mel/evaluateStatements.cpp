@@ -1,3 +1,5 @@
+// Statements in the evaluator: declarations, conditions, loops, switch.
+
 #include "mel/evaluator.h"
 #include "mel/operators.h"
 

@@ -1,3 +1,5 @@
+// MArgParser and MArgDatabase.
+
 #include <maya/MArgDatabase.h>
 #include <maya/MArgList.h>
 #include <maya/MArgParser.h>

@@ -1,3 +1,5 @@
+// MFnComponent, MFnSingleIndexedComponent and MFnComponentListData.
+
 #include <maya/MFnComponentListData.h>
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MIntArray.h>

@@ -1,3 +1,5 @@
+// MMeshIntersector and MPointOnMesh.
+
 #include <maya/MMeshIntersector.h>
 #include <maya/MPoint.h>
 

@@ -1,3 +1,5 @@
+// MDGModifier and MDagModifier.
+
 #include <maya/MDGModifier.h>
 #include <maya/MDagModifier.h>
 

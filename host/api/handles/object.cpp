@@ -1,3 +1,5 @@
+// MObject and MObjectHandle.
+
 #include <maya/MObject.h>
 #include <maya/MObjectHandle.h>
 

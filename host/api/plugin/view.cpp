@@ -1,3 +1,5 @@
+// The view that a tool sees: M3dView, MEvent and MCursor.
+
 #include <maya/M3dView.h>
 #include <maya/MCursor.h>
 #include <maya/MEvent.h>

@@ -1,3 +1,5 @@
+// Output of the API's arrays to streams, and the switch of hostPrivate/arrayPoison.h.
+
 #include <maya/MColorArray.h>
 #include <maya/MDoubleArray.h>
 #include <maya/MFloatArray.h>

@@ -1,3 +1,5 @@
+// MMatrix and MFloatMatrix.
+
 #include <maya/MFloatMatrix.h>
 #include <maya/MMatrix.h>
 

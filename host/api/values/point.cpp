@@ -1,3 +1,5 @@
+// MPoint and MFloatPoint.
+
 #include <maya/MFloatMatrix.h>
 #include <maya/MFloatPoint.h>
 #include <maya/MMatrix.h>

@@ -1,3 +1,5 @@
+// MVector and MFloatVector.
+
 #include <maya/MEulerRotation.h>
 #include <maya/MFloatMatrix.h>
 #include <maya/MFloatPoint.h>
