@@ -41,8 +41,8 @@ class AliasTable {
 
     std::vector<Entry> entries_;
     std::map<PlugKey, std::size_t> positions_;
-    std::multimap<std::string, PlugKey, std::less<>>
-        keys_;  // the caller that sets an alias makes sure that it is free
+    // The caller that sets an alias makes sure that it is free.
+    std::multimap<std::string, PlugKey, std::less<>> keys_;
 };
 
 }  // namespace host::graph

@@ -49,8 +49,8 @@ class NumberMulti {
     int width_;
     std::vector<int> indices_;
     std::vector<double> values_;
-    std::unordered_map<int, std::size_t>
-        pending_;  // new elements between existing ones: offset of their numbers
+    // New elements between existing ones: offset of their numbers.
+    std::unordered_map<int, std::size_t> pending_;
     std::vector<double> pendingValues_;
     std::unordered_set<int> removed_;  // elements that are still listed in indices_
     mutable std::atomic<bool> unsettled_{false};

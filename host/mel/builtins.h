@@ -15,8 +15,8 @@ class Evaluator;
 struct BuiltinCall {
     Evaluator& evaluator;
     const Value* const* arguments;
-    Value* const*
-        variables;  ///< the variable that an argument names, for functions that change it; else nullptr
+    /// The variable that an argument names, for functions that change it; else nullptr.
+    Value* const* variables;
     std::size_t count;
     Value result;
     std::string error;

@@ -17,8 +17,8 @@ std::string fixedText(double value, int decimals);
 
 struct LeadingNumber {
     double value = 0.0;
-    std::size_t length =
-        0;  ///< number of characters used, including blanks before it; 0 if there is no number
+    /// Number of characters used, including blanks before it; 0 if there is no number.
+    std::size_t length = 0;
 };
 
 /// The decimal number at the start of a text, which may be "inf" or "nan". Beyond a double's range it is
