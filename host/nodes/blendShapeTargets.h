@@ -15,8 +15,9 @@ struct ItemShare {
     double share = 0.0;
 };
 
-/// Shares of a target's items at a weight. They are linear between neighbouring items. At weight 0, an item
-/// without deltas is assumed. Beyond the outermost items, the line through the last two continues.
+/// Shares of a target's items at a weight. They are linear between neighbouring items. If there is no item at
+/// weight 0, one without deltas is assumed there. Beyond the outermost items, the line through the last two
+/// continues.
 /// @param items  item indices, ascending
 /// @return at most two shares, none of them 0
 std::vector<ItemShare> itemShares(const std::vector<int>& items, double weight);
