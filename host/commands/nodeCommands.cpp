@@ -63,7 +63,7 @@ void bakeShape(graph::Graph& graph, const graph::NodeRef& shape) {
     const std::vector<float> points = mesh->mesh.points();
     graph.disconnect(in);
     nodes::setMeshPoints(graph, shape, points);
-    const graph::NodeRef last = source.node();
+    const graph::NodeRef& last = source.node();
     if (last->type().diesWithLastOutput() && last->outgoing().empty()) graph.deleteNodes({last});
     if (shape->parent() == nullptr) return;
     const std::vector<graph::Node*> siblings = shape->parent()->children();

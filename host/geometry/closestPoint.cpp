@@ -128,6 +128,8 @@ class Places {
         std::size_t slot = hashOf(triangle) & (slots_.size() - 1);
         while (slots_[slot] != kFree) {
             TriangleTree::Triangle& present = triangles_[slots_[slot]];
+            // Bit by bit, so that a corner that is no number equals itself.
+            // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
             if (std::memcmp(&present.corners, &triangle.corners, sizeof triangle.corners) == 0) {
                 if (winsTie(rule_, triangle, present)) present = triangle;
                 return;

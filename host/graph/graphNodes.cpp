@@ -266,6 +266,7 @@ std::vector<NodeRef> Graph::dependents(const std::vector<NodeRef>& nodes) const 
     }
     std::sort(doomed.begin(), doomed.end(), [](const Node* a, const Node* b) { return a->id() < b->id(); });
     std::vector<NodeRef> result;
+    result.reserve(doomed.size());
     for (Node* node : doomed)
         result.push_back(node->ref());
     return result;

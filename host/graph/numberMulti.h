@@ -29,7 +29,7 @@ class NumberMulti {
     /// @return false if the element does not exist
     bool read(int index, double* to) const;
     /// Logical index of the element at a physical position.
-    int logicalIndex(int position) const;
+    int logicalIndex(int at) const;
     /// All logical indices, ascending.
     const std::vector<int>& indices() const;
 

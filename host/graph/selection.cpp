@@ -60,9 +60,9 @@ std::vector<std::string> itemNames(const Graph& graph, const SelectionItem& item
         owner = owner->parent();
     const std::string prefix = nameOf(*owner) + '.';
     std::vector<std::string> names;
-    for (int k = 0; k < item.component->runCount(); ++k) {
+    names.reserve(static_cast<std::size_t>(item.component->runCount()));
+    for (int k = 0; k < item.component->runCount(); ++k)
         names.push_back(prefix + runText(item.component->kind(), item.component->run(k)));
-    }
     return names;
 }
 

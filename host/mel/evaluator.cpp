@@ -91,7 +91,7 @@ bool Evaluator::runText(std::string_view text, std::string_view sourceName, cons
 
 /// Only if much more memory is free: after a failure some is needed too, for example to clear a variable.
 void Evaluator::takeReserve() {
-    constexpr std::size_t kReserve = 256 * 1024;
+    constexpr std::size_t kReserve = std::size_t{256} * 1024;
     const std::unique_ptr<char[]> free(new (std::nothrow) char[16 * kReserve]);
     if (free != nullptr) reserve_.reset(new (std::nothrow) char[kReserve]);
 }
@@ -178,6 +178,7 @@ bool Evaluator::callByName(std::string_view name, std::vector<Value>&& arguments
         if (arguments.size() < builtin->minimumArguments || arguments.size() > builtin->maximumArguments)
             return fail("Wrong number of arguments on call to " + std::string(name) + ".");
         std::vector<Value*> variables;
+        variables.reserve(arguments.size());
         for (Value& argument : arguments)
             variables.push_back(&argument);
         BuiltinCall call{*this, variables.data(), variables.data(), variables.size(), {}, {}};

@@ -82,7 +82,7 @@ class Evaluator {
     bool callProcedureByName(const BoundProcedure& bound, std::vector<Value>&& arguments, Value& out);
 
     // evaluateStatements.cpp
-    Flow execute(Index statement, Frame& frame);
+    Flow execute(Index index, Frame& frame);
     Flow executeList(const ListRange& list, Index from, Frame& frame);
     bool executeExpression(Index expression, Frame& frame);
     bool declare(const Statement& statement, Frame& frame);
@@ -96,8 +96,8 @@ class Evaluator {
     bool condition(Index expression, Frame& frame, bool& result);
 
     // evaluateExpressions.cpp
-    bool evaluate(Index expression, Frame& frame, Value& out);
-    const Value* operand(Index expression, Frame& frame, Value& scratch);
+    bool evaluate(Index index, Frame& frame, Value& out);
+    const Value* operand(Index index, Frame& frame, Value& scratch);
     bool evaluateElement(const Expression& expression, Frame& frame, Value& out);
     bool evaluateComponent(const Expression& expression, Frame& frame, Value& out);
     bool evaluateVector(const Expression& expression, Frame& frame, Value& out);

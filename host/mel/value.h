@@ -101,7 +101,7 @@ class Value {
 
     /// The conversion of an assignment or of a procedure argument. Nothing if MEL does not convert (an array
     /// to a scalar, text arrays to number arrays). None only converts to an empty array.
-    std::optional<Value> convertedTo(Kind kind) const;
+    std::optional<Value> convertedTo(Kind target) const;
 
     /// MEL's `size`: number of elements of an array, number of bytes of a string, 0 for None, otherwise 1.
     std::size_t size() const;

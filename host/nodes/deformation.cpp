@@ -71,7 +71,7 @@ std::vector<bool> verticesIn(const graph::ComponentListData& components, int ver
 }
 
 graph::ComputedValue computeDeformer(graph::Graph& graph, const graph::Plug& output, DeformFunction deform) {
-    const graph::NodeRef node = output.node();
+    const graph::NodeRef& node = output.node();
     const int index = output.logicalIndex();
     const graph::Plug input = node->plug("input").element(index);
     const MeshPtr in = graph::dataAs<MeshData>(graph.data(childPlug(input, "inputGeometry")));
