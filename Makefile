@@ -69,7 +69,7 @@ format:  ## lay out the C++ files as .clang-format says
 	@scripts/install-dependencies.sh check
 	scripts/check-format.sh --fix
 
-check: build  ## layout, arrows between the rooms, clang-tidy, compiles with clang and for Windows
+check: build  ## layout, dependencies between the rooms, clang-tidy, compiles with clang and for Windows
 	@scripts/install-dependencies.sh check
 	scripts/check-format.sh
 	scripts/check-dependencies.sh
