@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <string>
 
+#include "scene/arrayEquality.h"
 #include "scene/plugAccess.h"
 #include "symmetry/mirrorPartners.h"
 #include "symmetry/symmetryPlane.h"
@@ -40,14 +41,6 @@ MPlug getTargetItemPlug(const MObject& blendShape, int target, int item) {
     return getTargetGroupPlug(blendShape, target)
         .child(0)
         .elementByLogicalIndex(static_cast<unsigned int>(item));
-}
-
-bool areEqual(const MIntArray& left, const MIntArray& right) {
-    if (left.length() != right.length()) return false;
-    for (unsigned int k = 0; k < left.length(); ++k) {
-        if (left[k] != right[k]) return false;
-    }
-    return true;
 }
 
 /// The child index of inputGeomTarget in an item.

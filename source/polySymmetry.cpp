@@ -13,6 +13,7 @@
 
 #include <cstddef>
 
+#include "scene/arrayEquality.h"
 #include "symmetry/mirroredMesh.h"
 #include "symmetry/symmetryMesh.h"
 #include "symmetry/symmetryPlane.h"
@@ -43,14 +44,6 @@ void mirrorByMap(const MIntArray& map, int axis, int targetSide, MFloatPointArra
         points[vertex] = points[partner];
         points[vertex][coordinate] *= -1.0F;
     }
-}
-
-bool areEqual(const MFloatPointArray& left, const MFloatPointArray& right) {
-    if (left.length() != right.length()) return false;
-    for (unsigned int k = 0; k < left.length(); ++k) {
-        if (left[k] != right[k]) return false;
-    }
-    return true;
 }
 
 }  // namespace
