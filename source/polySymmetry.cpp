@@ -14,7 +14,6 @@
 #include <cstddef>
 
 #include "scene/arrayEquality.h"
-#include "symmetry/mirroredMesh.h"
 #include "symmetry/symmetryMesh.h"
 #include "symmetry/symmetryPlane.h"
 #include "symmetry/vertexOrderMap.h"
@@ -130,10 +129,11 @@ CallOutcome polySymmetry::applyMap() {
 
 CallOutcome polySymmetry::check() {
     SymmetryFindings findings;
-    CallOutcome outcome = findPartners(restrictedVertices(), findings);
+    std::vector<int> asymmetric;
+    CallOutcome outcome = findPartners(restrictedVertices(), findings, asymmetric);
     if (!outcome.isDone()) return outcome;
-    setResult(findings.asymmetric.empty() ? 1 : 0);
-    if (!addsToMap_) showFindings(findings.asymmetric);
+    setResult(asymmetric.empty() ? 1 : 0);
+    if (!addsToMap_) showFindings(asymmetric);
     MGlobal::setOptionVarValue(kToleranceVariable, findings.neighbourDistance / 10.0);
     return outcome;
 }
@@ -177,18 +177,19 @@ int polySymmetry::firstFace() const {
     return faces.length() > 0 ? faces[0] : -1;
 }
 
-/// Searches for partners on a mirrored copy of the mesh, deletes the copy, and writes the map if asked to.
-CallOutcome polySymmetry::findPartners(const std::vector<int>& restricted, SymmetryFindings& findings) const {
-    MirroredMesh image(mesh_.path(), axisIndex(axis_), tolerance_);
-    if (!image.create()) {
+/// Searches for partners, and writes the map if asked to.
+CallOutcome polySymmetry::findPartners(const std::vector<int>& restricted, SymmetryFindings& findings,
+                                       std::vector<int>& asymmetric) const {
+    PositionPartners search(mesh_.path(), axisIndex(axis_), tolerance_);
+    if (!checkPositions(search, targetSide(), restricted, findings)) {
         // Deliberate: docs/compatibility.md.
-        image.leaveInScene();
+        search.leaveCopyInScene();
         return fail("Failed to create intersector.");
     }
     std::vector<int> map;
     CallOutcome outcome = readMap(restricted, map);
     if (!outcome.isDone()) return outcome;
-    findings = checkPositions(image, targetSide(), restricted, map);
+    asymmetric = enterPartners(findings, map);
     if (!addsToMap_) return outcome;
     const MStatus status =
         writeVertexOrderMap(mesh_.path(), MIntArray(map.data(), static_cast<unsigned int>(map.size())));

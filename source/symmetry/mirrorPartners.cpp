@@ -5,9 +5,10 @@
 #include <maya/MGlobal.h>
 #include <maya/MStringArray.h>
 
+#include <algorithm>
 #include <vector>
 
-#include "symmetry/mirroredMesh.h"
+#include "symmetry/positionPartners.h"
 #include "symmetry/symmetryPlane.h"
 #include "symmetry/vertexOrderMap.h"
 
@@ -40,15 +41,13 @@ bool readSearchMeshes(const MString& name, const MString& orderName, const MStri
 }
 
 MIntArray partnersByPosition(const MDagPath& mesh, int axis, const MIntArray& vertices, double tolerance) {
-    MIntArray partners;
-    MirroredMesh image(mesh, axis, tolerance);
-    if (!image.create()) return partners;
-    for (unsigned int k = 0; k < vertices.length(); ++k) {
-        int partner = MirroredMesh::kNoPartner;
-        image.findPartner(vertices[k], partner);
-        if (partner != MirroredMesh::kNoPartner) partners.append(partner);
-    }
-    return partners;
+    std::vector<int> asked(vertices.length());
+    if (!asked.empty()) vertices.get(asked.data());
+    std::vector<int> found;
+    if (!PositionPartners(mesh, axis, tolerance).find(asked, found)) return MIntArray();
+    found.erase(std::remove_if(found.begin(), found.end(), [](int partner) { return partner < 0; }),
+                found.end());
+    return MIntArray(found.data(), static_cast<unsigned int>(found.size()));
 }
 
 bool MirrorPartners::prepare(MString& error) {

@@ -27,8 +27,7 @@ struct PartnerSearch {
 bool readSearchMeshes(const MString& name, const MString& orderName, const MString& furtherName,
                       PartnerSearch& search, MeshObject& further, MString& error);
 
-/// The partner of each listed vertex by position (mirroredMesh.h), in the order given. Makes a mirrored copy
-/// of the mesh for the search and deletes it.
+/// The partner of each listed vertex by position (positionPartners.h), in the order given.
 /// @return one entry per vertex that has a partner: the array is shorter than the list if some have none
 MIntArray partnersByPosition(const MDagPath& mesh, int axis, const MIntArray& vertices, double tolerance);
 

@@ -2,12 +2,11 @@
 
 #include <maya/MDagPath.h>
 #include <maya/MFloatPointArray.h>
-#include <maya/MIntArray.h>
 #include <maya/MMeshIntersector.h>
 #include <maya/MObjectHandle.h>
 #include <maya/MStatus.h>
 
-#include <vector>
+#include "symmetry/meshTopology.h"
 
 /// The mirror image of a mesh, and the search for mirror partners by position on it.
 ///
@@ -16,15 +15,13 @@
 /// thread only.
 class MirroredMesh {
   public:
-    /// The answer of findPartner for a vertex without partner.
-    static constexpr int kNoPartner = -1;
-
     /// @param mesh       path of a mesh shape
     /// @param axis       0, 1 or 2: the coordinate that changes its sign
-    /// @param tolerance  distance up to which two points count as equal, in the units of the mesh's parent
-    ///                   space. For object space it is divided by the mean of the transform's three scale
-    ///                   factors
-    MirroredMesh(const MDagPath& mesh, int axis, double tolerance);
+    /// @param tolerance  distance up to which two points count as equal, in object space
+    /// @param points     of the mesh, in object space
+    /// @param faces      per face of the mesh: its corners. Must outlive this object, like the points
+    MirroredMesh(const MDagPath& mesh, int axis, double tolerance, const MFloatPointArray& points,
+                 const IndexLists& faces);
     ~MirroredMesh();
     MirroredMesh(const MirroredMesh&) = delete;
     MirroredMesh& operator=(const MirroredMesh&) = delete;
@@ -36,12 +33,6 @@ class MirroredMesh {
     /// Leaves the image in the scene for good.
     void leaveInScene();
 
-    /// The mesh itself.
-    const MDagPath& mesh() const { return mesh_; }
-    int axis() const { return axis_; }
-    /// Object-space points of the mesh itself.
-    const MFloatPointArray& points() const { return points_; }
-
     /// The partner of a vertex: take the face of the image that is closest to the vertex; the partner is the
     /// first of its corners, in face order, that is at the same place as the vertex.
     /// @param partner  kNoPartner if there is no such corner; unchanged after a failure
@@ -50,12 +41,10 @@ class MirroredMesh {
 
   private:
     MDagPath mesh_;
-    int axis_;
-    double tolerance_;  // in object space
-    MFloatPointArray points_;
+    double tolerance_;
+    const MFloatPointArray& points_;
+    const IndexLists& faces_;
     MFloatPointArray mirroredPoints_;
     MObjectHandle image_;
     MMeshIntersector intersector_;
-    std::vector<int> firstCorners_;  // per face: its first corner; one more entry for the end
-    MIntArray corners_;              // the vertices of all faces, face by face
 };

@@ -35,20 +35,20 @@ struct Neighbours {
 };
 
 /// Edge by edge, so that each edge is measured once.
-Neighbours gatherNeighbours(const MirroredMesh& image) {
-    const MFloatPointArray& points = image.points();
+Neighbours gatherNeighbours(const PositionPartners& search) {
+    const MFloatPointArray& points = search.points();
     const unsigned int count = points.length();
-    const auto axis = static_cast<unsigned int>(image.axis());
+    const auto axis = static_cast<unsigned int>(search.axis());
     Neighbours result;
     result.sides.reserve(count);
     for (unsigned int vertex = 0; vertex < count; ++vertex)
         result.sides.push_back(planeSide(points[vertex][axis]));
     result.sidesMet.assign(count, 0);
     result.squaredDistance.assign(count, std::numeric_limits<double>::infinity());
-    const int edgeCount = MFnMesh(image.mesh()).numEdges();
+    const int edgeCount = MFnMesh(search.mesh()).numEdges();
     // On some hosts an iterator over a mesh without edges is not valid.
     if (edgeCount == 0) return result;
-    MItMeshEdge edge(image.mesh());
+    MItMeshEdge edge(search.mesh());
     for (int k = 0; k < edgeCount; ++k, edge.next()) {
         const int a = edge.index(0);
         const int b = edge.index(1);
@@ -71,30 +71,38 @@ void noteDistance(double squaredDistance, double& smallest) {
 
 }  // namespace
 
-SymmetryFindings checkPositions(const MirroredMesh& image, int targetSide, const std::vector<int>& restricted,
-                                std::vector<int>& map) {
-    SymmetryFindings findings;
+MStatus checkPositions(PositionPartners& search, int targetSide, const std::vector<int>& restricted,
+                       SymmetryFindings& findings) {
     std::vector<int> vertices(restricted);
     if (vertices.empty()) {
-        vertices.resize(image.points().length());
+        vertices.resize(search.points().length());
         std::iota(vertices.begin(), vertices.end(), 0);
     }
-    const Neighbours neighbours = gatherNeighbours(image);
+    const Neighbours neighbours = gatherNeighbours(search);
     for (const int vertex : vertices) {
         const auto at = static_cast<std::size_t>(vertex);
         if (neighbours.sides[at] != targetSide) {
             if (neighbours.has(vertex, targetSide)) continue;
             noteDistance(neighbours.squaredDistance[at], findings.neighbourDistance);
         }
-        int partner = MirroredMesh::kNoPartner;
-        if (!image.findPartner(vertex, partner)) {
+        findings.tested.push_back(vertex);
+    }
+    return search.find(findings.tested, findings.partners);
+}
+
+std::vector<int> enterPartners(const SymmetryFindings& findings, std::vector<int>& map) {
+    std::vector<int> asymmetric;
+    for (std::size_t k = 0; k < findings.tested.size(); ++k) {
+        const int vertex = findings.tested[k];
+        const int partner = findings.partners[k];
+        if (partner == kUndecided) {
             MGlobal::displayError("Failed to get closest point.");
-        } else if (partner == MirroredMesh::kNoPartner) {
-            findings.asymmetric.push_back(vertex);
+        } else if (partner == kNoPartner) {
+            asymmetric.push_back(vertex);
         } else {
-            map[at] = partner;
+            map[static_cast<std::size_t>(vertex)] = partner;
             map[static_cast<std::size_t>(partner)] = vertex;
         }
     }
-    return findings;
+    return asymmetric;
 }

@@ -26,20 +26,6 @@ void append(IndexLists& lists, const MIntArray& list) {
     lists.endList();
 }
 
-/// The corners of all faces. The host returns them all at once.
-IndexLists gatherCorners(const MFnMesh& mesh) {
-    MIntArray counts;
-    MIntArray corners;
-    mesh.getVertices(counts, corners);
-    IndexLists lists;
-    lists.values.resize(corners.length());
-    corners.get(lists.values.data());
-    lists.offsets.reserve(counts.length() + std::size_t{1});
-    for (unsigned int face = 0; face < counts.length(); ++face)
-        lists.offsets.push_back(lists.offsets.back() + counts[face]);
-    return lists;
-}
-
 void reserve(IndexLists& lists, int count, int values) {
     lists.offsets.reserve(static_cast<std::size_t>(count) + 1);
     lists.values.reserve(static_cast<std::size_t>(values));
@@ -67,6 +53,19 @@ void addComponents(MSelectionList& list, const MDagPath& mesh, MFn::Type type,
 
 }  // namespace
 
+IndexLists gatherCorners(const MDagPath& mesh) {
+    MIntArray counts;
+    MIntArray corners;
+    MFnMesh(mesh).getVertices(counts, corners);
+    IndexLists lists;
+    lists.values.resize(corners.length());
+    if (!lists.values.empty()) corners.get(lists.values.data());
+    lists.offsets.reserve(counts.length() + std::size_t{1});
+    for (unsigned int face = 0; face < counts.length(); ++face)
+        lists.offsets.push_back(lists.offsets.back() + counts[face]);
+    return lists;
+}
+
 MeshTopology gatherTopology(const MDagPath& mesh) {
     const MFnMesh counts(mesh);
     const int faceCount = counts.numPolygons();
@@ -74,7 +73,7 @@ MeshTopology gatherTopology(const MDagPath& mesh) {
     const int cornerCount = counts.numFaceVertices();
     MeshConnectivity gathered;
     gathered.vertexCount = counts.numVertices();
-    gathered.faceVertices = gatherCorners(counts);
+    gathered.faceVertices = gatherCorners(mesh);
     reserve(gathered.faceEdges, faceCount, cornerCount);
     gathered.ends.reserve(static_cast<std::size_t>(edgeCount));
     reserve(gathered.edgeFaces, edgeCount, cornerCount);

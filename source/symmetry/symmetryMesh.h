@@ -12,6 +12,9 @@
 
 #include "symmetry/meshTopology.h"
 
+/// Reads the corners of all faces from the host, face by face.
+IndexLists gatherCorners(const MDagPath& mesh);
+
 /// Reads the connectivity of a mesh from the host. Linear cost.
 MeshTopology gatherTopology(const MDagPath& mesh);
 
