@@ -76,6 +76,7 @@ class Lookup {
         : space_(space),
           asked_(asked),
           reach_(space.tolerance * (1.0 + kMargin)),
+          cornerReach_(static_cast<float>(reach_ * (1.0 + kMargin))),
           budget_(kSearchCost * (space.points.size() + static_cast<std::size_t>(space.faces.size()))),
           traits_(space.points.size(), 0),
           answers_(asked.size(), kUndecided) {}
@@ -148,17 +149,22 @@ class Lookup {
     /// Finds the one vertex whose image is exactly at the place of an asked vertex, and lists the asked
     /// vertices that no image meets.
     void lookUpPlaces() {
-        MirrorPlaces places(space_.axis, asked_.size());
         std::vector<int> entries(space_.points.size(), MirrorPlaces::kNowhere);  // per vertex
-        for (const int vertex : asked_) {
-            if (!isOnMesh(vertex) || !isFinite(pointOf(vertex))) continue;
-            entries[static_cast<std::size_t>(vertex)] = places.add(pointOf(vertex));
-        }
+        MirrorPlaces places(space_.points, space_.axis, asked_.size());
+        std::vector<int> finite;
+        finite.reserve(asked_.size());
+        std::copy_if(asked_.begin(), asked_.end(), std::back_inserter(finite),
+                     [this](int vertex) { return isOnMesh(vertex) && isFinite(pointOf(vertex)); });
+        places.add(finite, entries);
+        finite.clear();
         for (std::size_t vertex = 0; vertex < entries.size(); ++vertex) {
-            const PlainPoint& point = space_.points[vertex];
-            int entry = entries[vertex];
-            if (entry == MirrorPlaces::kNowhere && isFinite(point)) entry = places.find(point);
-            if (entry != MirrorPlaces::kNowhere) places.put(static_cast<int>(vertex), point, entry);
+            const bool isOpen = entries[vertex] == MirrorPlaces::kNowhere;
+            if (isOpen && isFinite(space_.points[vertex])) finite.push_back(static_cast<int>(vertex));
+        }
+        places.find(finite, entries);
+        for (std::size_t vertex = 0; vertex < entries.size(); ++vertex) {
+            if (entries[vertex] != MirrorPlaces::kNowhere)
+                places.put(static_cast<int>(vertex), entries[vertex]);
         }
         for (std::size_t number = 0; number < asked_.size(); ++number) {
             const int vertex = asked_[number];
@@ -168,7 +174,7 @@ class Lookup {
             }
             const int entry = entries[static_cast<std::size_t>(vertex)];
             if (entry == MirrorPlaces::kNowhere) continue;
-            const int partner = places.acrossFrom(pointOf(vertex), entry);
+            const int partner = places.acrossFrom(vertex, entry);
             if (partner == MirrorPlaces::kNobody) unmet_.push_back(static_cast<int>(number));
             if (partner < 0) continue;
             answers_[number] = partner;
@@ -302,7 +308,14 @@ class Lookup {
         if (isAnyWanted && isWhole) judgeDistances(corners);
     }
 
-    bool areClose(int a, int b) const { return grown(boxAt(pointOf(a)), reach_).contains(pointOf(b)); }
+    bool areClose(int a, int b) const {
+        const PlainPoint& first = pointOf(a);
+        const PlainPoint& second = pointOf(b);
+        // One by one: that the first axis tells them apart can mostly be foreseen.
+        return std::abs(first[0] - second[0]) <= cornerReach_ &&
+               std::abs(first[1] - second[1]) <= cornerReach_ &&
+               std::abs(first[2] - second[2]) <= cornerReach_;
+    }
 
     /// Marks the corners of a face that are close to another one.
     void judgeDistances(IndexRange corners) {
@@ -362,6 +375,7 @@ class Lookup {
     const PartnerSpace& space_;
     const std::vector<int>& asked_;
     const double reach_;                 // how far an image may be on one axis and count as near
+    const float cornerReach_;            // the same in single precision, with room for its errors
     const std::size_t budget_;           // for a search in a grid
     std::vector<unsigned char> traits_;  // per vertex
     std::vector<int> answers_;           // per asked vertex
