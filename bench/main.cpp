@@ -3,6 +3,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <string>
+
 #include "rows.h"
 #include "table.h"
 
@@ -24,5 +26,7 @@ int main(int argc, char** argv) {
     TableReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.printTable();
+    const std::string filter = benchmark::GetBenchmarkFilter();
+    if (filter.empty() || filter == "." || filter.find("scipy") != std::string::npos) printScipyTable();
     return 0;
 }

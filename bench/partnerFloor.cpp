@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr float kTolerance = 0.001F;
+constexpr auto kTolerance = static_cast<float>(kPartnerTolerance);
 
 bool areClose(const MFloatPoint& a, const MFloatPoint& b) {
     const float x = a.x - b.x;

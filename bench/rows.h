@@ -13,3 +13,7 @@ void addMirrorRows();
 void addSymmetryRows();
 void addVertexOrderRows();
 void addWeightRows();
+
+/// Prints a table of its own: mirror partners by this module and by a k-d tree of numpy and scipy, where
+/// these are installed.
+void printScipyTable();

@@ -5,7 +5,10 @@
 #include <maya/MFnMesh.h>
 #include <maya/MObject.h>
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <random>
 
 namespace {
 
@@ -56,6 +59,27 @@ std::vector<Sheet> headSheets(int vertices) {
 SheetShape::SheetShape(const std::vector<Sheet>& sheets) {
     for (const Sheet& sheet : sheets)
         add(sheet, *this);
+}
+
+void SheetShape::shuffle(unsigned int seed) {
+    constexpr unsigned int kCorners = 4;
+    std::mt19937 random(seed);
+    const auto shuffled = [&](unsigned int count) {
+        std::vector<unsigned int> order(count);
+        std::iota(order.begin(), order.end(), 0U);
+        std::shuffle(order.begin(), order.end(), random);
+        return order;
+    };
+    const std::vector<unsigned int> numbers = shuffled(points.length());
+    const std::vector<unsigned int> faces = shuffled(counts.length());
+    const MFloatPointArray oldPoints(points);
+    const MIntArray oldConnects(connects);
+    for (unsigned int vertex = 0; vertex < points.length(); ++vertex)
+        points[numbers[vertex]] = oldPoints[vertex];
+    for (unsigned int corner = 0; corner < connects.length(); ++corner) {
+        const int old = oldConnects[kCorners * faces[corner / kCorners] + corner % kCorners];
+        connects[corner] = static_cast<int>(numbers[static_cast<std::size_t>(old)]);
+    }
 }
 
 void SheetShape::makeMesh(const std::string& name) const {

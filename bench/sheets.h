@@ -30,6 +30,9 @@ struct SheetShape {
     /// Makes an object <name> of it, with the shape <name>Shape.
     void makeMesh(const std::string& name) const;
 
+    /// Numbers vertices and faces at random, the same way for each seed.
+    void shuffle(unsigned int seed);
+
     MFloatPointArray points;
     MIntArray counts;
     MIntArray connects;

@@ -1,58 +1,40 @@
-// The check of a head-like mesh for symmetry by position, as it is and sculpted on one side.
+// The check for symmetry by position: of a head-like mesh, of one with a tenth of its vertices sculpted on
+// one side, and of one like a scan, in which no vertex has an exact mirror image. In order and randomly
+// numbered.
 
 #include <maya/MDagPath.h>
-#include <maya/MFloatPoint.h>
-#include <maya/MSelectionList.h>
+#include <maya/MFloatPointArray.h>
+#include <maya/MFnMesh.h>
 
-#include <cmath>
+#include <algorithm>
+#include <limits>
+#include <numeric>
 #include <string>
 #include <vector>
 
 #include "benchScene.h"
+#include "checkedMesh.h"
 #include "partnerFloor.h"
 #include "rows.h"
-#include "sheets.h"
+#include "symmetry/partnerLookup.h"
+#include "symmetry/symmetryMesh.h"
 #include "table.h"
 
 namespace {
 
-enum class Form { kSymmetric, kSculpted };
-
-/// The shape in the scene of a size.
-MDagPath checkedMesh(int vertices, Form form) {
-    BenchScene& scene = BenchScene::of(vertices);
-    const std::string name = "checked" + std::to_string(static_cast<int>(form));
-    if (scene.mel("objExists " + name) == "0") {
-        // One at a time: the largest fill the memory.
-        scene.mel("string $old[] = `ls \"checked?\"`; if (size($old) > 0) delete $old; flushUndo");
-        SheetShape shape(headSheets(vertices));
-        if (form == Form::kSculpted) {
-            for (MFloatPoint& point : shape.points) {
-                if (point.x > 0.0F) point.y += 0.02F * (1.5F + std::sin(7.0F * point.x));
-            }
-        }
-        shape.makeMesh(name);
-    }
-    MSelectionList list;
-    list.add((name + "Shape").c_str());
-    MDagPath path;
-    list.getDagPath(0, path);
-    return path;
-}
-
-void checkSymmetry(benchmark::State& state, int size, Form form) {
+void checkSymmetry(benchmark::State& state, int size, const CheckedForm& form) {
     state.PauseTiming();
     BenchScene& scene = BenchScene::of(size);
     const std::string mesh = checkedMesh(size, form).fullPathName().asChar();
     state.ResumeTiming();
     const std::string result = scene.mel("dv_polySymmetry " + mesh);
     state.PauseTiming();
-    if ((result == "1") != (form == Form::kSymmetric)) state.SkipWithError("a wrong result");
+    if ((result == "1") != (form.shape == CheckedForm::kHead)) state.SkipWithError("a wrong result");
     scene.mel("select -clear; flushUndo");
     state.ResumeTiming();
 }
 
-void checkSymmetryFloor(benchmark::State& state, int size, Form form) {
+void checkSymmetryFloor(benchmark::State& state, int size, const CheckedForm& form) {
     state.PauseTiming();
     const MDagPath path = checkedMesh(size, form);
     state.ResumeTiming();
@@ -60,14 +42,50 @@ void checkSymmetryFloor(benchmark::State& state, int size, Form form) {
     benchmark::DoNotOptimize(partners.data());
 }
 
+std::vector<PlainPoint> pointsOf(const MDagPath& mesh) {
+    MFloatPointArray points;
+    MFnMesh(mesh).getPoints(points);
+    std::vector<PlainPoint> result;
+    result.reserve(points.length());
+    for (const MFloatPoint& point : points)
+        result.push_back({point.x, point.y, point.z, point.w});
+    return result;
+}
+
+/// The tables alone.
+void lookUp(benchmark::State& state, int size, const CheckedForm& form) {
+    state.PauseTiming();
+    const MDagPath mesh = checkedMesh(size, form);
+    const std::vector<PlainPoint> points = pointsOf(mesh);
+    const IndexLists faces = gatherCorners(mesh);
+    std::vector<int> all(points.size());
+    std::iota(all.begin(), all.end(), 0);
+    state.ResumeTiming();
+    benchmark::DoNotOptimize(lookUpPartners({points, faces, 0, kPartnerTolerance}, all));
+}
+
+/// One pass that sorts the positions.
+void sortPositions(benchmark::State& state, int size, const CheckedForm& form) {
+    state.PauseTiming();
+    std::vector<PlainPoint> points = pointsOf(checkedMesh(size, form));
+    state.ResumeTiming();
+    std::sort(points.begin(), points.end());
+    benchmark::DoNotOptimize(points.data());
+}
+
 }  // namespace
 
 void addSymmetryRows() {
-    const auto add = [](const char* name, Form form) {
-        addModuleRow(
-            name, [form](benchmark::State& state, int size) { checkSymmetry(state, size, form); },
-            [form](benchmark::State& state, int size) { checkSymmetryFloor(state, size, form); });
+    using Step = void (*)(benchmark::State&, int, const CheckedForm&);
+    const auto work = [](Step step, const CheckedForm& form) {
+        return [step, form](benchmark::State& state, int size) { step(state, size, form); };
     };
-    add("check symmetry", Form::kSymmetric);
-    add("check sculpted symmetry", Form::kSculpted);
+    for (const CheckedForm& form : kCheckedForms) {
+        constexpr double kLimits[] = {0.12, 0.35, 1.05};
+        const double limit = kLimits[form.shape];
+        addModuleRow("check " + form.name(), work(checkSymmetry, form), work(checkSymmetryFloor, form),
+                     limit);
+        addModuleRow("(sort) look up " + form.name(), work(lookUp, form), work(sortPositions, form),
+                     std::numeric_limits<double>::infinity());
+    }
 }

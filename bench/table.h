@@ -30,5 +30,9 @@ class TableReporter : public benchmark::ConsoleReporter {
     void printTable() const;
 
   private:
-    std::map<std::string, double> best_;  // seconds a round, by benchmark name
+    struct Best {
+        double seconds;    // a round
+        double megabytes;  // the peak of memory
+    };
+    std::map<std::string, Best> best_;  // by benchmark name
 };

@@ -6,7 +6,7 @@ set -euo pipefail
 
 declare -A packages=(
     [build]="cmake ninja-build g++ libtbb-dev libedit-dev libgtest-dev locales"
-    [bench]="libbenchmark-dev libgtest-dev libnanoflann-dev"
+    [bench]="libbenchmark-dev libgtest-dev libnanoflann-dev python3-scipy"
     [fuzz]="clang libclang-rt-dev"
     [coverage]="gcovr"
     # binutils: nm; util-linux: setarch, for ThreadSanitizer
