@@ -1,50 +1,84 @@
 #include "geometry/topology.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <utility>
 
 namespace host::geometry {
 
 namespace {
 
-/// Finds the number of an edge by its two vertices, in either order: open addressing over the edge list
-/// itself.
+/// Finds the number of an edge by its two vertices, in either order.
+///
+/// An edge stands in a list at the one of its ends that fewer pairs use, in one array in the order of the
+/// vertices. So what is near in the mesh is near in memory, and a vertex with very many edges has none of
+/// them in its list. A search compares at most as many edges as the less used end has. On surfaces this is
+/// linear; at worst, where every vertex is joined to every other, it is the number of edges to the power 1.5.
 class EdgeTable {
   public:
-    EdgeTable(std::vector<Edge>& edges, std::size_t mostEdges) : edges_(edges) {
-        std::size_t slots = 16;
-        while (slots < mostEdges + mostEdges / 3)
-            slots *= 2;
-        slots_.assign(slots, -1);
+    /// @param edges     the edges by their numbers; must outlive the table
+    /// @param eachPair  calls its argument with the two vertices of every pair to be added, each time that it
+    ///                  will be added
+    template <class EachPair>
+    EdgeTable(const std::vector<Edge>& edges, int vertexCount, const EachPair& eachPair)
+        : edges_(edges),
+          uses_(static_cast<std::size_t>(vertexCount), 0),
+          starts_(static_cast<std::size_t>(vertexCount) + 1, 0) {
+        eachPair([this](int a, int b) {
+            ++uses_[a];
+            ++uses_[b];
+        });
+        eachPair([this](int a, int b) { ++starts_[ownerOf(a, b) + 1]; });
+        for (int vertex = 0; vertex < vertexCount; ++vertex)
+            starts_[vertex + 1] += starts_[vertex];
+        entries_.assign(static_cast<std::size_t>(starts_.back()), -1);
     }
 
-    /// The slot that holds the edge of a and b, or the free slot where it belongs.
-    int& slotOf(int a, int b) {
-        const std::size_t mask = slots_.size() - 1;
-        std::size_t at = hash(a, b) & mask;
-        while (slots_[at] >= 0 && !joins(edges_[slots_[at]], a, b))
-            at = (at + 1) & mask;
-        return slots_[at];
+    /// The edge of a and b, -1 if there is none.
+    int find(int a, int b) const {
+        const int owner = ownerOf(a, b);
+        for (int at = starts_[owner]; at < starts_[owner + 1] && entries_[at] >= 0; ++at) {
+            if (joins(entries_[at], a, b)) return entries_[at];
+        }
+        return -1;
+    }
+
+    /// The edge of a and b. If there is none, it is `edge` from now on.
+    int add(int a, int b, int edge) {
+        int at = starts_[ownerOf(a, b)];
+        for (; entries_[at] >= 0; ++at) {
+            if (joins(entries_[at], a, b)) return entries_[at];
+        }
+        entries_[at] = edge;
+        return edge;
     }
 
   private:
-    static bool joins(const Edge& edge, int a, int b) {
-        return (edge[0] == a && edge[1] == b) || (edge[0] == b && edge[1] == a);
+    bool joins(int edge, int a, int b) const {
+        const auto& [first, second] = edges_[edge];
+        return (first == a && second == b) || (first == b && second == a);
     }
 
-    static std::size_t hash(int a, int b) {
-        const auto low = static_cast<std::uint64_t>(std::min(a, b));
-        const auto high = static_cast<std::uint64_t>(std::max(a, b));
-        std::uint64_t h = (high << 32 | low) * 0x9E3779B97F4A7C15u;
-        h ^= h >> 32;
-        h *= 0xD6E8FEB86659FD93u;
-        return static_cast<std::size_t>(h ^ (h >> 32));
+    int ownerOf(int a, int b) const {
+        return uses_[a] != uses_[b] ? (uses_[a] < uses_[b] ? a : b) : std::min(a, b);
     }
 
-    std::vector<Edge>& edges_;
-    std::vector<int> slots_;
+    const std::vector<Edge>& edges_;
+    std::vector<int> uses_;     // per vertex: in how many pairs it is
+    std::vector<int> starts_;   // per vertex: its first entry; one more for the end
+    std::vector<int> entries_;  // edges; -1 where one is free
 };
+
+/// Calls visit(place of its first corner, a, b) for every side of every face.
+/// @param offsets  per face: the place of its first corner; one more for the end
+template <class Visit>
+void forEachSide(const std::vector<int>& offsets, const std::vector<int>& corners, const Visit& visit) {
+    for (std::size_t face = 0; face + 1 < offsets.size(); ++face) {
+        const int last = offsets[face + 1] - 1;
+        for (int at = offsets[face]; at < last; ++at)
+            visit(at, corners[at], corners[at + 1]);
+        visit(last, corners[last], corners[offsets[face]]);
+    }
+}
 
 std::vector<int> offsetsOf(const std::vector<int>& faceCounts) {
     std::vector<int> offsets(faceCounts.size() + 1, 0);
@@ -118,25 +152,18 @@ TopologyResult Topology::fromFaces(int vertexCount, const std::vector<int>& face
     result->vertexCount_ = vertexCount;
     result->faceOffsets_ = offsetsOf(faceCounts);
     result->faceVertices_ = std::move(faceVertices);
-    const std::vector<int>& corners = result->faceVertices_;
-    result->faceEdges_.resize(corners.size());
-    result->edges_.reserve(corners.size() / 2 + 1);
-    EdgeTable table(result->edges_, corners.size());
-    for (int face = 0; face < result->faceCount(); ++face) {
-        const int first = result->faceOffsets_[face];
-        const int last = result->faceOffsets_[face + 1] - 1;
-        for (int at = first; at <= last; ++at) {
-            const int a = corners[at];
-            const int b = corners[at == last ? first : at + 1];
-            int& slot = table.slotOf(a, b);
-            if (slot < 0) {
-                slot = result->edgeCount();
-                result->edges_.push_back({a, b});
-            }
-            result->faceEdges_[at] = slot;
-        }
-    }
-    result->edges_.shrink_to_fit();
+    result->faceEdges_.resize(result->faceVertices_.size());
+    result->edges_.reserve(result->faceVertices_.size() / 2 + 1);
+    EdgeTable table(result->edges_, vertexCount, [&](const auto& use) {
+        forEachSide(result->faceOffsets_, result->faceVertices_, [&](int, int a, int b) { use(a, b); });
+    });
+    forEachSide(result->faceOffsets_, result->faceVertices_, [&](int at, int a, int b) {
+        const int edge = table.add(a, b, result->edgeCount());
+        if (edge == result->edgeCount()) result->edges_.push_back({a, b});
+        result->faceEdges_[at] = edge;
+    });
+    // Making room smaller copies the edges. On a closed mesh there is none to give back.
+    if (result->edges_.size() < result->edges_.capacity() / 8 * 7) result->edges_.shrink_to_fit();
     return {result, {}};
 }
 
@@ -151,7 +178,6 @@ TopologyResult Topology::fromEdges(int vertexCount, std::vector<Edge> edges,
     result->faceOffsets_ = offsetsOf(faceCounts);
     result->faceVertices_ = std::move(faceVertices);
     result->edges_ = std::move(edges);
-    EdgeTable table(result->edges_, result->edges_.size());
     for (int edge = 0; edge < result->edgeCount(); ++edge) {
         const auto [a, b] = result->edges_[edge];
         const std::string what = "edge " + std::to_string(edge);
@@ -159,28 +185,30 @@ TopologyResult Topology::fromEdges(int vertexCount, std::vector<Edge> edges,
             if (vertex < 0 || vertex >= vertexCount) return failed(unknownVertex(what, vertex, vertexCount));
         }
         if (a == b) return failed(what + " has vertex " + std::to_string(a) + " at both ends");
-        int& slot = table.slotOf(a, b);
-        if (slot >= 0) {
-            return failed("edges " + pairText(slot, edge) + " join the same vertices " + pairText(a, b));
+    }
+    EdgeTable table(result->edges_, vertexCount, [&](const auto& use) {
+        for (const auto& [a, b] : result->edges_)
+            use(a, b);
+    });
+    for (int edge = 0; edge < result->edgeCount(); ++edge) {
+        const auto [a, b] = result->edges_[edge];
+        const int known = table.add(a, b, edge);
+        if (known != edge) {
+            return failed("edges " + pairText(known, edge) + " join the same vertices " + pairText(a, b));
         }
-        slot = edge;
     }
 
-    const std::vector<int>& corners = result->faceVertices_;
-    result->faceEdges_.resize(corners.size());
-    for (int face = 0; face < result->faceCount(); ++face) {
-        const int first = result->faceOffsets_[face];
-        const int last = result->faceOffsets_[face + 1] - 1;
-        for (int at = first; at <= last; ++at) {
-            const int next = corners[at == last ? first : at + 1];
-            const int edge = table.slotOf(corners[at], next);
-            if (edge < 0) {
-                return failed(faceText(face) + " needs an edge between vertices " +
-                              pairText(corners[at], next) + ", but there is none");
-            }
-            result->faceEdges_[at] = edge;
+    result->faceEdges_.resize(result->faceVertices_.size());
+    forEachSide(result->faceOffsets_, result->faceVertices_, [&](int at, int a, int b) {
+        const int edge = table.find(a, b);
+        if (edge < 0 && error.empty()) {
+            const auto face = std::upper_bound(result->faceOffsets_.begin(), result->faceOffsets_.end(), at);
+            error = faceText(static_cast<std::size_t>(face - result->faceOffsets_.begin() - 1)) +
+                    " needs an edge between vertices " + pairText(a, b) + ", but there is none";
         }
-    }
+        result->faceEdges_[at] = edge;
+    });
+    if (!error.empty()) return failed(std::move(error));
     return {result, {}};
 }
 
