@@ -79,6 +79,25 @@ void editFloor(benchmark::State& state, int size, Beside beside, bool writes) {
         plug.elementByLogicalIndex(static_cast<unsigned int>(vertices[k])).setFloat(weights[k]);
 }
 
+/// A script that sets the weights one by one: what a rigger has without a command for it.
+/// @param newWeight  an expression of $i, a vertex, and $map, the vertex order map
+void editByScript(benchmark::State& state, int size, const char* newWeight) {
+    state.PauseTiming();
+    HeadScene head(size);
+    storeWeights(head);
+    state.ResumeTiming();
+    head.scene.mel(std::string("{ int $map[] = `getAttr headShapeOrig.dvVertexOrderMap`;"
+                               "  string $weights = \"headTargets.it[0].itg[0].tw[\";"
+                               "  float $new[]; int $i;"
+                               "  for ($i = 0; $i < size($map); ++$i) $new[$i] = ") +
+                   newWeight +
+                   ";"
+                   "  for ($i = 0; $i < size($map); ++$i) setAttr ($weights + $i + \"]\") $new[$i]; }");
+    state.PauseTiming();
+    head.scene.mel("flushUndo");
+    state.ResumeTiming();
+}
+
 }  // namespace
 
 void addWeightRows() {
@@ -94,4 +113,11 @@ void addWeightRows() {
     add("flip weights by position", "-flp", Beside::kPartners, true);
     add("flip weights by order", "-flp -ob \"\"", Beside::kMap, true);
     add("freeze weights", "-f", Beside::kDeltas, false);
+    const auto addScript = [](const char* name, const char* arguments, const char* newWeight) {
+        addModuleRow(
+            name, [arguments](benchmark::State& state, int size) { edit(state, size, arguments); },
+            [newWeight](benchmark::State& state, int size) { editByScript(state, size, newWeight); });
+    };
+    addScript("(script) invert weights", "-iv", "1.0 - `getAttr ($weights + $i + \"]\")`");
+    addScript("(script) flip by order", "-flp -ob \"\"", "`getAttr ($weights + $map[$i] + \"]\")`");
 }

@@ -166,6 +166,7 @@ class Lookup {
             if (entries[vertex] != MirrorPlaces::kNowhere)
                 places.put(static_cast<int>(vertex), entries[vertex]);
         }
+        unmet_.reserve(asked_.size());
         for (std::size_t number = 0; number < asked_.size(); ++number) {
             const int vertex = asked_[number];
             if (!isOnMesh(vertex)) {
@@ -185,12 +186,9 @@ class Lookup {
     /// Tells the asked vertices that no image meets apart: no image near, one, or several.
     void lookAround() {
         if (unmet_.empty()) return;
-        std::vector<PlainPoint> images;
-        images.reserve(unmet_.size());
-        for (const int number : unmet_)
-            images.push_back(imageOf(number));
-        const PointGrid grid(images, std::max(8.0 * reach_, usualFaceSize()));
-        std::vector<int> found(images.size(), MirrorPlaces::kNobody);
+        const PointGrid grid = gridOf(
+            unmet_, [](int number) { return number; }, std::max(8.0 * reach_, usualFaceSize()));
+        std::vector<int> found(unmet_.size(), MirrorPlaces::kNobody);
         std::size_t cost = 0;
         for (std::size_t vertex = 0; vertex < space_.points.size() && cost <= budget_; ++vertex) {
             const PlainPoint& point = space_.points[vertex];
@@ -207,6 +205,17 @@ class Lookup {
             if (found[k] == MirrorPlaces::kNobody) answers_[static_cast<std::size_t>(unmet_[k])] = kNoPartner;
             if (found[k] >= 0) noteNear(unmet_[k], found[k]);
         }
+    }
+
+    /// A grid of the images of asked vertices.
+    /// @param numberOf  gives the number of the asked vertex for an item
+    template <class Item, class NumberOf>
+    PointGrid gridOf(const std::vector<Item>& items, const NumberOf& numberOf, double cell) const {
+        std::vector<PlainPoint> images;
+        images.reserve(items.size());
+        for (const Item& item : items)
+            images.push_back(imageOf(numberOf(item)));
+        return PointGrid(images, cell);
     }
 
     void noteNear(int number, int partner) {
@@ -259,14 +268,11 @@ class Lookup {
 
     /// Looks at every face once: what it says of its corners, and which near pairs it could come between.
     void judgeFaces() {
-        std::vector<PlainPoint> images;
         double farthest = 0.0;
-        images.reserve(near_.size());
-        for (const Near& pair : near_) {
-            images.push_back(imageOf(pair.number));
+        for (const Near& pair : near_)
             farthest = std::max<double>(farthest, pair.distance);
-        }
-        const PointGrid grid(images, 2.0 * std::max(farthest, usualFaceSize()));
+        const PointGrid grid = gridOf(
+            near_, [](const Near& pair) { return pair.number; }, 2.0 * std::max(farthest, usualFaceSize()));
         std::size_t cost = 0;
         std::vector<int> finite;
         for (int face = 0; face < space_.faces.size(); ++face) {
@@ -289,8 +295,7 @@ class Lookup {
                     return;
                 }
                 cost += static_cast<std::size_t>(corners.size());
-                pair.isAlone = isFartherThan(pair.distance, images[static_cast<std::size_t>(number)], corners,
-                                             space_.points);
+                pair.isAlone = isFartherThan(pair.distance, imageOf(pair.number), corners, space_.points);
             });
         }
         if (cost > budget_) near_.clear();
