@@ -101,8 +101,7 @@ void removeTargetGroup(const MObject& blendShape, int target);
 /// @return one entry per given vertex; -1 for a vertex without partner or outside the map
 MIntArray mapIndicesByVertexOrder(const MDagPath& mesh, const MIntArray& vertices);
 
-/// The mirror partner of each listed vertex by position (symmetry/mirroredMesh.h), in the order given. Makes
-/// a mirrored copy of the mesh for the search and deletes it.
+/// The mirror partner of each listed vertex by position (symmetry/positionPartners.h), in the order given.
 ///
 /// @param mesh       path of a mesh shape
 /// @param axis       "x", "y" or "z"
