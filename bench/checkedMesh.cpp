@@ -21,10 +21,10 @@ void sculpt(SheetShape& shape) {
     }
 }
 
-void roughen(SheetShape& shape, int vertices) {
+/// Moves every vertex by up to a distance on each axis.
+void roughen(SheetShape& shape, float distance) {
     std::mt19937 random(1);
-    const float half = 2.0F / std::sqrt(static_cast<float>(vertices));
-    std::uniform_real_distribution<float> offset(-half, half);
+    std::uniform_real_distribution<float> offset(-distance, distance);
     for (MFloatPoint& point : shape.points) {
         point.x += offset(random);
         point.y += offset(random);
@@ -35,19 +35,32 @@ void roughen(SheetShape& shape, int vertices) {
 }  // namespace
 
 std::string CheckedForm::name() const {
-    const char* const names[] = {"head", "sculpt", "scan"};
+    const char* const names[] = {"head", "exported", "sculpt", "scan"};
     return std::string(names[shape]) + (isShuffled ? ", shuffled" : "");
+}
+
+std::vector<CheckedForm> checkedForms() {
+    std::vector<CheckedForm> forms;
+    for (const CheckedForm::Shape shape :
+         {CheckedForm::kHead, CheckedForm::kExported, CheckedForm::kSculpt, CheckedForm::kScan}) {
+        for (const bool isShuffled : {false, true})
+            forms.push_back({shape, isShuffled});
+    }
+    return forms;
 }
 
 MDagPath checkedMesh(int vertices, const CheckedForm& form) {
     BenchScene& scene = BenchScene::of(vertices);
-    const std::string name = std::string("checked") + "abc"[form.shape] + (form.isShuffled ? "s" : "o");
+    const std::string name = std::string("checked") + "abcd"[form.shape] + (form.isShuffled ? "s" : "o");
     if (scene.mel("objExists " + name) == "0") {
         // One at a time: the largest fill the memory.
         scene.mel("string $old[] = `ls \"checked??\"`; if (size($old) > 0) delete $old; flushUndo");
         SheetShape shape(headSheets(vertices));
         if (form.shape == CheckedForm::kSculpt) sculpt(shape);
-        if (form.shape == CheckedForm::kScan) roughen(shape, vertices);
+        if (form.shape == CheckedForm::kExported) roughen(shape, 1e-6F);
+        if (form.shape == CheckedForm::kScan) {
+            roughen(shape, 2.0F / std::sqrt(static_cast<float>(vertices)));
+        }
         if (form.isShuffled) shape.shuffle(1);
         shape.makeMesh(name);
     }

@@ -122,7 +122,7 @@ void addMirrorRows() {
         return [text](benchmark::State& state, int size) { run(state, size, text); };
     };
     addModuleRow("mirror by position", command("dv_blendShapeMirrorTarget -om headShapeOrig headTargets"),
-                 mirrorByPositionFloor);
+                 mirrorByPositionFloor, kLookUpLimit);
     addModuleRow("mirror by order",
                  command("dv_blendShapeMirrorTarget -om headShapeOrig -ob \"\" headTargets"),
                  mirrorByOrderFloor);

@@ -2,12 +2,14 @@
 
 #include <maya/MFloatPointArray.h>
 #include <maya/MFnMesh.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -55,8 +57,9 @@ std::string python() {
 
 Found findByScipy(const std::string& interpreter, const MDagPath& mesh) {
     const std::filesystem::path folder = std::filesystem::temp_directory_path();
-    const std::string input = (folder / "delvenBenchPoints").string();
-    const std::string output = (folder / "delvenBenchPartners").string();
+    const std::string unique = std::to_string(getpid());
+    const std::string input = (folder / ("delvenBenchPoints" + unique)).string();
+    const std::string output = (folder / ("delvenBenchPartners" + unique)).string();
     MFloatPointArray points;
     MFnMesh(mesh).getPoints(points);
     {
@@ -106,9 +109,10 @@ void printScipyTable() {
             for (std::size_t k = 0; k < std::min(ours.partners.size(), theirs.partners.size()); ++k)
                 differences += ours.partners[k] != theirs.partners[k] ? 1 : 0;
             const double ratio = ours.seconds / theirs.seconds;
-            std::printf("%-28s %10d %12.3f %12.3f %6.2f%s %12d\n", form.name().c_str(), size,
+            std::printf("%-28s %10d %12.3f %12.3f %6.2f%s %12d%s\n", form.name().c_str(), size,
                         ours.seconds * 1e3, theirs.seconds * 1e3, ratio,
-                        size == kSizes.back() && ratio > kLimit ? " !" : "  ", differences);
+                        size == kSizes.back() && ratio > kLimit ? " !" : "  ", differences,
+                        differences != 0 ? " !" : "");
         }
     }
 }

@@ -101,16 +101,17 @@ void editByScript(benchmark::State& state, int size, const char* newWeight) {
 }  // namespace
 
 void addWeightRows() {
-    const auto add = [](const char* name, const char* arguments, Beside beside, bool writes) {
+    const auto add = [](const char* name, const char* arguments, Beside beside, bool writes,
+                        double limit = 1.5) {
         addModuleRow(
             name, [arguments](benchmark::State& state, int size) { edit(state, size, arguments); },
             [beside, writes](benchmark::State& state, int size) { editFloor(state, size, beside, writes); },
-            1.5);
+            limit);
     };
     add("invert weights", "-iv", Beside::kNothing, true);
     add("flush weights", "-fl 0.5", Beside::kNothing, true);
     add("delete weights", "-del", Beside::kNothing, false);
-    add("flip weights by position", "-flp", Beside::kPartners, true);
+    add("flip weights by position", "-flp", Beside::kPartners, true, kLookUpLimit);
     add("flip weights by order", "-flp -ob \"\"", Beside::kMap, true);
     add("freeze weights", "-f", Beside::kDeltas, false);
     const auto addScript = [](const char* name, const char* arguments, const char* newWeight) {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "symmetry/pointGrid.h"
+#include "symmetry/plainPoints.h"
 
 /// Vertices by their places, to find the one whose mirror image is exactly at a point. No host types.
 ///

@@ -1,5 +1,6 @@
 #include "symmetry/mirroredMesh.h"
 
+#include <maya/MFloatPoint.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnMesh.h>
 #include <maya/MGlobal.h>
@@ -8,16 +9,20 @@
 #include <maya/MPlug.h>
 #include <maya/MPoint.h>
 
+#include <cstddef>
+
 #include "scene/aliveObject.h"
 #include "scene/guardEntry.h"
 #include "symmetry/partnerLookup.h"
 
-MirroredMesh::MirroredMesh(const MDagPath& mesh, int axis, double tolerance, const MFloatPointArray& points,
-                           const IndexLists& faces)
-    : mesh_(mesh), tolerance_(tolerance), points_(points), faces_(faces), mirroredPoints_(points) {
-    for (unsigned int k = 0; k < mirroredPoints_.length(); ++k) {
-        float& coordinate = mirroredPoints_[k][static_cast<unsigned int>(axis)];
-        coordinate = -coordinate;
+MirroredMesh::MirroredMesh(const MDagPath& mesh, int axis, double tolerance,
+                           const std::vector<PlainPoint>& points, const IndexLists& faces)
+    : mesh_(mesh), tolerance_(tolerance), points_(points), faces_(faces) {
+    mirroredPoints_.setLength(static_cast<unsigned int>(points.size()));
+    for (unsigned int vertex = 0; vertex < mirroredPoints_.length(); ++vertex) {
+        MFloatPoint image(points[vertex].data());
+        image[static_cast<unsigned int>(axis)] *= -1.0F;
+        mirroredPoints_[vertex] = image;
     }
 }
 
@@ -42,8 +47,9 @@ void MirroredMesh::leaveInScene() {
 }
 
 MStatus MirroredMesh::findPartner(int vertex, int& partner) const {
-    if (vertex < 0 || static_cast<unsigned int>(vertex) >= points_.length()) return MS::kInvalidParameter;
-    const MPoint point(points_[static_cast<unsigned int>(vertex)]);
+    if (vertex < 0 || static_cast<std::size_t>(vertex) >= points_.size()) return MS::kInvalidParameter;
+    const PlainPoint& place = points_[static_cast<std::size_t>(vertex)];
+    const MPoint point(place[0], place[1], place[2], place[3]);
     MPointOnMesh closest;
     const MStatus status = intersector_.getClosestPoint(point, closest);
     if (!status) return status;

@@ -6,7 +6,10 @@
 #include <maya/MObjectHandle.h>
 #include <maya/MStatus.h>
 
+#include <vector>
+
 #include "symmetry/meshTopology.h"
+#include "symmetry/plainPoints.h"
 
 /// The mirror image of a mesh, and the search for mirror partners by position on it.
 ///
@@ -20,7 +23,7 @@ class MirroredMesh {
     /// @param tolerance  distance up to which two points count as equal, in object space
     /// @param points     of the mesh, in object space
     /// @param faces      per face of the mesh: its corners. Must outlive this object, like the points
-    MirroredMesh(const MDagPath& mesh, int axis, double tolerance, const MFloatPointArray& points,
+    MirroredMesh(const MDagPath& mesh, int axis, double tolerance, const std::vector<PlainPoint>& points,
                  const IndexLists& faces);
     ~MirroredMesh();
     MirroredMesh(const MirroredMesh&) = delete;
@@ -42,7 +45,7 @@ class MirroredMesh {
   private:
     MDagPath mesh_;
     double tolerance_;
-    const MFloatPointArray& points_;
+    const std::vector<PlainPoint>& points_;
     const IndexLists& faces_;
     MFloatPointArray mirroredPoints_;
     MObjectHandle image_;

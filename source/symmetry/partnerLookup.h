@@ -1,9 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "symmetry/meshTopology.h"
-#include "symmetry/pointGrid.h"
+#include "symmetry/plainPoints.h"
 
 /// Mirror partners by position, as far as they follow from the positions alone. No host types.
 ///
@@ -26,11 +27,12 @@ constexpr int kNoPartner = -1;
 constexpr int kUndecided = -2;
 
 /// The partners of the listed vertices. A partner or kNoPartner is what the host would find, whichever of
-/// several equally close faces it takes. One exception: where a face touches a vertex of the image without
-/// having it as a corner, the host may take that face, and find nothing.
+/// several equally close faces it takes. One exception: where a face touches the image of a partner without
+/// having it as a corner, or comes closer than the host can measure, the host may take that face, and find
+/// nothing or another of its corners.
 ///
-/// Linear cost, and at most 60 bytes a vertex. Where points crowd together so much that it would cost more,
-/// the vertices concerned are undecided.
+/// Linear cost, except that the corners of a face are sorted if they are many, and at most 60 bytes a vertex.
+/// Where points crowd together so much that it would cost more, the vertices there are undecided.
 /// @param asked  may be in any order; numbers that are not vertices have no partner
 /// @return one answer per listed vertex: the partner, kNoPartner or kUndecided
 std::vector<int> lookUpPartners(const PartnerSpace& space, const std::vector<int>& asked);

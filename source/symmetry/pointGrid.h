@@ -4,59 +4,45 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
-/// No host types: everything works on plain numbers.
+#include "symmetry/plainPoints.h"
 
-/// A point as the host's arrays hold it: x, y, z, and a fourth number that does not count.
-using PlainPoint = std::array<float, 4>;
-
-/// A box along the axes. Its sides belong to it.
-struct PlainBox {
-    std::array<double, 3> minimum;
-    std::array<double, 3> maximum;
-
-    void expand(const PlainPoint& point) {
-        for (std::size_t axis = 0; axis < 3; ++axis) {
-            minimum[axis] = std::min<double>(minimum[axis], point[axis]);
-            maximum[axis] = std::max<double>(maximum[axis], point[axis]);
-        }
-    }
-    /// @param point  three coordinates, or more that do not count
-    template <class Point>
-    bool contains(const Point& point) const {
-        // Not with &&: whether a point is inside cannot be foreseen, so branches would cost more.
-        bool isInside = true;
-        for (std::size_t axis = 0; axis < 3; ++axis)
-            isInside &= (point[axis] >= minimum[axis]) & (point[axis] <= maximum[axis]);
-        return isInside;
-    }
-};
-
-/// Points in the cells of a regular grid, to find those in a box.
+/// Points in the cells of a regular grid, to find those in a box. No host types.
 ///
-/// Cells are kept by a hash of their place, so memory depends on the number of points only: 24 bytes a point.
-/// Where points crowd together, a visit takes long. It returns what it cost, so that the caller can give up.
+/// Cells are kept by a hash of their place, so memory depends on the number of points only: at most 25 bytes
+/// a point. Cells in which points crowd are not searched, so that a visit has a limit. They are noted
+/// instead.
 class PointGrid {
   public:
     /// Linear cost.
-    /// @param points  finite
-    /// @param cell    edge length of a cell. Cells are longer if the points are so far from the origin that
-    ///                such cells could not be counted
-    PointGrid(const std::vector<PlainPoint>& points, double cell);
+    /// @param pointAt  gives the point of a number below count; finite, and the same each time
+    /// @param cell     edge length of a cell. Cells are longer if the points are so far from the origin that
+    ///                 such cells could not be counted
+    template <class PointAt>
+    PointGrid(std::size_t count, const PointAt& pointAt, double cell);
 
-    /// Calls visit(k) for each points[k] in the box, once, in no particular order.
-    /// @return the number of points and cells that were looked at
+    /// Calls visit(number) for each point in a box, once, in no particular order.
+    /// @param box  its sides are no longer than a cell
     template <class Visit>
-    std::size_t visit(const PlainBox& box, const Visit& visit) const;
+    void visit(const PlainBox& box, const Visit& visit);
+
+    /// Calls visit(number) for each point that visits may have missed, because it is in a crowded cell.
+    template <class Visit>
+    void visitMissed(const Visit& visit) const;
 
   private:
+    /// Points in a cell, above which it is crowded.
+    static constexpr std::uint32_t kCrowd = 512;
+
     using Cell = std::array<std::int64_t, 3>;
     struct Entry {
         std::array<float, 3> point;
-        int number;  // in the list of points
+        int number;
     };
 
+    void setCell(double cell);
     std::int64_t cellAlong(double coordinate) const;
     template <class Point>
     Cell cellOf(const Point& point) const {
@@ -64,11 +50,12 @@ class PointGrid {
     }
     std::size_t bucketOf(const Cell& cell) const;
 
-    PlainBox bounds_;  // of the points
+    PlainBox bounds_;
     double cellsPerUnit_ = 1.0;
     unsigned int shift_ = 63;            // of a hash, to get a bucket
     std::vector<std::uint32_t> starts_;  // per bucket: its first entry; one more for the end
     std::vector<Entry> entries_;
+    std::vector<bool> isMissed_;  // per bucket: it is crowded, and a visit came to it
 };
 
 inline std::int64_t PointGrid::cellAlong(double coordinate) const {
@@ -86,34 +73,59 @@ inline std::size_t PointGrid::bucketOf(const Cell& cell) const {
     return static_cast<std::size_t>(hash >> shift_);
 }
 
+template <class PointAt>
+PointGrid::PointGrid(std::size_t count, const PointAt& pointAt, double cell) {
+    constexpr double kFar = std::numeric_limits<double>::infinity();
+    PlainBox bounds{{kFar, kFar, kFar}, {-kFar, -kFar, -kFar}};
+    for (std::size_t number = 0; number < count; ++number)
+        bounds.expand(pointAt(number));
+    bounds_ = bounds;
+    std::size_t bucketCount = 2;
+    for (; bucketCount < count; bucketCount *= 2)
+        --shift_;
+    starts_.assign(bucketCount + 1, 0);
+    isMissed_.assign(bucketCount, false);
+    if (count == 0) return;
+    setCell(cell);
+    for (std::size_t number = 0; number < count; ++number)
+        ++starts_[bucketOf(cellOf(pointAt(number)))];
+    // The ends of the buckets, from which they are filled backward.
+    std::uint32_t end = 0;
+    for (std::uint32_t& start : starts_) {
+        end += start;
+        start = end;
+    }
+    entries_.resize(count);
+    for (std::size_t number = count; number-- > 0;) {
+        const PlainPoint point = pointAt(number);
+        entries_[--starts_[bucketOf(cellOf(point))]] = {{point[0], point[1], point[2]},
+                                                        static_cast<int>(number)};
+    }
+}
+
 template <class Visit>
-std::size_t PointGrid::visit(const PlainBox& box, const Visit& visit) const {
+void PointGrid::visit(const PlainBox& box, const Visit& visit) {
     Cell first;
     Cell last;
-    double cellCount = 1.0;
     for (std::size_t axis = 0; axis < 3; ++axis) {
         // Inside the bounds, so that the cells can be counted.
         const double minimum = std::max(box.minimum[axis], bounds_.minimum[axis]);
         const double maximum = std::min(box.maximum[axis], bounds_.maximum[axis]);
-        if (!(minimum <= maximum)) return 1;
+        if (!(minimum <= maximum)) return;
         first[axis] = cellAlong(minimum);
         last[axis] = cellAlong(maximum);
-        cellCount *= static_cast<double>(last[axis] - first[axis] + 1);
     }
-    if (cellCount > static_cast<double>(entries_.size())) {
-        for (const Entry& entry : entries_) {
-            if (box.contains(entry.point)) visit(entry.number);
-        }
-        return entries_.size();
-    }
-    std::size_t cost = 0;
     Cell cell;
     for (cell[0] = first[0]; cell[0] <= last[0]; ++cell[0]) {
         for (cell[1] = first[1]; cell[1] <= last[1]; ++cell[1]) {
             for (cell[2] = first[2]; cell[2] <= last[2]; ++cell[2]) {
                 const std::size_t bucket = bucketOf(cell);
-                cost += 1 + starts_[bucket + 1] - starts_[bucket];
-                for (std::uint32_t at = starts_[bucket]; at < starts_[bucket + 1]; ++at) {
+                const std::uint32_t end = starts_[bucket + 1];
+                if (end - starts_[bucket] > kCrowd) {
+                    isMissed_[bucket] = true;
+                    continue;
+                }
+                for (std::uint32_t at = starts_[bucket]; at < end; ++at) {
                     const Entry& entry = entries_[at];
                     // Cells of the box may share a bucket; each finds its own points.
                     if (box.contains(entry.point) && cellOf(entry.point) == cell) visit(entry.number);
@@ -121,5 +133,13 @@ std::size_t PointGrid::visit(const PlainBox& box, const Visit& visit) const {
             }
         }
     }
-    return cost;
+}
+
+template <class Visit>
+void PointGrid::visitMissed(const Visit& visit) const {
+    for (std::size_t bucket = 0; bucket < isMissed_.size(); ++bucket) {
+        if (!isMissed_[bucket]) continue;
+        for (std::uint32_t at = starts_[bucket]; at < starts_[bucket + 1]; ++at)
+            visit(entries_[at].number);
+    }
 }

@@ -1,11 +1,8 @@
 #include "symmetry/positionCheck.h"
 
-#include <maya/MFloatPointArray.h>
 #include <maya/MFnMesh.h>
 #include <maya/MGlobal.h>
 #include <maya/MItMeshEdge.h>
-#include <maya/MPoint.h>
-#include <maya/MVector.h>
 
 #include <algorithm>
 #include <cmath>
@@ -36,12 +33,12 @@ struct Neighbours {
 
 /// Edge by edge, so that each edge is measured once.
 Neighbours gatherNeighbours(const PositionPartners& search) {
-    const MFloatPointArray& points = search.points();
-    const unsigned int count = points.length();
-    const auto axis = static_cast<unsigned int>(search.axis());
+    const std::vector<PlainPoint>& points = search.points();
+    const std::size_t count = points.size();
+    const auto axis = static_cast<std::size_t>(search.axis());
     Neighbours result;
     result.sides.reserve(count);
-    for (unsigned int vertex = 0; vertex < count; ++vertex)
+    for (std::size_t vertex = 0; vertex < count; ++vertex)
         result.sides.push_back(planeSide(points[vertex][axis]));
     result.sidesMet.assign(count, 0);
     result.squaredDistance.assign(count, std::numeric_limits<double>::infinity());
@@ -52,9 +49,9 @@ Neighbours gatherNeighbours(const PositionPartners& search) {
     for (int k = 0; k < edgeCount; ++k, edge.next()) {
         const int a = edge.index(0);
         const int b = edge.index(1);
-        const MVector along =
-            MPoint(points[static_cast<unsigned int>(b)]) - MPoint(points[static_cast<unsigned int>(a)]);
-        const double squared = along * along;
+        const PlainVector along =
+            difference(points[static_cast<std::size_t>(b)], points[static_cast<std::size_t>(a)]);
+        const double squared = dot(along, along);
         result.add(a, b, squared);
         result.add(b, a, squared);
     }
@@ -75,7 +72,7 @@ MStatus checkPositions(PositionPartners& search, int targetSide, const std::vect
                        SymmetryFindings& findings) {
     std::vector<int> vertices(restricted);
     if (vertices.empty()) {
-        vertices.resize(search.points().length());
+        vertices.resize(search.points().size());
         std::iota(vertices.begin(), vertices.end(), 0);
     }
     const Neighbours neighbours = gatherNeighbours(search);

@@ -1,10 +1,13 @@
 #include "symmetry/positionPartners.h"
 
+#include <maya/MFloatPoint.h>
+#include <maya/MFloatPointArray.h>
 #include <maya/MFnMesh.h>
 #include <maya/MFnTransform.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "symmetry/symmetryMesh.h"
 
@@ -16,15 +19,29 @@ double meanScale(const MDagPath& mesh) {
     return (scale[0] + scale[1] + scale[2]) / 3.0;
 }
 
+std::vector<PlainPoint> plainPoints(const MDagPath& mesh) {
+    MFloatPointArray points;
+    MFnMesh(mesh).getPoints(points, MSpace::kObject);
+    std::vector<PlainPoint> result(points.length());
+    for (unsigned int vertex = 0; vertex < points.length(); ++vertex) {
+        const MFloatPoint& point = points[vertex];
+        result[vertex] = {point.x, point.y, point.z, point.w};
+    }
+    return result;
+}
+
 }  // namespace
 
 PositionPartners::PositionPartners(const MDagPath& mesh, int axis, double tolerance)
-    : mesh_(mesh), axis_(axis), tolerance_(tolerance / meanScale(mesh)), faces_(gatherCorners(mesh)) {
-    MFnMesh(mesh_).getPoints(points_, MSpace::kObject);
-}
+    : mesh_(mesh),
+      axis_(axis),
+      tolerance_(tolerance / meanScale(mesh)),
+      points_(plainPoints(mesh)),
+      faces_(gatherCorners(mesh)) {}
 
 MStatus PositionPartners::find(const std::vector<int>& vertices, std::vector<int>& partners) {
-    std::vector<int> found = lookUp(vertices);
+    std::vector<int> found =
+        lookUpPartners({points_, faces_, static_cast<std::size_t>(axis_), tolerance_}, vertices);
     const bool isComplete = std::find(found.begin(), found.end(), kUndecided) == found.end();
     // A mesh without faces is an error to the host, whatever is asked.
     if (!isComplete || faces_.size() == 0) {
@@ -37,15 +54,6 @@ MStatus PositionPartners::find(const std::vector<int>& vertices, std::vector<int
     }
     partners = std::move(found);
     return MS::kSuccess;
-}
-
-std::vector<int> PositionPartners::lookUp(const std::vector<int>& vertices) const {
-    std::vector<PlainPoint> points(points_.length());
-    for (unsigned int vertex = 0; vertex < points_.length(); ++vertex) {
-        const MFloatPoint& point = points_[vertex];
-        points[vertex] = {point.x, point.y, point.z, 0.0F};
-    }
-    return lookUpPartners({points, faces_, static_cast<std::size_t>(axis_), tolerance_}, vertices);
 }
 
 void PositionPartners::leaveCopyInScene() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <maya/MDagPath.h>
-#include <maya/MFloatPointArray.h>
 #include <maya/MStatus.h>
 
 #include <optional>
@@ -27,11 +26,11 @@ class PositionPartners {
     const MDagPath& mesh() const { return mesh_; }
     int axis() const { return axis_; }
     /// The points of the mesh in object space.
-    const MFloatPointArray& points() const { return points_; }
+    const std::vector<PlainPoint>& points() const { return points_; }
 
     /// Finds the partners of the listed vertices.
     /// @param partners  one entry per vertex: its partner, kNoPartner, or kUndecided if the host finds no
-    ///                  closest face for it or has no such vertex
+    ///                  closest face for it. A number that is no vertex has no partner
     /// @return a failure if the host cannot make its structure for closest faces, for example for a mesh
     ///         without faces; the partners are then not set
     MStatus find(const std::vector<int>& vertices, std::vector<int>& partners);
@@ -40,12 +39,10 @@ class PositionPartners {
     void leaveCopyInScene();
 
   private:
-    std::vector<int> lookUp(const std::vector<int>& vertices) const;
-
     MDagPath mesh_;
     int axis_;
     double tolerance_;  // in object space
-    MFloatPointArray points_;
+    std::vector<PlainPoint> points_;
     IndexLists faces_;
     std::optional<MirroredMesh> image_;
 };
