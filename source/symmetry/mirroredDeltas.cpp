@@ -12,11 +12,12 @@ namespace {
 
 class Mirror {
   public:
-    Mirror(const MirrorRule& rule, const MFloatPointArray& positions)
+    Mirror(const MirrorRule& rule, const MFloatPointArray& positions, MirroredDeltas& result)
         : rule_(rule),
           axis_(static_cast<unsigned int>(rule.axis)),
           positions_(positions),
-          isWritten_(positions.length(), 0) {}
+          isWritten_(positions.length(), 0),
+          result_(result) {}
 
     void add(int vertex, const MPoint& delta, int partner) {
         if (!isOnMesh(vertex)) {
@@ -39,13 +40,13 @@ class Mirror {
         }
     }
 
-    MirroredDeltas take() {
+    /// Adds what the source side keeps. To be called last.
+    void addOwn() {
         for (unsigned int k = 0; k < own_.vertices.length(); ++k) {
             const int vertex = own_.vertices[k];
             if (isOnMesh(vertex) && isWritten_[static_cast<std::size_t>(vertex)] != 0) continue;
             write(vertex, own_.points[k]);
         }
-        return result_;
     }
 
   private:
@@ -74,15 +75,17 @@ class Mirror {
     const MFloatPointArray& positions_;
     std::vector<char> isWritten_;  // per vertex of the mesh
     TargetDeltas own_;             // what the source side keeps if it receives no delta
-    MirroredDeltas result_;
+    MirroredDeltas& result_;
 };
 
 }  // namespace
 
 MirroredDeltas mirrorDeltas(const MirrorRule& rule, const TargetDeltas& source, const MIntArray& partners,
                             const MFloatPointArray& positions) {
-    Mirror mirror(rule, positions);
+    MirroredDeltas result;
+    Mirror mirror(rule, positions, result);
     for (unsigned int k = 0; k < partners.length(); ++k)
         mirror.add(source.vertices[k], source.pointAt(k), partners[k]);
-    return mirror.take();
+    mirror.addOwn();
+    return result;
 }
