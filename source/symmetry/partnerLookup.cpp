@@ -20,8 +20,11 @@ constexpr double kMargin = 1e-6;
 /// measure in single precision.
 constexpr double kPrecision = 1e-5;
 
+/// A number that is larger, in single precision. Infinity for what does not fit.
 float roundedUp(double value) {
-    return std::nextafter(static_cast<float>(value), std::numeric_limits<float>::infinity());
+    using Limits = std::numeric_limits<float>;
+    const double fitting = std::min<double>(value, Limits::max());
+    return std::nextafter(static_cast<float>(fitting), Limits::infinity());
 }
 
 class Lookup {
@@ -37,11 +40,12 @@ class Lookup {
     }
 
     std::vector<int> answers() {
-        const bool isAble = std::isfinite(reach_) && space_.tolerance > 0.0 && hasSurface();
-        if (isAble) lookUpPlaces();
-        if (isAble) lookAround();
-        judgeFaces();
-        judgeNear();
+        if (std::isfinite(reach_) && space_.tolerance > 0.0 && hasSurface()) {
+            lookUpPlaces();
+            lookAround();
+            judgeFaces();
+            judgeNear();
+        }
         judgeAnswers();
         return std::move(answers_);
     }

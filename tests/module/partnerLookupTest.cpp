@@ -149,7 +149,7 @@ class PartnersOfEveryMesh : public ::testing::TestWithParam<zoo::NamedMesh> {};
 
 TEST_P(PartnersOfEveryMesh, AreWhatTheHostMayFind) {
     const Mesh& mesh = GetParam().mesh;
-    for (const double tolerance : {1e-30, 1e-6, 0.001, 0.1, 0.6, 2.5, 1e30}) {
+    for (const double tolerance : {0.0, 1e-30, 1e-6, 0.001, 0.1, 0.6, 2.5, 1e30, 1e300}) {
         for (int axis = 0; axis < 3; ++axis)
             expectPossible(mesh, axis, tolerance, "as it is");
     }

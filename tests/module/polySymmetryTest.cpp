@@ -136,6 +136,18 @@ TEST_F(PolySymmetry, TheToleranceIsMeasuredOutsideTheTransform) {
     EXPECT_EQ(checked("-tol 0.0082 base"), 1);
 }
 
+TEST_F(PolySymmetry, CopiesTheMeshOnlyWherePositionsDoNotTellThePartners) {
+    add(twoQuads());
+    const auto nodesChanged = [this](const std::string& tolerance) {
+        const auto before = scene_.graph().nameVersion();
+        EXPECT_EQ(checked("-tol " + tolerance + " base"), 1);
+        return scene_.graph().nameVersion() != before;
+    };
+    EXPECT_FALSE(nodesChanged("0.001"));
+    // All corners of a face are at one place.
+    EXPECT_TRUE(nodesChanged("3"));
+}
+
 TEST_F(PolySymmetry, SuggestsATenthOfTheShortestDistance) {
     add(meshOf({-1, 0, 0, 0, 0, 0, 0.5F, 0, 0, 2, 0, 0, -1, 0, 3, 0, 0, 3, 0.5F, 0, 3, 2, 0, 3},
                {{0, 4, 5, 1}, {1, 5, 6, 2}, {2, 6, 7, 3}}));
