@@ -203,6 +203,10 @@ class Lookup {
         double farthest = 0.0;
         for (const Near& pair : near_)
             farthest = std::max<double>(farthest, pair.distance);
+        if (std::isinf(farthest)) {  // no cell is as large
+            near_.clear();
+            return;
+        }
         std::vector<std::int16_t> levels;  // per face: its size lies between this power of two and the next
         std::set<std::int16_t> used;
         levels.reserve(static_cast<std::size_t>(space_.faces.size()));

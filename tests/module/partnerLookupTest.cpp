@@ -313,6 +313,13 @@ Mesh disc() {
     std::iota(corners.begin(), corners.end(), 0);
     return host::geometry::createMesh(points, {2 * kHalf}, corners).mesh;
 }
+/// One image within the tolerance, but farther than single precision can say.
+Mesh largestNumbers() {
+    constexpr float kLarge = 3e38F;
+    return host::geometry::createMesh({-kLarge, -5e37F, 0, kLarge, kLarge, 0, kLarge, -kLarge, kLarge}, {3},
+                                      {0, 1, 2})
+        .mesh;
+}
 Mesh twoInOnePlace() {
     return uniteMeshes({zoo::openGrid(), zoo::openGrid()}).mesh;
 }
@@ -332,6 +339,7 @@ INSTANTIATE_TEST_SUITE_P(
         Shape{"denseEyes", denseEyes, 0.001, true}, Shape{"narrowFaces", narrowFaces, 0.001, true},
         Shape{"discOfCloseCorners", disc, 0.07, false}, Shape{"discOfLargeTolerance", disc, 1.5, false},
         Shape{"gridOfLargeTolerance", [] { return zoo::openGrid(); }, 1.0, false},
+        Shape{"largestNumbers", largestNumbers, 4e38, false},
         Shape{"twoInOnePlace", twoInOnePlace, 0.001, false},
         Shape{"negativeTolerance", zoo::shuffledHead, -0.001, false}),
     [](const auto& test) { return test.param.name; });
