@@ -77,7 +77,7 @@ void lookUp(benchmark::State& state, int size, const CheckedForm& form) {
         name = wanted;
     }
     state.ResumeTiming();
-    const PartnerSpace space{input->points, input->faces, 0, kPartnerTolerance};
+    const PartnerSpace space{{input->points, input->faces}, 0, kPartnerTolerance};
     benchmark::DoNotOptimize(lookUpPartners(space, input->all));
 }
 

@@ -46,7 +46,8 @@ declare -A known_module_rooms=(
 )
 # What works on plain arrays and text: patterns of files below source/.
 plain_files=("files/*" "symmetry/meshTopology.*" "symmetry/symmetryShells.*" "symmetry/mirrorPlaces.*"
-    "symmetry/partnerLookup.*" "symmetry/plainPoints.*" "symmetry/pointGrid.*" "regions/regionWeights.*" "regions/regionColors.*"
+    "symmetry/cornerTraits.*" "symmetry/nearPairs.*" "symmetry/partnerLookup.*" "symmetry/plainPoints.*"
+    "symmetry/pointGrid.*" "regions/regionWeights.*" "regions/regionColors.*"
     "regions/regionFile.*" "weights/weightFile.*")
 parsing_headers=" maya/MArgDatabase.h maya/MArgList.h maya/MArgParser.h maya/MSyntax.h "
 

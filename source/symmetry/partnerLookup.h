@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <vector>
 
-#include "symmetry/meshTopology.h"
 #include "symmetry/plainPoints.h"
 
 /// Mirror partners by position, as far as they follow from the positions alone. No host types.
@@ -15,10 +14,9 @@
 
 /// A mesh, the axis of its mirror plane and a tolerance. Refers to what the caller owns.
 struct PartnerSpace {
-    const std::vector<PlainPoint>& points;  // per vertex, in object space
-    const IndexLists& faces;                // per face: its corners
-    std::size_t axis;                       // 0, 1 or 2: the coordinate that changes its sign
-    double tolerance;                       // in object space; may be infinite, negative or not a number
+    PlainMesh mesh;    // in object space
+    std::size_t axis;  // 0, 1 or 2: the coordinate that changes its sign
+    double tolerance;  // in object space; may be infinite, negative or not a number
 };
 
 /// The answer for a vertex that has no partner.

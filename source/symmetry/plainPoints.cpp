@@ -2,14 +2,17 @@
 
 #include <limits>
 
+float roundedUp(double value) {
+    using Limits = std::numeric_limits<float>;
+    const double fitting = std::min<double>(value, Limits::max());
+    return std::nextafter(static_cast<float>(fitting), Limits::infinity());
+}
+
 /// Frank and Wolfe's search for the point of a convex hull that is closest to the origin. `nearest` is a
 /// point of the hull. The plane through the corner that is foremost against it bounds the hull.
-bool isFartherThan(double distance, const PlainPoint& point, IndexRange corners,
-                   const std::vector<PlainPoint>& points) {
+bool isFartherThan(double distance, const PlainPoint& point, const PlainMesh& mesh, IndexRange corners) {
     constexpr int kSteps = 32;
-    const auto placeOf = [&](int corner) {
-        return difference(points[static_cast<std::size_t>(corner)], point);
-    };
+    const auto placeOf = [&](int corner) { return difference(mesh.point(corner), point); };
     PlainVector nearest{};
     for (const int corner : corners) {
         const PlainVector place = placeOf(corner);

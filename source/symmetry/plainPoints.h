@@ -75,8 +75,30 @@ struct PlainBox {
     }
 };
 
-/// Whether a point is farther than a distance from all that lies between the corners of a face, in whatever
-/// triangles the face is divided. False also if this is not found in a few steps.
-/// @param points  per vertex; finite at the corners
-bool isFartherThan(double distance, const PlainPoint& point, IndexRange corners,
-                   const std::vector<PlainPoint>& points);
+/// A mesh as plain arrays. Refers to what somebody else owns.
+struct PlainMesh {
+    const std::vector<PlainPoint>& points;  // per vertex
+    const IndexLists& faces;                // per face: its corners
+
+    bool has(int vertex) const { return vertex >= 0 && static_cast<std::size_t>(vertex) < points.size(); }
+    const PlainPoint& point(int vertex) const { return points[static_cast<std::size_t>(vertex)]; }
+    bool areFinite(IndexRange corners) const {
+        return std::all_of(corners.begin(), corners.end(),
+                           [this](int corner) { return isFinite(point(corner)); });
+    }
+    /// @param corners  one at least
+    PlainBox boxOf(IndexRange corners) const {
+        PlainBox box = PlainBox::at(point(corners[0]));
+        for (const int corner : corners)
+            box.expand(point(corner));
+        return box;
+    }
+};
+
+/// A number in single precision that is larger. Infinity for what does not fit.
+float roundedUp(double value);
+
+/// Whether a point is farther than a distance from all that lies between some corners of a mesh, in whatever
+/// triangles it is divided. False also if this is not found in a few steps.
+/// @param corners  finite, one at least
+bool isFartherThan(double distance, const PlainPoint& point, const PlainMesh& mesh, IndexRange corners);

@@ -41,7 +41,7 @@ PositionPartners::PositionPartners(const MDagPath& mesh, int axis, double tolera
 
 MStatus PositionPartners::find(const std::vector<int>& vertices, std::vector<int>& partners) {
     std::vector<int> found =
-        lookUpPartners({points_, faces_, static_cast<std::size_t>(axis_), tolerance_}, vertices);
+        lookUpPartners({{points_, faces_}, static_cast<std::size_t>(axis_), tolerance_}, vertices);
     const bool isComplete = std::find(found.begin(), found.end(), kUndecided) == found.end();
     // A mesh without faces is an error to the host, whatever is asked.
     if (!isComplete || faces_.size() == 0) {

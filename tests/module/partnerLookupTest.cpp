@@ -45,7 +45,7 @@ struct Flat {
     }
 
     std::vector<int> answers(int axis, double tolerance) const {
-        return lookUpPartners({points, faces, static_cast<std::size_t>(axis), tolerance}, all);
+        return lookUpPartners({{points, faces}, static_cast<std::size_t>(axis), tolerance}, all);
     }
 
     std::vector<PlainPoint> points;
@@ -140,7 +140,7 @@ int expectPossible(const Mesh& mesh, int axis, double tolerance, const std::stri
                 << " got " << answer << " and not " << ::testing::PrintToString(possible);
         }
     }
-    const PartnerSpace space{flat.points, flat.faces, static_cast<std::size_t>(axis), tolerance};
+    const PartnerSpace space{{flat.points, flat.faces}, static_cast<std::size_t>(axis), tolerance};
     EXPECT_EQ(lookUpPartners(space, some), answersForSome) << what;
     return decided;
 }
@@ -441,7 +441,7 @@ TEST(PointGrid, FindsWhatComparingAllPointsFinds) {
 
 TEST(PartnerLookup, AnswersInTheOrderAskedAndForNumbersThatAreNoVertices) {
     const Flat flat(zoo::cube());
-    const PartnerSpace space{flat.points, flat.faces, 0, 0.001};
+    const PartnerSpace space{{flat.points, flat.faces}, 0, 0.001};
     const std::vector<int> all = lookUpPartners(space, flat.all);
     EXPECT_EQ(lookUpPartners(space, {7, 99, 0, -1, 7}),
               (std::vector<int>{all[7], kNoPartner, all[0], kNoPartner, all[7]}));
