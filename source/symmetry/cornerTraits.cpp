@@ -88,20 +88,6 @@ void CornerTraits::judgeManyDistances(IndexRange corners) {
     }
 }
 
-void CornerTraits::judgeDistance(int a, int b) {
-    if (!areClose(a, b)) return;
-    traitsOf(a) |= a == b ? kBroken : kCrowded;
-    if (a != b) traitsOf(b) |= kCrowded;
-}
-
-bool CornerTraits::areClose(int a, int b) const {
-    const PlainPoint& first = mesh_.point(a);
-    const PlainPoint& second = mesh_.point(b);
-    // One by one: that the first axis tells them apart can mostly be foreseen.
-    return std::abs(first[0] - second[0]) <= reach_ && std::abs(first[1] - second[1]) <= reach_ &&
-           std::abs(first[2] - second[2]) <= reach_;
-}
-
 /// Notes how far from the origin the faces of a vertex reach.
 void CornerTraits::noteExtent(IndexRange corners) {
     const float extent = roundedUp(mesh_.boxOf(corners).reach());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <vector>
 
 #include "symmetry/plainPoints.h"
@@ -39,11 +40,21 @@ class CornerTraits {
     void judgeFace(IndexRange corners);
     void judgeDistances(IndexRange corners);
     void judgeManyDistances(IndexRange corners);
-    void judgeDistance(int a, int b);
-    bool areClose(int a, int b) const;
+    void judgeDistance(int a, int b) {
+        if (!areClose(a, b)) return;
+        traitsOf(a) |= a == b ? kBroken : kCrowded;
+        if (a != b) traitsOf(b) |= kCrowded;
+    }
+    bool areClose(int a, int b) const {
+        const PlainPoint& first = mesh_.point(a);
+        const PlainPoint& second = mesh_.point(b);
+        // One by one: that the first axis tells them apart can mostly be foreseen.
+        return std::abs(first[0] - second[0]) <= reach_ && std::abs(first[1] - second[1]) <= reach_ &&
+               std::abs(first[2] - second[2]) <= reach_;
+    }
     void noteExtent(IndexRange corners);
 
-    const PlainMesh& mesh_;
+    const PlainMesh mesh_;
     // In single precision, which takes a third of the time. Longer than the reach by more than the rounding
     // of differences.
     const float reach_;

@@ -85,7 +85,7 @@ class PairJudge {
         return box.grown(farthest_ + kPrecision * box.reach());
     }
 
-    const PlainMesh& mesh_;
+    const PlainMesh mesh_;
     const PointOfNumber& pointOf_;
     std::vector<NearPair>& pairs_;
     double farthest_ = 0.0;             // the largest distance of a pair

@@ -140,7 +140,7 @@ class Lookup {
     }
 
     const PartnerSpace& space_;
-    const PlainMesh& mesh_;
+    const PlainMesh mesh_;
     const std::vector<int>& asked_;
     const double reach_;                            // how far an image may be on one axis and count as near
     std::array<float, 3> signs_{1.0F, 1.0F, 1.0F};  // what the coordinates of an image are multiplied by

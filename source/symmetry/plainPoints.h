@@ -68,10 +68,10 @@ struct PlainBox {
     template <class Point>
     bool contains(const Point& point) const {
         // Not with &&: whether a point is inside cannot be foreseen, so branches would cost more.
-        bool isInside = true;
+        int isInside = 1;
         for (std::size_t axis = 0; axis < 3; ++axis)
-            isInside &= (point[axis] >= minimum[axis]) & (point[axis] <= maximum[axis]);
-        return isInside;
+            isInside &= int{point[axis] >= minimum[axis]} & int{point[axis] <= maximum[axis]};
+        return isInside != 0;
     }
 };
 
