@@ -129,11 +129,10 @@ CallOutcome polySymmetry::applyMap() {
 
 CallOutcome polySymmetry::check() {
     SymmetryFindings findings;
-    std::vector<int> asymmetric;
-    CallOutcome outcome = findPartners(restrictedVertices(), findings, asymmetric);
+    CallOutcome outcome = findPartners(restrictedVertices(), findings);
     if (!outcome.isDone()) return outcome;
-    setResult(asymmetric.empty() ? 1 : 0);
-    if (!addsToMap_) showFindings(asymmetric);
+    setResult(findings.asymmetric.empty() ? 1 : 0);
+    if (!addsToMap_) showFindings(findings.asymmetric);
     MGlobal::setOptionVarValue(kToleranceVariable, findings.neighbourDistance / 10.0);
     return outcome;
 }
@@ -178,8 +177,7 @@ int polySymmetry::firstFace() const {
 }
 
 /// Searches for partners, and writes the map if asked to.
-CallOutcome polySymmetry::findPartners(const std::vector<int>& restricted, SymmetryFindings& findings,
-                                       std::vector<int>& asymmetric) const {
+CallOutcome polySymmetry::findPartners(const std::vector<int>& restricted, SymmetryFindings& findings) const {
     PositionPartners search(mesh_.path(), axisIndex(axis_), tolerance_);
     if (!checkPositions(search, targetSide(), restricted, findings)) {
         // Deliberate: docs/compatibility.md.
@@ -189,7 +187,7 @@ CallOutcome polySymmetry::findPartners(const std::vector<int>& restricted, Symme
     std::vector<int> map;
     CallOutcome outcome = readMap(restricted, map);
     if (!outcome.isDone()) return outcome;
-    asymmetric = enterPartners(findings, map);
+    enterPartners(findings, map);
     if (!addsToMap_) return outcome;
     const MStatus status =
         writeVertexOrderMap(mesh_.path(), MIntArray(map.data(), static_cast<unsigned int>(map.size())));

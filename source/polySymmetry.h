@@ -39,8 +39,7 @@ class polySymmetry : public CommandOf<polySymmetry> {
     std::vector<int> restrictedVertices() const;
     int firstFace() const;
     CallOutcome readMap(const std::vector<int>& restricted, std::vector<int>& map) const;
-    CallOutcome findPartners(const std::vector<int>& restricted, SymmetryFindings& findings,
-                             std::vector<int>& asymmetric) const;
+    CallOutcome findPartners(const std::vector<int>& restricted, SymmetryFindings& findings) const;
     void showFindings(const std::vector<int>& asymmetric) const;
 
     bool addsToMap_ = false;

@@ -3,8 +3,6 @@
 #include <maya/MMatrix.h>
 #include <maya/MObject.h>
 
-#include <algorithm>
-#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -13,14 +11,10 @@ namespace {
 /// Building the host's structure costs about as much as visiting every face this many times.
 constexpr std::size_t kBuildCost = 32;
 
-bool isFinite(const ShellPoint& point) {
-    return std::all_of(point.begin(), point.end(), [](double value) { return std::isfinite(value); });
-}
-
 }  // namespace
 
 ClosestFaceSearch::ClosestFaceSearch(const MDagPath& mesh, const MeshTopology& topology, const Shells& shells,
-                                     const MFloatPointArray& points, std::vector<ShellBox> boxes)
+                                     const MFloatPointArray& points, std::vector<PlainBox> boxes)
     : mesh_(mesh), topology_(topology), shells_(shells), points_(points), boxes_(std::move(boxes)) {}
 
 MStatus ClosestFaceSearch::find(const MPoint& point, int& face) {
@@ -39,7 +33,7 @@ MStatus ClosestFaceSearch::find(const MPoint& point, int& face) {
 
 /// The lowest of the faces around a point, if the point is a corner of all of them. -1 if it is not, or if
 /// the searches have cost too much.
-int ClosestFaceSearch::findAtCorner(const ShellPoint& point) {
+int ClosestFaceSearch::findAtCorner(const PlainVector& point) {
     if (work_ > kBuildCost * static_cast<std::size_t>(topology_.faceCount())) return -1;
     int lowest = -1;
     for (const int shell : boxes_.find(point)) {
@@ -54,21 +48,21 @@ int ClosestFaceSearch::findAtCorner(const ShellPoint& point) {
     return lowest;
 }
 
-ShellPoint ClosestFaceSearch::place(int vertex) const {
+PlainVector ClosestFaceSearch::place(int vertex) const {
     const MFloatPoint& point = points_[static_cast<unsigned int>(vertex)];
     return {point.x, point.y, point.z};
 }
 
-ShellBox ClosestFaceSearch::boxOf(int face) const {
+PlainBox ClosestFaceSearch::boxOf(int face) const {
     constexpr double kFar = std::numeric_limits<double>::infinity();
-    ShellBox box{{kFar, kFar, kFar}, {-kFar, -kFar, -kFar}};
+    PlainBox box{{kFar, kFar, kFar}, {-kFar, -kFar, -kFar}};
     for (const int vertex : topology_.faceVertices(face))
         box.expand(place(vertex));
     return box;
 }
 
 /// False for a face with a corner that is not finite: the host may leave out such a part of the mesh.
-bool ClosestFaceSearch::hasCorner(int face, const ShellPoint& point) const {
+bool ClosestFaceSearch::hasCorner(int face, const PlainVector& point) const {
     bool isCorner = false;
     for (const int vertex : topology_.faceVertices(face)) {
         if (!isFinite(place(vertex))) return false;

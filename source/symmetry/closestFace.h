@@ -23,16 +23,16 @@ class ClosestFaceSearch {
     /// All references must outlive the search.
     /// @param boxes  one per shell, which contains the shell; no coordinate is NaN
     ClosestFaceSearch(const MDagPath& mesh, const MeshTopology& topology, const Shells& shells,
-                      const MFloatPointArray& points, std::vector<ShellBox> boxes);
+                      const MFloatPointArray& points, std::vector<PlainBox> boxes);
 
     /// @return a failure if the host's structure cannot be built or finds nothing
     MStatus find(const MPoint& point, int& face);
 
   private:
-    int findAtCorner(const ShellPoint& point);
-    ShellPoint place(int vertex) const;
-    ShellBox boxOf(int face) const;
-    bool hasCorner(int face, const ShellPoint& point) const;
+    int findAtCorner(const PlainVector& point);
+    PlainVector place(int vertex) const;
+    PlainBox boxOf(int face) const;
+    bool hasCorner(int face, const PlainVector& point) const;
 
     const MDagPath& mesh_;
     const MeshTopology& topology_;

@@ -42,8 +42,9 @@ class PairJudge {
             const IndexRange corners = finiteCorners(face);
             levels_.push_back(kNoLevel);
             if (corners.size() == 0) continue;
-            const PlainBox box = boxAround(corners);
-            levels_.back() = static_cast<std::int16_t>(std::ilogb(box.side(box.longestAxis())));
+            const PlainBox box = mesh_.boxOf(corners);
+            const double size = box.side(box.longestAxis()) + 2.0 * (farthest_ + marginOf(box));
+            levels_.back() = static_cast<std::int16_t>(std::ilogb(size));
             if (levels_.back() != last) used_.insert(levels_.back());
             last = levels_.back();
         }
@@ -56,9 +57,10 @@ class PairJudge {
         for (int face = 0; face < mesh_.faces.size(); ++face) {
             if (levels_[static_cast<std::size_t>(face)] != level) continue;
             const IndexRange corners = finiteCorners(face);
-            const PlainBox box = boxAround(corners);
-            const double margin = kPrecision * mesh_.boxOf(corners).reach();
-            grid.visit(box, [&](int k) { judgePair(pairs_[static_cast<std::size_t>(k)], corners, margin); });
+            const PlainBox box = mesh_.boxOf(corners);
+            const double margin = marginOf(box);
+            grid.visit(box.grown(farthest_ + margin),
+                       [&](int k) { judgePair(pairs_[static_cast<std::size_t>(k)], corners, margin); });
         }
         grid.visitMissed([&](int k) { pairs_[static_cast<std::size_t>(k)].isAlone = false; });
     }
@@ -79,17 +81,15 @@ class PairJudge {
         return {finite_.data(), finite_.data() + finite_.size()};
     }
 
-    /// A box of all points that a face could be near, as far as the host can tell.
-    PlainBox boxAround(IndexRange corners) const {
-        const PlainBox box = mesh_.boxOf(corners);
-        return box.grown(farthest_ + kPrecision * box.reach());
-    }
+    /// How far the host may be wrong about the distance of a face in a box.
+    static double marginOf(const PlainBox& box) { return kPrecision * box.reach(); }
 
     const PlainMesh mesh_;
     const PointOfNumber& pointOf_;
     std::vector<NearPair>& pairs_;
-    double farthest_ = 0.0;             // the largest distance of a pair
-    std::vector<std::int16_t> levels_;  // per face: its size lies between this power of two and the next
+    double farthest_ = 0.0;  // the largest distance of a pair
+    std::vector<std::int16_t>
+        levels_;  // per face: its size, with what is near, lies between this power of two and the next
     std::set<std::int16_t> used_;
     std::vector<int> finite_;
 };

@@ -14,7 +14,9 @@
 using PlainPoint = std::array<float, 4>;
 using PlainVector = std::array<double, 3>;
 
-inline bool isFinite(const PlainPoint& point) {
+/// @param point  three coordinates, or more that do not count
+template <class Point>
+bool isFinite(const Point& point) {
     return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
 }
 
@@ -28,13 +30,15 @@ inline double dot(const PlainVector& a, const PlainVector& b) {
 
 /// A box along the axes. Its sides belong to it.
 struct PlainBox {
-    PlainVector minimum;
-    PlainVector maximum;
+    PlainVector minimum{};
+    PlainVector maximum{};
 
     static PlainBox at(const PlainPoint& point) {
         return {{point[0], point[1], point[2]}, {point[0], point[1], point[2]}};
     }
-    void expand(const PlainPoint& point) {
+    /// Ignores coordinates that are NaN.
+    template <class Point>
+    void expand(const Point& point) {
         for (std::size_t axis = 0; axis < 3; ++axis) {
             minimum[axis] = std::min<double>(minimum[axis], point[axis]);
             maximum[axis] = std::max<double>(maximum[axis], point[axis]);

@@ -87,19 +87,17 @@ MStatus checkPositions(PositionPartners& search, int targetSide, const std::vect
     return search.find(findings.tested, findings.partners);
 }
 
-std::vector<int> enterPartners(const SymmetryFindings& findings, std::vector<int>& map) {
-    std::vector<int> asymmetric;
+void enterPartners(SymmetryFindings& findings, std::vector<int>& map) {
     for (std::size_t k = 0; k < findings.tested.size(); ++k) {
         const int vertex = findings.tested[k];
         const int partner = findings.partners[k];
         if (partner == kUndecided) {
             MGlobal::displayError("Failed to get closest point.");
         } else if (partner == kNoPartner) {
-            asymmetric.push_back(vertex);
+            findings.asymmetric.push_back(vertex);
         } else {
             map[static_cast<std::size_t>(vertex)] = partner;
             map[static_cast<std::size_t>(partner)] = vertex;
         }
     }
-    return asymmetric;
 }

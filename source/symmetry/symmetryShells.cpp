@@ -33,7 +33,7 @@ class ShellScanner {
 
   private:
     void visit(int vertex, ShellScan& result) {
-        const ShellPoint point = input_.point(vertex);
+        const PlainVector point = input_.point(vertex);
         if (result.vertexCount == 0) result.box = {point, point};
         ++result.vertexCount;
         result.box.expand(point);
@@ -51,16 +51,16 @@ class ShellScanner {
     double smallestDistance_ = -1.0;
 };
 
-ShellPoint mirroredCentre(const ShellBox& box, int axis) {
-    ShellPoint centre;
+PlainVector mirroredCentre(const PlainBox& box, int axis) {
+    PlainVector centre;
     for (std::size_t k = 0; k < 3; ++k)
         centre[k] = box.minimum[k] + (box.maximum[k] - box.minimum[k]) / 2.0;
     centre[at(axis)] *= -1.0;
     return centre;
 }
 
-std::vector<ShellBox> boxesOf(const std::vector<ShellScan>& scans) {
-    std::vector<ShellBox> boxes;
+std::vector<PlainBox> boxesOf(const std::vector<ShellScan>& scans) {
+    std::vector<PlainBox> boxes;
     boxes.reserve(scans.size());
     for (const ShellScan& scan : scans)
         boxes.push_back(scan.box);
@@ -68,13 +68,13 @@ std::vector<ShellBox> boxesOf(const std::vector<ShellScan>& scans) {
 }
 
 /// The axis along which the minima of the boxes are spread most.
-std::size_t widestAxis(const std::vector<ShellBox>& boxes) {
+std::size_t widestAxis(const std::vector<PlainBox>& boxes) {
     std::size_t widest = 0;
     double width = -1.0;
     for (std::size_t axis = 0; axis < 3; ++axis) {
         const auto [first, last] = std::minmax_element(
             boxes.begin(), boxes.end(),
-            [axis](const ShellBox& a, const ShellBox& b) { return a.minimum[axis] < b.minimum[axis]; });
+            [axis](const PlainBox& a, const PlainBox& b) { return a.minimum[axis] < b.minimum[axis]; });
         if (first == boxes.end() || last->minimum[axis] - first->minimum[axis] <= width) continue;
         width = last->minimum[axis] - first->minimum[axis];
         widest = axis;
@@ -84,23 +84,9 @@ std::size_t widestAxis(const std::vector<ShellBox>& boxes) {
 
 }  // namespace
 
-void ShellBox::expand(const ShellPoint& point) {
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        minimum[axis] = std::min(minimum[axis], point[axis]);
-        maximum[axis] = std::max(maximum[axis], point[axis]);
-    }
-}
-
-bool ShellBox::contains(const ShellPoint& point) const {
-    bool isInside = true;
-    for (std::size_t axis = 0; axis < 3; ++axis)
-        isInside &= minimum[axis] <= point[axis] && point[axis] <= maximum[axis];
-    return isInside;
-}
-
-BoxIndex::BoxIndex(std::vector<ShellBox> boxes) : boxes_(std::move(boxes)), axis_(widestAxis(boxes_)) {
+BoxIndex::BoxIndex(std::vector<PlainBox> boxes) : boxes_(std::move(boxes)), axis_(widestAxis(boxes_)) {
     // NaN cannot be sorted. Such a box contains no point anyway.
-    for (ShellBox& box : boxes_) {
+    for (PlainBox& box : boxes_) {
         if (std::isnan(box.minimum[axis_])) box.minimum[axis_] = std::numeric_limits<double>::infinity();
     }
     byMinimum_.resize(boxes_.size());
@@ -114,7 +100,7 @@ BoxIndex::BoxIndex(std::vector<ShellBox> boxes) : boxes_(std::move(boxes)), axis
     }
 }
 
-std::vector<int> BoxIndex::find(const ShellPoint& point) const {
+std::vector<int> BoxIndex::find(const PlainVector& point) const {
     const auto end = std::partition_point(byMinimum_.begin(), byMinimum_.end(), [&](int box) {
         return boxes_[at(box)].minimum[axis_] <= point[axis_];
     });

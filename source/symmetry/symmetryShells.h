@@ -1,40 +1,27 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <functional>
 #include <unordered_map>
 #include <vector>
 
 #include "symmetry/meshTopology.h"
+#include "symmetry/plainPoints.h"
 
 /// Which shells of a mesh mirror each other, judged by their face counts and bounding boxes. Plain numbers
 /// only.
-
-using ShellPoint = std::array<double, 3>;
-
-/// An axis-aligned box.
-struct ShellBox {
-    ShellPoint minimum{};
-    ShellPoint maximum{};
-
-    /// Ignores coordinates that are NaN.
-    void expand(const ShellPoint& point);
-    /// Points on the sides are inside.
-    bool contains(const ShellPoint& point) const;
-};
 
 /// Finds the boxes that contain a point. If the boxes are spread out, a query costs little more than its
 /// answer.
 class BoxIndex {
   public:
-    explicit BoxIndex(std::vector<ShellBox> boxes);
+    explicit BoxIndex(std::vector<PlainBox> boxes);
 
     /// The indices of the boxes that contain the point, ascending.
-    std::vector<int> find(const ShellPoint& point) const;
+    std::vector<int> find(const PlainVector& point) const;
 
   private:
-    std::vector<ShellBox> boxes_;
+    std::vector<PlainBox> boxes_;
     std::size_t axis_ = 0;        // the axis along which the boxes are spread most
     std::vector<int> byMinimum_;  // box indices, sorted by their minimum along the axis
     std::vector<double> reach_;   // per place in byMinimum_: largest maximum of the boxes up to it
@@ -47,7 +34,7 @@ struct ShellScan {
     int vertexCount = 0;
     int markedFace = -1;  ///< the face of the user's start in this shell, -1 if there is none
     int candidate = -1;   ///< the vertex at which to search a centre edge, -1 if there is none
-    ShellBox box;
+    PlainBox box;
 };
 
 /// What a scan needs to know about the mesh.
@@ -55,7 +42,7 @@ struct ScanInput {
     const MeshTopology& topology;
     const Shells& shells;
     int axis;
-    std::function<ShellPoint(int vertex)> point;
+    std::function<PlainVector(int vertex)> point;
     std::function<bool(int vertex)> isOnPlane;
     std::function<bool(int vertex)> hasCentreNeighbour;
 };

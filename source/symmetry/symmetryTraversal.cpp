@@ -27,7 +27,7 @@ void addField(MString& line, const char* name, int number) {
     line += "  ";
 }
 
-void addField(MString& line, const char* name, const ShellPoint& point) {
+void addField(MString& line, const char* name, const PlainVector& point) {
     line += name;
     line += ": ";
     for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -75,7 +75,7 @@ std::vector<ShellScan> scan(SymmetryMesh& mesh, const std::vector<SymmetryStart>
                           mesh.axis(),
                           [&](int vertex) {
                               const MPoint point = mesh.point(vertex);
-                              return ShellPoint{point.x, point.y, point.z};
+                              return PlainVector{point.x, point.y, point.z};
                           },
                           [&](int vertex) { return mesh.isOnPlane(vertex); },
                           [&](int vertex) {
@@ -141,10 +141,10 @@ bool findPairStart(SymmetryMesh& mesh, ClosestFaceSearch& search, int shell, Sym
 
 /// One box per shell that contains the shell. It is infinite for a marked shell, which was not scanned, and
 /// for a shell with a coordinate that is NaN.
-std::vector<ShellBox> boxesToSearch(const std::vector<ShellScan>& scans) {
+std::vector<PlainBox> boxesToSearch(const std::vector<ShellScan>& scans) {
     constexpr double kFar = std::numeric_limits<double>::infinity();
-    const ShellBox everything{{-kFar, -kFar, -kFar}, {kFar, kFar, kFar}};
-    std::vector<ShellBox> boxes;
+    const PlainBox everything{{-kFar, -kFar, -kFar}, {kFar, kFar, kFar}};
+    std::vector<PlainBox> boxes;
     boxes.reserve(scans.size());
     for (const ShellScan& scan : scans) {
         const bool isKnown = scan.markedFace == -1 && scan.box.contains(scan.box.minimum);

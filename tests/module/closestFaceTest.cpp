@@ -73,8 +73,8 @@ TEST_P(ClosestFace, IsThatOfTheHostForTheWholeMesh) {
     SymmetryMesh mesh(path, 0, 0.0001);
     if (mesh.topology().faceCount() == 0) return;
     // Boxes that hold everything cost time only.
-    const std::vector<ShellBox> boxes(static_cast<std::size_t>(mesh.shells().count()),
-                                      ShellBox{{-1e6, -1e6, -1e6}, {1e6, 1e6, 1e6}});
+    const std::vector<PlainBox> boxes(static_cast<std::size_t>(mesh.shells().count()),
+                                      PlainBox{{-1e6, -1e6, -1e6}, {1e6, 1e6, 1e6}});
     const std::string before = scene.dump();
     MObject node = path.node();
     MMeshIntersector intersector;

@@ -15,7 +15,7 @@ using Ints = std::vector<int>;
 constexpr double kTolerance = 0.01;
 
 /// Scans a mesh across x. A neighbour is any vertex that shares a face.
-std::vector<ShellScan> scan(const std::vector<ShellPoint>& points, const Faces& faces,
+std::vector<ShellScan> scan(const std::vector<PlainVector>& points, const Faces& faces,
                             const Ints& markedFaces) {
     const MeshTopology mesh(plainMesh(static_cast<int>(points.size()), faces));
     const Shells shells = findShells(mesh);
@@ -44,7 +44,7 @@ struct Candidate {
 class CandidateRule : public ::testing::TestWithParam<Candidate> {};
 
 TEST_P(CandidateRule, PicksTheVertexNearestThePlane) {
-    std::vector<ShellPoint> points;
+    std::vector<PlainVector> points;
     Ints face;
     for (const double x : GetParam().x) {
         face.push_back(static_cast<int>(points.size()));
@@ -71,8 +71,8 @@ TEST(ScanShells, NotesWhatBelongsToEachShell) {
     EXPECT_EQ(scans[0].seed, 0);
     EXPECT_EQ(scans[0].faceCount, 2);
     EXPECT_EQ(scans[0].vertexCount, 4);
-    EXPECT_EQ(scans[0].box.minimum, (ShellPoint{-2, -1, 0}));
-    EXPECT_EQ(scans[0].box.maximum, (ShellPoint{4, 2, 9}));
+    EXPECT_EQ(scans[0].box.minimum, (PlainVector{-2, -1, 0}));
+    EXPECT_EQ(scans[0].box.maximum, (PlainVector{4, 2, 9}));
     EXPECT_EQ(scans[1].seed, 1);
     EXPECT_EQ(scans[1].vertexCount, 3) << "a vertex may belong to two shells";
     EXPECT_EQ(scans[1].markedFace, -1);
@@ -80,14 +80,14 @@ TEST(ScanShells, NotesWhatBelongsToEachShell) {
 
 TEST(ScanShells, AMarkedShellIsNotScannedAndKeepsTheCandidateBefore) {
     const Faces faces{{0, 1, 2}, {3, 4, 5}, {4, 3, 6}};
-    const std::vector<ShellPoint> points{{1, 1, 1}, {2, 1, 1}, {3, 1, 1}, {1, 1, 1},
-                                         {2, 2, 2}, {3, 3, 3}, {4, 4, 4}};
+    const std::vector<PlainVector> points{{1, 1, 1}, {2, 1, 1}, {3, 1, 1}, {1, 1, 1},
+                                          {2, 2, 2}, {3, 3, 3}, {4, 4, 4}};
     const std::vector<ShellScan> scans = scan(points, faces, {2, 1});
     EXPECT_EQ(scans[1].markedFace, 2) << "the first start counts, not the lowest face";
     EXPECT_EQ(scans[1].candidate, 0);
     EXPECT_EQ(scans[1].faceCount, 2);
     EXPECT_EQ(scans[1].vertexCount, 0);
-    EXPECT_EQ(scans[1].box.maximum, ShellPoint{});
+    EXPECT_EQ(scans[1].box.maximum, PlainVector{});
     EXPECT_EQ(scan(points, faces, {0})[0].candidate, -1);
 }
 
@@ -129,7 +129,7 @@ TEST(ShellGroups, BoxesIncludeTheirSides) {
 }
 
 TEST(BoxIndex, FindsWhatALookAtEveryBoxFinds) {
-    std::vector<ShellBox> boxes{{{-9, -9, -9}, {9, 9, 9}}};
+    std::vector<PlainBox> boxes{{{-9, -9, -9}, {9, 9, 9}}};
     for (int k = 0; k < 60; ++k) {
         const double x = (k * 7 % 20) - 10.0;
         const double y = k * 11 % 13 - 6.0;
@@ -139,8 +139,8 @@ TEST(BoxIndex, FindsWhatALookAtEveryBoxFinds) {
     boxes.push_back({{nan, nan, nan}, {nan, nan, nan}});
     const BoxIndex index(boxes);
     std::size_t mostFound = 0;
-    for (const ShellPoint& point : {ShellPoint{0, 0, 1}, ShellPoint{-10, 3, 2}, ShellPoint{20, 0, 0},
-                                    ShellPoint{9, 6, 5}, ShellPoint{4, 1, 0}, ShellPoint{nan, 0, 0}}) {
+    for (const PlainVector& point : {PlainVector{0, 0, 1}, PlainVector{-10, 3, 2}, PlainVector{20, 0, 0},
+                                     PlainVector{9, 6, 5}, PlainVector{4, 1, 0}, PlainVector{nan, 0, 0}}) {
         Ints expected;
         for (std::size_t box = 0; box < boxes.size(); ++box) {
             if (boxes[box].contains(point)) expected.push_back(static_cast<int>(box));
@@ -150,8 +150,8 @@ TEST(BoxIndex, FindsWhatALookAtEveryBoxFinds) {
     }
     EXPECT_GT(mostFound, 2U);
     EXPECT_EQ(BoxIndex({}).find({0, 0, 0}), Ints());
-    EXPECT_TRUE(boxes[0].contains({9, -9, 0})) << "the sides belong to it";
-    EXPECT_FALSE(boxes[0].contains({0, 0, 9.5}));
+    EXPECT_TRUE(boxes[0].contains(PlainVector{9, -9, 0})) << "the sides belong to it";
+    EXPECT_FALSE(boxes[0].contains(PlainVector{0, 0, 9.5}));
 }
 
 }  // namespace
