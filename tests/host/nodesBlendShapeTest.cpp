@@ -40,6 +40,13 @@ class Blend : public testing::Test {
         scene.setData(part(target, index, nodes::kPointsTarget), points);
         scene.setData(part(target, index, nodes::kComponentsTarget), components);
     }
+    /// A live target that lifts one vertex.
+    NodeRef addLive(int target, const std::string& name, int vertex, double height, double weight) {
+        const NodeRef mesh = scene.moved(shape, name, {{vertex, vec(0, height, 0)}});
+        EXPECT_TRUE(nodes::addTarget(scene, blend, 0, target, mesh, 1.0, false).ok);
+        scene.set("blendShape1." + name, weight);
+        return mesh;
+    }
     std::vector<double> heights() {
         std::vector<double> result;
         for (int vertex = 0; vertex < 4; ++vertex)
@@ -246,9 +253,7 @@ TEST_F(Blend, deltasWrittenBeforeTheFirstEvaluationAreLostWhereTheHostLosesThem)
     graph::Variants variants;
     variants.losesEarlyDeltas = true;
     scene.setVariants(variants);
-    const NodeRef target = scene.moved(shape, "smile", {{1, vec(0, 2, 0)}});
-    nodes::addTarget(scene, blend, 0, 0, target, 1.0, false);
-    scene.set("blendShape1.smile", 1);
+    addLive(0, "smile", 1, 2, 1);
     item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
     EXPECT_EQ(heights(), (Heights{0, 2, 0, 0}));
     item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
@@ -256,12 +261,8 @@ TEST_F(Blend, deltasWrittenBeforeTheFirstEvaluationAreLostWhereTheHostLosesThem)
 }
 
 TEST_F(Blend, deltasWrittenBeforeTheFirstEvaluationWinUntilTheMeshChanges) {
-    const NodeRef target = scene.moved(shape, "smile", {{1, vec(0, 2, 0)}});
-    const NodeRef other = scene.moved(shape, "frown", {{2, vec(0, 6, 0)}});
-    nodes::addTarget(scene, blend, 0, 0, target, 1.0, false);
-    nodes::addTarget(scene, blend, 0, 1, other, 1.0, false);
-    scene.set("blendShape1.smile", 1);
-    scene.set("blendShape1.frown", 1);
+    addLive(0, "smile", 1, 2, 1);
+    const NodeRef other = addLive(1, "frown", 2, 6, 1);
     item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
     item(1, 6000, pointList({{0, 5, 0, 1}}), vertexList({{0, 0}}));
     scene.move(other, 2, vec(0, 1, 0));
@@ -306,9 +307,7 @@ TEST_F(Blend, undoForgetsWhatAnEvaluationMadeOfALiveTarget) {
 }
 
 TEST_F(Blend, writtenDeltasOfALiveTargetStayUntilItsMeshChanges) {
-    const NodeRef target = scene.moved(shape, "smile", {{1, vec(0, 2, 0)}});
-    ASSERT_TRUE(nodes::addTarget(scene, blend, 0, 0, target, 1.0, false).ok);
-    scene.set("blendShape1.smile", 1);
+    const NodeRef target = addLive(0, "smile", 1, 2, 1);
     item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
     EXPECT_EQ(heights(), (Heights{0, 0, 0, 9}));
     nodes::setTranslation(scene, scene.node("smile"), vec(5, 5, 5));
@@ -322,12 +321,8 @@ TEST_F(Blend, writtenDeltasOfALiveTargetStayUntilItsMeshChanges) {
 }
 
 TEST_F(Blend, aDeletedOrDisconnectedTargetLeavesItsDeltas) {
-    const NodeRef target = scene.moved(shape, "smile", {{1, vec(0, 2, 0)}});
-    const NodeRef other = scene.moved(shape, "frown", {{2, vec(0, 6, 0)}});
-    nodes::addTarget(scene, blend, 0, 0, target, 1.0, false);
-    nodes::addTarget(scene, blend, 0, 1, other, 1.0, false);
-    scene.set("blendShape1.smile", 1);
-    scene.set("blendShape1.frown", 0.5);
+    addLive(0, "smile", 1, 2, 1);
+    const NodeRef other = addLive(1, "frown", 2, 6, 0.5);
     const Plug geometry = scene.at("blendShape1.it[0].itg[1].iti[6000].igt");
     EXPECT_EQ(scene.undoRedoFault([&] { scene.disconnect(geometry); }), "");
     scene.move(other, 2, vec(0, 100, 0));
@@ -337,9 +332,7 @@ TEST_F(Blend, aDeletedOrDisconnectedTargetLeavesItsDeltas) {
 }
 
 TEST_F(Blend, aTargetThatGoesBeforeAnybodyLookedAtItsLastChangeLeavesThatToo) {
-    const NodeRef target = scene.moved(shape, "smile", {{1, vec(0, 2, 0)}});
-    nodes::addTarget(scene, blend, 0, 0, target, 1.0, false);
-    scene.set("blendShape1.smile", 1);
+    const NodeRef target = addLive(0, "smile", 1, 2, 1);
     scene.move(target, 0, vec(0, 7, 0));
     scene.deleteNodes({scene.node("smile")});
     EXPECT_EQ(heights(), (Heights{7, 2, 0, 0}));
