@@ -40,12 +40,13 @@ class Blend : public testing::Test {
         scene.setData(part(target, index, nodes::kPointsTarget), points);
         scene.setData(part(target, index, nodes::kComponentsTarget), components);
     }
-    /// A live target that lifts one vertex.
-    NodeRef addLive(int target, const std::string& name, int vertex, double height, double weight) {
-        const NodeRef mesh = scene.moved(shape, name, {{vertex, vec(0, height, 0)}});
+    /// A mesh that lifts one vertex. Made before targets are added: copying the shape evaluates them.
+    NodeRef lifted(const std::string& name, int vertex, double height) {
+        return scene.moved(shape, name, {{vertex, vec(0, height, 0)}});
+    }
+    void addLive(int target, const NodeRef& mesh, double weight) {
         EXPECT_TRUE(nodes::addTarget(scene, blend, 0, target, mesh, 1.0, false).ok);
-        scene.set("blendShape1." + name, weight);
-        return mesh;
+        scene.set("blendShape1.w[" + std::to_string(target) + "]", weight);
     }
     std::vector<double> heights() {
         std::vector<double> result;
@@ -253,7 +254,7 @@ TEST_F(Blend, deltasWrittenBeforeTheFirstEvaluationAreLostWhereTheHostLosesThem)
     graph::Variants variants;
     variants.losesEarlyDeltas = true;
     scene.setVariants(variants);
-    addLive(0, "smile", 1, 2, 1);
+    addLive(0, lifted("smile", 1, 2), 1);
     item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
     EXPECT_EQ(heights(), (Heights{0, 2, 0, 0}));
     item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
@@ -261,8 +262,10 @@ TEST_F(Blend, deltasWrittenBeforeTheFirstEvaluationAreLostWhereTheHostLosesThem)
 }
 
 TEST_F(Blend, deltasWrittenBeforeTheFirstEvaluationWinUntilTheMeshChanges) {
-    addLive(0, "smile", 1, 2, 1);
-    const NodeRef other = addLive(1, "frown", 2, 6, 1);
+    const NodeRef smile = lifted("smile", 1, 2);
+    const NodeRef other = lifted("frown", 2, 6);
+    addLive(0, smile, 1);
+    addLive(1, other, 1);
     item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
     item(1, 6000, pointList({{0, 5, 0, 1}}), vertexList({{0, 0}}));
     scene.move(other, 2, vec(0, 1, 0));
@@ -307,7 +310,8 @@ TEST_F(Blend, undoForgetsWhatAnEvaluationMadeOfALiveTarget) {
 }
 
 TEST_F(Blend, writtenDeltasOfALiveTargetStayUntilItsMeshChanges) {
-    const NodeRef target = addLive(0, "smile", 1, 2, 1);
+    const NodeRef target = lifted("smile", 1, 2);
+    addLive(0, target, 1);
     item(0, 6000, pointList({{0, 9, 0, 1}}), vertexList({{3, 3}}));
     EXPECT_EQ(heights(), (Heights{0, 0, 0, 9}));
     nodes::setTranslation(scene, scene.node("smile"), vec(5, 5, 5));
@@ -321,8 +325,10 @@ TEST_F(Blend, writtenDeltasOfALiveTargetStayUntilItsMeshChanges) {
 }
 
 TEST_F(Blend, aDeletedOrDisconnectedTargetLeavesItsDeltas) {
-    addLive(0, "smile", 1, 2, 1);
-    const NodeRef other = addLive(1, "frown", 2, 6, 0.5);
+    const NodeRef smile = lifted("smile", 1, 2);
+    const NodeRef other = lifted("frown", 2, 6);
+    addLive(0, smile, 1);
+    addLive(1, other, 0.5);
     const Plug geometry = scene.at("blendShape1.it[0].itg[1].iti[6000].igt");
     EXPECT_EQ(scene.undoRedoFault([&] { scene.disconnect(geometry); }), "");
     scene.move(other, 2, vec(0, 100, 0));
@@ -332,7 +338,8 @@ TEST_F(Blend, aDeletedOrDisconnectedTargetLeavesItsDeltas) {
 }
 
 TEST_F(Blend, aTargetThatGoesBeforeAnybodyLookedAtItsLastChangeLeavesThatToo) {
-    const NodeRef target = addLive(0, "smile", 1, 2, 1);
+    const NodeRef target = lifted("smile", 1, 2);
+    addLive(0, target, 1);
     scene.move(target, 0, vec(0, 7, 0));
     scene.deleteNodes({scene.node("smile")});
     EXPECT_EQ(heights(), (Heights{7, 2, 0, 0}));
