@@ -20,9 +20,10 @@ declare -A known_rooms=(
     [platform]=""
     [mel]="graph text"
     [nodes]="graph geometry text"
-    [commands]="graph geometry nodes mel platform text"
-    [api]="graph geometry nodes mel commands platform text"
-    [batch]="graph geometry nodes mel commands api platform text"
+    [scene]="graph geometry nodes text"
+    [commands]="graph geometry nodes scene mel platform text"
+    [api]="graph geometry nodes scene mel commands platform text"
+    [batch]="graph geometry nodes scene mel commands api platform text"
 )
 
 # Rooms of host/api. What they may know of the other rooms is the row of api above.

@@ -1,5 +1,7 @@
 #include "batch/application.h"
 
+#include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <system_error>
 
@@ -60,7 +62,13 @@ bool Application::succeeded(const mel::CommandResult& result) {
 }
 
 bool Application::importFile(const std::string& path) {
-    return succeeded(registry_.interpreter().callCommand("file", {"-import", "-type", "OBJ", path}));
+    std::string suffix = std::filesystem::u8path(path).extension().u8string();
+    std::transform(suffix.begin(), suffix.end(), suffix.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const bool isScene = suffix == ".ma" || suffix == ".mb";
+    return succeeded(isScene
+                         ? registry_.interpreter().callCommand("file", {"-open", "-force", path})
+                         : registry_.interpreter().callCommand("file", {"-import", "-type", "OBJ", path}));
 }
 
 bool Application::runText(const std::string& text) {

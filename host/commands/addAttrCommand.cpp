@@ -5,17 +5,16 @@
 #include <memory>
 #include <optional>
 
-#include "commands/attributeValues.h"
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
-#include "text/numbers.h"
+#include "graph/attributeTypes.h"
 
 namespace host::commands {
 
 namespace {
 
 using graph::AttributeSpec;
-using graph::ValueKind;
+using graph::AttributeTypeChoice;
 
 /// A compound attribute is declared child by child. It exists once its last child is declared.
 struct OpenCompound {
@@ -27,84 +26,19 @@ struct OpenCompound {
 /// The compounds still being declared, by node.
 using OpenCompounds = std::map<std::uint64_t, std::vector<OpenCompound>>;
 
-/// What -attributeType or -dataType mean.
-struct TypeChoice {
-    ValueKind kind = ValueKind::Double;
-    std::string dataType{};  // also for numbers that are stored as a wider type
-    std::size_t childCount = 0;
-    ValueKind childKind = ValueKind::Double;
-};
-
-std::optional<ValueKind> numberKind(std::string_view name) {
-    static const std::map<std::string_view, ValueKind> kKinds{
-        {"bool", ValueKind::Bool},         {"long", ValueKind::Int},
-        {"short", ValueKind::Int},         {"byte", ValueKind::Int},
-        {"char", ValueKind::Int},          {"enum", ValueKind::Enum},
-        {"float", ValueKind::Float},       {"double", ValueKind::Double},
-        {"doubleAngle", ValueKind::Angle}, {"doubleLinear", ValueKind::Distance},
-        {"time", ValueKind::Time},         {"message", ValueKind::Message}};
-    const auto found = kKinds.find(name);
-    return found != kKinds.end() ? std::optional(found->second) : std::nullopt;
-}
-
-std::optional<TypeChoice> attributeType(const std::string& name, int numberOfChildren) {
-    if (const auto kind = numberKind(name)) {
-        const bool isNarrow = name == "short" || name == "byte" || name == "char";
-        return TypeChoice{*kind, isNarrow ? name : std::string()};
-    }
-    if (name == "compound" && numberOfChildren > 0)
-        return TypeChoice{ValueKind::Compound, {}, static_cast<std::size_t>(numberOfChildren)};
-    if (name == "reflectance" || name == "spectrum")
-        return TypeChoice{ValueKind::Compound, {}, 3, ValueKind::Float};
-    if (const int size = tupleSize(name))
-        return TypeChoice{ValueKind::Compound,
-                          {},
-                          static_cast<std::size_t>(size),
-                          *numberKind(name.substr(0, name.size() - 1))};
-    if (name == "matrix") return TypeChoice{ValueKind::Typed, name};
-    return std::nullopt;
-}
-
-std::optional<TypeChoice> dataType(const std::string& name) {
-    if (tupleSize(name) > 0) return attributeType(name, 0);
-    if (isDataType(name) || name == "mesh") return TypeChoice{ValueKind::Typed, name};
-    return std::nullopt;
-}
-
-/// "low:mid:high", each with an optional "=number".
-std::vector<std::string> enumNames(const std::string& text) {
-    std::vector<std::string> names;
-    std::size_t from = 0;
-    std::size_t next = 0;
-    while (from <= text.size() && !text.empty()) {
-        const std::size_t colon = std::min(text.find(':', from), text.size());
-        const std::string part = text.substr(from, colon - from);
-        const std::size_t equals = part.find('=');
-        if (equals != std::string::npos) {
-            const auto given = text::readNumber<int>(std::string_view(part).substr(equals + 1));
-            // A field may number its values as it likes; they are kept by number.
-            const bool isKept = given.length > 0 && given.value >= 0 && given.value < 65536;
-            if (isKept) next = static_cast<std::size_t>(given.value);
-        }
-        if (names.size() <= next) names.resize(next + 1);
-        names[next++] = part.substr(0, equals);
-        from = colon + 1;
-    }
-    return names;
-}
-
-Found<TypeChoice> chosenType(const ParsedArguments& arguments) {
+Found<AttributeTypeChoice> chosenType(const ParsedArguments& arguments) {
     const bool isData = arguments.isSet("dataType");
     if (isData && arguments.isSet("attributeType"))
         return {{}, "addAttr: The flags -attributeType and -dataType cannot be used together."};
     const std::string name = arguments.text(isData ? "dataType" : "attributeType", "double");
-    const std::optional<TypeChoice> choice =
-        isData ? dataType(name) : attributeType(name, arguments.integer("numberOfChildren"));
+    const std::optional<AttributeTypeChoice> choice =
+        isData ? graph::dataTypeNamed(name)
+               : graph::attributeTypeNamed(name, arguments.integer("numberOfChildren"));
     if (!choice) return {{}, "addAttr: Attribute type '" + name + "' is not covered by this host."};
     return {*choice, {}};
 }
 
-Found<AttributeSpec> specOf(const ParsedArguments& arguments, const TypeChoice& type) {
+Found<AttributeSpec> specOf(const ParsedArguments& arguments, const AttributeTypeChoice& type) {
     const std::string longName = arguments.text("longName", arguments.text("shortName"));
     const std::string shortName = arguments.text("shortName", longName);
     if (longName.empty())
@@ -123,17 +57,8 @@ Found<AttributeSpec> specOf(const ParsedArguments& arguments, const TypeChoice& 
     spec.defaultValue = inGraphUnit("defaultValue");
     if (arguments.isSet("minValue")) spec.minimum = inGraphUnit("minValue");
     if (arguments.isSet("maxValue")) spec.maximum = inGraphUnit("maxValue");
-    spec.enumNames = enumNames(arguments.text("enumName"));
+    spec.enumNames = graph::enumNamesIn(arguments.text("enumName"));
     return {std::move(spec), {}};
-}
-
-/// The children of a compound whose type has no names for them.
-void addNumberedChildren(AttributeSpec& spec, const TypeChoice& type) {
-    for (std::size_t k = 0; k < type.childCount; ++k) {
-        const std::string suffix = std::to_string(k);
-        spec.children.push_back(
-            graph::number(spec.longName + suffix, spec.shortName + suffix, type.childKind));
-    }
 }
 
 bool clashesBelow(const AttributeSpec& spec, const std::string& name) {
@@ -173,7 +98,7 @@ void place(graph::Graph& graph, graph::Node& node, std::vector<OpenCompound>& op
 /// Adds one attribute to one node.
 /// @return the error; empty on success
 std::string addTo(graph::Graph& graph, OpenCompounds& all, graph::Node& node, const AttributeSpec& spec,
-                  const TypeChoice& type, const ParsedArguments& arguments) {
+                  const AttributeTypeChoice& type, const ParsedArguments& arguments) {
     std::vector<OpenCompound>& open = all[node.id()];
     for (const std::string& name : {spec.longName, spec.shortName}) {
         if (isNameTaken(node, open, name)) {
@@ -188,7 +113,7 @@ std::string addTo(graph::Graph& graph, OpenCompounds& all, graph::Node& node, co
     if (!parent.empty()) parent = findOpen(open, parent)->spec.longName;
     if (type.childCount == 0 || arguments.isSet("dataType")) {
         AttributeSpec complete = spec;
-        addNumberedChildren(complete, type);
+        graph::addNumberedChildren(complete, type);
         place(graph, node, open, std::move(complete), parent);
     } else {
         open.push_back({spec, type.childCount, parent});
@@ -211,7 +136,7 @@ CommandResult addAttr(CommandContext& context, const ParsedArguments& arguments,
     const std::vector<graph::NodeRef> nodes = nodesOf(items.value);
     if (nodes.empty())
         return CommandResult::failure("addAttr: Found no valid items to add the attribute to.");
-    const Found<TypeChoice> type = chosenType(arguments);
+    const Found<AttributeTypeChoice> type = chosenType(arguments);
     if (!type.ok()) return CommandResult::failure(type.error);
     const Found<AttributeSpec> spec = specOf(arguments, type.value);
     if (!spec.ok()) return CommandResult::failure(spec.error);

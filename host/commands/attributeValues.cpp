@@ -211,20 +211,6 @@ std::string_view ValueWords::word() {
     return {};
 }
 
-int tupleSize(std::string_view type) {
-    if (type == "reflectanceRGB" || type == "spectrumRGB") return 3;
-    for (const std::string_view base : {"double", "float", "long", "short"}) {
-        if (type.size() != base.size() + 1 || type.substr(0, base.size()) != base) continue;
-        const int size = type.back() - '0';
-        return size == 2 || size == 3 || (size == 4 && base == "double") ? size : 0;
-    }
-    return 0;
-}
-
-bool isDataType(std::string_view type) {
-    return emptyValue(type).has_value();
-}
-
 graph::DataPtr readData(ValueWords& words, std::string_view type) {
     if (type == "string") return std::make_shared<graph::StringData>(words.text());
     if (type == "componentList") return readComponentList(words);

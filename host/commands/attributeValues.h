@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "commands/commandSupport.h"
+#include "graph/attributeTypes.h"
 #include "graph/data.h"
 
 /// Converts attribute values between the words of a script and the graph.
@@ -46,11 +47,6 @@ class ValueWords {
     std::string error_;
 };
 
-/// How many numbers a type of a few numbers has ("double3": 3); 0 for other types.
-int tupleSize(std::string_view type);
-
-/// Whether `readData` knows the type.
-bool isDataType(std::string_view type);
 /// Reads a data object. An array type is its number of entries, followed by the entries. Linear.
 graph::DataPtr readData(ValueWords& words, std::string_view type);
 

@@ -1,5 +1,8 @@
 #include "commands/commands.h"
 
+#include "platform/fileSync.h"
+#include "scene/sceneSession.h"
+
 namespace host::commands {
 
 void registerCommands(mel::CommandRegistry& registry) {
@@ -32,7 +35,10 @@ void registerCommands(mel::CommandRegistry& registry) {
     registerColorCommands(registry);
     registerTimeCommands(registry);
     registerToolCommands(registry);
-    registerFileCommand(registry);
+    // A save must survive a crash of the system, so the new file is on the disk before it replaces the old
+    // one.
+    const auto session = std::make_shared<scene::SceneSession>(registry.graph(), platform::synchronise);
+    registerFileCommand(registry, session);
 }
 
 }  // namespace host::commands

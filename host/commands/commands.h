@@ -1,6 +1,12 @@
 #pragma once
 
+#include <memory>
+
 #include "mel/commandRegistry.h"
+
+namespace host::scene {
+class SceneSession;
+}
 
 /// The host's script commands, by family. Names, flags, argument orders and results are those of Maya. A flag
 /// that is not covered fails with an error that says so.
@@ -44,6 +50,7 @@ void registerSkinPercentCommand(mel::CommandRegistry& registry);  // skinPercent
 void registerColorCommands(mel::CommandRegistry& registry);       // polyColorPerVertex polyColorSet
 void registerTimeCommands(mel::CommandRegistry& registry);        // currentTime playbackOptions
 void registerToolCommands(mel::CommandRegistry& registry);  // setToolTo currentCtx contextInfo headlessDrag
-void registerFileCommand(mel::CommandRegistry& registry);   // file
+void registerFileCommand(mel::CommandRegistry& registry,
+                         const std::shared_ptr<scene::SceneSession>& session);  // file
 
 }  // namespace host::commands

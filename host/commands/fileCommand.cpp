@@ -1,209 +1,200 @@
-#include <algorithm>
+// The command file: scenes and mesh files.
+
 #include <filesystem>
+#include <memory>
 
 #include "commands/commands.h"
-#include "commands/meshSupport.h"
-#include "geometry/objFile.h"
-#include "geometry/textFile.h"
-#include "graph/hierarchy.h"
-#include "nodes/meshNode.h"
-#include "nodes/registerTypes.h"
-#include "nodes/transformNode.h"
+#include "commands/objFiles.h"
+#include "scene/sceneSession.h"
 
 namespace host::commands {
 
 namespace {
 
-using graph::NodeRef;
+using scene::SceneSession;
 
-// Options.
+CommandResult failure(std::string error) {
+    return CommandResult::failure(std::move(error));
+}
 
-struct Option {
-    std::string name;
-    std::string value;
-};
+/// What a file holds, by its type's name or else its suffix.
+enum class FileKind { Scene, Mesh, Binary, Unknown };
 
-/// Parses "mo=1;lo=0".
-std::vector<Option> optionsOf(const std::string& text) {
-    std::vector<Option> options;
-    for (std::size_t from = 0; from < text.size();) {
-        const std::size_t end = std::min(text.find(';', from), text.size());
-        const std::string part = text.substr(from, end - from);
-        const std::size_t equals = std::min(part.find('='), part.size());
-        if (!part.empty())
-            options.push_back({part.substr(0, equals), part.substr(std::min(equals + 1, part.size()))});
-        from = end + 1;
+FileKind kindOf(const ParsedArguments& arguments, const std::string& path) {
+    const std::string type = arguments.text("type");
+    if (type == "mayaAscii") return FileKind::Scene;
+    if (type == "mayaBinary") return FileKind::Binary;
+    if (type == "OBJ" || type == "OBJexport") return FileKind::Mesh;
+    if (!type.empty()) return FileKind::Unknown;
+    std::string suffix = std::filesystem::u8path(path).extension().u8string();
+    if (suffix == ".ma") return FileKind::Scene;
+    if (suffix == ".mb") return FileKind::Binary;
+    return FileKind::Mesh;
+}
+
+constexpr const char* kBinary =
+    "file: Binary scenes are not covered by this host. Save the scene as mayaAscii (.ma) in Maya and use "
+    "that file.";
+
+/// The flag of the one action that a call asks for; empty for none or several.
+std::string actionOf(const ParsedArguments& arguments) {
+    std::string action;
+    for (const char* flag : {"open", "import", "save", "rename", "newFile", "exportSelected", "exportAll"}) {
+        if (!arguments.isSet(flag)) continue;
+        if (!action.empty()) return {};
+        action = flag;
     }
-    return options;
+    return action;
 }
 
-std::string notCovered(const Option& option) {
-    return "file: The option " + option.name + '=' + option.value + " is not covered.";
+void reportOpened(CommandContext& context, const SceneSession& session) {
+    for (const std::string& line : session.report())
+        context.graph.messages().info(line);
 }
 
-/// Objects always become separate meshes. A file with only one object may also be imported as one mesh.
-std::string importObstacle(const ParsedArguments& arguments, std::size_t objectCount) {
-    for (const Option& option : optionsOf(arguments.text("options"))) {
-        if (option.name != "mo" || (option.value != "1" && objectCount > 1)) return notCovered(option);
-    }
-    return {};
-}
-
-/// Groups may be asked for: faces here belong to none. Smoothing, materials and normals are not written.
-std::string exportObstacle(const ParsedArguments& arguments) {
-    for (const Option& option : optionsOf(arguments.text("options"))) {
-        if (option.name == "groups" || option.name == "ptgroups") continue;
-        const bool isKnown =
-            option.name == "materials" || option.name == "smoothing" || option.name == "normals";
-        if (!isKnown || option.value != "0") return notCovered(option);
-    }
-    return {};
-}
-
-/// Empty if the type that a call names, or else the file's suffix, is the expected one; otherwise the error.
-std::string typeObstacle(const ParsedArguments& arguments, const std::string& path, const char* type) {
-    const bool fits = arguments.isSet("type") ? arguments.text("type") == type
-                                              : std::filesystem::u8path(path).extension() == ".obj";
-    return fits ? std::string()
-                : std::string("file: Files other than of type \"") + type + "\" are not covered.";
-}
-
-// Import.
-
-/// Name for a mesh without one: that of its file.
-std::string nameFor(const geometry::ObjObject& object, const std::string& path) {
-    std::string name = object.name.empty() ? std::filesystem::u8path(path).stem().u8string() : object.name;
-    std::replace(name.begin(), name.end(), ':', '_');
-    const Found<std::string> legal = legalName(name);
-    return legal.ok() ? legal.value : "polySurface1";
-}
-
-/// Every object of the file becomes a mesh of its own. Groups are dropped: they only divide its faces.
-CommandResult importFile(CommandContext& context, const ParsedArguments& arguments, const std::string& path) {
-    graph::Graph& graph = context.graph;
-    std::string error = typeObstacle(arguments, path, "OBJ");
-    if (!error.empty()) return CommandResult::failure(error);
-    const std::string space = arguments.text("namespace", ":");
-    if (space != ":")
-        return CommandResult::failure("file: Namespaces are not covered by this host: " + space);
-    geometry::ObjResult file = geometry::readObjFile(path);
-    if (!file.ok()) return CommandResult::failure(file.error);
-    if (file.objects.empty()) return CommandResult::failure("file: " + path + " holds no mesh.");
-    error = importObstacle(arguments, file.objects.size());
-    if (!error.empty()) return CommandResult::failure(error);
-    std::vector<std::string> names;
-    for (geometry::ObjObject& object : file.objects) {
-        const NodeRef shape =
-            nodes::createMesh(graph, std::move(object.mesh), nameFor(object, path), nullptr);
-        shadeInitially(graph, shape);
-        names.push_back(graph.fullPath(*shape->parent()));
-        names.push_back(graph.fullPath(*shape));
-    }
-    return CommandResult::success(arguments.isSet("returnNewNodes") ? Value(std::move(names)) : Value(path));
-}
-
-// Export.
-
-/// Visible meshes at and below a node, each once.
-void collectMeshes(graph::Graph& graph, const NodeRef& node, std::vector<NodeRef>& shapes) {
-    graph::visitHierarchy(*node, [&](graph::Node& below) {
-        if (!below.isA("mesh") || nodes::isIntermediate(graph, below)) return;
-        const NodeRef shape = below.ref();
-        if (std::find(shapes.begin(), shapes.end(), shape) == shapes.end()) shapes.push_back(shape);
-    });
-}
-
-/// The data written for a shape: its points in world space, under the name of its transform.
-geometry::ObjObject objectOf(graph::Graph& graph, const NodeRef& shape, const nodes::MeshPtr& mesh) {
-    const geometry::Matrix4 world = nodes::worldMatrix(graph, shape);
-    // Multiplying by the identity would change the sign of a zero.
-    const bool isInPlace = world == geometry::Matrix4();
-    return {shape->parent()->name(), isInPlace ? mesh->mesh : geometry::transformed(mesh->mesh, world), {}};
-}
-
-CommandResult exportFile(CommandContext& context, const ParsedArguments& arguments, const std::string& path) {
-    graph::Graph& graph = context.graph;
-    std::string error = typeObstacle(arguments, path, "OBJexport");
-    if (error.empty()) error = exportObstacle(arguments);
-    if (!error.empty()) return CommandResult::failure(error);
-    std::vector<NodeRef> shapes;
-    if (arguments.isSet("exportSelected")) {
-        if (graph.selection().empty()) return CommandResult::failure("Nothing is currently selected.");
-        for (const graph::SelectionItem& item : graph.selection().items())
-            collectMeshes(graph, item.node, shapes);
-    } else {
-        for (graph::Node* root : graph.roots())
-            collectMeshes(graph, root->ref(), shapes);
-    }
-    std::vector<geometry::ObjObject> objects;
-    for (const NodeRef& shape : shapes) {
-        const nodes::MeshPtr mesh = nodes::meshOf(graph, shape);
-        if (mesh != nullptr) objects.push_back(objectOf(graph, shape, mesh));
-    }
-    if (objects.empty()) return CommandResult::failure("file: There is no mesh to export.");
-    std::error_code ignored;
-    if (!arguments.isSet("force") && std::filesystem::exists(std::filesystem::u8path(path), ignored))
-        return CommandResult::failure("file: " + path + " exists; -force replaces it.");
-    error = geometry::writeTextFile(path, geometry::writeObj(objects));
-    return error.empty() ? CommandResult::success(path) : CommandResult::failure(error);
-}
-
-// New.
-
-/// An empty scene with new default nodes. Neither this nor anything before it can be undone.
-CommandResult newScene(CommandContext& context, const ParsedArguments& arguments) {
-    graph::Graph& graph = context.graph;
-    const std::vector<NodeRef> nodes = graph.nodes();
-    const bool isUsed =
-        graph.undoQueue().canUndo() ||
-        std::any_of(nodes.begin(), nodes.end(), [](const NodeRef& node) { return !isDefaultNode(*node); });
-    if (isUsed && !arguments.isSet("force")) return CommandResult::failure("Unsaved changes.");
-    const graph::RecordingScope silent(graph, nullptr);
-    graph.select({});
-    graph.deleteNodes(nodes);
-    graph.undoQueue().clear();
-    host::nodes::setUpScene(graph);
+CommandResult newScene(const ParsedArguments& arguments, SceneSession& session) {
+    if (!arguments.objectNames().empty()) return failure("file: A name for a new scene is not covered.");
+    if (!arguments.isSet("force") && session.isModified()) return failure("Unsaved changes.");
+    session.startNew();
     return CommandResult::success("untitled");
 }
 
-CommandResult file(CommandContext& context, const ParsedArguments& arguments) {
-    if (arguments.isQuery()) {
-        if (arguments.isSet("sceneName")) return CommandResult::success("");
-        return CommandResult::failure("file: Only -sceneName is covered in query mode.");
+CommandResult openScene(CommandContext& context, const ParsedArguments& arguments, SceneSession& session,
+                        const std::string& path) {
+    switch (kindOf(arguments, path)) {
+        case FileKind::Binary:
+            return failure(kBinary);
+        case FileKind::Scene:
+            break;
+        default:
+            return failure("file: Only scenes (.ma) can be opened. Use -import for " + path + '.');
     }
-    int actions = 0;
-    for (const char* flag : {"import", "exportSelected", "exportAll", "newFile"})
-        actions += arguments.isSet(flag) ? 1 : 0;
-    if (actions != 1)
-        return CommandResult::failure(
-            "file: Exactly one of -import, -exportSelected, -exportAll and -newFile is needed.");
+    if (!arguments.isSet("force") && session.isModified()) return failure("Unsaved changes.");
+    std::string error = session.open(path);
+    if (!error.empty()) return failure(std::move(error));
+    reportOpened(context, session);
+    return CommandResult::success(session.path());
+}
+
+CommandResult importScene(CommandContext& context, const ParsedArguments& arguments, SceneSession& session,
+                          const std::string& path) {
+    std::string space = arguments.text("namespace");
+    while (!space.empty() && space.front() == ':')
+        space.erase(0, 1);
+    std::vector<graph::NodeRef> created;
+    std::string error = session.import(path, space.empty() ? space : space + ':', created);
+    if (!error.empty()) return failure(std::move(error));
+    if (!arguments.isSet("returnNewNodes")) return CommandResult::success(path);
+    std::vector<std::string> names;
+    for (const graph::NodeRef& node : created)
+        names.push_back(context.graph.fullPath(*node));
+    return CommandResult::success(Value(std::move(names)));
+}
+
+CommandResult saveScene(const ParsedArguments& arguments, SceneSession& session) {
+    if (session.path().empty()) {
+        return failure(
+            "A file must be given a name before saving. Use file -rename first, then try saving again.");
+    }
+    if (kindOf(arguments, session.path()) != FileKind::Scene) return failure(kBinary);
+    std::string error = session.save();
+    return error.empty() ? CommandResult::success(session.path()) : failure(std::move(error));
+}
+
+CommandResult exportScene(const ParsedArguments& arguments, SceneSession& session, const std::string& path) {
+    if (arguments.isSet("exportSelected"))
+        return failure(
+            "file: Exporting selected nodes as a scene is not covered by this host. Use -exportAll.");
+    std::error_code ignored;
+    if (!arguments.isSet("force") && std::filesystem::exists(std::filesystem::u8path(path), ignored))
+        return failure("file: " + path + " exists; -force replaces it.");
+    std::string error = session.exportTo(path);
+    return error.empty() ? CommandResult::success(path) : failure(std::move(error));
+}
+
+CommandResult query(const ParsedArguments& arguments, const SceneSession& session) {
+    if (arguments.isSet("sceneName")) return CommandResult::success(session.path());
+    if (arguments.isSet("modified") || arguments.isSet("anyModified"))
+        return CommandResult::success(session.isModified());
+    if (arguments.isSet("type")) return CommandResult::success(Value(std::vector<std::string>{"mayaAscii"}));
+    if (arguments.isSet("reference")) return CommandResult::success(Value(session.document().references));
+    if (arguments.isSet("list")) {
+        std::vector<std::string> files{session.path()};
+        files.insert(files.end(), session.document().references.begin(), session.document().references.end());
+        return CommandResult::success(Value(std::move(files)));
+    }
     const std::vector<std::string> names = arguments.objectNames();
-    if (arguments.isSet("newFile")) {
-        if (!names.empty()) return CommandResult::failure("file: A name for a new scene is not covered.");
-        return newScene(context, arguments);
+    if (arguments.isSet("location"))
+        return CommandResult::success(session.path().empty() ? "unknown" : session.path());
+    if (arguments.isSet("expandName") && !names.empty()) {
+        std::error_code ignored;
+        return CommandResult::success(
+            std::filesystem::absolute(std::filesystem::u8path(names.front()), ignored).generic_u8string());
     }
-    if (names.empty()) return CommandResult::failure("file: No file was named.");
-    return arguments.isSet("import") ? importFile(context, arguments, names.front())
-                                     : exportFile(context, arguments, names.front());
+    return failure("file: This query is not covered by this host.");
+}
+
+CommandResult file(CommandContext& context, const ParsedArguments& arguments, SceneSession& session) {
+    if (arguments.isQuery()) return query(arguments, session);
+    if (arguments.isSet("reference")) {
+        return failure(
+            "file: References cannot be made by this host. Those of an opened scene are kept, but not "
+            "loaded.");
+    }
+    const std::string action = actionOf(arguments);
+    if (action.empty()) {
+        return failure(
+            "file: Exactly one of -open, -import, -save, -rename, -newFile, -exportSelected and -exportAll "
+            "is "
+            "needed.");
+    }
+    if (action == "newFile") return newScene(arguments, session);
+    if (action == "save") return saveScene(arguments, session);
+    const std::vector<std::string> names = arguments.objectNames();
+    if (names.empty()) return failure("file: No file was named.");
+    const std::string& path = names.front();
+    if (action == "rename") {
+        session.rename(path);
+        return CommandResult::success(session.path());
+    }
+    if (action == "open") return openScene(context, arguments, session, path);
+    const FileKind kind = kindOf(arguments, path);
+    if (kind == FileKind::Binary) return failure(kBinary);
+    if (action == "import")
+        return kind == FileKind::Scene ? importScene(context, arguments, session, path)
+                                       : importObj(context, arguments, path);
+    return kind == FileKind::Scene ? exportScene(arguments, session, path)
+                                   : exportObj(context, arguments, path);
 }
 
 }  // namespace
 
-void registerFileCommand(mel::CommandRegistry& registry) {
+void registerFileCommand(mel::CommandRegistry& registry, const std::shared_ptr<SceneSession>& session) {
     Syntax syntax;
-    syntax.flag("i", "import").flag("es", "exportSelected").flag("ea", "exportAll").flag("new", "newFile");
+    syntax.flag("o", "open")
+        .flag("i", "import")
+        .flag("s", "save")
+        .flag("rn", "rename")
+        .flag("new", "newFile");
+    syntax.flag("es", "exportSelected").flag("ea", "exportAll").flag("r", "reference");
     syntax.flag("f", "force").flag("typ", "type", {kText}).flag("op", "options", {kText});
-    syntax.flag("rnn", "returnNewNodes").flag("ns", "namespace", {kText}).flag("sn", "sceneName");
-    // There are no versions, references and namespaces that these flags could affect.
-    syntax.flag("iv", "ignoreVersion").flag("pr", "preserveReferences");
+    syntax.flag("rnn", "returnNewNodes").flag("ns", "namespace", {kText});
+    syntax.flag("sn", "sceneName").flag("mf", "modified").flag("amf", "anyModified").flag("l", "list");
+    syntax.flag("exn", "expandName").flag("loc", "location");
+    // Nothing is loaded or run by opening a scene, and no version is refused.
+    syntax.flag("iv", "ignoreVersion").flag("pr", "preserveReferences").flag("pmt", "prompt", {kSwitch});
+    syntax.flag("esn", "executeScriptNodes", {kSwitch}).flag("lrd", "loadReferenceDepth", {kText});
     syntax.flag("mnc", "mergeNamespacesOnClash", {kSwitch});
     syntax.enableQuery().objects(ObjectKind::Strings, 0, 1);
-    registry.add("file", syntax, file,
-                 "o open s save rn rename r reference rr removeReference ur unloadReference lr "
-                 "loadReference lrd loadReferenceDepth dr deferReference ex exists exn expandName l list "
-                 "loc location mf modified amf anyModified ch constructionHistory chn channels con "
-                 "constraints exp expressions sh shader ra renameAll rpr renamingPrefix gr groupReference "
-                 "gn groupName pmt prompt dns defaultNamespace uns usingNamespaces sa selectAll");
+    registry.add(
+        "file", syntax,
+        [session](CommandContext& context, const ParsedArguments& arguments) {
+            return file(context, arguments, *session);
+        },
+        "rr removeReference ur unloadReference lr loadReference dr deferReference ex exists ch "
+        "constructionHistory chn channels con constraints exp expressions sh shader ra renameAll rpr "
+        "renamingPrefix gr groupReference gn groupName dns defaultNamespace uns usingNamespaces sa "
+        "selectAll");
 }
 
 }  // namespace host::commands

@@ -126,21 +126,21 @@ class ValueReader {
     }
 
     std::string typeError(const graph::Plug& plug) const {
-        if (!isDataType(type_) && tupleSize(type_) == 0)
+        if (!graph::isDataType(type_) && graph::tupleSize(type_) == 0)
             return "setAttr: Data of type '" + type_ + "' is not covered by this host.";
         return "setAttr: The attribute '" + name(plug) + "' is of type '" +
                attributeTypeName(plug.attribute()) + "', not '" + type_ + "'.";
     }
 
     bool fitsTuple(const graph::Attribute& attribute) const {
-        const int size = tupleSize(type_);
+        const int size = graph::tupleSize(type_);
         return size > 0 && static_cast<std::size_t>(size) == attribute.children().size();
     }
 
     std::string readTyped(const graph::Plug& plug) {
         if (type_.empty()) return notSimple(plug);
         const std::string& own = plug.attribute().spec().dataType;
-        if (!isDataType(type_) || (!own.empty() && own != type_)) return typeError(plug);
+        if (!graph::isDataType(type_) || (!own.empty() && own != type_)) return typeError(plug);
         writes_.data.emplace_back(plug, readData(words_, type_));
         return words_.error();
     }

@@ -29,13 +29,15 @@ int lastFailure() {
     return errno != 0 ? errno : EIO;
 }
 
+void writeNothing(std::ostream&) {}
+
 /// Writes a file from its beginning.
 /// @return 0, or the failure
-int put(const fs::path& file, std::string_view text) {
+int put(const fs::path& file, const FileContent& write) {
     errno = 0;
     std::ofstream stream(file, std::ios::binary | std::ios::trunc);
     if (!stream) return lastFailure();
-    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+    write(stream);
     // A full disk may show only when the buffers are flushed, so a failure to close counts too.
     stream.close();
     return stream ? 0 : lastFailure();
@@ -72,33 +74,36 @@ fs::path nameBeside(const fs::path& file) {
 
 /// Puts a new file in place of the existing one, if any.
 /// @return 0, or the failure
-int replace(const fs::path& file, const fs::file_status& status, std::string_view text) {
+int replace(const fs::path& file, const fs::file_status& status, const FileContent& write,
+            const FileStep& settle) {
     const fs::path beside = nameBeside(file);
     std::error_code error;
-    int code = put(beside, {});
+    int code = put(beside, writeNothing);
     // Any other failure, such as a full disk, would also hit the file itself, and its content would be lost.
     const bool isFolderClosed = code == EACCES || code == EPERM || code == EROFS;
-    if (code != 0) return fs::exists(status) && isFolderClosed ? put(file, text) : code;
+    if (code != 0) return fs::exists(status) && isFolderClosed ? put(file, write) : code;
     // Before the text is written: perhaps only few users may read the old file.
     if (fs::exists(status)) fs::permissions(beside, status.permissions(), error);
-    if (!error) code = put(beside, text);
+    if (!error) code = put(beside, write);
+    if (!error && code == 0 && settle) code = settle(beside.u8string());
     if (!error && code == 0) fs::rename(beside, file, error);
     const bool isReplaced = !error && code == 0;
     std::error_code ignored;
     if (!isReplaced) fs::remove(beside, ignored);
     // Some files may be written but not replaced, for example a file of another user in a shared folder.
-    return error ? put(file, text) : code;
+    return error ? put(file, write) : code;
 }
 
-int writeFile(const fs::path& asked, std::string_view text) {
+int writeAt(const fs::path& asked, const FileContent& write, const FileStep& settle) {
     std::error_code error;
     const fs::file_status status = fs::status(asked, error);
     const fs::path file = behindLinks(asked);
-    if (!fs::exists(status)) return file.has_filename() ? replace(file, status, text) : put(asked, text);
+    if (!fs::exists(status))
+        return file.has_filename() ? replace(file, status, write, settle) : put(asked, write);
     // Some links of the system lead to something without a path.
-    if (!fs::is_regular_file(status) || !fs::equivalent(file, asked, error)) return put(asked, text);
+    if (!fs::is_regular_file(status) || !fs::equivalent(file, asked, error)) return put(asked, write);
     const int code = tryWriting(file);
-    return code == 0 ? replace(file, status, text) : code;
+    return code == 0 ? replace(file, status, write, settle) : code;
 }
 
 }  // namespace
@@ -121,7 +126,13 @@ FileText readTextFile(const std::string& path) {
 }
 
 std::string writeTextFile(const std::string& path, std::string_view text) {
-    const int code = writeFile(fs::u8path(path), text);
+    return writeFile(path, [text](std::ostream& stream) {
+        stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+    });
+}
+
+std::string writeFile(const std::string& path, const FileContent& write, const FileStep& settle) {
+    const int code = writeAt(fs::u8path(path), write, settle);
     return code == 0 ? std::string() : cannot("write", path, code);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 
@@ -23,5 +25,14 @@ FileText readTextFile(const std::string& path);
 /// link, the file that it leads to is replaced. Devices, and files in a folder that takes no new files, are
 /// written in place. A file that may not be written is an error.
 std::string writeTextFile(const std::string& path, std::string_view text);
+
+/// Writes the content of a file. Called once more if the file has to be written in place after all.
+using FileContent = std::function<void(std::ostream&)>;
+/// Something to do with a file, by its path. Returns the system's error code, 0 on success.
+using FileStep = std::function<int(const std::string& path)>;
+
+/// The same for content that is written piece by piece.
+/// @param settle  done with the complete new file before it replaces the old one; may be empty
+std::string writeFile(const std::string& path, const FileContent& write, const FileStep& settle = {});
 
 }  // namespace host::geometry

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 
 namespace host::graph {
 
@@ -17,6 +18,20 @@ bool isScalarNumber(const AttributeSpec& spec) {
 }
 
 }  // namespace
+
+double roundedTo(ValueKind kind, double value) {
+    switch (kind) {
+        case ValueKind::Bool:
+            return value != 0.0 ? 1.0 : 0.0;
+        case ValueKind::Int:
+        case ValueKind::Enum:
+            return std::trunc(value);
+        case ValueKind::Float:
+            return static_cast<double>(static_cast<float>(value));
+        default:
+            return value;
+    }
+}
 
 AttributeSpec number(std::string longName, std::string shortName, ValueKind kind) {
     AttributeSpec spec;
@@ -63,6 +78,7 @@ Attribute::Attribute(AttributeSpec spec, const Attribute* parent, int ordinal)
         arrayDepth_ = parent_->arrayDepth_;
         // The children of a computed compound are computed too.
         spec_.isOutput = spec_.isOutput || parent_->isOutput();
+        spec_.isKept = spec_.isKept || parent_->isKept();
     }
     path_.push_back(this);
     if (spec_.isArray) ++arrayDepth_;
@@ -89,6 +105,12 @@ const Attribute* Attribute::child(std::string_view longOrShort) const {
         if (entry->longName() == longOrShort || entry->shortName() == longOrShort) return entry.get();
     }
     return nullptr;
+}
+
+const Attribute* flatArrayOf(const Attribute& attribute) {
+    if (attribute.flatWidth() > 0) return &attribute;
+    const Attribute* parent = attribute.parent();
+    return parent != nullptr && parent->flatWidth() > 0 ? parent : nullptr;
 }
 
 }  // namespace host::graph

@@ -47,6 +47,7 @@ struct AttributeSpec {
     bool isHidden = false;
     bool isKeyable = false;
     bool isWatched = false;  // the node type's `writing` runs before data is written
+    bool isKept = false;     // known from a file only: its node may compute it, but this host does not
     std::vector<std::string> enumNames{};
     std::vector<AttributeSpec> children{};
 
@@ -70,6 +71,10 @@ struct AttributeSpec {
         isWatched = true;
         return std::move(*this);
     }
+    AttributeSpec kept() && {
+        isKept = true;
+        return std::move(*this);
+    }
     AttributeSpec withDefault(double value) && {
         defaultValue = value;
         return std::move(*this);
@@ -84,6 +89,9 @@ struct AttributeSpec {
         return std::move(*this);
     }
 };
+
+/// A number rounded to what a kind stores.
+double roundedTo(ValueKind kind, double value);
 
 AttributeSpec number(std::string longName, std::string shortName, ValueKind kind = ValueKind::Double);
 AttributeSpec typed(std::string longName, std::string shortName, std::string dataType);
@@ -112,6 +120,7 @@ class Attribute {
     bool isArray() const { return spec_.isArray; }
     bool isCompound() const { return spec_.kind == ValueKind::Compound; }
     bool isOutput() const { return spec_.isOutput; }
+    bool isKept() const { return spec_.isKept; }
 
     const Attribute* parent() const { return parent_; }
     const std::vector<std::unique_ptr<Attribute>>& children() const { return children_; }
@@ -144,5 +153,9 @@ class Attribute {
     std::uint32_t sequence_;
     bool dynamic_ = false;
 };
+
+/// The array attribute that holds an attribute's numbers in flat elements: itself or its parent. Null if its
+/// numbers have slots of their own.
+const Attribute* flatArrayOf(const Attribute& attribute);
 
 }  // namespace host::graph

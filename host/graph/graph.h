@@ -33,6 +33,26 @@ struct ComponentSupport {
     std::function<int(Graph&, const NodeRef&, ComponentKind)> count{};
 };
 
+/// The numbers first .. end-1 after a name are taken.
+struct TakenNumbers {
+    long first = 1;
+    long end = 1;
+};
+
+/// What a scene consists of. Handles may keep nodes longer: after this they are not alive any more.
+struct SceneContent {
+    SceneContent() = default;
+    ~SceneContent();
+    SceneContent(const SceneContent&) = delete;
+    SceneContent& operator=(const SceneContent&) = delete;
+
+    std::map<std::uint64_t, NodeRef> nodes;
+    std::unordered_map<std::string, std::vector<Node*>> byName;
+    std::unordered_map<std::string, TakenNumbers> takenNumbers;  // by name without number
+    std::vector<Node*> roots;
+    Selection selection;
+};
+
 /// One connection, from source to destination.
 struct Connection {
     Plug source;
@@ -56,8 +76,8 @@ class Graph {
 
     NodeTypes& types() { return types_; }
     const NodeTypes& types() const { return types_; }
-    Selection& selection() { return selection_; }
-    const Selection& selection() const { return selection_; }
+    Selection& selection() { return content_->selection; }
+    const Selection& selection() const { return content_->selection; }
     /// Replaces the selection. The change is recorded.
     void select(Selection selection);
     OptionVariables& optionVariables() { return optionVariables_; }
@@ -95,7 +115,7 @@ class Graph {
     /// Nodes of a type or of one derived from it, in order of creation.
     std::vector<NodeRef> nodesOfType(std::string_view typeName) const;
     /// Top-level DAG nodes in order.
-    const std::vector<Node*>& roots() const { return roots_; }
+    const std::vector<Node*>& roots() const { return content_->roots; }
     /// All nodes with this own name, in order of creation.
     std::vector<NodeRef> nodesNamed(std::string_view name) const;
     /// "|group|mesh" for a DAG node, the plain name for others.
@@ -106,6 +126,18 @@ class Graph {
     std::string plugName(const Plug& plug) const;
     /// Number of changes to names, nodes and DAG so far. Callers use it to cache look-ups by name.
     std::uint64_t nameVersion() const { return nameVersion_; }
+    /// Number of changes to anything that a scene file holds. What a file says of a node is no change, nor is
+    /// the selection.
+    std::uint64_t changes() const { return changes_; }
+
+    /// Sets the id that files give the node.
+    void setUuid(Node& node, std::string uuid);
+
+    /// Takes everything out of the scene that a file holds: nodes with their connections and names, and the
+    /// selection. The undo queue must be empty, or be emptied before the old scene goes.
+    std::unique_ptr<SceneContent> takeContent();
+    /// Replaces the scene by what was taken before.
+    void putContent(std::unique_ptr<SceneContent> content);
 
     NodeRef shapeOf(const NodeRef& node) const;
     int componentCount(const NodeRef& shape, ComponentKind kind);
@@ -149,6 +181,8 @@ class Graph {
 
     /// Connects, and replaces the connection that `destination` had.
     void connect(const Plug& source, const Plug& destination);
+    /// Connects as a file says: nothing is recorded, and node types are not told.
+    void connectSaved(const Plug& source, const Plug& destination);
     /// Breaks the connection into `destination`, which keeps the value that it had through it. Array elements
     /// that existed only through the connection are removed.
     void disconnect(const Plug& destination);
@@ -185,12 +219,6 @@ class Graph {
     void warnOfMissing();
 
   private:
-    /// The numbers first .. end-1 after a name are taken.
-    struct TakenNumbers {
-        long first = 1;
-        long end = 1;
-    };
-
     void enterScene(const NodeRef& node, Node* parent, int position);
     void leaveScene(Node& node);
     /// The same as recorded steps: they leave alone what has changed since they were recorded.
@@ -201,11 +229,16 @@ class Graph {
     void setParent(Node& node, Node* parent, int position);
     std::string freeName(const std::string& wanted, const Node* parent, bool isDag, const Node* except);
     bool isNameTaken(const std::string& name, const Node* parent, bool isDag, const Node* except) const;
-    std::vector<Node*>& siblings(Node* parent) { return parent != nullptr ? parent->children_ : roots_; }
+    std::vector<Node*>& siblings(Node* parent) {
+        return parent != nullptr ? parent->children_ : content_->roots;
+    }
     std::vector<NodeRef> dependents(const std::vector<NodeRef>& nodes) const;
 
     Plug connectedSource(const Plug& plug) const;
     Plug origin(const Plug& plug, std::vector<ValueKind>& passed);
+    void noteUnevaluated(const Plug& plug, const Plug& source);
+    /// A value or state of the node is about to change.
+    void noteChange(Node& node, const PlugKey& key);
     ComputedValue computed(const Plug& plug);
     void computeUpstream(Node& node);
     void markDownstream(Node& node);
@@ -232,20 +265,18 @@ class Graph {
     void dropHollowElements(const Plug& plug);
 
     NodeTypes types_;
-    std::map<std::uint64_t, NodeRef> nodes_;
-    std::unordered_map<std::string, std::vector<Node*>> byName_;
-    std::unordered_map<std::string, TakenNumbers> takenNumbers_;  // by name without number
-    std::vector<Node*> roots_;
+    std::unique_ptr<SceneContent> content_;
     std::uint64_t nextId_ = 1;
     std::uint64_t nameVersion_ = 0;
-    Selection selection_;
+    std::uint64_t changes_ = 0;
     OptionVariables optionVariables_;
     UndoQueue undoQueue_;
     MessageSink* messages_;
     ComponentSupport componentSupport_;
     Variants variants_;
     std::unique_ptr<RemovalLog> removals_;
-    std::set<std::string> missing_;  // names of nodes that steps had to skip
+    std::set<std::string> missing_;                            // names of nodes that steps had to skip
+    std::set<std::pair<std::uint64_t, PlugKey>> unevaluated_;  // plugs whose old value was reported
     ChangeList* recorder_ = nullptr;
     std::recursive_mutex evaluation_;
     int evaluationDepth_ = 0;  // how many computations are nested; Graph::computeUpstream starts a new count

@@ -16,12 +16,17 @@ bool isBelow(const PlugKey& key, const PlugKey& above) {
            std::equal(above.indices.begin(), above.indices.begin() + above.depth, key.indices.begin());
 }
 
-/// Makes the array elements on the path of a plug exist: a connected element exists.
-void createElements(Graph& graph, const Plug& plug) {
+/// The innermost array element on the path of a plug; an empty plug if there is none.
+Plug elementAbove(const Plug& plug) {
     Plug at = plug;
     while (at && !at.isElement())
         at = at.parent();
-    if (at) graph.createElement(at);
+    return at;
+}
+
+/// Makes the array elements on the path of a plug exist: a connected element exists.
+void createElements(Graph& graph, const Plug& plug) {
+    if (const Plug element = elementAbove(plug)) graph.createElement(element);
 }
 
 /// Whether nothing was ever written into a slot or below it.
@@ -93,6 +98,17 @@ void Graph::breakLink(const Plug& source, const Plug& destination) {
            [source, destination](Graph& graph) { graph.unlinkAgain(source, destination); });
 }
 
+void Graph::connectSaved(const Plug& source, const Plug& destination) {
+    link(source, destination);
+    for (const Plug& plug : {source, destination}) {
+        const Node& node = *plug.node();
+        // Elements of what still waits in the file are made when it is read.
+        if (!node.isIntroduced()) continue;
+        NodeLoader loader(*plug.node());
+        if (plug.key().depth > 0) loader.createElement(elementAbove(plug).key());
+    }
+}
+
 void Graph::linkAgain(const Plug& source, const Plug& destination, int position) {
     const bool hasSource = canStepOn(*source.node());
     if (canStepOn(*destination.node()) && hasSource) link(source, destination, position);
@@ -114,6 +130,7 @@ void Graph::link(const Plug& source, const Plug& destination, int position) {
     const bool isInside = position >= 0 && position < static_cast<int>(links.size());
     const auto at = isInside ? links.begin() + position : links.end();
     links.insert(at, {&to, destination.key()});
+    ++changes_;
     // The next reader of the destination must not get an older value.
     to.isClean_.store(true, std::memory_order_release);
     markDirty(to);
@@ -127,6 +144,7 @@ int Graph::unlink(const Plug& source, const Plug& destination) {
         removals_->connectionGone(source);
         removals_->connectionGone(destination);
     }
+    ++changes_;
     to.incoming_.erase(destination.key());
     auto& attributes = to.incomingAttributes_;
     const auto found = std::find(attributes.begin(), attributes.end(), &destination.attribute());
@@ -191,6 +209,9 @@ std::vector<Connection> Graph::connectionsBelow(const Plug& plug) const {
 }
 
 const Attribute& Graph::addAttribute(Node& node, AttributeSpec spec) {
+    node.introduce();
+    node.hasChanges_ = true;
+    ++changes_;
     const int ordinal = static_cast<int>(node.type_.attributes().size() + node.dynamic_.size());
     node.dynamic_.push_back(std::make_unique<Attribute>(std::move(spec), nullptr, ordinal));
     Attribute& attribute = *node.dynamic_.back();
@@ -204,6 +225,7 @@ const Attribute& Graph::addAttribute(Node& node, AttributeSpec spec) {
 void Graph::parkAttribute(Node& node, const Attribute& attribute) {
     auto& place = node.dynamic_[node.dynamicPosition(attribute)];
     if (!canStepOn(node) || place == nullptr) return;
+    ++changes_;
     // Connections made without a record still exist.
     for (const Connection& connection : connectionsBelow(Plug(node.ref(), &attribute)))
         unlink(connection.source, connection.destination);
@@ -216,6 +238,7 @@ bool Graph::unparkAttribute(Node& node, const Attribute& attribute) {
     const auto found = std::find_if(removed.begin(), removed.end(),
                                     [&](const auto& entry) { return entry.get() == &attribute; });
     if (found == removed.end()) return false;
+    ++changes_;
     node.dynamic_[node.dynamicPosition(attribute)] = std::move(*found);
     removed.erase(found);
     return true;
@@ -230,12 +253,21 @@ void Graph::deleteAttribute(Node& node, const Attribute& attribute) {
     for (const auto& entry : aliases) {
         if (isBelow(entry.second, plug.key())) setAlias(Plug(ref, entry.second), {});
     }
+    node.load(attribute.ordinal());
+    noteChange(node, plug.key());
+    std::map<PlugKey, PlugState> states;
+    for (auto at = node.states_.begin(); at != node.states_.end();) {
+        const auto next = std::next(at);
+        if (isBelow(at->first, plug.key())) states.insert(node.states_.extract(at));
+        at = next;
+    }
     Slot& slot = node.rootSlot(attribute.ordinal());
     const auto old = std::make_shared<Slot>(std::move(slot));
     slot = {};
     node.removed_.push_back(std::move(node.dynamic_[node.dynamicPosition(attribute)]));
-    const auto restore = [ref, old, pointer = &attribute](Graph& graph) {
+    const auto restore = [ref, old, states, pointer = &attribute](Graph& graph) {
         if (!graph.unparkAttribute(*ref, *pointer)) return;
+        ref->states_.insert(states.begin(), states.end());
         ref->rootSlot(pointer->ordinal()) = old->clone();
         graph.markDirty(*ref);
     };
@@ -247,23 +279,33 @@ void Graph::deleteAttribute(Node& node, const Attribute& attribute) {
 
 void Graph::setAlias(const Plug& plug, const std::string& alias) {
     Node& node = *plug.node();
+    node.introduce();
     AliasTable& aliases = node.aliases_;
     const PlugKey key = plug.key();
     const std::size_t position = aliases.position(key);
     const std::string old = aliases.aliasOf(key);
     if (old == alias) return;
+    node.changedAliases_ = true;
+    node.hasChanges_ = true;
+    ++changes_;
     const auto insert = [ref = node.ref(), position, key](const std::string& name) {
         return [=](Graph& graph) {
-            if (graph.canStepOn(*ref)) ref->aliases_.insert(position, name, key);
+            if (!graph.canStepOn(*ref)) return;
+            ++graph.changes_;
+            ref->aliases_.insert(position, name, key);
         };
     };
     const auto rename = [ref = node.ref(), key](const std::string& name) {
         return [=](Graph& graph) {
-            if (graph.canStepOn(*ref)) ref->aliases_.rename(key, name);
+            if (!graph.canStepOn(*ref)) return;
+            ++graph.changes_;
+            ref->aliases_.rename(key, name);
         };
     };
     const auto erase = [ref = node.ref(), key](Graph& graph) {
-        if (graph.canStepOn(*ref)) ref->aliases_.erase(key);
+        if (!graph.canStepOn(*ref)) return;
+        ++graph.changes_;
+        ref->aliases_.erase(key);
     };
     if (old.empty()) {
         aliases.insert(position, alias, key);
@@ -280,6 +322,7 @@ void Graph::setAlias(const Plug& plug, const std::string& alias) {
 void Graph::setState(const Plug& plug, PlugState state) {
     Node& node = *plug.node();
     const PlugState old = node.state(plug.key());
+    noteChange(node, plug.key());
     node.states_[plug.key()] = state;
     const auto stateAgain = [plug](PlugState kept) {
         return [plug, kept](Graph& graph) {

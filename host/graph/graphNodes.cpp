@@ -35,21 +35,43 @@ std::pair<std::string, long> splitNumber(const std::string& name) {
 
 }  // namespace
 
-Graph::Graph() : messages_(&silentSink()) {}
+Graph::Graph() : content_(std::make_unique<SceneContent>()), messages_(&silentSink()) {}
 
 Graph::~Graph() {
     undoQueue_.clear();
-    selection_.clear();
-    // Handles may keep nodes longer than the graph. Then no node may look alive or reach its neighbours.
-    for (auto& entry : nodes_) {
-        Node& node = *entry.second;
-        node.isAlive_ = false;
-        node.incoming_.clear();
-        node.outgoing_.clear();
-        node.children_.clear();
-        node.parent_ = nullptr;
-        node.extension_.reset();
-    }
+}
+
+SceneContent::~SceneContent() {
+    selection.clear();
+    // Handles may keep nodes longer. Then no node may look alive or reach its neighbours.
+    for (auto& entry : nodes)
+        entry.second->leaveForGood();
+}
+
+std::unique_ptr<SceneContent> Graph::takeContent() {
+    ++nameVersion_;
+    ++changes_;
+    return std::exchange(content_, std::make_unique<SceneContent>());
+}
+
+void Graph::putContent(std::unique_ptr<SceneContent> content) {
+    ++nameVersion_;
+    ++changes_;
+    content_ = std::move(content);
+}
+
+void Graph::setUuid(Node& node, std::string uuid) {
+    ++changes_;
+    node.hasChanges_ = true;
+    const std::string old = node.uuid();
+    node.uuid_ = uuid;
+    const auto setAgain = [ref = node.ref()](const std::string& text) {
+        return [ref, text](Graph& graph) {
+            ++graph.changes_;
+            ref->uuid_ = text;
+        };
+    };
+    record(setAgain(old), setAgain(uuid));
 }
 
 void Graph::setVariants(const Variants& variants) {
@@ -63,16 +85,16 @@ void Graph::record(ChangeList::Step undo, ChangeList::Step redo) {
 
 void Graph::select(Selection selection) {
     if (recorder_ != nullptr) {
-        record([old = selection_](Graph& graph) { graph.selectAgain(old); },
+        record([old = content_->selection](Graph& graph) { graph.selectAgain(old); },
                [selection](Graph& graph) { graph.selectAgain(selection); });
     }
-    selection_ = std::move(selection);
+    content_->selection = std::move(selection);
 }
 
 void Graph::selectAgain(const Selection& selection) {
-    selection_ = selection;
+    content_->selection = selection;
     for (const SelectionItem& item : selection.items()) {
-        if (!canStepOn(*item.node)) selection_.removeNode(*item.node);
+        if (!canStepOn(*item.node)) content_->selection.removeNode(*item.node);
     }
 }
 
@@ -104,9 +126,9 @@ NodeRef Graph::createNode(const NodeType& type, const std::string& name, Node* p
 }
 
 void Graph::enterScene(const NodeRef& node, Node* parent, int position) {
-    nodes_[node->id()] = node;
+    content_->nodes[node->id()] = node;
     node->isAlive_ = true;
-    byName_[node->name()].push_back(node.get());
+    content_->byName[node->name()].push_back(node.get());
     if (node->type().isDag()) {
         auto& list = siblings(parent);
         const auto at =
@@ -115,6 +137,7 @@ void Graph::enterScene(const NodeRef& node, Node* parent, int position) {
         node->parent_ = parent;
     }
     ++nameVersion_;
+    ++changes_;
 }
 
 void Graph::leaveScene(Node& node) {
@@ -125,20 +148,21 @@ void Graph::leaveScene(Node& node) {
         unlink(connection.source, connection.destination);
     while (!node.children_.empty())
         setParent(*node.children_.back(), nullptr, -1);
-    takenNumbers_.erase(splitNumber(node.name()).first);
-    auto& named = byName_[node.name()];
+    content_->takenNumbers.erase(splitNumber(node.name()).first);
+    auto& named = content_->byName[node.name()];
     named.erase(std::remove(named.begin(), named.end(), &node), named.end());
-    if (named.empty()) byName_.erase(node.name());
+    if (named.empty()) content_->byName.erase(node.name());
     if (node.type().isDag()) {
         auto& list = siblings(node.parent_);
         list.erase(std::remove(list.begin(), list.end(), &node), list.end());
         node.parent_ = nullptr;
     }
-    selection_.removeNode(node);
+    content_->selection.removeNode(node);
     if (removals_ != nullptr) removals_->nodeGone(node);
     node.isAlive_ = false;
-    nodes_.erase(node.id());
+    content_->nodes.erase(node.id());
     ++nameVersion_;
+    ++changes_;
 }
 
 void Graph::enterAgain(const NodeRef& node, const NodeRef& parent, int position) {
@@ -275,12 +299,12 @@ std::vector<NodeRef> Graph::dependents(const std::vector<NodeRef>& nodes) const 
 void Graph::deleteNodes(const std::vector<NodeRef>& nodes) {
     const std::vector<NodeRef> doomed = dependents(nodes);
     NodeSet gone;
-    Selection remaining = selection_;
+    Selection remaining = content_->selection;
     for (const NodeRef& node : doomed) {
         gone.insert(node.get());
         remaining.removeNode(*node);
     }
-    if (remaining.items().size() != selection_.items().size()) select(std::move(remaining));
+    if (remaining.items().size() != content_->selection.items().size()) select(std::move(remaining));
     // Survivors first: the values that they keep are evaluated while the deleted nodes are still connected.
     for (const NodeRef& node : doomed) {
         for (const Connection& connection : connections(*node)) {
@@ -337,13 +361,14 @@ std::string Graph::rename(Node& node, const std::string& name) {
 }
 
 void Graph::setName(Node& node, const std::string& name) {
-    takenNumbers_.erase(splitNumber(node.name_).first);
-    auto& named = byName_[node.name_];
+    content_->takenNumbers.erase(splitNumber(node.name_).first);
+    auto& named = content_->byName[node.name_];
     named.erase(std::remove(named.begin(), named.end(), &node), named.end());
-    if (named.empty()) byName_.erase(node.name_);
+    if (named.empty()) content_->byName.erase(node.name_);
     node.name_ = name;
-    byName_[name].push_back(&node);
+    content_->byName[name].push_back(&node);
     ++nameVersion_;
+    ++changes_;
 }
 
 void Graph::reparent(Node& node, Node* parent, int position) {
@@ -371,20 +396,21 @@ void Graph::setParent(Node& node, Node* parent, int position) {
               &node);
     node.parent_ = parent;
     ++nameVersion_;
+    ++changes_;
     markDirty(node);
 }
 
 std::vector<NodeRef> Graph::nodes() const {
     std::vector<NodeRef> result;
-    result.reserve(nodes_.size());
-    for (const auto& entry : nodes_)
+    result.reserve(content_->nodes.size());
+    for (const auto& entry : content_->nodes)
         result.push_back(entry.second);
     return result;
 }
 
 std::vector<NodeRef> Graph::nodesOfType(std::string_view typeName) const {
     std::vector<NodeRef> result;
-    for (const auto& entry : nodes_) {
+    for (const auto& entry : content_->nodes) {
         if (entry.second->isA(typeName)) result.push_back(entry.second);
     }
     return result;
@@ -392,8 +418,8 @@ std::vector<NodeRef> Graph::nodesOfType(std::string_view typeName) const {
 
 std::vector<NodeRef> Graph::nodesNamed(std::string_view name) const {
     std::vector<NodeRef> result;
-    const auto found = byName_.find(std::string(name));
-    if (found == byName_.end()) return result;
+    const auto found = content_->byName.find(std::string(name));
+    if (found == content_->byName.end()) return result;
     for (Node* node : found->second)
         result.push_back(node->ref());
     std::sort(result.begin(), result.end(),
@@ -424,8 +450,8 @@ std::string Graph::fullPath(const Node& node) const {
 }
 
 std::string Graph::uniqueName(const Node& node) const {
-    const auto found = byName_.find(node.name());
-    if (found == byName_.end() || found->second.size() == 1) return node.name();
+    const auto found = content_->byName.find(node.name());
+    if (found == content_->byName.end() || found->second.size() == 1) return node.name();
     // Make the path longer upwards until no node of the same name has a path with that end.
     std::vector<const Node*> upwards{&node};
     std::vector<const Node*> rivals;
@@ -457,8 +483,8 @@ int Graph::componentCount(const NodeRef& shape, ComponentKind kind) {
 }
 
 bool Graph::isNameTaken(const std::string& name, const Node* parent, bool isDag, const Node* except) const {
-    const auto found = byName_.find(name);
-    if (found == byName_.end()) return false;
+    const auto found = content_->byName.find(name);
+    if (found == content_->byName.end()) return false;
     return std::any_of(found->second.begin(), found->second.end(), [&](const Node* other) {
         if (other == except) return false;
         // DAG nodes may share a name if their paths differ. All other names are unique in the scene.
@@ -480,9 +506,9 @@ std::string Graph::freeName(const std::string& wanted, const Node* parent, bool 
 std::string Graph::nextName(const std::string& name) {
     const auto [base, number] = splitNumber(name);
     // Thousands of nodes are named one after the other: continue where the last search ended.
-    TakenNumbers& taken = takenNumbers_[base];
+    TakenNumbers& taken = content_->takenNumbers[base];
     if (number + 1 < taken.first || number + 1 > taken.end) taken = {number + 1, number + 1};
-    while (byName_.count(base + std::to_string(taken.end)) != 0)
+    while (content_->byName.count(base + std::to_string(taken.end)) != 0)
         ++taken.end;
     return base + std::to_string(taken.end);
 }

@@ -17,29 +17,6 @@ namespace {
 /// How many computations may be nested before the rest is computed from the far end.
 constexpr int kDeepEvaluation = 50;
 
-/// Rounds a number to what a kind stores.
-double stored(ValueKind kind, double value) {
-    switch (kind) {
-        case ValueKind::Bool:
-            return value != 0.0 ? 1.0 : 0.0;
-        case ValueKind::Int:
-        case ValueKind::Enum:
-            return std::trunc(value);
-        case ValueKind::Float:
-            return static_cast<double>(static_cast<float>(value));
-        default:
-            return value;
-    }
-}
-
-/// The array attribute that holds a plug's number in a flat element; null if the number has a slot of its
-/// own.
-const Attribute* flatArray(const Attribute& attribute) {
-    if (attribute.flatWidth() > 0) return &attribute;
-    const Attribute* parent = attribute.parent();
-    return parent != nullptr && parent->flatWidth() > 0 ? parent : nullptr;
-}
-
 /// Plug of the element that holds a flat number.
 Plug flatElement(const Plug& plug, const Attribute& array) {
     return &plug.attribute() == &array ? plug : plug.child(array);
@@ -71,7 +48,7 @@ double Graph::number(const Plug& plug) {
     const Plug at = origin(plug, passed);
     double value = at.attribute().isOutput() ? number(at) : at.node()->storedNumber(at.key());
     for (auto kind = passed.rbegin(); kind != passed.rend(); ++kind)
-        value = stored(*kind, value);
+        value = roundedTo(*kind, value);
     return value;
 }
 
@@ -87,6 +64,14 @@ DataPtr Graph::data(const Plug& plug) {
     return at == plug ? plug.node()->storedData(plug.key()) : data(at);
 }
 
+/// Warns once that a plug shows an old value.
+void Graph::noteUnevaluated(const Plug& plug, const Plug& source) {
+    const std::lock_guard<std::recursive_mutex> lock(evaluation_);
+    if (!unevaluated_.emplace(plug.node()->id(), plug.key()).second) return;
+    messages_->warning(plugName(plug) + " keeps its last value: " + plugName(source) + " (" +
+                       source.node()->type().name() + ") is not evaluated.");
+}
+
 /// Follows connections up to the plug whose own value counts: an output, or a plug without a source. A cycle
 /// of plain connections yields the plug itself.
 /// @param passed  kinds of the plugs on the way, each of which rounds the value to what it stores
@@ -96,6 +81,10 @@ Plug Graph::origin(const Plug& plug, std::vector<ValueKind>& passed) {
     for (std::size_t steps = 1, limit = 1; !at.attribute().isOutput(); ++steps) {
         const Plug source = at.node()->hasIncoming(at.attribute()) ? connectedSource(at) : Plug();
         if (!source) break;
+        if (source.attribute().isKept()) {
+            noteUnevaluated(at, source);
+            break;
+        }
         passed.push_back(at.attribute().kind());
         source.node()->isClean_.store(true, std::memory_order_release);
         if (source == mark) {
@@ -178,7 +167,7 @@ void Graph::markDirty(Node& node) {
         markDownstream(node);
     } catch (const std::bad_alloc&) {
         // It is no longer known who was told.
-        for (const auto& entry : nodes_) {
+        for (const auto& entry : content_->nodes) {
             entry.second->isClean_.store(false, std::memory_order_release);
             ++entry.second->version_;
         }
@@ -212,13 +201,13 @@ bool Graph::isCurrent(const Plug& output) {
 }
 
 void Graph::setNumber(const Plug& plug, double value) {
-    const double kept = stored(plug.attribute().kind(), value);
+    const double kept = roundedTo(plug.attribute().kind(), value);
     if (recorder_ == nullptr) {
         writeNumber(plug, kept);
         return;
     }
     Node& node = *plug.node();
-    const Attribute* array = flatArray(plug.attribute());
+    const Attribute* array = flatArrayOf(plug.attribute());
     Slot old;
     bool existed = true;
     if (array != nullptr) {
@@ -246,11 +235,17 @@ void Graph::setNumber(const Plug& plug, double value) {
     }
 }
 
+void Graph::noteChange(Node& node, const PlugKey& key) {
+    ++changes_;
+    if (node.awaited_ != nullptr) node.markChanged(key);
+}
+
 void Graph::writeNumber(const Plug& plug, double value) {
     Node& node = *plug.node();
+    noteChange(node, plug.key());
     PlugKey created;
     Slot& slot = node.obtainSlot(plug.key(), created);
-    const Attribute* array = flatArray(plug.attribute());
+    const Attribute* array = flatArrayOf(plug.attribute());
     if (array != nullptr) {
         const int part = array == &plug.attribute() ? 0 : plug.attribute().ordinal();
         const int index = plug.key().indices[static_cast<std::size_t>(array->arrayDepth() - 1)];
@@ -285,6 +280,7 @@ void Graph::setData(const Plug& plug, DataPtr value) {
             record([plug, old](Graph& graph) { graph.restoreSlot(plug, old->clone()); }, redo);
         }
     }
+    noteChange(node, plug.key());
     slot.content = std::move(value);
     markDirty(node);
 }
@@ -305,6 +301,7 @@ void Graph::restoreSlot(const Plug& plug, Slot slot) {
     if (!canStepOn(*plug.node())) return;
     PlugKey created;
     plug.node()->obtainSlot(plug.key(), created) = std::move(slot);
+    noteChange(*plug.node(), plug.key());
     markDirty(*plug.node());
 }
 
@@ -384,6 +381,7 @@ void Graph::removeElement(const Plug& element) {
     const int index = element.logicalIndex();
     if (!hasElement(element)) return;
     if (removals_ != nullptr) removals_->elementGone(element);
+    noteChange(node, array.key());
     PlugKey ignored;
     Slot& slot = node.obtainSlot(array.key(), ignored);
     const auto redo = [element](Graph& graph) { graph.undoCreation(element); };
@@ -414,6 +412,7 @@ void Graph::clearElements(const Plug& arrayPlug) {
     if (elementCount(arrayPlug) == 0) return;
     if (arrayPlug.attribute().flatWidth() > 0 && !node.hasIncoming(arrayPlug.attribute())) {
         if (removals_ != nullptr) removals_->elementsGone(arrayPlug);
+        noteChange(node, arrayPlug.key());
         PlugKey created;
         Slot& slot = node.obtainSlot(arrayPlug.key(), created);
         if (recorder_ != nullptr) {

@@ -189,12 +189,19 @@ NodeRef findNode(const Graph& graph, std::string_view path) {
     return found.size() == 1 ? found.front() : nullptr;
 }
 
+PlugMatch findOwnPlug(const NodeRef& node, std::string_view attributeText) {
+    PlugMatch match = followParts(node, split(attributeText, '.'));
+    if (match.ok) return match;
+    // What is only known from a file has the whole text as its name.
+    const Attribute* kept = node->findKept(attributeText);
+    return kept != nullptr ? PlugMatch{Plug(node, kept), -1, true} : match;
+}
+
 PlugMatch findPlug(const Graph& graph, const NodeRef& node, std::string_view attributeText) {
-    const std::vector<std::string_view> parts = split(attributeText, '.');
-    PlugMatch match = followParts(node, parts);
+    PlugMatch match = findOwnPlug(node, attributeText);
     if (match.ok || !node->type().isDag()) return match;
     const NodeRef shape = graph.shapeOf(node);
-    return shape != nullptr && shape != node ? followParts(shape, parts) : match;
+    return shape != nullptr && shape != node ? findOwnPlug(shape, attributeText) : match;
 }
 
 PlugMatch findPlug(const Graph& graph, std::string_view name) {

@@ -37,6 +37,8 @@ NodeRef findNode(const Graph& graph, std::string_view path);
 /// ancestors may be left out; missing indices are read as 0. Elements need not exist. On a transform, the
 /// attributes of its shape are found too.
 PlugMatch findPlug(const Graph& graph, const NodeRef& node, std::string_view attributeText);
+/// The same for the node alone, without its shape.
+PlugMatch findOwnPlug(const NodeRef& node, std::string_view attributeText);
 
 /// A plug by its whole name "node.attribute"; not ok unless exactly one plug matches.
 PlugMatch findPlug(const Graph& graph, std::string_view name);

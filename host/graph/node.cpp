@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <mutex>
 #include <optional>
+
+#include "graph/scopedValue.h"
 
 namespace host::graph {
 
@@ -54,10 +57,121 @@ Place locate(const std::vector<Slot>& slots, const PlugKey& key) {
 
 }  // namespace
 
+struct Node::Awaited {
+    std::unique_ptr<NodeSource> source;
+    std::atomic<bool> isIntroduced{false};
+    bool isBusy = false;                           // the source is at work
+    std::unique_ptr<std::atomic<bool>[]> waiting;  // by ordinal: the source has values that were not taken
+    int count = 0;                                 // of `waiting`
+};
+
 Node::Node(const NodeType& type, std::string name, std::uint64_t id)
-    : type_(type), name_(std::move(name)), id_(id), slots_(type.attributes().size()) {}
+    : type_(type), name_(std::move(name)), id_(id) {}
+
+Node::~Node() = default;
+
+void Node::leaveForGood() {
+    isAlive_ = false;
+    incoming_.clear();
+    outgoing_.clear();
+    children_.clear();
+    parent_ = nullptr;
+    extension_.reset();
+}
+
+void Node::setSource(std::unique_ptr<NodeSource> source) {
+    awaited_ = std::make_unique<Awaited>();
+    awaited_->source = std::move(source);
+}
+
+namespace {
+
+/// Sources are asked one at a time: a source may share its text with those of other nodes.
+std::recursive_mutex& sourceMutex() {
+    static std::recursive_mutex mutex;
+    return mutex;
+}
+
+bool isElementBelow(const PlugKey& key, int ordinal) {
+    return key.depth > 0 && key.attribute->path().front()->ordinal() == ordinal;
+}
+
+}  // namespace
+
+bool Node::isIntroduced() const {
+    return awaited_ == nullptr || awaited_->isIntroduced.load(std::memory_order_acquire);
+}
+
+void Node::introduceNow() const {
+    Awaited& awaited = *awaited_;
+    if (awaited.isIntroduced.load(std::memory_order_acquire)) return;
+    const std::lock_guard<std::recursive_mutex> lock(sourceMutex());
+    // The source itself uses the node while it introduces it.
+    if (awaited.isIntroduced.load(std::memory_order_relaxed) || awaited.isBusy) return;
+    const ScopedValue<bool> busy(awaited.isBusy, true);
+    NodeLoader loader(const_cast<Node&>(*this));
+    awaited.source->introduce(loader);
+    awaited.count = static_cast<int>(type_.attributes().size() + dynamic_.size());
+    awaited.waiting = std::make_unique<std::atomic<bool>[]>(static_cast<std::size_t>(awaited.count));
+    for (int ordinal = 0; ordinal < awaited.count; ++ordinal)
+        awaited.waiting[static_cast<std::size_t>(ordinal)] =
+            awaited.source->hasValues(ordinal) || hasConnectedElements(ordinal);
+    awaited.isIntroduced.store(true, std::memory_order_release);
+}
+
+void Node::loadNow(int ordinal) const {
+    introduceNow();
+    Awaited& awaited = *awaited_;
+    if (ordinal >= awaited.count) return;
+    std::atomic<bool>& waiting = awaited.waiting[static_cast<std::size_t>(ordinal)];
+    if (!waiting.load(std::memory_order_acquire)) return;
+    const std::lock_guard<std::recursive_mutex> lock(sourceMutex());
+    if (!waiting.load(std::memory_order_relaxed) || awaited.isBusy) return;
+    const ScopedValue<bool> busy(awaited.isBusy, true);
+    Node& self = const_cast<Node&>(*this);
+    NodeLoader loader(self);
+    if (awaited.source->hasValues(ordinal)) awaited.source->load(loader, ordinal);
+    self.createConnectedElements(loader, ordinal);
+    waiting.store(false, std::memory_order_release);
+}
+
+bool Node::hasConnectedElements(int ordinal) const {
+    const auto isHere = [ordinal](const auto& entry) { return isElementBelow(entry.first, ordinal); };
+    return std::any_of(incoming_.begin(), incoming_.end(), isHere) ||
+           std::any_of(outgoing_.begin(), outgoing_.end(), isHere);
+}
+
+void Node::createConnectedElements(NodeLoader& loader, int ordinal) {
+    const auto create = [&](const PlugKey& key) {
+        if (isElementBelow(key, ordinal)) loader.createElement(key);
+    };
+    for (const auto& entry : incoming_)
+        create(entry.first);
+    for (const auto& entry : outgoing_)
+        create(entry.first);
+}
+
+bool Node::isChanged(int ordinal) const {
+    const auto at = static_cast<std::size_t>(ordinal);
+    return at < changed_.size() && changed_[at];
+}
+
+void Node::markChanged(const PlugKey& key) {
+    const auto at = static_cast<std::size_t>(key.attribute->path().front()->ordinal());
+    if (at >= changed_.size()) changed_.resize(at + 1);
+    changed_[at] = true;
+    hasChanges_ = true;
+}
+
+const std::vector<Slot>& Node::slots() const {
+    const auto count = static_cast<int>(type_.attributes().size() + dynamic_.size());
+    for (int ordinal = 0; awaited_ != nullptr && ordinal < count; ++ordinal)
+        load(ordinal);
+    return slots_;
+}
 
 std::vector<const Attribute*> Node::attributes() const {
+    introduce();
     std::vector<const Attribute*> result = type_.attributes();
     for (const auto& attribute : dynamic_)
         result.push_back(attribute.get());
@@ -66,11 +180,19 @@ std::vector<const Attribute*> Node::attributes() const {
 
 const Attribute* Node::findAttribute(std::string_view longOrShort) const {
     if (const Attribute* found = type_.find(longOrShort)) return found;
+    introduce();
     for (const auto& attribute : dynamic_) {
-        if (attribute == nullptr) continue;
+        if (attribute == nullptr || attribute->isKept()) continue;
         if (const Attribute* found = findBelow(*attribute, longOrShort)) return found;
     }
-    return nullptr;
+    return findKept(longOrShort);
+}
+
+const Attribute* Node::findKept(std::string_view name) const {
+    introduce();
+    if (kept_.empty()) return nullptr;
+    const auto found = kept_.find(std::string(name));
+    return found != kept_.end() ? found->second : nullptr;
 }
 
 Plug Node::plug(std::string_view longOrShort) {
@@ -88,6 +210,7 @@ bool Node::hasIncoming(const Attribute& attribute) const {
 }
 
 PlugState Node::state(const PlugKey& key) const {
+    introduce();
     const auto found = states_.find(key);
     if (found != states_.end()) return found->second;
     PlugState state;
@@ -96,6 +219,7 @@ PlugState Node::state(const PlugKey& key) const {
 }
 
 double Node::storedNumber(const PlugKey& key) const {
+    load(key.attribute->path().front()->ordinal());
     const Place place = locate(slots_, key);
     if (place.number) return *place.number;
     if (place.slot != nullptr) {
@@ -105,6 +229,7 @@ double Node::storedNumber(const PlugKey& key) const {
 }
 
 DataPtr Node::storedData(const PlugKey& key) const {
+    load(key.attribute->path().front()->ordinal());
     const Place place = locate(slots_, key);
     if (place.slot != nullptr) {
         if (const auto* value = std::get_if<DataPtr>(&place.slot->content)) return *value;
@@ -113,6 +238,7 @@ DataPtr Node::storedData(const PlugKey& key) const {
 }
 
 const Slot* Node::slot(const PlugKey& key) const {
+    load(key.attribute->path().front()->ordinal());
     return locate(slots_, key).slot;
 }
 
@@ -123,6 +249,11 @@ Slot& Node::rootSlot(int ordinal) {
 }
 
 Slot& Node::obtainSlot(const PlugKey& key, PlugKey& created) {
+    load(key.attribute->path().front()->ordinal());
+    return obtainLoadedSlot(key, created);
+}
+
+Slot& Node::obtainLoadedSlot(const PlugKey& key, PlugKey& created) {
     const auto& path = key.attribute->path();
     Slot* slot = &rootSlot(path.front()->ordinal());
     for (std::size_t k = 0; k < path.size(); ++k) {

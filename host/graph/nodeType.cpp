@@ -30,6 +30,7 @@ NodeType::NodeType(NodeTypeSpec spec, const NodeType* base)
       isDag_(name_ == kDagRoot || (base != nullptr && base->isDag())),
       isAbstract_(spec.isAbstract),
       diesWithLastOutput_(spec.diesWithLastOutput || (base != nullptr && base->diesWithLastOutput())),
+      isKept_(spec.isKept),
       behaviour_(inherit(std::move(spec.behaviour), base)) {
     if (base != nullptr) {
         attributes_ = base->attributes_;
@@ -72,7 +73,10 @@ const NodeType& NodeTypes::add(NodeTypeSpec spec) {
     assert((spec.base.empty() || base != nullptr) && "a node type is registered after its base");
     std::string name = spec.name;
     auto type = std::make_unique<NodeType>(std::move(spec), base);
-    return *(types_[std::move(name)] = std::move(type));
+    auto& place = types_[std::move(name)];
+    if (place != nullptr) replaced_.push_back(std::move(place));
+    place = std::move(type);
+    return *place;
 }
 
 const NodeType* NodeTypes::find(std::string_view name) const {

@@ -50,6 +50,8 @@ struct NodeTypeSpec {
     /// Nodes that only serve others (deformers, history): they are deleted when they lose their last output
     /// connection.
     bool diesWithLastOutput = false;
+    /// Known from files only: nodes are kept with all that a file says of them, and compute nothing.
+    bool isKept = false;
 };
 
 /// A node type with all inherited attributes. Attributes keep their address as long as the type exists.
@@ -64,6 +66,7 @@ class NodeType {
     bool isDag() const { return isDag_; }
     bool isAbstract() const { return isAbstract_; }
     bool diesWithLastOutput() const { return diesWithLastOutput_; }
+    bool isKept() const { return isKept_; }
     const NodeBehaviour& behaviour() const { return behaviour_; }
 
     /// Root attributes, inherited ones first. The position of an attribute is its ordinal.
@@ -79,6 +82,7 @@ class NodeType {
     bool isDag_;
     bool isAbstract_;
     bool diesWithLastOutput_;
+    bool isKept_;
     NodeBehaviour behaviour_;
     std::vector<std::unique_ptr<Attribute>> own_;
     std::vector<const Attribute*> attributes_;
@@ -88,7 +92,8 @@ class NodeType {
 /// The node types of a scene, by name.
 class NodeTypes {
   public:
-    /// Registers a type. Its base must be registered before.
+    /// Registers a type. Its base must be registered before. A kept type of the same name is replaced; nodes
+    /// of it stay as they are.
     const NodeType& add(NodeTypeSpec spec);
     const NodeType* find(std::string_view name) const;
     /// All types by ascending name.
@@ -96,6 +101,7 @@ class NodeTypes {
 
   private:
     std::map<std::string, std::unique_ptr<NodeType>, std::less<>> types_;
+    std::vector<std::unique_ptr<NodeType>> replaced_;  // nodes may still be of these types
 };
 
 }  // namespace host::graph

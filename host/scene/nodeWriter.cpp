@@ -1,0 +1,225 @@
+#include "scene/nodeWriter.h"
+
+#include <algorithm>
+#include <set>
+#include <vector>
+
+#include "graph/names.h"
+#include "scene/addStatements.h"
+#include "scene/dataText.h"
+#include "scene/meshText.h"
+#include "scene/plugText.h"
+#include "scene/words.h"
+
+namespace host::scene {
+
+namespace {
+
+/// The aliases of a node as one statement; empty if it has none.
+std::string aliasText(graph::Node& node) {
+    std::string text;
+    for (const auto& [alias, key] : node.aliases()) {
+        text += text.empty() ? "{" : ",";
+        text += inQuotes(alias) + ',' + inQuotes(graph::Plug(node.ref(), key).attributePath());
+    }
+    return text.empty() ? text : "setAttr \".aal\" -type \"attributeAlias\" " + text + "} ;";
+}
+
+/// Several statements in place of one: each but the first on a line of its own.
+std::string joined(const std::vector<std::string>& statements, const std::string& lineEnd) {
+    std::string text;
+    for (const std::string& statement : statements) {
+        if (!text.empty()) text += lineEnd + '\t';
+        text += statement;
+    }
+    return text;
+}
+
+/// Works out the edits of one node.
+class BlockEditor {
+  public:
+    BlockEditor(graph::Graph& graph, graph::Node& node, const SavedNode& source, const SceneText& text)
+        : graph_(graph), node_(node), source_(source), text_(text), fresh_(graph, node, text.form) {}
+
+    BlockEdits run() {
+        if (!node_.hasChanges()) return {};
+        editDeclarations();
+        const std::vector<AssignedStatement>& assigned = source_.assigned();
+        for (const AssignedStatement& entry : assigned) {
+            if (node_.isChanged(entry.ordinal)) editStatement(entry);
+        }
+        const auto count = static_cast<int>(node_.attributes().size());
+        for (int ordinal = 0; ordinal < count; ++ordinal) {
+            if (!node_.isChanged(ordinal)) continue;
+            if (ordinal == meshOrdinal()) {
+                addMesh();
+            } else {
+                edits_.added += fresh_.text(ordinal);
+            }
+        }
+        if (node_.hasChangedAliases() && !hasAliasStatement_) {
+            if (const std::string text = aliasText(node_); !text.empty())
+                edits_.added += '\t' + text + text_.form.lineEnd;
+        }
+        return std::move(edits_);
+    }
+
+  private:
+    int meshOrdinal() const { return node_.isA("mesh") ? node_.findAttribute("inMesh")->ordinal() : -1; }
+
+    /// Declarations of attributes that are gone go too. Attributes that are new are declared.
+    void editDeclarations() {
+        std::set<std::string> declared;
+        source_.visitStatements([&](std::uint32_t index) {
+            const std::string_view statement = text_.statement(index);
+            if (text_.statements[index].kind == StatementKind::AddAttr) {
+                const auto added = readAddAttr(statement, text_.form.units);
+                if (!added) return;
+                declared.insert(added->spec.longName);
+                const bool isAliasList = added->spec.shortName == "aal";
+                if (!isAliasList && node_.findAttribute(added->spec.longName) == nullptr)
+                    edits_.replaced[index] = {};
+            } else if (text_.statements[index].kind == StatementKind::Rename) {
+                WordScanner words(statement);
+                words.next();
+                words.next();
+                if (words.next().text() != node_.uuid())
+                    edits_.replaced[index] = "rename -uid " + inQuotes(node_.uuid()) + ';';
+            } else if (text_.statements[index].kind == StatementKind::SetAttr) {
+                const auto head = readSetHead(statement, text_.form.isDoubleByte);
+                if (!head || (head->root() != "aal" && head->root() != "attributeAliasList")) return;
+                hasAliasStatement_ = true;
+                if (node_.hasChangedAliases()) edits_.replaced[index] = aliasText(node_);
+            }
+        });
+        for (const graph::Attribute* attribute : node_.attributes()) {
+            if (attribute != nullptr && attribute->isDynamic() && declared.count(attribute->longName()) == 0)
+                edits_.added += addAttrText(*attribute, text_.form.units, text_.form.lineEnd);
+        }
+    }
+
+    void editStatement(const AssignedStatement& entry) {
+        const auto head = readSetHead(text_.statement(entry.statement), text_.form.isDoubleByte);
+        if (entry.ordinal == meshOrdinal()) return editMeshStatement(entry.statement, *head);
+        const auto target = findTarget(node_, head->path);
+        if (!target) return;
+        if (head->hasStates()) fresh_.coverState(target->key);
+        const bool isStateSame = !head->hasStates() || holdsStates(*head, target->key);
+        if (!head->hasValues()) {
+            if (!isStateSame) replace(entry.statement, *target, {head->path.begin(), head->path.end()}, {});
+            return;
+        }
+        const auto values = readValues(*head, *target, text_.form);
+        fresh_.cover(*target, values && values->isRows);
+        const bool isValueSame = values ? holdsValues(node_, *target, *values) : holdsKept(*head, *target);
+        if (isValueSame && isStateSame) return;
+        replace(entry.statement, *target, std::string(head->path),
+                valueTexts(node_, *target, head->path, text_.form));
+    }
+
+    bool holdsStates(const SetHead& head, const graph::PlugKey& key) const {
+        const graph::PlugState state = node_.state(key);
+        return head.isLocked.value_or(state.isLocked) == state.isLocked &&
+               head.isKeyable.value_or(state.isKeyable) == state.isKeyable &&
+               head.isInChannelBox.value_or(state.isInChannelBox) == state.isInChannelBox;
+    }
+
+    /// A value that was not read is there as long as nobody wrote another.
+    bool holdsKept(const SetHead& head, const SetTarget& target) const {
+        const graph::DataPtr data = node_.storedData(target.key);
+        const auto* kept = dynamic_cast<const KeptData*>(data.get());
+        return data == nullptr || (kept != nullptr && kept->text == head.values);
+    }
+
+    void replace(std::uint32_t statement, const SetTarget& target, const std::string& path,
+                 const std::vector<std::string>& values) {
+        const std::string flags = stateFlags(*target.key.attribute, node_.state(target.key));
+        std::vector<std::string> statements;
+        for (const std::string& value : values)
+            statements.push_back("setAttr " + flags + value + ';');
+        if (statements.empty() && !flags.empty())
+            statements.push_back("setAttr " + flags + "\"." + path + "\";");
+        edits_.replaced[statement] = joined(statements, text_.form.lineEnd);
+    }
+
+    /// The mesh that the shape holds itself; null if a connection gives it one.
+    nodes::MeshPtr ownMesh() const {
+        const graph::PlugKey key{node_.findAttribute("inMesh"), {}, 0};
+        if (node_.incoming().count(key) != 0) return nullptr;
+        return graph::dataAs<nodes::MeshData>(node_.storedData(key));
+    }
+
+    /// Statements of points that did not move stay; with other faces, all statements of the old mesh go.
+    void editMeshStatement(std::uint32_t statement, const SetHead& head) {
+        const nodes::MeshPtr now = ownMesh();
+        const nodes::MeshPtr& then = source_.mesh();
+        if (now == then) return;
+        const bool isSameTopology =
+            now != nullptr && then != nullptr && now->mesh.topologyPtr() == then->mesh.topologyPtr();
+        if (!isSameTopology) {
+            edits_.replaced[statement] = {};
+            return;
+        }
+        if (auto text = movedPointsText(now->mesh, then->mesh, head.path)) edits_.replaced[statement] = *text;
+    }
+
+    void addMesh() {
+        const nodes::MeshPtr now = ownMesh();
+        const nodes::MeshPtr& then = source_.mesh();
+        if (now == nullptr || now == then) return;
+        if (then != nullptr && now->mesh.topologyPtr() == then->mesh.topologyPtr()) return;
+        edits_.added += pointsText(now->mesh, text_.form.lineEnd) + facesText(now->mesh, text_.form.lineEnd);
+    }
+
+    graph::Graph& graph_;
+    graph::Node& node_;
+    const SavedNode& source_;
+    const SceneText& text_;
+    NewValues fresh_;
+    BlockEdits edits_{};
+    bool hasAliasStatement_ = false;
+};
+
+}  // namespace
+
+BlockEdits blockEdits(graph::Graph& graph, graph::Node& node, const SavedNode& source,
+                      const SceneText& text) {
+    return BlockEditor(graph, node, source, text).run();
+}
+
+std::string createNodeText(const graph::Graph& graph, const graph::Node& node, bool isShared) {
+    std::string text = "createNode " + node.type().name();
+    if (isShared) text += " -s";
+    text += " -n " + inQuotes(node.name());
+    if (node.parent() != nullptr) text += " -p " + inQuotes(graph.uniqueName(*node.parent()));
+    return text + ';';
+}
+
+std::string newNodeText(graph::Graph& graph, graph::Node& node, const std::string& uuid,
+                        const TextForm& form) {
+    std::string text = createNodeText(graph, node, false) + form.lineEnd;
+    text += "\trename -uid " + inQuotes(uuid) + ';' + form.lineEnd;
+    if (node.aliases().size() > 0)
+        text += "\taddAttr -ci true -h true -sn \"aal\" -ln \"attributeAliasList\" -dt \"attributeAlias\";" +
+                form.lineEnd;
+    for (const graph::Attribute* attribute : node.attributes()) {
+        if (attribute != nullptr && attribute->isDynamic())
+            text += addAttrText(*attribute, form.units, form.lineEnd);
+    }
+    const int mesh = node.isA("mesh") ? node.findAttribute("inMesh")->ordinal() : -1;
+    NewValues values(graph, node, form);
+    for (int ordinal = 0; ordinal < static_cast<int>(node.attributes().size()); ++ordinal) {
+        if (ordinal != mesh) {
+            text += values.text(ordinal);
+            continue;
+        }
+        const graph::PlugKey key{node.findAttribute("inMesh"), {}, 0};
+        const auto data = graph::dataAs<nodes::MeshData>(node.storedData(key));
+        if (data != nullptr && node.incoming().count(key) == 0)
+            text += pointsText(data->mesh, form.lineEnd) + facesText(data->mesh, form.lineEnd);
+    }
+    if (const std::string aliases = aliasText(node); !aliases.empty()) text += '\t' + aliases + form.lineEnd;
+    return text;
+}
+
+}  // namespace host::scene

@@ -1,0 +1,336 @@
+#include "scene/plugText.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "scene/dataText.h"
+#include "scene/fileTypes.h"
+#include "scene/numbersText.h"
+
+namespace host::scene {
+
+namespace {
+
+using graph::Attribute;
+using graph::PlugKey;
+using graph::ValueKind;
+
+/// Elements of a list in one statement, as the host divides it.
+int chunkSize(const Attribute& array) {
+    const std::string& name = array.shortName();
+    if (name == "pt" || name == "n") return 166;
+    if (name == "uvsp") return 250;
+    if (name == "clsp") return 125;
+    return 500;
+}
+
+void appendNumber(std::string& text, ValueKind kind, double value, const TextForm& form) {
+    const double inFile = form.units.toFile(kind, value);
+    if (kind == ValueKind::Bool) {
+        text += value != 0.0 ? "yes" : "no";
+    } else if (kind == ValueKind::Float) {
+        appendSingle(text, inFile);
+    } else {
+        appendDouble(text, inFile);
+    }
+}
+
+/// The type flag of a compound of numbers: "double3"; empty if its children differ or it has none.
+std::string tupleType(const Attribute& compound) {
+    const auto& children = compound.children();
+    if (children.size() < 2 || children.size() > 4) return {};
+    const auto nameOf = [](const Attribute& child) -> std::string {
+        switch (child.kind()) {
+            case ValueKind::Float:
+                return "float";
+            case ValueKind::Int:
+                return child.spec().dataType == "short" ? "short" : "long";
+            case ValueKind::Double:
+            case ValueKind::Distance:
+            case ValueKind::Angle:
+                return "double";
+            default:
+                return {};
+        }
+    };
+    const std::string first = nameOf(*children.front());
+    const bool isUniform =
+        !first.empty() && std::all_of(children.begin(), children.end(), [&](const auto& child) {
+            return !child->isArray() && nameOf(*child) == first;
+        });
+    return isUniform ? first + std::to_string(children.size()) : std::string();
+}
+
+const graph::NumberMulti* flatAt(const graph::Node& node, const PlugKey& array) {
+    const graph::Slot* slot = node.slot(array);
+    if (slot == nullptr) return nullptr;
+    const auto* numbers = std::get_if<std::unique_ptr<graph::NumberMulti>>(&slot->content);
+    return numbers != nullptr ? numbers->get() : nullptr;
+}
+
+PlugKey arrayKey(PlugKey key, const Attribute& array) {
+    key.attribute = &array;
+    key.depth = static_cast<std::uint8_t>(array.arrayDepth() - 1);
+    key.indices[key.depth] = 0;
+    return key;
+}
+
+/// Whether the node holds a value at a single plug.
+bool exists(const graph::Node& node, const PlugKey& key) {
+    const Attribute& attribute = *key.attribute;
+    if (attribute.kind() == ValueKind::Typed) return node.storedData(key) != nullptr;
+    if (const Attribute* array = graph::flatArrayOf(attribute)) {
+        const graph::NumberMulti* numbers = flatAt(node, arrayKey(key, *array));
+        return numbers != nullptr &&
+               numbers->contains(key.indices[static_cast<std::size_t>(array->arrayDepth() - 1)]);
+    }
+    if (key.depth == 0) return true;
+    return node.slot(key) != nullptr;
+}
+
+/// The numbers of one element, each after a blank.
+void appendElement(std::string& text, const graph::Node& node, const PlugKey& key, const TextForm& form) {
+    const Attribute& attribute = *key.attribute;
+    if (!attribute.isCompound()) {
+        text += ' ';
+        return appendNumber(text, attribute.kind(), node.storedNumber(key), form);
+    }
+    for (const auto& child : attribute.children()) {
+        PlugKey below = key;
+        below.attribute = child.get();
+        text += ' ';
+        appendNumber(text, child->kind(), node.storedNumber(below), form);
+    }
+}
+
+/// `count index weight index weight ...` of the inner array of one element.
+void appendRow(std::string& text, const graph::Node& node, const PlugKey& key, const TextForm& form) {
+    const graph::NumberMulti* numbers = flatAt(node, key);
+    text += ' ' + std::to_string(numbers != nullptr ? numbers->size() : 0);
+    if (numbers == nullptr) return;
+    for (const int index : numbers->indices()) {
+        text += ' ' + std::to_string(index) + ' ';
+        appendNumber(text, key.attribute->kind(), *numbers->find(index), form);
+    }
+}
+
+/// The path with another range of elements in place of its own.
+std::string withRange(std::string_view path, int first, int last) {
+    const std::size_t colon = path.find(':');
+    if (colon == std::string_view::npos) return std::string(path);
+    const std::size_t open = path.rfind('[', colon);
+    const std::size_t close = path.find(']', colon);
+    const std::string range =
+        first == last ? std::to_string(first) : std::to_string(first) + ':' + std::to_string(last);
+    return std::string(path.substr(0, open + 1)) + range + std::string(path.substr(close));
+}
+
+std::vector<std::string> plainText(const graph::Node& node, const PlugKey& key, std::string_view path,
+                                   const TextForm& form) {
+    const Attribute& attribute = *key.attribute;
+    if (!exists(node, key)) return {};
+    std::string text = '"' + ('.' + std::string(path)) + "\" ";
+    if (attribute.kind() == ValueKind::Typed) {
+        const std::string value = dataText(*node.storedData(key));
+        return value.empty() ? std::vector<std::string>() : std::vector<std::string>{text + value};
+    }
+    const std::string type = attribute.isCompound() ? tupleType(attribute) : std::string();
+    if (!type.empty()) text += "-type \"" + type + '"';
+    std::string numbers;
+    appendElement(numbers, node, key, form);
+    text += type.empty() ? numbers.substr(1) : numbers + ' ';
+    return {text};
+}
+
+}  // namespace
+
+std::string plugPath(const PlugKey& key) {
+    std::string text;
+    int depth = 0;
+    for (const Attribute* attribute : key.attribute->path()) {
+        const bool isLast = attribute == key.attribute;
+        if (attribute->isArray()) ++depth;
+        if (!isLast && !attribute->isArray()) continue;
+        if (!text.empty()) text += '.';
+        text += attribute->shortName();
+        if (attribute->isArray() && depth <= key.depth)
+            text += '[' + std::to_string(key.indices[static_cast<std::size_t>(depth - 1)]) + ']';
+    }
+    return text;
+}
+
+std::string nodeText(const graph::Graph& graph, const graph::Node& node) {
+    const std::string name = graph.uniqueName(node);
+    const bool isDefault = !node.type().isDag() && defaultTypeOf(node.name()).has_value();
+    return isDefault ? ':' + name : name;
+}
+
+std::string plugText(const graph::Graph& graph, const graph::Plug& plug) {
+    return nodeText(graph, *plug.node()) + '.' + plugPath(plug.key());
+}
+
+std::vector<std::string> valueTexts(const graph::Node& node, const SetTarget& target, std::string_view path,
+                                    const TextForm& form) {
+    if (target.rangeDepth == 0) return plainText(node, target.key, path, form);
+    const Attribute& attribute = *target.key.attribute;
+    const bool isRows = attribute.isArray() && target.key.depth < attribute.arrayDepth();
+    const auto hasElement = [&](int k) {
+        return isRows ? node.slot(target.at(k)) != nullptr : exists(node, target.at(k));
+    };
+    std::vector<std::string> texts;
+    const int start = target.key.indices[static_cast<std::size_t>(target.rangeDepth - 1)];
+    for (int k = 0; k < target.count; ++k) {
+        if (!hasElement(k)) continue;
+        const int first = k;
+        std::string values;
+        for (; k < target.count && hasElement(k); ++k) {
+            if (isRows) {
+                appendRow(values, node, target.at(k), form);
+            } else {
+                appendElement(values, node, target.at(k), form);
+            }
+        }
+        const std::string size = k - first > 1 ? "-s " + std::to_string(k - first) + ' ' : std::string();
+        texts.push_back(size + "\"." + withRange(path, start + first, start + k - 1) + '"' + ' ' + values);
+    }
+    return texts;
+}
+
+std::string stateFlags(const Attribute& attribute, const graph::PlugState& state) {
+    std::string text;
+    if (state.isLocked) text += "-l on ";
+    if (state.isKeyable != attribute.spec().isKeyable) text += state.isKeyable ? "-k on " : "-k off ";
+    if (state.isInChannelBox) text += "-cb on ";
+    return text;
+}
+
+void NewValues::cover(const SetTarget& target, bool isRows) {
+    for (int k = 0; k < target.count; ++k) {
+        const PlugKey key = target.at(k);
+        covered_.insert(key);
+        if (isRows) continue;
+        for (const auto& child : key.attribute->children()) {
+            PlugKey below = key;
+            below.attribute = child.get();
+            covered_.insert(below);
+        }
+    }
+}
+
+std::string NewValues::text(int ordinal) {
+    text_.clear();
+    const auto attributes = node_.attributes();
+    const Attribute* attribute = attributes[static_cast<std::size_t>(ordinal)];
+    if (attribute != nullptr && !attribute->isOutput()) {
+        const PlugKey key{attribute, {}, 0};
+        if (const graph::Slot* slot = node_.slot(key)) write(*attribute, key, *slot);
+        writeStates(ordinal);
+    }
+    return std::move(text_);
+}
+
+void NewValues::line(const std::string& text) {
+    text_ += "\tsetAttr " + text + ';' + form_.lineEnd;
+}
+
+/// Whether a connection gives the plug its value: then the node has none of its own to save.
+bool NewValues::isFed(const PlugKey& key) const {
+    // Deltas of a connected target mesh are made anew from it.
+    const Attribute* above = key.attribute->parent();
+    if (const Attribute* target = above != nullptr ? above->child("inputGeomTarget") : nullptr) {
+        PlugKey mesh = key;
+        mesh.attribute = target;
+        if (node_.incoming().count(mesh) != 0) return true;
+    }
+    if (!node_.hasIncoming(*key.attribute)) return false;
+    for (graph::Plug plug(node_.ref(), key); plug; plug = plug.parent()) {
+        if (graph_.source(plug)) return true;
+    }
+    return false;
+}
+
+void NewValues::write(const Attribute& attribute, PlugKey key, const graph::Slot& slot) {
+    if (const auto* numbers = std::get_if<std::unique_ptr<graph::NumberMulti>>(&slot.content)) {
+        writeNumbers(attribute, key, **numbers);
+    } else if (const auto* multi = std::get_if<std::unique_ptr<graph::ElementMulti>>(&slot.content)) {
+        writeElements(attribute, key, **multi);
+    } else if (const auto* children = std::get_if<std::unique_ptr<graph::Slot::Children>>(&slot.content)) {
+        if (writeTuple(key)) return;
+        for (const auto& child : attribute.children()) {
+            key.attribute = child.get();
+            write(*child, key, (**children)[static_cast<std::size_t>(child->ordinal())]);
+        }
+    } else if (!slot.empty()) {
+        writePlain(key);
+    }
+}
+
+void NewValues::writePlain(const PlugKey& key) {
+    if (isCovered(key) || isFed(key)) return;
+    for (const std::string& text : plainText(node_, key, plugPath(key), form_))
+        line(text);
+}
+
+/// A compound of like numbers is written as one value, if no part of it is written or fed.
+bool NewValues::writeTuple(const PlugKey& key) {
+    if (tupleType(*key.attribute).empty()) return false;
+    for (const auto& child : key.attribute->children()) {
+        PlugKey below = key;
+        below.attribute = child.get();
+        if (isCovered(below) || isFed(below)) return false;
+    }
+    writePlain(key);
+    return true;
+}
+
+void NewValues::writeElements(const Attribute& array, const PlugKey& key, const graph::ElementMulti& multi) {
+    for (const auto& [index, element] : multi.elements) {
+        PlugKey at = key;
+        at.indices[at.depth++] = index;
+        write(array, at, *element);
+    }
+}
+
+/// Runs of neighbouring elements, in pieces of the host's size.
+void NewValues::writeNumbers(const Attribute& array, const PlugKey& key, const graph::NumberMulti& numbers) {
+    if (isCovered(key)) return;
+    const auto keyOf = [&](int index) {
+        PlugKey at = key;
+        at.indices[at.depth++] = index;
+        return at;
+    };
+    const auto isWanted = [&](int index) { return !isCovered(keyOf(index)) && !isFed(keyOf(index)); };
+    const std::string path = plugPath(key);
+    const std::vector<int>& indices = numbers.indices();
+    for (std::size_t k = 0; k < indices.size();) {
+        if (!isWanted(indices[k])) {
+            ++k;
+            continue;
+        }
+        const std::size_t first = k;
+        const auto isNext = [&] {
+            return k < indices.size() && indices[k] - indices[first] == static_cast<int>(k - first) &&
+                   isWanted(indices[k]) && static_cast<int>(k - first) < chunkSize(array);
+        };
+        std::string values;
+        for (; isNext(); ++k)
+            appendElement(values, node_, keyOf(indices[k]), form_);
+        const int last = indices[k - 1];
+        if (k - first == 1) {
+            line(plainText(node_, keyOf(last), path + '[' + std::to_string(last) + ']', form_).front());
+        } else {
+            line("-s " + std::to_string(k - first) + " \"." + path + '[' + std::to_string(indices[first]) +
+                 ':' + std::to_string(last) + "]\" " + values);
+        }
+    }
+}
+
+void NewValues::writeStates(int ordinal) {
+    for (const auto& [key, state] : node_.states()) {
+        if (key.attribute->path().front()->ordinal() != ordinal || states_.count(key) != 0) continue;
+        const std::string flags = stateFlags(*key.attribute, state);
+        if (!flags.empty()) line(flags + "\"." + plugPath(key) + '"');
+    }
+}
+
+}  // namespace host::scene

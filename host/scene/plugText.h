@@ -1,0 +1,65 @@
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "graph/graph.h"
+#include "scene/setStatement.h"
+
+namespace host::scene {
+
+/// The name of a plug in a file, after the node's dot: short names, indices of arrays, and of the compounds
+/// above it only those that are arrays. "it[0].itg[3].tw[7]", "tx".
+std::string plugPath(const graph::PlugKey& key);
+/// Plug of the node as a connection names it: "node.path". Default nodes have a colon in front.
+std::string plugText(const graph::Graph& graph, const graph::Plug& plug);
+/// The shortest name of a node that is unique in the scene.
+std::string nodeText(const graph::Graph& graph, const graph::Node& node);
+
+/// The text after a statement's flags for the values that a node now holds at a target: name, type, numbers.
+/// One text for each run of elements that exist; none if there is no value at all.
+/// @param path  how the file names the target; ranges are replaced
+std::vector<std::string> valueTexts(const graph::Node& node, const SetTarget& target, std::string_view path,
+                                    const TextForm& form);
+
+/// The values and states of some attributes that no statement of the file names, as statements with line
+/// ends.
+class NewValues {
+  public:
+    NewValues(graph::Graph& graph, graph::Node& node, const TextForm& form)
+        : graph_(graph), node_(node), form_(form) {}
+
+    /// These are written already.
+    void cover(const SetTarget& target, bool isRows);
+    void coverState(const graph::PlugKey& key) { states_.insert(key); }
+
+    /// @param ordinal  of the root attribute
+    std::string text(int ordinal);
+
+  private:
+    void write(const graph::Attribute& attribute, graph::PlugKey key, const graph::Slot& slot);
+    void writeNumbers(const graph::Attribute& array, const graph::PlugKey& key,
+                      const graph::NumberMulti& numbers);
+    void writeElements(const graph::Attribute& array, const graph::PlugKey& key,
+                       const graph::ElementMulti& multi);
+    void writePlain(const graph::PlugKey& key);
+    bool writeTuple(const graph::PlugKey& key);
+    void writeStates(int ordinal);
+    bool isFed(const graph::PlugKey& key) const;
+    bool isCovered(const graph::PlugKey& key) const { return covered_.count(key) != 0; }
+    void line(const std::string& text);
+
+    graph::Graph& graph_;
+    graph::Node& node_;
+    const TextForm& form_;
+    std::set<graph::PlugKey> covered_;  // single plugs, and elements of flat arrays
+    std::set<graph::PlugKey> states_;
+    std::string text_;
+};
+
+/// The flags of a state that differs from what the attribute has from the start; empty if none does.
+std::string stateFlags(const graph::Attribute& attribute, const graph::PlugState& state);
+
+}  // namespace host::scene

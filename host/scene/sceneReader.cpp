@@ -1,0 +1,327 @@
+#include "scene/sceneReader.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "graph/names.h"
+#include "scene/fileTypes.h"
+#include "scene/words.h"
+
+namespace host::scene {
+
+namespace {
+
+using graph::NodeRef;
+
+/// The words of a createNode or select statement.
+struct NodeWords {
+    std::string type, name, parent;
+    bool isShared = false;
+    bool ok = false;
+};
+
+NodeWords readCreateNode(std::string_view statement) {
+    WordScanner words(statement);
+    words.next();
+    NodeWords node;
+    for (Word word = words.next(); !word.isEnd(); word = words.next()) {
+        if (word.isBare("-n") || word.isBare("-name")) {
+            node.name = words.next().text();
+        } else if (word.isBare("-p") || word.isBare("-parent")) {
+            node.parent = words.next().text();
+        } else if (word.isBare("-s") || word.isBare("-shared")) {
+            node.isShared = true;
+        } else if (word.isBare("-ss") || word.isBare("-skipSelect")) {
+        } else if (!word.isFlag() && node.type.empty()) {
+            node.type = word.text();
+        } else {
+            return node;
+        }
+    }
+    node.ok = !node.type.empty();
+    return node;
+}
+
+NodeWords readSelect(std::string_view statement) {
+    WordScanner words(statement);
+    words.next();
+    NodeWords node;
+    for (Word word = words.next(); !word.isEnd(); word = words.next()) {
+        if (word.isFlag()) {
+            if (!word.isBare("-ne") && !word.isBare("-noExpand")) return node;
+        } else if (node.name.empty()) {
+            node.name = word.text();
+        } else {
+            return node;
+        }
+    }
+    node.ok = !node.name.empty();
+    return node;
+}
+
+/// A legal name of a node in a file: with namespaces, and perhaps a colon in front.
+bool isNodeName(std::string_view name) {
+    if (!name.empty() && name.front() == ':') name.remove_prefix(1);
+    for (std::size_t from = 0;;) {
+        const std::size_t colon = std::min(name.find(':', from), name.size());
+        if (!graph::isLegalName(name.substr(from, colon - from))) return false;
+        if (colon == name.size()) return true;
+        from = colon + 1;
+    }
+}
+
+class Reader {
+  public:
+    Reader(graph::Graph& graph, std::shared_ptr<const SceneText> text, const ReadOptions& options)
+        : graph_(graph), text_(std::move(text)), options_(options) {
+        result_.document.text = text_;
+    }
+
+    ReadResult run() {
+        types_ = fileTypes(*text_, graph_.types());
+        const auto count = static_cast<std::uint32_t>(text_->statements.size());
+        for (std::uint32_t k = 0; k < count && result_.ok(); ++k)
+            read(k);
+        closeBlock(count);
+        return std::move(result_);
+    }
+
+  private:
+    void fail(std::uint32_t statement, const std::string& why) {
+        result_.error = text_->place(statement) + ": " + why;
+    }
+
+    void read(std::uint32_t index) {
+        switch (text_->statements[index].kind) {
+            case StatementKind::CreateNode:
+                return create(index);
+            case StatementKind::Select:
+                return select(index);
+            case StatementKind::SetAttr:
+            case StatementKind::AddAttr:
+            case StatementKind::Rename:
+                if (!isOpen_)
+                    fail(index,
+                         "This statement belongs to no node: no createNode or select comes before it.");
+                return;
+            case StatementKind::ConnectAttr:
+                closeBlock(index);
+                return connect(index);
+            case StatementKind::Parent:
+            case StatementKind::LockNode:
+            case StatementKind::Instanceable:
+            case StatementKind::Relationship:
+                closeBlock(index);
+                return mention(index);
+            case StatementKind::File:
+                return reference(index);
+            default:
+                return;
+        }
+    }
+
+    void openBlock(std::uint32_t index, NodeRef node) {
+        closeBlock(index);
+        result_.document.blocks.push_back({index, index + 1, std::move(node), {}});
+        isOpen_ = true;
+        isBlockOpen_ = true;
+    }
+
+    /// Gives the node its statements.
+    void closeBlock(std::uint32_t end) {
+        if (!isBlockOpen_) return;
+        isBlockOpen_ = false;
+        SavedBlock& block = result_.document.blocks.back();
+        block.last = end;
+        if (block.node == nullptr || end == block.first + 1) return;
+        SavedNode*& source = result_.document.sources[block.node.get()];
+        if (source == nullptr) {
+            auto fresh = std::make_unique<SavedNode>(text_, graph_);
+            source = fresh.get();
+            block.node->setSource(std::move(fresh));
+        }
+        source->addStatements(block.first + 1, end);
+    }
+
+    /// A name of the file as a name of the scene.
+    std::string inScene(const std::string& name) const {
+        if (options_.nameSpace.empty() || name.empty()) return name;
+        std::string result;
+        for (std::size_t from = 0; from <= name.size();) {
+            const std::size_t bar = std::min(name.find('|', from), name.size());
+            const std::string part = name.substr(from, bar - from);
+            // A name from the root names a node that every scene has.
+            if (!part.empty()) result += part.front() == ':' ? part : options_.nameSpace + part;
+            if (bar < name.size()) result += '|';
+            from = bar + 1;
+        }
+        return result;
+    }
+
+    NodeRef find(const std::string& name) const {
+        if (NodeRef node = graph::findNode(graph_, inScene(name))) return node;
+        // Default nodes are in the root namespace, whether the file says so or not.
+        NodeRef node = options_.nameSpace.empty() ? nullptr : graph::findNode(graph_, name);
+        return node != nullptr && isDefault(*node) ? node : nullptr;
+    }
+
+    static bool isDefault(const graph::Node& node) { return defaultTypeOf(node.name()).has_value(); }
+
+    void create(std::uint32_t index) {
+        const NodeWords words = readCreateNode(text_->statement(index));
+        if (!words.ok || (!words.name.empty() && !isNodeName(words.name)))
+            return fail(index, "This is not a createNode statement of a scene file.");
+        NodeRef parent;
+        if (!words.parent.empty()) {
+            parent = find(words.parent);
+            if (parent == nullptr || !parent->type().isDag())
+                return fail(index,
+                            "The parent '" + words.parent + "' is not in the scene, or there are several.");
+        }
+        if (words.isShared) {
+            if (const NodeRef present = find(words.name)) {
+                const bool isOwn = !options_.isImport || !isDefault(*present);
+                return openBlock(index, isOwn ? present : nullptr);
+            }
+        }
+        const graph::NodeType* type = nodeTypeFor(graph_.types(), words.type, types_);
+        if (type == nullptr) return fail(index, "Nodes of type '" + words.type + "' cannot be created.");
+        if (parent != nullptr && !type->isDag())
+            return fail(index, "A node of type '" + words.type + "' cannot have a parent.");
+        std::string name = inScene(words.name);
+        if (!name.empty() && name.front() == ':') name.erase(0, 1);
+        const NodeRef node = graph_.createNode(*type, name, parent.get());
+        result_.created.push_back(node);
+        openBlock(index, node);
+        if (node->name() != name) result_.document.blocks.back().name = node->name();
+    }
+
+    void select(std::uint32_t index) {
+        const NodeWords words = readSelect(text_->statement(index));
+        if (!words.ok) return fail(index, "This is not a select statement of a scene file.");
+        NodeRef node = find(words.name);
+        if (node == nullptr && !options_.isImport) {
+            const std::string name = words.name.front() == ':' ? words.name.substr(1) : words.name;
+            const auto type = defaultTypeOf(name);
+            // What a reference holds is not loaded.
+            if (type && isNodeName(name))
+                node = graph_.createNode(*nodeTypeFor(graph_.types(), *type, types_), name);
+        }
+        openBlock(index, options_.isImport ? nullptr : node);
+    }
+
+    /// The plug of a connection; an empty one if its node is not in the scene.
+    graph::Plug plugOf(const std::string& name) {
+        const std::size_t dot = name.find('.');
+        if (dot == std::string::npos) return {};
+        const NodeRef node = find(name.substr(0, dot));
+        if (node == nullptr) return {};
+        const std::string_view path = std::string_view(name).substr(dot + 1);
+        const graph::PlugMatch match = graph::findOwnPlug(node, path);
+        const bool isOne = match.ok && match.plug.isFullyIndexed() && match.last == match.plug.logicalIndex();
+        if (isOne) return match.plug;
+        graph::NodeLoader loader(*node);
+        return {node, {&keptAttribute(loader, path), {}, 0}};
+    }
+
+    void connect(std::uint32_t index) {
+        WordScanner words(text_->statement(index));
+        words.next();
+        std::vector<std::string> names;
+        bool isNext = false;
+        for (Word word = words.next(); !word.isEnd(); word = words.next()) {
+            if (word.isText()) {
+                names.push_back(word.text());
+            } else if (word.isBare("-na") || word.isBare("-nextAvailable")) {
+                isNext = true;
+            } else if (word.isBare("-l") || word.isBare("-lock")) {
+                words.next();
+            } else if (!word.isBare("-f") && !word.isBare("-force")) {
+                return fail(index, "This is not a connectAttr statement of a scene file.");
+            }
+        }
+        if (names.size() != 2) return fail(index, "A connection needs two plugs.");
+        const graph::Plug source = onElement(plugOf(names[0]));
+        graph::Plug destination = source ? plugOf(names[1]) : graph::Plug();
+        if (!destination) return;
+        if (isNext && destination.attribute().isKept()) {
+            destination = nextKept(destination);
+        } else {
+            destination = isNext && destination.isArray() ? nextElement(destination) : onElement(destination);
+        }
+        if (destination.attribute().isOutput()) return;
+        graph_.connectSaved(source, destination);
+        result_.document.links.push_back({index, source, destination});
+    }
+
+    /// A multi output without an index is its first element.
+    static graph::Plug onElement(const graph::Plug& plug) {
+        return plug && plug.isArray() && plug.attribute().isOutput() ? plug.element(0) : plug;
+    }
+
+    /// The element after the last connected one.
+    static graph::Plug nextElement(const graph::Plug& array) {
+        const auto& incoming = array.node()->incoming();
+        int next = 0;
+        const auto depth = static_cast<std::size_t>(array.key().depth);
+        for (auto at = incoming.lower_bound(array.element(0).key()); at != incoming.end(); ++at) {
+            const graph::PlugKey& key = at->first;
+            if (key.attribute != &array.attribute() ||
+                !std::equal(key.indices.begin(), key.indices.begin() + static_cast<long>(depth),
+                            array.key().indices.begin()))
+                break;
+            next = std::max(next, key.indices[depth] + 1);
+        }
+        return array.element(next);
+    }
+
+    /// An element of a multi of which only the name is known: "s[3]" after "s[2]".
+    graph::Plug nextKept(const graph::Plug& array) {
+        const int index = nextOfKept_[&array.attribute()]++;
+        graph::NodeLoader loader(*array.node());
+        const std::string path = array.attribute().longName() + '[' + std::to_string(index) + ']';
+        return {array.node(), {&keptAttribute(loader, path), {}, 0}};
+    }
+
+    /// Keeps which nodes a statement names.
+    void mention(std::uint32_t index) {
+        WordScanner words(text_->statement(index));
+        words.next();
+        SavedMention mentioned{index, {}};
+        for (Word word = words.next(); !word.isEnd(); word = words.next()) {
+            if (!word.isText()) continue;
+            const std::string name = word.text();
+            mentioned.nodes.push_back(find(name.substr(0, name.find('.'))));
+        }
+        result_.document.mentions.push_back(std::move(mentioned));
+    }
+
+    void reference(std::uint32_t index) {
+        WordScanner words(text_->statement(index));
+        Word path;
+        bool isReference = false;
+        for (Word word = words.next(); !word.isEnd(); word = words.next()) {
+            isReference = isReference || word.isBare("-r") || word.isBare("-reference");
+            if (word.isText()) path = word;
+        }
+        if (isReference) result_.document.references.push_back(path.text());
+    }
+
+    graph::Graph& graph_;
+    std::shared_ptr<const SceneText> text_;
+    const ReadOptions& options_;
+    FileTypes types_{};
+    ReadResult result_{};
+    std::unordered_map<const graph::Attribute*, int> nextOfKept_;
+    bool isOpen_ = false;       // a node is current
+    bool isBlockOpen_ = false;  // statements go to the last block
+};
+
+}  // namespace
+
+ReadResult readScene(graph::Graph& graph, std::shared_ptr<const SceneText> text, const ReadOptions& options) {
+    return Reader(graph, std::move(text), options).run();
+}
+
+}  // namespace host::scene

@@ -1,0 +1,160 @@
+#include "scene/sceneSession.h"
+
+#include <filesystem>
+#include <set>
+#include <utility>
+
+#include "nodes/registerTypes.h"
+#include "scene/sceneReader.h"
+#include "scene/sceneWriter.h"
+
+namespace host::scene {
+
+namespace {
+
+std::string fullPath(const std::string& path) {
+    std::error_code ignored;
+    const std::filesystem::path full = std::filesystem::absolute(std::filesystem::u8path(path), ignored);
+    return full.lexically_normal().generic_u8string();
+}
+
+std::string baseName(const std::string& path) {
+    return std::filesystem::u8path(path).filename().u8string();
+}
+
+std::vector<graph::Connection> allConnections(const graph::Graph& graph) {
+    std::vector<graph::Connection> result;
+    for (const graph::NodeRef& node : graph.nodes()) {
+        for (const auto& [key, link] : node->incoming())
+            result.push_back({graph::Plug(link.node->ref(), link.key), graph::Plug(node, key)});
+    }
+    return result;
+}
+
+SceneDocument emptyDocument() {
+    SceneDocument document;
+    document.text = std::make_shared<const SceneText>(emptySceneText());
+    document.isNew = true;
+    return document;
+}
+
+/// Whether a node's value comes from one that is not evaluated.
+bool isFedByKept(const graph::Node& node) {
+    for (const auto& [key, link] : node.incoming()) {
+        if (link.key.attribute->isKept() && key.attribute->kind() != graph::ValueKind::Message &&
+            !key.attribute->isKept())
+            return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+SceneSession::SceneSession(graph::Graph& graph, std::function<int(const std::string&)> settle)
+    : graph_(graph), settle_(std::move(settle)), document_(emptyDocument()), uuids_(*document_.text, {}) {
+    document_.given = allConnections(graph_);
+    begin(std::move(document_), {});
+}
+
+void SceneSession::begin(SceneDocument document, const std::string& path) {
+    document_ = std::move(document);
+    document_.changes = graph_.changes();
+    document_.nameVersion = graph_.nameVersion();
+    savedChanges_ = graph_.changes();
+    path_ = path;
+    readName_ = baseName(path);
+    uuids_ = UuidGiver(*document_.text, readName_);
+}
+
+void SceneSession::rename(const std::string& path) {
+    path_ = fullPath(path);
+}
+
+void SceneSession::startNew() {
+    const graph::RecordingScope silent(graph_, nullptr);
+    graph_.undoQueue().clear();
+    document_ = emptyDocument();
+    graph_.takeContent();
+    nodes::setUpScene(graph_);
+    document_.given = allConnections(graph_);
+    begin(std::move(document_), {});
+}
+
+std::string SceneSession::open(const std::string& path) {
+    SceneTextResult read = readSceneText(path);
+    if (!read.ok()) return read.error;
+    const graph::RecordingScope silent(graph_, nullptr);
+    std::unique_ptr<graph::SceneContent> old = graph_.takeContent();
+    nodes::setUpScene(graph_);
+    std::vector<graph::Connection> given = allConnections(graph_);
+    ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)));
+    if (!result.ok()) {
+        graph_.putContent(std::move(old));
+        return result.error;
+    }
+    graph_.undoQueue().clear();
+    result.document.given = std::move(given);
+    begin(std::move(result.document), fullPath(path));
+    return {};
+}
+
+std::string SceneSession::import(const std::string& path, const std::string& nameSpace,
+                                 std::vector<graph::NodeRef>& created) {
+    SceneTextResult read = readSceneText(path);
+    if (!read.ok()) return read.error;
+    ReadOptions options;
+    options.nameSpace = nameSpace;
+    options.isImport = true;
+    ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)), options);
+    created = std::move(result.created);
+    return result.error;
+}
+
+std::string SceneSession::save() {
+    SaveOptions options;
+    options.path = path_;
+    options.isRenamed = document_.isNew || baseName(path_) != readName_;
+    options.settle = settle_;
+    std::string error = writeScene(graph_, document_, uuids_, options);
+    if (error.empty()) savedChanges_ = graph_.changes();
+    return error;
+}
+
+std::string SceneSession::exportTo(const std::string& path) {
+    SaveOptions options;
+    options.path = fullPath(path);
+    options.isRenamed = true;
+    options.settle = settle_;
+    return writeScene(graph_, document_, uuids_, options);
+}
+
+std::vector<std::string> SceneSession::report() const {
+    std::map<std::string, int> kept;
+    int scripts = 0;
+    int fed = 0;
+    for (const graph::NodeRef& node : graph_.nodes()) {
+        if (node->type().isKept()) ++kept[node->type().name()];
+        if (node->type().name() == "script") ++scripts;
+        if (isFedByKept(*node)) ++fed;
+    }
+    std::vector<std::string> lines;
+    if (!kept.empty()) {
+        std::string line = "Kept, but not evaluated:";
+        for (const auto& [type, count] : kept)
+            line += (line.back() == ':' ? " " : ", ") + std::to_string(count) + ' ' + type;
+        lines.push_back(line + '.');
+    }
+    if (!document_.references.empty()) {
+        std::string line = "References not loaded:";
+        for (const std::string& path : document_.references)
+            line += (line.back() == ':' ? " " : ", ") + path;
+        lines.push_back(line + '.');
+    }
+    if (scripts > 0) lines.push_back("Script nodes not run: " + std::to_string(scripts) + '.');
+    if (fed > 0)
+        lines.push_back("Nodes that keep old values, because what feeds them is not evaluated: " +
+                        std::to_string(fed) + '.');
+    return lines;
+}
+
+}  // namespace host::scene

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "scene/sceneDocument.h"
+#include "scene/uuids.h"
+
+namespace host::scene {
+
+/// The scene as a file: which one is open, whether it was changed since, and how it is saved.
+class SceneSession {
+  public:
+    /// @param settle  brings a file safely to the disk (SaveOptions)
+    SceneSession(graph::Graph& graph, std::function<int(const std::string&)> settle);
+
+    /// Full path of the scene's file, with slashes; empty for a scene without a name.
+    const std::string& path() const { return path_; }
+    void rename(const std::string& path);
+    bool isModified() const { return graph_.changes() != savedChanges_; }
+    const SceneDocument& document() const { return document_; }
+
+    /// Starts an empty scene. Nothing before it can be undone.
+    void startNew();
+    /// Opens a file in place of the scene. On failure the scene stays as it was.
+    /// @return the error; empty on success
+    std::string open(const std::string& path);
+    /// Adds the nodes of a file to the scene, as one step that can be undone.
+    /// @param nameSpace  before each name; empty for none
+    std::string import(const std::string& path, const std::string& nameSpace,
+                       std::vector<graph::NodeRef>& created);
+    /// Saves the scene under its name.
+    std::string save();
+    /// Writes the scene to another file, without changing its name.
+    std::string exportTo(const std::string& path);
+
+    /// The id of a node.
+    const std::string& uuidOf(graph::Node& node) { return uuids_.obtain(graph_, node); }
+
+    /// What the user should know after opening, a line each.
+    std::vector<std::string> report() const;
+
+  private:
+    void begin(SceneDocument document, const std::string& path);
+
+    graph::Graph& graph_;
+    std::function<int(const std::string&)> settle_;
+    SceneDocument document_;
+    UuidGiver uuids_;
+    std::string path_;
+    std::string readName_;  // of the file that was read
+    std::uint64_t savedChanges_ = 0;
+};
+
+}  // namespace host::scene

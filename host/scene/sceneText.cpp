@@ -1,0 +1,93 @@
+#include "scene/sceneText.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+#include "geometry/textFile.h"
+#include "scene/words.h"
+#include "text/numbers.h"
+
+namespace host::scene {
+
+namespace {
+
+/// The code page that a comment at the top of the file names; UTF-8 if none does.
+int codePageOf(std::string_view bytes) {
+    constexpr std::string_view kMark = "//Codeset: ";
+    for (std::size_t at = 0; bytes.substr(at, 2) == "//"; at = bytes.find('\n', at) + 1) {
+        const std::string_view line = bytes.substr(at, bytes.find('\n', at) - at);
+        if (line.substr(0, kMark.size()) == kMark)
+            return text::readNumber<int>(line.substr(kMark.size())).value;
+        if (bytes.find('\n', at) == std::string_view::npos) break;
+    }
+    return 65001;
+}
+
+bool isDoubleByte(int codePage) {
+    return codePage == 932 || codePage == 936 || codePage == 949 || codePage == 950;
+}
+
+std::string lineEndOf(std::string_view bytes) {
+    const std::size_t line = bytes.find('\n');
+    return line != std::string_view::npos && line > 0 && bytes[line - 1] == '\r' ? "\r\n" : "\n";
+}
+
+/// Takes the units from the statements that set them. They hold for the whole file.
+void readUnits(SceneText& text) {
+    for (std::uint32_t k = 0; k < text.statements.size(); ++k) {
+        if (text.statements[k].kind == StatementKind::CreateNode) return;
+        if (text.statements[k].kind != StatementKind::CurrentUnit) continue;
+        WordScanner words(text.statement(k));
+        words.next();
+        for (Word flag = words.next(); flag.isFlag(); flag = words.next())
+            setUnit(text.form.units, flag.raw, words.next().text());
+    }
+}
+
+}  // namespace
+
+SceneTextResult readSceneText(const std::string& path) {
+    geometry::FileText file = geometry::readTextFile(path);
+    if (file.ok())
+        return makeSceneText(std::move(file.text), std::filesystem::u8path(path).filename().u8string());
+    SceneTextResult failed;
+    failed.error = std::move(file.error);
+    return failed;
+}
+
+SceneTextResult makeSceneText(std::string bytes, const std::string& fileName) {
+    SceneTextResult result;
+    SceneText& text = result.text;
+    text.fileName = fileName;
+    text.bytes = std::move(bytes);
+    text.form.lineEnd = lineEndOf(text.bytes);
+    text.form.isDoubleByte = isDoubleByte(codePageOf(text.bytes));
+    CutText cut = cutStatements(text.bytes, text.form.isDoubleByte);
+    if (cut.fault && text.form.isDoubleByte) {
+        // Some files have strings of another code page than their header says.
+        CutText plain = cutStatements(text.bytes);
+        if (!plain.fault) {
+            cut = std::move(plain);
+            text.form.isDoubleByte = false;
+        }
+    }
+    if (cut.fault) {
+        result.error = placeText(text.fileName, text.bytes, cut.fault.offset) + ": " + cut.fault.text;
+        return result;
+    }
+    text.statements = std::move(cut.statements);
+    text.statements.shrink_to_fit();
+    readUnits(text);
+    return result;
+}
+
+SceneText emptySceneText() {
+    constexpr std::string_view kHeader =
+        "//Maya ASCII 2025 scene\n//Name: untitled\n//Codeset: UTF-8\nrequires maya \"2025\";\n"
+        "currentUnit -l centimeter -a degree -t film;\nfileInfo \"application\" \"maya\";\n"
+        "fileInfo \"product\" \"Maya 2025\";\nfileInfo \"version\" \"2025\";\n// End of untitled\n";
+    return makeSceneText(std::string(kHeader), "untitled").text;
+}
+
+}  // namespace host::scene

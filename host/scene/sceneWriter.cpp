@@ -1,0 +1,326 @@
+#include "scene/sceneWriter.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+#include <tuple>
+#include <utility>
+
+#include "geometry/textFile.h"
+#include "graph/names.h"
+#include "scene/fileTypes.h"
+#include "scene/nodeWriter.h"
+#include "scene/plugText.h"
+#include "scene/textEdits.h"
+#include "scene/words.h"
+
+namespace host::scene {
+
+namespace {
+
+using graph::Node;
+using graph::NodeRef;
+
+using LinkKey = std::tuple<const Node*, graph::PlugKey, const Node*, graph::PlugKey>;
+
+LinkKey keyOf(const graph::Plug& source, const graph::Plug& destination) {
+    return {source.node().get(), source.key(), destination.node().get(), destination.key()};
+}
+
+/// Multis whose elements have no meaning by their index: the host connects to the next free one.
+bool isUnordered(const graph::Plug& destination) {
+    if (!destination.isElement()) return false;
+    const std::string& name = destination.attribute().shortName();
+    for (const char* unordered : {"dsm", "dnsm", "gn", "st", "s", "r", "u", "p"}) {
+        if (name == unordered) return true;
+    }
+    return false;
+}
+
+std::string baseName(const std::string& path) {
+    return std::filesystem::u8path(path).filename().u8string();
+}
+
+/// Replaces the names of nodes in a statement by their present names.
+/// @param nodes  what the names of the statement mean, in their order; null: leave it
+/// @return nothing if every name still means its node
+std::optional<std::string> renamed(const graph::Graph& graph, std::string_view statement,
+                                   const std::vector<NodeRef>& nodes) {
+    std::string text;
+    std::size_t copied = 0;
+    std::size_t at = 0;
+    WordScanner words(statement);
+    words.next();
+    for (Word word = words.next(); !word.isEnd() && at < nodes.size(); word = words.next()) {
+        if (!word.isText()) continue;
+        const NodeRef& node = nodes[at++];
+        const std::string name = word.text();
+        const std::size_t dot = std::min(name.find('.'), name.size());
+        if (node == nullptr || graph::findNode(graph, std::string_view(name).substr(0, dot)) == node)
+            continue;
+        const auto begin = static_cast<std::size_t>(word.raw.data() - statement.data());
+        text += statement.substr(copied, begin - copied);
+        text += inQuotes(nodeText(graph, *node) + name.substr(dot));
+        copied = begin + word.raw.size();
+    }
+    if (copied == 0) return std::nullopt;
+    return text + std::string(statement.substr(copied));
+}
+
+class Writer {
+  public:
+    Writer(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids, const SaveOptions& options)
+        : graph_(graph),
+          document_(document),
+          text_(*document.text),
+          uuids_(uuids),
+          options_(options),
+          edits_(text_) {}
+
+    TextEdits run() {
+        if (options_.isRenamed) renameFile();
+        if (graph_.changes() == document_.changes && !document_.isNew) return std::move(edits_);
+        areNamesChanged_ = graph_.nameVersion() != document_.nameVersion;
+        findMoved();
+        for (const SavedBlock& block : document_.blocks)
+            editBlock(block);
+        addNodes();
+        editLinks();
+        editMentions();
+        addLinks();
+        return std::move(edits_);
+    }
+
+  private:
+    /// The comments that name the file.
+    void renameFile() {
+        const std::string name = baseName(options_.path);
+        const auto replaceAfter = [&](std::string_view mark, std::size_t from, std::size_t end) {
+            const std::string_view bytes = text_.bytes;
+            const std::size_t at = bytes.find(mark, from);
+            if (at == std::string_view::npos || at + mark.size() > end) return;
+            const std::size_t begin = at + mark.size();
+            const std::size_t stop = std::min(bytes.find_first_of("\r\n", begin), bytes.size());
+            edits_.replace(begin, stop, name);
+        };
+        const bool isEmpty = text_.statements.empty();
+        replaceAfter("//Name: ", 0, isEmpty ? text_.bytes.size() : text_.statements.front().begin);
+        replaceAfter("// End of ", isEmpty ? 0 : text_.statements.back().end, text_.bytes.size());
+    }
+
+    /// A node cannot stand before its parent. Nodes that were moved below a later one follow it.
+    void findMoved() {
+        std::set<const Node*> known;
+        for (const NodeRef& node : graph_.nodes()) {
+            if (defaultTypeOf(node->name())) known.insert(node.get());
+        }
+        for (const SavedBlock& block : document_.blocks) {
+            if (block.node == nullptr || !block.node->isAlive()) continue;
+            const Node* parent = block.node->parent();
+            if (known.count(block.node.get()) != 0) continue;
+            if (parent == nullptr || known.count(parent) != 0) {
+                known.insert(block.node.get());
+            } else {
+                moved_.insert(block.node.get());
+            }
+        }
+    }
+
+    /// The node that a createNode statement makes, if it is still the one that the file means.
+    bool isHeadTrue(const SavedBlock& block) const {
+        WordScanner words(text_.statement(block.first));
+        words.next();
+        std::string name;
+        std::string parent;
+        for (Word word = words.next(); !word.isEnd(); word = words.next()) {
+            if (word.isBare("-n") || word.isBare("-name")) name = words.next().text();
+            if (word.isBare("-p") || word.isBare("-parent")) parent = words.next().text();
+        }
+        if (!block.name.empty()) name = block.name;
+        if (!name.empty() && name.front() == ':') name.erase(0, 1);
+        if (!name.empty() && name != block.node->name()) return false;
+        const Node* above = block.node->parent();
+        if (parent.empty() || above == nullptr) return parent.empty() && above == nullptr;
+        return graph::findNode(graph_, parent).get() == above;
+    }
+
+    bool isShared(std::uint32_t index) const {
+        WordScanner words(text_.statement(index));
+        for (Word word = words.next(); !word.isEnd(); word = words.next()) {
+            if (word.isBare("-s") || word.isBare("-shared")) return true;
+        }
+        return false;
+    }
+
+    void editBlock(const SavedBlock& block) {
+        if (block.node == nullptr) return;
+        lastBlock_ = std::max(lastBlock_, static_cast<std::int64_t>(block.last) - 1);
+        Node& node = *block.node;
+        const bool isFirst = written_.insert(&node).second;
+        const bool isMoved = moved_.count(&node) != 0;
+        if (!node.isAlive() || isMoved) {
+            for (std::uint32_t k = block.first; k < block.last; ++k)
+                edits_.removeStatement(k);
+            if (isMoved) blocksOf_[&node].push_back(&block);
+            return;
+        }
+        if (areNamesChanged_ && text_.statements[block.first].kind == StatementKind::CreateNode &&
+            !isHeadTrue(block))
+            edits_.replaceStatement(block.first, createNodeText(graph_, node, isShared(block.first)));
+        if (!isFirst) return;
+        BlockEdits edits = editsOf(node);
+        for (auto& [index, by] : edits.replaced) {
+            if (by.empty()) {
+                edits_.removeStatement(index);
+            } else {
+                edits_.replaceStatement(index, std::move(by));
+            }
+        }
+        edits_.insertAfter(static_cast<std::int64_t>(block.last) - 1, edits.added);
+    }
+
+    BlockEdits editsOf(Node& node) {
+        const auto found = document_.sources.find(&node);
+        if (found != document_.sources.end()) return blockEdits(graph_, node, *found->second, text_);
+        if (!node.hasChanges()) return {};
+        SavedNode empty(document_.text, graph_);
+        return blockEdits(graph_, node, empty, text_);
+    }
+
+    /// A moved node's statements, as they would stand in their place.
+    std::string movedText(Node& node) {
+        std::string text = createNodeText(graph_, node, false) + text_.form.lineEnd;
+        BlockEdits edits = editsOf(node);
+        for (const SavedBlock* block : blocksOf_[&node]) {
+            for (std::uint32_t k = block->first + 1; k < block->last; ++k) {
+                const auto found = edits.replaced.find(k);
+                const std::string statement =
+                    found != edits.replaced.end() ? found->second : std::string(text_.statement(k));
+                if (!statement.empty()) text += '\t' + statement + text_.form.lineEnd;
+            }
+        }
+        return text + edits.added;
+    }
+
+    /// New nodes and moved ones, parents first.
+    void addNodes() {
+        std::string lines;
+        std::set<const Node*> done;
+        for (const NodeRef& node : graph_.nodes()) {
+            std::vector<Node*> ahead;
+            for (Node* at = node.get(); at != nullptr && isToAdd(*at) && done.insert(at).second;
+                 at = at->parent())
+                ahead.push_back(at);
+            for (; !ahead.empty(); ahead.pop_back())
+                lines += addedText(*ahead.back());
+        }
+        edits_.insertAfter(lastBlock_ >= 0 ? lastBlock_ : headerEnd(), lines);
+    }
+
+    bool isToAdd(const Node& node) const {
+        if (moved_.count(&node) != 0) return true;
+        if (written_.count(&node) != 0) return false;
+        // Nodes that every scene has are written when something changed; a new scene names its cameras.
+        const bool isGiven = defaultTypeOf(node.name()).has_value() && node.uuid().empty();
+        return !isGiven || node.hasChanges() || (document_.isNew && node.type().isDag());
+    }
+
+    std::string addedText(Node& node) {
+        if (moved_.count(&node) != 0) return movedText(node);
+        if (!defaultTypeOf(node.name()))
+            return newNodeText(graph_, node, uuids_.obtain(graph_, node), text_.form);
+        std::string text =
+            node.type().isDag() ? createNodeText(graph_, node, true) : "select -ne :" + node.name() + ';';
+        return text + text_.form.lineEnd + editsOf(node).added;
+    }
+
+    /// The last statement before the nodes; -1 if there is none.
+    std::int64_t headerEnd() const {
+        std::int64_t end = -1;
+        for (const Statement& statement : text_.statements) {
+            const StatementKind kind = statement.kind;
+            if (kind != StatementKind::Requires && kind != StatementKind::CurrentUnit &&
+                kind != StatementKind::FileInfo && kind != StatementKind::File)
+                break;
+            ++end;
+        }
+        return end;
+    }
+
+    void editLinks() {
+        for (const SavedLink& link : document_.links) {
+            lastLink_ = link.statement;
+            const bool holds = link.destination.node()->isAlive() && link.source.node()->isAlive() &&
+                               graph_.source(link.destination) == link.source;
+            if (!holds) {
+                edits_.removeStatement(link.statement);
+                continue;
+            }
+            present_.insert(keyOf(link.source, link.destination));
+            rewriteNames(link.statement, {link.source.node(), link.destination.node()});
+        }
+    }
+
+    void rewriteNames(std::uint32_t statement, const std::vector<NodeRef>& nodes) {
+        if (!areNamesChanged_) return;
+        if (auto by = renamed(graph_, text_.statement(statement), nodes))
+            edits_.replaceStatement(statement, std::move(*by));
+    }
+
+    void editMentions() {
+        for (const SavedMention& mention : document_.mentions) {
+            const bool isGone =
+                std::any_of(mention.nodes.begin(), mention.nodes.end(),
+                            [](const NodeRef& node) { return node != nullptr && !node->isAlive(); });
+            if (isGone) {
+                edits_.removeStatement(mention.statement);
+            } else {
+                rewriteNames(mention.statement, mention.nodes);
+            }
+        }
+    }
+
+    void addLinks() {
+        for (const graph::Connection& given : document_.given)
+            present_.insert(keyOf(given.source, given.destination));
+        std::string lines;
+        for (const NodeRef& node : graph_.nodes()) {
+            for (const auto& [key, link] : node->incoming()) {
+                const graph::Plug source(link.node->ref(), link.key);
+                const graph::Plug destination(node, key);
+                if (present_.count(keyOf(source, destination)) != 0) continue;
+                const bool isNext = isUnordered(destination);
+                lines += "connectAttr " + inQuotes(plugText(graph_, source)) + ' ' +
+                         inQuotes(plugText(graph_, isNext ? destination.array() : destination)) +
+                         (isNext ? " -na;" : ";") + text_.form.lineEnd;
+            }
+        }
+        const std::int64_t nodes = lastBlock_ >= 0 ? lastBlock_ : headerEnd();
+        edits_.insertAfter(std::max(lastLink_, nodes), lines);
+    }
+
+    graph::Graph& graph_;
+    const SceneDocument& document_;
+    const SceneText& text_;
+    UuidGiver& uuids_;
+    const SaveOptions& options_;
+    TextEdits edits_;
+    bool areNamesChanged_ = false;
+    std::set<const Node*> moved_;
+    std::set<const Node*> written_;
+    std::map<const Node*, std::vector<const SavedBlock*>> blocksOf_;  // of moved nodes
+    std::set<LinkKey> present_;
+    std::int64_t lastBlock_ = -1;
+    std::int64_t lastLink_ = -1;
+};
+
+}  // namespace
+
+std::string writeScene(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids,
+                       const SaveOptions& options) {
+    TextEdits edits = Writer(graph, document, uuids, options).run();
+    return geometry::writeFile(
+        options.path, [&](std::ostream& stream) { edits.write(stream); }, options.settle);
+}
+
+}  // namespace host::scene

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "scene/sceneDocument.h"
+#include "scene/uuids.h"
+
+namespace host::scene {
+
+/// What a save needs besides the scene.
+struct SaveOptions {
+    std::string path{};      ///< of the file to write
+    bool isRenamed = false;  ///< the file that was read has another name
+    /// Brings a complete file safely to the disk; returns the system's error code.
+    std::function<int(const std::string& path)> settle{};
+};
+
+/// Writes the scene into a file, in place of the old one if there is one, which stays whole on any failure.
+///
+/// Statements that nothing changed are copied byte for byte. New nodes follow the last node, new connections
+/// the last connection.
+/// @return the error; empty on success
+std::string writeScene(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids,
+                       const SaveOptions& options);
+
+}  // namespace host::scene

@@ -1,0 +1,155 @@
+#include "scene/statement.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace host::scene {
+
+namespace {
+
+constexpr std::array<std::string_view, 15> kKeywords{"requires",   "currentUnit",  "fileInfo",     "file",
+                                                     "createNode", "rename",       "setAttr",      "addAttr",
+                                                     "select",     "connectAttr",  "relationship", "lockNode",
+                                                     "parent",     "instanceable", "dataStructure"};
+
+std::optional<StatementKind> kindOf(std::string_view keyword) {
+    const auto found = std::find(kKeywords.begin(), kKeywords.end(), keyword);
+    if (found == kKeywords.end()) return std::nullopt;
+    return static_cast<StatementKind>(found - kKeywords.begin());
+}
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
+}
+
+bool isWordEnd(char c) {
+    return isBlank(c) || c == ';' || c == '"' || c == '(' || c == '/';
+}
+
+/// The bytes that cutting has to look at inside a statement.
+constexpr std::array<bool, 256> stops() {
+    std::array<bool, 256> table{};
+    for (const char c : {';', '"', '/'})
+        table[static_cast<unsigned char>(c)] = true;
+    return table;
+}
+constexpr std::array<bool, 256> kStops = stops();
+
+class Cutter {
+  public:
+    Cutter(std::string_view text, bool isDoubleByte)
+        : at_(text.data()),
+          begin_(text.data()),
+          end_(text.data() + text.size()),
+          isDoubleByte_(isDoubleByte) {}
+
+    CutText run() {
+        // A saved file has about one statement for every hundred bytes. Long lists have fewer.
+        result_.statements.reserve(static_cast<std::size_t>(end_ - begin_) / 200 + 16);
+        // Some editors put a mark of the encoding first.
+        constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+        if (std::string_view(at_, static_cast<std::size_t>(end_ - at_)).substr(0, 3) == kByteOrderMark)
+            at_ += 3;
+        while (!result_.fault && skipGap())
+            cutStatement();
+        return std::move(result_);
+    }
+
+  private:
+    std::uint64_t offset(const char* place) const { return static_cast<std::uint64_t>(place - begin_); }
+
+    void fail(const char* place, std::string text) { result_.fault = {offset(place), std::move(text)}; }
+
+    void skipLine() { at_ = std::find(at_, end_, '\n'); }
+
+    /// Skips blanks and comments. @return whether there is something else
+    bool skipGap() {
+        while (at_ != end_) {
+            if (isBlank(*at_)) {
+                ++at_;
+            } else if (*at_ == '/' && at_ + 1 != end_ && at_[1] == '/') {
+                skipLine();
+            } else {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void cutStatement() {
+        const char* const first = at_;
+        const char* const wordEnd = std::find_if(first, end_, isWordEnd);
+        const std::string_view word(first, static_cast<std::size_t>(wordEnd - first));
+        const std::optional<StatementKind> kind = kindOf(word);
+        if (!kind) {
+            constexpr std::size_t kReadable = 40;
+            return fail(first, "'" + std::string(word.substr(0, kReadable)) +
+                                   "' is not a statement of a scene file. Nothing was opened.");
+        }
+        at_ = wordEnd;
+        if (!skipToSemicolon(first)) return;
+        ++at_;
+        result_.statements.push_back({offset(first), offset(at_), *kind});
+    }
+
+    bool skipToSemicolon(const char* first) {
+        for (;;) {
+            while (at_ != end_ && !kStops[static_cast<unsigned char>(*at_)])
+                ++at_;
+            if (at_ == end_) {
+                fail(first, "The statement that begins here has no semicolon at its end.");
+                return false;
+            }
+            if (*at_ == ';') return true;
+            if (*at_ == '"') {
+                if (!skipString()) return false;
+            } else if (at_ + 1 != end_ && at_[1] == '/') {
+                skipLine();
+            } else {
+                ++at_;
+            }
+        }
+    }
+
+    bool skipString() {
+        const char* const first = at_++;
+        while (at_ != end_ && *at_ != '"') {
+            const bool takesNext =
+                *at_ == '\\' || (isDoubleByte_ && isLeadByte(static_cast<unsigned char>(*at_)));
+            at_ += takesNext && at_ + 1 != end_ ? 2 : 1;
+        }
+        if (at_ == end_) {
+            fail(first, "The string that begins here has no quotation mark at its end.");
+            return false;
+        }
+        ++at_;
+        return true;
+    }
+
+    const char* at_;
+    const char* begin_;
+    const char* end_;
+    bool isDoubleByte_;
+    CutText result_{};
+};
+
+}  // namespace
+
+CutText cutStatements(std::string_view text, bool isDoubleByte) {
+    return Cutter(text, isDoubleByte).run();
+}
+
+std::string placeText(std::string_view fileName, std::string_view text, std::uint64_t offset) {
+    const std::string_view before = text.substr(0, static_cast<std::size_t>(offset));
+    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+    const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
+    return std::string(fileName) + ", line " + std::to_string(line) + ", column " +
+           std::to_string(before.size() - lineStart + 1);
+}
+
+std::string_view keywordOf(StatementKind kind) {
+    return kKeywords[static_cast<std::size_t>(kind)];
+}
+
+}  // namespace host::scene

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host::scene {
+
+/// The statements that scene files consist of. There are no others: a file is data, and nothing in it runs.
+enum class StatementKind : std::uint8_t {
+    Requires,
+    CurrentUnit,
+    FileInfo,
+    File,
+    CreateNode,
+    Rename,
+    SetAttr,
+    AddAttr,
+    Select,
+    ConnectAttr,
+    Relationship,
+    LockNode,
+    Parent,
+    Instanceable,
+    DataStructure,
+};
+
+/// One statement as a span of the file's bytes: from the first letter of its keyword to its semicolon, both
+/// included. Blanks and comments before it belong to the gap between it and the statement before.
+struct Statement {
+    std::uint64_t begin = 0;
+    std::uint64_t end = 0;
+    StatementKind kind = StatementKind::Requires;
+};
+
+/// A fault of a scene file: where, and what is wrong.
+struct SceneFault {
+    std::uint64_t offset = 0;
+    std::string text{};  ///< empty if there is no fault
+
+    explicit operator bool() const { return !text.empty(); }
+};
+
+/// How the bytes of strings are written. In a double-byte code page, a byte of a certain range takes the next
+/// byte with it, which may be a backslash or a quotation mark.
+enum class CodePage : std::uint16_t {
+    Utf8 = 65001,
+    Japanese = 932,
+    Chinese = 936,
+    Korean = 949,
+    Taiwanese = 950,
+    CentralEuropean = 1250,
+    Cyrillic = 1251,
+    Western = 1252
+};
+
+/// The bytes of a scene file, cut into statements.
+struct CutText {
+    std::vector<Statement> statements{};
+    SceneFault fault{};
+};
+
+/// Cuts a text. Linear; no string is made.
+/// @param isDoubleByte  whether strings are in a double-byte code page
+CutText cutStatements(std::string_view text, bool isDoubleByte = false);
+
+/// Whether a byte begins a character of two bytes in the double-byte code pages.
+constexpr bool isLeadByte(unsigned char byte) {
+    return byte >= 0x81 && byte <= 0xFE && !(byte >= 0xA0 && byte <= 0xA0);
+}
+
+/// "<file>, line <n>, column <m>": where an offset is. Lines and columns count from 1, columns in bytes.
+std::string placeText(std::string_view fileName, std::string_view text, std::uint64_t offset);
+
+/// The keyword of a statement.
+std::string_view keywordOf(StatementKind kind);
+
+}  // namespace host::scene

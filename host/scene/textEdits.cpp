@@ -1,0 +1,48 @@
+#include "scene/textEdits.h"
+
+#include <algorithm>
+#include <ostream>
+
+namespace host::scene {
+
+void TextEdits::replaceStatement(std::uint32_t index, std::string by) {
+    const Statement& statement = text_.statements[index];
+    add(statement.begin, statement.end, std::move(by));
+}
+
+void TextEdits::removeStatement(std::uint32_t index) {
+    const Statement& statement = text_.statements[index];
+    const std::uint64_t before = index > 0 ? text_.statements[index - 1].end : 0;
+    const std::string_view gap(text_.bytes.data() + before,
+                               static_cast<std::size_t>(statement.begin - before));
+    const bool isBlank = index > 0 && gap.find_first_not_of(" \t\r\n\f\v") == std::string_view::npos;
+    add(isBlank ? before : statement.begin, statement.end, {});
+}
+
+void TextEdits::insertAfter(std::int64_t index, const std::string& lines) {
+    if (lines.empty()) return;
+    if (index < 0) return add(0, 0, lines);
+    const std::string& lineEnd = text_.form.lineEnd;
+    const std::uint64_t at = text_.statements[static_cast<std::size_t>(index)].end;
+    add(at, at, lineEnd + lines.substr(0, lines.size() - lineEnd.size()));
+}
+
+void TextEdits::write(std::ostream& stream) {
+    // What is inserted at a place comes before what is removed from there on.
+    std::stable_sort(edits_.begin(), edits_.end(), [](const Edit& a, const Edit& b) {
+        return a.begin != b.begin ? a.begin < b.begin : (a.end == a.begin) > (b.end == b.begin);
+    });
+    std::uint64_t at = 0;
+    const auto copyTo = [&](std::uint64_t end) {
+        if (end > at) stream.write(text_.bytes.data() + at, static_cast<std::streamsize>(end - at));
+        at = std::max(at, end);
+    };
+    for (const Edit& edit : edits_) {
+        copyTo(edit.begin);
+        stream.write(edit.by.data(), static_cast<std::streamsize>(edit.by.size()));
+        at = std::max(at, edit.end);
+    }
+    copyTo(text_.bytes.size());
+}
+
+}  // namespace host::scene

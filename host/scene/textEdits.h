@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "scene/sceneText.h"
+
+namespace host::scene {
+
+/// Changes of a text, kept as ranges of its bytes and what comes in their place. The rest is copied as it is.
+class TextEdits {
+  public:
+    explicit TextEdits(const SceneText& text) : text_(text) {}
+
+    void replace(std::uint64_t begin, std::uint64_t end, std::string by) { add(begin, end, std::move(by)); }
+    void replaceStatement(std::uint32_t index, std::string by);
+    /// Removes a statement with the blanks before it. Comments stay.
+    void removeStatement(std::uint32_t index);
+    /// Adds lines after a statement, or at the beginning of the text.
+    /// @param index  -1 for the beginning
+    /// @param lines  each with a line end
+    void insertAfter(std::int64_t index, const std::string& lines);
+
+    void write(std::ostream& stream);
+
+  private:
+    struct Edit {
+        std::uint64_t begin;
+        std::uint64_t end;
+        std::string by;
+    };
+
+    void add(std::uint64_t begin, std::uint64_t end, std::string by) {
+        edits_.push_back({begin, end, std::move(by)});
+    }
+
+    const SceneText& text_;
+    std::vector<Edit> edits_;
+};
+
+}  // namespace host::scene

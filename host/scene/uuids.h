@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+#include "graph/graph.h"
+#include "scene/sceneText.h"
+
+namespace host::scene {
+
+/// Gives ids to nodes that have none. No clock and no chance: ids follow from the scene's name and from how
+/// many were given, so the same script writes the same file.
+class UuidGiver {
+  public:
+    /// @param text  whose ids are taken
+    UuidGiver(const SceneText& text, std::string_view sceneName);
+    /// The node's id, given now if it had none. Not recorded: a node keeps its id for good.
+    const std::string& obtain(graph::Graph& graph, graph::Node& node);
+    /// An id that no node has.
+    std::string next();
+
+  private:
+    std::unordered_set<std::string> taken_;
+    std::uint64_t seed_;
+    std::uint64_t count_ = 0;
+};
+
+/// Whether a text has the form of an id: "8-4-4-4-12" hexadecimal digits.
+bool isUuid(std::string_view text);
+
+}  // namespace host::scene

@@ -1,0 +1,128 @@
+#include "scene/words.h"
+
+#include <cctype>
+
+#include "scene/statement.h"
+
+namespace host::scene {
+
+namespace {
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
+}
+
+/// Appends a string without its quotation marks, and with its escapes resolved.
+void appendUnquoted(std::string& text, std::string_view raw) {
+    const std::string_view inner = raw.substr(1, raw.size() - 2);
+    for (std::size_t k = 0; k < inner.size(); ++k) {
+        if (inner[k] != '\\' || k + 1 == inner.size()) {
+            text += inner[k];
+            continue;
+        }
+        ++k;
+        if (inner[k] == 'n') {
+            text += '\n';
+        } else if (inner[k] == 't') {
+            text += '\t';
+        } else if (inner[k] == 'r') {
+            text += '\r';
+        } else {
+            text += inner[k];
+        }
+    }
+}
+
+}  // namespace
+
+bool Word::isFlag() const {
+    return kind == Kind::Bare && raw.size() > 1 && raw[0] == '-' &&
+           std::isalpha(static_cast<unsigned char>(raw[1])) != 0 && raw != "-inf" && raw != "-nan";
+}
+
+std::string Word::text() const {
+    std::string result;
+    if (kind == Kind::Quoted) {
+        appendUnquoted(result, raw);
+    } else if (kind == Kind::Sum) {
+        WordScanner parts(raw.substr(1, raw.size() - 2));
+        for (Word part = parts.next(); !part.isEnd(); part = parts.next()) {
+            if (part.kind == Kind::Quoted) appendUnquoted(result, part.raw);
+        }
+    } else {
+        result = raw;
+    }
+    return result;
+}
+
+WordScanner::WordScanner(std::string_view statement, bool isDoubleByte)
+    : begin_(statement.data()), at_(begin_), end_(begin_ + statement.size()), isDoubleByte_(isDoubleByte) {
+    if (end_ != begin_ && end_[-1] == ';') --end_;
+}
+
+void WordScanner::skipBlanks() {
+    while (at_ != end_) {
+        if (isBlank(*at_)) {
+            ++at_;
+        } else if (*at_ == '/' && at_ + 1 != end_ && at_[1] == '/') {
+            while (at_ != end_ && *at_ != '\n')
+                ++at_;
+        } else {
+            return;
+        }
+    }
+}
+
+const char* WordScanner::stringEnd(const char* quote) const {
+    const char* at = quote + 1;
+    while (at < end_ && *at != '"') {
+        const bool takesNext = *at == '\\' || (isDoubleByte_ && isLeadByte(static_cast<unsigned char>(*at)));
+        at += takesNext && at + 1 < end_ ? 2 : 1;
+    }
+    return at < end_ ? at + 1 : end_;
+}
+
+Word WordScanner::next() {
+    skipBlanks();
+    if (at_ == end_) return {};
+    const char* const first = at_;
+    const auto word = [&](Word::Kind kind) {
+        return Word{kind, {first, static_cast<std::size_t>(at_ - first)}};
+    };
+    if (*at_ == '"') {
+        at_ = stringEnd(at_);
+        return word(Word::Kind::Quoted);
+    }
+    if (*at_ == '(') {
+        while (at_ != end_ && *at_ != ')')
+            at_ = *at_ == '"' ? stringEnd(at_) : at_ + 1;
+        if (at_ != end_) ++at_;
+        return word(Word::Kind::Sum);
+    }
+    if (*at_ == '{' || *at_ == '}' || *at_ == ',') {
+        ++at_;
+        return word(Word::Kind::Mark);
+    }
+    while (at_ != end_ && !isBlank(*at_) && *at_ != '"' && *at_ != '{' && *at_ != '}' && *at_ != ',')
+        ++at_;
+    return word(Word::Kind::Bare);
+}
+
+std::string inQuotes(std::string_view text) {
+    std::string result = "\"";
+    for (const char c : text) {
+        if (c == '\n') {
+            result += "\\n";
+        } else if (c == '\t') {
+            result += "\\t";
+        } else if (c == '\r') {
+            result += "\\r";
+        } else {
+            if (c == '"' || c == '\\') result += '\\';
+            result += c;
+        }
+    }
+    return result += '"';
+}
+
+}  // namespace host::scene

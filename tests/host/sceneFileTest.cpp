@@ -1,0 +1,368 @@
+// Scenes opened, edited and saved: what an edit changes in the file, and what stays byte for byte.
+
+#include "host/sceneFixture.h"
+
+namespace scenetest {
+namespace {
+
+/// A square whose corner a target moves, driven by a node of a type that no host of ours has.
+constexpr const char* kSquare = R"(//Maya ASCII 2024 scene
+//Name: square.ma
+//Last modified: Mon, Jan 01, 2024 10:00:00 AM
+//Codeset: UTF-8
+requires maya "2024";
+requires -nodeType "poseReader" "posePlugin" "1.0";
+currentUnit -l centimeter -a degree -t ntsc;
+fileInfo "license" "a \"quoted\" \\ text; with a semicolon";
+createNode transform -n "square";
+	rename -uid "11111111-2222-3333-4444-555555555555";
+	addAttr -ci true -sn "mood" -ln "mood" -min 0 -max 10 -at "double";
+	setAttr -l on ".v";
+	setAttr ".t" -type "double3" 1.5 -2 0.25 ;
+	setAttr ".ry" 45.000000000000007;
+	setAttr -k on ".mood" 0.30000000000000004;
+createNode mesh -n "squareShape" -p "square";
+	setAttr -k off ".v";
+	setAttr ".unheardOf" -type "oddData" 3 "a;b" 1e-016 ;
+	setAttr ".vir" yes;
+createNode mesh -n "squareShapeOrig" -p "square";
+	setAttr -k off ".v";
+	setAttr ".io" yes;
+	setAttr ".uvst[0].uvsn" -type "string" "map1";
+	setAttr -s 4 ".uvst[0].uvsp[0:3]" -type "float2" 0 0 1 0 1 1 0 1;
+	setAttr -s 4 ".vt[0:3]"  -0.5 0 0.5 0.5 0 0.5 0.5 0 -0.5 -0.5 0 -0.50000001;
+	setAttr -s 4 ".ed[0:3]"  0 1 0 1 2 0 2 3 0 3 0 0;
+	setAttr ".fc[0]" -type "polyFaces" 
+		f 4 0 1 2 3
+		mu 0 4 0 1 2 3;
+	setAttr ".cd" -type "dataPolyComponent" Index_Data Edge 0 ;
+createNode blendShape -n "faces";
+	addAttr -ci true -h true -sn "aal" -ln "attributeAliasList" -dt "attributeAlias";
+	setAttr -s 2 ".w[0:1]"  0.25 0;
+	setAttr -s 2 ".it[0].itg";
+	setAttr ".it[0].itg[0].iti[6000].ipt" -type "pointArray" 1 0 1.0000000000000002 0 1 ;
+	setAttr ".it[0].itg[0].iti[6000].ict" -type "componentList" 1 "vtx[2]";
+	setAttr -s 4 ".it[0].itg[0].tw[0:3]"  1 0.5 0.25 1;
+	setAttr ".it[0].itg[1].iti[6000].ipt" -type "pointArray" 0 ;
+	setAttr ".it[0].itg[1].iti[6000].ict" -type "componentList";
+	setAttr ".aal" -type "attributeAlias" {"lift","weight[0]","flat","weight[1]"} ;
+createNode poseReader -n "reader";
+	setAttr -s 3 ".pose";
+	setAttr -s 2 ".pose[0:1].angle"  10 20;
+	setAttr ".gain" 0.5;
+	setAttr ".note" -type "string" "line one\nline two";
+// A comment of somebody's own.
+select -ne :time1;
+	setAttr ".o" 12;
+	setAttr ".unw" 12;
+select -ne :defaultShaderList1;
+	setAttr -s 2 ".s";
+connectAttr "squareShapeOrig.w" "faces.ip[0].ig";
+connectAttr "squareShapeOrig.o" "faces.orggeom[0]";
+connectAttr "faces.og[0]" "squareShape.i";
+connectAttr "reader.out[0]" "faces.w[1]";
+connectAttr "squareShape.iog" ":initialShadingGroup.dsm" -na;
+relationship "link" ":lightLinker1" ":initialShadingGroup.message" ":defaultLightSet.message";
+connectAttr "faces.msg" ":defaultShaderList1.s" -na;
+// End of square.ma
+)";
+
+std::string withLineEnds(std::string text, const std::string& lineEnd) {
+    for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += lineEnd.size())
+        text.replace(at, 1, lineEnd);
+    return text;
+}
+
+// --- Nothing changes
+
+TEST(SceneFile, KeepsEveryByteWhetherValuesWereReadOrNot) {
+    for (const char* lineEnd : {"\n", "\r\n"}) {
+        const std::string text = withLineEnds(kSquare, lineEnd);
+        SceneHost host;
+        host.open(text);
+        EXPECT_EQ(host.saved(), text);
+        host.dump();
+        EXPECT_EQ(host.saved(), text);
+        host.touchEverything();
+        EXPECT_EQ(host.saved(), text);
+        EXPECT_EQ(host.saved(), text);
+    }
+}
+
+TEST(SceneFile, KeepsEveryByteAfterAnEditIsUndone) {
+    SceneHost host;
+    host.open(kSquare);
+    host.ok(
+        "setAttr square.tx 7; setAttr \"faces.it[0].itg[0].tw[2]\" 0.75; rename square box; delete reader; "
+        "aliasAttr up faces.lift; addAttr -ln \"extra\" box;"
+        "undo; undo; undo; undo; undo; undo;");
+    EXPECT_EQ(host.saved(), kSquare);
+}
+
+TEST(SceneFile, UnknownTypesAreKeptLikeKnownOnes) {
+    std::string text = kSquare;
+    for (const auto& [known, unknown] : std::vector<std::pair<std::string, std::string>>{
+             {"createNode mesh", "createNode hsem"}, {"createNode blendShape", "createNode epahSdnelb"}}) {
+        for (std::size_t at = 0; (at = text.find(known, at)) != std::string::npos;)
+            text.replace(at, known.size(), unknown);
+    }
+    SceneHost host;
+    host.open(text);
+    host.dump();
+    host.touchEverything();
+    EXPECT_EQ(host.saved(), text);
+    EXPECT_EQ(host.ok("nodeType faces"), "epahSdnelb");
+}
+
+// --- One thing changes
+
+struct EditCase {
+    std::string name;
+    std::string script;
+    std::vector<std::string> removed;
+    std::vector<std::string> added;
+
+    friend void PrintTo(const EditCase& edit, std::ostream* stream) { *stream << edit.script; }
+};
+
+const std::vector<EditCase> kEdits{
+    {"numberOfATriple",
+     "setAttr square.ty 3",
+     {"\tsetAttr \".t\" -type \"double3\" 1.5 -2 0.25 ;"},
+     {"\tsetAttr \".t\" -type \"double3\" 1.5 3 0.25 ;"}},
+    {"valueThatWasNotInTheFile", "setAttr square.sz 2", {}, {"\tsetAttr \".s\" -type \"double3\" 1 1 2 ;"}},
+    {"stateOnly", "setAttr -lock off square.v", {"\tsetAttr -l on \".v\";"}, {}},
+    {"newState", "setAttr -lock on square.rx", {}, {"\tsetAttr -l on \".rx\";"}},
+    {"dynamicAttribute",
+     "setAttr square.mood 4",
+     {"\tsetAttr -k on \".mood\" 0.30000000000000004;"},
+     {"\tsetAttr -k on \".mood\" 4;"}},
+    {"newDynamicAttribute",
+     "addAttr -ln tag -dt \"string\" square; setAttr -type \"string\" square.tag \"\\\"; system(\\\"x\\\"); "
+     "//\"",
+     {},
+     {"\taddAttr -ci true -sn \"tag\" -ln \"tag\" -dt \"string\";",
+      "\tsetAttr \".tag\" -type \"string\" \"\\\"; system(\\\"x\\\"); //\" ;"}},
+    {"removedDynamicAttribute",
+     "deleteAttr square.mood",
+     {"\taddAttr -ci true -sn \"mood\" -ln \"mood\" -min 0 -max 10 -at \"double\";",
+      "\tsetAttr -k on \".mood\" 0.30000000000000004;"},
+     {}},
+    {"weightOfATarget",
+     "setAttr faces.lift 1",
+     {"\tsetAttr -s 2 \".w[0:1]\"  0.25 0;"},
+     {"\tsetAttr -s 2 \".w[0:1]\"  1 0;"}},
+    {"paintedWeight",
+     "setAttr \"faces.it[0].itg[0].tw[2]\" 0.75",
+     {"\tsetAttr -s 4 \".it[0].itg[0].tw[0:3]\"  1 0.5 0.25 1;"},
+     {"\tsetAttr -s 4 \".it[0].itg[0].tw[0:3]\"  1 0.5 0.75 1;"}},
+    {"gapInAList",
+     "removeMultiInstance \"faces.it[0].itg[0].tw[1]\"",
+     {"\tsetAttr -s 4 \".it[0].itg[0].tw[0:3]\"  1 0.5 0.25 1;"},
+     {"\tsetAttr \".it[0].itg[0].tw[0]\"  1;", "\tsetAttr -s 2 \".it[0].itg[0].tw[2:3]\"  0.25 1;"}},
+    {"otherTargetGetsWeights",
+     "setAttr \"faces.it[0].itg[1].tw[3:4]\" 0.5 0.125",
+     {},
+     {"\tsetAttr -s 2 \".it[0].itg[1].tw[3:4]\"  0.5 0.125;"}},
+    {"deltas",
+     "setAttr \"faces.it[0].itg[0].iti[6000].ipt\" -type \"pointArray\" 1 0 2 0 1",
+     {"\tsetAttr \".it[0].itg[0].iti[6000].ipt\" -type \"pointArray\" 1 0 1.0000000000000002 0 1 ;"},
+     {"\tsetAttr \".it[0].itg[0].iti[6000].ipt\" -type \"pointArray\" 1 0 2 0 1 ;"}},
+    {"alias",
+     "aliasAttr up faces.lift",
+     {"\tsetAttr \".aal\" -type \"attributeAlias\" {\"lift\",\"weight[0]\",\"flat\",\"weight[1]\"} ;"},
+     {"\tsetAttr \".aal\" -type \"attributeAlias\" {\"up\",\"weight[0]\",\"flat\",\"weight[1]\"} ;"}},
+    {"nodeThatIsNotEvaluated",
+     "setAttr reader.gain 0.75",
+     {"\tsetAttr \".gain\" 0.5;"},
+     {"\tsetAttr \".gain\" 0.75;"}},
+    {"renamedNode",
+     "rename reader poser",
+     {"createNode poseReader -n \"reader\";", "connectAttr \"reader.out[0]\" \"faces.w[1]\";"},
+     {"createNode poseReader -n \"poser\";", "connectAttr \"poser.out[0]\" \"faces.w[1]\";"}},
+    {"renamedParent",
+     "rename square box",
+     {"createNode transform -n \"square\";", "createNode mesh -n \"squareShape\" -p \"square\";",
+      "createNode mesh -n \"squareShapeOrig\" -p \"square\";",
+      "connectAttr \"faces.og[0]\" \"squareShape.i\";",
+      "connectAttr \"squareShape.iog\" \":initialShadingGroup.dsm\" -na;"},
+     {"createNode transform -n \"box\";", "createNode mesh -n \"boxShape\" -p \"box\";",
+      "createNode mesh -n \"squareShapeOrig\" -p \"box\";", "connectAttr \"faces.og[0]\" \"boxShape.i\";",
+      "connectAttr \"boxShape.iog\" \":initialShadingGroup.dsm\" -na;"}},
+    {"namesakeElsewhere",
+     "createNode transform -n other; createNode transform -n reader2 -p other; select -cl;",
+     {},
+     {"createNode transform -n \"other\";", "createNode transform -n \"reader2\" -p \"other\";"}},
+    {"deletedNode",
+     "delete reader",
+     {"createNode poseReader -n \"reader\";", "\tsetAttr -s 3 \".pose\";",
+      "\tsetAttr -s 2 \".pose[0:1].angle\"  10 20;", "\tsetAttr \".gain\" 0.5;",
+      "\tsetAttr \".note\" -type \"string\" \"line one\\nline two\";",
+      "connectAttr \"reader.out[0]\" \"faces.w[1]\";"},
+     {}},
+    {"brokenConnection",
+     "disconnectAttr reader.out[0] faces.w[1]",
+     {"connectAttr \"reader.out[0]\" \"faces.w[1]\";"},
+     {}},
+    {"newConnection",
+     "connectAttr square.tx faces.w[0]",
+     {"\tsetAttr -s 2 \".w[0:1]\"  0.25 0;"},
+     {"connectAttr \"square.tx\" \"faces.w[0]\";"}},
+};
+
+class SceneEdit : public testing::TestWithParam<EditCase> {};
+
+TEST_P(SceneEdit, ChangesOnlyTheStatementsThatNameIt) {
+    SceneHost host;
+    host.open(kSquare);
+    host.ok(GetParam().script);
+    const std::string text = host.saved();
+    std::vector<std::string> added = missingLines(text, kSquare);
+    const auto isId = [](const std::string& line) { return line.rfind("\trename -uid", 0) == 0; };
+    added.erase(std::remove_if(added.begin(), added.end(), isId), added.end());
+    EXPECT_EQ(missingLines(kSquare, text), GetParam().removed);
+    EXPECT_EQ(added, GetParam().added);
+    // What was written is read as the same scene.
+    const std::string before = host.dump();
+    host.ok("file -open -force \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.dump(), before);
+    EXPECT_EQ(host.saved(), text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Scripts, SceneEdit, testing::ValuesIn(kEdits),
+                         [](const auto& parameter) { return parameter.param.name; });
+
+TEST(SceneFile, MovedPointsChangeOnlyTheirStatement) {
+    SceneHost host;
+    host.open(kSquare);
+    host.ok("disconnectAttr squareShapeOrig.w faces.ip[0].ig");
+    host.ok("setAttr squareShapeOrig.io 0; move -r 0 1 0 squareShapeOrig.vtx[0]");
+    const std::string text = host.saved();
+    EXPECT_NE(text.find("\tsetAttr \".pt[0]\" -type \"float3\" 0 1 0 ;"), std::string::npos) << text;
+    EXPECT_NE(text.find("\tsetAttr -s 4 \".vt[0:3]\"  -0.5 0 0.5 0.5 0 0.5 0.5 0 -0.5 -0.5 0 -0.50000001;"),
+              std::string::npos);
+}
+
+// --- What is read
+
+TEST(SceneFile, ValuesAreThoseOfTheFile) {
+    SceneHost host;
+    host.open(kSquare);
+    const std::vector<std::pair<std::string, std::string>> values{
+        {"getAttr square.ty", "-2"},
+        {"getAttr square.ry", "45"},
+        {"getAttr -lock square.v", "1"},
+        {"getAttr square.mood", "0.3"},
+        {"getAttr faces.lift", "0.25"},
+        {"getAttr \"faces.it[0].itg[0].tw[2]\"", "0.25"},
+        {"getAttr reader.gain", "0.5"},
+        {"getAttr reader.note", "line one\nline two"},
+        {"nodeType reader", "poseReader"},
+        {"polyEvaluate -vertex squareShapeOrig", "4"},
+        {"listConnections -plugs true -source true -destination false faces.w[1]", "reader.out[0]"},
+        {"file -q -modified", "0"},
+        {"undoInfo -q -undoQueueEmpty", "1"},
+        {"ls -type poseReader", "reader"}};
+    for (const auto& [command, value] : values)
+        EXPECT_EQ(host.ok(command), value) << command;
+}
+
+TEST(SceneFile, OpeningReplacesTheSceneAndFailingToOpenDoesNot) {
+    SceneHost host;
+    host.ok("createNode transform -n mine");
+    const std::string before = host.dump();
+    for (const auto& [text, error] : std::vector<std::pair<std::string, std::string>>{
+             {"createNode transform -n \"a\";\nsystem(\"touch x\");\n",
+              "bad.ma, line 2, column 1: 'system' is not a statement of a scene file. Nothing was opened."},
+             {"createNode transform -n \"a\";\n\tsetAttr \".t\" \"open;\n",
+              "bad.ma, line 2, column 15: The string that begins here has no quotation mark at its end."},
+             {"createNode transform -n \"a\"",
+              "bad.ma, line 1, column 1: The statement that begins here has no semicolon at its end."},
+             {"createNode transform -n \"a\" -p \"none\";",
+              "bad.ma, line 1, column 1: The parent 'none' is not in the scene, or there are several."},
+             {"\n  setAttr \".t\" 1;",
+              "bad.ma, line 2, column 3: This statement belongs to no node: no createNode or "
+              "select comes before it."},
+             {"createNode transform -n \"a b\";",
+              "bad.ma, line 1, column 1: This is not a createNode statement of a scene file."},
+             {"connectAttr \"a.b\";", "bad.ma, line 1, column 1: A connection needs two plugs."},
+             {"print \"x\";",
+              "bad.ma, line 1, column 1: 'print' is not a statement of a scene file. Nothing was opened."}}) {
+        const std::string file = host.write("bad.ma", text);
+        EXPECT_EQ(host.fails("file -open -force \"" + file + "\""), error);
+        EXPECT_EQ(host.dump(), before) << text;
+    }
+    EXPECT_EQ(host.fails("file -open \"" + host.write("good.ma", kSquare) + "\""), "Unsaved changes.");
+    host.ok("file -open -force \"" + host.path("good.ma") + "\"");
+    EXPECT_EQ(host.ok("objExists mine"), "0");
+    EXPECT_EQ(host.ok("file -q -sceneName"), host.path("good.ma"));
+}
+
+TEST(SceneFile, AMeshThatCannotBeReadIsKept) {
+    for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
+             {"f 4 0 1 2 3", "f 4 0 1 2 9"},
+             {"f 4 0 1 2 3", "f 2147483647 0 1 2 3"},
+             {"\".vt[0:3]\"", "\".vt[0:2147483647]\""},
+             {"\".ed[0:3]\"  0 1 0", "\".ed[0:3]\"  0 4000000000 0"},
+             {"\".fc[0]\" -type", "\".fc[7]\" -type"}}) {
+        std::string text = kSquare;
+        text.replace(text.find(from), from.size(), to);
+        SceneHost host;
+        host.open(text);
+        host.run("polyEvaluate -vertex squareShapeOrig");
+        EXPECT_EQ(host.shown.warnings.size(), 1U) << to;
+        host.touchEverything();
+        EXPECT_EQ(host.saved(), text);
+    }
+}
+
+// --- New scenes and other names
+
+TEST(SceneFile, ANewSceneIsSavedAndOpenedAgain) {
+    SceneHost host;
+    host.ok(
+        "polyCube -n box; blendShape -n shapes box; polyCube -n target; move 0 1 0 target.vtx[2]; "
+        "blendShape -e -t box 0 target 1 shapes; setAttr shapes.target 0.5; addAttr -ln tag -at long box; "
+        "setAttr box.tag 3; select -cl");
+    EXPECT_EQ(host.fails("file -save"),
+              "A file must be given a name before saving. Use file -rename first, then try saving again.");
+    const std::string path = host.path("scene.ma");
+    EXPECT_EQ(host.ok("file -rename \"" + path + "\""), path);
+    const std::string text = host.saved();
+    EXPECT_EQ(text.rfind("//Maya ASCII 2025 scene\n//Name: scene.ma\n", 0), 0U) << text;
+    EXPECT_EQ(host.saved(), text);
+    EXPECT_EQ(host.ok("file -q -modified"), "0");
+    const std::string moved = host.ok("pointPosition -local boxShape.vtx[2]");
+    host.ok("file -open \"" + path + "\"");
+    EXPECT_EQ(host.ok("pointPosition -local boxShape.vtx[2]"), moved);
+    EXPECT_EQ(host.ok("getAttr box.tag"), "3");
+    EXPECT_EQ(host.saved(), text);
+}
+
+TEST(SceneFile, AnotherNameChangesTwoComments) {
+    SceneHost host;
+    host.open(kSquare);
+    host.ok("file -rename \"" + host.path("other.ma") + "\"; file -save");
+    EXPECT_EQ(missingLines(kSquare, host.read("other.ma")),
+              (std::vector<std::string>{"//Name: square.ma", "// End of square.ma"}));
+    EXPECT_EQ(missingLines(host.read("other.ma"), kSquare),
+              (std::vector<std::string>{"//Name: other.ma", "// End of other.ma"}));
+}
+
+TEST(SceneFile, ANodeBelowALaterOneFollowsIt) {
+    SceneHost host;
+    host.open(kSquare);
+    host.ok("createNode transform -n group; parent square group");
+    const std::string text = host.saved();
+    EXPECT_LT(text.find("createNode transform -n \"group\""),
+              text.find("createNode transform -n \"square\" -p \"group\""));
+    EXPECT_LT(text.find("-n \"square\" -p"), text.find("createNode mesh -n \"squareShape\" -p \"square\""));
+    const std::string before = host.dump();
+    host.ok("file -open -force \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.ok("getAttr square.ty"), "-2");
+    EXPECT_EQ(host.ok("listRelatives -parent -fullPath squareShape"), "|group|square");
+    EXPECT_EQ(host.saved(), text);
+}
+
+}  // namespace
+}  // namespace scenetest
