@@ -43,6 +43,7 @@ void registerTypes(graph::NodeTypes& types) {
     addSetTypes(types);
     addCreatorTypes(types);
     addSceneTypes(types);
+    addAnimCurveTypes(types);
 }
 
 void setUpScene(graph::Graph& graph) {
