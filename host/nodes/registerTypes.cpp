@@ -44,6 +44,9 @@ void registerTypes(graph::NodeTypes& types) {
     addCreatorTypes(types);
     addSceneTypes(types);
     addAnimCurveTypes(types);
+    addDriverTypes(types);
+    addArithmeticTypes(types);
+    addRemapTypes(types);
 }
 
 void setUpScene(graph::Graph& graph) {

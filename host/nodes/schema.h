@@ -14,6 +14,9 @@ void addSetTypes(graph::NodeTypes& types);          // objectSet, shadingEngine,
 void addCreatorTypes(graph::NodeTypes& types);      // polyCube, ..., polyUnite
 void addSceneTypes(graph::NodeTypes& types);        // time, lambert, network
 void addAnimCurveTypes(graph::NodeTypes& types);    // animCurveTL, ..., animCurveUU
+void addDriverTypes(graph::NodeTypes& types);       // unitConversion, blendWeighted, pairBlend
+void addArithmeticTypes(graph::NodeTypes& types);   // multiplyDivide, plusMinusAverage, reverse, ...
+void addRemapTypes(graph::NodeTypes& types);        // remapValue
 
 /// A compound of three keyable single-precision numbers named <long>R/G/B, <short>r/g/b.
 graph::AttributeSpec color(const char* longName, const char* shortName, double value);
