@@ -1,5 +1,7 @@
 #include "commands/connectionRules.h"
 
+#include "graph/node.h"
+
 namespace host::commands {
 
 namespace {
@@ -52,6 +54,11 @@ Fit attributesFit(const graph::Attribute& from, const graph::Attribute& to) {
     return Fit::Yes;
 }
 
+/// Whether a node takes and gives numbers of any unit as they are stored.
+bool takesAnyUnit(const graph::Node& node) {
+    return node.isA("unitConversion") || node.isA("blendWeighted");
+}
+
 }  // namespace
 
 std::string connectionProblem(const graph::Plug& source, const graph::Plug& destination) {
@@ -65,6 +72,7 @@ std::string connectionProblem(const graph::Plug& source, const graph::Plug& dest
         case Fit::No:
             return "Data types of source and destination are not compatible.";
         case Fit::NeedsUnitConversion:
+            if (takesAnyUnit(*source.node()) || takesAnyUnit(*destination.node())) break;
             return "Source and destination have different units, and unit conversion is not covered by this "
                    "host.";
         case Fit::Yes:

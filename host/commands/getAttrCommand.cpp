@@ -1,9 +1,11 @@
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 #include "commands/attributeValues.h"
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "nodes/sceneTime.h"
 
 namespace host::commands {
 
@@ -151,7 +153,16 @@ CommandResult getAttr(CommandContext& context, const ParsedArguments& arguments)
     const Found<graph::PlugMatch> found = findOnePlug(graph, arguments.objectNames().front());
     if (!found.ok()) return CommandResult::failure(found.error);
     if (auto answer = query(graph, found.value.plug, arguments)) return std::move(*answer);
-    return readValue(graph, found.value, arguments.isSet("asString"));
+    const bool asString = arguments.isSet("asString");
+    if (!arguments.isSet("time")) return readValue(graph, found.value, asString);
+    const graph::Plug time = nodes::timePlug(graph);
+    const double wanted = arguments.number("time");
+    if (hasSource(graph, time))
+        return CommandResult::failure("getAttr: " + graph.plugName(time) + " is connected.");
+    if (!std::isfinite(wanted))
+        return CommandResult::failure("getAttr: '" + Value(wanted).toString() + "' is no time.");
+    const nodes::TimeScope scope(graph, fromScriptUnit(graph::ValueKind::Time, wanted));
+    return readValue(graph, found.value, asString);
 }
 
 }  // namespace
@@ -161,8 +172,8 @@ void registerGetAttrCommand(mel::CommandRegistry& registry) {
     syntax.flag("s", "size").flag("mi", "multiIndices").flag("typ", "type").flag("l", "lock");
     syntax.flag("k", "keyable").flag("cb", "channelBox").flag("se", "settable").flag("as", "asString");
     // Evaluation is always silent here.
-    syntax.flag("sl", "silent").objects(ObjectKind::Strings, 1, 1);
-    registry.add("getAttr", syntax, getAttr, "caching ca constraint c expandEnvironmentVariables x time t");
+    syntax.flag("sl", "silent").flag("t", "time", {kReal}).objects(ObjectKind::Strings, 1, 1);
+    registry.add("getAttr", syntax, getAttr, "caching ca constraint c expandEnvironmentVariables x");
 }
 
 }  // namespace host::commands

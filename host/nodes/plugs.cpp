@@ -21,6 +21,12 @@ const graph::NumberMulti* numbersOf(const graph::Plug& arrayPlug) {
     return numbers != nullptr && (*numbers)->size() > 0 ? numbers->get() : nullptr;
 }
 
+int choiceAt(graph::Graph& graph, const graph::Plug& plug) {
+    constexpr double kMost = 1e6;
+    const double value = graph.number(plug);
+    return value >= 0.0 && value <= kMost ? static_cast<int>(value) : -1;
+}
+
 std::string textAt(graph::Graph& graph, const graph::Plug& plug) {
     const auto text = graph::dataAs<graph::StringData>(graph.data(plug));
     return text != nullptr ? text->value : std::string();

@@ -24,6 +24,10 @@ void setTripleAt(graph::Graph& graph, const graph::Plug& compound, const geometr
 /// elements at once. Connections into elements are not followed.
 const graph::NumberMulti* numbersOf(const graph::Plug& arrayPlug);
 
+/// Number of the chosen field of an enum plug. What a connection brings in may be anything: -1 if it is far
+/// from every field.
+int choiceAt(graph::Graph& graph, const graph::Plug& plug);
+
 /// Text of a string plug; empty if it was never set.
 std::string textAt(graph::Graph& graph, const graph::Plug& plug);
 

@@ -43,6 +43,10 @@ void registerTypes(graph::NodeTypes& types) {
     addSetTypes(types);
     addCreatorTypes(types);
     addSceneTypes(types);
+    addAnimCurveTypes(types);
+    addDriverTypes(types);
+    addArithmeticTypes(types);
+    addRemapTypes(types);
 }
 
 void setUpScene(graph::Graph& graph) {

@@ -5,10 +5,30 @@
 /// The current time of the scene: the value of time1.outTime, in seconds.
 namespace host::nodes {
 
+/// A time rounded to the finest step that the host keeps. That step divides every frame rate, so whole
+/// frames, and simple parts of them, stay exact.
+double wholeSteps(double seconds);
+
 graph::Plug timePlug(graph::Graph& graph);
 double currentTime(graph::Graph& graph);
-/// Rounds to the finest time step that the host keeps. That step divides every frame rate, so whole frames,
-/// and simple parts of them, stay exact. Afterwards everything that depends on the time is dirty.
+/// Sets the time, rounded to whole steps. Afterwards everything that depends on the time is dirty.
 void setCurrentTime(graph::Graph& graph, double seconds);
+/// To be called after something else has set time1.outTime. Animation curves depend on the time without a
+/// connection, so the graph does not know of it. Undo and redo are taken care of.
+void timeChanged(graph::Graph& graph);
+
+/// Another current time for a scope, which changes nothing in the scene and is not recorded. time1.outTime
+/// must not have a source.
+class TimeScope {
+  public:
+    TimeScope(graph::Graph& graph, double seconds);
+    ~TimeScope();
+    TimeScope(const TimeScope&) = delete;
+    TimeScope& operator=(const TimeScope&) = delete;
+
+  private:
+    graph::Graph& graph_;
+    double before_;
+};
 
 }  // namespace host::nodes

@@ -4,8 +4,6 @@
 
 namespace host::nodes {
 
-namespace {
-
 using graph::AttributeSpec;
 using graph::ValueKind;
 
@@ -20,8 +18,6 @@ AttributeSpec color(const char* longName, const char* shortName, double value) {
     }
     return graph::compound(longName, shortName, std::move(children));
 }
-
-}  // namespace
 
 void addSceneTypes(graph::NodeTypes& types) {
     // The time slider sets it. Everything animated reads it.

@@ -13,6 +13,13 @@ void addSkinClusterTypes(graph::NodeTypes& types);  // skinCluster
 void addSetTypes(graph::NodeTypes& types);          // objectSet, shadingEngine, partition
 void addCreatorTypes(graph::NodeTypes& types);      // polyCube, ..., polyUnite
 void addSceneTypes(graph::NodeTypes& types);        // time, lambert, network
+void addAnimCurveTypes(graph::NodeTypes& types);    // animCurveTL, ..., animCurveUU
+void addDriverTypes(graph::NodeTypes& types);       // unitConversion, blendWeighted, pairBlend
+void addArithmeticTypes(graph::NodeTypes& types);   // multiplyDivide, plusMinusAverage, reverse, ...
+void addRemapTypes(graph::NodeTypes& types);        // remapValue
+
+/// A compound of three keyable single-precision numbers named <long>R/G/B, <short>r/g/b.
+graph::AttributeSpec color(const char* longName, const char* shortName, double value);
 
 /// Computes the outputs that every DAG node has (matrices).
 graph::ComputedValue computeDagOutput(graph::Graph& graph, const graph::Plug& output);

@@ -174,6 +174,18 @@ TEST_F(ToolTest, TheTimeIsInTheUsersUnit) {
     EXPECT_EQ(MAnimControl::currentTime().value(), 7.25);
 }
 
+TEST_F(ToolTest, CurvesFollowTheTimeHoweverAPluginSetsIt) {
+    run("createNode animCurveTU -n curve; setAttr curve.tan 2; setAttr -s 2 \"curve.ktv[0:1]\" 0 0 24 24");
+    EXPECT_TRUE(MAnimControl::setCurrentTime(MTime(0.5, MTime::kSeconds)));
+    EXPECT_EQ(run("getAttr curve.output"), Value(12.0));
+    MSelectionList list;
+    MPlug time;
+    ASSERT_TRUE(list.add("time1.outTime"));
+    ASSERT_TRUE(list.getPlug(0, time));
+    EXPECT_TRUE(time.setValue(0.25));
+    EXPECT_EQ(run("getAttr curve.output"), Value(6.0));
+}
+
 TEST_F(ToolTest, CursorsEventsAndViewsAreValues) {
     MCursor cursor = MCursor::handCursor;
     EXPECT_TRUE(cursor == MCursor::handCursor);
