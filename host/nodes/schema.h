@@ -6,6 +6,7 @@
 namespace host::nodes {
 
 void addDagTypes(graph::NodeTypes& types);          // node, dagNode, transform, joint
+void addConstraintTypes(graph::NodeTypes& types);   // pointConstraint, parentConstraint, aimConstraint, ...
 void addMeshTypes(graph::NodeTypes& types);         // shape ... mesh
 void addDeformerTypes(graph::NodeTypes& types);     // geometryFilter, tweak, groupParts, groupId
 void addBlendShapeTypes(graph::NodeTypes& types);   // blendShape
