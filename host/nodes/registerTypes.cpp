@@ -44,6 +44,9 @@ void registerTypes(graph::NodeTypes& types) {
     addSetTypes(types);
     addCreatorTypes(types);
     addSceneTypes(types);
+    addCameraTypes(types);
+    addLayerTypes(types);
+    addSavedTypes(types);
 }
 
 void setUpScene(graph::Graph& graph) {

@@ -14,6 +14,9 @@ void addSkinClusterTypes(graph::NodeTypes& types);  // skinCluster
 void addSetTypes(graph::NodeTypes& types);          // objectSet, shadingEngine, partition
 void addCreatorTypes(graph::NodeTypes& types);      // polyCube, ..., polyUnite
 void addSceneTypes(graph::NodeTypes& types);        // time, lambert, network
+void addCameraTypes(graph::NodeTypes& types);       // camera
+void addLayerTypes(graph::NodeTypes& types);        // displayLayer, renderLayer, their managers
+void addSavedTypes(graph::NodeTypes& types);        // dagPose, script, reference, lightLinker, ...
 
 /// Computes the outputs that every DAG node has (matrices).
 graph::ComputedValue computeDagOutput(graph::Graph& graph, const graph::Plug& output);
