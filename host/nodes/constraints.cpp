@@ -196,17 +196,17 @@ Channels scaleChannels(const Reader& read, const std::vector<Target>& targets) {
 /// Which way is up for the constrained transform, in its parent's space. Zero if nothing says so.
 /// @param place  of its rotate pivot, in its parent's space
 Vec3 upDirection(const Reader& read, const Vec3& place, const Matrix4& toParent) {
-    enum { kScene, kObject, kObjectRotation, kVector };
+    enum UpType { Scene, Object, ObjectRotation, Vector };
     switch (static_cast<int>(read.number("worldUpType"))) {
-        case kScene:
+        case Scene:
             return geometry::transformVector({0.0, 1.0, 0.0}, toParent);
-        case kObject:
+        case Object:
             return geometry::transformPoint(read.matrix("worldUpMatrix").row(3), toParent) - place;
-        case kObjectRotation:
+        case ObjectRotation:
             return geometry::transformVector(
                 geometry::transformVector(read.triple("worldUpVector"), read.matrix("worldUpMatrix")),
                 toParent);
-        case kVector:
+        case Vector:
             return geometry::transformVector(read.triple("worldUpVector"), toParent);
         default:
             return {};

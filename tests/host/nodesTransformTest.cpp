@@ -77,6 +77,14 @@ TEST_F(Transforms, AnOffsetMatrixIsBetweenTheTransformAndItsParent) {
     expectNear(image(node, {}), vec(2, 6, 0));
 }
 
+TEST_F(Transforms, ACameraIsAShapeWithoutMeshOrDeformers) {
+    const NodeRef camera = below("camera", "camera", top);
+    EXPECT_EQ(scene.shapeOf(top), camera);
+    EXPECT_EQ(nodes::meshOf(scene, camera), nullptr);
+    EXPECT_TRUE(nodes::deformersOf(scene, camera).empty());
+    EXPECT_EQ(scene.componentCount(camera, graph::ComponentKind::Vertex), 0);
+}
+
 // --- schema ------------------------------------------------------------------------------------------------
 
 TEST(Schema, EveryAttributeOfATypeIsFoundByBothOfItsNames) {
