@@ -22,6 +22,11 @@ Vec3 normalized(const Vec3& a) {
     return scaled * (1.0 / length(scaled));
 }
 
+Vec3 anyPerpendicular(const Vec3& a) {
+    const Vec3 other = std::abs(a.x) < 0.6 ? Vec3{1, 0, 0} : Vec3{0, 1, 0};
+    return normalized(cross(a, other));
+}
+
 Matrix4 Matrix4::translation(const Vec3& offset) {
     Matrix4 result;
     setRow(result, 3, offset);

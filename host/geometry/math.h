@@ -58,6 +58,8 @@ inline double length(const Vec3& a) {
 }
 /// Unit vector of `a`. The zero vector stays zero.
 Vec3 normalized(const Vec3& a);
+/// A unit vector perpendicular to the unit vector `a`.
+Vec3 anyPerpendicular(const Vec3& a);
 inline bool isFinite(const Vec3& a) {
     return std::isfinite(a.x) && std::isfinite(a.y) && std::isfinite(a.z);
 }

@@ -55,12 +55,6 @@ void setRow(Matrix4& matrix, int row, const Vec3& v) {
         matrix.m[row][column] = v[column];
 }
 
-/// A unit vector perpendicular to the unit vector `v`.
-Vec3 anyPerpendicular(const Vec3& v) {
-    const Vec3 a = std::abs(v.x) < 0.6 ? Vec3{1, 0, 0} : Vec3{0, 1, 0};
-    return normalized(cross(v, a));
-}
-
 /// Gives a direction to rows that have none (length zero in `scale`), so that all three form a rotation.
 void completeRotation(std::array<Vec3, 3>& rows, const Vec3& scale) {
     const bool has[3] = {scale.x != 0, scale.y != 0, scale.z != 0};

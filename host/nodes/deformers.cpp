@@ -27,6 +27,7 @@ graph::Plug chainInput(const graph::Plug& output) {
 /// belongs to the Orig shape or to construction history, or is empty.
 std::vector<graph::Plug> chainOf(const graph::Graph& graph, const graph::NodeRef& shape) {
     std::vector<graph::Plug> outputs;
+    if (!shape->isA("mesh")) return outputs;
     for (graph::Plug at = graph.source(shape->plug("inMesh")); at;) {
         // A chain that leads back to itself ends where it would start again.
         if (std::find(outputs.begin(), outputs.end(), at) != outputs.end()) break;

@@ -35,7 +35,7 @@ graph::NodeRef tweakNodeOf(const graph::Graph& graph, const graph::NodeRef& shap
 
 /// The intermediate shape at the start of the shape's chain; null if there is none.
 graph::NodeRef originalShape(const graph::Graph& graph, const graph::NodeRef& shape);
-/// Deformers of a shape, starting with the one next to the shape.
+/// Deformers of a shape, starting with the one next to the shape. Only meshes have any.
 std::vector<graph::NodeRef> deformersOf(const graph::Graph& graph, const graph::NodeRef& shape);
 /// The shape at the end of the chain after a deformer's output; null if there is none.
 graph::NodeRef deformedShape(const graph::Graph& graph, const graph::NodeRef& deformer, int geometryIndex);

@@ -42,7 +42,7 @@ std::string shapeCopyName(graph::Graph& graph, const graph::Node& shape, const g
 }  // namespace
 
 MeshPtr meshOf(graph::Graph& graph, const graph::NodeRef& shape) {
-    return graph::dataAs<MeshData>(graph.data(shape->plug("outMesh")));
+    return shape->isA("mesh") ? graph::dataAs<MeshData>(graph.data(shape->plug("outMesh"))) : nullptr;
 }
 
 MeshPtr incomingMesh(graph::Graph& graph, const graph::NodeRef& shape) {

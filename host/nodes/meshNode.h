@@ -10,7 +10,7 @@
 /// its `pnts`. Everything is in object space.
 namespace host::nodes {
 
-/// The evaluated mesh; null for a shape without geometry. `shape` is a mesh node.
+/// The evaluated mesh; null for a mesh without geometry, and for any other shape.
 MeshPtr meshOf(graph::Graph& graph, const graph::NodeRef& shape);
 /// The mesh of `inMesh`, without pnts.
 MeshPtr incomingMesh(graph::Graph& graph, const graph::NodeRef& shape);

@@ -9,6 +9,13 @@ geometry::Vec3 tripleAt(graph::Graph& graph, const graph::Plug& compound) {
             graph.number(compound.child(2))};
 }
 
+geometry::RotateOrder rotateOrderAt(graph::Graph& graph, const graph::Plug& plug) {
+    const double value = graph.number(plug);
+    // A number from a connection may be out of range.
+    return value >= 0.0 && value <= 5.0 ? static_cast<geometry::RotateOrder>(static_cast<int>(value))
+                                        : geometry::RotateOrder::Xyz;
+}
+
 void setTripleAt(graph::Graph& graph, const graph::Plug& compound, const geometry::Vec3& value) {
     for (int axis = 0; axis < 3; ++axis)
         graph.setNumber(compound.child(axis), value[axis]);

@@ -18,6 +18,8 @@ inline graph::Plug childPlug(const graph::Plug& compound, std::string_view name)
 
 /// The three numbers of a compound plug.
 geometry::Vec3 tripleAt(graph::Graph& graph, const graph::Plug& compound);
+/// A rotate order from a plug; xyz if the number is none.
+geometry::RotateOrder rotateOrderAt(graph::Graph& graph, const graph::Plug& plug);
 void setTripleAt(graph::Graph& graph, const graph::Plug& compound, const geometry::Vec3& value);
 
 /// Numbers of a flat array plug (Attribute::flatWidth); null while it has no element. For reading many

@@ -36,6 +36,7 @@ graph::NodeRef create(graph::Graph& graph, const char* type, const char* name) {
 
 void registerTypes(graph::NodeTypes& types) {
     addDagTypes(types);
+    addConstraintTypes(types);
     addMeshTypes(types);
     addDeformerTypes(types);
     addBlendShapeTypes(types);
@@ -47,6 +48,9 @@ void registerTypes(graph::NodeTypes& types) {
     addDriverTypes(types);
     addArithmeticTypes(types);
     addRemapTypes(types);
+    addCameraTypes(types);
+    addLayerTypes(types);
+    addSavedTypes(types);
 }
 
 void setUpScene(graph::Graph& graph) {

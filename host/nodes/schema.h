@@ -6,6 +6,7 @@
 namespace host::nodes {
 
 void addDagTypes(graph::NodeTypes& types);          // node, dagNode, transform, joint
+void addConstraintTypes(graph::NodeTypes& types);   // pointConstraint, parentConstraint, aimConstraint, ...
 void addMeshTypes(graph::NodeTypes& types);         // shape ... mesh
 void addDeformerTypes(graph::NodeTypes& types);     // geometryFilter, tweak, groupParts, groupId
 void addBlendShapeTypes(graph::NodeTypes& types);   // blendShape
@@ -17,6 +18,9 @@ void addAnimCurveTypes(graph::NodeTypes& types);    // animCurveTL, ..., animCur
 void addDriverTypes(graph::NodeTypes& types);       // unitConversion, blendWeighted, pairBlend
 void addArithmeticTypes(graph::NodeTypes& types);   // multiplyDivide, plusMinusAverage, reverse, ...
 void addRemapTypes(graph::NodeTypes& types);        // remapValue
+void addCameraTypes(graph::NodeTypes& types);       // camera
+void addLayerTypes(graph::NodeTypes& types);        // displayLayer, renderLayer, their managers
+void addSavedTypes(graph::NodeTypes& types);        // dagPose, script, reference, lightLinker, ...
 
 /// A compound of three keyable single-precision numbers named <long>R/G/B, <short>r/g/b.
 graph::AttributeSpec color(const char* longName, const char* shortName, double value);

@@ -1,6 +1,8 @@
-// The node types transform and joint: their attributes and matrices.
+// The matrices of transforms and joints.
 
 #include "nodes/transformNode.h"
+
+#include <algorithm>
 
 #include "nodes/plugs.h"
 #include "nodes/schema.h"
@@ -9,18 +11,8 @@ namespace host::nodes {
 
 namespace {
 
-using graph::AttributeSpec;
-using graph::ValueKind;
-
 graph::Plug named(const graph::NodeRef& node, std::string_view name) {
     return node->plug(name);
-}
-
-geometry::RotateOrder rotateOrderOf(graph::Graph& graph, const graph::NodeRef& transform) {
-    const double value = graph.number(named(transform, "rotateOrder"));
-    // A number from a connection may be out of range.
-    return value >= 0.0 && value <= 5.0 ? static_cast<geometry::RotateOrder>(static_cast<int>(value))
-                                        : geometry::RotateOrder::Xyz;
 }
 
 geometry::Matrix4 matrixAt(graph::Graph& graph, const graph::NodeRef& node, std::string_view name) {
@@ -30,6 +22,55 @@ geometry::Matrix4 matrixAt(graph::Graph& graph, const graph::NodeRef& node, std:
 
 bool inheritsTransform(graph::Graph& graph, const graph::NodeRef& node) {
     return !node->isA("transform") || graph.number(named(node, "inheritsTransform")) != 0.0;
+}
+
+/// Whether nothing was ever set or connected below a plug. The many attributes that are hardly ever used cost
+/// one look-up each then.
+bool isUntouched(const graph::Plug& plug) {
+    const graph::Slot* slot = plug.node()->slot(plug.key());
+    if (slot != nullptr && !slot->empty()) return false;
+    if (plug.node()->hasIncoming(plug.attribute())) return false;
+    for (const auto& child : plug.attribute().children()) {
+        if (plug.node()->hasIncoming(*child)) return false;
+    }
+    return true;
+}
+
+/// What a transform's limits are called, and the value that each is about.
+struct Limit {
+    const char* value;
+    const char* enable;
+    geometry::Vec3 geometry::TransformParts::*part;
+    bool isLowest;
+};
+
+constexpr Limit kLimits[] = {
+    {"minTransLimit", "minTransLimitEnable", &geometry::TransformParts::translate, true},
+    {"maxTransLimit", "maxTransLimitEnable", &geometry::TransformParts::translate, false},
+    {"minRotLimit", "minRotLimitEnable", &geometry::TransformParts::rotate, true},
+    {"maxRotLimit", "maxRotLimitEnable", &geometry::TransformParts::rotate, false},
+    {"minScaleLimit", "minScaleLimitEnable", &geometry::TransformParts::scale, true},
+    {"maxScaleLimit", "maxScaleLimitEnable", &geometry::TransformParts::scale, false}};
+
+/// Where both limits of a value count and cross, the highest one wins.
+void applyLimits(graph::Graph& graph, const graph::NodeRef& transform, geometry::TransformParts& parts) {
+    for (const Limit& limit : kLimits) {
+        const graph::Plug enable = named(transform, limit.enable);
+        if (isUntouched(enable)) continue;
+        const geometry::Vec3 bound = tripleAt(graph, named(transform, limit.value));
+        geometry::Vec3& value = parts.*limit.part;
+        for (int axis = 0; axis < 3; ++axis) {
+            if (graph.number(enable.child(axis)) == 0.0) continue;
+            value[axis] =
+                limit.isLowest ? std::max(value[axis], bound[axis]) : std::min(value[axis], bound[axis]);
+        }
+    }
+}
+
+/// The identity for a node that has none.
+geometry::Matrix4 offsetMatrix(graph::Graph& graph, const graph::NodeRef& node) {
+    const graph::Plug offset = named(node, "offsetParentMatrix");
+    return offset && !isUntouched(offset) ? matrixOf(graph.data(offset)) : geometry::Matrix4();
 }
 
 /// Computes the world matrices above a node from the top, so that each one finds its parent's. Hierarchies
@@ -52,52 +93,19 @@ geometry::Matrix4 computeMatrix(graph::Graph& graph, const graph::NodeRef& node,
                                       : geometry::Matrix4();
     }
     if (name == "parentMatrix") {
-        if (node->parent() == nullptr) return {};
-        return matrixAt(graph, node->parent()->ref(), "worldMatrix");
+        const geometry::Matrix4 offset = offsetMatrix(graph, node);
+        return node->parent() != nullptr ? offset * matrixAt(graph, node->parent()->ref(), "worldMatrix")
+                                         : offset;
     }
     if (name == "worldMatrix") {
         computeAncestors(graph, node);
         const geometry::Matrix4 own = matrixAt(graph, node, "matrix");
-        return inheritsTransform(graph, node) ? own * matrixAt(graph, node, "parentMatrix") : own;
+        return own * (inheritsTransform(graph, node) ? matrixAt(graph, node, "parentMatrix")
+                                                     : offsetMatrix(graph, node));
     }
     if (name == "inverseMatrix") return matrixAt(graph, node, "matrix").inverse().matrix;
     if (name == "parentInverseMatrix") return matrixAt(graph, node, "parentMatrix").inverse().matrix;
     return matrixAt(graph, node, "worldMatrix").inverse().matrix;
-}
-
-AttributeSpec matrixOutput(const char* longName, const char* shortName) {
-    return graph::typed(longName, shortName, "matrix").output();
-}
-
-AttributeSpec keyableTriple(const char* longName, const char* shortName, ValueKind kind, double value = 0.0) {
-    AttributeSpec spec = graph::triple(longName, shortName, kind);
-    for (AttributeSpec& child : spec.children) {
-        child.isKeyable = true;
-        child.defaultValue = value;
-    }
-    return spec;
-}
-
-AttributeSpec shear() {
-    std::vector<AttributeSpec> children;
-    for (const char* axes : {"XY", "XZ", "YZ"}) {
-        std::string lower(axes);
-        for (char& letter : lower)
-            letter = static_cast<char>(letter - 'A' + 'a');
-        children.push_back(graph::number(std::string("shear") + axes, "sh" + lower));
-    }
-    return graph::compound("shear", "sh", std::move(children));
-}
-
-AttributeSpec instObjGroups() {
-    return graph::compound(
-               "instObjGroups", "iog",
-               {graph::compound("objectGroups", "og",
-                                {graph::typed("objectGrpCompList", "gcl", "componentList"),
-                                 graph::number("objectGroupId", "gid", ValueKind::Int).withDefault(-1),
-                                 graph::number("objectGrpColor", "gco", ValueKind::Int)})
-                    .array()})
-        .array();
 }
 
 }  // namespace
@@ -113,12 +121,13 @@ geometry::TransformParts transformParts(graph::Graph& graph, const graph::NodeRe
     parts.rotate = triple("rotate");
     parts.scale = triple("scale");
     parts.shear = triple("shear");
-    parts.rotateOrder = rotateOrderOf(graph, transform);
+    parts.rotateOrder = rotateOrderAt(graph, named(transform, "rotateOrder"));
     parts.rotateAxis = triple("rotateAxis");
     parts.scalePivot = triple("scalePivot");
     parts.scalePivotTranslate = triple("scalePivotTranslate");
     parts.rotatePivot = triple("rotatePivot");
     parts.rotatePivotTranslate = triple("rotatePivotTranslate");
+    applyLimits(graph, transform, parts);
     if (!transform->isA("joint")) return parts;
     parts.jointOrient = triple("jointOrient");
     if (graph.number(named(transform, "segmentScaleCompensate")) == 0.0) return parts;
@@ -196,49 +205,6 @@ void compensateParentScale(graph::Graph& graph, const graph::NodeRef& joint) {
         graph.disconnect(inverseScale);
         setTripleAt(graph, inverseScale, {1.0, 1.0, 1.0});
     }
-}
-
-void addDagTypes(graph::NodeTypes& types) {
-    types.add({"node",
-               "",
-               {graph::message("message", "msg"), graph::number("caching", "cch", ValueKind::Bool),
-                graph::number("frozen", "fzn", ValueKind::Bool),
-                graph::number("isHistoricallyInteresting", "ihi", ValueKind::Enum).withDefault(2),
-                graph::enumeration("nodeState", "nds", {"Normal", "HasNoEffect", "Blocking"})},
-               {},
-               true});
-    types.add({"entity", "node", {}, {}, true});
-    types.add(
-        {"dagNode",
-         "entity",
-         {graph::number("visibility", "v", ValueKind::Bool).withDefault(1).keyable(),
-          graph::number("intermediateObject", "io", ValueKind::Bool),
-          graph::number("template", "tmp", ValueKind::Bool), instObjGroups(), matrixOutput("matrix", "m"),
-          matrixOutput("inverseMatrix", "im"), matrixOutput("worldMatrix", "wm").array(),
-          matrixOutput("worldInverseMatrix", "wim").array(), matrixOutput("parentMatrix", "pm").array(),
-          matrixOutput("parentInverseMatrix", "pim").array()},
-         {computeDagOutput},
-         true});
-    types.add({"transform",
-               "dagNode",
-               {keyableTriple("translate", "t", ValueKind::Distance),
-                keyableTriple("rotate", "r", ValueKind::Angle),
-                graph::enumeration("rotateOrder", "ro", {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"}),
-                keyableTriple("scale", "s", ValueKind::Double, 1.0), shear(),
-                graph::triple("rotatePivot", "rp", ValueKind::Distance),
-                graph::triple("rotatePivotTranslate", "rpt", ValueKind::Distance),
-                graph::triple("scalePivot", "sp", ValueKind::Distance),
-                graph::triple("scalePivotTranslate", "spt", ValueKind::Distance),
-                graph::triple("rotateAxis", "ra", ValueKind::Angle),
-                graph::number("inheritsTransform", "it", ValueKind::Bool).withDefault(1)}});
-    types.add({"joint",
-               "transform",
-               {keyableTriple("jointOrient", "jo", ValueKind::Angle),
-                graph::number("segmentScaleCompensate", "ssc", ValueKind::Bool).withDefault(1),
-                // The scale of the parent joint, whose inverse is applied.
-                keyableTriple("inverseScale", "is", ValueKind::Double, 1.0),
-                graph::number("radius", "radi", ValueKind::Float).withDefault(1).keyable(),
-                graph::triple("objectColorRGB", "obcc", ValueKind::Float)}});
 }
 
 }  // namespace host::nodes

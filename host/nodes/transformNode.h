@@ -6,13 +6,14 @@
 namespace host::nodes {
 
 /// The transform's own attributes, including a joint's orient and scale compensation. Angles in radians.
+/// Translation, rotation and scale are within the limits that are enabled, also where an attribute is not.
 geometry::TransformParts transformParts(graph::Graph& graph, const graph::NodeRef& transform);
 
-/// Matrix of the node alone. For a shape, the identity.
+/// Matrix of the node alone, without its offsetParentMatrix. For a shape, the identity.
 geometry::Matrix4 localMatrix(graph::Graph& graph, const graph::NodeRef& node);
 /// Matrix from the node's object space to world space. For a shape, that of its transform.
 geometry::Matrix4 worldMatrix(graph::Graph& graph, const graph::NodeRef& node);
-/// World matrix of the parent. At the top level, the identity.
+/// The node's offsetParentMatrix, times the world matrix of the parent if it has one.
 geometry::Matrix4 parentMatrix(graph::Graph& graph, const graph::NodeRef& node);
 
 void setTranslation(graph::Graph& graph, const graph::NodeRef& transform, const geometry::Vec3& value);

@@ -247,6 +247,67 @@ TEST_F(Skin, AgreesWithTheProductOfMatrices) {
     }
 }
 
+// --- dual quaternions --------------------------------------------------------------------------------------
+
+/// A quarter turn of the lower joint about x, the axis of both joints, which is 1 away from the vertices.
+class Twisted : public Skin {
+  protected:
+    Twisted() {
+        nodes::setRotation(scene, lower, {kHalfPi, 0, 0});
+        weigh(skin, 3, 0.5, 0.5);
+        weigh(skin, 2, 0, 1);
+    }
+    void useMethod(int method) { scene.set("skinCluster1.skinningMethod", method); }
+
+    NodeRef skin = bind();
+};
+
+TEST_F(Twisted, KeepsItsDistanceFromTheAxisByDualQuaternions) {
+    const double half = std::sqrt(0.5);
+    expectNear(scene.point(shape, 3), vec(3, 0.5, -0.5));
+    useMethod(1);
+    expectNear(scene.point(shape, 3), vec(3, 1 - half, -half));
+    weigh(skin, 3, 2, 2);
+    expectNear(scene.point(shape, 3), vec(3, 1 - half, -half));
+    useMethod(2);
+    weigh(skin, 3, 0.5, 0.5);
+    expectNear(scene.point(shape, 3), vec(3, 0.5, -0.5));
+    scene.set("skinCluster1.blendWeights[3]", 0.25);
+    expectNear(scene.point(shape, 3), vec(3, 0.75 * 0.5 + 0.25 * (1 - half), -0.75 * 0.5 - 0.25 * half));
+}
+
+TEST_F(Twisted, GoesTheShorterWayBetweenOppositeQuaternions) {
+    // By 200 degrees one quaternion is on the other side: halfway are -80 degrees.
+    nodes::setRotation(scene, lower, {geometry::kPi * 200 / 180, 0, 0});
+    useMethod(1);
+    const double angle = -geometry::kPi * 80 / 180;
+    expectNear(scene.point(shape, 3), vec(3, 1 - std::cos(angle), -std::sin(angle)));
+}
+
+TEST_F(Twisted, FollowsOneInfluenceLikeClassicSkinning) {
+    const NodeRef transform = shape->parent()->ref();
+    nodes::setScale(scene, transform, {2, 1, 1});
+    scene.setData(scene.at("skinCluster1.gm"), nodes::matrixData(nodes::worldMatrix(scene, shape)));
+    nodes::setTranslation(scene, upper, {4, 5, 6});
+    nodes::setRotation(scene, upper, {1, 2, 3});
+    const Vec3 classic = scene.point(shape, 2);
+    useMethod(1);
+    expectNear(scene.point(shape, 2), classic);
+}
+
+TEST_F(Twisted, ScalesOnlyAsItIsTold) {
+    weigh(skin, 2, 1, 0);
+    useMethod(1);
+    nodes::setScale(scene, upper, {3, 1, 2});
+    expectNear(scene.point(shape, 2), vec(2, 0, 0));
+    scene.set("skinCluster1.dqsSupportNonRigid", 1);
+    expectNear(scene.point(shape, 2), vec(6, 0, 0));
+    scene.set("skinCluster1.dqsSupportNonRigid", 0);
+    nodes::setTripleAt(scene, scene.at("skinCluster1.dqsScale"), {5, 5, 5});
+    // About the joint at (0, 1, 0).
+    expectNear(scene.point(shape, 2), vec(10, -4, 0));
+}
+
 // --- binding and undo --------------------------------------------------------------------------------------
 
 TEST_F(Skin, BindingAddingAndRemovingAreUndoneExactly) {
