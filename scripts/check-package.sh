@@ -34,7 +34,7 @@ cmake --install "$work/build" --prefix "$work/modules" >>"$work/log"
 
 cmake -DSOURCE_DIR="$root" -DMODULES="$work/modules" -P tests/packaging/installedTree.cmake
 
-if errors=$("${CXX:-c++}" -std=c++17 -fsyntax-only -I"$work/kit/include" -Isource source/symmetry/mirrorPasses.cpp 2>&1) ||
+if errors=$("${CXX:-c++}" -std=c++17 -fsyntax-only -I"$work/kit/include" -Isource source/symmetry/sideBySide.cpp 2>&1) ||
     [[ $(grep -m 1 error <<<"$errors") != *"headers are older than oneTBB"* ]]; then
     echo "check-package: the headers of an older library give no clear error, but" "$errors" >&2
     exit 1

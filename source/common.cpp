@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "scene/arrayEquality.h"
 #include "scene/plugAccess.h"
@@ -133,21 +134,23 @@ MIntArray getTargetComponents(const MObject& blendShape, int target, int item) {
 }
 
 MIntArray componentListToIndices(const MPlug& componentList) {
-    MIntArray indices;
     MObject data;
     componentList.getValue(data);
     MStatus status;
     const MFnComponentListData list(data, &status);
-    if (!status) return indices;
+    if (!status) return MIntArray();
     const unsigned int length = list.length();
+    // Mostly an entry is one vertex: then nothing need grow.
+    std::vector<int> indices;
+    indices.reserve(length);
     for (unsigned int k = 0; k < length; ++k) {
         MObject object = list[k];
         const MFnSingleIndexedComponent component(object);
         const int count = component.elementCount();
         for (int e = 0; e < count; ++e)
-            indices.append(component.element(e));
+            indices.push_back(component.element(e));
     }
-    return indices;
+    return MIntArray(indices.data(), static_cast<unsigned int>(indices.size()));
 }
 
 void setComponentList(const MPlug& componentList, const MIntArray& vertices) {

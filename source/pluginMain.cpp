@@ -24,7 +24,7 @@
 #include "polySymmetry.h"
 #include "reorderRotation.h"
 #include "sculptExtractDeltaMesh.h"
-#include "symmetry/mirrorPasses.h"
+#include "symmetry/sideBySide.h"
 
 namespace {
 
@@ -90,7 +90,7 @@ MStatus deregisterAll(MObject& object) {
     }
     status = plugin.deregisterContextCommand(CompareToolCommand::kName);
     if (!status) status.perror(MString("Deregister ") + CompareToolCommand::kName + " command failed.");
-    endWalkThreads();
+    endThreads();
     return status;
 }
 

@@ -92,12 +92,15 @@ bool isModeFlag(const Syntax& syntax, const std::string& word, bool query) {
 }
 
 /// Replaces array words by their elements, so that a list variable may be used instead of several words.
-std::vector<Value> flattened(std::vector<Value>&& words) {
-    std::size_t total = 0;
+/// @param hasEmptyList  set if a word is an array without elements
+std::vector<Value> flattened(std::vector<Value>&& words, bool& hasEmptyList) {
+    std::size_t total = words.size();
     bool anyArray = false;
     for (const Value& word : words) {
-        anyArray = anyArray || word.isArray();
-        total += word.isArray() ? word.size() : 1;
+        if (!word.isArray()) continue;
+        anyArray = true;
+        hasEmptyList = hasEmptyList || word.size() == 0;
+        total += word.size() - 1;
     }
     if (!anyArray) return std::move(words);
     std::vector<Value> flat;
@@ -120,23 +123,25 @@ bool looksLikeFlag(const Value& word) {
 }
 
 /// Fills a ParsedArguments word by word. The first word that does not fit ends it.
+///
+/// The objects stay in the list of words: each moves to the end of those before it. So a million of them take
+/// no second list.
 class ArgumentParser {
   public:
     ArgumentParser(const Syntax& syntax, std::vector<Value>&& words) : syntax_(syntax), parsed_(syntax) {
-        const auto isEmptyList = [](const Value& word) { return word.isArray() && word.size() == 0; };
-        parsed_.hasEmptyList_ = std::any_of(words.begin(), words.end(), isEmptyList);
-        words_ = flattened(std::move(words));
+        words_ = flattened(std::move(words), parsed_.hasEmptyList_);
     }
 
     ArgumentParseResult run() {
         findModes();
-        if (syntax_.objectKind() != ObjectKind::None) parsed_.objects_.reserve(words_.size());
         while (error_.empty() && at_ < words_.size()) {
             if (looksLikeFlag(words_[at_]) && !isValue(words_[at_]))
                 takeFlag();
             else
                 takeObject();
         }
+        words_.resize(objectCount_);
+        parsed_.objects_ = std::move(words_);
         if (error_.empty()) checkCounts();
         return {std::move(parsed_), std::move(error_)};
     }
@@ -166,11 +171,19 @@ class ArgumentParser {
     }
 
     /// Whether a word that looks like a flag is a value: a text where one is expected, or a number.
-    bool isValue(const Value& word) const {
-        if (syntax_.isTextNext() && syntax_.isTextNext()(parsed_)) return true;
+    bool isValue(const Value& word) {
+        if (syntax_.isTextNext() && isTextNext()) return true;
         const std::string& text = *word.getIf<std::string>();
         const bool isNumber = text == "-inf" || text == "-nan";
         return isNumber && syntax_.objectKind() == ObjectKind::Values && syntax_.find(text) < 0;
+    }
+
+    /// Asks the command, which judges by the objects before. Their copies are replaced in the end.
+    bool isTextNext() {
+        std::vector<Value>& copies = parsed_.objects_;
+        while (copies.size() < objectCount_)
+            copies.push_back(words_[copies.size()]);
+        return syntax_.isTextNext()(parsed_);
     }
 
     void takeFlag() {
@@ -214,13 +227,18 @@ class ArgumentParser {
             if (!value) return fail("Argument '" + word.toString() + "' must be " + typePhrase(type) + ".");
             parsed_.arguments_.push_back(std::move(*value));
         } else if (syntax_.objectKind() == ObjectKind::None ||
-                   parsed_.objects_.size() >= static_cast<std::size_t>(syntax_.maximumObjects())) {
+                   objectCount_ >= static_cast<std::size_t>(syntax_.maximumObjects())) {
             fail("Too many objects or values.");
         } else if (syntax_.objectKind() == ObjectKind::Strings && !word.isString()) {
-            parsed_.objects_.emplace_back(word.toString());
+            keepObject(Value(word.toString()));
         } else {
-            parsed_.objects_.push_back(std::move(word));
+            keepObject(std::move(word));
         }
+    }
+
+    void keepObject(Value&& object) {
+        Value& kept = words_[objectCount_++];
+        if (&kept != &object) kept = std::move(object);
     }
 
     void checkCounts() {
@@ -236,6 +254,7 @@ class ArgumentParser {
     std::vector<Value> words_;
     ParsedArguments parsed_;
     std::size_t at_ = 0;
+    std::size_t objectCount_ = 0;  // kept at the beginning of the words
     std::string error_;
 };
 

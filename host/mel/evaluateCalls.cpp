@@ -39,7 +39,7 @@ bool Evaluator::callProcedure(const BoundProcedure& bound, const Expression& cal
 /// Array variables are passed by reference. Everything else is converted to the parameter's type.
 bool Evaluator::bindParameter(const Parameter& parameter, Index argument, Frame& frame, Frame& callee,
                               std::size_t slot) {
-    const Expression& expression = node(argument, frame);
+    const Expression expression = argumentNode(argument, frame);
     if (expression.kind == Expression::Kind::Variable && elementKind(parameter.kind) != Value::Kind::None) {
         Value& passed = variable(expression.a, frame);
         if (passed.isNone()) passed = Value::defaultOf(parameter.kind);
@@ -103,7 +103,7 @@ bool Evaluator::callBuiltin(const Expression& call, Frame& frame, Value& out) {
     Value** const variables = arguments + count;
     for (std::size_t i = 0; i < count; ++i) {
         const Index argument = frame.program.lists[call.list().first + static_cast<Index>(i)];
-        const Expression& expression = node(argument, frame);
+        const Expression expression = argumentNode(argument, frame);
         const bool isVariable = expression.kind == Expression::Kind::Variable;
         variables[i] = isVariable ? &variable(expression.a, frame) : nullptr;
         // An argument that changes a variable must not change the arguments before it.
@@ -150,7 +150,7 @@ bool Evaluator::evaluateCatch(const Expression& call, Frame& frame, Value& out) 
 bool Evaluator::evaluateCaught(Index argument, Frame& frame) {
     Value value;
     if (!evaluate(argument, frame, value)) return false;
-    const Expression::Kind kind = node(argument, frame).kind;
+    const Expression::Kind kind = argumentNode(argument, frame).kind;
     const bool isText = kind == Expression::Kind::String || kind == Expression::Kind::Chain ||
                         kind == Expression::Kind::Variable;
     // catch("command text") runs the text. The result of a call or an assignment is not run.
@@ -190,12 +190,35 @@ bool Evaluator::callTableCommand(const Expression& call, Frame& frame, Value& ou
     const Depth large(nesting_, kCallLevels);
     if (!commands_.has(call.text()))
         return failAt(frame, call.offset, "Cannot find procedure \"" + std::string(call.text()) + "\".");
-    std::vector<Value> arguments(call.list().count);
-    const Index* words = frame.program.lists.data() + call.list().first;
-    for (Index i = 0; i < call.list().count; ++i)
-        if (!evaluate(words[i], frame, arguments[i])) return false;
+    std::vector<Value> arguments;
+    if (!evaluateArguments(call, frame, arguments)) return false;
     frame.offset = call.offset;
     return finishCommand(commands_.call(call.text(), std::move(arguments), interpreter_), out);
+}
+
+bool Evaluator::evaluateArguments(const Expression& call, Frame& frame, std::vector<Value>& arguments) {
+    const Index* words = frame.program.lists.data() + call.list().first;
+    const bool isDeep = nesting_ >= kMaximumEvaluationDepth;  // an error that evaluating a word finds
+    arguments.reserve(call.list().count);
+    for (Index i = 0; i < call.list().count; ++i) {
+        if (isPlainWord(words[i]) && !isDeep) {
+            arguments.emplace_back(frame.program.plainWord(words[i]));
+            continue;
+        }
+        arguments.emplace_back();
+        if (!evaluate(words[i], frame, arguments.back())) return false;
+    }
+    return true;
+}
+
+/// The node of an argument. A plain word gets one that is not stored.
+Expression Evaluator::argumentNode(Index argument, const Frame& frame) {
+    if (!isPlainWord(argument)) return frame.program.expressions[argument];
+    Expression word;
+    word.kind = Expression::Kind::String;
+    word.offset = argument - kPlainWord;
+    word.setText(frame.program.plainWord(argument));
+    return word;
 }
 
 bool Evaluator::finishCommand(CommandResult&& result, Value& out) {

@@ -6,10 +6,14 @@
 namespace host::mel {
 
 bool Evaluator::evaluate(Index index, Frame& frame, Value& out) {
-    const Expression& expression = node(index, frame);
     const Depth depth(nesting_);
     if (depth.count > kMaximumEvaluationDepth)
-        return failAt(frame, expression.offset, "Too many nested calls.");
+        return failAt(frame, argumentNode(index, frame).offset, "Too many nested calls.");
+    if (isPlainWord(index)) {
+        out = frame.program.plainWord(index);
+        return true;
+    }
+    const Expression& expression = node(index, frame);
     switch (expression.kind) {
         case Expression::Kind::Int:
             out = static_cast<int>(expression.number);
@@ -59,6 +63,7 @@ bool Evaluator::evaluate(Index index, Frame& frame, Value& out) {
 /// The value of an expression, without a copy if it is stored in a variable; nullptr on failure. The
 /// reference sees later changes of the variable.
 const Value* Evaluator::operand(Index index, Frame& frame, Value& scratch) {
+    if (isPlainWord(index)) return evaluate(index, frame, scratch) ? &scratch : nullptr;
     const Expression& expression = node(index, frame);
     if (expression.kind == Expression::Kind::Variable) return &variable(expression.a, frame);
     return evaluate(index, frame, scratch) ? &scratch : nullptr;

@@ -142,6 +142,8 @@ class Evaluator {
     const Expression& node(Index expression, const Frame& frame) const {
         return frame.program.expressions[expression];
     }
+    static Expression argumentNode(Index argument, const Frame& frame);
+    bool evaluateArguments(const Expression& call, Frame& frame, std::vector<Value>& arguments);
     static SourcePosition positionIn(const Frame& frame, Index offset);
     bool breakOff(const Frame& frame, Index offset, std::string message);
     bool countStep(Frame& frame, Index offset);

@@ -78,16 +78,16 @@ class BracketCount {
 /// dropped; before a line end both are dropped.
 std::string unescaped(std::string_view text);
 
-inline bool isIdentifierStart(char c) {
+constexpr bool isIdentifierStart(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
-inline bool isDigit(char c) {
+constexpr bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
-inline bool isIdentifierPart(char c) {
+constexpr bool isIdentifierPart(char c) {
     return isIdentifierStart(c) || isDigit(c);
 }
-inline bool isBlank(char c) {
+constexpr bool isBlank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
 }
 

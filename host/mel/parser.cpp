@@ -25,6 +25,14 @@ SourcePosition Program::position(Index offset) const {
     return {fileName, firstLine - 1 + line, static_cast<int>(offset - *(behind - 1)) + 1, {}};
 }
 
+std::string_view Program::plainWord(Index entry) const {
+    const Index start = entry - kPlainWord;
+    Index end = start;
+    while (end < source.size() && !isBlank(source[end]) && source[end] != ';')
+        ++end;
+    return std::string_view(source).substr(start, end - start);
+}
+
 ParseResult parse(std::string text, std::string fileName, const GlobalTable& globals, int firstLine) {
     auto program = std::make_shared<Program>();
     program->source = std::move(text);

@@ -1,5 +1,8 @@
 // Parses commands: their words, flags, and names with subscripts.
 
+#include <array>
+#include <cstddef>
+
 #include "mel/builtins.h"
 #include "mel/numberText.h"
 #include "mel/parserState.h"
@@ -9,8 +12,59 @@ namespace host::mel {
 namespace {
 
 /// Characters of bare words besides letters and digits: DAG paths, namespaces, attributes, wildcards.
-bool isWordPart(char c) {
+constexpr bool isWordPart(char c) {
     return isIdentifierPart(c) || c == '|' || c == ':' || c == '.' || c == '*' || c == '?';
+}
+
+/// Characters of brackets that are taken as they are.
+constexpr bool isLiteralSubscriptPart(char c) {
+    return isDigit(c) || c == ':' || c == '*' || c == '-';
+}
+
+// What a character can be in or behind a plain word. Looked up, because long lists of words are read with it.
+enum CharacterClass : unsigned char {
+    kInWord = 1,
+    kInIdentifier = 2,
+    kOpening = 4,
+    kInSubscript = 8,
+    kClosing = 16,
+    kBehindWord = 32
+};
+
+constexpr std::array<unsigned char, 256> characterClasses() {
+    std::array<unsigned char, 256> classes{};
+    for (std::size_t k = 0; k < classes.size(); ++k) {
+        const char c = static_cast<char>(k);
+        if (isWordPart(c)) classes[k] |= kInWord;
+        if (isIdentifierPart(c)) classes[k] |= kInIdentifier;
+        if (c == '[') classes[k] |= kOpening;
+        if (isLiteralSubscriptPart(c)) classes[k] |= kInSubscript;
+        if (c == ']') classes[k] |= kClosing;
+        if (isBlank(c) || c == ';') classes[k] |= kBehindWord;
+    }
+    return classes;
+}
+
+constexpr std::array<unsigned char, 256> kCharacters = characterClasses();
+
+/// The end of a plain word; where it begins if the word there is not plain. What begins like a number may be
+/// one.
+Index plainWordEnd(std::string_view source, Index start) {
+    const auto isIn = [&](Index at, unsigned char classes) {
+        return at < source.size() && (kCharacters[static_cast<unsigned char>(source[at])] & classes) != 0;
+    };
+    if (!isIn(start, kInWord) || isDigit(source[start]) || source[start] == '.') return start;
+    Index at = start;
+    while (isIn(at, kInWord)) {
+        ++at;
+        if (!isIn(at, kOpening)) continue;
+        do
+            ++at;
+        while (isIn(at, kInSubscript));
+        if (!isIn(at, kClosing) || isIn(++at, kInIdentifier)) return start;
+    }
+    if (at < source.size() && !isIn(at, kBehindWord)) return start;
+    return switchWord(source.substr(start, at - start)) ? start : at;
 }
 
 }  // namespace
@@ -87,6 +141,11 @@ bool Parser::parseWord(Index& at) {
     if (c == '-') {
         scratch_.push_back(parseFlagOrNegative(at));
         return scratch_.back() != kNoIndex || failed_;
+    }
+    if (const Index end = plainWordEnd(lexer_.source(), at); end > at) {
+        scratch_.push_back(kPlainWord + at);
+        at = end;
+        return true;
     }
     if (isWordPart(c)) {
         scratch_.push_back(parseBareWord(at));
@@ -186,7 +245,7 @@ bool Parser::isLiteralSubscript(Index at, Index& end) const {
             end = i + 1;
             return true;
         }
-        if (!isDigit(c) && c != ':' && c != '*' && c != '-') return false;
+        if (!isLiteralSubscriptPart(c)) return false;
     }
     return false;
 }

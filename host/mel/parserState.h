@@ -114,7 +114,7 @@ class Parser {
     Index addNumber(Index offset, bool isInt, double value);
     ListRange takeList(std::size_t mark);
     bool isPure(Index expression) const {
-        return expression == kNoIndex || program_.expressions[expression].pure;
+        return isPlainWord(expression) || program_.expressions[expression].pure;
     }
     bool allPure(std::size_t mark) const;
 

@@ -38,6 +38,14 @@ enum class Operator : std::uint8_t {
     Decrement
 };
 
+/// Added to the offset of a plain word of a command, this makes the word's entry in a list. Such a word is
+/// its own text: it needs no node, of which lists of components would take a million. It ends at a blank, at
+/// a semicolon or with the source.
+constexpr Index kPlainWord = 0x80000000;
+constexpr bool isPlainWord(Index entry) {
+    return entry >= kPlainWord;
+}
+
 /// A run of Program::lists.
 struct ListRange {
     Index first = 0;
@@ -158,7 +166,7 @@ struct Program {
     std::deque<std::string> strings;  // literals with escapes
     std::vector<Expression> expressions;
     std::vector<Statement> statements;
-    std::vector<Index> lists;
+    std::vector<Index> lists;  // nodes, statements, or plain words of calls
     std::vector<Procedure> procedures;
     std::vector<GlobalReference> globals;
     std::vector<Value*> globalValues;  // parallel to globals; set when the program is bound to an interpreter
@@ -166,6 +174,8 @@ struct Program {
     Index localCount = 0;
 
     SourcePosition position(Index offset) const;
+    /// The text of a plain word.
+    std::string_view plainWord(Index entry) const;
 };
 
 /// How a text ends, for readers that get it line by line.

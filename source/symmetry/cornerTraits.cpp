@@ -63,10 +63,33 @@ inline void CornerTraits::judgeFace(IndexRange corners) {
     if (!extents_.empty()) noteExtent(corners);
 }
 
-void CornerTraits::judge(bool measures) {
-    if (measures) extents_.assign(mesh_.points.size(), 0.0F);
-    for (int face = 0; face < mesh_.faces.size(); ++face)
+inline void CornerTraits::judgeFaces(int first, int end) {
+    for (int face = first; face < end; ++face)
         judgeFace(mesh_.faces[face]);
+}
+
+void CornerTraits::judge(bool measures, const SideBySide& threads) {
+    if (measures) extents_.assign(mesh_.points.size(), 0.0F);
+    const int count = mesh_.faces.size();
+    if (!threads.isThreaded()) {
+        judgeFaces(0, count);
+        return;
+    }
+    // The faces of a vertex can be in both halves, so each half makes its own notes.
+    CornerTraits other(*this);
+    threads.run([&](unsigned int half) {
+        if (half == 0) judgeFaces(0, count / 2);
+        if (half == 1) other.judgeFaces(count / 2, count);
+    });
+    merge(other);
+}
+
+/// Adds what was noted of other faces.
+void CornerTraits::merge(const CornerTraits& other) {
+    for (std::size_t vertex = 0; vertex < traits_.size(); ++vertex)
+        traits_[vertex] = static_cast<unsigned char>(traits_[vertex] | other.traits_[vertex]);
+    for (std::size_t vertex = 0; vertex < extents_.size(); ++vertex)
+        extents_[vertex] = std::max(extents_[vertex], other.extents_[vertex]);
 }
 
 /// Marks the close corners of a face with so many that not every pair can be compared: sorts them along an

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "symmetry/plainPoints.h"
+#include "symmetry/sideBySide.h"
 
 /// What the faces of a mesh say about some of its vertices as mirror partners. No host types.
 class CornerTraits {
@@ -17,7 +18,8 @@ class CornerTraits {
 
     /// Looks at every face once. Linear cost, except that the corners of a face are sorted if they are many.
     /// @param measures  whether extentOf() will be asked
-    void judge(bool measures);
+    /// @param threads   for the two halves of the faces
+    void judge(bool measures, const SideBySide& threads);
 
     /// Whether the faces around a vertex have it on their surface, in whatever triangles the host divides
     /// them: all are finite and have it once, and one has area at it.
@@ -37,7 +39,9 @@ class CornerTraits {
 
     unsigned char& traitsOf(int vertex) { return traits_[static_cast<std::size_t>(vertex)]; }
     unsigned char traitsOf(int vertex) const { return traits_[static_cast<std::size_t>(vertex)]; }
+    void judgeFaces(int first, int end);
     void judgeFace(IndexRange corners);
+    void merge(const CornerTraits& other);
     void judgeDistances(IndexRange corners);
     void judgeManyDistances(IndexRange corners);
     void judgeDistance(int a, int b) {

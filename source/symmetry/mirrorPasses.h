@@ -17,7 +17,3 @@
 /// @return a failure, after an error, at the first start whose walk ends early or whose halves differ in size
 MStatus walkStarts(const MeshTopology& topology, const std::vector<SymmetryStart>& starts,
                    std::vector<int>& map, int& walkedCount);
-
-/// Ends the threads of the walks. Call it before the module is unloaded: a thread that outlives the oneTBB
-/// library crashes. Does nothing if no thread was started.
-void endWalkThreads();

@@ -4,54 +4,88 @@
 #include <cmath>
 #include <cstring>
 
+struct MirrorPlaces::Block {
+    static constexpr std::size_t kSize = 32;
+
+    std::size_t count;
+    std::array<int, kSize> vertices;
+    std::array<Key, kSize> keys;
+    std::array<std::size_t, kSize> slots;
+    std::array<int, kSize> found;
+};
+
 MirrorPlaces::MirrorPlaces(const std::vector<PlainPoint>& points, std::size_t axis, std::size_t count)
-    : points_(points), axis_(axis) {
+    : points_(points), axis_(axis), places_(new Place[count]), next_{{{0}, {static_cast<int>(count) - 1}}} {
+    // Each half has room for all entries and an empty slot, where every search ends.
     std::size_t slotCount = 2;
-    for (; slotCount < 2 * count; slotCount *= 2)
+    for (; slotCount / 2 <= count; slotCount *= 2)
         --shift_;
     slots_.assign(slotCount, kNowhere);
-    places_.reserve(count);
 }
 
 /// Reads the slots of a block of vertices first, then their entries: so the processor waits for the memory of
 /// all of them at once. What that does not settle, a new entry or a slot in use, is searched one by one.
 template <bool adds>
-void MirrorPlaces::locate(const std::vector<int>& vertices, std::vector<int>& entries) {
-    constexpr std::size_t kBlock = 32;
-    std::array<Key, kBlock> keys;
-    std::array<std::size_t, kBlock> slots;
-    std::array<int, kBlock> found;
-    for (std::size_t begin = 0; begin < vertices.size(); begin += kBlock) {
-        const std::size_t count = std::min(kBlock, vertices.size() - begin);
-        for (std::size_t k = 0; k < count; ++k) {
-            keys[k] = keyOf(points_[static_cast<std::size_t>(vertices[begin + k])]);
-            slots[k] = firstSlotOf(keys[k]);
+void MirrorPlaces::put(unsigned int half, const std::vector<int>& vertices, std::vector<int>& entries) {
+    Block block;
+    for (std::size_t next = 0; next < vertices.size();) {
+        fill(block, half, vertices, next);
+        for (std::size_t k = 0; k < block.count; ++k)
+            block.found[k] = slots_[block.slots[k]];
+        for (std::size_t k = 0; k < block.count; ++k) {
+            const int found = block.found[k];
+            if (found != kNowhere && !isAt(found, block.keys[k])) block.found[k] = kNowhere;
         }
-        for (std::size_t k = 0; k < count; ++k)
-            found[k] = slots_[slots[k]];
-        for (std::size_t k = 0; k < count; ++k) {
-            if (found[k] != kNowhere && !isAt(found[k], keys[k])) found[k] = kNowhere;
-        }
-        for (std::size_t k = 0; k < count; ++k) {
-            std::size_t slot = slots[k];
-            if (found[k] == kNowhere) {
-                while (slots_[slot] != kNowhere && !isAt(slots_[slot], keys[k]))
-                    slot = slot + 1 == slots_.size() ? 0 : slot + 1;
-                if (adds && slots_[slot] == kNowhere) {
-                    slots_[slot] = static_cast<int>(places_.size());
-                    places_.push_back({keys[k], {kNobody, kNobody}});
-                }
-                found[k] = slots_[slot];
-            }
-            entries[static_cast<std::size_t>(vertices[begin + k])] = found[k];
+        for (std::size_t k = 0; k < block.count; ++k) {
+            const int vertex = block.vertices[k];
+            int& entry = entries[static_cast<std::size_t>(vertex)];
+            if (entry != kNowhere) continue;
+            entry = block.found[k];
+            if (entry == kNowhere) entry = search<adds>(block.slots[k], block.keys[k], half);
+            if (entry != kNowhere) occupy(vertex, entry);
         }
     }
 }
 
-template void MirrorPlaces::locate<true>(const std::vector<int>& vertices, std::vector<int>& entries);
-template void MirrorPlaces::locate<false>(const std::vector<int>& vertices, std::vector<int>& entries);
+template void MirrorPlaces::put<true>(unsigned int half, const std::vector<int>& vertices,
+                                      std::vector<int>& entries);
+template void MirrorPlaces::put<false>(unsigned int half, const std::vector<int>& vertices,
+                                       std::vector<int>& entries);
 
-void MirrorPlaces::put(int vertex, int entry) {
+/// Takes the next vertices that have a place in a half.
+void MirrorPlaces::fill(Block& block, unsigned int half, const std::vector<int>& vertices,
+                        std::size_t& next) const {
+    std::size_t count = 0;
+    for (; next < vertices.size() && count < Block::kSize; ++next) {
+        const auto vertex = static_cast<std::size_t>(vertices[next]);
+        if (vertex >= points_.size() || !isFinite(points_[vertex])) continue;
+        block.vertices[count] = vertices[next];
+        block.keys[count] = keyOf(points_[vertex]);
+        block.slots[count] = firstSlotOf(block.keys[count]);
+        // Not with a branch: the half cannot be foreseen.
+        count += halfOf(block.slots[count]) == half ? 1 : 0;
+    }
+    block.count = count;
+}
+
+/// @return the entry of a key; where there is none, a new one or kNowhere
+template <bool adds>
+int MirrorPlaces::search(std::size_t slot, const Key& key, unsigned int half) {
+    const std::size_t size = slots_.size() / 2;
+    const std::size_t begin = half * size;
+    while (slots_[slot] != kNowhere && !isAt(slots_[slot], key))
+        slot = slot + 1 == begin + size ? begin : slot + 1;
+    if (adds && slots_[slot] == kNowhere) {
+        int& next = next_[half].entry;
+        slots_[slot] = next;
+        places_[static_cast<std::size_t>(next)] = {key, {kNobody, kNobody}};
+        next += half == 0 ? 1 : -1;
+    }
+    return slots_[slot];
+}
+
+/// Notes that a vertex is at its place.
+void MirrorPlaces::occupy(int vertex, int entry) {
     int& occupant = places_[static_cast<std::size_t>(entry)].vertices[side(vertex) > 0.0F ? 1 : 0];
     occupant = occupant == kNobody ? vertex : kSeveral;
 }

@@ -10,46 +10,68 @@
 
 namespace {
 
+/// What becomes of a delta on its way.
+enum class Change : unsigned char { None, Mirrored, Flattened };
+
+/// Notes first which delta goes where, so that the result is made at its final length.
 class Mirror {
   public:
-    Mirror(const MirrorRule& rule, const MFloatPointArray& positions, MirroredDeltas& result)
+    Mirror(const MirrorRule& rule, const TargetDeltas& source, const MFloatPointArray& positions)
         : rule_(rule),
           axis_(static_cast<unsigned int>(rule.axis)),
+          source_(source),
           positions_(positions),
-          isWritten_(positions.length(), 0),
-          result_(result) {}
+          isWritten_(positions.length(), 0) {
+        vertices_.reserve(source.vertices.length());
+        origins_.reserve(source.vertices.length());
+    }
 
-    void add(int vertex, const MPoint& delta, int partner) {
+    /// @param entry  of the source
+    void add(unsigned int entry, int partner) {
+        const int vertex = source_.vertices[entry];
         if (!isOnMesh(vertex)) {
-            if (rule_.isInPlace) own_.append(vertex, delta);
-            ++result_.skippedCount;
+            if (rule_.isInPlace) own_.push_back(entry);
+            ++skippedCount_;
             return;
         }
         const bool isSource = isOnSourceSide(vertex);
         if (!isSource && !rule_.mirrorsBothSides) return;
-        MPoint mirrored = delta;
-        mirrored[axis_] = -delta[axis_];
-        if (isSource && rule_.isInPlace) {
-            if (isOnPlane(vertex)) mirrored[axis_] = 0.0;
-            own_.append(vertex, delta);
-        }
+        const bool keeps = isSource && rule_.isInPlace;
+        if (keeps) own_.push_back(entry);
         if (isOnMesh(partner)) {
-            write(partner, mirrored);
+            write(partner, {entry, keeps && isOnPlane(vertex) ? Change::Flattened : Change::Mirrored});
         } else {
-            ++result_.skippedCount;
+            ++skippedCount_;
         }
     }
 
-    /// Adds what the source side keeps. To be called last.
-    void addOwn() {
-        for (unsigned int k = 0; k < own_.vertices.length(); ++k) {
-            const int vertex = own_.vertices[k];
+    /// The deltas that were added, followed by what the source side keeps.
+    MirroredDeltas result() {
+        for (const unsigned int entry : own_) {
+            const int vertex = source_.vertices[entry];
             if (isOnMesh(vertex) && isWritten_[static_cast<std::size_t>(vertex)] != 0) continue;
-            write(vertex, own_.points[k]);
+            write(vertex, {entry, Change::None});
         }
+        const auto count = static_cast<unsigned int>(vertices_.size());
+        MirroredDeltas result{{MIntArray(vertices_.data(), count), MPointArray(count)}, skippedCount_};
+        for (unsigned int k = 0; k < count; ++k)
+            result.deltas.points[k] = changed(origins_[k]);
+        return result;
     }
 
   private:
+    struct Origin {
+        unsigned int entry;
+        Change change;
+    };
+
+    MPoint changed(const Origin& origin) const {
+        MPoint delta = source_.pointAt(origin.entry);
+        if (origin.change != Change::None)
+            delta[axis_] = origin.change == Change::Flattened ? 0.0 : -delta[axis_];
+        return delta;
+    }
+
     bool isOnMesh(int vertex) const {
         return vertex >= 0 && static_cast<unsigned int>(vertex) < positions_.length();
     }
@@ -65,27 +87,29 @@ class Mirror {
         return ::isOnPlane(MPoint(positions_[static_cast<unsigned int>(vertex)]), axis_, rule_.tolerance);
     }
 
-    void write(int vertex, const MPoint& delta) {
-        result_.deltas.append(vertex, delta);
+    void write(int vertex, const Origin& origin) {
+        vertices_.push_back(vertex);
+        origins_.push_back(origin);
         if (isOnMesh(vertex)) isWritten_[static_cast<std::size_t>(vertex)] = 1;
     }
 
     const MirrorRule& rule_;
     unsigned int axis_;
+    const TargetDeltas& source_;
     const MFloatPointArray& positions_;
-    std::vector<char> isWritten_;  // per vertex of the mesh
-    TargetDeltas own_;             // what the source side keeps if it receives no delta
-    MirroredDeltas& result_;
+    std::vector<char> isWritten_;    // per vertex of the mesh
+    std::vector<unsigned int> own_;  // entries that the source side keeps if it receives no delta
+    std::vector<int> vertices_;      // of the result
+    std::vector<Origin> origins_;    // of the result's deltas
+    unsigned int skippedCount_ = 0;
 };
 
 }  // namespace
 
 MirroredDeltas mirrorDeltas(const MirrorRule& rule, const TargetDeltas& source, const MIntArray& partners,
                             const MFloatPointArray& positions) {
-    MirroredDeltas result;
-    Mirror mirror(rule, positions, result);
+    Mirror mirror(rule, source, positions);
     for (unsigned int k = 0; k < partners.length(); ++k)
-        mirror.add(source.vertices[k], source.pointAt(k), partners[k]);
-    mirror.addOwn();
-    return result;
+        mirror.add(k, partners[k]);
+    return mirror.result();
 }

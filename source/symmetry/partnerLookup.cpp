@@ -4,18 +4,21 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <iterator>
 #include <utility>
 
 #include "symmetry/cornerTraits.h"
 #include "symmetry/mirrorPlaces.h"
 #include "symmetry/nearPairs.h"
 #include "symmetry/pointGrid.h"
+#include "symmetry/sideBySide.h"
 
 namespace {
 
 /// What is closer to the tolerance than this part of it is left to the host, whose arithmetic may differ.
 constexpr double kMargin = 1e-6;
+
+/// With fewer vertices, starting a second thread takes longer than what it saves.
+constexpr std::size_t kManyVertices = 20'000;
 
 class Lookup {
   public:
@@ -25,7 +28,8 @@ class Lookup {
           asked_(asked),
           reach_(space.tolerance * (1.0 + kMargin)),
           traits_(space.mesh, reach_),
-          answers_(asked.size(), kUndecided) {
+          answers_(asked.size(), kUndecided),
+          threads_(asked.size() >= kManyVertices) {
         signs_[space.axis] = -1.0F;
     }
 
@@ -33,7 +37,7 @@ class Lookup {
         if (std::isfinite(reach_) && space_.tolerance > 0.0 && hasSurface(mesh_)) {
             lookUpPlaces();
             lookAround();
-            traits_.judge(!near_.empty());
+            traits_.judge(!near_.empty(), threads_);
             judgePlaces();
             judgeNear();
         }
@@ -56,33 +60,36 @@ class Lookup {
     void lookUpPlaces() {
         std::vector<int> entries(mesh_.points.size(), MirrorPlaces::kNowhere);  // per vertex
         MirrorPlaces places(mesh_.points, space_.axis, asked_.size());
-        std::vector<int> finite;
-        finite.reserve(asked_.size());
-        std::copy_if(asked_.begin(), asked_.end(), std::back_inserter(finite),
-                     [this](int vertex) { return mesh_.has(vertex) && isFinite(mesh_.point(vertex)); });
-        places.add(finite, entries);
-        finite.clear();
+        threads_.run([&](unsigned int half) { places.add(half, asked_, entries); });
+        std::vector<int> others;
         for (std::size_t vertex = 0; vertex < entries.size(); ++vertex) {
-            const bool isOpen = entries[vertex] == MirrorPlaces::kNowhere;
-            if (isOpen && isFinite(mesh_.points[vertex])) finite.push_back(static_cast<int>(vertex));
+            if (entries[vertex] == MirrorPlaces::kNowhere) others.push_back(static_cast<int>(vertex));
         }
-        places.find(finite, entries);
-        for (std::size_t vertex = 0; vertex < entries.size(); ++vertex) {
-            if (entries[vertex] != MirrorPlaces::kNowhere)
-                places.put(static_cast<int>(vertex), entries[vertex]);
-        }
+        threads_.run([&](unsigned int half) { places.addIfKnown(half, others, entries); });
+        threads_.run([&](unsigned int half) {
+            const std::size_t middle = asked_.size() / 2;
+            const std::size_t end = half == 0 ? middle : asked_.size();
+            for (std::size_t number = half == 0 ? 0 : middle; number < end; ++number)
+                answers_[number] = acrossFrom(asked_[number], places, entries);
+        });
         unmet_.reserve(asked_.size());
         for (std::size_t number = 0; number < asked_.size(); ++number) {
-            const int vertex = asked_[number];
-            if (!mesh_.has(vertex)) continue;
-            const int entry = entries[static_cast<std::size_t>(vertex)];
-            if (entry == MirrorPlaces::kNowhere) continue;
-            const int partner = places.acrossFrom(vertex, entry);
-            if (partner == MirrorPlaces::kNobody) unmet_.push_back(static_cast<int>(number));
-            if (partner < 0) continue;
-            answers_[number] = partner;
-            traits_.want(partner);
+            int& answer = answers_[number];
+            if (answer >= 0) traits_.want(answer);
+            if (answer != MirrorPlaces::kNobody) continue;
+            unmet_.push_back(static_cast<int>(number));
+            answer = kUndecided;
         }
+    }
+
+    /// The vertex whose image is at the place of a vertex, or MirrorPlaces::kNobody. kUndecided for several,
+    /// and if the vertex has no place.
+    int acrossFrom(int vertex, const MirrorPlaces& places, const std::vector<int>& entries) const {
+        if (!mesh_.has(vertex)) return kUndecided;
+        const int entry = entries[static_cast<std::size_t>(vertex)];
+        if (entry == MirrorPlaces::kNowhere) return kUndecided;
+        const int partner = places.acrossFrom(vertex, entry);
+        return partner == MirrorPlaces::kSeveral ? kUndecided : partner;
     }
 
     /// Tells the asked vertices that no image meets apart: no image near, one, or several.
@@ -148,6 +155,7 @@ class Lookup {
     std::vector<int> answers_;  // per asked vertex
     std::vector<int> unmet_;    // numbers of asked vertices at whose place no image is
     std::vector<NearPair> near_;
+    const SideBySide threads_;
 };
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Two walks side by side on one topology, as the two passes of a symmetric shell are. The passes themselves
-// run in oneTBB tasks, where a race would go unseen; here they run on threads of the test.
+// Two walks side by side on one topology, as the two passes of a symmetric shell are, and two halves of one
+// look-up. They run in oneTBB tasks, where a race would go unseen; here they run on threads of the test.
 
 #include <gtest/gtest.h>
 
@@ -7,6 +7,7 @@
 
 #include "plainMesh.h"
 #include "symmetry/meshTopology.h"
+#include "symmetry/mirrorPlaces.h"
 
 namespace {
 
@@ -48,6 +49,29 @@ TEST(MeshTopologyThreads, TwoWalksShareATopology) {
         const int row = orders[0][k] / (kColumns + 1);
         const int mirrored = row * (kColumns + 1) + kColumns - orders[0][k] % (kColumns + 1);
         ASSERT_EQ(orders[1][k], mirrored) << "position " << k;
+    }
+}
+
+TEST(MirrorPlacesThreads, TwoHalvesFillOneTable) {
+    std::vector<PlainPoint> points;
+    std::vector<int> all;
+    for (int vertex = 0; vertex < 4000; ++vertex) {
+        // Each vertex is across from its neighbour in the list.
+        const auto side = static_cast<float>(1 + vertex / 2 % 50);
+        points.push_back({vertex % 2 == 0 ? side : -side, 0.0F, static_cast<float>(vertex / 100), 1.0F});
+        all.push_back(vertex);
+    }
+    MirrorPlaces places(points, 0, points.size());
+    std::vector<int> entries(points.size(), MirrorPlaces::kNowhere);
+    std::vector<std::thread> threads;
+    for (const unsigned int half : {0U, 1U})
+        threads.emplace_back([&, half] { places.add(half, all, entries); });
+    for (std::thread& thread : threads)
+        thread.join();
+    for (const int vertex : all) {
+        const int entry = entries[static_cast<std::size_t>(vertex)];
+        ASSERT_NE(entry, MirrorPlaces::kNowhere);
+        EXPECT_EQ(places.acrossFrom(vertex, entry), vertex % 2 == 0 ? vertex + 1 : vertex - 1);
     }
 }
 

@@ -383,11 +383,12 @@ TEST(MirrorPlaces, KnowsVerticesOnBothSidesAndOnThePlane) {
                                          {-3, 0, 0},    {-3, 0, 0}, {4, 0, 0},     {0, 5, 0}};
     MirrorPlaces places(points, 0, points.size());
     std::vector<int> entries(points.size(), MirrorPlaces::kNowhere);
-    places.add({0, 1, 2, 4, 7}, entries);
-    places.find({3, 5, 6, 8}, entries);
-    EXPECT_EQ(entries, (std::vector<int>{0, 0, 1, 1, 2, 2, 2, 3, MirrorPlaces::kNowhere}));
-    for (int vertex = 0; vertex < 8; ++vertex)
-        places.put(vertex, entries[static_cast<std::size_t>(vertex)]);
+    // Listed twice, or no vertex: neither puts a vertex once more.
+    for (const unsigned int half : {1U, 0U})
+        places.add(half, {0, 1, -1, 2, 4, 7, 0, 99}, entries);
+    for (const unsigned int half : {0U, 1U})
+        places.addIfKnown(half, {3, 5, 6, 8}, entries);
+    EXPECT_EQ(entries[8], MirrorPlaces::kNowhere);
     constexpr int kSeveral = MirrorPlaces::kSeveral;
     const std::vector<int> expected{1, 0, kSeveral, kSeveral, kSeveral, 4, 4, MirrorPlaces::kNobody};
     for (int vertex = 0; vertex < 8; ++vertex) {
@@ -436,6 +437,32 @@ TEST(PointGrid, FindsWhatComparingAllPointsFinds) {
             << "seed " << seed;
         // Points are left out in crowds only.
         EXPECT_TRUE(noted.empty() || noted.size() > 500) << "seed " << seed;
+    }
+}
+
+TEST(PartnerLookup, AnswersTheSameInOneGoAsInParts) {
+    // So many that the whole is looked up on two threads, and the parts are not.
+    Flat flat(zoo::openGrid(160, 150));
+    std::mt19937 random(5);
+    for (PlainPoint& point : flat.points) {
+        // Vertices without a partner, with one near by, and with several.
+        const auto chance = random() % 50;
+        if (chance == 0) point[1] += 3.0F;
+        if (chance == 1) point[2] += 0.0005F;
+        if (chance == 2) point = flat.points[random() % flat.points.size()];
+    }
+    std::shuffle(flat.all.begin(), flat.all.end(), random);
+    const std::vector<int> whole = flat.answers(0, 0.001);
+    ASSERT_EQ(whole.size(), flat.points.size());
+    constexpr std::size_t kPart = 9000;
+    for (std::size_t begin = 0; begin < whole.size(); begin += kPart) {
+        const std::size_t end = std::min(begin + kPart, whole.size());
+        const auto at = [](auto& list, std::size_t k) {
+            return list.begin() + static_cast<std::ptrdiff_t>(k);
+        };
+        const std::vector<int> asked(at(flat.all, begin), at(flat.all, end));
+        EXPECT_EQ(lookUpPartners({{flat.points, flat.faces}, 0, 0.001}, asked),
+                  std::vector<int>(at(whole, begin), at(whole, end)));
     }
 }
 

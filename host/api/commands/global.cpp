@@ -31,7 +31,8 @@ using host::graph::SelectionItem;
 namespace {
 
 host::mel::RunResult runText(const MString& command, bool displayEnabled, bool undoEnabled) {
-    return Session::current().commands().executeText(text(command), {undoEnabled, displayEnabled});
+    return Session::current().commands().executeText({command.asChar(), command.length()},
+                                                     {undoEnabled, displayEnabled});
 }
 
 template <typename Result>

@@ -59,10 +59,11 @@ auto contentOf(const MObject& object) -> decltype(&std::declval<const HostData&>
 template <typename Array, typename Content>
 Array copyToApi(const Content& content) {
     Array result;
-    const auto count = static_cast<unsigned int>(content.size());
-    result.setLength(count);
-    for (unsigned int k = 0; k < count; ++k)
-        result[k] = toApi(content[k]);
+    // Makes room at once, without a value for every element that would be replaced.
+    result.setSizeIncrement(static_cast<unsigned int>(content.size()));
+    for (const auto& element : content)
+        result.append(toApi(element));
+    result.setSizeIncrement(Array().sizeIncrement());
     return result;
 }
 

@@ -31,11 +31,13 @@ MStatus MFnBase::setObject(MObject& object) {
 }
 
 MStatus MFnBase::setObject(const MObject& object) {
+    if (object.hasFn(type())) {
+        object_ = object;
+        return MStatus::kSuccess;
+    }
+    const MStatus status = object.isNull() ? host::api::missingObject() : host::api::incompatible();
     object_ = MObject();
-    if (object.isNull()) return host::api::missingObject();
-    if (!object.hasFn(type())) return host::api::incompatible();
-    object_ = object;
-    return MStatus::kSuccess;
+    return status;
 }
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

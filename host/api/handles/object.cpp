@@ -49,8 +49,8 @@ bool MObject::hasFn(MFn::Type fs) const {
         case Kind::Plugin:
             return fs == MFn::kPlugin || fs == MFn::kBase;
         case Kind::Component:
-            return fs == apiType() || fs == MFn::kComponent || fs == MFn::kSingleIndexedComponent ||
-                   fs == MFn::kMeshComponent || fs == MFn::kBase;
+            return fs == MFn::kSingleIndexedComponent || fs == MFn::kComponent || fs == MFn::kMeshComponent ||
+                   fs == MFn::kBase || fs == apiType();
         case Kind::Data:
             return fs == apiType() || fs == MFn::kData || fs == MFn::kBase ||
                    (fs == MFn::kMesh && apiType() == MFn::kMeshData);
