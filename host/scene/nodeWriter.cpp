@@ -102,7 +102,11 @@ class BlockEditor {
         const auto head = readSetHead(text_.statement(entry.statement), text_.form.isDoubleByte);
         if (entry.ordinal == meshOrdinal()) return editMeshStatement(entry.statement, *head);
         const auto target = findTarget(node_, head->path);
-        if (!target) return;
+        if (!target) {
+            // The attribute was deleted.
+            edits_.replaced[entry.statement] = {};
+            return;
+        }
         if (head->hasStates()) fresh_.coverState(target->key);
         const bool isStateSame = !head->hasStates() || holdsStates(*head, target->key);
         if (!head->hasValues()) {

@@ -249,6 +249,21 @@ bool NewValues::isFed(const PlugKey& key) const {
     return false;
 }
 
+/// Whether an element of numbers exists only because something is connected to it.
+bool NewValues::isOnlySource(const Attribute& array, const PlugKey& key, const double* values) const {
+    const std::vector<double>& defaults = array.flatDefaults();
+    if (!std::equal(defaults.begin(), defaults.end(), values)) return false;
+    const auto& outgoing = node_.outgoing();
+    const auto isSource = [&](const Attribute* attribute) {
+        PlugKey at = key;
+        at.attribute = attribute;
+        return outgoing.count(at) != 0;
+    };
+    const auto& children = array.children();
+    return isSource(&array) || std::any_of(children.begin(), children.end(),
+                                           [&](const auto& child) { return isSource(child.get()); });
+}
+
 void NewValues::write(const Attribute& attribute, PlugKey key, const graph::Slot& slot) {
     if (const auto* numbers = std::get_if<std::unique_ptr<graph::NumberMulti>>(&slot.content)) {
         writeNumbers(attribute, key, **numbers);
@@ -299,7 +314,10 @@ void NewValues::writeNumbers(const Attribute& array, const PlugKey& key, const g
         at.indices[at.depth++] = index;
         return at;
     };
-    const auto isWanted = [&](int index) { return !isCovered(keyOf(index)) && !isFed(keyOf(index)); };
+    const auto isWanted = [&](int index) {
+        const PlugKey at = keyOf(index);
+        return !isCovered(at) && !isFed(at) && !isOnlySource(array, at, numbers.find(index));
+    };
     const std::string path = plugPath(key);
     const std::vector<int>& indices = numbers.indices();
     for (std::size_t k = 0; k < indices.size();) {

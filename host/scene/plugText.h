@@ -48,6 +48,7 @@ class NewValues {
     bool writeTuple(const graph::PlugKey& key);
     void writeStates(int ordinal);
     bool isFed(const graph::PlugKey& key) const;
+    bool isOnlySource(const graph::Attribute& array, const graph::PlugKey& key, const double* values) const;
     bool isCovered(const graph::PlugKey& key) const { return covered_.count(key) != 0; }
     void line(const std::string& text);
 

@@ -31,6 +31,12 @@ graph::AttributeSpec keptSpec(const SetHead& head) {
     return graph::typed(name, name, {}).kept();
 }
 
+/// The attribute of a statement about something that this host does not have.
+const graph::Attribute& obtainKept(graph::NodeLoader& loader, const SetHead& head) {
+    const graph::Attribute* present = loader.node().findKept(head.path);
+    return present != nullptr ? *present : loader.addAttribute(keptSpec(head));
+}
+
 }  // namespace
 
 const graph::Attribute& keptAttribute(graph::NodeLoader& loader, std::string_view name) {
@@ -85,22 +91,14 @@ void SavedNode::introduceValue(graph::NodeLoader& loader, std::uint32_t statemen
         return;
     }
     const std::optional<SetTarget> target = findTarget(node, head->path);
-    if (!target) {
-        assigned_.push_back({keptOrdinal(loader, *head), statement});
-        return;
-    }
-    assigned_.push_back({target->key.attribute->path().front()->ordinal(), statement});
+    const graph::PlugKey key = target ? target->key : graph::PlugKey{&obtainKept(loader, *head), {}, 0};
+    assigned_.push_back({key.attribute->path().front()->ordinal(), statement});
     if (!head->hasStates()) return;
-    graph::PlugState state = node.state(target->key);
+    graph::PlugState state = node.state(key);
     state.isLocked = head->isLocked.value_or(state.isLocked);
     state.isKeyable = head->isKeyable.value_or(state.isKeyable);
     state.isInChannelBox = head->isInChannelBox.value_or(state.isInChannelBox);
-    loader.setState(target->key, state);
-}
-
-int SavedNode::keptOrdinal(graph::NodeLoader& loader, const SetHead& head) {
-    const graph::Attribute* present = loader.node().findKept(head.path);
-    return present != nullptr ? present->ordinal() : loader.addAttribute(keptSpec(head)).ordinal();
+    loader.setState(key, state);
 }
 
 /// `{"alias","attribute", ...}`, or the same without marks and with the number of words first.

@@ -50,7 +50,6 @@ class SavedNode final : public graph::NodeSource {
     void introduceAttributes(graph::NodeLoader& loader);
     void introduceValue(graph::NodeLoader& loader, std::uint32_t statement);
     void introduceAliases(graph::NodeLoader& loader, const SetHead& head);
-    int keptOrdinal(graph::NodeLoader& loader, const SetHead& head);
     void loadMesh(graph::NodeLoader& loader, int ordinal);
     std::vector<std::uint32_t> statementsOf(int ordinal) const;
 

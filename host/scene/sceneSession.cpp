@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "nodes/registerTypes.h"
+#include "scene/fileTypes.h"
 #include "scene/sceneReader.h"
 #include "scene/sceneWriter.h"
 
@@ -133,7 +134,7 @@ std::vector<std::string> SceneSession::report() const {
     int scripts = 0;
     int fed = 0;
     for (const graph::NodeRef& node : graph_.nodes()) {
-        if (node->type().isKept()) ++kept[node->type().name()];
+        if (node->type().isKept() && !defaultTypeOf(node->name())) ++kept[node->type().name()];
         if (node->type().name() == "script") ++scripts;
         if (isFedByKept(*node)) ++fed;
     }

@@ -130,7 +130,10 @@ const std::vector<EditCase> kEdits{
      "setAttr square.ty 3",
      {"\tsetAttr \".t\" -type \"double3\" 1.5 -2 0.25 ;"},
      {"\tsetAttr \".t\" -type \"double3\" 1.5 3 0.25 ;"}},
-    {"valueThatWasNotInTheFile", "setAttr square.sz 2", {}, {"\tsetAttr \".s\" -type \"double3\" 1 1 2 ;"}},
+    {"valueThatWasNotInTheFile",
+     "setAttr square.s 1 1 2",
+     {},
+     {"\tsetAttr \".s\" -type \"double3\" 1 1 2 ;"}},
     {"stateOnly", "setAttr -lock off square.v", {"\tsetAttr -l on \".v\";"}, {}},
     {"newState", "setAttr -lock on square.rx", {}, {"\tsetAttr -l on \".rx\";"}},
     {"dynamicAttribute",
@@ -204,10 +207,7 @@ const std::vector<EditCase> kEdits{
      "disconnectAttr reader.out[0] faces.w[1]",
      {"connectAttr \"reader.out[0]\" \"faces.w[1]\";"},
      {}},
-    {"newConnection",
-     "connectAttr square.tx faces.w[0]",
-     {"\tsetAttr -s 2 \".w[0:1]\"  0.25 0;"},
-     {"connectAttr \"square.tx\" \"faces.w[0]\";"}},
+    {"newConnection", "connectAttr square.tx faces.w[0]", {}, {"connectAttr \"square.tx\" \"faces.w[0]\";"}},
 };
 
 class SceneEdit : public testing::TestWithParam<EditCase> {};
