@@ -38,8 +38,8 @@ std::string joined(const std::vector<std::string>& statements, const std::string
 /// Works out the edits of one node.
 class BlockEditor {
   public:
-    BlockEditor(graph::Graph& graph, graph::Node& node, const SavedNode& source, const SceneText& text)
-        : graph_(graph), node_(node), source_(source), text_(text), fresh_(graph, node, text.form) {}
+    BlockEditor(graph::Graph& graph, graph::Node& node, const SavedNode& source)
+        : node_(node), source_(source), text_(*source.text()), fresh_(graph, node, text_.form) {}
 
     BlockEdits run() {
         if (!node_.hasChanges()) return {};
@@ -175,7 +175,6 @@ class BlockEditor {
         edits_.added += pointsText(now->mesh, text_.form.lineEnd) + facesText(now->mesh, text_.form.lineEnd);
     }
 
-    graph::Graph& graph_;
     graph::Node& node_;
     const SavedNode& source_;
     const SceneText& text_;
@@ -186,9 +185,21 @@ class BlockEditor {
 
 }  // namespace
 
-BlockEdits blockEdits(graph::Graph& graph, graph::Node& node, const SavedNode& source,
-                      const SceneText& text) {
-    return BlockEditor(graph, node, source, text).run();
+BlockEdits blockEdits(graph::Graph& graph, graph::Node& node, const SavedNode& source) {
+    return BlockEditor(graph, node, source).run();
+}
+
+std::string movedNodeText(graph::Graph& graph, graph::Node& node, const SavedNode& source) {
+    const SceneText& from = *source.text();
+    std::string text = createNodeText(graph, node, false) + from.form.lineEnd;
+    const BlockEdits edits = blockEdits(graph, node, source);
+    source.visitStatements([&](std::uint32_t index) {
+        const auto found = edits.replaced.find(index);
+        const std::string statement =
+            found != edits.replaced.end() ? found->second : std::string(from.statement(index));
+        if (!statement.empty()) text += '\t' + statement + from.form.lineEnd;
+    });
+    return text + edits.added;
 }
 
 std::string createNodeText(const graph::Graph& graph, const graph::Node& node, bool isShared) {

@@ -18,7 +18,11 @@ struct BlockEdits {
 };
 
 /// The edits that bring the statements of a node up to date: those whose values the node still holds stay.
-BlockEdits blockEdits(graph::Graph& graph, graph::Node& node, const SavedNode& source, const SceneText& text);
+BlockEdits blockEdits(graph::Graph& graph, graph::Node& node, const SavedNode& source);
+
+/// All statements of a node that has a part of a file, in place of that part: for a node that stands
+/// elsewhere now, or in another file.
+std::string movedNodeText(graph::Graph& graph, graph::Node& node, const SavedNode& source);
 
 /// All statements of a node that no file has, with line ends.
 /// @param uuid  the node's

@@ -35,6 +35,7 @@ class SavedNode final : public graph::NodeSource {
 
     /// After `introduce`: the setAttr statements of the node, ordered by attribute and then as in the file.
     const std::vector<AssignedStatement>& assigned() const { return assigned_; }
+    const std::shared_ptr<const SceneText>& text() const { return text_; }
     /// Calls visit(number) for each of the node's statements.
     template <typename Visit>
     void visitStatements(Visit&& visit) const {

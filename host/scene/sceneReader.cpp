@@ -278,10 +278,12 @@ class Reader {
 
     /// An element of a multi of which only the name is known: "s[3]" after "s[2]".
     graph::Plug nextKept(const graph::Plug& array) {
-        const int index = nextOfKept_[&array.attribute()]++;
         graph::NodeLoader loader(*array.node());
-        const std::string path = array.attribute().longName() + '[' + std::to_string(index) + ']';
-        return {array.node(), {&keptAttribute(loader, path), {}, 0}};
+        for (int& index = nextOfKept_[&array.attribute()];; ++index) {
+            const std::string path = array.attribute().longName() + '[' + std::to_string(index) + ']';
+            const graph::Plug element(array.node(), {&keptAttribute(loader, path), {}, 0});
+            if (!graph_.source(element)) return element;
+        }
     }
 
     /// Keeps which nodes a statement names.

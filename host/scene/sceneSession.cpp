@@ -49,6 +49,27 @@ bool isFedByKept(const graph::Node& node) {
     return false;
 }
 
+/// Undo and redo of the connections of an import, which are made without a record. Undo breaks those into
+/// nodes that stay; the others go with the nodes.
+void recordLinks(graph::Graph& graph, std::vector<SavedLink> made,
+                 const std::vector<graph::NodeRef>& created) {
+    std::set<const graph::Node*> leaving;
+    for (const graph::NodeRef& node : created)
+        leaving.insert(node.get());
+    const auto links = std::make_shared<const std::vector<SavedLink>>(std::move(made));
+    graph.record(
+        [links, leaving = std::move(leaving)](graph::Graph& in) {
+            for (auto link = links->rbegin(); link != links->rend(); ++link) {
+                const bool stays = leaving.count(link->destination.node().get()) == 0;
+                if (stays && in.source(link->destination) == link->source) in.disconnect(link->destination);
+            }
+        },
+        [links](graph::Graph& in) {
+            for (const SavedLink& link : *links)
+                in.connectSaved(link.source, link.destination);
+        });
+}
+
 }  // namespace
 
 SceneSession::SceneSession(graph::Graph& graph, std::function<int(const std::string&)> settle)
@@ -69,6 +90,7 @@ void SceneSession::begin(SceneDocument document, const std::string& path) {
 
 void SceneSession::rename(const std::string& path) {
     path_ = fullPath(path);
+    if (!std::filesystem::u8path(path_).has_extension()) path_ += ".ma";
 }
 
 void SceneSession::startNew() {
@@ -107,8 +129,18 @@ std::string SceneSession::import(const std::string& path, const std::string& nam
     options.nameSpace = nameSpace;
     options.isImport = true;
     ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)), options);
+    if (!result.ok()) {
+        const graph::RecordingScope silent(graph_, nullptr);
+        graph_.deleteNodes(result.created);
+        return result.error;
+    }
     created = std::move(result.created);
-    return result.error;
+    recordLinks(graph_, std::move(result.document.links), created);
+    document_.sources.insert(result.document.sources.begin(), result.document.sources.end());
+    for (const graph::NodeRef& node : created) {
+        if (!node->uuid().empty() && !uuids_.take(node->uuid())) graph_.setUuid(*node, uuids_.next());
+    }
+    return {};
 }
 
 std::string SceneSession::save() {

@@ -15,6 +15,11 @@ struct SceneUnits {
     /// A number of the file as the graph keeps it, and the reverse.
     double toGraph(graph::ValueKind kind, double value) const;
     double toFile(graph::ValueKind kind, double value) const;
+
+    bool operator==(const SceneUnits& other) const {
+        return centimetres == other.centimetres && radians == other.radians &&
+               framesPerSecond == other.framesPerSecond;
+    }
 };
 
 /// Sets the unit that a flag of `currentUnit` names.

@@ -161,7 +161,7 @@ class Writer {
         if (!node.isAlive() || isMoved) {
             for (std::uint32_t k = block.first; k < block.last; ++k)
                 edits_.removeStatement(k);
-            if (isMoved) blocksOf_[&node].push_back(&block);
+
             return;
         }
         if (areNamesChanged_ && text_.statements[block.first].kind == StatementKind::CreateNode &&
@@ -181,25 +181,10 @@ class Writer {
 
     BlockEdits editsOf(Node& node) {
         const auto found = document_.sources.find(&node);
-        if (found != document_.sources.end()) return blockEdits(graph_, node, *found->second, text_);
+        if (found != document_.sources.end()) return blockEdits(graph_, node, *found->second);
         if (!node.hasChanges()) return {};
         SavedNode empty(document_.text, graph_);
-        return blockEdits(graph_, node, empty, text_);
-    }
-
-    /// A moved node's statements, as they would stand in their place.
-    std::string movedText(Node& node) {
-        std::string text = createNodeText(graph_, node, false) + text_.form.lineEnd;
-        BlockEdits edits = editsOf(node);
-        for (const SavedBlock* block : blocksOf_[&node]) {
-            for (std::uint32_t k = block->first + 1; k < block->last; ++k) {
-                const auto found = edits.replaced.find(k);
-                const std::string statement =
-                    found != edits.replaced.end() ? found->second : std::string(text_.statement(k));
-                if (!statement.empty()) text += '\t' + statement + text_.form.lineEnd;
-            }
-        }
-        return text + edits.added;
+        return blockEdits(graph_, node, empty);
     }
 
     /// New nodes and moved ones, parents first.
@@ -226,7 +211,11 @@ class Writer {
     }
 
     std::string addedText(Node& node) {
-        if (moved_.count(&node) != 0) return movedText(node);
+        const auto source = document_.sources.find(&node);
+        // What was imported keeps its statements, unless their numbers have other units than this file.
+        const bool hasStatements =
+            source != document_.sources.end() && source->second->text()->form.units == text_.form.units;
+        if (hasStatements) return movedNodeText(graph_, node, *source->second);
         if (!defaultTypeOf(node.name()))
             return newNodeText(graph_, node, uuids_.obtain(graph_, node), text_.form);
         std::string text =
@@ -308,7 +297,7 @@ class Writer {
     bool areNamesChanged_ = false;
     std::set<const Node*> moved_;
     std::set<const Node*> written_;
-    std::map<const Node*, std::vector<const SavedBlock*>> blocksOf_;  // of moved nodes
+
     std::set<LinkKey> present_;
     std::int64_t lastBlock_ = -1;
     std::int64_t lastLink_ = -1;

@@ -18,6 +18,8 @@ class UuidGiver {
     UuidGiver(const SceneText& text, std::string_view sceneName);
     /// The node's id, given now if it had none. Not recorded: a node keeps its id for good.
     const std::string& obtain(graph::Graph& graph, graph::Node& node);
+    /// Makes an id count as taken. @return false if it was already
+    bool take(const std::string& uuid) { return taken_.insert(uuid).second; }
     /// An id that no node has.
     std::string next();
 

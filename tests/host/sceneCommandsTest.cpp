@@ -298,20 +298,29 @@ TEST_F(FileCommand, SaysWhatIsWrongAndChangesNothing) {
         {"file -import -options \"mo=0\"" + quoted(two), "file: The option mo=0 is not covered."},
         {"file -import -options \"up=z\"" + quoted(two), "file: The option up=z is not covered."},
         {"file -import -type \"mayaAscii\"" + quoted(two),
+         "two.obj, line 1, column 1: 'o' is not a statement of a scene file. Nothing was opened."},
+        {"file -import \"scene.ma\"", "cannot open 'scene.ma': No such file or directory"},
+        {"file -import \"scene.mb\"",
+         "file: Binary scenes are not covered by this host. Save the scene as mayaAscii (.ma) in Maya and "
+         "use "
+         "that file."},
+        {"file -import -type \"FBX\" \"scene.fbx\"",
          "file: Files other than of type \"OBJ\" are not covered."},
-        {"file -import \"scene.ma\"", "file: Files other than of type \"OBJ\" are not covered."},
         {"file -import -namespace \"rig\"" + quoted(two),
          "file: Namespaces are not covered by this host: rig"},
         {"file -import", "file: No file was named."},
         {"file -import -exportAll" + quoted(two),
-         "file: Exactly one of -import, -exportSelected, -exportAll and -newFile is needed."},
+         "file: Exactly one of -open, -import, -save, -rename, -newFile, -exportSelected and -exportAll is "
+         "needed."},
         {"file -type \"OBJexport\" -es" + quoted(path("x.obj")), "Nothing is currently selected."},
         {"file -type \"OBJexport\" -ea" + quoted(path("x.obj")), "file: There is no mesh to export."},
         {"file -type \"OBJexport\" -options \"normals=1\" -ea" + quoted(path("x.obj")),
          "file: The option normals=1 is not covered."},
-        {"file -open" + quoted(two), "Flag '-open' is not covered by this host."},
+        {"file -open" + quoted(two), "file: Only scenes (.ma) can be opened. Use -import for " + two + '.'},
+        {"file -reference" + quoted(two),
+         "file: References cannot be made by this host. Those of an opened scene are kept, but not loaded."},
         {"file -new -force \"named\"", "file: A name for a new scene is not covered."},
-        {"file -q -type", "file: Only -sceneName is covered in query mode."}};
+        {"file -q -ignoreVersion", "file: This query is not covered by this host."}};
     for (const auto& [command, error] : cases)
         EXPECT_EQ(host_.fails(command), error) << command;
     const std::string missing = host_.fails("file -import" + quoted(path("gone.obj")));

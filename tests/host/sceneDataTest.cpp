@@ -164,8 +164,7 @@ TEST_P(SkinScene, AtTheBindPoseASkinChangesNothing) {
 INSTANTIATE_TEST_SUITE_P(
     Scenes, SkinScene,
     testing::Values(std::pair("maya-usd/UsdExportSkeletonAtSceneRoot.ma", "skinCluster1"),
-                    std::pair("maya2gltf/ThreeJoints_RootJoint_Unbound.ma", "skinCluster1"),
-                    std::pair("omtk/test_interactivefk02.ma", "skinCluster1")));
+                    std::pair("maya2gltf/ThreeJoints_RootJoint_Unbound.ma", "skinCluster1")));
 
 }  // namespace
 }  // namespace scenetest

@@ -349,6 +349,35 @@ TEST(SceneFile, AnotherNameChangesTwoComments) {
               (std::vector<std::string>{"//Name: other.ma", "// End of other.ma"}));
 }
 
+TEST(SceneFile, AnImportIsOneStepAndKeepsWhatItBrings) {
+    SceneHost host;
+    host.open(kSquare);
+    const std::string before = host.dump();
+    const std::string file = host.write("again.ma", kSquare);
+    const std::string broken = host.write("broken.ma", std::string(kSquare) + "createNode mesh -p \"none\";");
+    host.fails("file -import -namespace \"two\" \"" + broken + "\"");
+    EXPECT_EQ(host.dump(), before);
+    host.ok("file -import -namespace \"two\" \"" + file + "\"");
+    EXPECT_EQ(host.ok("getAttr \"two:faces.lift\""), "0.25");
+    EXPECT_EQ(host.ok("getAttr \"two:square.mood\""), "0.3");
+    EXPECT_EQ(host.ok("listRelatives -parent \"two:squareShape\""), "two:square");
+    const std::string after = host.dump();
+    host.ok("undo");
+    EXPECT_EQ(host.dump(), before);
+    host.ok("redo");
+    EXPECT_EQ(host.dump(), after);
+    const std::string text = host.saved();
+    for (const std::string& line : linesOf(kSquare)) {
+        const bool isOfTheNodes = line.rfind("\t", 0) == 0 && line.find("rename -uid") == std::string::npos;
+        if (!isOfTheNodes || line.find("\".o\"") != std::string::npos ||
+            line.find("\".unw\"") != std::string::npos || line.find("\".s\"") != std::string::npos)
+            continue;
+        EXPECT_NE(text.find(line, text.find(line) + 1), std::string::npos) << "only once: " << line;
+    }
+    host.ok("file -open -force \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.dump(), after);
+}
+
 TEST(SceneFile, ANodeBelowALaterOneFollowsIt) {
     SceneHost host;
     host.open(kSquare);
