@@ -14,7 +14,7 @@ struct ActionOption {
     const char* help;
 };
 constexpr ActionOption kActions[] = {
-    {"-file", Action::Kind::ImportFile, "F", "import a mesh file (.obj)"},
+    {"-file", Action::Kind::ImportFile, "F", "open a scene (.ma), or import a mesh file (.obj)"},
     {"-script", Action::Kind::RunScript, "F", "run a MEL file; so does a bare argument that ends in .mel"},
     {"-command", Action::Kind::RunText, "TEXT", "run MEL text"},
     {"-prompt", Action::Kind::Prompt, nullptr,

@@ -86,6 +86,7 @@ CommandResult importScene(CommandContext& context, const ParsedArguments& argume
     if (!error.empty()) return failure(std::move(error));
     if (!arguments.isSet("returnNewNodes")) return CommandResult::success(path);
     std::vector<std::string> names;
+    names.reserve(created.size());
     for (const graph::NodeRef& node : created)
         names.push_back(context.graph.fullPath(*node));
     return CommandResult::success(Value(std::move(names)));

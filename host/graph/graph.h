@@ -51,6 +51,7 @@ struct SceneContent {
     std::unordered_map<std::string, TakenNumbers> takenNumbers;  // by name without number
     std::vector<Node*> roots;
     Selection selection;
+    bool hasKeptSources = false;  // a kept attribute feeds another node, or did
 };
 
 /// One connection, from source to destination.
@@ -190,6 +191,9 @@ class Graph {
     Plug source(const Plug& destination) const;
     /// The destinations of this plug, in the order in which the connections were made.
     std::vector<Plug> destinations(const Plug& source) const;
+    /// Why a value of a node is not known: "Y (type)", the first node upstream that feeds it through an
+    /// attribute that this host does not evaluate. Empty if there is none. Linear in what is upstream.
+    std::string unevaluatedSource(const Node& node) const;
     /// All connections of a node, incoming first. Each side is ordered by plug.
     std::vector<Connection> connections(const Node& node) const;
     /// All connections into or out of a plug and everything below it.

@@ -1,6 +1,7 @@
 // The connections of the graph: making, breaking and listing them, and their recorded steps.
 
 #include <algorithm>
+#include <set>
 
 #include "graph/graph.h"
 
@@ -98,6 +99,31 @@ void Graph::breakLink(const Plug& source, const Plug& destination) {
            [source, destination](Graph& graph) { graph.unlinkAgain(source, destination); });
 }
 
+std::string Graph::unevaluatedSource(const Node& node) const {
+    if (!content_->hasKeptSources) return {};
+    std::vector<const Node*> ahead{&node};
+    std::set<const Node*> seen{&node};
+    const auto visit = [&](const Node* next) {
+        if (next != nullptr && seen.insert(next).second) ahead.push_back(next);
+    };
+    while (!ahead.empty()) {
+        const Node& at = *ahead.back();
+        ahead.pop_back();
+        for (const auto& [key, link] : at.incoming()) {
+            // Messages carry no value, and nothing is computed from what is only kept.
+            if (key.attribute->kind() == ValueKind::Message || key.attribute->isKept()) continue;
+            if (link.key.attribute->isKept())
+                return uniqueName(*link.node) + " (" + link.node->type().name() + ')';
+            visit(link.node);
+            // A world matrix comes from the transforms above as well.
+            const bool isMatrix = link.key.attribute->spec().dataType == "matrix";
+            for (const Node* up = isMatrix ? link.node->parent() : nullptr; up != nullptr; up = up->parent())
+                visit(up);
+        }
+    }
+    return {};
+}
+
 void Graph::connectSaved(const Plug& source, const Plug& destination) {
     link(source, destination);
     for (const Plug& plug : {source, destination}) {
@@ -131,6 +157,7 @@ void Graph::link(const Plug& source, const Plug& destination, int position) {
     const auto at = isInside ? links.begin() + position : links.end();
     links.insert(at, {&to, destination.key()});
     ++changes_;
+    content_->hasKeptSources = content_->hasKeptSources || source.attribute().isKept();
     // The next reader of the destination must not get an older value.
     to.isClean_.store(true, std::memory_order_release);
     markDirty(to);

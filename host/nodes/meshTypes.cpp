@@ -42,6 +42,12 @@ MeshPtr withOffsets(const MeshPtr& in, const graph::NumberMulti* offsets) {
 }
 
 MeshPtr computeMesh(graph::Graph& graph, const graph::NodeRef& shape) {
+    // A shape that may be out of date must not become the origin of anything that is saved.
+    if (const std::string source = graph.unevaluatedSource(*shape); !source.empty()) {
+        graph.messages().error(graph.uniqueName(*shape) + " depends on " + source +
+                               ", which is not evaluated.");
+        return nullptr;
+    }
     const graph::NumberMulti* offsets = numbersOf(shape->plug("pnts"));
     MeshPtr mesh = withOffsets(incomingMesh(graph, shape), offsets);
     if (offsets == nullptr) return mesh;

@@ -139,8 +139,9 @@ class BlockEditor {
                  const std::vector<std::string>& values) {
         const std::string flags = stateFlags(*target.key.attribute, node_.state(target.key));
         std::vector<std::string> statements;
+        statements.reserve(values.size() + 1);
         for (const std::string& value : values)
-            statements.push_back("setAttr " + flags + value + ';');
+            statements.emplace_back("setAttr ").append(flags).append(value).append(";");
         if (statements.empty() && !flags.empty())
             statements.push_back("setAttr " + flags + "\"." + path + "\";");
         edits_.replaced[statement] = joined(statements, text_.form.lineEnd);

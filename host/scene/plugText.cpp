@@ -114,6 +114,13 @@ void appendRow(std::string& text, const graph::Node& node, const PlugKey& key, c
     }
 }
 
+/// Values of several elements after their number and their name.
+std::string listText(int count, const std::string& path, const std::string& values) {
+    std::string text;
+    if (count > 1) text.append("-s ").append(std::to_string(count)).append(" ");
+    return text.append("\".").append(path).append("\" ").append(values);
+}
+
 /// The path with another range of elements in place of its own.
 std::string withRange(std::string_view path, int first, int last) {
     const std::size_t colon = path.find(':');
@@ -190,8 +197,7 @@ std::vector<std::string> valueTexts(const graph::Node& node, const SetTarget& ta
                 appendElement(values, node, target.at(k), form);
             }
         }
-        const std::string size = k - first > 1 ? "-s " + std::to_string(k - first) + ' ' : std::string();
-        texts.push_back(size + "\"." + withRange(path, start + first, start + k - 1) + '"' + ' ' + values);
+        texts.push_back(listText(k - first, withRange(path, start + first, start + k - 1), values));
     }
     return texts;
 }
@@ -337,8 +343,8 @@ void NewValues::writeNumbers(const Attribute& array, const PlugKey& key, const g
         if (k - first == 1) {
             line(plainText(node_, keyOf(last), path + '[' + std::to_string(last) + ']', form_).front());
         } else {
-            line("-s " + std::to_string(k - first) + " \"." + path + '[' + std::to_string(indices[first]) +
-                 ':' + std::to_string(last) + "]\" " + values);
+            line(listText(static_cast<int>(k - first), withRange(path + "[0:1]", indices[first], last),
+                          values));
         }
     }
 }

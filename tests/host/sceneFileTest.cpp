@@ -316,6 +316,20 @@ TEST(SceneFile, AMeshThatCannotBeReadIsKept) {
     }
 }
 
+TEST(SceneFile, PointsThatDependOnWhatIsNotEvaluatedCannotBeRead) {
+    SceneHost host;
+    host.open(kSquare);
+    host.fails("pointPosition -local squareShape.vtx[0]");
+    EXPECT_EQ(host.shown.errors.front(),
+              "squareShape depends on reader (poseReader), which is not evaluated.");
+    EXPECT_EQ(host.ok("getAttr faces.w[1]"), "0");
+    EXPECT_EQ(host.shown.warnings.size(), 1U);
+    EXPECT_EQ(host.ok("getAttr faces.w[1]"), "0");
+    EXPECT_EQ(host.shown.warnings.size(), 0U) << "one warning a plug";
+    host.ok("disconnectAttr reader.out[0] faces.w[1]");
+    EXPECT_EQ(host.ok("pointPosition -local squareShape.vtx[2]"), "0.5 0.0625 -0.5");
+}
+
 // --- New scenes and other names
 
 TEST(SceneFile, ANewSceneIsSavedAndOpenedAgain) {
