@@ -6,11 +6,14 @@
 namespace host::commands {
 
 void registerCommands(mel::CommandRegistry& registry) {
+    // A save must survive a crash of the system, so the new file is on the disk before it replaces the old
+    // one.
+    const auto session = std::make_shared<scene::SceneSession>(registry.graph(), platform::synchronise);
     registerNodeCommands(registry);
     registerDuplicateCommand(registry);
     registerDumpCommand(registry);
     registerDagCommands(registry);
-    registerListCommands(registry);
+    registerListCommands(registry, session);
     registerSelectionCommands(registry);
     registerAddAttrCommands(registry);
     registerAttributeCommands(registry);
@@ -35,10 +38,8 @@ void registerCommands(mel::CommandRegistry& registry) {
     registerColorCommands(registry);
     registerTimeCommands(registry);
     registerToolCommands(registry);
-    // A save must survive a crash of the system, so the new file is on the disk before it replaces the old
-    // one.
-    const auto session = std::make_shared<scene::SceneSession>(registry.graph(), platform::synchronise);
     registerFileCommand(registry, session);
+    registerSceneStatementCommands(registry, session);
 }
 
 }  // namespace host::commands

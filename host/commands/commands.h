@@ -20,9 +20,10 @@ void registerNodeCommands(mel::CommandRegistry& registry);      // createNode de
 void registerDuplicateCommand(mel::CommandRegistry& registry);  // duplicate
 void registerDumpCommand(mel::CommandRegistry& registry);       // headlessDump
 void registerDagCommands(mel::CommandRegistry& registry);       // parent group listRelatives
-void registerListCommands(mel::CommandRegistry& registry);      // ls
-void registerSelectionCommands(mel::CommandRegistry& registry);  // select
-void registerAddAttrCommands(mel::CommandRegistry& registry);    // addAttr deleteAttr
+void registerListCommands(mel::CommandRegistry& registry,
+                          const std::shared_ptr<scene::SceneSession>& session);  // ls
+void registerSelectionCommands(mel::CommandRegistry& registry);                  // select
+void registerAddAttrCommands(mel::CommandRegistry& registry);                    // addAttr deleteAttr
 void registerAttributeCommands(
     mel::CommandRegistry& registry);                          // aliasAttr removeMultiInstance attributeQuery
 void registerSetAttrCommand(mel::CommandRegistry& registry);  // setAttr
@@ -52,5 +53,8 @@ void registerTimeCommands(mel::CommandRegistry& registry);        // currentTime
 void registerToolCommands(mel::CommandRegistry& registry);  // setToolTo currentCtx contextInfo headlessDrag
 void registerFileCommand(mel::CommandRegistry& registry,
                          const std::shared_ptr<scene::SceneSession>& session);  // file
+void registerSceneStatementCommands(
+    mel::CommandRegistry& registry,
+    const std::shared_ptr<scene::SceneSession>& session);  // fileInfo requires
 
 }  // namespace host::commands

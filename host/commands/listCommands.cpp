@@ -8,6 +8,7 @@
 #include "graph/hierarchy.h"
 #include "graph/pathNames.h"
 #include "nodes/meshNode.h"
+#include "scene/sceneSession.h"
 
 namespace host::commands {
 
@@ -171,6 +172,16 @@ std::vector<SelectionItem> candidates(CommandContext& context, const ParsedArgum
     return arguments.isSet("dagObjects") ? withDescendants(items) : items;
 }
 
+/// The ids of whole nodes, in place of their names. A node that no file knows gets its id now.
+std::vector<std::string> uuidsOf(const std::vector<SelectionItem>& items, scene::SceneSession& session) {
+    std::vector<std::string> uuids;
+    uuids.reserve(items.size());
+    for (const SelectionItem& item : items) {
+        if (item.isWholeNode()) uuids.push_back(session.uuidOf(*item.node));
+    }
+    return uuids;
+}
+
 void appendNames(const graph::Graph& graph, const SelectionItem& item, const ParsedArguments& arguments,
                  graph::PathNames& paths, std::vector<std::string>& names) {
     if (item.isWholeNode()) {
@@ -192,7 +203,7 @@ void appendNames(const graph::Graph& graph, const SelectionItem& item, const Par
     }
 }
 
-CommandResult ls(CommandContext& context, const ParsedArguments& arguments) {
+CommandResult ls(CommandContext& context, const ParsedArguments& arguments, scene::SceneSession& session) {
     graph::Graph& graph = context.graph;
     const Filter filter = filterOf(arguments);
     for (const std::string& type : texts(arguments, "type")) {
@@ -214,6 +225,7 @@ CommandResult ls(CommandContext& context, const ParsedArguments& arguments) {
         const auto kept = std::min(items.size(), static_cast<std::size_t>(arguments.integer("tail")));
         items.erase(items.begin(), items.end() - static_cast<std::ptrdiff_t>(kept));
     }
+    if (arguments.isSet("uuid")) return CommandResult::success(uuidsOf(items, session));
     graph::PathNames paths(
         graph, arguments.isSet("long") ? graph::PathNames::Kind::Full : graph::PathNames::Kind::Unique);
     std::vector<std::string> names;
@@ -225,24 +237,29 @@ CommandResult ls(CommandContext& context, const ParsedArguments& arguments) {
 
 }  // namespace
 
-void registerListCommands(mel::CommandRegistry& registry) {
+void registerListCommands(mel::CommandRegistry& registry,
+                          const std::shared_ptr<scene::SceneSession>& session) {
     Syntax syntax;
     syntax.flag("as", "assemblies").flag("dag", "dagObjects").flag("dep", "dependencyNodes");
     syntax.flag("sl", "selection").flag("os", "orderedSelection").flag("fl", "flatten");
-    syntax.flag("l", "long").flag("sn", "shortNames").flag("st", "showType");
+    syntax.flag("l", "long").flag("sn", "shortNames").flag("st", "showType").flag("uid", "uuid");
     syntax.flag("s", "shapes").flag("g", "geometry").flag("tr", "transforms").flag("mat", "materials");
     syntax.flag("set", "sets").flag("io", "intermediateObjects").flag("ni", "noIntermediate");
     syntax.flag("v", "visible").flag("r", "recursive", {kSwitch});
     syntax.flag("hd", "head", {ArgumentType::Unsigned}).flag("tl", "tail", {ArgumentType::Unsigned});
     syntax.multiUseFlag("typ", "type", {kText}).multiUseFlag("et", "exactType", {kText});
     syntax.multiUseFlag("ext", "excludeType", {kText}).objects(ObjectKind::Strings);
-    registry.add("ls", syntax, ls,
-                 "allPaths ap absoluteName an cameras ca containerType ct containers con defaultNodes dn "
-                 "ghost gh hilite hl invisible iv leaf lf "
-                 "lights lt live lv lockedNodes ln modified mod nodeTypes nt objectsOnly o partitions pr "
-                 "persistentNodes pn planes pl preSelectHilite psh "
-                 "readOnly ro referencedNodes rn references rf showNamespace sns textures tex templated tm "
-                 "undeletable ud untemplated ut uuid uid");
+    registry.add(
+        "ls", syntax,
+        [session](CommandContext& context, const ParsedArguments& arguments) {
+            return ls(context, arguments, *session);
+        },
+        "allPaths ap absoluteName an cameras ca containerType ct containers con defaultNodes dn "
+        "ghost gh hilite hl invisible iv leaf lf "
+        "lights lt live lv lockedNodes ln modified mod nodeTypes nt objectsOnly o partitions pr "
+        "persistentNodes pn planes pl preSelectHilite psh "
+        "readOnly ro referencedNodes rn references rf showNamespace sns textures tex templated tm "
+        "undeletable ud untemplated ut");
 }
 
 }  // namespace host::commands

@@ -6,6 +6,7 @@
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "nodes/meshNode.h"
+#include "scene/uuids.h"
 
 namespace host::commands {
 
@@ -134,6 +135,12 @@ CommandResult rename(CommandContext& context, const ParsedArguments& arguments) 
     } else {
         return CommandResult::failure("rename: No object to rename was given.");
     }
+    if (arguments.isSet("uuid")) {
+        if (!scene::isUuid(words.back()))
+            return CommandResult::failure("rename: '" + words.back() + "' is no id of the form 8-4-4-4-12.");
+        graph.setUuid(*node, words.back());
+        return CommandResult::success(graph.uniqueName(*node));
+    }
     const Found<std::string> name = legalName(words.back());
     if (!name.ok()) return CommandResult::failure(name.error);
     if (isDefaultNode(*node)) return CommandResult::failure("Cannot rename a read only node.");
@@ -189,8 +196,8 @@ void registerNodeCommands(mel::CommandRegistry& registry) {
                  "shape sc staticChannels tac timeAnimationCurves uac unitlessAnimationCurves");
 
     Syntax renaming;
-    renaming.flag("is", "ignoreShape").objects(ObjectKind::Strings, 1, 2);
-    registry.add("rename", renaming, rename, "uid uuid");
+    renaming.flag("is", "ignoreShape").flag("uid", "uuid").objects(ObjectKind::Strings, 1, 2);
+    registry.add("rename", renaming, rename);
 
     Syntax typing;
     typing.flag("i", "inherited").flag("itn", "isTypeName").objects(ObjectKind::Strings, 1, 1);

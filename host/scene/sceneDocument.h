@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -46,6 +47,8 @@ struct SceneDocument {
     std::vector<std::string> references{};  ///< paths of files that are not loaded
     /// Connections of the nodes that every scene has: files do not name them.
     std::vector<graph::Connection> given{};
+    /// Texts of the scene (fileInfo) that were changed, by their keys; nothing for one that was removed.
+    std::map<std::string, std::optional<std::string>> changedInfo{};
     std::uint64_t changes = 0;      ///< of the graph (Graph::changes) when the file was read
     std::uint64_t nameVersion = 0;  ///< likewise
 };

@@ -1,5 +1,6 @@
 #include "scene/sceneSession.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <set>
 #include <utility>
@@ -8,6 +9,7 @@
 #include "scene/fileTypes.h"
 #include "scene/sceneReader.h"
 #include "scene/sceneWriter.h"
+#include "scene/words.h"
 
 namespace host::scene {
 
@@ -83,6 +85,7 @@ void SceneSession::begin(SceneDocument document, const std::string& path) {
     document_.changes = graph_.changes();
     document_.nameVersion = graph_.nameVersion();
     savedChanges_ = graph_.changes();
+    hasUnsavedInfo_ = false;
     path_ = path;
     readName_ = baseName(path);
     uuids_ = UuidGiver(*document_.text, readName_);
@@ -149,7 +152,10 @@ std::string SceneSession::save() {
     options.isRenamed = document_.isNew || baseName(path_) != readName_;
     options.settle = settle_;
     std::string error = writeScene(graph_, document_, uuids_, options);
-    if (error.empty()) savedChanges_ = graph_.changes();
+    if (error.empty()) {
+        savedChanges_ = graph_.changes();
+        hasUnsavedInfo_ = false;
+    }
     return error;
 }
 
@@ -159,6 +165,40 @@ std::string SceneSession::exportTo(const std::string& path) {
     options.isRenamed = true;
     options.settle = settle_;
     return writeScene(graph_, document_, uuids_, options);
+}
+
+std::vector<std::pair<std::string, std::string>> SceneSession::fileInfo() const {
+    std::vector<std::pair<std::string, std::string>> info;
+    std::set<std::string> seen;
+    const SceneText& text = *document_.text;
+    for (std::uint32_t k = 0; k < text.statements.size(); ++k) {
+        if (text.statements[k].kind != StatementKind::FileInfo) continue;
+        const auto [key, value] = readFileInfo(text.statement(k));
+        const auto changed = document_.changedInfo.find(key);
+        const std::optional<std::string> now =
+            changed != document_.changedInfo.end() ? changed->second : value;
+        if (now && seen.insert(key).second) info.emplace_back(key, *now);
+    }
+    for (const auto& [key, value] : document_.changedInfo) {
+        if (value && seen.insert(key).second) info.emplace_back(key, *value);
+    }
+    return info;
+}
+
+void SceneSession::setFileInfo(const std::string& key, const std::string& text) {
+    document_.changedInfo[key] = text;
+    hasUnsavedInfo_ = true;
+}
+
+bool SceneSession::removeFileInfo(const std::string& key) {
+    const auto info = fileInfo();
+    const bool exists =
+        std::any_of(info.begin(), info.end(), [&](const auto& entry) { return entry.first == key; });
+    if (exists) {
+        document_.changedInfo[key] = std::nullopt;
+        hasUnsavedInfo_ = true;
+    }
+    return exists;
 }
 
 std::vector<std::string> SceneSession::report() const {

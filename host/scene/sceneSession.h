@@ -19,8 +19,14 @@ class SceneSession {
     /// Full path of the scene's file, with slashes; empty for a scene without a name.
     const std::string& path() const { return path_; }
     void rename(const std::string& path);
-    bool isModified() const { return graph_.changes() != savedChanges_; }
+    bool isModified() const { return hasUnsavedInfo_ || graph_.changes() != savedChanges_; }
     const SceneDocument& document() const { return document_; }
+
+    /// The texts that the scene holds under keys, in the order of the file and then by key.
+    std::vector<std::pair<std::string, std::string>> fileInfo() const;
+    void setFileInfo(const std::string& key, const std::string& text);
+    /// @return false if there is none of that key
+    bool removeFileInfo(const std::string& key);
 
     /// Starts an empty scene. Nothing before it can be undone.
     void startNew();
@@ -37,7 +43,7 @@ class SceneSession {
     std::string exportTo(const std::string& path);
 
     /// The id of a node.
-    const std::string& uuidOf(graph::Node& node) { return uuids_.obtain(graph_, node); }
+    const std::string& uuidOf(graph::Node& node) { return uuids_.obtain(node); }
 
     /// What the user should know after opening, a line each.
     std::vector<std::string> report() const;
@@ -52,6 +58,7 @@ class SceneSession {
     std::string path_;
     std::string readName_;  // of the file that was read
     std::uint64_t savedChanges_ = 0;
+    bool hasUnsavedInfo_ = false;
 };
 
 }  // namespace host::scene

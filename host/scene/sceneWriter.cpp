@@ -11,7 +11,6 @@
 #include "scene/fileTypes.h"
 #include "scene/nodeWriter.h"
 #include "scene/plugText.h"
-#include "scene/textEdits.h"
 #include "scene/words.h"
 
 namespace host::scene {
@@ -79,7 +78,9 @@ class Writer {
 
     TextEdits run() {
         if (options_.isRenamed) renameFile();
-        if (graph_.changes() == document_.changes && !document_.isNew) return std::move(edits_);
+        if (graph_.changes() == document_.changes && !document_.isNew && document_.changedInfo.empty())
+            return std::move(edits_);
+        editInfo();
         areNamesChanged_ = graph_.nameVersion() != document_.nameVersion;
         findMoved();
         for (const SavedBlock& block : document_.blocks)
@@ -106,6 +107,33 @@ class Writer {
         const bool isEmpty = text_.statements.empty();
         replaceAfter("//Name: ", 0, isEmpty ? text_.bytes.size() : text_.statements.front().begin);
         replaceAfter("// End of ", isEmpty ? 0 : text_.statements.back().end, text_.bytes.size());
+    }
+
+    /// The texts that the scene holds under keys.
+    void editInfo() {
+        if (document_.changedInfo.empty()) return;
+        std::map<std::string, std::optional<std::string>> left = document_.changedInfo;
+        std::int64_t last = headerEnd();
+        const auto textOf = [](const std::string& key, const std::string& value) {
+            return "fileInfo " + inQuotes(key) + ' ' + inQuotes(value) + ';';
+        };
+        for (std::uint32_t k = 0; k < text_.statements.size(); ++k) {
+            if (text_.statements[k].kind != StatementKind::FileInfo) continue;
+            last = k;
+            const auto [key, value] = readFileInfo(text_.statement(k));
+            const auto changed = document_.changedInfo.find(key);
+            if (changed == document_.changedInfo.end()) continue;
+            if (left.erase(key) == 0 || !changed->second) {
+                edits_.removeStatement(k);
+            } else if (*changed->second != value) {
+                edits_.replaceStatement(k, textOf(key, *changed->second));
+            }
+        }
+        std::string lines;
+        for (const auto& [key, value] : left) {
+            if (value) lines += textOf(key, *value) + text_.form.lineEnd;
+        }
+        edits_.insertAfter(last, lines);
     }
 
     /// A node cannot stand before its parent. Nodes that were moved below a later one follow it.
@@ -216,8 +244,7 @@ class Writer {
         const bool hasStatements =
             source != document_.sources.end() && source->second->text()->form.units == text_.form.units;
         if (hasStatements) return movedNodeText(graph_, node, *source->second);
-        if (!defaultTypeOf(node.name()))
-            return newNodeText(graph_, node, uuids_.obtain(graph_, node), text_.form);
+        if (!defaultTypeOf(node.name())) return newNodeText(graph_, node, uuids_.obtain(node), text_.form);
         std::string text =
             node.type().isDag() ? createNodeText(graph_, node, true) : "select -ne :" + node.name() + ';';
         return text + text_.form.lineEnd + editsOf(node).added;
@@ -305,9 +332,14 @@ class Writer {
 
 }  // namespace
 
+TextEdits sceneEdits(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids,
+                     const SaveOptions& options) {
+    return Writer(graph, document, uuids, options).run();
+}
+
 std::string writeScene(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids,
                        const SaveOptions& options) {
-    TextEdits edits = Writer(graph, document, uuids, options).run();
+    TextEdits edits = sceneEdits(graph, document, uuids, options);
     return geometry::writeFile(
         options.path, [&](std::ostream& stream) { edits.write(stream); }, options.settle);
 }

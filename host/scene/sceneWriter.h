@@ -4,6 +4,7 @@
 #include <string>
 
 #include "scene/sceneDocument.h"
+#include "scene/textEdits.h"
 #include "scene/uuids.h"
 
 namespace host::scene {
@@ -16,10 +17,14 @@ struct SaveOptions {
     std::function<int(const std::string& path)> settle{};
 };
 
-/// Writes the scene into a file, in place of the old one if there is one, which stays whole on any failure.
+/// The edits that bring the file that was read up to date with the scene.
 ///
 /// Statements that nothing changed are copied byte for byte. New nodes follow the last node, new connections
 /// the last connection.
+TextEdits sceneEdits(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids,
+                     const SaveOptions& options);
+
+/// Writes the scene into a file, in place of the old one if there is one, which stays whole on any failure.
 /// @return the error; empty on success
 std::string writeScene(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids,
                        const SaveOptions& options);

@@ -41,12 +41,11 @@ UuidGiver::UuidGiver(const SceneText& text, std::string_view sceneName) : seed_(
     }
 }
 
-const std::string& UuidGiver::obtain(graph::Graph& graph, graph::Node& node) {
-    if (node.uuid().empty()) {
-        const graph::RecordingScope silent(graph, nullptr);
-        graph.setUuid(node, next());
-    }
-    return node.uuid();
+const std::string& UuidGiver::obtain(graph::Node& node) {
+    if (!node.uuid().empty()) return node.uuid();
+    std::string& given = given_[node.ref()];
+    if (given.empty()) given = next();
+    return given;
 }
 
 std::string UuidGiver::next() {

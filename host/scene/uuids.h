@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -16,8 +17,9 @@ class UuidGiver {
   public:
     /// @param text  whose ids are taken
     UuidGiver(const SceneText& text, std::string_view sceneName);
-    /// The node's id, given now if it had none. Not recorded: a node keeps its id for good.
-    const std::string& obtain(graph::Graph& graph, graph::Node& node);
+    /// The node's id, given now if it had none. That is no change of the scene: asking for an id does not
+    /// make a node of a file differ from the file.
+    const std::string& obtain(graph::Node& node);
     /// Makes an id count as taken. @return false if it was already
     bool take(const std::string& uuid) { return taken_.insert(uuid).second; }
     /// An id that no node has.
@@ -25,6 +27,7 @@ class UuidGiver {
 
   private:
     std::unordered_set<std::string> taken_;
+    std::map<graph::NodeRef, std::string> given_;
     std::uint64_t seed_;
     std::uint64_t count_ = 0;
 };

@@ -125,4 +125,11 @@ std::string inQuotes(std::string_view text) {
     return result += '"';
 }
 
+std::pair<std::string, std::string> readFileInfo(std::string_view statement) {
+    WordScanner words(statement);
+    words.next();
+    std::string key = words.next().text();
+    return {std::move(key), words.next().text()};
+}
+
 }  // namespace host::scene

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 namespace host::scene {
 
@@ -52,5 +52,8 @@ class WordScanner {
 
 /// A text as a string of a scene file: in quotation marks, with escapes. Nothing in it can end the string.
 std::string inQuotes(std::string_view text);
+
+/// Key and text of a fileInfo statement.
+std::pair<std::string, std::string> readFileInfo(std::string_view statement);
 
 }  // namespace host::scene

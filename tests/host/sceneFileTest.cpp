@@ -330,6 +330,39 @@ TEST(SceneFile, PointsThatDependOnWhatIsNotEvaluatedCannotBeRead) {
     EXPECT_EQ(host.ok("pointPosition -local squareShape.vtx[2]"), "0.5 0.0625 -0.5");
 }
 
+TEST(SceneFile, IdsAreThoseOfTheFileAndNewOnesAreGivenOnce) {
+    SceneHost host;
+    host.open(kSquare);
+    EXPECT_EQ(host.ok("ls -uuid square"), "11111111-2222-3333-4444-555555555555");
+    const std::string given = host.ok("ls -uuid reader");
+    EXPECT_EQ(given.size(), 36U);
+    EXPECT_EQ(host.ok("ls -uuid reader"), given);
+    EXPECT_EQ(host.fails("rename -uuid square abc"), "rename: 'abc' is no id of the form 8-4-4-4-12.");
+    host.ok("rename -uuid square \"ABCDEF00-0000-0000-0000-000000000000\"");
+    EXPECT_EQ(missingLines(host.saved(), kSquare),
+              (std::vector<std::string>{"\trename -uid \"ABCDEF00-0000-0000-0000-000000000000\";"}));
+}
+
+TEST(SceneFile, TextsUnderKeysAreKeptAndChanged) {
+    SceneHost host;
+    host.open(kSquare);
+    EXPECT_EQ(host.ok("fileInfo -q license"), "a \"quoted\" \\ text; with a semicolon");
+    EXPECT_EQ(host.ok("file -q -modified"), "0");
+    host.ok(
+        "fileInfo license \"free\"; fileInfo \"my key\" \"\\\"; print(1); //\"; requires \"somePlugin\" "
+        "\"1.0\"");
+    EXPECT_EQ(host.ok("file -q -modified"), "1");
+    const std::string text = host.saved();
+    EXPECT_EQ(missingLines(text, kSquare),
+              (std::vector<std::string>{"fileInfo \"license\" \"free\";",
+                                        "fileInfo \"my key\" \"\\\"; print(1); //\";"}));
+    host.ok("file -open \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.ok("fileInfo -q \"my key\""), "\"; print(1); //");
+    host.ok("fileInfo -rm license");
+    EXPECT_EQ(missingLines(text, host.saved()), (std::vector<std::string>{"fileInfo \"license\" \"free\";"}));
+    EXPECT_EQ(host.fails("fileInfo -rm license"), "fileInfo: There is no text of the key 'license'.");
+}
+
 // --- New scenes and other names
 
 TEST(SceneFile, ANewSceneIsSavedAndOpenedAgain) {

@@ -1,0 +1,64 @@
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "nodes/registerTypes.h"
+#include "scene/sceneReader.h"
+#include "scene/sceneWriter.h"
+
+using namespace host;
+
+namespace {
+
+/// Reads everything that waits, and makes it count as changed.
+void touchEverything(graph::Graph& graph) {
+    for (const graph::NodeRef& node : graph.nodes()) {
+        for (const graph::Attribute* attribute : node->attributes()) {
+            if (attribute == nullptr) continue;
+            const graph::Plug plug(node, {attribute, {}, 0});
+            graph.setState(plug, node->state(plug.key()));
+        }
+        node->slots();
+    }
+}
+
+std::string savedText(graph::Graph& graph, const scene::SceneDocument& document) {
+    scene::UuidGiver uuids(*document.text, "fuzz");
+    std::ostringstream stream;
+    scene::sceneEdits(graph, document, uuids, {}).write(stream);
+    return stream.str();
+}
+
+}  // namespace
+
+/// Any text is read or refused. What was read is saved byte for byte, also after each statement was compared
+/// with the scene.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    scene::SceneTextResult cut = scene::makeSceneText(text, "fuzz.ma");
+    if (!cut.ok()) return 0;
+    graph::Graph graph;
+    nodes::registerTypes(graph.types());
+    nodes::setUpScene(graph);
+    const auto given = graph.nodes();
+    std::vector<graph::Connection> connections;
+    for (const graph::NodeRef& node : given) {
+        for (const auto& [key, link] : node->incoming())
+            connections.push_back({graph::Plug(link.node->ref(), link.key), graph::Plug(node, key)});
+    }
+    scene::ReadResult read =
+        scene::readScene(graph, std::make_shared<const scene::SceneText>(std::move(cut.text)));
+    if (!read.ok()) return 0;
+    read.document.given = std::move(connections);
+    touchEverything(graph);
+    const std::string saved = savedText(graph, read.document);
+    if (saved != text) {
+        std::fprintf(stderr, "saved as something else:\n%s\n---- in place of:\n%s\n", saved.c_str(),
+                     text.c_str());
+        std::abort();
+    }
+    return 0;
+}
