@@ -51,7 +51,8 @@ void copySlot(graph::Graph& graph, const Slot& slot, const Plug& to) {
 
 /// The plug of `to` that corresponds to one of `from`.
 Plug counterpart(const graph::NodeRef& to, const graph::PlugKey& key) {
-    if (!key.attribute->path().front()->isDynamic()) return Plug(to, key);
+    const Attribute& root = *key.attribute->path().front();
+    if (!root.isDynamic() && !root.isKept()) return Plug(to, key);
     graph::PlugKey own = key;
     own.attribute = to->findAttribute(key.attribute->longName());
     return own.attribute != nullptr ? Plug(to, own) : Plug();
@@ -78,8 +79,9 @@ void copyNodeContent(graph::Graph& graph, const graph::NodeRef& from, const grap
     for (const Attribute* attribute : from->attributes()) {
         if (attribute == nullptr || attribute->isOutput() || attribute->longName() == "instObjGroups")
             continue;
-        const Attribute* own =
-            attribute->isDynamic() ? &graph.addAttribute(*to, specOf(*attribute)) : attribute;
+        const Attribute* own = attribute->isDynamic() || attribute->isKept()
+                                   ? &graph.addAttribute(*to, specOf(*attribute))
+                                   : attribute;
         const auto ordinal = static_cast<std::size_t>(attribute->ordinal());
         if (ordinal < from->slots().size()) copySlot(graph, from->slots()[ordinal], Plug(to, own));
     }

@@ -242,7 +242,11 @@ const Attribute& Graph::addAttribute(Node& node, AttributeSpec spec) {
     const int ordinal = static_cast<int>(node.type_.attributes().size() + node.dynamic_.size());
     node.dynamic_.push_back(std::make_unique<Attribute>(std::move(spec), nullptr, ordinal));
     Attribute& attribute = *node.dynamic_.back();
-    attribute.markDynamic();
+    if (attribute.isKept()) {
+        node.kept_.emplace(attribute.longName(), &attribute);
+    } else {
+        attribute.markDynamic();
+    }
     const NodeRef ref = node.ref();
     record([ref, pointer = &attribute](Graph& graph) { graph.parkAttribute(*ref, *pointer); },
            [ref, pointer = &attribute](Graph& graph) { graph.unparkAttribute(*ref, *pointer); });
@@ -256,6 +260,7 @@ void Graph::parkAttribute(Node& node, const Attribute& attribute) {
     // Connections made without a record still exist.
     for (const Connection& connection : connectionsBelow(Plug(node.ref(), &attribute)))
         unlink(connection.source, connection.destination);
+    if (attribute.isKept()) node.kept_.erase(attribute.longName());
     node.removed_.push_back(std::move(place));
 }
 
@@ -267,6 +272,7 @@ bool Graph::unparkAttribute(Node& node, const Attribute& attribute) {
     if (found == removed.end()) return false;
     ++changes_;
     node.dynamic_[node.dynamicPosition(attribute)] = std::move(*found);
+    if (attribute.isKept()) node.kept_.emplace(attribute.longName(), &attribute);
     removed.erase(found);
     return true;
 }

@@ -246,6 +246,10 @@ bool isMeshPart(std::string_view root) {
     return partOf(root).has_value();
 }
 
+bool isMeshPoints(std::string_view root) {
+    return partOf(root) == Part::Points;
+}
+
 MeshTextResult readMesh(const SceneText& text, const std::vector<std::uint32_t>& statements) {
     return MeshReader(text).run(statements);
 }

@@ -13,6 +13,8 @@ namespace host::scene {
 
 /// Whether a root attribute of a mesh is part of its shape: points, edges, faces. They are read together.
 bool isMeshPart(std::string_view root);
+/// Whether it is the points.
+bool isMeshPoints(std::string_view root);
 
 /// A mesh read from a file, or why it cannot be read.
 struct MeshTextResult {

@@ -35,11 +35,22 @@ std::string joined(const std::vector<std::string>& statements, const std::string
     return text;
 }
 
+/// The statements of a whole mesh.
+std::string meshText(const geometry::Mesh& mesh, const MeshSources& meshes, const std::string& lineEnd) {
+    const auto found = meshes.find(mesh.topologyPtr().get());
+    return pointsText(mesh, lineEnd) +
+           (found != meshes.end() ? found->second->facesText() : facesText(mesh, lineEnd));
+}
+
 /// Works out the edits of one node.
 class BlockEditor {
   public:
-    BlockEditor(graph::Graph& graph, graph::Node& node, const SavedNode& source)
-        : node_(node), source_(source), text_(*source.text()), fresh_(graph, node, text_.form) {}
+    BlockEditor(graph::Graph& graph, graph::Node& node, const SavedNode& source, const MeshSources& meshes)
+        : meshes_(meshes),
+          node_(node),
+          source_(source),
+          text_(*source.text()),
+          fresh_(graph, node, text_.form) {}
 
     BlockEdits run() {
         if (!node_.hasChanges()) return {};
@@ -173,9 +184,10 @@ class BlockEditor {
         const nodes::MeshPtr& then = source_.mesh();
         if (now == nullptr || now == then) return;
         if (then != nullptr && now->mesh.topologyPtr() == then->mesh.topologyPtr()) return;
-        edits_.added += pointsText(now->mesh, text_.form.lineEnd) + facesText(now->mesh, text_.form.lineEnd);
+        edits_.added += meshText(now->mesh, meshes_, text_.form.lineEnd);
     }
 
+    const MeshSources& meshes_;
     graph::Node& node_;
     const SavedNode& source_;
     const SceneText& text_;
@@ -186,14 +198,16 @@ class BlockEditor {
 
 }  // namespace
 
-BlockEdits blockEdits(graph::Graph& graph, graph::Node& node, const SavedNode& source) {
-    return BlockEditor(graph, node, source).run();
+BlockEdits blockEdits(graph::Graph& graph, graph::Node& node, const SavedNode& source,
+                      const MeshSources& meshes) {
+    return BlockEditor(graph, node, source, meshes).run();
 }
 
-std::string movedNodeText(graph::Graph& graph, graph::Node& node, const SavedNode& source) {
+std::string movedNodeText(graph::Graph& graph, graph::Node& node, const SavedNode& source,
+                          const MeshSources& meshes) {
     const SceneText& from = *source.text();
     std::string text = createNodeText(graph, node, false) + from.form.lineEnd;
-    const BlockEdits edits = blockEdits(graph, node, source);
+    const BlockEdits edits = blockEdits(graph, node, source, meshes);
     source.visitStatements([&](std::uint32_t index) {
         const auto found = edits.replaced.find(index);
         const std::string statement =
@@ -211,8 +225,8 @@ std::string createNodeText(const graph::Graph& graph, const graph::Node& node, b
     return text + ';';
 }
 
-std::string newNodeText(graph::Graph& graph, graph::Node& node, const std::string& uuid,
-                        const TextForm& form) {
+std::string newNodeText(graph::Graph& graph, graph::Node& node, const std::string& uuid, const TextForm& form,
+                        const MeshSources& meshes) {
     std::string text = createNodeText(graph, node, false) + form.lineEnd;
     text += "\trename -uid " + inQuotes(uuid) + ';' + form.lineEnd;
     if (node.aliases().size() > 0)
@@ -232,7 +246,7 @@ std::string newNodeText(graph::Graph& graph, graph::Node& node, const std::strin
         const graph::PlugKey key{node.findAttribute("inMesh"), {}, 0};
         const auto data = graph::dataAs<nodes::MeshData>(node.storedData(key));
         if (data != nullptr && node.incoming().count(key) == 0)
-            text += pointsText(data->mesh, form.lineEnd) + facesText(data->mesh, form.lineEnd);
+            text += meshText(data->mesh, meshes, form.lineEnd);
     }
     if (const std::string aliases = aliasText(node); !aliases.empty()) text += '\t' + aliases + form.lineEnd;
     return text;

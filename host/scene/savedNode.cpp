@@ -156,4 +156,15 @@ void SavedNode::loadMesh(graph::NodeLoader& loader, int ordinal) {
     loader.setData({loader.node().findAttribute("inMesh"), {}, 0}, std::move(result.mesh));
 }
 
+std::string SavedNode::facesText() const {
+    std::string result;
+    visitStatements([&](std::uint32_t index) {
+        if (text_->statements[index].kind != StatementKind::SetAttr) return;
+        const auto head = readSetHead(text_->statement(index), text_->form.isDoubleByte);
+        if (!head || !isMeshPart(head->root()) || isMeshPoints(head->root())) return;
+        result.append("\t").append(text_->statement(index)).append(text_->form.lineEnd);
+    });
+    return result;
+}
+
 }  // namespace host::scene

@@ -46,6 +46,9 @@ class SavedNode final : public graph::NodeSource {
     }
     /// The mesh as the file has it, if it was read; null otherwise.
     const nodes::MeshPtr& mesh() const { return mesh_; }
+    /// The statements of the edges and faces of that mesh, with line ends. They also say which UVs and
+    /// colours the corners have, which a mesh in memory does not know.
+    std::string facesText() const;
 
   private:
     void introduceAttributes(graph::NodeLoader& loader);

@@ -81,6 +81,9 @@ class Writer {
         if (graph_.changes() == document_.changes && !document_.isNew && document_.changedInfo.empty())
             return std::move(edits_);
         editInfo();
+        for (const auto& [node, source] : document_.sources) {
+            if (source->mesh() != nullptr) meshes_.emplace(source->mesh()->mesh.topologyPtr().get(), source);
+        }
         areNamesChanged_ = graph_.nameVersion() != document_.nameVersion;
         findMoved();
         for (const SavedBlock& block : document_.blocks)
@@ -209,10 +212,10 @@ class Writer {
 
     BlockEdits editsOf(Node& node) {
         const auto found = document_.sources.find(&node);
-        if (found != document_.sources.end()) return blockEdits(graph_, node, *found->second);
+        if (found != document_.sources.end()) return blockEdits(graph_, node, *found->second, meshes_);
         if (!node.hasChanges()) return {};
         SavedNode empty(document_.text, graph_);
-        return blockEdits(graph_, node, empty);
+        return blockEdits(graph_, node, empty, meshes_);
     }
 
     /// New nodes and moved ones, parents first.
@@ -243,8 +246,9 @@ class Writer {
         // What was imported keeps its statements, unless their numbers have other units than this file.
         const bool hasStatements =
             source != document_.sources.end() && source->second->text()->form.units == text_.form.units;
-        if (hasStatements) return movedNodeText(graph_, node, *source->second);
-        if (!defaultTypeOf(node.name())) return newNodeText(graph_, node, uuids_.obtain(node), text_.form);
+        if (hasStatements) return movedNodeText(graph_, node, *source->second, meshes_);
+        if (!defaultTypeOf(node.name()))
+            return newNodeText(graph_, node, uuids_.obtain(node), text_.form, meshes_);
         std::string text =
             node.type().isDag() ? createNodeText(graph_, node, true) : "select -ne :" + node.name() + ';';
         return text + text_.form.lineEnd + editsOf(node).added;
@@ -321,6 +325,7 @@ class Writer {
     UuidGiver& uuids_;
     const SaveOptions& options_;
     TextEdits edits_;
+    MeshSources meshes_;
     bool areNamesChanged_ = false;
     std::set<const Node*> moved_;
     std::set<const Node*> written_;

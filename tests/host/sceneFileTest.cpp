@@ -363,6 +363,30 @@ TEST(SceneFile, TextsUnderKeysAreKeptAndChanged) {
     EXPECT_EQ(host.fails("fileInfo -rm license"), "fileInfo: There is no text of the key 'license'.");
 }
 
+TEST(SceneFile, CopiesHaveTheStatementsThatOnlyTheFileUnderstands) {
+    SceneHost host;
+    host.open(kSquare);
+    const std::string before = host.dump();
+    host.ok("duplicate -n copy square; duplicate -n reader2 reader");
+    const std::string after = host.dump();
+    host.ok("undo; undo");
+    EXPECT_EQ(host.dump(), before);
+    host.ok("redo; redo");
+    EXPECT_EQ(host.dump(), after);
+    EXPECT_EQ(host.ok("getAttr reader2.gain"), "0.5");
+    std::string text = host.saved();
+    for (const char* line :
+         {"\t\tmu 0 4 0 1 2 3;", "\tsetAttr \".unheardOf\" -type \"oddData\" 3 \"a;b\" 1e-016 ;",
+          "\tsetAttr \".note\" -type \"string\" \"line one\\nline two\" ;"}) {
+        const std::size_t first = text.find(line);
+        EXPECT_NE(first, std::string::npos) << line;
+    }
+    EXPECT_NE(text.find("mu 0 4", text.find("mu 0 4") + 1), std::string::npos) << "the copy lost its UVs:\n"
+                                                                               << text;
+    host.ok("file -open -force \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.saved(), text);
+}
+
 // --- New scenes and other names
 
 TEST(SceneFile, ANewSceneIsSavedAndOpenedAgain) {
