@@ -1,6 +1,6 @@
 # The door: each goal configures, builds and runs one thing. Everything is made below build/.
 .DEFAULT_GOAL := help
-.PHONY: help demo test build bench walk fuzz coverage texts format check asan tsan package mutants clean
+.PHONY: help demo test build bench scenes walk fuzz coverage texts format check asan tsan package mutants clean
 
 configure_and_build = cmake --preset $(1) >build/$(1).log 2>&1 || { cat build/$(1).log; exit 1; }; cmake --build --preset $(1)
 
@@ -26,6 +26,10 @@ bench:  ## time against size, in one table
 	@mkdir -p build
 	@$(call configure_and_build,bench)
 	build/bench/bin/delvenbench
+
+scenes: build  ## open, save, open again and compare every scene (.ma) of the folder SCENES
+	@scripts/install-dependencies.sh build check
+	scripts/check-scenes.py build/release/bin/delvenbatch "$(SCENES)"
 
 walk:  ## random walks over all commands for WALK_SECONDS (60) seconds from WALK_SEED (1), under the sanitizers
 	@scripts/install-dependencies.sh build
