@@ -99,6 +99,19 @@ void Graph::breakLink(const Plug& source, const Plug& destination) {
            [source, destination](Graph& graph) { graph.unlinkAgain(source, destination); });
 }
 
+namespace {
+
+/// Whether a value that goes into an attribute can have an effect on a shape. Messages carry none, nothing is
+/// computed from what is only kept, and some attributes only say how things are drawn.
+bool shapesGeometry(const Attribute& attribute) {
+    if (attribute.kind() == ValueKind::Message || attribute.isKept()) return false;
+    const std::string& root = attribute.path().front()->longName();
+    return root != "visibility" && root != "lodVisibility" && root != "drawOverride" &&
+           root != "instObjGroups";
+}
+
+}  // namespace
+
 std::string Graph::unevaluatedSource(const Node& node) const {
     if (!content_->hasKeptSources) return {};
     std::vector<const Node*> ahead{&node};
@@ -110,8 +123,7 @@ std::string Graph::unevaluatedSource(const Node& node) const {
         const Node& at = *ahead.back();
         ahead.pop_back();
         for (const auto& [key, link] : at.incoming()) {
-            // Messages carry no value, and nothing is computed from what is only kept.
-            if (key.attribute->kind() == ValueKind::Message || key.attribute->isKept()) continue;
+            if (!shapesGeometry(*key.attribute)) continue;
             if (link.key.attribute->isKept())
                 return uniqueName(*link.node) + " (" + link.node->type().name() + ')';
             visit(link.node);

@@ -286,6 +286,8 @@ void Graph::setData(const Plug& plug, DataPtr value) {
 }
 
 void Graph::storeDerived(const Plug& plug, DataPtr value) {
+    // No change of the scene by itself, but a later one may make it the value that is saved.
+    plug.node()->markChanged(plug.key());
     PlugKey created;
     plug.node()->obtainSlot(plug.key(), created).content = std::move(value);
 }

@@ -312,6 +312,25 @@ void NewValues::writeElements(const Attribute& array, const PlugKey& key, const 
     }
 }
 
+/// Whether statements of its own write some of an element's numbers: ".pt[17].px".
+bool NewValues::isPartlyCovered(const Attribute& array, PlugKey key) const {
+    const auto& children = array.children();
+    return std::any_of(children.begin(), children.end(), [&](const auto& child) {
+        key.attribute = child.get();
+        return isCovered(key);
+    });
+}
+
+/// The other numbers of such an element, where they are not what they are from the start.
+void NewValues::writeUncoveredParts(const Attribute& array, PlugKey key, const double* values) {
+    if (isCovered(key) || !isPartlyCovered(array, key)) return;
+    for (const auto& child : array.children()) {
+        const auto part = static_cast<std::size_t>(child->ordinal());
+        key.attribute = child.get();
+        if (values[part] != array.flatDefaults()[part]) writePlain(key);
+    }
+}
+
 /// Runs of neighbouring elements, in pieces of the host's size.
 void NewValues::writeNumbers(const Attribute& array, const PlugKey& key, const graph::NumberMulti& numbers) {
     if (isCovered(key)) return;
@@ -322,12 +341,14 @@ void NewValues::writeNumbers(const Attribute& array, const PlugKey& key, const g
     };
     const auto isWanted = [&](int index) {
         const PlugKey at = keyOf(index);
-        return !isCovered(at) && !isFed(at) && !isOnlySource(array, at, numbers.find(index));
+        return !isCovered(at) && !isPartlyCovered(array, at) && !isFed(at) &&
+               !isOnlySource(array, at, numbers.find(index));
     };
     const std::string path = plugPath(key);
     const std::vector<int>& indices = numbers.indices();
     for (std::size_t k = 0; k < indices.size();) {
         if (!isWanted(indices[k])) {
+            writeUncoveredParts(array, keyOf(indices[k]), numbers.find(indices[k]));
             ++k;
             continue;
         }

@@ -44,6 +44,8 @@ class NewValues {
                       const graph::NumberMulti& numbers);
     void writeElements(const graph::Attribute& array, const graph::PlugKey& key,
                        const graph::ElementMulti& multi);
+    bool isPartlyCovered(const graph::Attribute& array, graph::PlugKey key) const;
+    void writeUncoveredParts(const graph::Attribute& array, graph::PlugKey key, const double* values);
     void writePlain(const graph::PlugKey& key);
     bool writeTuple(const graph::PlugKey& key);
     void writeStates(int ordinal);

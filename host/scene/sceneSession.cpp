@@ -34,6 +34,23 @@ std::vector<graph::Connection> allConnections(const graph::Graph& graph) {
     return result;
 }
 
+/// Takes the content out of the scene, and puts it back unless it is dropped: also if memory runs out.
+class ContentKeeper {
+  public:
+    explicit ContentKeeper(graph::Graph& graph) : graph_(graph), content_(graph.takeContent()) {}
+    ~ContentKeeper() {
+        if (content_ != nullptr) graph_.putContent(std::move(content_));
+    }
+    ContentKeeper(const ContentKeeper&) = delete;
+    ContentKeeper& operator=(const ContentKeeper&) = delete;
+
+    void drop() { content_.reset(); }
+
+  private:
+    graph::Graph& graph_;
+    std::unique_ptr<graph::SceneContent> content_;
+};
+
 SceneDocument emptyDocument() {
     SceneDocument document;
     document.text = std::make_shared<const SceneText>(emptySceneText());
@@ -110,15 +127,13 @@ std::string SceneSession::open(const std::string& path) {
     SceneTextResult read = readSceneText(path);
     if (!read.ok()) return read.error;
     const graph::RecordingScope silent(graph_, nullptr);
-    std::unique_ptr<graph::SceneContent> old = graph_.takeContent();
+    ContentKeeper old(graph_);
     nodes::setUpScene(graph_);
     std::vector<graph::Connection> given = allConnections(graph_);
     ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)));
-    if (!result.ok()) {
-        graph_.putContent(std::move(old));
-        return result.error;
-    }
+    if (!result.ok()) return result.error;
     graph_.undoQueue().clear();
+    old.drop();
     result.document.given = std::move(given);
     begin(std::move(result.document), fullPath(path));
     return {};

@@ -25,6 +25,7 @@ createNode mesh -n "squareShape" -p "square";
 	setAttr -k off ".v";
 	setAttr ".unheardOf" -type "oddData" 3 "a;b" 1e-016 ;
 	setAttr ".vir" yes;
+	setAttr ".pt[3].py" 0.125;
 createNode mesh -n "squareShapeOrig" -p "square";
 	setAttr -k off ".v";
 	setAttr ".io" yes;
@@ -163,6 +164,7 @@ const std::vector<EditCase> kEdits{
      "removeMultiInstance \"faces.it[0].itg[0].tw[1]\"",
      {"\tsetAttr -s 4 \".it[0].itg[0].tw[0:3]\"  1 0.5 0.25 1;"},
      {"\tsetAttr \".it[0].itg[0].tw[0]\"  1;", "\tsetAttr -s 2 \".it[0].itg[0].tw[2:3]\"  0.25 1;"}},
+    {"otherPartOfAnOffset", "setAttr squareShape.pt[3].pz 0.5", {}, {"\tsetAttr \".pt[3].pz\" 0.5;"}},
     {"otherTargetGetsWeights",
      "setAttr \"faces.it[0].itg[1].tw[3:4]\" 0.5 0.125",
      {},
@@ -408,6 +410,25 @@ TEST(SceneFile, ANewSceneIsSavedAndOpenedAgain) {
     EXPECT_EQ(host.ok("pointPosition -local boxShape.vtx[2]"), moved);
     EXPECT_EQ(host.ok("getAttr box.tag"), "3");
     EXPECT_EQ(host.saved(), text);
+}
+
+/// While a target's mesh is connected, the file has no deltas. They are saved once it is gone.
+TEST(SceneFile, DeltasOfALiveTargetAreSavedOnceItIsGone) {
+    SceneHost host;
+    host.ok(
+        "polyCube -n box; blendShape -n shapes box; polyCube -n target; move 0 1 0 target.vtx[2]; "
+        "blendShape -e -t box 0 target 1 shapes; setAttr shapes.target 1");
+    host.ok("file -rename \"" + host.path("scene.ma") + "\"; file -save; file -open \"" +
+            host.path("scene.ma") + "\"");
+    const std::string moved = host.ok("pointPosition -local boxShape.vtx[2]");
+    EXPECT_EQ(host.saved().find("ipt"), std::string::npos);
+    host.ok("delete target");
+    const std::string text = host.saved();
+    EXPECT_NE(text.find("\tsetAttr \".it[0].itg[0].iti[6000].ict\" -type \"componentList\" 1 \"vtx[2]\" ;"),
+              std::string::npos)
+        << text;
+    host.ok("file -open \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.ok("pointPosition -local boxShape.vtx[2]"), moved);
 }
 
 TEST(SceneFile, AnotherNameChangesTwoComments) {
