@@ -23,24 +23,24 @@ constexpr bool isLiteralSubscriptPart(char c) {
 
 // What a character can be in or behind a plain word. Looked up, because long lists of words are read with it.
 enum CharacterClass : unsigned char {
-    kInWord = 1,
-    kInIdentifier = 2,
-    kOpening = 4,
-    kInSubscript = 8,
-    kClosing = 16,
-    kBehindWord = 32
+    InWord = 1,
+    InIdentifier = 2,
+    Opening = 4,
+    InSubscript = 8,
+    Closing = 16,
+    BehindWord = 32
 };
 
 constexpr std::array<unsigned char, 256> characterClasses() {
     std::array<unsigned char, 256> classes{};
     for (std::size_t k = 0; k < classes.size(); ++k) {
         const char c = static_cast<char>(k);
-        if (isWordPart(c)) classes[k] |= kInWord;
-        if (isIdentifierPart(c)) classes[k] |= kInIdentifier;
-        if (c == '[') classes[k] |= kOpening;
-        if (isLiteralSubscriptPart(c)) classes[k] |= kInSubscript;
-        if (c == ']') classes[k] |= kClosing;
-        if (isBlank(c) || c == ';') classes[k] |= kBehindWord;
+        if (isWordPart(c)) classes[k] |= CharacterClass::InWord;
+        if (isIdentifierPart(c)) classes[k] |= CharacterClass::InIdentifier;
+        if (c == '[') classes[k] |= CharacterClass::Opening;
+        if (isLiteralSubscriptPart(c)) classes[k] |= CharacterClass::InSubscript;
+        if (c == ']') classes[k] |= CharacterClass::Closing;
+        if (isBlank(c) || c == ';') classes[k] |= CharacterClass::BehindWord;
     }
     return classes;
 }
@@ -53,17 +53,17 @@ Index plainWordEnd(std::string_view source, Index start) {
     const auto isIn = [&](Index at, unsigned char classes) {
         return at < source.size() && (kCharacters[static_cast<unsigned char>(source[at])] & classes) != 0;
     };
-    if (!isIn(start, kInWord) || isDigit(source[start]) || source[start] == '.') return start;
+    if (!isIn(start, CharacterClass::InWord) || isDigit(source[start]) || source[start] == '.') return start;
     Index at = start;
-    while (isIn(at, kInWord)) {
+    while (isIn(at, CharacterClass::InWord)) {
         ++at;
-        if (!isIn(at, kOpening)) continue;
+        if (!isIn(at, CharacterClass::Opening)) continue;
         do
             ++at;
-        while (isIn(at, kInSubscript));
-        if (!isIn(at, kClosing) || isIn(++at, kInIdentifier)) return start;
+        while (isIn(at, CharacterClass::InSubscript));
+        if (!isIn(at, CharacterClass::Closing) || isIn(++at, CharacterClass::InIdentifier)) return start;
     }
-    if (at < source.size() && !isIn(at, kBehindWord)) return start;
+    if (at < source.size() && !isIn(at, CharacterClass::BehindWord)) return start;
     return switchWord(source.substr(start, at - start)) ? start : at;
 }
 

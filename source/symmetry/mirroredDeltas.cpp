@@ -11,7 +11,7 @@
 namespace {
 
 /// What becomes of a delta on its way.
-enum class Change : unsigned char { None, Mirrored, Flattened };
+enum class Change : unsigned char { kNone, kMirrored, kFlattened };
 
 /// Notes first which delta goes where, so that the result is made at its final length.
 class Mirror {
@@ -39,7 +39,7 @@ class Mirror {
         const bool keeps = isSource && rule_.isInPlace;
         if (keeps) own_.push_back(entry);
         if (isOnMesh(partner)) {
-            write(partner, {entry, keeps && isOnPlane(vertex) ? Change::Flattened : Change::Mirrored});
+            write(partner, {entry, keeps && isOnPlane(vertex) ? Change::kFlattened : Change::kMirrored});
         } else {
             ++skippedCount_;
         }
@@ -50,7 +50,7 @@ class Mirror {
         for (const unsigned int entry : own_) {
             const int vertex = source_.vertices[entry];
             if (isOnMesh(vertex) && isWritten_[static_cast<std::size_t>(vertex)] != 0) continue;
-            write(vertex, {entry, Change::None});
+            write(vertex, {entry, Change::kNone});
         }
         const auto count = static_cast<unsigned int>(vertices_.size());
         MirroredDeltas result{{MIntArray(vertices_.data(), count), MPointArray(count)}, skippedCount_};
@@ -67,8 +67,8 @@ class Mirror {
 
     MPoint changed(const Origin& origin) const {
         MPoint delta = source_.pointAt(origin.entry);
-        if (origin.change != Change::None)
-            delta[axis_] = origin.change == Change::Flattened ? 0.0 : -delta[axis_];
+        if (origin.change != Change::kNone)
+            delta[axis_] = origin.change == Change::kFlattened ? 0.0 : -delta[axis_];
         return delta;
     }
 
