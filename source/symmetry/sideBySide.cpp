@@ -10,6 +10,15 @@
 #include <new>
 #include <thread>
 
+// Releases before oneTBB define their version in these headers. Code that is built with them needs the older
+// library.
+#if defined(TBB_INTERFACE_VERSION)
+static_assert(TBB_INTERFACE_VERSION >= 12000,
+              "These <tbb/...> headers are older than oneTBB, perhaps those of Maya's developer kit. Put the "
+              "include folder of oneTBB before that of the kit; with CMake, name oneTBB's folder in "
+              "CMAKE_PREFIX_PATH.");
+#endif
+
 namespace {
 
 /// Whether the process can start a thread. oneTBB does not recover if it cannot.

@@ -5,15 +5,6 @@
 #include <functional>
 #include <optional>
 
-// Releases before oneTBB define their version in these headers. Code that is built with them needs the older
-// library.
-#if defined(TBB_INTERFACE_VERSION)
-static_assert(TBB_INTERFACE_VERSION >= 12000,
-              "These <tbb/...> headers are older than oneTBB, perhaps those of Maya's developer kit. Put the "
-              "include folder of oneTBB before that of the kit; with CMake, name oneTBB's folder in "
-              "CMAKE_PREFIX_PATH.");
-#endif
-
 /// Runs the two halves of a work side by side: on two threads, or one after the other if the process can
 /// start no thread. No host types. Main thread only.
 ///
