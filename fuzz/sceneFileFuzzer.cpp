@@ -56,16 +56,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     scene::SceneTextResult cut = scene::makeSceneText(text, "fuzz.ma");
     if (!cut.ok()) return 0;
     graph::Graph& graph = emptyScene();
-    const auto given = graph.nodes();
-    std::vector<graph::Connection> connections;
-    for (const graph::NodeRef& node : given) {
-        for (const auto& [key, link] : node->incoming())
-            connections.push_back({graph::Plug(link.node->ref(), link.key), graph::Plug(node, key)});
-    }
     scene::ReadResult read =
         scene::readScene(graph, std::make_shared<const scene::SceneText>(std::move(cut.text)));
     if (!read.ok()) return 0;
-    read.document.given = std::move(connections);
     touchEverything(graph);
     const std::string saved = savedText(graph, read.document);
     if (saved != text) {

@@ -129,31 +129,6 @@ std::optional<Value> emptyValue(std::string_view type) {
     return std::nullopt;
 }
 
-/// The type name of a compound of a few numbers; empty for other attributes.
-std::string tupleName(const graph::Attribute& attribute) {
-    const auto& children = attribute.children();
-    if (children.size() < 2 || children.size() > 4) return {};
-    const auto nameOf = [](const graph::Attribute& child) -> std::string {
-        if (child.isArray()) return {};
-        switch (child.kind()) {
-            case graph::ValueKind::Float:
-                return "float";
-            case graph::ValueKind::Int:
-                return child.spec().dataType == "short" ? "short" : "long";
-            case graph::ValueKind::Double:
-            case graph::ValueKind::Distance:
-            case graph::ValueKind::Angle:
-                return "double";
-            default:
-                return {};
-        }
-    };
-    const std::string name = nameOf(*children.front());
-    const bool isUniform = std::all_of(children.begin(), children.end(),
-                                       [&](const auto& child) { return nameOf(*child) == name; });
-    return isUniform && !name.empty() ? name + std::to_string(children.size()) : std::string();
-}
-
 }  // namespace
 
 const Value* ValueWords::next() {
@@ -268,7 +243,7 @@ std::string attributeTypeName(const graph::Attribute& attribute) {
         case graph::ValueKind::Compound:
             break;
     }
-    const std::string tuple = tupleName(attribute);
+    const std::string tuple = graph::tupleName(attribute);
     return tuple.empty() ? "TdataCompound" : tuple;
 }
 

@@ -194,12 +194,6 @@ Found<std::string> legalName(const std::string& wanted) {
     return {std::move(name), {}};
 }
 
-bool isDefaultNode(const graph::Node& node) {
-    static constexpr std::array<std::string_view, 4> kNames{"time1", "renderPartition", "initialShadingGroup",
-                                                            "lambert1"};
-    return std::find(kNames.begin(), kNames.end(), node.name()) != kNames.end();
-}
-
 std::vector<std::string> uniqueNames(const graph::Graph& graph, const std::vector<graph::NodeRef>& nodes) {
     std::vector<std::string> names;
     names.reserve(nodes.size());

@@ -68,9 +68,6 @@ double toScriptUnit(graph::ValueKind kind, double value);
 /// the end becomes the first free number. A name with a namespace is an error: this host has no namespaces.
 Found<std::string> legalName(const std::string& wanted);
 
-/// Whether every scene has this node: it can be neither renamed nor deleted.
-bool isDefaultNode(const graph::Node& node);
-
 /// Shortest unique names.
 std::vector<std::string> uniqueNames(const graph::Graph& graph, const std::vector<graph::NodeRef>& nodes);
 

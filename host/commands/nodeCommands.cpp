@@ -6,6 +6,7 @@
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "nodes/meshNode.h"
+#include "scene/fileTypes.h"
 #include "scene/uuids.h"
 
 namespace host::commands {
@@ -102,7 +103,7 @@ CommandResult deleteNodes(CommandContext& context, const ParsedArguments& argume
         return CommandResult::success();
     }
     // A pattern may match nodes that every scene has.
-    const auto isKept = [](const graph::NodeRef& node) { return isDefaultNode(*node); };
+    const auto isKept = [](const graph::NodeRef& node) { return scene::isDefaultNode(*node); };
     const auto kept = std::stable_partition(nodes.begin(), nodes.end(), std::not_fn(isKept));
     if (kept == nodes.begin() && !nodes.empty())
         return CommandResult::failure("delete: Cannot delete the read only node " + nodes.front()->name() +
@@ -143,7 +144,7 @@ CommandResult rename(CommandContext& context, const ParsedArguments& arguments) 
     }
     const Found<std::string> name = legalName(words.back());
     if (!name.ok()) return CommandResult::failure(name.error);
-    if (isDefaultNode(*node)) return CommandResult::failure("Cannot rename a read only node.");
+    if (scene::isDefaultNode(*node)) return CommandResult::failure("Cannot rename a read only node.");
     graph::Node* shape = arguments.isSet("ignoreShape") ? nullptr : namesakeShape(*node);
     const std::string given = graph.rename(*node, name.value);
     if (shape != nullptr) graph.rename(*shape, nodes::shapeNameFor(given));

@@ -9,7 +9,6 @@
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "mel/numberText.h"
-#include "nodes/sceneTime.h"
 
 namespace host::commands {
 
@@ -187,7 +186,6 @@ std::string writeValues(graph::Graph& graph, const graph::PlugMatch& match,
         graph.setNumber(plug, value);
     for (auto& [plug, value] : reader.writes().data)
         graph.setData(plug, std::move(value));
-    if (match.plug.node()->isA("time")) nodes::timeChanged(graph);
     return {};
 }
 

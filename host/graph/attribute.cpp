@@ -63,10 +63,11 @@ AttributeSpec compound(std::string longName, std::string shortName, std::vector<
     return spec;
 }
 
-AttributeSpec triple(std::string longName, std::string shortName, ValueKind kind) {
+AttributeSpec triple(std::string longName, std::string shortName, ValueKind kind, double value) {
     std::vector<AttributeSpec> children;
     for (const char axis : {'X', 'Y', 'Z'}) {
-        children.push_back(number(longName + axis, shortName + static_cast<char>(axis - 'X' + 'x'), kind));
+        children.push_back(number(longName + axis, shortName + static_cast<char>(axis - 'X' + 'x'), kind)
+                               .withDefault(value));
     }
     return compound(std::move(longName), std::move(shortName), std::move(children));
 }

@@ -98,8 +98,9 @@ AttributeSpec typed(std::string longName, std::string shortName, std::string dat
 AttributeSpec message(std::string longName, std::string shortName);
 AttributeSpec enumeration(std::string longName, std::string shortName, std::vector<std::string> names);
 AttributeSpec compound(std::string longName, std::string shortName, std::vector<AttributeSpec> children);
-/// A compound of three numbers named <long>X/Y/Z, <short>x/y/z.
-AttributeSpec triple(std::string longName, std::string shortName, ValueKind kind = ValueKind::Double);
+/// A compound of three numbers named <long>X/Y/Z, <short>x/y/z, all with this default.
+AttributeSpec triple(std::string longName, std::string shortName, ValueKind kind = ValueKind::Double,
+                     double value = 0.0);
 
 /// One attribute of a node type, or a dynamic attribute of one node. Immutable and never moved once built.
 class Attribute {

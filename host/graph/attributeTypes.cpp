@@ -34,6 +34,30 @@ int tupleSize(std::string_view type) {
     return 0;
 }
 
+std::string tupleName(const Attribute& attribute) {
+    const auto& children = attribute.children();
+    if (children.size() < 2 || children.size() > 4) return {};
+    const auto nameOf = [](const Attribute& child) -> std::string {
+        if (child.isArray()) return {};
+        switch (child.kind()) {
+            case ValueKind::Float:
+                return "float";
+            case ValueKind::Int:
+                return child.spec().dataType == "short" ? "short" : "long";
+            case ValueKind::Double:
+            case ValueKind::Distance:
+            case ValueKind::Angle:
+                return "double";
+            default:
+                return {};
+        }
+    };
+    const std::string name = nameOf(*children.front());
+    const bool isUniform = std::all_of(children.begin(), children.end(),
+                                       [&](const auto& child) { return nameOf(*child) == name; });
+    return isUniform && !name.empty() ? name + std::to_string(children.size()) : std::string();
+}
+
 bool isDataType(std::string_view type) {
     constexpr std::array<std::string_view, 8> kTypes{"string",      "stringArray", "componentList",
                                                      "pointArray",  "doubleArray", "Int32Array",

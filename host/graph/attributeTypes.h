@@ -21,6 +21,9 @@ struct AttributeTypeChoice {
 
 /// The number of numbers in "float3", "double2", ...; 0 for any other type.
 int tupleSize(std::string_view type);
+/// The reverse, for an attribute: "double3" for a compound of three angles. Empty for anything but a compound
+/// of two to four numbers of one kind.
+std::string tupleName(const Attribute& attribute);
 /// Whether values of the type are data that this host reads and writes.
 bool isDataType(std::string_view type);
 

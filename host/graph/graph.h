@@ -130,6 +130,8 @@ class Graph {
     /// Number of changes to anything that a scene file holds. What a file says of a node is no change, nor is
     /// the selection.
     std::uint64_t changes() const { return changes_; }
+    /// Lets every node count as unchanged (Node::isChanged): the scene is that of a file, or a new one.
+    void forgetChanges();
 
     /// Sets the id that files give the node.
     void setUuid(Node& node, std::string uuid);
@@ -147,12 +149,17 @@ class Graph {
 
     /// Value of a number plug, evaluated: from its connection, computed, stored, or the default.
     double number(const Plug& plug);
+    /// The same for a computation that reads a plug without a connection to it (NodeBehaviour::dependents):
+    /// the next change of the plug's node is told to the node that is computed.
+    double unconnectedNumber(const Plug& plug);
     /// Value of a Typed plug, evaluated; null if it was never set. Also for elements of Typed arrays.
     DataPtr data(const Plug& plug);
     /// Writes a number, rounded to what the kind stores. The plug must be fully indexed and must not be an
     /// output.
     void setNumber(const Plug& plug, double value);
     void setData(const Plug& plug, DataPtr value);
+    /// Sets a number for a while. That is neither recorded nor counted as a change: the caller sets it back.
+    void setPassing(const Plug& plug, double value);
     /// Keeps data that a node's compute function derives from its inputs, in an attribute that is not an
     /// output. Nothing is recorded and nothing downstream is marked as changed: the change of the inputs did
     /// that.

@@ -52,6 +52,11 @@ double Graph::number(const Plug& plug) {
     return value;
 }
 
+double Graph::unconnectedNumber(const Plug& plug) {
+    plug.node()->isClean_.store(true, std::memory_order_release);
+    return number(plug);
+}
+
 DataPtr Graph::data(const Plug& plug) {
     const Attribute& attribute = plug.attribute();
     if (attribute.isOutput()) {
@@ -190,6 +195,10 @@ void Graph::markDownstream(Node& node) {
         }
         for (Node* child : at.children_)
             tell(*child);
+        if (const auto& dependents = at.type().behaviour().dependents) {
+            for (Node* next : dependents(*this))
+                tell(*next);
+        }
     }
 }
 
@@ -237,12 +246,21 @@ void Graph::setNumber(const Plug& plug, double value) {
 
 void Graph::noteChange(Node& node, const PlugKey& key) {
     ++changes_;
-    if (node.awaited_ != nullptr) node.markChanged(key);
+    node.markChanged(key);
+}
+
+void Graph::forgetChanges() {
+    for (const auto& entry : content_->nodes)
+        entry.second->forgetChanges();
 }
 
 void Graph::writeNumber(const Plug& plug, double value) {
+    noteChange(*plug.node(), plug.key());
+    setPassing(plug, value);
+}
+
+void Graph::setPassing(const Plug& plug, double value) {
     Node& node = *plug.node();
-    noteChange(node, plug.key());
     PlugKey created;
     Slot& slot = node.obtainSlot(plug.key(), created);
     const Attribute* array = flatArrayOf(plug.attribute());

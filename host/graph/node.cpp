@@ -58,11 +58,15 @@ Place locate(const std::vector<Slot>& slots, const PlugKey& key) {
 }  // namespace
 
 struct Node::Awaited {
+    // What waits for a root attribute.
+    static constexpr unsigned char kValues = 1;             // of the source
+    static constexpr unsigned char kConnectedElements = 2;  // exist only through a connection
+
     std::unique_ptr<NodeSource> source;
     std::atomic<bool> isIntroduced{false};
-    bool isBusy = false;                           // the source is at work
-    std::unique_ptr<std::atomic<bool>[]> waiting;  // by ordinal: the source has values that were not taken
-    int count = 0;                                 // of `waiting`
+    bool isBusy = false;                                    // the source is at work
+    std::unique_ptr<std::atomic<unsigned char>[]> waiting;  // by ordinal
+    std::size_t count = 0;                                  // of `waiting`
 };
 
 Node::Node(const NodeType& type, std::string name, std::uint64_t id)
@@ -92,8 +96,8 @@ std::recursive_mutex& sourceMutex() {
     return mutex;
 }
 
-bool isElementBelow(const PlugKey& key, int ordinal) {
-    return key.depth > 0 && key.attribute->path().front()->ordinal() == ordinal;
+std::size_t rootOrdinal(const PlugKey& key) {
+    return static_cast<std::size_t>(key.attribute->path().front()->ordinal());
 }
 
 }  // namespace
@@ -111,44 +115,43 @@ void Node::introduceNow() const {
     const ScopedValue<bool> busy(awaited.isBusy, true);
     NodeLoader loader(const_cast<Node&>(*this));
     awaited.source->introduce(loader);
-    awaited.count = static_cast<int>(type_.attributes().size() + dynamic_.size());
-    awaited.waiting = std::make_unique<std::atomic<bool>[]>(static_cast<std::size_t>(awaited.count));
-    for (int ordinal = 0; ordinal < awaited.count; ++ordinal)
-        awaited.waiting[static_cast<std::size_t>(ordinal)] =
-            awaited.source->hasValues(ordinal) || hasConnectedElements(ordinal);
+    awaited.count = type_.attributes().size() + dynamic_.size();
+    awaited.waiting = std::make_unique<std::atomic<unsigned char>[]>(awaited.count);
+    for (std::size_t ordinal = 0; ordinal < awaited.count; ++ordinal)
+        awaited.waiting[ordinal] =
+            awaited.source->hasValues(static_cast<int>(ordinal)) ? Awaited::kValues : 0;
+    const auto awaitElement = [&](const auto& entry) {
+        if (entry.first.depth > 0) awaited.waiting[rootOrdinal(entry.first)] |= Awaited::kConnectedElements;
+    };
+    std::for_each(incoming_.begin(), incoming_.end(), awaitElement);
+    std::for_each(outgoing_.begin(), outgoing_.end(), awaitElement);
     awaited.isIntroduced.store(true, std::memory_order_release);
 }
 
 void Node::loadNow(int ordinal) const {
     introduceNow();
     Awaited& awaited = *awaited_;
-    if (ordinal >= awaited.count) return;
-    std::atomic<bool>& waiting = awaited.waiting[static_cast<std::size_t>(ordinal)];
-    if (!waiting.load(std::memory_order_acquire)) return;
+    if (static_cast<std::size_t>(ordinal) >= awaited.count) return;
+    std::atomic<unsigned char>& waiting = awaited.waiting[static_cast<std::size_t>(ordinal)];
+    if (waiting.load(std::memory_order_acquire) == 0) return;
     const std::lock_guard<std::recursive_mutex> lock(sourceMutex());
-    if (!waiting.load(std::memory_order_relaxed) || awaited.isBusy) return;
+    const unsigned char what = waiting.load(std::memory_order_relaxed);
+    if (what == 0 || awaited.isBusy) return;
     const ScopedValue<bool> busy(awaited.isBusy, true);
     Node& self = const_cast<Node&>(*this);
     NodeLoader loader(self);
-    if (awaited.source->hasValues(ordinal)) awaited.source->load(loader, ordinal);
-    self.createConnectedElements(loader, ordinal);
-    waiting.store(false, std::memory_order_release);
-}
-
-bool Node::hasConnectedElements(int ordinal) const {
-    const auto isHere = [ordinal](const auto& entry) { return isElementBelow(entry.first, ordinal); };
-    return std::any_of(incoming_.begin(), incoming_.end(), isHere) ||
-           std::any_of(outgoing_.begin(), outgoing_.end(), isHere);
+    if ((what & Awaited::kValues) != 0) awaited.source->load(loader, ordinal);
+    if ((what & Awaited::kConnectedElements) != 0) self.createConnectedElements(loader, ordinal);
+    waiting.store(0, std::memory_order_release);
 }
 
 void Node::createConnectedElements(NodeLoader& loader, int ordinal) {
-    const auto create = [&](const PlugKey& key) {
-        if (isElementBelow(key, ordinal)) loader.createElement(key);
+    const auto create = [&](const auto& entry) {
+        const PlugKey& key = entry.first;
+        if (key.depth > 0 && rootOrdinal(key) == static_cast<std::size_t>(ordinal)) loader.createElement(key);
     };
-    for (const auto& entry : incoming_)
-        create(entry.first);
-    for (const auto& entry : outgoing_)
-        create(entry.first);
+    std::for_each(incoming_.begin(), incoming_.end(), create);
+    std::for_each(outgoing_.begin(), outgoing_.end(), create);
 }
 
 bool Node::isChanged(int ordinal) const {
@@ -157,10 +160,16 @@ bool Node::isChanged(int ordinal) const {
 }
 
 void Node::markChanged(const PlugKey& key) {
-    const auto at = static_cast<std::size_t>(key.attribute->path().front()->ordinal());
+    const std::size_t at = rootOrdinal(key);
     if (at >= changed_.size()) changed_.resize(at + 1);
     changed_[at] = true;
     hasChanges_ = true;
+}
+
+void Node::forgetChanges() {
+    changed_.clear();
+    changedAliases_ = false;
+    hasChanges_ = false;
 }
 
 const std::vector<Slot>& Node::slots() const {

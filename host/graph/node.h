@@ -101,8 +101,8 @@ class Node : public std::enable_shared_from_this<Node> {
 
     /// Makes a file the origin of whatever the node does not hold yet. The node must be new.
     void setSource(std::unique_ptr<NodeSource> source);
-    /// Whether a value or a state of a root attribute, or the aliases, were changed by anything but the
-    /// source.
+    /// Whether a value or a state of a root attribute, or the aliases, were changed since
+    /// Graph::forgetChanges, by anything but the source.
     bool isChanged(int ordinal) const;
     bool hasChangedAliases() const { return changedAliases_; }
     /// Whether anything of the node itself was changed, apart from its name, parent and connections.
@@ -144,9 +144,8 @@ class Node : public std::enable_shared_from_this<Node> {
     void introduceNow() const;
     void loadNow(int ordinal) const;
     void createConnectedElements(NodeLoader& loader, int ordinal);
-    /// Whether a connection into or out of the root attribute is on an element.
-    bool hasConnectedElements(int ordinal) const;
     void markChanged(const PlugKey& key);
+    void forgetChanges();
     /// Drops everything that leads to other nodes: the scene is gone.
     void leaveForGood();
     /// Position of a dynamic root attribute in dynamic_.

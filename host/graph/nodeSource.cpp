@@ -53,11 +53,6 @@ void NodeLoader::setData(const PlugKey& key, DataPtr value) {
     node_.obtainLoadedSlot(key, created).content = std::move(value);
 }
 
-NumberMulti& NodeLoader::numbers(const PlugKey& array) {
-    PlugKey created;
-    return *std::get<std::unique_ptr<NumberMulti>>(node_.obtainLoadedSlot(array, created).content);
-}
-
 void NodeLoader::createElement(const PlugKey& element) {
     PlugKey created;
     Slot& slot = node_.obtainLoadedSlot(element, created);

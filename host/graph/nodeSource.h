@@ -3,7 +3,6 @@
 #include <string>
 
 #include "graph/attribute.h"
-#include "graph/numberMulti.h"
 #include "graph/plug.h"
 #include "graph/slot.h"
 
@@ -26,8 +25,6 @@ class NodeLoader {
     /// @param value  as the attribute's kind stores it; it is rounded
     void setNumber(const PlugKey& key, double value);
     void setData(const PlugKey& key, DataPtr value);
-    /// The numbers of a flat array (Attribute::flatWidth), for writing many.
-    NumberMulti& numbers(const PlugKey& array);
     /// Makes an element exist. A flat one gets its defaults.
     void createElement(const PlugKey& element);
 

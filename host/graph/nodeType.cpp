@@ -16,6 +16,7 @@ NodeBehaviour inherit(NodeBehaviour own, const NodeType* base) {
     if (!own.connected) own.connected = from.connected;
     if (!own.disconnecting) own.disconnecting = from.disconnecting;
     if (!own.writing) own.writing = from.writing;
+    if (!own.dependents) own.dependents = from.dependents;
     if (!own.passThrough) own.passThrough = from.passThrough;
     if (!own.isService) own.isService = from.isService;
     if (!own.diesWithSources) own.diesWithSources = from.diesWithSources;

@@ -30,6 +30,9 @@ struct NodeBehaviour {
     std::function<void(Graph&, const Plug& destination)> disconnecting{};
     /// Called before data is written into a watched attribute, but not by Graph::storeDerived.
     std::function<void(Graph&, const Plug& plug)> writing{};
+    /// Nodes that depend on this one without a connection. They become dirty with it, if they read it through
+    /// Graph::unconnectedNumber.
+    std::function<std::vector<Node*>(const Graph&)> dependents{};
     /// The input of the node whose source replaces `output` when the node is deleted; an empty plug if the
     /// output has no such input.
     std::function<Plug(const Plug& output)> passThrough{};

@@ -9,6 +9,7 @@
 #include "nodes/plugs.h"
 #include "nodes/sceneTime.h"
 #include "nodes/schema.h"
+#include "nodes/specs.h"
 
 namespace host::nodes {
 
@@ -28,7 +29,7 @@ bool isTimed(const graph::NodeRef& curve) {
 double inputOf(graph::Graph& graph, const graph::NodeRef& node) {
     const graph::Plug input = node->plug("input");
     if (!isTimed(node)) return graph.number(input);
-    return wholeSteps(graph.source(input) ? graph.number(input) : currentTime(graph));
+    return wholeSteps(graph.source(input) ? graph.number(input) : graph.unconnectedNumber(timePlug(graph)));
 }
 
 std::vector<Key> keysOf(graph::Graph& graph, const graph::NodeRef& node) {
@@ -107,20 +108,16 @@ AttributeSpec coordinate(const char* longName, const char* shortName) {
     return number(longName, shortName, ValueKind::Float).array();
 }
 
-AttributeSpec flag(const char* longName, const char* shortName, bool value) {
-    return number(longName, shortName, ValueKind::Bool).withDefault(value ? 1.0 : 0.0);
-}
-
 std::vector<AttributeSpec> commonAttributes() {
     return {tangentTypes("tangentType", "tan"),
             // Scenes say so only where it is off.
             flag("weightedTangents", "wgt", true), tangentTypes("keyTanInType", "kit").array(),
             tangentTypes("keyTanOutType", "kot").array(), coordinate("keyTanInX", "kix"),
             coordinate("keyTanInY", "kiy"), coordinate("keyTanOutX", "kox"), coordinate("keyTanOutY", "koy"),
-            flag("keyTanLocked", "ktl", true).array(), flag("keyWeightLocked", "kwl", false).array(),
-            flag("keyBreakdown", "kbd", false).array(), flag("keyTickDrawSpecial", "ktds", false).array(),
-            infinity("preInfinity", "pre"), infinity("postInfinity", "pst"),
-            flag("useCurveColor", "ucc", false), color("curveColor", "cc", 0.0)};
+            flag("keyTanLocked", "ktl", true).array(), flag("keyWeightLocked", "kwl").array(),
+            flag("keyBreakdown", "kbd").array(), flag("keyTickDrawSpecial", "ktds").array(),
+            infinity("preInfinity", "pre"), infinity("postInfinity", "pst"), flag("useCurveColor", "ucc"),
+            keyableColor("curveColor", "cc")};
 }
 
 }  // namespace

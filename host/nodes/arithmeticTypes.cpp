@@ -6,6 +6,7 @@
 
 #include "nodes/plugs.h"
 #include "nodes/schema.h"
+#include "nodes/specs.h"
 
 namespace host::nodes {
 
@@ -189,8 +190,8 @@ void addArithmeticTypes(graph::NodeTypes& types) {
                {enumeration(
                     "operation", "op",
                     {"Equal", "Not Equal", "Greater Than", "Greater or Equal", "Less Than", "Less or Equal"}),
-                plain("firstTerm", "ft"), plain("secondTerm", "st"), color("colorIfTrue", "ct", 0.0),
-                color("colorIfFalse", "cf", 1.0), color("outColor", "oc", 0.0).output()},
+                plain("firstTerm", "ft"), plain("secondTerm", "st"), keyableColor("colorIfTrue", "ct"),
+                keyableColor("colorIfFalse", "cf", 1.0), keyableColor("outColor", "oc").output()},
                computing(condition)});
 }
 

@@ -6,6 +6,7 @@
 #include "nodes/liveTargets.h"
 #include "nodes/plugs.h"
 #include "nodes/schema.h"
+#include "nodes/specs.h"
 
 namespace host::nodes {
 
@@ -94,10 +95,6 @@ AttributeSpec weights(const char* longName, const char* shortName) {
     return number(longName, shortName, ValueKind::Float).withDefault(1).array();
 }
 
-AttributeSpec flag(const char* longName, const char* shortName, bool value) {
-    return number(longName, shortName, ValueKind::Bool).withDefault(value ? 1 : 0);
-}
-
 AttributeSpec targetItem() {
     return compound(
                "inputTargetItem", "iti",
@@ -133,7 +130,7 @@ AttributeSpec inputTarget() {
     return compound("inputTarget", "it",
                     {targetGroup(), weights("baseWeights", "bw"),
                      compound("normalizationGroup", "ng",
-                              {flag("normalizationUseWeights", "nuw", false),
+                              {flag("normalizationUseWeights", "nuw"),
                                number("normalizationWeights", "nw", ValueKind::Float).array()})
                          .array(),
                      weights("paintTargetWeights", "pwt"), number("paintTargetIndex", "pti", ValueKind::Int),
@@ -180,7 +177,7 @@ void addBlendShapeTypes(graph::NodeTypes& types) {
          "weightGeometryFilter",
          {number("weight", "w", ValueKind::Float).keyable().array(),
           enumeration("origin", "or", {"world", "local"}).withDefault(1), flag("topologyCheck", "tc", true),
-          flag("supportNegativeWeights", "sn", false),
+          flag("supportNegativeWeights", "sn"),
           enumeration("deformationOrder", "dfo", {"Pre-deformation", "Post-deformation"}), inputTarget(),
           inBetweenInfo(), targetDirectory(), flag("targetVisibility", "tgvs", true).array(),
           flag("targetParentVisibility", "tpvs", true).array(),

@@ -47,7 +47,7 @@ std::vector<AttributeSpec> lens() {
             keyable("farClipPlane", "fcp", 10000, ValueKind::Distance),
             keyable("orthographicWidth", "ow", 10, ValueKind::Distance),
             flag("orthographic", "o"),
-            axes("tumblePivot", "tp", ValueKind::Distance),
+            graph::triple("tumblePivot", "tp", ValueKind::Distance),
             flag("depthOfField", "dof"),
             number("focusRegionScale", "frs").withDefault(1)};
 }

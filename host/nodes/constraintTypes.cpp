@@ -22,15 +22,15 @@ AttributeSpec targets(std::vector<AttributeSpec> children) {
 }
 
 AttributeSpec distances(const char* longName, const char* shortName) {
-    return axes(longName, shortName, ValueKind::Distance);
+    return graph::triple(longName, shortName, ValueKind::Distance);
 }
 
 AttributeSpec angles(const char* longName, const char* shortName) {
-    return axes(longName, shortName, ValueKind::Angle);
+    return graph::triple(longName, shortName, ValueKind::Angle);
 }
 
 AttributeSpec factors(const char* longName, const char* shortName) {
-    return axes(longName, shortName, ValueKind::Double, 1.0);
+    return graph::triple(longName, shortName, ValueKind::Double, 1.0);
 }
 
 AttributeSpec rotateOrder(const char* longName, const char* shortName) {
@@ -52,7 +52,7 @@ AttributeSpec restRotate() {
 }
 
 AttributeSpec vector(const char* longName, const char* shortName, const geometry::Vec3& value) {
-    AttributeSpec spec = keyableChildren(axes(longName, shortName));
+    AttributeSpec spec = keyableChildren(graph::triple(longName, shortName));
     for (std::size_t axis = 0; axis < spec.children.size(); ++axis)
         spec.children[axis].defaultValue = value[static_cast<int>(axis)];
     return spec;

@@ -17,7 +17,7 @@ AttributeSpec matrixOutput(const char* longName, const char* shortName) {
 }
 
 AttributeSpec keyableTriple(const char* longName, const char* shortName, ValueKind kind, double value = 0.0) {
-    return keyableChildren(axes(longName, shortName, kind, value));
+    return keyableChildren(graph::triple(longName, shortName, kind, value));
 }
 
 AttributeSpec shear() {
@@ -84,18 +84,18 @@ std::vector<AttributeSpec> transformAttributes() {
         keyableTriple("translate", "t", ValueKind::Distance), keyableTriple("rotate", "r", ValueKind::Angle),
         enumeration("rotateOrder", "ro", {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"}),
         keyableTriple("scale", "s", ValueKind::Double, 1.0), shear(),
-        axes("rotatePivot", "rp", ValueKind::Distance),
-        axes("rotatePivotTranslate", "rpt", ValueKind::Distance),
-        axes("scalePivot", "sp", ValueKind::Distance),
-        axes("scalePivotTranslate", "spt", ValueKind::Distance), axes("rotateAxis", "ra", ValueKind::Angle),
-        flag("inheritsTransform", "it", true),
+        graph::triple("rotatePivot", "rp", ValueKind::Distance),
+        graph::triple("rotatePivotTranslate", "rpt", ValueKind::Distance),
+        graph::triple("scalePivot", "sp", ValueKind::Distance),
+        graph::triple("scalePivotTranslate", "spt", ValueKind::Distance),
+        graph::triple("rotateAxis", "ra", ValueKind::Angle), flag("inheritsTransform", "it", true),
         // Applied after the transform's own matrix and before its parent's.
         matrix("offsetParentMatrix", "opm"),
         graph::compound(
             "rotateQuaternion", "rq",
             {number("rotateQuaternionX", "rqx"), number("rotateQuaternionY", "rqy"),
              number("rotateQuaternionZ", "rqz"), number("rotateQuaternionW", "rqw").withDefault(1)}),
-        flag("displayHandle", "dh"), axes("selectHandle", "hdl", ValueKind::Distance),
+        flag("displayHandle", "dh"), graph::triple("selectHandle", "hdl", ValueKind::Distance),
         flag("displayScalePivot", "dsp"), flag("displayRotatePivot", "drp"), flag("displayLocalAxis", "dla"),
         integer("showManipDefault", "smd"), graph::message("specifiedManipLocation", "sml")};
     for (AttributeSpec& limit : limits())
@@ -161,8 +161,9 @@ void addDagTypes(graph::NodeTypes& types) {
           keyableTriple("inverseScale", "is", ValueKind::Double, 1.0),
           number("radius", "radi", ValueKind::Float).withDefault(1).keyable(),
           // The world matrix in the bind pose. Nothing here computes with it.
-          matrix("bindPose", "bps"), axes("preferredAngle", "pa", ValueKind::Angle), axes("stiffness", "st"),
-          flag("jointTypeX", "jtx", true), flag("jointTypeY", "jty", true), flag("jointTypeZ", "jtz", true),
+          matrix("bindPose", "bps"), graph::triple("preferredAngle", "pa", ValueKind::Angle),
+          graph::triple("stiffness", "st"), flag("jointTypeX", "jtx", true), flag("jointTypeY", "jty", true),
+          flag("jointTypeZ", "jtz", true),
           enumeration("drawStyle", "ds", {"Bone", "Multi-child as Box", "None"}), flag("drawLabel", "dl"),
           enumeration("side", "sd", {"Center", "Left", "Right", "None"}), jointLabel(),
           text("otherType", "otp")}});

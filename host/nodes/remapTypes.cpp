@@ -5,6 +5,7 @@
 #include "nodes/plugs.h"
 #include "nodes/ramp.h"
 #include "nodes/schema.h"
+#include "nodes/specs.h"
 
 namespace host::nodes {
 
@@ -66,10 +67,10 @@ void addRemapTypes(graph::NodeTypes& types) {
                           steps("value_Interp", "vli")})
                     .array(),
                 compound("color", "cl",
-                         {plain("color_Position", "clp"), color("color_Color", "clc", 0.0),
+                         {plain("color_Position", "clp"), keyableColor("color_Color", "clc"),
                           steps("color_Interp", "cli")})
                     .array(),
-                plain("outValue", "ov").output(), color("outColor", "oc", 0.0).output()},
+                plain("outValue", "ov").output(), keyableColor("outColor", "oc").output()},
                {computeRemapped}});
 }
 

@@ -4,16 +4,6 @@
 
 namespace host::nodes {
 
-namespace {
-
-void markCurves(graph::Graph& graph) {
-    for (const graph::NodeRef& curve : graph.nodesOfType("animCurve")) {
-        if (!graph.source(curve->plug("input"))) graph.markDirty(*curve);
-    }
-}
-
-}  // namespace
-
 double wholeSteps(double seconds) {
     constexpr double kStepsPerSecond = 141120000.0;
     return std::round(seconds * kStepsPerSecond) / kStepsPerSecond;
@@ -29,23 +19,22 @@ double currentTime(graph::Graph& graph) {
 
 void setCurrentTime(graph::Graph& graph, double seconds) {
     graph.setNumber(timePlug(graph), wholeSteps(seconds));
-    timeChanged(graph);
 }
 
-void timeChanged(graph::Graph& graph) {
-    markCurves(graph);
-    graph.record(markCurves, markCurves);
+std::vector<graph::Node*> curvesOfTime(const graph::Graph& graph) {
+    std::vector<graph::Node*> curves;
+    for (const graph::NodeRef& curve : graph.nodesOfType("animCurve")) {
+        if (!graph.source(curve->plug("input"))) curves.push_back(curve.get());
+    }
+    return curves;
 }
 
 TimeScope::TimeScope(graph::Graph& graph, double seconds) : graph_(graph), before_(currentTime(graph)) {
-    const graph::RecordingScope silent(graph_, nullptr);
-    setCurrentTime(graph_, seconds);
+    graph_.setPassing(timePlug(graph_), wholeSteps(seconds));
 }
 
 TimeScope::~TimeScope() {
-    const graph::RecordingScope silent(graph_, nullptr);
-    graph_.setNumber(timePlug(graph_), before_);
-    timeChanged(graph_);
+    graph_.setPassing(timePlug(graph_), before_);
 }
 
 }  // namespace host::nodes

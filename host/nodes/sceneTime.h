@@ -13,9 +13,8 @@ graph::Plug timePlug(graph::Graph& graph);
 double currentTime(graph::Graph& graph);
 /// Sets the time, rounded to whole steps. Afterwards everything that depends on the time is dirty.
 void setCurrentTime(graph::Graph& graph, double seconds);
-/// To be called after something else has set time1.outTime. Animation curves depend on the time without a
-/// connection, so the graph does not know of it. Undo and redo are taken care of.
-void timeChanged(graph::Graph& graph);
+/// The curves that follow the time without a connection (graph::NodeBehaviour::dependents).
+std::vector<graph::Node*> curvesOfTime(const graph::Graph& graph);
 
 /// Another current time for a scope, which changes nothing in the scene and is not recorded. time1.outTime
 /// must not have a source.

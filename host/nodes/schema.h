@@ -22,9 +22,6 @@ void addCameraTypes(graph::NodeTypes& types);       // camera
 void addLayerTypes(graph::NodeTypes& types);        // displayLayer, renderLayer, their managers
 void addSavedTypes(graph::NodeTypes& types);        // dagPose, script, reference, lightLinker, ...
 
-/// A compound of three keyable single-precision numbers named <long>R/G/B, <short>r/g/b.
-graph::AttributeSpec color(const char* longName, const char* shortName, double value);
-
 /// Computes the outputs that every DAG node has (matrices).
 graph::ComputedValue computeDagOutput(graph::Graph& graph, const graph::Plug& output);
 

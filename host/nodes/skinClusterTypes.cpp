@@ -38,7 +38,7 @@ void addSkinClusterTypes(graph::NodeTypes& types) {
                 enumeration("skinningMethod", "skm", {"Classic linear", "Dual quaternion", "Weight blended"}),
                 // By vertex: 0 is classic linear, 1 dual quaternion.
                 number("blendWeights", "bw").array(), flag("dqsSupportNonRigid", "dqsnr"),
-                axes("dqsScale", "dqs", ValueKind::Double, 1.0), flag("useComponents", "uc"),
+                graph::triple("dqsScale", "dqs", ValueKind::Double, 1.0), flag("useComponents", "uc"),
                 flag("useComponentsMatrix", "ucm"), flag("deformUserNormals", "dun", true),
                 typed("paintWeights", "ptw", "doubleArray"), graph::message("paintTrans", "ptt"),
                 color("influenceColor", "ifcl").array()},

@@ -47,17 +47,17 @@ AttributeSpec matrix(std::string longName, std::string shortName) {
     return graph::typed(std::move(longName), std::move(shortName), "matrix");
 }
 
-AttributeSpec axes(const std::string& longName, const std::string& shortName, ValueKind kind, double value) {
-    return lettered(longName, shortName, longName + '#', shortName + '#', "XYZ", kind, value);
-}
-
 AttributeSpec axisTriple(std::string longName, std::string shortName, std::string_view childLong,
                          std::string_view childShort, ValueKind kind, double value) {
     return lettered(std::move(longName), std::move(shortName), childLong, childShort, "XYZ", kind, value);
 }
 
-AttributeSpec color(const std::string& longName, const std::string& shortName) {
-    return color(longName, shortName, longName + '#', shortName + '#');
+AttributeSpec color(const std::string& longName, const std::string& shortName, double value) {
+    return lettered(longName, shortName, longName + '#', shortName + '#', "RGB", ValueKind::Float, value);
+}
+
+AttributeSpec keyableColor(const std::string& longName, const std::string& shortName, double value) {
+    return keyableChildren(color(longName, shortName, value));
 }
 
 AttributeSpec color(std::string longName, std::string shortName, std::string_view childLong,

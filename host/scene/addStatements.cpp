@@ -25,15 +25,11 @@ struct AddFlags {
     bool isHidden = false;
 };
 
-bool isOn(const Word& word) {
-    return word.isBare("true") || word.isBare("on") || word.isBare("yes") || word.isBare("1");
-}
-
 /// The value of a switch. Some flags stand alone: then the next word is a flag again.
 bool takeSwitch(WordScanner& words, Word& word) {
     word = words.next();
     if (word.isEnd() || word.isFlag()) return true;
-    const bool on = isOn(word);
+    const bool on = word.isOn();
     word = words.next();
     return on;
 }

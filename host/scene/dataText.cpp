@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "graph/component.h"
+#include "scene/lexical.h"
 #include "scene/numbersText.h"
 #include "scene/words.h"
 
@@ -13,10 +14,6 @@ namespace host::scene {
 namespace {
 
 using graph::DataPtr;
-
-bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
-}
 
 std::optional<double> wordNumber(std::string_view word) {
     using Limits = std::numeric_limits<double>;

@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "scene/words.h"
+#include "scene/nodeStatements.h"
 
 namespace host::scene {
 
@@ -38,19 +38,15 @@ FileTypes fileTypes(const SceneText& text, const graph::NodeTypes& known) {
         } else if (kind == StatementKind::Select) {
             current = nullptr;
         } else if (kind == StatementKind::CreateNode) {
-            WordScanner words(text.statement(k));
-            words.next();
-            const std::string type = words.next().text();
-            const graph::NodeType* own = known.find(type);
-            current = own == nullptr || own->isKept() ? &types[type] : nullptr;
-            for (Word word = words.next(); !word.isEnd(); word = words.next()) {
-                if (word.isBare("-p") || word.isBare("-parent")) {
-                    if (current != nullptr) current->isDag = true;
-                    parents.insert(leafOf(words.next().text()));
-                } else if ((word.isBare("-n") || word.isBare("-name")) && current != nullptr) {
-                    typeOfNode[words.next().text()] = type;
-                }
-            }
+            current = nullptr;
+            const std::optional<NodeWords> words = readCreateNode(text.statement(k));
+            if (!words) continue;
+            if (!words->parent.empty()) parents.insert(leafOf(words->parent));
+            const graph::NodeType* own = known.find(words->type);
+            if (own != nullptr && !own->isKept()) continue;
+            current = &types[words->type];
+            if (!words->parent.empty()) current->isDag = true;
+            typeOfNode[words->name] = words->type;
         }
     }
     for (const std::string& parent : parents) {
@@ -121,17 +117,13 @@ std::optional<std::string> defaultTypeOf(std::string_view name) {
         {"renderLayerManager", "renderLayerManager"},
         {"defaultRenderLayer", "renderLayer"},
         {"shapeEditorManager", "shapeEditorManager"},
-        {"poseInterpolatorManager", "poseInterpolatorManager"},
-        {"persp", "transform"},
-        {"perspShape", "camera"},
-        {"top", "transform"},
-        {"topShape", "camera"},
-        {"front", "transform"},
-        {"frontShape", "camera"},
-        {"side", "transform"},
-        {"sideShape", "camera"}};
+        {"poseInterpolatorManager", "poseInterpolatorManager"}};
     const auto found = kTypes.find(name);
     return found != kTypes.end() ? std::optional(std::string(found->second)) : std::nullopt;
+}
+
+bool isDefaultNode(const graph::Node& node) {
+    return defaultTypeOf(node.name()) == node.type().name();
 }
 
 }  // namespace host::scene

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "graph/node.h"
 #include "graph/nodeType.h"
 #include "scene/sceneText.h"
 
@@ -25,7 +26,10 @@ FileTypes fileTypes(const SceneText& text, const graph::NodeTypes& known);
 /// node, as the file shows. Null for a type of which there can be no nodes.
 const graph::NodeType* nodeTypeFor(graph::NodeTypes& types, const std::string& name, const FileTypes& shown);
 
-/// The type of a node that every scene of the real host has, by the node's name; nothing for other names.
+/// The type of a node that every scene of the real host has and that is not in the DAG, by the node's name;
+/// nothing for other names.
 std::optional<std::string> defaultTypeOf(std::string_view name);
+/// Whether a node is one of those: it has the name and the type.
+bool isDefaultNode(const graph::Node& node);
 
 }  // namespace host::scene

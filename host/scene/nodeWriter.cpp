@@ -8,6 +8,7 @@
 #include "scene/addStatements.h"
 #include "scene/dataText.h"
 #include "scene/meshText.h"
+#include "scene/nodeStatements.h"
 #include "scene/plugText.h"
 #include "scene/words.h"
 
@@ -42,6 +43,13 @@ std::string meshText(const geometry::Mesh& mesh, const MeshSources& meshes, cons
            (found != meshes.end() ? found->second->facesText() : facesText(mesh, lineEnd));
 }
 
+/// The mesh that a shape holds itself; null if a connection gives it one, and for any other node.
+nodes::MeshPtr ownMesh(const graph::Node& node) {
+    const graph::PlugKey key{node.isA("mesh") ? node.findAttribute("inMesh") : nullptr, {}, 0};
+    if (key.attribute == nullptr || node.incoming().count(key) != 0) return nullptr;
+    return graph::dataAs<nodes::MeshData>(node.storedData(key));
+}
+
 /// Works out the edits of one node.
 class BlockEditor {
   public:
@@ -59,13 +67,12 @@ class BlockEditor {
         for (const AssignedStatement& entry : assigned) {
             if (node_.isChanged(entry.ordinal)) editStatement(entry);
         }
-        const auto count = static_cast<int>(node_.attributes().size());
-        for (int ordinal = 0; ordinal < count; ++ordinal) {
-            if (!node_.isChanged(ordinal)) continue;
-            if (ordinal == meshOrdinal()) {
+        for (const graph::Attribute* attribute : node_.attributes()) {
+            if (attribute == nullptr || !node_.isChanged(attribute->ordinal())) continue;
+            if (attribute->ordinal() == meshOrdinal()) {
                 addMesh();
             } else {
-                edits_.added += fresh_.text(ordinal);
+                edits_.added += fresh_.text(*attribute);
             }
         }
         if (node_.hasChangedAliases() && !hasAliasStatement_) {
@@ -91,10 +98,7 @@ class BlockEditor {
                 if (!isAliasList && node_.findAttribute(added->spec.longName) == nullptr)
                     edits_.replaced[index] = {};
             } else if (text_.statements[index].kind == StatementKind::Rename) {
-                WordScanner words(statement);
-                words.next();
-                words.next();
-                if (words.next().text() != node_.uuid())
+                if (readUuid(statement) != node_.uuid())
                     edits_.replaced[index] = "rename -uid " + inQuotes(node_.uuid()) + ';';
             } else if (text_.statements[index].kind == StatementKind::SetAttr) {
                 const auto head = readSetHead(statement, text_.form.isDoubleByte);
@@ -125,7 +129,7 @@ class BlockEditor {
             return;
         }
         const auto values = readValues(*head, *target, text_.form);
-        fresh_.cover(*target, values && values->isRows);
+        fresh_.cover(*target);
         const bool isValueSame = values ? holdsValues(node_, *target, *values) : holdsKept(*head, *target);
         if (isValueSame && isStateSame) return;
         replace(entry.statement, *target, std::string(head->path),
@@ -158,16 +162,9 @@ class BlockEditor {
         edits_.replaced[statement] = joined(statements, text_.form.lineEnd);
     }
 
-    /// The mesh that the shape holds itself; null if a connection gives it one.
-    nodes::MeshPtr ownMesh() const {
-        const graph::PlugKey key{node_.findAttribute("inMesh"), {}, 0};
-        if (node_.incoming().count(key) != 0) return nullptr;
-        return graph::dataAs<nodes::MeshData>(node_.storedData(key));
-    }
-
     /// Statements of points that did not move stay; with other faces, all statements of the old mesh go.
     void editMeshStatement(std::uint32_t statement, const SetHead& head) {
-        const nodes::MeshPtr now = ownMesh();
+        const nodes::MeshPtr now = ownMesh(node_);
         const nodes::MeshPtr& then = source_.mesh();
         if (now == then) return;
         const bool isSameTopology =
@@ -180,7 +177,7 @@ class BlockEditor {
     }
 
     void addMesh() {
-        const nodes::MeshPtr now = ownMesh();
+        const nodes::MeshPtr now = ownMesh(node_);
         const nodes::MeshPtr& then = source_.mesh();
         if (now == nullptr || now == then) return;
         if (then != nullptr && now->mesh.topologyPtr() == then->mesh.topologyPtr()) return;
@@ -236,18 +233,11 @@ std::string newNodeText(graph::Graph& graph, graph::Node& node, const std::strin
         if (attribute != nullptr && attribute->isDynamic())
             text += addAttrText(*attribute, form.units, form.lineEnd);
     }
-    const int mesh = node.isA("mesh") ? node.findAttribute("inMesh")->ordinal() : -1;
     NewValues values(graph, node, form);
-    for (int ordinal = 0; ordinal < static_cast<int>(node.attributes().size()); ++ordinal) {
-        if (ordinal != mesh) {
-            text += values.text(ordinal);
-            continue;
-        }
-        const graph::PlugKey key{node.findAttribute("inMesh"), {}, 0};
-        const auto data = graph::dataAs<nodes::MeshData>(node.storedData(key));
-        if (data != nullptr && node.incoming().count(key) == 0)
-            text += meshText(data->mesh, meshes, form.lineEnd);
+    for (const graph::Attribute* attribute : node.attributes()) {
+        if (attribute != nullptr && attribute->longName() != "inMesh") text += values.text(*attribute);
     }
+    if (const nodes::MeshPtr mesh = ownMesh(node)) text += meshText(mesh->mesh, meshes, form.lineEnd);
     if (const std::string aliases = aliasText(node); !aliases.empty()) text += '\t' + aliases + form.lineEnd;
     return text;
 }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
+#include "graph/attributeTypes.h"
 #include "scene/dataText.h"
 #include "scene/fileTypes.h"
 #include "scene/numbersText.h"
@@ -35,52 +37,12 @@ void appendNumber(std::string& text, ValueKind kind, double value, const TextFor
     }
 }
 
-/// The type flag of a compound of numbers: "double3"; empty if its children differ or it has none.
-std::string tupleType(const Attribute& compound) {
-    const auto& children = compound.children();
-    if (children.size() < 2 || children.size() > 4) return {};
-    const auto nameOf = [](const Attribute& child) -> std::string {
-        switch (child.kind()) {
-            case ValueKind::Float:
-                return "float";
-            case ValueKind::Int:
-                return child.spec().dataType == "short" ? "short" : "long";
-            case ValueKind::Double:
-            case ValueKind::Distance:
-            case ValueKind::Angle:
-                return "double";
-            default:
-                return {};
-        }
-    };
-    const std::string first = nameOf(*children.front());
-    const bool isUniform =
-        !first.empty() && std::all_of(children.begin(), children.end(), [&](const auto& child) {
-            return !child->isArray() && nameOf(*child) == first;
-        });
-    return isUniform ? first + std::to_string(children.size()) : std::string();
-}
-
-const graph::NumberMulti* flatAt(const graph::Node& node, const PlugKey& array) {
-    const graph::Slot* slot = node.slot(array);
-    if (slot == nullptr) return nullptr;
-    const auto* numbers = std::get_if<std::unique_ptr<graph::NumberMulti>>(&slot->content);
-    return numbers != nullptr ? numbers->get() : nullptr;
-}
-
-PlugKey arrayKey(PlugKey key, const Attribute& array) {
-    key.attribute = &array;
-    key.depth = static_cast<std::uint8_t>(array.arrayDepth() - 1);
-    key.indices[key.depth] = 0;
-    return key;
-}
-
 /// Whether the node holds a value at a single plug.
 bool exists(const graph::Node& node, const PlugKey& key) {
     const Attribute& attribute = *key.attribute;
     if (attribute.kind() == ValueKind::Typed) return node.storedData(key) != nullptr;
     if (const Attribute* array = graph::flatArrayOf(attribute)) {
-        const graph::NumberMulti* numbers = flatAt(node, arrayKey(key, *array));
+        const graph::NumberMulti* numbers = numbersAt(node, key);
         return numbers != nullptr &&
                numbers->contains(key.indices[static_cast<std::size_t>(array->arrayDepth() - 1)]);
     }
@@ -105,7 +67,7 @@ void appendElement(std::string& text, const graph::Node& node, const PlugKey& ke
 
 /// `count index weight index weight ...` of the inner array of one element.
 void appendRow(std::string& text, const graph::Node& node, const PlugKey& key, const TextForm& form) {
-    const graph::NumberMulti* numbers = flatAt(node, key);
+    const graph::NumberMulti* numbers = numbersAt(node, key);
     text += ' ' + std::to_string(numbers != nullptr ? numbers->size() : 0);
     if (numbers == nullptr) return;
     for (const int index : numbers->indices()) {
@@ -141,7 +103,7 @@ std::vector<std::string> plainText(const graph::Node& node, const PlugKey& key, 
         const std::string value = dataText(*node.storedData(key));
         return value.empty() ? std::vector<std::string>() : std::vector<std::string>{text + value};
     }
-    const std::string type = attribute.isCompound() ? tupleType(attribute) : std::string();
+    const std::string type = attribute.isCompound() ? graph::tupleName(attribute) : std::string();
     if (!type.empty()) text += "-type \"" + type + '"';
     std::string numbers;
     appendElement(numbers, node, key, form);
@@ -168,8 +130,7 @@ std::string plugPath(const PlugKey& key) {
 
 std::string nodeText(const graph::Graph& graph, const graph::Node& node) {
     const std::string name = graph.uniqueName(node);
-    const bool isDefault = !node.type().isDag() && defaultTypeOf(node.name()).has_value();
-    return isDefault ? ':' + name : name;
+    return isDefaultNode(node) ? ':' + name : name;
 }
 
 std::string plugText(const graph::Graph& graph, const graph::Plug& plug) {
@@ -210,28 +171,47 @@ std::string stateFlags(const Attribute& attribute, const graph::PlugState& state
     return text;
 }
 
-void NewValues::cover(const SetTarget& target, bool isRows) {
-    for (int k = 0; k < target.count; ++k) {
-        const PlugKey key = target.at(k);
-        covered_.insert(key);
-        if (isRows) continue;
-        for (const auto& child : key.attribute->children()) {
-            PlugKey below = key;
-            below.attribute = child.get();
-            covered_.insert(below);
-        }
-    }
+void NewValues::cover(const SetTarget& target) {
+    // Neighbours in the innermost array are neighbours in the order of keys.
+    if (target.rangeDepth == target.key.depth) return coverKeys(target.at(0), target.at(target.count - 1));
+    for (int k = 0; k < target.count; ++k)
+        coverKeys(target.at(k), target.at(k));
 }
 
-std::string NewValues::text(int ordinal) {
-    text_.clear();
-    const auto attributes = node_.attributes();
-    const Attribute* attribute = attributes[static_cast<std::size_t>(ordinal)];
-    if (attribute != nullptr && !attribute->isOutput()) {
-        const PlugKey key{attribute, {}, 0};
-        if (const graph::Slot* slot = node_.slot(key)) write(*attribute, key, *slot);
-        writeStates(ordinal);
+void NewValues::coverKeys(PlugKey first, PlugKey last) {
+    auto at = covered_.upper_bound(first);
+    if (at != covered_.begin() && !(std::prev(at)->second < first)) {
+        --at;
+        first = at->first;
     }
+    while (at != covered_.end() && !(last < at->first)) {
+        last = std::max(last, at->second);
+        at = covered_.erase(at);
+    }
+    covered_.emplace(first, last);
+}
+
+bool NewValues::isInRange(const PlugKey& key) const {
+    const auto after = covered_.upper_bound(key);
+    return after != covered_.begin() && !(std::prev(after)->second < key);
+}
+
+bool NewValues::isCovered(const PlugKey& key) const {
+    if (isInRange(key)) return true;
+    // A statement about a compound covers its parts.
+    const Attribute* above = key.attribute->isArray() ? nullptr : key.attribute->parent();
+    if (above == nullptr) return false;
+    PlugKey whole = key;
+    whole.attribute = above;
+    return isInRange(whole);
+}
+
+std::string NewValues::text(const Attribute& root) {
+    text_.clear();
+    if (root.isOutput()) return {};
+    const PlugKey key{&root, {}, 0};
+    if (const graph::Slot* slot = node_.slot(key)) write(root, key, *slot);
+    writeStates(root);
     return std::move(text_);
 }
 
@@ -294,7 +274,7 @@ void NewValues::writePlain(const PlugKey& key) {
 
 /// A compound of like numbers is written as one value, if no part of it is written or fed.
 bool NewValues::writeTuple(const PlugKey& key) {
-    if (tupleType(*key.attribute).empty()) return false;
+    if (graph::tupleName(*key.attribute).empty()) return false;
     for (const auto& child : key.attribute->children()) {
         PlugKey below = key;
         below.attribute = child.get();
@@ -317,7 +297,7 @@ bool NewValues::isPartlyCovered(const Attribute& array, PlugKey key) const {
     const auto& children = array.children();
     return std::any_of(children.begin(), children.end(), [&](const auto& child) {
         key.attribute = child.get();
-        return isCovered(key);
+        return isInRange(key);
     });
 }
 
@@ -370,9 +350,9 @@ void NewValues::writeNumbers(const Attribute& array, const PlugKey& key, const g
     }
 }
 
-void NewValues::writeStates(int ordinal) {
+void NewValues::writeStates(const Attribute& root) {
     for (const auto& [key, state] : node_.states()) {
-        if (key.attribute->path().front()->ordinal() != ordinal || states_.count(key) != 0) continue;
+        if (key.attribute->path().front() != &root || states_.count(key) != 0) continue;
         const std::string flags = stateFlags(*key.attribute, state);
         if (!flags.empty()) line(flags + "\"." + plugPath(key) + '"');
     }

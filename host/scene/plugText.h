@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -32,11 +33,10 @@ class NewValues {
         : graph_(graph), node_(node), form_(form) {}
 
     /// These are written already.
-    void cover(const SetTarget& target, bool isRows);
+    void cover(const SetTarget& target);
     void coverState(const graph::PlugKey& key) { states_.insert(key); }
 
-    /// @param ordinal  of the root attribute
-    std::string text(int ordinal);
+    std::string text(const graph::Attribute& root);
 
   private:
     void write(const graph::Attribute& attribute, graph::PlugKey key, const graph::Slot& slot);
@@ -48,16 +48,18 @@ class NewValues {
     void writeUncoveredParts(const graph::Attribute& array, graph::PlugKey key, const double* values);
     void writePlain(const graph::PlugKey& key);
     bool writeTuple(const graph::PlugKey& key);
-    void writeStates(int ordinal);
+    void writeStates(const graph::Attribute& root);
     bool isFed(const graph::PlugKey& key) const;
     bool isOnlySource(const graph::Attribute& array, const graph::PlugKey& key, const double* values) const;
-    bool isCovered(const graph::PlugKey& key) const { return covered_.count(key) != 0; }
+    void coverKeys(graph::PlugKey first, graph::PlugKey last);
+    bool isInRange(const graph::PlugKey& key) const;
+    bool isCovered(const graph::PlugKey& key) const;
     void line(const std::string& text);
 
     graph::Graph& graph_;
     graph::Node& node_;
     const TextForm& form_;
-    std::set<graph::PlugKey> covered_;  // single plugs, and elements of flat arrays
+    std::map<graph::PlugKey, graph::PlugKey> covered_;  // ranges that do not overlap, from first to last
     std::set<graph::PlugKey> states_;
     std::string text_;
 };

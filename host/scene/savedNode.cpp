@@ -6,6 +6,7 @@
 #include "scene/addStatements.h"
 #include "scene/dataText.h"
 #include "scene/meshText.h"
+#include "scene/nodeStatements.h"
 #include "scene/words.h"
 
 namespace host::scene {
@@ -53,10 +54,7 @@ void SavedNode::introduce(graph::NodeLoader& loader) {
             if (kind == StatementKind::SetAttr) {
                 introduceValue(loader, k);
             } else if (kind == StatementKind::Rename) {
-                WordScanner words(text_->statement(k));
-                words.next();
-                words.next();
-                loader.setUuid(words.next().text());
+                loader.setUuid(readUuid(text_->statement(k)));
             }
         }
     }
@@ -114,18 +112,21 @@ void SavedNode::introduceAliases(graph::NodeLoader& loader, const SetHead& head)
     }
 }
 
+std::vector<AssignedStatement>::const_iterator SavedNode::firstOf(int ordinal) const {
+    return std::lower_bound(
+        assigned_.begin(), assigned_.end(), ordinal,
+        [](const AssignedStatement& entry, int wanted) { return entry.ordinal < wanted; });
+}
+
 bool SavedNode::hasValues(int ordinal) const {
-    const auto at =
-        std::lower_bound(assigned_.begin(), assigned_.end(), ordinal,
-                         [](const AssignedStatement& entry, int wanted) { return entry.ordinal < wanted; });
-    return at != assigned_.end() && at->ordinal == ordinal;
+    const auto first = firstOf(ordinal);
+    return first != assigned_.end() && first->ordinal == ordinal;
 }
 
 std::vector<std::uint32_t> SavedNode::statementsOf(int ordinal) const {
     std::vector<std::uint32_t> statements;
-    for (const AssignedStatement& entry : assigned_) {
-        if (entry.ordinal == ordinal) statements.push_back(entry.statement);
-    }
+    for (auto at = firstOf(ordinal); at != assigned_.end() && at->ordinal == ordinal; ++at)
+        statements.push_back(at->statement);
     return statements;
 }
 

@@ -55,6 +55,7 @@ class SavedNode final : public graph::NodeSource {
     void introduceValue(graph::NodeLoader& loader, std::uint32_t statement);
     void introduceAliases(graph::NodeLoader& loader, const SetHead& head);
     void loadMesh(graph::NodeLoader& loader, int ordinal);
+    std::vector<AssignedStatement>::const_iterator firstOf(int ordinal) const;
     std::vector<std::uint32_t> statementsOf(int ordinal) const;
 
     std::shared_ptr<const SceneText> text_;

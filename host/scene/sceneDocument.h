@@ -45,8 +45,10 @@ struct SceneDocument {
     std::unordered_map<const graph::Node*, SavedNode*> sources{};
     bool isNew = false;                     ///< no file was read; the text is that of an empty scene
     std::vector<std::string> references{};  ///< paths of files that are not loaded
-    /// Connections of the nodes that every scene has: files do not name them.
-    std::vector<graph::Connection> given{};
+    /// What was there before the file was read: the nodes that every scene has, and their connections, which
+    /// files do not name.
+    std::vector<graph::NodeRef> givenNodes{};
+    std::vector<graph::Connection> givenLinks{};
     /// Texts of the scene (fileInfo) that were changed, by their keys; nothing for one that was removed.
     std::map<std::string, std::optional<std::string>> changedInfo{};
     std::uint64_t changes = 0;      ///< of the graph (Graph::changes) when the file was read

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <optional>
+#include <unordered_map>
 #include <utility>
 
 #include "graph/names.h"
 #include "scene/fileTypes.h"
+#include "scene/nodeStatements.h"
 #include "scene/words.h"
 
 namespace host::scene {
@@ -14,55 +16,9 @@ namespace {
 
 using graph::NodeRef;
 
-/// The words of a createNode or select statement.
-struct NodeWords {
-    std::string type, name, parent;
-    bool isShared = false;
-    bool ok = false;
-};
-
-NodeWords readCreateNode(std::string_view statement) {
-    WordScanner words(statement);
-    words.next();
-    NodeWords node;
-    for (Word word = words.next(); !word.isEnd(); word = words.next()) {
-        if (word.isBare("-n") || word.isBare("-name")) {
-            node.name = words.next().text();
-        } else if (word.isBare("-p") || word.isBare("-parent")) {
-            node.parent = words.next().text();
-        } else if (word.isBare("-s") || word.isBare("-shared")) {
-            node.isShared = true;
-        } else if (word.isBare("-ss") || word.isBare("-skipSelect")) {
-        } else if (!word.isFlag() && node.type.empty()) {
-            node.type = word.text();
-        } else {
-            return node;
-        }
-    }
-    node.ok = !node.type.empty();
-    return node;
-}
-
-NodeWords readSelect(std::string_view statement) {
-    WordScanner words(statement);
-    words.next();
-    NodeWords node;
-    for (Word word = words.next(); !word.isEnd(); word = words.next()) {
-        if (word.isFlag()) {
-            if (!word.isBare("-ne") && !word.isBare("-noExpand")) return node;
-        } else if (node.name.empty()) {
-            node.name = word.text();
-        } else {
-            return node;
-        }
-    }
-    node.ok = !node.name.empty();
-    return node;
-}
-
 /// A legal name of a node in a file: with namespaces, and perhaps a colon in front.
 bool isNodeName(std::string_view name) {
-    if (!name.empty() && name.front() == ':') name.remove_prefix(1);
+    name = withoutRoot(name);
     for (std::size_t from = 0;;) {
         const std::size_t colon = std::min(name.find(':', from), name.size());
         if (!graph::isLegalName(name.substr(from, colon - from))) return false;
@@ -75,7 +31,7 @@ class Reader {
   public:
     Reader(graph::Graph& graph, std::shared_ptr<const SceneText> text, const ReadOptions& options)
         : graph_(graph), text_(std::move(text)), options_(options) {
-        result_.document.text = text_;
+        result_.document = startDocument(graph, text_);
     }
 
     ReadResult run() {
@@ -144,69 +100,92 @@ class Reader {
         source->addStatements(block.first + 1, end);
     }
 
-    /// A name of the file as a name of the scene.
-    std::string inScene(const std::string& name) const {
-        if (options_.nameSpace.empty() || name.empty()) return name;
-        std::string result;
-        for (std::size_t from = 0; from <= name.size();) {
-            const std::size_t bar = std::min(name.find('|', from), name.size());
-            const std::string part = name.substr(from, bar - from);
-            // A name from the root names a node that every scene has.
-            if (!part.empty()) result += part.front() == ':' ? part : options_.nameSpace + part;
-            if (bar < name.size()) result += '|';
-            from = bar + 1;
+    /// The node that a name or path of the file means: one that the file has made or shares, or else one that
+    /// every scene has. Names of other nodes of the scene mean nothing to a file. Null if there is none, or
+    /// if there are several.
+    NodeRef find(std::string_view name) const {
+        const std::size_t bar = name.rfind('|');
+        const std::string_view leaf =
+            withoutRoot(bar == std::string_view::npos ? name : name.substr(bar + 1));
+        const auto found = byFileName_.find(std::string(leaf));
+        if (found == byFileName_.end()) {
+            const NodeRef given = graph::findNode(graph_, leaf);
+            return given != nullptr && isDefaultNode(*given) ? given : nullptr;
         }
-        return result;
+        NodeRef match;
+        for (const NodeRef& node : found->second) {
+            if (bar != std::string_view::npos && !isBelow(*node, name.substr(0, bar))) continue;
+            if (match != nullptr) return nullptr;
+            match = node;
+        }
+        return match;
     }
 
-    NodeRef find(const std::string& name) const {
-        if (NodeRef node = graph::findNode(graph_, inScene(name))) return node;
-        // Default nodes are in the root namespace, whether the file says so or not.
-        NodeRef node = options_.nameSpace.empty() ? nullptr : graph::findNode(graph_, name);
-        return node != nullptr && isDefault(*node) ? node : nullptr;
+    /// Whether the names above a node end in a path. A path that begins with a bar leads to the top level.
+    bool isBelow(const graph::Node& node, std::string_view path) const {
+        const graph::Node* up = node.parent();
+        while (!path.empty()) {
+            if (up == nullptr) return false;
+            const std::size_t bar = path.rfind('|');
+            const std::string_view part = bar == std::string_view::npos ? path : path.substr(bar + 1);
+            const auto own = fileNames_.find(up);
+            if (own == fileNames_.end() || own->second != withoutRoot(part)) return false;
+            if (bar == std::string_view::npos) return true;
+            path = path.substr(0, bar);
+            up = up->parent();
+        }
+        return up == nullptr;
     }
 
-    static bool isDefault(const graph::Node& node) { return defaultTypeOf(node.name()).has_value(); }
+    /// From here on the file's name means this node.
+    void know(const std::string& name, const NodeRef& node) {
+        fileNames_[node.get()] = name;
+        byFileName_[name].push_back(node);
+    }
 
     void create(std::uint32_t index) {
-        const NodeWords words = readCreateNode(text_->statement(index));
-        if (!words.ok || (!words.name.empty() && !isNodeName(words.name)))
+        const std::optional<NodeWords> words = readCreateNode(text_->statement(index));
+        if (!words || (!words->name.empty() && !isNodeName(words->name)))
             return fail(index, "This is not a createNode statement of a scene file.");
         NodeRef parent;
-        if (!words.parent.empty()) {
-            parent = find(words.parent);
+        if (!words->parent.empty()) {
+            parent = find(words->parent);
             if (parent == nullptr || !parent->type().isDag())
                 return fail(index,
-                            "The parent '" + words.parent + "' is not in the scene, or there are several.");
+                            "The parent '" + words->parent + "' is not in the scene, or there are several.");
         }
-        if (words.isShared) {
-            if (const NodeRef present = find(words.name)) {
-                const bool isOwn = !options_.isImport || !isDefault(*present);
-                return openBlock(index, isOwn ? present : nullptr);
+        const std::string name(withoutRoot(words->name));
+        if (words->isShared) {
+            if (const NodeRef present = graph::findNode(graph_, name)) {
+                know(name, present);
+                return openBlock(index, options_.isImport ? nullptr : present);
             }
         }
-        const graph::NodeType* type = nodeTypeFor(graph_.types(), words.type, types_);
-        if (type == nullptr) return fail(index, "Nodes of type '" + words.type + "' cannot be created.");
+        const graph::NodeType* type = nodeTypeFor(graph_.types(), words->type, types_);
+        if (type == nullptr) return fail(index, "Nodes of type '" + words->type + "' cannot be created.");
         if (parent != nullptr && !type->isDag())
-            return fail(index, "A node of type '" + words.type + "' cannot have a parent.");
-        std::string name = inScene(words.name);
-        if (!name.empty() && name.front() == ':') name.erase(0, 1);
-        const NodeRef node = graph_.createNode(*type, name, parent.get());
+            return fail(index, "A node of type '" + words->type + "' cannot have a parent.");
+        // Nodes that are shared are so across namespaces.
+        const std::string wanted = words->isShared || name.empty() ? name : options_.nameSpace + name;
+        const NodeRef node = graph_.createNode(*type, wanted, parent.get());
+        know(name.empty() ? node->name() : name, node);
         result_.created.push_back(node);
         openBlock(index, node);
-        if (node->name() != name) result_.document.blocks.back().name = node->name();
+        if (node->name() != wanted) result_.document.blocks.back().name = node->name();
     }
 
     void select(std::uint32_t index) {
-        const NodeWords words = readSelect(text_->statement(index));
-        if (!words.ok) return fail(index, "This is not a select statement of a scene file.");
-        NodeRef node = find(words.name);
+        const std::optional<NodeWords> words = readSelect(text_->statement(index));
+        if (!words) return fail(index, "This is not a select statement of a scene file.");
+        NodeRef node = find(words->name);
         if (node == nullptr && !options_.isImport) {
-            const std::string name = words.name.front() == ':' ? words.name.substr(1) : words.name;
+            const std::string name(withoutRoot(words->name));
             const auto type = defaultTypeOf(name);
             // What a reference holds is not loaded.
-            if (type && isNodeName(name))
+            if (type && isNodeName(name)) {
                 node = graph_.createNode(*nodeTypeFor(graph_.types(), *type, types_), name);
+                know(name, node);
+            }
         }
         openBlock(index, options_.isImport ? nullptr : node);
     }
@@ -215,7 +194,7 @@ class Reader {
     graph::Plug plugOf(const std::string& name) {
         const std::size_t dot = name.find('.');
         if (dot == std::string::npos) return {};
-        const NodeRef node = find(name.substr(0, dot));
+        const NodeRef node = find(std::string_view(name).substr(0, dot));
         if (node == nullptr) return {};
         const std::string_view path = std::string_view(name).substr(dot + 1);
         const graph::PlugMatch match = graph::findOwnPlug(node, path);
@@ -294,7 +273,7 @@ class Reader {
         for (Word word = words.next(); !word.isEnd(); word = words.next()) {
             if (!word.isText()) continue;
             const std::string name = word.text();
-            mentioned.nodes.push_back(find(name.substr(0, name.find('.'))));
+            mentioned.nodes.push_back(find(std::string_view(name).substr(0, name.find('.'))));
         }
         result_.document.mentions.push_back(std::move(mentioned));
     }
@@ -314,6 +293,8 @@ class Reader {
     std::shared_ptr<const SceneText> text_;
     const ReadOptions& options_;
     FileTypes types_{};
+    std::unordered_map<std::string, std::vector<NodeRef>> byFileName_;  // without the root's colon
+    std::unordered_map<const graph::Node*, std::string> fileNames_;     // the reverse
     ReadResult result_{};
     std::unordered_map<const graph::Attribute*, int> nextOfKept_;
     bool isOpen_ = false;       // a node is current
@@ -321,6 +302,17 @@ class Reader {
 };
 
 }  // namespace
+
+SceneDocument startDocument(const graph::Graph& graph, std::shared_ptr<const SceneText> text) {
+    SceneDocument document;
+    document.text = std::move(text);
+    document.givenNodes = graph.nodes();
+    for (const NodeRef& node : document.givenNodes) {
+        for (const auto& [key, link] : node->incoming())
+            document.givenLinks.push_back({graph::Plug(link.node->ref(), link.key), graph::Plug(node, key)});
+    }
+    return document;
+}
 
 ReadResult readScene(graph::Graph& graph, std::shared_ptr<const SceneText> text, const ReadOptions& options) {
     return Reader(graph, std::move(text), options).run();

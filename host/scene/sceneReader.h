@@ -23,6 +23,9 @@ struct ReadResult {
     bool ok() const { return error.empty(); }
 };
 
+/// The document of a text, for a scene in which nothing of the text was made yet.
+SceneDocument startDocument(const graph::Graph& graph, std::shared_ptr<const SceneText> text);
+
 /// Makes the nodes and connections of a file in the scene. Values stay in the file until they are asked for.
 ///
 /// On an error, what was made before it is still there: the caller takes it out again.

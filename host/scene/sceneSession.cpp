@@ -7,9 +7,9 @@
 
 #include "nodes/registerTypes.h"
 #include "scene/fileTypes.h"
+#include "scene/nodeStatements.h"
 #include "scene/sceneReader.h"
 #include "scene/sceneWriter.h"
-#include "scene/words.h"
 
 namespace host::scene {
 
@@ -19,19 +19,6 @@ std::string fullPath(const std::string& path) {
     std::error_code ignored;
     const std::filesystem::path full = std::filesystem::absolute(std::filesystem::u8path(path), ignored);
     return full.lexically_normal().generic_u8string();
-}
-
-std::string baseName(const std::string& path) {
-    return std::filesystem::u8path(path).filename().u8string();
-}
-
-std::vector<graph::Connection> allConnections(const graph::Graph& graph) {
-    std::vector<graph::Connection> result;
-    for (const graph::NodeRef& node : graph.nodes()) {
-        for (const auto& [key, link] : node->incoming())
-            result.push_back({graph::Plug(link.node->ref(), link.key), graph::Plug(node, key)});
-    }
-    return result;
 }
 
 /// Takes the content out of the scene, and puts it back unless it is dropped: also if memory runs out.
@@ -51,9 +38,8 @@ class ContentKeeper {
     std::unique_ptr<graph::SceneContent> content_;
 };
 
-SceneDocument emptyDocument() {
-    SceneDocument document;
-    document.text = std::make_shared<const SceneText>(emptySceneText());
+SceneDocument emptyDocument(const graph::Graph& graph) {
+    SceneDocument document = startDocument(graph, std::make_shared<const SceneText>(emptySceneText()));
     document.isNew = true;
     return document;
 }
@@ -92,19 +78,22 @@ void recordLinks(graph::Graph& graph, std::vector<SavedLink> made,
 }  // namespace
 
 SceneSession::SceneSession(graph::Graph& graph, std::function<int(const std::string&)> settle)
-    : graph_(graph), settle_(std::move(settle)), document_(emptyDocument()), uuids_(*document_.text, {}) {
-    document_.given = allConnections(graph_);
-    begin(std::move(document_), {});
+    : graph_(graph),
+      settle_(std::move(settle)),
+      document_(emptyDocument(graph)),
+      uuids_(*document_.text, {}) {
+    begin({});
 }
 
-void SceneSession::begin(SceneDocument document, const std::string& path) {
-    document_ = std::move(document);
+/// Everything from here on is a change of the document.
+void SceneSession::begin(const std::string& path) {
+    graph_.forgetChanges();
     document_.changes = graph_.changes();
     document_.nameVersion = graph_.nameVersion();
     savedChanges_ = graph_.changes();
     hasUnsavedInfo_ = false;
     path_ = path;
-    readName_ = baseName(path);
+    readName_ = fileNameOf(path);
     uuids_ = UuidGiver(*document_.text, readName_);
 }
 
@@ -116,11 +105,10 @@ void SceneSession::rename(const std::string& path) {
 void SceneSession::startNew() {
     const graph::RecordingScope silent(graph_, nullptr);
     graph_.undoQueue().clear();
-    document_ = emptyDocument();
     graph_.takeContent();
     nodes::setUpScene(graph_);
-    document_.given = allConnections(graph_);
-    begin(std::move(document_), {});
+    document_ = emptyDocument(graph_);
+    begin({});
 }
 
 std::string SceneSession::open(const std::string& path) {
@@ -129,13 +117,12 @@ std::string SceneSession::open(const std::string& path) {
     const graph::RecordingScope silent(graph_, nullptr);
     ContentKeeper old(graph_);
     nodes::setUpScene(graph_);
-    std::vector<graph::Connection> given = allConnections(graph_);
     ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)));
     if (!result.ok()) return result.error;
     graph_.undoQueue().clear();
     old.drop();
-    result.document.given = std::move(given);
-    begin(std::move(result.document), fullPath(path));
+    document_ = std::move(result.document);
+    begin(fullPath(path));
     return {};
 }
 
@@ -164,7 +151,7 @@ std::string SceneSession::import(const std::string& path, const std::string& nam
 std::string SceneSession::save() {
     SaveOptions options;
     options.path = path_;
-    options.isRenamed = document_.isNew || baseName(path_) != readName_;
+    options.isRenamed = document_.isNew || fileNameOf(path_) != readName_;
     options.settle = settle_;
     std::string error = writeScene(graph_, document_, uuids_, options);
     if (error.empty()) {
@@ -221,7 +208,7 @@ std::vector<std::string> SceneSession::report() const {
     int scripts = 0;
     int fed = 0;
     for (const graph::NodeRef& node : graph_.nodes()) {
-        if (node->type().isKept() && !defaultTypeOf(node->name())) ++kept[node->type().name()];
+        if (node->type().isKept() && !isDefaultNode(*node)) ++kept[node->type().name()];
         if (node->type().name() == "script") ++scripts;
         if (isFedByKept(*node)) ++fed;
     }

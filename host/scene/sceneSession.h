@@ -49,7 +49,7 @@ class SceneSession {
     std::vector<std::string> report() const;
 
   private:
-    void begin(SceneDocument document, const std::string& path);
+    void begin(const std::string& path);
 
     graph::Graph& graph_;
     std::function<int(const std::string&)> settle_;

@@ -47,10 +47,13 @@ void readUnits(SceneText& text) {
 
 }  // namespace
 
+std::string fileNameOf(const std::string& path) {
+    return std::filesystem::u8path(path).filename().u8string();
+}
+
 SceneTextResult readSceneText(const std::string& path) {
     geometry::FileText file = geometry::readTextFile(path);
-    if (file.ok())
-        return makeSceneText(std::move(file.text), std::filesystem::u8path(path).filename().u8string());
+    if (file.ok()) return makeSceneText(std::move(file.text), fileNameOf(path));
     SceneTextResult failed;
     failed.error = std::move(file.error);
     return failed;

@@ -27,6 +27,9 @@ struct SceneText {
     }
 };
 
+/// The name of a file without its folders.
+std::string fileNameOf(const std::string& path);
+
 /// A scene file, read and cut, or why that failed.
 struct SceneTextResult {
     SceneText text{};

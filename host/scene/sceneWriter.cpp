@@ -1,14 +1,13 @@
 #include "scene/sceneWriter.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <set>
 #include <tuple>
 #include <utility>
 
 #include "geometry/textFile.h"
 #include "graph/names.h"
-#include "scene/fileTypes.h"
+#include "scene/nodeStatements.h"
 #include "scene/nodeWriter.h"
 #include "scene/plugText.h"
 #include "scene/words.h"
@@ -34,10 +33,6 @@ bool isUnordered(const graph::Plug& destination) {
         if (name == unordered) return true;
     }
     return false;
-}
-
-std::string baseName(const std::string& path) {
-    return std::filesystem::u8path(path).filename().u8string();
 }
 
 /// Replaces the names of nodes in a statement by their present names.
@@ -98,7 +93,7 @@ class Writer {
   private:
     /// The comments that name the file.
     void renameFile() {
-        const std::string name = baseName(options_.path);
+        const std::string name = fileNameOf(options_.path);
         const auto replaceAfter = [&](std::string_view mark, std::size_t from, std::size_t end) {
             const std::string_view bytes = text_.bytes;
             const std::size_t at = bytes.find(mark, from);
@@ -142,9 +137,8 @@ class Writer {
     /// A node cannot stand before its parent. Nodes that were moved below a later one follow it.
     void findMoved() {
         std::set<const Node*> known;
-        for (const NodeRef& node : graph_.nodes()) {
-            if (defaultTypeOf(node->name())) known.insert(node.get());
-        }
+        for (const NodeRef& node : document_.givenNodes)
+            known.insert(node.get());
         for (const SavedBlock& block : document_.blocks) {
             if (block.node == nullptr || !block.node->isAlive()) continue;
             const Node* parent = block.node->parent();
@@ -157,30 +151,20 @@ class Writer {
         }
     }
 
-    /// The node that a createNode statement makes, if it is still the one that the file means.
-    bool isHeadTrue(const SavedBlock& block) const {
-        WordScanner words(text_.statement(block.first));
-        words.next();
-        std::string name;
-        std::string parent;
-        for (Word word = words.next(); !word.isEnd(); word = words.next()) {
-            if (word.isBare("-n") || word.isBare("-name")) name = words.next().text();
-            if (word.isBare("-p") || word.isBare("-parent")) parent = words.next().text();
-        }
-        if (!block.name.empty()) name = block.name;
-        if (!name.empty() && name.front() == ':') name.erase(0, 1);
-        if (!name.empty() && name != block.node->name()) return false;
+    /// Whether the words of a createNode statement still make its node.
+    bool isHeadTrue(const SavedBlock& block, const NodeWords& words) const {
+        // A name that the file has twice cannot be told from others any more.
+        if (!block.name.empty() || withoutRoot(words.name) != block.node->name()) return false;
         const Node* above = block.node->parent();
-        if (parent.empty() || above == nullptr) return parent.empty() && above == nullptr;
-        return graph::findNode(graph_, parent).get() == above;
+        if (words.parent.empty() || above == nullptr) return words.parent.empty() && above == nullptr;
+        return graph::findNode(graph_, words.parent).get() == above;
     }
 
-    bool isShared(std::uint32_t index) const {
-        WordScanner words(text_.statement(index));
-        for (Word word = words.next(); !word.isEnd(); word = words.next()) {
-            if (word.isBare("-s") || word.isBare("-shared")) return true;
-        }
-        return false;
+    void editHead(const SavedBlock& block) {
+        if (text_.statements[block.first].kind != StatementKind::CreateNode) return;
+        const std::optional<NodeWords> words = readCreateNode(text_.statement(block.first));
+        if (words && !isHeadTrue(block, *words))
+            edits_.replaceStatement(block.first, createNodeText(graph_, *block.node, words->isShared));
     }
 
     void editBlock(const SavedBlock& block) {
@@ -195,9 +179,7 @@ class Writer {
 
             return;
         }
-        if (areNamesChanged_ && text_.statements[block.first].kind == StatementKind::CreateNode &&
-            !isHeadTrue(block))
-            edits_.replaceStatement(block.first, createNodeText(graph_, node, isShared(block.first)));
+        if (areNamesChanged_) editHead(block);
         if (!isFirst) return;
         BlockEdits edits = editsOf(node);
         for (auto& [index, by] : edits.replaced) {
@@ -233,12 +215,17 @@ class Writer {
         edits_.insertAfter(lastBlock_ >= 0 ? lastBlock_ : headerEnd(), lines);
     }
 
+    /// Whether the node was there before the file was read. Such a node is written only if it was changed.
+    bool isGiven(const Node& node) const {
+        const auto& given = document_.givenNodes;
+        return std::any_of(given.begin(), given.end(),
+                           [&](const NodeRef& other) { return other.get() == &node; });
+    }
+
     bool isToAdd(const Node& node) const {
         if (moved_.count(&node) != 0) return true;
         if (written_.count(&node) != 0) return false;
-        // Nodes that every scene has are written when something changed; a new scene names its cameras.
-        const bool isGiven = defaultTypeOf(node.name()).has_value() && node.uuid().empty();
-        return !isGiven || node.hasChanges() || (document_.isNew && node.type().isDag());
+        return !isGiven(node) || node.hasChanges();
     }
 
     std::string addedText(Node& node) {
@@ -247,11 +234,12 @@ class Writer {
         const bool hasStatements =
             source != document_.sources.end() && source->second->text()->form.units == text_.form.units;
         if (hasStatements) return movedNodeText(graph_, node, *source->second, meshes_);
-        if (!defaultTypeOf(node.name()))
-            return newNodeText(graph_, node, uuids_.obtain(node), text_.form, meshes_);
-        std::string text =
-            node.type().isDag() ? createNodeText(graph_, node, true) : "select -ne :" + node.name() + ';';
-        return text + text_.form.lineEnd + editsOf(node).added;
+        if (isGiven(node)) {
+            const std::string statements = editsOf(node).added;
+            if (statements.empty()) return {};
+            return "select -ne :" + node.name() + ';' + text_.form.lineEnd + statements;
+        }
+        return newNodeText(graph_, node, uuids_.obtain(node), text_.form, meshes_);
     }
 
     /// The last statement before the nodes; -1 if there is none.
@@ -301,7 +289,7 @@ class Writer {
     }
 
     void addLinks() {
-        for (const graph::Connection& given : document_.given)
+        for (const graph::Connection& given : document_.givenLinks)
             present_.insert(keyOf(given.source, given.destination));
         std::string lines;
         for (const NodeRef& node : graph_.nodes()) {

@@ -20,10 +20,6 @@ std::string_view unquoted(const Word& word) {
                                                                    : word.raw;
 }
 
-bool isOn(const Word& word) {
-    return word.isBare("on") || word.isBare("yes") || word.isBare("true") || word.isBare("1");
-}
-
 /// Reads one flag before the attribute's name.
 /// @return false if the word is none of the flags
 bool readFlag(SetHead& head, WordScanner& words, const Word& flag) {
@@ -31,11 +27,11 @@ bool readFlag(SetHead& head, WordScanner& words, const Word& flag) {
         return flag.isBare(shortFlag) || flag.isBare(longFlag);
     };
     if (is("-l", "-lock")) {
-        head.isLocked = isOn(words.next());
+        head.isLocked = words.next().isOn();
     } else if (is("-k", "-keyable")) {
-        head.isKeyable = isOn(words.next());
+        head.isKeyable = words.next().isOn();
     } else if (is("-cb", "-channelBox")) {
-        head.isInChannelBox = isOn(words.next());
+        head.isInChannelBox = words.next().isOn();
     } else if (is("-s", "-size") || is("-ch", "-capacityHint") || is("-ca", "-caching")) {
         words.next();
     } else if (is("-typ", "-type")) {
@@ -72,20 +68,6 @@ void toGraphUnits(std::vector<double>& numbers, const std::vector<graph::ValueKi
         const graph::ValueKind kind = kinds[k % kinds.size()];
         numbers[k] = graph::roundedTo(kind, units.toGraph(kind, numbers[k]));
     }
-}
-
-/// The numbers of a flat array, or null.
-const graph::NumberMulti* flatNumbers(const graph::Node& node, const PlugKey& key) {
-    const Attribute* array = graph::flatArrayOf(*key.attribute);
-    if (array == nullptr) return nullptr;
-    PlugKey whole = key;
-    whole.attribute = array;
-    whole.depth = static_cast<std::uint8_t>(array->arrayDepth() - 1);
-    whole.indices[whole.depth] = 0;
-    const graph::Slot* slot = node.slot(whole);
-    if (slot == nullptr) return nullptr;
-    const auto* numbers = std::get_if<std::unique_ptr<graph::NumberMulti>>(&slot->content);
-    return numbers != nullptr ? numbers->get() : nullptr;
 }
 
 PlugKey childKey(const PlugKey& key, const Attribute& child) {
@@ -143,6 +125,19 @@ bool areRows(const std::vector<double>& numbers, int count) {
 }
 
 }  // namespace
+
+const graph::NumberMulti* numbersAt(const graph::Node& node, const PlugKey& key) {
+    const Attribute* array = graph::flatArrayOf(*key.attribute);
+    if (array == nullptr) return nullptr;
+    PlugKey whole = key;
+    whole.attribute = array;
+    whole.depth = static_cast<std::uint8_t>(array->arrayDepth() - 1);
+    whole.indices[whole.depth] = 0;
+    const graph::Slot* slot = node.slot(whole);
+    if (slot == nullptr) return nullptr;
+    const auto* numbers = std::get_if<std::unique_ptr<graph::NumberMulti>>(&slot->content);
+    return numbers != nullptr ? numbers->get() : nullptr;
+}
 
 bool SetHead::hasValues() const {
     return values.find_first_not_of(" \t\r\n\f\v") != std::string_view::npos || type == "componentList";
@@ -241,7 +236,7 @@ bool holdsValues(const graph::Node& node, const SetTarget& target, const SetValu
     bool isSame = true;
     const auto compare = [&](const PlugKey& key, double number) {
         if (!isSame) return;
-        const graph::NumberMulti* flat = flatNumbers(node, key);
+        const graph::NumberMulti* flat = numbersAt(node, key);
         const bool isFlat = graph::flatArrayOf(*key.attribute) != nullptr;
         if (isFlat) {
             const Attribute& array = *graph::flatArrayOf(*key.attribute);
@@ -255,7 +250,7 @@ bool holdsValues(const graph::Node& node, const SetTarget& target, const SetValu
         // A list that became longer has weights that the statement does not name.
         std::size_t at = 0;
         for (int k = 0; k < target.count && isSame; ++k) {
-            const graph::NumberMulti* flat = flatNumbers(node, target.at(k));
+            const graph::NumberMulti* flat = numbersAt(node, target.at(k));
             const auto pairs = static_cast<std::size_t>(values.numbers[at]);
             isSame = static_cast<std::size_t>(flat != nullptr ? flat->size() : 0) == pairs;
             at += 1 + 2 * pairs;

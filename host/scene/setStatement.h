@@ -60,6 +60,10 @@ struct SetValues {
 /// known.
 std::optional<SetValues> readValues(const SetHead& head, const SetTarget& target, const TextForm& form);
 
+/// The numbers of the flat array (graph::Attribute::flatWidth) that a plug is, or is an element or a part of;
+/// null while it has none.
+const graph::NumberMulti* numbersAt(const graph::Node& node, const graph::PlugKey& key);
+
 /// Puts values into the node.
 void applyValues(graph::NodeLoader& loader, const SetTarget& target, const SetValues& values);
 

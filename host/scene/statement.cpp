@@ -4,6 +4,8 @@
 #include <array>
 #include <optional>
 
+#include "scene/lexical.h"
+
 namespace host::scene {
 
 namespace {
@@ -17,10 +19,6 @@ std::optional<StatementKind> kindOf(std::string_view keyword) {
     const auto found = std::find(kKeywords.begin(), kKeywords.end(), keyword);
     if (found == kKeywords.end()) return std::nullopt;
     return static_cast<StatementKind>(found - kKeywords.begin());
-}
-
-bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
 }
 
 bool isWordEnd(char c) {
@@ -113,17 +111,12 @@ class Cutter {
     }
 
     bool skipString() {
-        const char* const first = at_++;
-        while (at_ != end_ && *at_ != '"') {
-            const bool takesNext =
-                *at_ == '\\' || (isDoubleByte_ && isLeadByte(static_cast<unsigned char>(*at_)));
-            at_ += takesNext && at_ + 1 != end_ ? 2 : 1;
-        }
-        if (at_ == end_) {
-            fail(first, "The string that begins here has no quotation mark at its end.");
+        const char* const behind = stringEnd(at_, end_, isDoubleByte_);
+        if (behind == nullptr) {
+            fail(at_, "The string that begins here has no quotation mark at its end.");
             return false;
         }
-        ++at_;
+        at_ = behind;
         return true;
     }
 
@@ -146,10 +139,6 @@ std::string placeText(std::string_view fileName, std::string_view text, std::uin
     const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
     return std::string(fileName) + ", line " + std::to_string(line) + ", column " +
            std::to_string(before.size() - lineStart + 1);
-}
-
-std::string_view keywordOf(StatementKind kind) {
-    return kKeywords[static_cast<std::size_t>(kind)];
 }
 
 }  // namespace host::scene

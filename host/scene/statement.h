@@ -43,19 +43,6 @@ struct SceneFault {
     explicit operator bool() const { return !text.empty(); }
 };
 
-/// How the bytes of strings are written. In a double-byte code page, a byte of a certain range takes the next
-/// byte with it, which may be a backslash or a quotation mark.
-enum class CodePage : std::uint16_t {
-    Utf8 = 65001,
-    Japanese = 932,
-    Chinese = 936,
-    Korean = 949,
-    Taiwanese = 950,
-    CentralEuropean = 1250,
-    Cyrillic = 1251,
-    Western = 1252
-};
-
 /// The bytes of a scene file, cut into statements.
 struct CutText {
     std::vector<Statement> statements{};
@@ -66,15 +53,7 @@ struct CutText {
 /// @param isDoubleByte  whether strings are in a double-byte code page
 CutText cutStatements(std::string_view text, bool isDoubleByte = false);
 
-/// Whether a byte begins a character of two bytes in the double-byte code pages.
-constexpr bool isLeadByte(unsigned char byte) {
-    return byte >= 0x81 && byte <= 0xFE && !(byte >= 0xA0 && byte <= 0xA0);
-}
-
 /// "<file>, line <n>, column <m>": where an offset is. Lines and columns count from 1, columns in bytes.
 std::string placeText(std::string_view fileName, std::string_view text, std::uint64_t offset);
-
-/// The keyword of a statement.
-std::string_view keywordOf(StatementKind kind);
 
 }  // namespace host::scene

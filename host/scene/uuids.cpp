@@ -3,7 +3,7 @@
 #include <array>
 #include <cctype>
 
-#include "scene/words.h"
+#include "scene/nodeStatements.h"
 
 namespace host::scene {
 
@@ -33,11 +33,7 @@ bool isDashPlace(std::size_t digit) {
 
 UuidGiver::UuidGiver(const SceneText& text, std::string_view sceneName) : seed_(hashed(sceneName)) {
     for (std::uint32_t k = 0; k < text.statements.size(); ++k) {
-        if (text.statements[k].kind != StatementKind::Rename) continue;
-        WordScanner words(text.statement(k));
-        words.next();
-        words.next();
-        taken_.insert(words.next().text());
+        if (text.statements[k].kind == StatementKind::Rename) taken_.insert(readUuid(text.statement(k)));
     }
 }
 

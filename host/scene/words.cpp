@@ -2,15 +2,11 @@
 
 #include <cctype>
 
-#include "scene/statement.h"
+#include "scene/lexical.h"
 
 namespace host::scene {
 
 namespace {
-
-bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
-}
 
 /// Appends a string without its quotation marks, and with its escapes resolved.
 void appendUnquoted(std::string& text, std::string_view raw) {
@@ -38,6 +34,10 @@ void appendUnquoted(std::string& text, std::string_view raw) {
 bool Word::isFlag() const {
     return kind == Kind::Bare && raw.size() > 1 && raw[0] == '-' &&
            std::isalpha(static_cast<unsigned char>(raw[1])) != 0 && raw != "-inf" && raw != "-nan";
+}
+
+bool Word::isOn() const {
+    return isBare("on") || isBare("yes") || isBare("true") || isBare("1");
 }
 
 std::string Word::text() const {
@@ -73,13 +73,10 @@ void WordScanner::skipBlanks() {
     }
 }
 
-const char* WordScanner::stringEnd(const char* quote) const {
-    const char* at = quote + 1;
-    while (at < end_ && *at != '"') {
-        const bool takesNext = *at == '\\' || (isDoubleByte_ && isLeadByte(static_cast<unsigned char>(*at)));
-        at += takesNext && at + 1 < end_ ? 2 : 1;
-    }
-    return at < end_ ? at + 1 : end_;
+/// After a string; the end of the statement if the string has no end.
+const char* WordScanner::behindString(const char* quote) const {
+    const char* const behind = stringEnd(quote, end_, isDoubleByte_);
+    return behind != nullptr ? behind : end_;
 }
 
 Word WordScanner::next() {
@@ -90,12 +87,12 @@ Word WordScanner::next() {
         return Word{kind, {first, static_cast<std::size_t>(at_ - first)}};
     };
     if (*at_ == '"') {
-        at_ = stringEnd(at_);
+        at_ = behindString(at_);
         return word(Word::Kind::Quoted);
     }
     if (*at_ == '(') {
         while (at_ != end_ && *at_ != ')')
-            at_ = *at_ == '"' ? stringEnd(at_) : at_ + 1;
+            at_ = *at_ == '"' ? behindString(at_) : at_ + 1;
         if (at_ != end_) ++at_;
         return word(Word::Kind::Sum);
     }
@@ -123,13 +120,6 @@ std::string inQuotes(std::string_view text) {
         }
     }
     return result += '"';
-}
-
-std::pair<std::string, std::string> readFileInfo(std::string_view statement) {
-    WordScanner words(statement);
-    words.next();
-    std::string key = words.next().text();
-    return {std::move(key), words.next().text()};
 }
 
 }  // namespace host::scene

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace host::scene {
 
@@ -24,6 +23,8 @@ struct Word {
     bool isBare(std::string_view word) const { return kind == Kind::Bare && raw == word; }
     /// A word that begins with a minus sign and a letter.
     bool isFlag() const;
+    /// Whether it is one of the words for a switch that is on.
+    bool isOn() const;
     /// The word without quotation marks, with escapes resolved and sums joined.
     std::string text() const;
 };
@@ -42,7 +43,7 @@ class WordScanner {
 
   private:
     void skipBlanks();
-    const char* stringEnd(const char* quote) const;
+    const char* behindString(const char* quote) const;
 
     const char* begin_;
     const char* at_;
@@ -52,8 +53,5 @@ class WordScanner {
 
 /// A text as a string of a scene file: in quotation marks, with escapes. Nothing in it can end the string.
 std::string inQuotes(std::string_view text);
-
-/// Key and text of a fileInfo statement.
-std::pair<std::string, std::string> readFileInfo(std::string_view statement);
 
 }  // namespace host::scene

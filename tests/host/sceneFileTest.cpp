@@ -210,6 +210,15 @@ const std::vector<EditCase> kEdits{
      {"connectAttr \"reader.out[0]\" \"faces.w[1]\";"},
      {}},
     {"newConnection", "connectAttr square.tx faces.w[0]", {}, {"connectAttr \"square.tx\" \"faces.w[0]\";"}},
+    {"defaultNodeThatTheFileNames", "currentTime 8", {"\tsetAttr \".o\" 12;"}, {"\tsetAttr \".o\" 10;"}},
+    {"defaultNodeThatTheFileDoesNotName",
+     "setAttr lambert1.diffuse 0.25",
+     {},
+     {"select -ne :lambert1;", "\tsetAttr \".dc\" 0.25;"}},
+    {"namesakeOfACamera",
+     "createNode transform -n top; select -cl;",
+     {},
+     {"createNode transform -n \"top\";"}},
 };
 
 class SceneEdit : public testing::TestWithParam<EditCase> {};
@@ -262,6 +271,7 @@ TEST(SceneFile, ValuesAreThoseOfTheFile) {
         {"nodeType reader", "poseReader"},
         {"polyEvaluate -vertex squareShapeOrig", "4"},
         {"listConnections -plugs true -source true -destination false faces.w[1]", "reader.out[0]"},
+        {"getAttr -time 3 square.ty", "-2"},
         {"file -q -modified", "0"},
         {"undoInfo -q -undoQueueEmpty", "1"},
         {"ls -type poseReader", "reader"}};
@@ -468,6 +478,17 @@ TEST(SceneFile, AnImportIsOneStepAndKeepsWhatItBrings) {
     }
     host.ok("file -open -force \"" + host.path("scene.ma") + "\"");
     EXPECT_EQ(host.dump(), after);
+}
+
+/// What a file names are its own nodes, whatever the open scene calls alike.
+TEST(SceneFile, AnImportOntoNamesakesKeepsItsOwnParentsAndConnections) {
+    SceneHost host;
+    host.open(kSquare);
+    host.ok("createNode transform -n elsewhere; parent square elsewhere");
+    host.ok("file -import \"" + host.write("again.ma", kSquare) + "\"");
+    EXPECT_EQ(host.ok("listRelatives -fullPath \"|square\""), "|square|squareShape |square|squareShapeOrig");
+    EXPECT_EQ(host.ok("listConnections -plugs true reader1.out[0]"), "faces1.weight[1]");
+    EXPECT_EQ(host.ok("listRelatives -parent \"elsewhere|square\""), "elsewhere");
 }
 
 TEST(SceneFile, ANodeBelowALaterOneFollowsIt) {

@@ -11,7 +11,6 @@
 #include "api/handles/objectAccess.h"
 #include "api/handles/plugAccess.h"
 #include "api/handles/session.h"
-#include "nodes/sceneTime.h"
 
 using host::api::Answer;
 using host::api::answerIf;
@@ -105,7 +104,6 @@ MStatus writeNumber(MPlug& plug, double value) {
     if (!status) return status;
     if (!place.isNumber()) return incompatible();
     scene().setNumber(place, value);
-    if (place.node()->isA("time")) host::nodes::timeChanged(scene());
     return MStatus::kSuccess;
 }
 
