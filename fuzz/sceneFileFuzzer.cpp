@@ -5,6 +5,7 @@
 #include <sstream>
 #include <string>
 
+#include "nodes/defaultCameras.h"
 #include "nodes/registerTypes.h"
 #include "scene/sceneReader.h"
 #include "scene/sceneWriter.h"
@@ -25,6 +26,7 @@ graph::Graph& emptyScene() {
     }
     graph->takeContent();
     nodes::setUpScene(*graph);
+    nodes::addDefaultCameras(*graph);
     return *graph;
 }
 

@@ -8,6 +8,7 @@
 #include "batch/prompt.h"
 #include "commands/commands.h"
 #include "geometry/textFile.h"
+#include "nodes/defaultCameras.h"
 #include "nodes/registerTypes.h"
 #include "platform/interrupt.h"
 #include "platform/library.h"
@@ -20,6 +21,7 @@ Application::Application(Console& console)
     graph_.setMessages(console);
     nodes::registerTypes(graph_.types());
     nodes::setUpScene(graph_);
+    nodes::addDefaultCameras(graph_);
     commands::registerCommands(registry_);
     registry_.interpreter().setInterruptFlag(platform::interruptFlag());
     console_.follow(&registry_.interpreter());

@@ -38,7 +38,8 @@ Found<AttributeTypeChoice> chosenType(const ParsedArguments& arguments) {
     return {*choice, {}};
 }
 
-Found<AttributeSpec> specOf(const ParsedArguments& arguments, const AttributeTypeChoice& type) {
+Found<AttributeSpec> specOf(const graph::Graph& graph, const ParsedArguments& arguments,
+                            const AttributeTypeChoice& type) {
     const std::string longName = arguments.text("longName", arguments.text("shortName"));
     const std::string shortName = arguments.text("shortName", longName);
     if (longName.empty())
@@ -52,7 +53,7 @@ Found<AttributeSpec> specOf(const ParsedArguments& arguments, const AttributeTyp
     spec.isHidden = arguments.boolean("hidden");
     spec.isKeyable = arguments.boolean("keyable");
     const auto inGraphUnit = [&](std::string_view flag) {
-        return fromScriptUnit(type.kind, arguments.number(flag));
+        return fromScriptUnit(graph, type.kind, arguments.number(flag));
     };
     spec.defaultValue = inGraphUnit("defaultValue");
     if (arguments.isSet("minValue")) spec.minimum = inGraphUnit("minValue");
@@ -138,7 +139,7 @@ CommandResult addAttr(CommandContext& context, const ParsedArguments& arguments,
         return CommandResult::failure("addAttr: Found no valid items to add the attribute to.");
     const Found<AttributeTypeChoice> type = chosenType(arguments);
     if (!type.ok()) return CommandResult::failure(type.error);
-    const Found<AttributeSpec> spec = specOf(arguments, type.value);
+    const Found<AttributeSpec> spec = specOf(context.graph, arguments, type.value);
     if (!spec.ok()) return CommandResult::failure(spec.error);
     const bool touchesOpen =
         arguments.isSet("parent") || (type.value.childCount > 0 && !arguments.isSet("dataType"));

@@ -123,10 +123,11 @@ std::string niceName(const std::string& longName) {
     return nice;
 }
 
-std::optional<Value> rangeAnswer(const graph::Attribute& attribute, const ParsedArguments& arguments) {
+std::optional<Value> rangeAnswer(const graph::Graph& graph, const graph::Attribute& attribute,
+                                 const ParsedArguments& arguments) {
     const graph::AttributeSpec& spec = attribute.spec();
     const auto limit = [&](const std::optional<double>& value) {
-        return toScriptUnit(spec.kind, value.value_or(0.0));
+        return toScriptUnit(graph, spec.kind, value.value_or(0.0));
     };
     if (arguments.isSet("minExists")) return Value(spec.minimum.has_value());
     if (arguments.isSet("maxExists")) return Value(spec.maximum.has_value());
@@ -137,15 +138,17 @@ std::optional<Value> rangeAnswer(const graph::Attribute& attribute, const Parsed
     return std::nullopt;
 }
 
-std::vector<double> defaultsOf(const graph::Attribute& attribute) {
-    if (!attribute.isCompound()) return {toScriptUnit(attribute.kind(), attribute.spec().defaultValue)};
+std::vector<double> defaultsOf(const graph::Graph& graph, const graph::Attribute& attribute) {
+    if (!attribute.isCompound())
+        return {toScriptUnit(graph, attribute.kind(), attribute.spec().defaultValue)};
     std::vector<double> defaults;
     for (const auto& child : attribute.children())
-        defaults.push_back(toScriptUnit(child->kind(), child->spec().defaultValue));
+        defaults.push_back(toScriptUnit(graph, child->kind(), child->spec().defaultValue));
     return defaults;
 }
 
-std::optional<Value> nameAnswer(const graph::Attribute& attribute, const ParsedArguments& arguments) {
+std::optional<Value> nameAnswer(const graph::Graph& graph, const graph::Attribute& attribute,
+                                const ParsedArguments& arguments) {
     const graph::AttributeSpec& spec = attribute.spec();
     if (arguments.isSet("longName")) return Value(spec.longName);
     if (arguments.isSet("shortName")) return Value(spec.shortName);
@@ -153,7 +156,7 @@ std::optional<Value> nameAnswer(const graph::Attribute& attribute, const ParsedA
     if (arguments.isSet("attributeType")) return Value(attributeTypeName(attribute));
     if (arguments.isSet("listEnum")) return Value(std::vector<std::string>{joined(spec.enumNames)});
     if (arguments.isSet("listChildren")) return Value(childNames(attribute));
-    if (arguments.isSet("listDefault")) return Value(defaultsOf(attribute));
+    if (arguments.isSet("listDefault")) return Value(defaultsOf(graph, attribute));
     if (!arguments.isSet("listParent")) return std::nullopt;
     const graph::Attribute* parent = attribute.parent();
     return Value(parent != nullptr ? std::vector<std::string>{parent->longName()}
@@ -191,8 +194,10 @@ CommandResult attributeQuery(CommandContext& context, const ParsedArguments& arg
     if (arguments.isSet("exists")) return CommandResult::success(attribute != nullptr);
     if (attribute == nullptr)
         return CommandResult::failure("attributeQuery: Attribute '" + name + "' was not found.");
-    if (auto answer = nameAnswer(*attribute, arguments)) return CommandResult::success(std::move(*answer));
-    if (auto answer = rangeAnswer(*attribute, arguments)) return CommandResult::success(std::move(*answer));
+    if (auto answer = nameAnswer(context.graph, *attribute, arguments))
+        return CommandResult::success(std::move(*answer));
+    if (auto answer = rangeAnswer(context.graph, *attribute, arguments))
+        return CommandResult::success(std::move(*answer));
     if (auto answer = traitAnswer(*attribute, arguments)) return CommandResult::success(std::move(*answer));
     return CommandResult::failure("attributeQuery: Nothing was asked for.");
 }

@@ -64,7 +64,7 @@ CommandResult create(CommandContext& context, const ParsedArguments& arguments) 
                                           " without -edit is not covered.");
     }
     Found<std::string> name;
-    if (arguments.isSet("name")) name = legalName(arguments.text("name"));
+    if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
     const Found<std::vector<NodeRef>> shapes = shapesOf(context, arguments);
     if (!shapes.ok()) return CommandResult::failure(shapes.error);

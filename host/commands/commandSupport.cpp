@@ -13,8 +13,6 @@ namespace host::commands {
 
 namespace {
 
-constexpr double kFramesPerSecond = 24.0;
-
 /// The plug pnts[...] of a mesh for a vertex word after the mesh's name.
 graph::PlugMatch pointPlug(graph::Graph& graph, const graph::NodeRef& node, std::string_view attribute) {
     const auto word = graph::parseMeshComponentWord(attribute);
@@ -84,6 +82,21 @@ Found<graph::NodeRef> nodeOfPlugName(graph::Graph& graph, std::string_view nodeN
     if (nodes.empty()) return {nullptr, "No object matches name: " + name};
     if (nodes.size() > 1) return {nullptr, "More than one object matches name: " + name};
     return {nodes.front(), {}};
+}
+
+/// A name within its namespace; empty if it has no letter or digit.
+std::string legalPart(std::string_view wanted) {
+    const auto isLetterOrDigit = [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 128 && std::isalnum(byte) != 0;
+    };
+    if (std::none_of(wanted.begin(), wanted.end(), isLetterOrDigit)) return {};
+    std::string name(wanted);
+    for (char& c : name) {
+        if (!isLetterOrDigit(c)) c = '_';
+    }
+    if (std::isdigit(static_cast<unsigned char>(name.front())) != 0) name.insert(0, 1, '_');
+    return name;
 }
 
 }  // namespace
@@ -163,35 +176,31 @@ std::string fullPlugName(const graph::Graph& graph, const graph::Plug& plug) {
     return graph.uniqueName(*plug.node()) + '.' + plug.fullAttributePath(true);
 }
 
-double fromScriptUnit(graph::ValueKind kind, double value) {
+double fromScriptUnit(const graph::Graph& graph, graph::ValueKind kind, double value) {
     if (kind == graph::ValueKind::Angle) return value * (geometry::kPi / 180.0);
-    if (kind == graph::ValueKind::Time) return value / kFramesPerSecond;
+    if (kind == graph::ValueKind::Time) return value / graph.framesPerSecond();
     return value;
 }
 
-double toScriptUnit(graph::ValueKind kind, double value) {
+double toScriptUnit(const graph::Graph& graph, graph::ValueKind kind, double value) {
     if (kind == graph::ValueKind::Angle) return value * (180.0 / geometry::kPi);
-    if (kind == graph::ValueKind::Time) return value * kFramesPerSecond;
+    if (kind == graph::ValueKind::Time) return value * graph.framesPerSecond();
     return value;
 }
 
-Found<std::string> legalName(const std::string& wanted) {
-    std::string name = wanted;
-    if (!name.empty() && name.front() == ':') name.erase(0, 1);
-    if (name.find(':') != std::string::npos)
-        return {{}, "Namespaces are not covered by this host: " + wanted};
+Found<std::string> legalName(const graph::Graph& graph, const std::string& wanted) {
+    std::string name = graph.wholeName(wanted);
     if (!name.empty() && name.back() == '#') name.back() = '1';
-    const auto isLetterOrDigit = [](char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return byte < 128 && std::isalnum(byte) != 0;
-    };
-    if (std::none_of(name.begin(), name.end(), isLetterOrDigit))
-        return {{}, "New name has no legal characters."};
-    for (char& c : name) {
-        if (!isLetterOrDigit(c)) c = '_';
+    std::string legal;
+    for (std::size_t from = 0; from <= name.size();) {
+        const std::size_t colon = std::min(name.find(':', from), name.size());
+        const std::string part = legalPart(std::string_view(name).substr(from, colon - from));
+        if (part.empty()) return {{}, "New name has no legal characters."};
+        if (!legal.empty()) legal += ':';
+        legal += part;
+        from = colon + 1;
     }
-    if (std::isdigit(static_cast<unsigned char>(name.front())) != 0) name.insert(0, 1, '_');
-    return {std::move(name), {}};
+    return {std::move(legal), {}};
 }
 
 std::vector<std::string> uniqueNames(const graph::Graph& graph, const std::vector<graph::NodeRef>& nodes) {

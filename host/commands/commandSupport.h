@@ -59,14 +59,14 @@ bool hasSource(const graph::Graph& graph, const graph::Plug& plug);
 /// The node and the whole attribute path in long names, as messages about connections name a plug.
 std::string fullPlugName(const graph::Graph& graph, const graph::Plug& plug);
 
-/// Converts a value between the unit of scripts (degrees, frames of film) and that of the graph (radians,
+/// Converts a value between the unit of scripts (degrees, the scene's frames) and that of the graph (radians,
 /// seconds).
-double fromScriptUnit(graph::ValueKind kind, double value);
-double toScriptUnit(graph::ValueKind kind, double value);
+double fromScriptUnit(const graph::Graph& graph, graph::ValueKind kind, double value);
+double toScriptUnit(const graph::Graph& graph, graph::ValueKind kind, double value);
 
-/// A wanted name with all illegal characters replaced by underscores; empty if it has no legal ones. A "#" at
-/// the end becomes the first free number. A name with a namespace is an error: this host has no namespaces.
-Found<std::string> legalName(const std::string& wanted);
+/// The whole name that a script means (Graph::wholeName), with all illegal characters replaced by
+/// underscores. It is an error if a part has no legal ones. A "#" at the end becomes the first free number.
+Found<std::string> legalName(const graph::Graph& graph, const std::string& wanted);
 
 /// Shortest unique names.
 std::vector<std::string> uniqueNames(const graph::Graph& graph, const std::vector<graph::NodeRef>& nodes);

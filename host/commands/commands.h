@@ -35,7 +35,7 @@ void registerOptionVarCommand(mel::CommandRegistry& registry);        // optionV
 void registerUndoCommands(mel::CommandRegistry& registry);            // undo redo undoInfo flushUndo
 void registerPluginCommands(mel::CommandRegistry& registry);          // loadPlugin unloadPlugin pluginInfo
 void registerScriptCommands(mel::CommandRegistry& registry);  // source evalDeferred help whatIs exists quit
-                                                              // about internalVar currentUnit
+                                                              // about internalVar
 
 void registerSetCommands(mel::CommandRegistry& registry);         // sets
 void registerPolyQueryCommands(mel::CommandRegistry& registry);   // polySelect polyEvaluate
@@ -49,12 +49,13 @@ void registerJointCommand(mel::CommandRegistry& registry);        // joint
 void registerSkinClusterCommand(mel::CommandRegistry& registry);  // skinCluster
 void registerSkinPercentCommand(mel::CommandRegistry& registry);  // skinPercent
 void registerColorCommands(mel::CommandRegistry& registry);       // polyColorPerVertex polyColorSet
+void registerNamespaceCommands(mel::CommandRegistry& registry);   // namespace namespaceInfo
 void registerTimeCommands(mel::CommandRegistry& registry);        // currentTime playbackOptions
 void registerToolCommands(mel::CommandRegistry& registry);  // setToolTo currentCtx contextInfo headlessDrag
 void registerFileCommand(mel::CommandRegistry& registry,
                          const std::shared_ptr<scene::SceneSession>& session);  // file
 void registerSceneStatementCommands(
     mel::CommandRegistry& registry,
-    const std::shared_ptr<scene::SceneSession>& session);  // fileInfo requires
+    const std::shared_ptr<scene::SceneSession>& session);  // fileInfo requires currentUnit
 
 }  // namespace host::commands

@@ -83,6 +83,12 @@ Found<ParentRequest> parentRequest(CommandContext& context, const ParsedArgument
 
 CommandResult parent(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
+    if (arguments.isSet("addObject")) {
+        return CommandResult::failure(
+            "parent: A node has one parent in this host. The instances of an opened scene are kept as its "
+            "file "
+            "has them.");
+    }
     const Found<ParentRequest> request = parentRequest(context, arguments);
     if (!request.ok()) return CommandResult::failure(request.error);
     graph::Node* target = request.value.parent.get();
@@ -128,8 +134,8 @@ Found<std::vector<graph::NodeRef>> groupMembers(CommandContext& context, const P
 
 CommandResult group(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
-    Found<std::string> name{graph.nextName("group"), {}};
-    if (arguments.isSet("name")) name = legalName(arguments.text("name"));
+    Found<std::string> name{graph.nextName(graph.wholeName("group")), {}};
+    if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
     Found<std::vector<graph::NodeRef>> members;
     if (!arguments.isSet("empty")) members = groupMembers(context, arguments);
@@ -230,9 +236,9 @@ CommandResult listRelatives(CommandContext& context, const ParsedArguments& argu
 void registerDagCommands(mel::CommandRegistry& registry) {
     Syntax parenting;
     parenting.flag("w", "world").flag("r", "relative").flag("a", "absolute").flag("s", "shape");
+    parenting.flag("nc", "noConnections").flag("add", "addObject");
     parenting.objects(ObjectKind::Strings);
-    registry.add("parent", parenting, parent,
-                 "add addObject nc noConnections nis noInvScale rm removeObject");
+    registry.add("parent", parenting, parent, "nis noInvScale rm removeObject");
 
     Syntax grouping;
     grouping.flag("n", "name", {kText}).flag("em", "empty").flag("p", "parent", {kText});

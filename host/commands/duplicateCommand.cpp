@@ -3,6 +3,7 @@
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "commands/nodeCopy.h"
+#include "graph/namespaces.h"
 #include "nodes/meshNode.h"
 #include "nodes/sets.h"
 #include "nodes/transformNode.h"
@@ -32,9 +33,10 @@ graph::NodeRef copyNode(graph::Graph& graph, graph::Node& node, graph::Node* par
 }
 
 /// Name for the copy of a child. A shape that is named after its transform is named after the copied one.
-std::string childName(const graph::Node& child, const graph::Node& copiedParent) {
+std::string childName(const graph::Graph& graph, const graph::Node& child, const graph::Node& copiedParent) {
     const bool isNamesake = child.isA("shape") && child.name() == nodes::shapeNameFor(child.parent()->name());
-    return isNamesake ? nodes::shapeNameFor(copiedParent.name()) : child.name();
+    return isNamesake ? nodes::shapeNameFor(copiedParent.name())
+                      : graph.wholeName(graph::baseName(child.name()));
 }
 
 /// Copies a node and, unless `nodeOnly`, what is below it. Appends the copies that are not shapes, top first.
@@ -51,7 +53,7 @@ graph::NodeRef copyTree(graph::Graph& graph, graph::Node& root, const std::strin
         const auto [node, parent] = ahead.back();
         ahead.pop_back();
         const graph::NodeRef copy =
-            copyNode(graph, *node, parent, node == &root ? name : childName(*node, *parent));
+            copyNode(graph, *node, parent, node == &root ? name : childName(graph, *node, *parent));
         if (node == &root) copiedRoot = copy;
         if (!node->isA("shape")) copies.push_back(copy);
         if (nodeOnly) break;
@@ -73,7 +75,7 @@ CommandResult duplicate(CommandContext& context, const ParsedArguments& argument
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return CommandResult::failure(items.error);
     Found<std::string> name;
-    if (arguments.isSet("name")) name = legalName(arguments.text("name"));
+    if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
     std::vector<graph::NodeRef> originals = nodesOf(items.value);
     // A shape is copied with its transform.

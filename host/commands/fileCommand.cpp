@@ -76,19 +76,33 @@ CommandResult openScene(CommandContext& context, const ParsedArguments& argument
     return CommandResult::success(session.path());
 }
 
+/// Where imported nodes go, without a colon in front or at the end. A namespace that exists is joined only on
+/// demand.
+Found<std::string> importNamespace(const graph::Graph& graph, const ParsedArguments& arguments) {
+    if (!arguments.isSet("namespace")) return {graph.currentNamespace(), {}};
+    const std::string wanted = arguments.text("namespace");
+    if (wanted == ":") return {};
+    Found<std::string> space = legalName(graph, wanted);
+    if (!space.ok() || arguments.boolean("mergeNamespacesOnClash")) return space;
+    const std::string first = space.value;
+    for (int number = 1; graph.namespaces().count(space.value) != 0; ++number)
+        space.value = first + std::to_string(number);
+    return space;
+}
+
 CommandResult importScene(CommandContext& context, const ParsedArguments& arguments, SceneSession& session,
                           const std::string& path) {
-    std::string space = arguments.text("namespace");
-    while (!space.empty() && space.front() == ':')
-        space.erase(0, 1);
+    const graph::Graph& graph = context.graph;
+    const Found<std::string> space = importNamespace(graph, arguments);
+    if (!space.ok()) return failure("file: '" + arguments.text("namespace") + "' is no name of a namespace.");
     std::vector<graph::NodeRef> created;
-    std::string error = session.import(path, space.empty() ? space : space + ':', created);
+    std::string error = session.import(path, space.value, created);
     if (!error.empty()) return failure(std::move(error));
     if (!arguments.isSet("returnNewNodes")) return CommandResult::success(path);
     std::vector<std::string> names;
     names.reserve(created.size());
     for (const graph::NodeRef& node : created)
-        names.push_back(context.graph.fullPath(*node));
+        names.push_back(graph.fullPath(*node));
     return CommandResult::success(Value(std::move(names)));
 }
 

@@ -20,7 +20,7 @@ bool isWhole(graph::ValueKind kind) {
 
 Value numberValue(graph::Graph& graph, const graph::Plug& plug) {
     const graph::ValueKind kind = plug.attribute().kind();
-    const double value = toScriptUnit(kind, graph.number(plug));
+    const double value = toScriptUnit(graph, kind, graph.number(plug));
     return isWhole(kind) ? Value(static_cast<int>(value)) : Value(value);
 }
 
@@ -57,7 +57,7 @@ class ValueCollector {
   private:
     void addNumber(const graph::Plug& plug) {
         const graph::ValueKind kind = plug.attribute().kind();
-        numbers_.push_back(toScriptUnit(kind, graph_.number(plug)));
+        numbers_.push_back(toScriptUnit(graph_, kind, graph_.number(plug)));
         areWhole_ = areWhole_ && isWhole(kind);
     }
 
@@ -161,7 +161,7 @@ CommandResult getAttr(CommandContext& context, const ParsedArguments& arguments)
         return CommandResult::failure("getAttr: " + graph.plugName(time) + " is connected.");
     if (!std::isfinite(wanted))
         return CommandResult::failure("getAttr: '" + Value(wanted).toString() + "' is no time.");
-    const nodes::TimeScope scope(graph, fromScriptUnit(graph::ValueKind::Time, wanted));
+    const nodes::TimeScope scope(graph, fromScriptUnit(graph, graph::ValueKind::Time, wanted));
     return readValue(graph, found.value, asString);
 }
 

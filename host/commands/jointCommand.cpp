@@ -67,7 +67,7 @@ Found<NodeRef> parentOf(CommandContext& context, const ParsedArguments& argument
 CommandResult create(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
     Found<std::string> name;
-    if (arguments.isSet("name")) name = legalName(arguments.text("name"));
+    if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
     const Found<NodeRef> parent = parentOf(context, arguments);
     if (!parent.ok()) return CommandResult::failure(parent.error);

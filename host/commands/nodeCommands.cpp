@@ -5,6 +5,7 @@
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "nodes/defaultCameras.h"
 #include "nodes/meshNode.h"
 #include "scene/fileTypes.h"
 #include "scene/uuids.h"
@@ -16,7 +17,7 @@ namespace {
 /// The transform for a new shape without a named parent.
 graph::NodeRef makeTransformFor(graph::Graph& graph, const graph::NodeType& shapeType) {
     const std::string base = shapeType.isA("mesh") ? "polySurface" : shapeType.name();
-    return graph.createNode(*graph.types().find("transform"), graph.nextName(base));
+    return graph.createNode(*graph.types().find("transform"), graph.nextName(graph.wholeName(base)));
 }
 
 Found<graph::NodeRef> parentOption(CommandContext& context, const ParsedArguments& arguments,
@@ -37,7 +38,7 @@ CommandResult createNode(CommandContext& context, const ParsedArguments& argumen
     if (type == nullptr || type->isAbstract())
         return CommandResult::failure("createNode: Unrecognized node type '" + typeName + "'.");
     Found<std::string> name;
-    if (arguments.isSet("name")) name = legalName(arguments.text("name"));
+    if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
     if (arguments.isSet("shared") && !name.value.empty()) {
         const std::vector<graph::NodeRef> existing = graph.nodesNamed(name.value);
@@ -103,7 +104,9 @@ CommandResult deleteNodes(CommandContext& context, const ParsedArguments& argume
         return CommandResult::success();
     }
     // A pattern may match nodes that every scene has.
-    const auto isKept = [](const graph::NodeRef& node) { return scene::isDefaultNode(*node); };
+    const auto isKept = [](const graph::NodeRef& node) {
+        return scene::isDefaultNode(*node) || nodes::isDefaultCamera(*node);
+    };
     const auto kept = std::stable_partition(nodes.begin(), nodes.end(), std::not_fn(isKept));
     if (kept == nodes.begin() && !nodes.empty())
         return CommandResult::failure("delete: Cannot delete the read only node " + nodes.front()->name() +
@@ -142,7 +145,7 @@ CommandResult rename(CommandContext& context, const ParsedArguments& arguments) 
         graph.setUuid(*node, words.back());
         return CommandResult::success(graph.uniqueName(*node));
     }
-    const Found<std::string> name = legalName(words.back());
+    const Found<std::string> name = legalName(graph, words.back());
     if (!name.ok()) return CommandResult::failure(name.error);
     if (scene::isDefaultNode(*node)) return CommandResult::failure("Cannot rename a read only node.");
     graph::Node* shape = arguments.isSet("ignoreShape") ? nullptr : namesakeShape(*node);

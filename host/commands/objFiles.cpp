@@ -71,10 +71,10 @@ std::string typeObstacle(const ParsedArguments& arguments, const std::string& pa
 // Import.
 
 /// Name for a mesh without one: that of its file.
-std::string nameFor(const geometry::ObjObject& object, const std::string& path) {
+std::string nameFor(const graph::Graph& graph, const geometry::ObjObject& object, const std::string& path) {
     std::string name = object.name.empty() ? std::filesystem::u8path(path).stem().u8string() : object.name;
     std::replace(name.begin(), name.end(), ':', '_');
-    const Found<std::string> legal = legalName(name);
+    const Found<std::string> legal = legalName(graph, name);
     return legal.ok() ? legal.value : "polySurface1";
 }
 
@@ -95,7 +95,7 @@ CommandResult importObj(CommandContext& context, const ParsedArguments& argument
     std::vector<std::string> names;
     for (geometry::ObjObject& object : file.objects) {
         const NodeRef shape =
-            nodes::createMesh(graph, std::move(object.mesh), nameFor(object, path), nullptr);
+            nodes::createMesh(graph, std::move(object.mesh), nameFor(graph, object, path), nullptr);
         shadeInitially(graph, shape);
         names.push_back(graph.fullPath(*shape->parent()));
         names.push_back(graph.fullPath(*shape));

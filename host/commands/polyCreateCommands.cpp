@@ -69,7 +69,8 @@ std::string setNumbers(graph::Graph& graph, const NodeRef& history, const Primit
         const graph::Plug plug = history->plug(flag.attribute);
         std::string error = writeObstacle(graph, plug);
         if (!error.empty()) return error;
-        graph.setNumber(plug, fromScriptUnit(plug.attribute().kind(), arguments.number(flag.longName)));
+        graph.setNumber(plug,
+                        fromScriptUnit(graph, plug.attribute().kind(), arguments.number(flag.longName)));
     }
     return {};
 }
@@ -100,7 +101,7 @@ CommandResult editPrimitive(CommandContext& context, const ParsedArguments& argu
     for (const NumberFlag& flag : primitive.flags) {
         if (!arguments.isSet(flag.longName)) continue;
         const graph::Plug plug = history.value->plug(flag.attribute);
-        const double value = toScriptUnit(plug.attribute().kind(), context.graph.number(plug));
+        const double value = toScriptUnit(context.graph, plug.attribute().kind(), context.graph.number(plug));
         const bool isWhole = plug.attribute().kind() == graph::ValueKind::Int;
         return CommandResult::success(isWhole ? Value(static_cast<int>(value)) : Value(value));
     }
@@ -130,8 +131,8 @@ CommandResult namesOf(const graph::Graph& graph, const NodeRef& shape, const Nod
 CommandResult createPrimitive(CommandContext& context, const ParsedArguments& arguments,
                               const Primitive& primitive) {
     graph::Graph& graph = context.graph;
-    Found<std::string> name{primitive.transformName, {}};
-    if (arguments.isSet("name")) name = legalName(arguments.text("name"));
+    Found<std::string> name{graph.wholeName(primitive.transformName), {}};
+    if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
     if (!isAxisUp(arguments))
         return CommandResult::failure(std::string(primitive.command) +
@@ -201,7 +202,7 @@ CommandResult polyUnite(CommandContext& context, const ParsedArguments& argument
         if (!mesh.ok()) return CommandResult::failure("polyUnite: " + mesh.error);
     }
     Found<std::string> name{"polySurface1", {}};
-    if (arguments.isSet("name")) name = legalName(arguments.text("name"));
+    if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
     const NodeRef shape = createEmptyMesh(graph, name.value);
     const NodeRef unite = graph.createNode(*graph.types().find("polyUnite"));

@@ -1,11 +1,13 @@
-// Statements of scene files that scripts use as well: fileInfo and requires.
+// Statements of scene files that scripts use as well: fileInfo, requires and currentUnit.
 
 #include <algorithm>
 #include <memory>
+#include <tuple>
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "scene/sceneSession.h"
+#include "scene/sceneUnits.h"
 
 namespace host::commands {
 
@@ -50,6 +52,34 @@ CommandResult require(CommandContext& context, const ParsedArguments& arguments)
     return CommandResult::success();
 }
 
+/// Only the unit of time can be another one. A file keeps the one that its numbers are in.
+CommandResult currentUnit(CommandContext& context, const ParsedArguments& arguments,
+                          const SceneSession& session) {
+    scene::SceneUnits wanted;
+    wanted.framesPerSecond = context.graph.framesPerSecond();
+    const std::tuple<const char*, const char*, std::string> units[] = {
+        {"linear", "-l", "cm"},
+        {"angle", "-a", "deg"},
+        {"time", "-t", scene::timeUnitName(wanted.framesPerSecond)}};
+    for (const auto& [flag, statementFlag, now] : units) {
+        if (!arguments.isSet(flag)) continue;
+        if (arguments.isQuery()) return CommandResult::success(now);
+        const std::string name = arguments.text(flag);
+        const bool isKnown = scene::setUnit(wanted, statementFlag, name);
+        if (!isKnown || wanted.centimetres != 1.0 || wanted.radians != 0.0)
+            return CommandResult::failure("currentUnit: The unit '" + name +
+                                          "' is not covered by this host.");
+    }
+    if (wanted.framesPerSecond == context.graph.framesPerSecond()) return CommandResult::success();
+    if (!session.document().isNew) {
+        return CommandResult::failure(
+            "currentUnit: The times of an opened scene are in its own unit. Only that of a new scene can be "
+            "changed by this host.");
+    }
+    context.graph.setFramesPerSecond(wanted.framesPerSecond);
+    return CommandResult::success();
+}
+
 }  // namespace
 
 void registerSceneStatementCommands(mel::CommandRegistry& registry,
@@ -64,6 +94,15 @@ void registerSceneStatementCommands(mel::CommandRegistry& registry,
     requirement.multiUseFlag("nt", "nodeType", {kText}).multiUseFlag("dt", "dataType", {kText});
     requirement.objects(ObjectKind::Strings, 2, 2);
     registry.add("requires", requirement, require);
+
+    Syntax units;
+    units.flag("l", "linear", {kText}).flag("a", "angle", {kText}).flag("t", "time", {kText}).enableQuery();
+    registry.add(
+        "currentUnit", units,
+        [session](CommandContext& context, const ParsedArguments& arguments) {
+            return currentUnit(context, arguments, *session);
+        },
+        "f fullName ua updateAnimation");
 }
 
 }  // namespace host::commands

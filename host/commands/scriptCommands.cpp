@@ -1,4 +1,4 @@
-// The commands about scripts and the host, from source to quit, about, internalVar and currentUnit.
+// The commands about scripts and the host, from source to quit, about and internalVar.
 
 #include <algorithm>
 #include <cstdlib>
@@ -156,23 +156,6 @@ CommandResult internalVar(CommandContext&, const ParsedArguments& arguments) {
     return CommandResult::success(std::move(folder));
 }
 
-CommandResult currentUnit(CommandContext&, const ParsedArguments& arguments) {
-    const struct {
-        const char* flag;
-        const char* shortUnit;
-        const char* longUnit;
-    } units[] = {{"linear", "cm", "centimeter"}, {"angle", "deg", "degree"}, {"time", "film", "film"}};
-    for (const auto& unit : units) {
-        if (!arguments.isSet(unit.flag)) continue;
-        if (arguments.isQuery()) return CommandResult::success(unit.shortUnit);
-        const std::string wanted = arguments.text(unit.flag);
-        if (wanted != unit.shortUnit && wanted != unit.longUnit)
-            return CommandResult::failure("currentUnit: The unit '" + wanted +
-                                          "' is not covered by this host.");
-    }
-    return CommandResult::success();
-}
-
 }  // namespace
 
 void registerScriptCommands(mel::CommandRegistry& registry) {
@@ -202,10 +185,6 @@ void registerScriptCommands(mel::CommandRegistry& registry) {
     Syntax folders;
     folders.flag("utd", "userTmpDir");
     registry.add("internalVar", folders, internalVar, "uad userAppDir upd userPrefDir uwd userWorkspaceDir");
-
-    Syntax units;
-    units.flag("l", "linear", {kText}).flag("a", "angle", {kText}).flag("t", "time", {kText}).enableQuery();
-    registry.add("currentUnit", units, currentUnit, "f fullName ua updateAnimation");
 }
 
 }  // namespace host::commands

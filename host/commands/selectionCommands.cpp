@@ -3,6 +3,7 @@
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "graph/hierarchy.h"
+#include "nodes/defaultCameras.h"
 #include "nodes/sets.h"
 
 namespace host::commands {
@@ -38,8 +39,9 @@ std::vector<SelectionItem> allItems(const graph::Graph& graph, bool dependencyNo
         for (const graph::NodeRef& node : graph.nodes())
             items.push_back({node, {}, {}});
     } else {
-        for (graph::Node* root : graph.roots())
-            items.push_back({root->ref(), {}, {}});
+        for (graph::Node* root : graph.roots()) {
+            if (!nodes::isDefaultCamera(*root)) items.push_back({root->ref(), {}, {}});
+        }
     }
     return items;
 }

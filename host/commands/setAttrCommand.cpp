@@ -75,7 +75,7 @@ std::string fitNumber(const graph::Graph& graph, const graph::Plug& plug, bool c
     if (!clamps) {
         return "setAttr: Cannot set the attribute '" + graph.plugName(plug) + "' past its " +
                (isLow ? "minimum" : "maximum") + " value of " +
-               Value(toScriptUnit(spec.kind, limit)).toString() + '.';
+               Value(toScriptUnit(graph, spec.kind, limit)).toString() + '.';
     }
     value = limit;
     return {};
@@ -149,7 +149,8 @@ class ValueReader {
         const graph::ValueKind kind = plug.attribute().kind();
         const bool isWhole =
             kind == graph::ValueKind::Int || kind == graph::ValueKind::Enum || kind == graph::ValueKind::Bool;
-        double value = fromScriptUnit(kind, type_.empty() || isWhole ? words_.number() : words_.anyNumber());
+        double value =
+            fromScriptUnit(graph_, kind, type_.empty() || isWhole ? words_.number() : words_.anyNumber());
         if (!words_.ok()) return words_.error();
         std::string error = fitNumber(graph_, plug, clamps_, value);
         if (!error.empty()) return error;

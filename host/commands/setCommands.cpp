@@ -109,7 +109,7 @@ CommandResult create(CommandContext& context, const ParsedArguments& arguments,
                      const std::vector<SelectionItem>& items) {
     graph::Graph& graph = context.graph;
     Found<std::string> name{"set1", {}};
-    if (arguments.isSet("name")) name = legalName(arguments.text("name"));
+    if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
     const bool isRenderable = arguments.boolean("renderable");
     const NodeRef set =

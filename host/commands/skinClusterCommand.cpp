@@ -102,7 +102,7 @@ CommandResult create(CommandContext& context, const ParsedArguments& arguments) 
             return CommandResult::failure(std::string("skinCluster: -") + flag + " needs -edit.");
     }
     Found<std::string> name;
-    if (arguments.isSet("name")) name = legalName(arguments.text("name"));
+    if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
     const std::string obstacle = methodObstacle(arguments);
     if (!obstacle.empty()) return CommandResult::failure(prefixed(obstacle));

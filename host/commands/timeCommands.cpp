@@ -16,7 +16,8 @@ constexpr graph::ValueKind kTime = graph::ValueKind::Time;
 
 CommandResult currentTime(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
-    if (arguments.isQuery()) return CommandResult::success(toScriptUnit(kTime, nodes::currentTime(graph)));
+    if (arguments.isQuery())
+        return CommandResult::success(toScriptUnit(graph, kTime, nodes::currentTime(graph)));
     if (arguments.isSet("update") && !arguments.boolean("update"))
         return CommandResult::failure(
             "currentTime: A change that updates nothing is not covered by this host.");
@@ -27,8 +28,8 @@ CommandResult currentTime(CommandContext& context, const ParsedArguments& argume
     const graph::Plug plug = nodes::timePlug(graph);
     if (isLocked(plug) || hasSource(graph, plug))
         return CommandResult::failure("currentTime: " + graph.plugName(plug) + " is locked or connected.");
-    nodes::setCurrentTime(graph, fromScriptUnit(kTime, wanted.toFloat()));
-    return CommandResult::success(toScriptUnit(kTime, nodes::currentTime(graph)));
+    nodes::setCurrentTime(graph, fromScriptUnit(graph, kTime, wanted.toFloat()));
+    return CommandResult::success(toScriptUnit(graph, kTime, nodes::currentTime(graph)));
 }
 
 /// The times, in frames, between which the scene plays, and those of the whole animation.

@@ -101,12 +101,12 @@ Vec3 scalePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform) {
 }
 
 Vec3 toRadians(const Vec3& degrees) {
-    const auto radians = [](double angle) { return fromScriptUnit(graph::ValueKind::Angle, angle); };
+    const auto radians = [](double angle) { return angle * (geometry::kPi / 180.0); };
     return {radians(degrees.x), radians(degrees.y), radians(degrees.z)};
 }
 
 Vec3 toDegrees(const Vec3& radians) {
-    const auto degrees = [](double angle) { return toScriptUnit(graph::ValueKind::Angle, angle); };
+    const auto degrees = [](double angle) { return angle * (180.0 / geometry::kPi); };
     return {degrees(radians.x), degrees(radians.y), degrees(radians.z)};
 }
 

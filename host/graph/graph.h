@@ -39,6 +39,13 @@ struct TakenNumbers {
     long end = 1;
 };
 
+/// The namespaces of a scene besides the root, and the one that new names without a colon get. Without a
+/// colon in front: "a", "a:b". Empty for the root.
+struct Namespaces {
+    std::set<std::string, std::less<>> names{};
+    std::string current{};
+};
+
 /// What a scene consists of. Handles may keep nodes longer: after this they are not alive any more.
 struct SceneContent {
     SceneContent() = default;
@@ -52,6 +59,8 @@ struct SceneContent {
     std::vector<Node*> roots;
     Selection selection;
     bool hasKeptSources = false;  // a kept attribute feeds another node, or did
+    double framesPerSecond = 24.0;
+    Namespaces namespaces;
 };
 
 /// One connection, from source to destination.
@@ -133,6 +142,10 @@ class Graph {
     /// Lets every node count as unchanged (Node::isChanged): the scene is that of a file, or a new one.
     void forgetChanges();
 
+    /// The unit in which scripts give times. The graph itself counts seconds.
+    double framesPerSecond() const { return content_->framesPerSecond; }
+    void setFramesPerSecond(double rate);
+
     /// Sets the id that files give the node.
     void setUuid(Node& node, std::string uuid);
 
@@ -144,6 +157,23 @@ class Graph {
 
     NodeRef shapeOf(const NodeRef& node) const;
     int componentCount(const NodeRef& shape, ComponentKind kind);
+
+    // Namespaces.
+
+    /// All that exist. A namespace stays when its last node goes.
+    const std::set<std::string, std::less<>>& namespaces() const { return content_->namespaces.names; }
+    const std::string& currentNamespace() const { return content_->namespaces.current; }
+    const Namespaces& allNamespaces() const { return content_->namespaces; }
+    void setNamespaces(Namespaces namespaces);
+    /// Makes a namespace with those around it, or makes one of them the current one. The changes are
+    /// recorded.
+    void addNamespace(const std::string& nameSpace);
+    void setCurrentNamespace(const std::string& nameSpace);
+    /// Takes a namespace away, with those in it. It must have no nodes. If it was current, the root is.
+    void removeNamespace(const std::string& nameSpace);
+    /// The whole name that a script means for a new node: a name without a colon belongs to the current
+    /// namespace, and one that begins with a colon to the root.
+    std::string wholeName(std::string_view name) const;
 
     // Values.
 
@@ -237,6 +267,8 @@ class Graph {
     void leaveAgain(Node& node);
     void selectAgain(const Selection& selection);
     void setName(Node& node, const std::string& name);
+    /// Makes the namespaces of a name exist. That is not recorded: nothing is lost if they stay.
+    void enterNamespaces(const std::string& name);
     void setParent(Node& node, Node* parent, int position);
     std::string freeName(const std::string& wanted, const Node* parent, bool isDag, const Node* except);
     bool isNameTaken(const std::string& name, const Node* parent, bool isDag, const Node* except) const;

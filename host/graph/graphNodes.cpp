@@ -5,6 +5,7 @@
 #include <set>
 
 #include "graph/graph.h"
+#include "graph/namespaces.h"
 
 namespace host::graph {
 
@@ -58,6 +59,55 @@ void Graph::putContent(std::unique_ptr<SceneContent> content) {
     ++nameVersion_;
     ++changes_;
     content_ = std::move(content);
+}
+
+void Graph::setFramesPerSecond(double rate) {
+    const double before = content_->framesPerSecond;
+    if (rate == before) return;
+    if (recorder_ != nullptr) {
+        recorder_->add([before](Graph& graph) { graph.setFramesPerSecond(before); },
+                       [rate](Graph& graph) { graph.setFramesPerSecond(rate); });
+    }
+    ++changes_;
+    content_->framesPerSecond = rate;
+}
+
+void Graph::setNamespaces(Namespaces namespaces) {
+    record([before = content_->namespaces](Graph& graph) { graph.content_->namespaces = before; },
+           [namespaces](Graph& graph) { graph.content_->namespaces = namespaces; });
+    content_->namespaces = std::move(namespaces);
+    ++nameVersion_;
+}
+
+void Graph::enterNamespaces(const std::string& name) {
+    for (std::string_view space = namespaceOf(name); !space.empty(); space = namespaceOf(space)) {
+        if (!content_->namespaces.names.emplace(space).second) return;
+    }
+}
+
+void Graph::addNamespace(const std::string& nameSpace) {
+    Namespaces changed = content_->namespaces;
+    for (std::string_view space = nameSpace; !space.empty(); space = namespaceOf(space))
+        changed.names.emplace(space);
+    setNamespaces(std::move(changed));
+}
+
+void Graph::setCurrentNamespace(const std::string& nameSpace) {
+    setNamespaces({content_->namespaces.names, nameSpace});
+}
+
+void Graph::removeNamespace(const std::string& nameSpace) {
+    Namespaces changed = content_->namespaces;
+    for (auto at = changed.names.begin(); at != changed.names.end();)
+        at = isWithin(*at, nameSpace) ? changed.names.erase(at) : std::next(at);
+    if (isWithin(changed.current, nameSpace)) changed.current.clear();
+    setNamespaces(std::move(changed));
+}
+
+std::string Graph::wholeName(std::string_view name) const {
+    const std::string& current = content_->namespaces.current;
+    if (current.empty() || name.find(':') != std::string_view::npos) return std::string(withoutRoot(name));
+    return current + ':' + std::string(name);
 }
 
 void Graph::setUuid(Node& node, std::string uuid) {
@@ -115,7 +165,7 @@ void Graph::warnOfMissing() {
 NodeRef Graph::createNode(const NodeType& type, const std::string& name, Node* parent) {
     // A default name is unique in the whole scene. A wanted name only has to differ from its siblings.
     const std::string given =
-        name.empty() ? nextName(type.name()) : freeName(name, parent, type.isDag(), nullptr);
+        name.empty() ? nextName(wholeName(type.name())) : freeName(name, parent, type.isDag(), nullptr);
     auto node = std::make_shared<Node>(type, given, nextId_++);
     enterScene(node, parent, -1);
     const int position = type.isDag() ? static_cast<int>(siblings(parent).size()) - 1 : -1;
@@ -129,6 +179,7 @@ void Graph::enterScene(const NodeRef& node, Node* parent, int position) {
     content_->nodes[node->id()] = node;
     node->isAlive_ = true;
     content_->byName[node->name()].push_back(node.get());
+    enterNamespaces(node->name());
     if (node->type().isDag()) {
         auto& list = siblings(parent);
         const auto at =
@@ -367,6 +418,7 @@ void Graph::setName(Node& node, const std::string& name) {
     if (named.empty()) content_->byName.erase(node.name_);
     node.name_ = name;
     content_->byName[name].push_back(&node);
+    enterNamespaces(name);
     ++nameVersion_;
     ++changes_;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "graph/namespaces.h"
 #include "text/numbers.h"
 
 namespace host::graph {
@@ -25,16 +26,21 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
     return parts;
 }
 
-/// A leading colon names the root namespace, which is the only one.
-std::string_view withoutRootNamespace(std::string_view part) {
-    return !part.empty() && part.front() == ':' ? part.substr(1) : part;
+/// Whether a part of a path names a node: by its whole name, or by its name in the current namespace.
+bool isNamed(const Graph& graph, const Node& node, std::string_view part) {
+    if (matchesPattern(node.name(), withoutRoot(part))) return true;
+    const std::string& current = graph.currentNamespace();
+    return !current.empty() && part.front() != ':' && node.name().size() > current.size() &&
+           isWithin(namespaceOf(node.name()), current) &&
+           matchesPattern(std::string_view(node.name()).substr(current.size() + 1), part);
 }
 
 /// Whether the ancestors of a node end in the given path parts.
-bool matchesAncestors(const Node& node, const std::vector<std::string_view>& parts, bool isAbsolute) {
+bool matchesAncestors(const Graph& graph, const Node& node, const std::vector<std::string_view>& parts,
+                      bool isAbsolute) {
     const Node* up = node.parent();
     for (auto part = parts.rbegin() + 1; part != parts.rend(); ++part) {
-        if (up == nullptr || !matchesPattern(up->name(), withoutRootNamespace(*part))) return false;
+        if (up == nullptr || part->empty() || !isNamed(graph, *up, *part)) return false;
         up = up->parent();
     }
     return !isAbsolute || up == nullptr;
@@ -140,13 +146,15 @@ bool matchesPattern(std::string_view text, std::string_view pattern) {
     std::size_t star = std::string_view::npos;
     std::size_t resume = 0;
     while (t < text.size()) {
-        if (p < pattern.size() && (pattern[p] == '?' || (pattern[p] != '*' && pattern[p] == text[t]))) {
+        const bool isColon = text[t] == ':';
+        if (p < pattern.size() &&
+            ((pattern[p] == '?' && !isColon) || (pattern[p] != '*' && pattern[p] == text[t]))) {
             ++t;
             ++p;
         } else if (p < pattern.size() && pattern[p] == '*') {
             star = p++;
             resume = t;
-        } else if (star != std::string_view::npos) {
+        } else if (star != std::string_view::npos && text[resume] != ':') {
             p = star + 1;
             t = ++resume;
         } else {
@@ -170,16 +178,25 @@ std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path) {
     std::vector<std::string_view> parts = split(path, '|');
     const bool isAbsolute = parts.size() > 1 && parts.front().empty();
     if (isAbsolute) parts.erase(parts.begin());
-    const std::string_view leaf = withoutRootNamespace(parts.back());
+    const std::string_view leaf = parts.back();
     std::vector<NodeRef> result;
-    if (leaf.empty()) return result;
-    const std::vector<NodeRef> candidates = hasWildcard(leaf) ? graph.nodes() : graph.nodesNamed(leaf);
-    for (const NodeRef& node : candidates) {
-        if (parts.size() > 1 || isAbsolute) {
-            if (!node->type().isDag() || !matchesAncestors(*node, parts, isAbsolute)) continue;
+    if (withoutRoot(leaf).empty()) return result;
+    const auto add = [&](const std::vector<NodeRef>& candidates) {
+        for (const NodeRef& node : candidates) {
+            if (parts.size() > 1 || isAbsolute) {
+                if (!node->type().isDag() || !matchesAncestors(graph, *node, parts, isAbsolute)) continue;
+            }
+            if (isNamed(graph, *node, leaf)) result.push_back(node);
         }
-        if (matchesPattern(node->name(), leaf)) result.push_back(node);
+    };
+    if (hasWildcard(leaf)) {
+        add(graph.nodes());
+        return result;
     }
+    // What the current namespace has goes before the namesakes in the root.
+    const std::string& current = graph.currentNamespace();
+    if (!current.empty() && leaf.front() != ':') add(graph.nodesNamed(current + ':' + std::string(leaf)));
+    if (result.empty()) add(graph.nodesNamed(withoutRoot(leaf)));
     return result;
 }
 

@@ -27,7 +27,8 @@ struct PlugMatch {
 };
 
 /// Nodes that match a name or path: "mesh", "group|mesh", "|group|mesh", ":mesh". * and ? match any
-/// characters within one part. Order of creation.
+/// characters within one part, but no colon: "*" has what is in the root namespace, "*:*" what is one level
+/// below. A name without a colon in front is looked for in the current namespace first. Order of creation.
 std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path);
 
 /// The one node of a name without wildcards; null if none or several match.
@@ -48,7 +49,7 @@ PlugMatch findPlug(const Graph& graph, std::string_view name);
 /// nothing.
 NameMatches findAll(Graph& graph, std::string_view name);
 
-/// Whether text matches a pattern with * and ?.
+/// Whether text matches a pattern with * and ?, which stand for any characters but a colon.
 bool matchesPattern(std::string_view text, std::string_view pattern);
 /// Whether a node or attribute may have this name: letters, digits and underscores, with no digit first.
 bool isLegalName(std::string_view name);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "graph/names.h"
+#include "graph/namespaces.h"
 #include "nodes/deformers.h"
 #include "nodes/meshNode.h"
 #include "nodes/plugs.h"
@@ -82,8 +83,8 @@ TargetResult addTarget(graph::Graph& graph, const graph::NodeRef& blendShape, in
     const graph::Plug item = targetItemPlug(blendShape, baseIndex, weightIndex, index);
     if (std::string error = obstacle(graph, blendShape, item, targetShape, inBetween); !error.empty())
         return {false, std::move(error)};
-    const std::string name =
-        targetShape->parent() != nullptr ? targetShape->parent()->name() : targetShape->name();
+    const graph::Node& named = targetShape->parent() != nullptr ? *targetShape->parent() : *targetShape;
+    const std::string name(graph::baseName(named.name()));
     const graph::Plug weight = blendShape->plug("weight").element(weightIndex);
     const bool isNew = !graph.hasElement(weight);
     graph.connect(targetShape->plug("worldMesh").element(0), childPlug(item, kGeomTarget));

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "graph/namespaces.h"
 #include "nodes/deformers.h"
 #include "nodes/meshColors.h"
 #include "nodes/plugs.h"
@@ -56,8 +57,9 @@ std::string shapeNameFor(const std::string& transformName) {
 
 graph::NodeRef createMesh(graph::Graph& graph, geometry::Mesh mesh, const std::string& transformName,
                           graph::Node* parent) {
-    const graph::NodeRef transform = graph.createNode(
-        *graph.types().find("transform"), transformName.empty() ? "polySurface1" : transformName, parent);
+    const graph::NodeRef transform =
+        graph.createNode(*graph.types().find("transform"),
+                         transformName.empty() ? graph.wholeName("polySurface1") : transformName, parent);
     return createMeshShape(graph, std::move(mesh), {}, *transform);
 }
 
@@ -109,13 +111,13 @@ void offsetVertices(graph::Graph& graph, const graph::NodeRef& shape, const std:
 std::string copyName(graph::Graph& graph, const graph::Node& original) {
     switch (graph.variants().copyNames) {
         case graph::CopyNames::Default:
-            return "polySurface1";
+            return graph.wholeName("polySurface1");
         case graph::CopyNames::Appended:
-            return original.name() + "_copy1";
+            return graph.wholeName(graph::baseName(original.name())) + "_copy1";
         case graph::CopyNames::NextNumber:
             break;
     }
-    return graph.nextName(original.name());
+    return graph.nextName(graph.wholeName(graph::baseName(original.name())));
 }
 
 graph::NodeRef copyMesh(graph::Graph& graph, const graph::NodeRef& shape, graph::Node* parentTransform) {
@@ -126,7 +128,8 @@ graph::NodeRef copyMesh(graph::Graph& graph, const graph::NodeRef& shape, graph:
         parentTransform != nullptr
             ? parentTransform->ref()
             : graph.createNode(*graph.types().find("transform"),
-                               owner != nullptr ? copyName(graph, *owner) : "polySurface1", nullptr);
+                               owner != nullptr ? copyName(graph, *owner) : graph.wholeName("polySurface1"),
+                               nullptr);
     const std::string name =
         parentTransform != nullptr ? shape->name() : shapeCopyName(graph, *shape, *transform);
     graph::NodeRef copy = createMeshShape(graph, std::move(mesh), name, *transform);

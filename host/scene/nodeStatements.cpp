@@ -38,10 +38,6 @@ std::optional<NodeWords> readSelect(std::string_view statement) {
     return node.name.empty() ? std::nullopt : std::optional(std::move(node));
 }
 
-std::string_view withoutRoot(std::string_view name) {
-    return !name.empty() && name.front() == ':' ? name.substr(1) : name;
-}
-
 std::string readUuid(std::string_view statement) {
     WordScanner words(statement);
     words.next();

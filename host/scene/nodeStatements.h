@@ -19,9 +19,6 @@ struct NodeWords {
 std::optional<NodeWords> readCreateNode(std::string_view statement);
 std::optional<NodeWords> readSelect(std::string_view statement);
 
-/// A name without the colon of the root namespace.
-std::string_view withoutRoot(std::string_view name);
-
 /// The id in a rename statement.
 std::string readUuid(std::string_view statement);
 

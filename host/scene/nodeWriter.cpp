@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "graph/names.h"
+#include "nodes/defaultCameras.h"
 #include "scene/addStatements.h"
 #include "scene/dataText.h"
 #include "scene/meshText.h"
@@ -203,7 +204,7 @@ BlockEdits blockEdits(graph::Graph& graph, graph::Node& node, const SavedNode& s
 std::string movedNodeText(graph::Graph& graph, graph::Node& node, const SavedNode& source,
                           const MeshSources& meshes) {
     const SceneText& from = *source.text();
-    std::string text = createNodeText(graph, node, false) + from.form.lineEnd;
+    std::string text = createNodeText(graph, node, nodes::isDefaultCamera(node)) + from.form.lineEnd;
     const BlockEdits edits = blockEdits(graph, node, source, meshes);
     source.visitStatements([&](std::uint32_t index) {
         const auto found = edits.replaced.find(index);
@@ -224,7 +225,7 @@ std::string createNodeText(const graph::Graph& graph, const graph::Node& node, b
 
 std::string newNodeText(graph::Graph& graph, graph::Node& node, const std::string& uuid, const TextForm& form,
                         const MeshSources& meshes) {
-    std::string text = createNodeText(graph, node, false) + form.lineEnd;
+    std::string text = createNodeText(graph, node, nodes::isDefaultCamera(node)) + form.lineEnd;
     text += "\trename -uid " + inQuotes(uuid) + ';' + form.lineEnd;
     if (node.aliases().size() > 0)
         text += "\taddAttr -ci true -h true -sn \"aal\" -ln \"attributeAliasList\" -dt \"attributeAlias\";" +

@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "graph/names.h"
+#include "graph/namespaces.h"
+#include "nodes/defaultCameras.h"
 #include "scene/fileTypes.h"
 #include "scene/nodeStatements.h"
 #include "scene/words.h"
@@ -18,7 +20,7 @@ using graph::NodeRef;
 
 /// A legal name of a node in a file: with namespaces, and perhaps a colon in front.
 bool isNodeName(std::string_view name) {
-    name = withoutRoot(name);
+    name = graph::withoutRoot(name);
     for (std::size_t from = 0;;) {
         const std::size_t colon = std::min(name.find(':', from), name.size());
         if (!graph::isLegalName(name.substr(from, colon - from))) return false;
@@ -106,11 +108,13 @@ class Reader {
     NodeRef find(std::string_view name) const {
         const std::size_t bar = name.rfind('|');
         const std::string_view leaf =
-            withoutRoot(bar == std::string_view::npos ? name : name.substr(bar + 1));
+            graph::withoutRoot(bar == std::string_view::npos ? name : name.substr(bar + 1));
         const auto found = byFileName_.find(std::string(leaf));
         if (found == byFileName_.end()) {
             const NodeRef given = graph::findNode(graph_, leaf);
-            return given != nullptr && isDefaultNode(*given) ? given : nullptr;
+            const bool isShared =
+                given != nullptr && (isDefaultNode(*given) || nodes::isDefaultCamera(*given));
+            return isShared ? given : nullptr;
         }
         NodeRef match;
         for (const NodeRef& node : found->second) {
@@ -129,7 +133,7 @@ class Reader {
             const std::size_t bar = path.rfind('|');
             const std::string_view part = bar == std::string_view::npos ? path : path.substr(bar + 1);
             const auto own = fileNames_.find(up);
-            if (own == fileNames_.end() || own->second != withoutRoot(part)) return false;
+            if (own == fileNames_.end() || own->second != graph::withoutRoot(part)) return false;
             if (bar == std::string_view::npos) return true;
             path = path.substr(0, bar);
             up = up->parent();
@@ -154,7 +158,8 @@ class Reader {
                 return fail(index,
                             "The parent '" + words->parent + "' is not in the scene, or there are several.");
         }
-        const std::string name(withoutRoot(words->name));
+        const std::string name(graph::withoutRoot(words->name));
+        if (parent == nullptr && !options_.isImport) replaceCamera(name);
         if (words->isShared) {
             if (const NodeRef present = graph::findNode(graph_, name)) {
                 know(name, present);
@@ -174,12 +179,22 @@ class Reader {
         if (node->name() != wanted) result_.document.blocks.back().name = node->name();
     }
 
+    /// The cameras of a scene are those of its file, with no value that the file does not give. Those that it
+    /// does not name stay as they were made.
+    void replaceCamera(const std::string& name) {
+        const NodeRef camera = graph::findNode(graph_, '|' + name);
+        const auto& given = result_.document.givenNodes;
+        if (camera != nullptr && nodes::isDefaultCamera(*camera) &&
+            std::find(given.begin(), given.end(), camera) != given.end())
+            graph_.deleteNodes({camera});
+    }
+
     void select(std::uint32_t index) {
         const std::optional<NodeWords> words = readSelect(text_->statement(index));
         if (!words) return fail(index, "This is not a select statement of a scene file.");
         NodeRef node = find(words->name);
         if (node == nullptr && !options_.isImport) {
-            const std::string name(withoutRoot(words->name));
+            const std::string name(graph::withoutRoot(words->name));
             const auto type = defaultTypeOf(name);
             // What a reference holds is not loaded.
             if (type && isNodeName(name)) {

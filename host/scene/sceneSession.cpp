@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "nodes/defaultCameras.h"
 #include "nodes/registerTypes.h"
 #include "scene/fileTypes.h"
 #include "scene/nodeStatements.h"
@@ -39,7 +40,8 @@ class ContentKeeper {
 };
 
 SceneDocument emptyDocument(const graph::Graph& graph) {
-    SceneDocument document = startDocument(graph, std::make_shared<const SceneText>(emptySceneText()));
+    SceneDocument document =
+        startDocument(graph, std::make_shared<const SceneText>(emptySceneText(graph.framesPerSecond())));
     document.isNew = true;
     return document;
 }
@@ -107,6 +109,7 @@ void SceneSession::startNew() {
     graph_.undoQueue().clear();
     graph_.takeContent();
     nodes::setUpScene(graph_);
+    nodes::addDefaultCameras(graph_);
     document_ = emptyDocument(graph_);
     begin({});
 }
@@ -117,11 +120,13 @@ std::string SceneSession::open(const std::string& path) {
     const graph::RecordingScope silent(graph_, nullptr);
     ContentKeeper old(graph_);
     nodes::setUpScene(graph_);
+    nodes::addDefaultCameras(graph_);
     ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)));
     if (!result.ok()) return result.error;
     graph_.undoQueue().clear();
     old.drop();
     document_ = std::move(result.document);
+    graph_.setFramesPerSecond(document_.text->form.units.framesPerSecond);
     begin(fullPath(path));
     return {};
 }
@@ -131,12 +136,15 @@ std::string SceneSession::import(const std::string& path, const std::string& nam
     SceneTextResult read = readSceneText(path);
     if (!read.ok()) return read.error;
     ReadOptions options;
-    options.nameSpace = nameSpace;
+    options.nameSpace = nameSpace.empty() ? nameSpace : nameSpace + ':';
     options.isImport = true;
+    const graph::Namespaces before = graph_.allNamespaces();
+    if (!nameSpace.empty()) graph_.addNamespace(nameSpace);
     ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)), options);
     if (!result.ok()) {
         const graph::RecordingScope silent(graph_, nullptr);
         graph_.deleteNodes(result.created);
+        graph_.setNamespaces(before);
         return result.error;
     }
     created = std::move(result.created);
@@ -148,7 +156,14 @@ std::string SceneSession::import(const std::string& path, const std::string& nam
     return {};
 }
 
+void SceneSession::followTimeUnit() {
+    const double rate = graph_.framesPerSecond();
+    if (document_.isNew && document_.text->form.units.framesPerSecond != rate)
+        document_.text = std::make_shared<const SceneText>(emptySceneText(rate));
+}
+
 std::string SceneSession::save() {
+    followTimeUnit();
     SaveOptions options;
     options.path = path_;
     options.isRenamed = document_.isNew || fileNameOf(path_) != readName_;
@@ -162,6 +177,7 @@ std::string SceneSession::save() {
 }
 
 std::string SceneSession::exportTo(const std::string& path) {
+    followTimeUnit();
     SaveOptions options;
     options.path = fullPath(path);
     options.isRenamed = true;

@@ -34,7 +34,7 @@ class SceneSession {
     /// @return the error; empty on success
     std::string open(const std::string& path);
     /// Adds the nodes of a file to the scene, as one step that can be undone.
-    /// @param nameSpace  before each name; empty for none
+    /// @param nameSpace  for all names, without a colon at its end; empty for the root
     std::string import(const std::string& path, const std::string& nameSpace,
                        std::vector<graph::NodeRef>& created);
     /// Saves the scene under its name.
@@ -50,6 +50,8 @@ class SceneSession {
 
   private:
     void begin(const std::string& path);
+    /// A new scene is written in the unit of time that scripts have set since.
+    void followTimeUnit();
 
     graph::Graph& graph_;
     std::function<int(const std::string&)> settle_;

@@ -85,12 +85,15 @@ SceneTextResult makeSceneText(std::string bytes, const std::string& fileName) {
     return result;
 }
 
-SceneText emptySceneText() {
-    constexpr std::string_view kHeader =
+SceneText emptySceneText(double framesPerSecond) {
+    std::string header =
         "//Maya ASCII 2025 scene\n//Name: untitled\n//Codeset: UTF-8\nrequires maya \"2025\";\n"
-        "currentUnit -l centimeter -a degree -t film;\nfileInfo \"application\" \"maya\";\n"
-        "fileInfo \"product\" \"Maya 2025\";\nfileInfo \"version\" \"2025\";\n// End of untitled\n";
-    return makeSceneText(std::string(kHeader), "untitled").text;
+        "currentUnit -l centimeter -a degree -t ";
+    header += timeUnitName(framesPerSecond);
+    header +=
+        ";\nfileInfo \"application\" \"maya\";\nfileInfo \"product\" \"Maya 2025\";\n"
+        "fileInfo \"version\" \"2025\";\n// End of untitled\n";
+    return makeSceneText(std::move(header), "untitled").text;
 }
 
 }  // namespace host::scene

@@ -42,7 +42,7 @@ SceneTextResult readSceneText(const std::string& path);
 /// The same for text in memory.
 /// @param fileName  for messages
 SceneTextResult makeSceneText(std::string bytes, const std::string& fileName);
-/// The text of a scene without nodes.
-SceneText emptySceneText();
+/// The text of a scene without nodes, which counts time in this unit.
+SceneText emptySceneText(double framesPerSecond);
 
 }  // namespace host::scene

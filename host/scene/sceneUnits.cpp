@@ -33,30 +33,30 @@ bool setAngle(SceneUnits& units, const std::string& name) {
     return true;
 }
 
+/// Rates that have names. Others are spelled out: "120fps".
+constexpr std::pair<std::string_view, double> kRates[] = {{"hour", 1.0 / 3600.0},
+                                                          {"min", 1.0 / 60.0},
+                                                          {"sec", 1.0},
+                                                          {"millisec", 1000.0},
+                                                          {"game", 15.0},
+                                                          {"film", 24.0},
+                                                          {"pal", 25.0},
+                                                          {"ntsc", 30.0},
+                                                          {"show", 48.0},
+                                                          {"palf", 50.0},
+                                                          {"ntscf", 60.0},
+                                                          {"23.976fps", 24000.0 / 1001.0},
+                                                          {"29.97fps", 30000.0 / 1001.0},
+                                                          {"29.97df", 30000.0 / 1001.0},
+                                                          {"47.952fps", 48000.0 / 1001.0},
+                                                          {"59.94fps", 60000.0 / 1001.0}};
+
 bool setTime(SceneUnits& units, const std::string& name) {
-    static const std::map<std::string_view, double> kRates{{"hour", 1.0 / 3600.0},
-                                                           {"min", 1.0 / 60.0},
-                                                           {"sec", 1.0},
-                                                           {"millisec", 1000.0},
-                                                           {"game", 15.0},
-                                                           {"film", 24.0},
-                                                           {"pal", 25.0},
-                                                           {"ntsc", 30.0},
-                                                           {"show", 48.0},
-                                                           {"palf", 50.0},
-                                                           {"ntscf", 60.0},
-                                                           {"23.976fps", 24000.0 / 1001.0},
-                                                           {"29.97fps", 30000.0 / 1001.0},
-                                                           {"29.97df", 30000.0 / 1001.0},
-                                                           {"47.952fps", 48000.0 / 1001.0},
-                                                           {"59.94fps", 60000.0 / 1001.0},
-                                                           {"44100fps", 44100.0},
-                                                           {"48000fps", 48000.0}};
-    if (const auto found = kRates.find(name); found != kRates.end()) {
-        units.framesPerSecond = found->second;
+    for (const auto& [known, framesPerSecond] : kRates) {
+        if (known != name) continue;
+        units.framesPerSecond = framesPerSecond;
         return true;
     }
-    // Other rates are spelled out: "120fps".
     const auto rate = text::readNumber<double>(name);
     if (rate.length == 0 || name.substr(rate.length) != "fps" || !(rate.value > 0.0)) return false;
     units.framesPerSecond = rate.value;
@@ -96,6 +96,15 @@ bool setUnit(SceneUnits& units, std::string_view flag, const std::string& name) 
     if (flag == "-a" || flag == "-angle") return setAngle(units, name);
     if (flag == "-t" || flag == "-time") return setTime(units, name);
     return false;
+}
+
+std::string timeUnitName(double framesPerSecond) {
+    for (const auto& [name, rate] : kRates) {
+        if (rate == framesPerSecond) return std::string(name);
+    }
+    std::string name;
+    text::appendShortest(name, framesPerSecond);
+    return name + "fps";
 }
 
 }  // namespace host::scene

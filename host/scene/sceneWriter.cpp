@@ -7,6 +7,7 @@
 
 #include "geometry/textFile.h"
 #include "graph/names.h"
+#include "graph/namespaces.h"
 #include "scene/nodeStatements.h"
 #include "scene/nodeWriter.h"
 #include "scene/plugText.h"
@@ -154,7 +155,7 @@ class Writer {
     /// Whether the words of a createNode statement still make its node.
     bool isHeadTrue(const SavedBlock& block, const NodeWords& words) const {
         // A name that the file has twice cannot be told from others any more.
-        if (!block.name.empty() || withoutRoot(words.name) != block.node->name()) return false;
+        if (!block.name.empty() || graph::withoutRoot(words.name) != block.node->name()) return false;
         const Node* above = block.node->parent();
         if (words.parent.empty() || above == nullptr) return words.parent.empty() && above == nullptr;
         return graph::findNode(graph_, words.parent).get() == above;
@@ -222,10 +223,13 @@ class Writer {
                            [&](const NodeRef& other) { return other.get() == &node; });
     }
 
+    /// Of what was there before, a new scene names its cameras.
+    bool isOwn(const Node& node) const { return !isGiven(node) || (document_.isNew && node.type().isDag()); }
+
     bool isToAdd(const Node& node) const {
         if (moved_.count(&node) != 0) return true;
         if (written_.count(&node) != 0) return false;
-        return !isGiven(node) || node.hasChanges();
+        return isOwn(node) || node.hasChanges();
     }
 
     std::string addedText(Node& node) {
@@ -234,7 +238,7 @@ class Writer {
         const bool hasStatements =
             source != document_.sources.end() && source->second->text()->form.units == text_.form.units;
         if (hasStatements) return movedNodeText(graph_, node, *source->second, meshes_);
-        if (isGiven(node)) {
+        if (!isOwn(node)) {
             const std::string statements = editsOf(node).added;
             if (statements.empty()) return {};
             return "select -ne :" + node.name() + ';' + text_.form.lineEnd + statements;

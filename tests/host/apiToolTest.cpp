@@ -172,6 +172,16 @@ TEST_F(ToolTest, TheTimeIsInTheUsersUnit) {
     for (const double time : {std::numeric_limits<double>::infinity(), std::nan("")})
         EXPECT_FALSE(MAnimControl::setCurrentTime(MTime(time, MTime::kFilm)));
     EXPECT_EQ(MAnimControl::currentTime().value(), 7.25);
+    EXPECT_TRUE(MAnimControl::setCurrentTime(MTime(2.0, MTime::kSeconds)));
+    run("currentUnit -time \"29.97fps\"");
+    EXPECT_EQ(MTime::uiUnit(), MTime::k29_97FPS);
+    EXPECT_EQ(run("currentTime -query"), Value(60000.0 / 1001.0));
+    EXPECT_TRUE(MTime::setUIUnit(MTime::kNTSCFrame));
+    EXPECT_EQ(run("currentTime -query"), Value(60.0));
+    EXPECT_EQ(run("currentUnit -query -time"), Value("ntsc"));
+    EXPECT_FALSE(MTime::setUIUnit(MTime::kInvalid));
+    run("file -new -force");
+    EXPECT_EQ(MTime::uiUnit(), MTime::kFilm);
 }
 
 TEST_F(ToolTest, CurvesFollowTheTimeHoweverAPluginSetsIt) {

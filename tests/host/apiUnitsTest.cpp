@@ -19,7 +19,6 @@ class Units : public testing::Test {
     ~Units() override {
         MAngle::setUIUnit(MAngle::kDegrees);
         MDistance::setUIUnit(MDistance::kCentimeters);
-        MTime::setUIUnit(MTime::kFilm);
     }
 };
 
@@ -70,7 +69,6 @@ TEST_F(Units, changingTheUnitKeepsTheValue) {
 TEST_F(Units, userUnitsBelongToTheProgram) {
     EXPECT_EQ(MAngle::uiUnit(), MAngle::kDegrees);
     EXPECT_EQ(MDistance::uiUnit(), MDistance::kCentimeters);
-    EXPECT_EQ(MTime::uiUnit(), MTime::kFilm);
     EXPECT_EQ(MDistance::setUIUnit(MDistance::kMeters), MS::kSuccess);
     EXPECT_DOUBLE_EQ(MDistance::internalToUI(250.0), 2.5);
     EXPECT_DOUBLE_EQ(MDistance::uiToInternal(2.5), 250.0);
@@ -79,8 +77,6 @@ TEST_F(Units, userUnitsBelongToTheProgram) {
     EXPECT_NEAR(MAngle::uiToInternal(90.0), 1.5707963267948966, 1e-15);
     EXPECT_EQ(MAngle::setUIUnit(MAngle::kRadians), MS::kSuccess);
     EXPECT_EQ(MAngle::internalToUI(1.25), 1.25);
-    EXPECT_EQ(MTime::setUIUnit(MTime::kNTSCFrame), MS::kSuccess);
-    EXPECT_EQ(MTime(1.0, MTime::uiUnit()).as(MTime::kMilliseconds), 1000.0 / 30.0);
 }
 
 struct Rate {

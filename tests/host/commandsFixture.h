@@ -12,6 +12,7 @@
 #include "graph/names.h"
 #include "graph/sceneDump.h"
 #include "mel/commandRegistry.h"
+#include "nodes/defaultCameras.h"
 #include "nodes/meshNode.h"
 #include "nodes/registerTypes.h"
 #include "nodes/sets.h"
@@ -57,6 +58,7 @@ class Host {
         graph.setMessages(shown);
         nodes::registerTypes(graph.types());
         nodes::setUpScene(graph);
+        nodes::addDefaultCameras(graph);
         commands::registerCommands(registry);
     }
 

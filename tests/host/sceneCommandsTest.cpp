@@ -191,7 +191,7 @@ TEST_F(FileCommand, NamesImportedMeshesAfterTheObjectsOrTheFile) {
     EXPECT_EQ(host_.ok("file -import -type \"OBJ\" -returnNewNodes \"" + plain + "\""),
               "|my_face_2 |my_face_2|my_face_Shape2");
     EXPECT_EQ(host_.ok("file -import \"" + named + "\""), named);
-    EXPECT_EQ(host_.ok("ls -type transform"), "left_eye my_face_2 nose");
+    EXPECT_EQ(host_.ok("ls -type transform"), "front left_eye my_face_2 nose persp side top");
     EXPECT_EQ(host_.ok("polyEvaluate -f nose"), "2");
     EXPECT_EQ(host_.ok("sets -im initialShadingGroup left_eye nose my_face_2"), "1");
     EXPECT_EQ(host_.ok("file -i -typ \"OBJ\" -ignoreVersion -mergeNamespacesOnClash false -namespace \":\" "

@@ -210,15 +210,15 @@ const std::vector<EditCase> kEdits{
      {"connectAttr \"reader.out[0]\" \"faces.w[1]\";"},
      {}},
     {"newConnection", "connectAttr square.tx faces.w[0]", {}, {"connectAttr \"square.tx\" \"faces.w[0]\";"}},
-    {"defaultNodeThatTheFileNames", "currentTime 8", {"\tsetAttr \".o\" 12;"}, {"\tsetAttr \".o\" 10;"}},
+    {"defaultNodeThatTheFileNames", "currentTime 7", {"\tsetAttr \".o\" 12;"}, {"\tsetAttr \".o\" 7;"}},
     {"defaultNodeThatTheFileDoesNotName",
      "setAttr lambert1.diffuse 0.25",
      {},
      {"select -ne :lambert1;", "\tsetAttr \".dc\" 0.25;"}},
-    {"namesakeOfACamera",
-     "createNode transform -n top; select -cl;",
+    {"cameraThatTheFileDoesNotName",
+     "setAttr persp.tx 5",
      {},
-     {"createNode transform -n \"top\";"}},
+     {"select -ne :persp;", "\tsetAttr \".t\" -type \"double3\" 5 21 28 ;"}},
 };
 
 class SceneEdit : public testing::TestWithParam<EditCase> {};

@@ -34,10 +34,12 @@ bool isNameCharacter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
 }
 
-/// A node name has letters, digits and underscores. Any other character becomes an underscore.
-std::string legalName(std::string name) {
+/// A node name has letters, digits, underscores and the colons of namespaces. Any other character becomes an
+/// underscore.
+std::string legalName(const std::string& wanted) {
+    std::string name = scene().wholeName(wanted);
     for (char& c : name) {
-        if (!isNameCharacter(c)) c = '_';
+        if (!isNameCharacter(c) && c != ':') c = '_';
     }
     if (!name.empty() && name.front() >= '0' && name.front() <= '9') name.insert(0, 1, '_');
     return name;

@@ -14,7 +14,6 @@ namespace {
 // The user's units. Any thread may read them.
 std::atomic<MAngle::Unit> angleUnit{MAngle::kDegrees};
 std::atomic<MDistance::Unit> distanceUnit{MDistance::kCentimeters};
-std::atomic<MTime::Unit> timeUnit{MTime::kFilm};
 
 constexpr double kRadiansPerDegree = 0.017453292519943295769236907684886;
 
@@ -111,6 +110,21 @@ double framesPerSecond(MTime::Unit unit) {
             return 100.0;
         case MTime::k120FPS:
             return 120.0;
+        case MTime::k90FPS:
+            return 90.0;
+        case MTime::k23_976FPS:
+            return 24000.0 / 1001.0;
+        case MTime::k29_97FPS:
+        case MTime::k29_97DF:
+            return 30000.0 / 1001.0;
+        case MTime::k47_952FPS:
+            return 48000.0 / 1001.0;
+        case MTime::k59_94FPS:
+            return 60000.0 / 1001.0;
+        case MTime::k44100FPS:
+            return 44100.0;
+        case MTime::k48000FPS:
+            return 48000.0;
         default:
             return 0.0;
     }
@@ -257,14 +271,6 @@ MTime MTime::operator+(const MTime& other) const {
 
 MTime MTime::operator-(const MTime& other) const {
     return MTime(value_ - other.as(unit_), unit_);
-}
-
-MTime::Unit MTime::uiUnit() {
-    return timeUnit;
-}
-
-MStatus MTime::setUIUnit(Unit newUnit) {
-    return assignUnit(timeUnit, newUnit);
 }
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

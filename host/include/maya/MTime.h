@@ -45,7 +45,15 @@ class OPENMAYA_EXPORT MTime {
         k75FPS,
         k80FPS,
         k100FPS,
-        k120FPS
+        k120FPS,
+        k23_976FPS,
+        k29_97FPS,
+        k29_97DF,
+        k47_952FPS,
+        k59_94FPS,
+        k44100FPS,
+        k48000FPS,
+        k90FPS
     };
 
     MTime() = default;
