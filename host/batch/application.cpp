@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "batch/outputCommand.h"
 #include "batch/prompt.h"
 #include "commands/commands.h"
 #include "geometry/textFile.h"
@@ -21,6 +22,7 @@ Application::Application(Console& console)
     nodes::registerTypes(graph_.types());
     nodes::setUpScene(graph_);
     commands::registerCommands(registry_);
+    registerOutputCommand(registry_, console_);
     registry_.interpreter().setInterruptFlag(platform::interruptFlag());
     console_.follow(&registry_.interpreter());
 }

@@ -36,6 +36,7 @@ void registerCommands(mel::CommandRegistry& registry) {
     registerSkinClusterCommand(registry);
     registerSkinPercentCommand(registry);
     registerColorCommands(registry);
+    registerTextFileCommands(registry);
     registerTimeCommands(registry);
     registerToolCommands(registry);
     registerFileCommand(registry, session);

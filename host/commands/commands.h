@@ -49,6 +49,8 @@ void registerJointCommand(mel::CommandRegistry& registry);        // joint
 void registerSkinClusterCommand(mel::CommandRegistry& registry);  // skinCluster
 void registerSkinPercentCommand(mel::CommandRegistry& registry);  // skinPercent
 void registerColorCommands(mel::CommandRegistry& registry);       // polyColorPerVertex polyColorSet
+void registerTextFileCommands(mel::CommandRegistry& registry);    // getFileList filetest sysFile fopen fclose
+                                                                  // fprint fgetline
 void registerTimeCommands(mel::CommandRegistry& registry);        // currentTime playbackOptions
 void registerToolCommands(mel::CommandRegistry& registry);  // setToolTo currentCtx contextInfo headlessDrag
 void registerFileCommand(mel::CommandRegistry& registry,
