@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "batch/outputCommand.h"
 #include "batch/prompt.h"
 #include "commands/commands.h"
 #include "geometry/textFile.h"
@@ -23,6 +24,7 @@ Application::Application(Console& console)
     nodes::setUpScene(graph_);
     nodes::addDefaultCameras(graph_);
     commands::registerCommands(registry_);
+    registerOutputCommand(registry_, console_);
     registry_.interpreter().setInterruptFlag(platform::interruptFlag());
     console_.follow(&registry_.interpreter());
 }

@@ -35,6 +35,32 @@ bool Console::openLog(const std::string& path) {
     return false;
 }
 
+int Console::openCopy(const std::string& path) {
+    std::ofstream copy(std::filesystem::u8path(path), std::ios::binary | std::ios::trunc);
+    if (!copy.is_open()) return -1;
+    const std::lock_guard<std::mutex> lock(mutex_);
+    copies_.emplace(++lastCopy_, std::move(copy));
+    return lastCopy_;
+}
+
+bool Console::closeCopy(int number) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    const auto copy = copies_.find(number);
+    if (copy == copies_.end()) return false;
+    copy->second.close();
+    const bool isWhole = static_cast<bool>(copy->second);
+    copies_.erase(copy);
+    return isWhole;
+}
+
+std::vector<int> Console::copies() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    std::vector<int> numbers;
+    for (const auto& [number, copy] : copies_)
+        numbers.push_back(number);
+    return numbers;
+}
+
 void Console::follow(const mel::Interpreter* interpreter) {
     interpreter_ = interpreter;
     thread_ = std::this_thread::get_id();
@@ -88,6 +114,8 @@ void Console::write(std::string_view text, bool isMessage) {
         log_ << text;
         log_.flush();
     }
+    for (auto& [number, copy] : copies_)
+        copy << text;
 }
 
 }  // namespace host::batch

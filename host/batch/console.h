@@ -1,10 +1,12 @@
 #pragma once
 
 #include <fstream>
+#include <map>
 #include <mutex>
 #include <string>
 #include <string_view>
 #include <thread>
+#include <vector>
 
 #include "graph/messages.h"
 #include "mel/commandTable.h"
@@ -25,6 +27,13 @@ class Console final : public mel::Output, public graph::MessageSink {
     /// Copies all further output to a file, and replaces that file.
     /// @return false if it cannot be written
     bool openLog(const std::string& path);
+    /// Copies all further output to one more file, and replaces that file.
+    /// @return a number for `closeCopy`; -1 if it cannot be written
+    int openCopy(const std::string& path);
+    /// @return false if there is no such copy, or not all of it reached its file
+    bool closeCopy(int number);
+    /// The numbers of the open copies.
+    std::vector<int> copies();
 
     /// Names the interpreter whose statements the messages of commands belong to, if they come from the
     /// thread of this call.
@@ -58,6 +67,8 @@ class Console final : public mel::Output, public graph::MessageSink {
     std::mutex mutex_;
     std::string logPath_;
     std::ofstream log_;
+    std::map<int, std::ofstream> copies_;
+    int lastCopy_ = 0;
 };
 
 }  // namespace host::batch

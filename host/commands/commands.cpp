@@ -37,6 +37,7 @@ void registerCommands(mel::CommandRegistry& registry) {
     registerSkinPercentCommand(registry);
     registerColorCommands(registry);
     registerNamespaceCommands(registry);
+    registerTextFileCommands(registry);
     registerTimeCommands(registry);
     registerToolCommands(registry);
     registerFileCommand(registry, session);

@@ -50,6 +50,8 @@ void registerSkinClusterCommand(mel::CommandRegistry& registry);  // skinCluster
 void registerSkinPercentCommand(mel::CommandRegistry& registry);  // skinPercent
 void registerColorCommands(mel::CommandRegistry& registry);       // polyColorPerVertex polyColorSet
 void registerNamespaceCommands(mel::CommandRegistry& registry);   // namespace namespaceInfo
+void registerTextFileCommands(mel::CommandRegistry& registry);    // getFileList filetest sysFile fopen fclose
+                                                                  // fprint fgetline
 void registerTimeCommands(mel::CommandRegistry& registry);        // currentTime playbackOptions
 void registerToolCommands(mel::CommandRegistry& registry);  // setToolTo currentCtx contextInfo headlessDrag
 void registerFileCommand(mel::CommandRegistry& registry,

@@ -110,27 +110,38 @@ bool shapesGeometry(const Attribute& attribute) {
            root != "instObjGroups";
 }
 
+/// Whether one attribute is the other, or a part of it.
+bool shareValue(const Attribute& a, const Attribute& b) {
+    const auto& longer = a.path().size() < b.path().size() ? b.path() : a.path();
+    const Attribute& upper = a.path().size() < b.path().size() ? a : b;
+    return longer[upper.path().size() - 1] == &upper;
+}
+
 }  // namespace
 
 std::string Graph::unevaluatedSource(const Node& node) const {
     if (!content_->hasKeptSources) return {};
-    std::vector<const Node*> ahead{&node};
-    std::set<const Node*> seen{&node};
-    const auto visit = [&](const Node* next) {
-        if (next != nullptr && seen.insert(next).second) ahead.push_back(next);
+    // An output depends on all that goes into its node (null), a plain attribute on what goes into that
+    // attribute.
+    using Feeder = std::pair<const Node*, const Attribute*>;
+    std::vector<Feeder> ahead{{&node, nullptr}};
+    std::set<Feeder> seen{ahead.front()};
+    const auto visit = [&](const Node* next, const Attribute* attribute) {
+        if (next != nullptr && seen.emplace(next, attribute).second) ahead.emplace_back(next, attribute);
     };
     while (!ahead.empty()) {
-        const Node& at = *ahead.back();
+        const auto [at, part] = ahead.back();
         ahead.pop_back();
-        for (const auto& [key, link] : at.incoming()) {
+        for (const auto& [key, link] : at->incoming()) {
             if (!shapesGeometry(*key.attribute)) continue;
-            if (link.key.attribute->isKept())
-                return uniqueName(*link.node) + " (" + link.node->type().name() + ')';
-            visit(link.node);
+            if (part != nullptr && !shareValue(*part, *key.attribute)) continue;
+            const Attribute& source = *link.key.attribute;
+            if (source.isKept()) return uniqueName(*link.node) + " (" + link.node->type().name() + ')';
+            visit(link.node, source.isOutput() ? nullptr : &source);
             // A world matrix comes from the transforms above as well.
-            const bool isMatrix = link.key.attribute->spec().dataType == "matrix";
+            const bool isMatrix = source.spec().dataType == "matrix";
             for (const Node* up = isMatrix ? link.node->parent() : nullptr; up != nullptr; up = up->parent())
-                visit(up);
+                visit(up, nullptr);
         }
     }
     return {};

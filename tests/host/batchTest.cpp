@@ -52,6 +52,30 @@ TEST_F(Batch, StopsAtAScriptErrorAndNamesItsPlace) {
     EXPECT_EQ(outcome.messages, "// Error: file: " + script + " line 3.3: No object matches name: gone //\n");
 }
 
+TEST_F(Batch, CopiesWhatIsShownToFilesWhileTheyAreOpen) {
+    const Outcome outcome =
+        run({"-command",
+             "print \"before\\n\"; int $a = `cmdFileOutput -open \"" + path("a") +
+                 "\"`; warning \"one\"; int $b = `cmdFileOutput -open \"" + path("b") +
+                 "\"`; print \"two\\n\"; cmdFileOutput -close $a; catch(`select gone`); cmdFileOutput "
+                 "-closeAll; print \"after\\n\";"});
+    EXPECT_EQ(outcome.output, "before\ntwo\nafter\n");
+    const std::string warning = outcome.messages.substr(0, outcome.messages.find('\n') + 1);
+    const std::string error = outcome.messages.substr(warning.size());
+    EXPECT_EQ(readTextFile(path("a")).text, warning + "two\n");
+    EXPECT_EQ(readTextFile(path("b")).text, "two\n" + error);
+    EXPECT_NE(error.find("No object matches name: gone"), std::string::npos);
+}
+
+TEST_F(Batch, CannotCopyToAFolderOrCloseACopyTwice) {
+    EXPECT_EQ(run({"-command", "print(`cmdFileOutput -open \"" + path("") + "\"`)"}).output, "-1");
+    const Outcome outcome = run({"-command", "int $a = `cmdFileOutput -open \"" + path("a") +
+                                                 "\"`; cmdFileOutput -close $a; cmdFileOutput -close $a;"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.messages.find("There is no open file 1, or it could not be written."),
+              std::string::npos);
+}
+
 TEST_F(Batch, SaysWhereAPluginsCommandWasCalled) {
     const std::string script = written("calls.mel",
                                        "proc inner() {\n  dv_getBlendShapeIndices;\n}\n"

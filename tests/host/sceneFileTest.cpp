@@ -342,6 +342,23 @@ TEST(SceneFile, PointsThatDependOnWhatIsNotEvaluatedCannotBeRead) {
     EXPECT_EQ(host.ok("pointPosition -local squareShape.vtx[2]"), "0.5 0.0625 -0.5");
 }
 
+/// The editor of all blend shapes is connected with each of them. What feeds one is not what feeds the
+/// others.
+TEST(SceneFile, PointsDoNotDependOnWhatFeedsANeighbourOfASharedNode) {
+    SceneHost host;
+    host.open(kSquare);
+    host.ok("polyPlane -name plane; duplicate -name moved plane; blendShape -name mine moved plane");
+    host.ok("createNode shapeEditorManager -name editor");
+    host.ok("connectAttr faces.w[1] editor.bspr[0]; connectAttr editor.obsv[1] mine.tgdt[0].dpvs");
+    host.run("pointPosition -local planeShape.vtx[0]");
+    EXPECT_EQ(host.shown.errors, std::vector<std::string>());
+    // The editor passes nothing on, but its own attribute may be fed.
+    host.ok("connectAttr faces.w[1] editor.obsv[1]");
+    host.fails("pointPosition -local planeShape.vtx[0]");
+    EXPECT_EQ(host.shown.errors.front(),
+              "planeShape depends on reader (poseReader), which is not evaluated.");
+}
+
 TEST(SceneFile, IdsAreThoseOfTheFileAndNewOnesAreGivenOnce) {
     SceneHost host;
     host.open(kSquare);
