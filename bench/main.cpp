@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
     addExtractionRows();
     addEditRows();
     addSceneRows();
+    addSceneFileRows();
     addVertexOrderRows();
     addSculptRows();
     addSymmetryRows();

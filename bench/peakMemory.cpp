@@ -22,10 +22,14 @@ double statusValue(const std::string& name) {
 
 }  // namespace
 
-PeakMemory::PeakMemory() {
+void returnFreeMemory() {
 #ifdef __GLIBC__
-    malloc_trim(0);  // what is kept for later would hide what is taken
+    malloc_trim(0);
 #endif
+}
+
+PeakMemory::PeakMemory() {
+    returnFreeMemory();                             // what is kept for later would hide what is taken
     std::ofstream("/proc/self/clear_refs") << "5";  // starts the peak anew
     before_ = statusValue("VmRSS:");
 }

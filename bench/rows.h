@@ -8,6 +8,7 @@ void addEditRows();
 void addClosestFaceRows();
 void addRegionRows();
 void addSceneRows();
+void addSceneFileRows();
 void addSculptRows();
 void addMirrorRows();
 void addSymmetryRows();

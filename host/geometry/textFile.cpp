@@ -1,6 +1,8 @@
 #include "geometry/textFile.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -112,14 +114,23 @@ FileText readTextFile(const std::string& path) {
     FilePtr file(std::fopen(path.c_str(), "rb"));
     if (!file) return {{}, cannot("open", path, errno)};
     FileText result;
-    constexpr std::size_t kBlock = std::size_t{1} << 20;
+    std::string& text = result.text;
+    // Room for the whole file at once, so that nothing read is copied, and for a byte more: the end shows
+    // only beyond the last byte. What the system says is a hint. Devices have no size, and files may grow.
+    std::error_code ignored;
+    const std::uintmax_t size = fs::file_size(fs::u8path(path), ignored);
+    if (!ignored && size < text.max_size()) text.reserve(static_cast<std::size_t>(size) + 1);
+    // Small enough to be still in the cache when the bytes arrive.
+    constexpr std::size_t kBlock = std::size_t{1} << 18;
     for (;;) {
-        const std::size_t before = result.text.size();
-        result.text.resize(before + kBlock);
+        const std::size_t before = text.size();
+        const std::size_t room = text.capacity() - before;
+        const std::size_t wanted = room > 0 ? std::min(room, kBlock) : kBlock;
+        text.resize(before + wanted);
         // Some systems can open a directory. Reading it then fails.
-        const std::size_t count = std::fread(result.text.data() + before, 1, kBlock, file.get());
-        result.text.resize(before + count);
-        if (count == kBlock) continue;
+        const std::size_t count = std::fread(text.data() + before, 1, wanted, file.get());
+        text.resize(before + count);
+        if (count == wanted) continue;
         if (std::ferror(file.get()) != 0) return {{}, cannot("read", path, errno)};
         return result;
     }

@@ -249,4 +249,22 @@ TEST(TextFile, bytesComeBackAndFailuresAreNamed) {
     EXPECT_EQ(writeTextFile(nowhere, "x"), "cannot write '" + nowhere + "': " + reason);
 }
 
+TEST(TextFile, aFileOfAnySizeIsReadToItsEnd) {
+    const std::string path = testing::TempDir() + "delvenGeometrySizes.txt";
+    for (const int size : {0, 1, 262143, 262144, 262145, 524287, 524288, 524289, 1000003}) {
+        std::string bytes;
+        for (int k = 0; k < size; ++k)
+            bytes += static_cast<char>(k % 251);
+        ASSERT_EQ(writeTextFile(path, bytes), "");
+        EXPECT_TRUE(readTextFile(path).text == bytes) << size;
+    }
+    std::remove(path.c_str());
+}
+
+#if defined(__linux__)
+TEST(TextFile, aFileThatTheSystemNamesNoSizeForIsReadToItsEnd) {
+    EXPECT_NE(readTextFile("/proc/self/status").text.find("VmRSS"), std::string::npos);
+}
+#endif
+
 }  // namespace

@@ -1,6 +1,7 @@
 // Scenes opened, edited and saved: what an edit changes in the file, and what stays byte for byte.
 
 #include "host/sceneFixture.h"
+#include "scene/statement.h"
 
 namespace scenetest {
 namespace {
@@ -75,6 +76,20 @@ std::string withLineEnds(std::string text, const std::string& lineEnd) {
 }
 
 // --- Nothing changes
+
+TEST(SceneFile, CutsLongStatementsWhereverTheirPartsStand) {
+    for (std::size_t length = 4000; length < 4200; ++length) {
+        const std::string numbers(length, '7');
+        const std::string first = "setAttr \".a\" " + numbers + " / \"b;\\\"//\" // c;\"\n" + numbers + ';';
+        const std::string second = "setAttr \".d\" // e;\n \"" + numbers + ";\" ;";
+        const host::scene::CutText cut = host::scene::cutStatements(first + second + "\n// f;\n");
+        ASSERT_FALSE(cut.fault) << length;
+        ASSERT_EQ(cut.statements.size(), 2U) << length;
+        EXPECT_EQ(cut.statements[0].end, first.size()) << length;
+        EXPECT_EQ(cut.statements[1].begin, first.size()) << length;
+        EXPECT_EQ(cut.statements[1].end, first.size() + second.size()) << length;
+    }
+}
 
 TEST(SceneFile, KeepsEveryByteWhetherValuesWereReadOrNot) {
     for (const char* lineEnd : {"\n", "\r\n"}) {
