@@ -116,14 +116,18 @@ CommandResult saveScene(const ParsedArguments& arguments, SceneSession& session)
     return error.empty() ? CommandResult::success(session.path()) : failure(std::move(error));
 }
 
-CommandResult exportScene(const ParsedArguments& arguments, SceneSession& session, const std::string& path) {
-    if (arguments.isSet("exportSelected"))
-        return failure(
-            "file: Exporting selected nodes as a scene is not covered by this host. Use -exportAll.");
+CommandResult exportScene(const graph::Graph& graph, const ParsedArguments& arguments, SceneSession& session,
+                          const std::string& path) {
     std::error_code ignored;
     if (!arguments.isSet("force") && std::filesystem::exists(std::filesystem::u8path(path), ignored))
         return failure("file: " + path + " exists; -force replaces it.");
-    std::string error = session.exportTo(path);
+    std::vector<graph::NodeRef> selected;
+    for (const graph::SelectionItem& item : graph.selection().items())
+        selected.push_back(item.node);
+    if (arguments.isSet("exportSelected") && selected.empty())
+        return failure("Nothing is currently selected.");
+    std::string error =
+        arguments.isSet("exportSelected") ? session.exportNodes(path, selected) : session.exportTo(path);
     return error.empty() ? CommandResult::success(path) : failure(std::move(error));
 }
 
@@ -178,7 +182,7 @@ CommandResult file(CommandContext& context, const ParsedArguments& arguments, Sc
     if (action == "import")
         return kind == FileKind::Scene ? importScene(context, arguments, session, path)
                                        : importObj(context, arguments, path);
-    return kind == FileKind::Scene ? exportScene(arguments, session, path)
+    return kind == FileKind::Scene ? exportScene(context.graph, arguments, session, path)
                                    : exportObj(context, arguments, path);
 }
 

@@ -7,6 +7,7 @@
 
 #include "nodes/defaultCameras.h"
 #include "nodes/registerTypes.h"
+#include "scene/exportScope.h"
 #include "scene/fileTypes.h"
 #include "scene/nodeStatements.h"
 #include "scene/sceneReader.h"
@@ -44,6 +45,17 @@ SceneDocument emptyDocument(const graph::Graph& graph) {
         startDocument(graph, std::make_shared<const SceneText>(emptySceneText(graph.framesPerSecond())));
     document.isNew = true;
     return document;
+}
+
+/// What a file says of nodes besides their values and connections, as statements for another file. The locks
+/// of nodes are theirs.
+std::vector<AddedMention> mentionsOf(const SceneDocument& document) {
+    std::vector<AddedMention> mentions;
+    for (const SavedMention& mention : document.mentions) {
+        if (document.text->statements[mention.statement].kind != StatementKind::LockNode)
+            mentions.push_back({std::string(document.text->statement(mention.statement)), mention.nodes});
+    }
+    return mentions;
 }
 
 /// Whether a node's value comes from one that is not evaluated.
@@ -148,6 +160,8 @@ std::string SceneSession::import(const std::string& path, const std::string& nam
         return result.error;
     }
     created = std::move(result.created);
+    for (AddedMention& mention : mentionsOf(result.document))
+        addMention(std::move(mention));
     recordLinks(graph_, std::move(result.document.links), created);
     document_.sources.insert(result.document.sources.begin(), result.document.sources.end());
     for (const graph::NodeRef& node : created) {
@@ -183,6 +197,45 @@ std::string SceneSession::exportTo(const std::string& path) {
     options.isRenamed = true;
     options.settle = settle_;
     return writeScene(graph_, document_, uuids_, options);
+}
+
+void SceneSession::addMention(AddedMention mention) {
+    document_.addedMentions.push_back(mention);
+    hasUnsavedInfo_ = true;
+    // Steps are taken in turn, so the last one is always the one to take away.
+    graph_.record([this](graph::Graph&) { document_.addedMentions.pop_back(); },
+                  [this, mention](graph::Graph&) { document_.addedMentions.push_back(mention); });
+}
+
+std::string SceneSession::exportNodes(const std::string& path, const std::vector<graph::NodeRef>& nodes) {
+    followTimeUnit();
+    SaveOptions options;
+    options.path = fullPath(path);
+    options.isRenamed = true;
+    options.settle = settle_;
+    options.only = exportScope(nodes);
+    if (options.only.empty()) return "There is nothing to export: every scene has these nodes.";
+    SceneDocument part;
+    part.text = std::make_shared<const SceneText>(headerText(*document_.text));
+    part.isNew = true;
+    part.sources = document_.sources;
+    part.changedInfo = document_.changedInfo;
+    const auto isIn = [&](const graph::NodeRef& node) {
+        return node != nullptr && options.only.count(node.get()) != 0;
+    };
+    const auto addMentions = [&](const std::vector<AddedMention>& mentions) {
+        for (const AddedMention& mention : mentions) {
+            const auto& named = mention.nodes;
+            const bool isWhole = std::all_of(named.begin(), named.end(), [&](const graph::NodeRef& node) {
+                return isIn(node) || (node != nullptr && isDefaultNode(*node));
+            });
+            if (isWhole && std::any_of(named.begin(), named.end(), isIn))
+                part.addedMentions.push_back(mention);
+        }
+    };
+    addMentions(mentionsOf(document_));
+    addMentions(document_.addedMentions);
+    return writeScene(graph_, part, uuids_, options);
 }
 
 std::vector<std::pair<std::string, std::string>> SceneSession::fileInfo() const {

@@ -28,6 +28,9 @@ class SceneSession {
     /// @return false if there is none of that key
     bool removeFileInfo(const std::string& key);
 
+    /// Keeps a statement that means nothing to this host, to be saved with the scene. The change is recorded.
+    void addMention(AddedMention mention);
+
     /// Starts an empty scene. Nothing before it can be undone.
     void startNew();
     /// Opens a file in place of the scene. On failure the scene stays as it was.
@@ -41,6 +44,8 @@ class SceneSession {
     std::string save();
     /// Writes the scene to another file, without changing its name.
     std::string exportTo(const std::string& path);
+    /// The same with only some nodes and what belongs to them (exportScope).
+    std::string exportNodes(const std::string& path, const std::vector<graph::NodeRef>& nodes);
 
     /// The id of a node.
     const std::string& uuidOf(graph::Node& node) { return uuids_.obtain(node); }

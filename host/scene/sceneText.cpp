@@ -85,6 +85,22 @@ SceneTextResult makeSceneText(std::string bytes, const std::string& fileName) {
     return result;
 }
 
+SceneText headerText(const SceneText& of) {
+    const std::size_t first = of.statements.empty() ? of.bytes.size() : of.statements.front().begin;
+    std::string header = of.bytes.substr(0, first);
+    for (std::uint32_t k = 0; k < of.statements.size(); ++k) {
+        const StatementKind kind = of.statements[k].kind;
+        if (kind == StatementKind::CreateNode) break;
+        if (kind != StatementKind::Requires && kind != StatementKind::CurrentUnit &&
+            kind != StatementKind::FileInfo)
+            continue;
+        header += of.statement(k);
+        header += of.form.lineEnd;
+    }
+    header += "// End of " + of.fileName + of.form.lineEnd;
+    return makeSceneText(std::move(header), of.fileName).text;
+}
+
 SceneText emptySceneText(double framesPerSecond) {
     std::string header =
         "//Maya ASCII 2025 scene\n//Name: untitled\n//Codeset: UTF-8\nrequires maya \"2025\";\n"

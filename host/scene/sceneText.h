@@ -42,6 +42,8 @@ SceneTextResult readSceneText(const std::string& path);
 /// The same for text in memory.
 /// @param fileName  for messages
 SceneTextResult makeSceneText(std::string bytes, const std::string& fileName);
+/// The text of a scene without nodes that has the header of another one: its version, units and fileInfo.
+SceneText headerText(const SceneText& of);
 /// The text of a scene without nodes, which counts time in this unit.
 SceneText emptySceneText(double framesPerSecond);
 
