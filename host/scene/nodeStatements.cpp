@@ -57,8 +57,8 @@ std::optional<bool> readLock(std::string_view statement) {
     return hasFlag ? std::nullopt : std::optional(true);
 }
 
-std::pair<std::string, std::string> readFileInfo(std::string_view statement) {
-    WordScanner words(statement);
+std::pair<std::string, std::string> readFileInfo(std::string_view statement, bool isDoubleByte) {
+    WordScanner words(statement, isDoubleByte);
     words.next();
     std::string key = words.next().text();
     return {std::move(key), words.next().text()};

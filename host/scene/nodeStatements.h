@@ -26,6 +26,6 @@ std::string readUuid(std::string_view statement);
 std::optional<bool> readLock(std::string_view statement);
 
 /// Key and text of a fileInfo statement.
-std::pair<std::string, std::string> readFileInfo(std::string_view statement);
+std::pair<std::string, std::string> readFileInfo(std::string_view statement, bool isDoubleByte);
 
 }  // namespace host::scene

@@ -100,7 +100,7 @@ std::vector<std::string> plainText(const graph::Node& node, const PlugKey& key, 
     if (!exists(node, key)) return {};
     std::string text = '"' + ('.' + std::string(path)) + "\" ";
     if (attribute.kind() == ValueKind::Typed) {
-        const std::string value = dataText(*node.storedData(key));
+        const std::string value = dataText(*node.storedData(key), form.isDoubleByte);
         return value.empty() ? std::vector<std::string>() : std::vector<std::string>{text + value};
     }
     const std::string type = attribute.isCompound() ? graph::tupleName(attribute) : std::string();
@@ -268,8 +268,15 @@ void NewValues::write(const Attribute& attribute, PlugKey key, const graph::Slot
 
 void NewValues::writePlain(const PlugKey& key) {
     if (isCovered(key) || isFed(key)) return;
-    for (const std::string& text : plainText(node_, key, plugPath(key), form_))
+    const std::vector<std::string> texts = plainText(node_, key, plugPath(key), form_);
+    for (const std::string& text : texts)
         line(text);
+    const graph::DataPtr data =
+        key.attribute->kind() == graph::ValueKind::Typed ? node_.storedData(key) : nullptr;
+    if (texts.empty() && data != nullptr) {
+        graph_.messages().warning("The values of " + graph_.plugName(graph::Plug(node_.ref(), key)) + " (" +
+                                  std::string(data->typeName()) + ") are not saved by this host.");
+    }
 }
 
 /// A compound of like numbers is written as one value, if no part of it is written or fed.

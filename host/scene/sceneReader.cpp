@@ -315,7 +315,7 @@ class Reader {
     }
 
     void reference(std::uint32_t index) {
-        WordScanner words(text_->statement(index));
+        WordScanner words(text_->statement(index), text_->form.isDoubleByte);
         Word path;
         bool isReference = false;
         for (Word word = words.next(); !word.isEnd(); word = words.next()) {

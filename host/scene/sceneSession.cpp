@@ -244,7 +244,7 @@ std::vector<std::pair<std::string, std::string>> SceneSession::fileInfo() const 
     const SceneText& text = *document_.text;
     for (std::uint32_t k = 0; k < text.statements.size(); ++k) {
         if (text.statements[k].kind != StatementKind::FileInfo) continue;
-        const auto [key, value] = readFileInfo(text.statement(k));
+        const auto [key, value] = readFileInfo(text.statement(k), text.form.isDoubleByte);
         const auto changed = document_.changedInfo.find(key);
         const std::optional<std::string> now =
             changed != document_.changedInfo.end() ? changed->second : value;

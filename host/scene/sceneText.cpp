@@ -12,16 +12,21 @@ namespace host::scene {
 
 namespace {
 
+/// Newer releases write "UTF-8", older ones the number. A name that is neither says nothing.
+int codePageNamed(std::string_view name) {
+    const auto number = text::readNumber<int>(name);
+    return number.length > 0 ? number.value : kUtf8;
+}
+
 /// The code page that a comment at the top of the file names; UTF-8 if none does.
 int codePageOf(std::string_view bytes) {
     constexpr std::string_view kMark = "//Codeset: ";
     for (std::size_t at = 0; bytes.substr(at, 2) == "//"; at = bytes.find('\n', at) + 1) {
         const std::string_view line = bytes.substr(at, bytes.find('\n', at) - at);
-        if (line.substr(0, kMark.size()) == kMark)
-            return text::readNumber<int>(line.substr(kMark.size())).value;
+        if (line.substr(0, kMark.size()) == kMark) return codePageNamed(line.substr(kMark.size()));
         if (bytes.find('\n', at) == std::string_view::npos) break;
     }
-    return 65001;
+    return kUtf8;
 }
 
 bool isDoubleByte(int codePage) {
@@ -65,7 +70,8 @@ SceneTextResult makeSceneText(std::string bytes, const std::string& fileName) {
     text.fileName = fileName;
     text.bytes = std::move(bytes);
     text.form.lineEnd = lineEndOf(text.bytes);
-    text.form.isDoubleByte = isDoubleByte(codePageOf(text.bytes));
+    text.form.codePage = codePageOf(text.bytes);
+    text.form.isDoubleByte = isDoubleByte(text.form.codePage);
     CutText cut = cutStatements(text.bytes, text.form.isDoubleByte);
     if (cut.fault && text.form.isDoubleByte) {
         // Some files have strings of another code page than their header says.

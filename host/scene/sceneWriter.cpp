@@ -108,7 +108,7 @@ class Writer {
             if (at == std::string_view::npos || at + mark.size() > end) return;
             const std::size_t begin = at + mark.size();
             const std::size_t stop = std::min(bytes.find_first_of("\r\n", begin), bytes.size());
-            edits_.replace(begin, stop, name);
+            edits_.replaceComment(begin, stop, name);
         };
         const bool isEmpty = text_.statements.empty();
         replaceAfter("//Name: ", 0, isEmpty ? text_.bytes.size() : text_.statements.front().begin);
@@ -120,13 +120,14 @@ class Writer {
         if (document_.changedInfo.empty()) return;
         std::map<std::string, std::optional<std::string>> left = document_.changedInfo;
         std::int64_t last = headerEnd();
-        const auto textOf = [](const std::string& key, const std::string& value) {
-            return "fileInfo " + inQuotes(key) + ' ' + inQuotes(value) + ';';
+        const auto textOf = [this](const std::string& key, const std::string& value) {
+            const bool isDoubleByte = text_.form.isDoubleByte;
+            return "fileInfo " + inQuotes(key, isDoubleByte) + ' ' + inQuotes(value, isDoubleByte) + ';';
         };
         for (std::uint32_t k = 0; k < text_.statements.size(); ++k) {
             if (text_.statements[k].kind != StatementKind::FileInfo) continue;
             last = k;
-            const auto [key, value] = readFileInfo(text_.statement(k));
+            const auto [key, value] = readFileInfo(text_.statement(k), text_.form.isDoubleByte);
             const auto changed = document_.changedInfo.find(key);
             if (changed == document_.changedInfo.end()) continue;
             if (left.erase(key) == 0 || !changed->second) {
@@ -422,6 +423,11 @@ TextEdits sceneEdits(graph::Graph& graph, const SceneDocument& document, UuidGiv
 std::string writeScene(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids,
                        const SaveOptions& options) {
     TextEdits edits = sceneEdits(graph, document, uuids, options);
+    if (const std::string line = edits.foreignLine(); !line.empty()) {
+        return "The scene is in code page " + std::to_string(document.text->form.codePage) +
+               ", and new text with other letters than ASCII would not fit it: " + line +
+               " Nothing was saved. Use plain letters, or save the scene in UTF-8 in Maya first.";
+    }
     return geometry::writeFile(
         options.path, [&](std::ostream& stream) { edits.write(stream); }, options.settle);
 }

@@ -15,7 +15,10 @@ class TextEdits {
   public:
     explicit TextEdits(const SceneText& text) : text_(text) {}
 
-    void replace(std::uint64_t begin, std::uint64_t end, std::string by) { add(begin, end, std::move(by)); }
+    /// Replaces a part of a comment.
+    void replaceComment(std::uint64_t begin, std::uint64_t end, std::string by) {
+        edits_.push_back({begin, end, std::move(by), true});
+    }
     void replaceStatement(std::uint32_t index, std::string by);
     /// Removes a statement with the blanks before it. Comments stay.
     void removeStatement(std::uint32_t index);
@@ -24,6 +27,10 @@ class TextEdits {
     /// @param lines  each with a line end
     void insertAfter(std::int64_t index, const std::string& lines);
 
+    /// A new line with letters in UTF-8, where the text is in another code page; empty if there is none.
+    /// Bytes that the text had before are in its code page, and hardly ever read as UTF-8.
+    std::string foreignLine() const;
+
     void write(std::ostream& stream);
 
   private:
@@ -31,10 +38,11 @@ class TextEdits {
         std::uint64_t begin;
         std::uint64_t end;
         std::string by;
+        bool isComment = false;
     };
 
     void add(std::uint64_t begin, std::uint64_t end, std::string by) {
-        edits_.push_back({begin, end, std::move(by)});
+        edits_.push_back({begin, end, std::move(by), false});
     }
 
     const SceneText& text_;

@@ -9,11 +9,13 @@ namespace host::scene {
 namespace {
 
 /// Appends a string without its quotation marks, and with its escapes resolved.
-void appendUnquoted(std::string& text, std::string_view raw) {
+void appendUnquoted(std::string& text, std::string_view raw, bool isDoubleByte) {
     const std::string_view inner = raw.substr(1, raw.size() - 2);
     for (std::size_t k = 0; k < inner.size(); ++k) {
-        if (inner[k] != '\\' || k + 1 == inner.size()) {
+        const bool isLast = k + 1 == inner.size();
+        if (inner[k] != '\\' || isLast) {
             text += inner[k];
+            if (isDoubleByte && isLeadByte(inner[k]) && !isLast) text += inner[++k];
             continue;
         }
         ++k;
@@ -43,11 +45,11 @@ bool Word::isOn() const {
 std::string Word::text() const {
     std::string result;
     if (kind == Kind::Quoted) {
-        appendUnquoted(result, raw);
+        appendUnquoted(result, raw, isDoubleByte);
     } else if (kind == Kind::Sum) {
-        WordScanner parts(raw.substr(1, raw.size() - 2));
+        WordScanner parts(raw.substr(1, raw.size() - 2), isDoubleByte);
         for (Word part = parts.next(); !part.isEnd(); part = parts.next()) {
-            if (part.kind == Kind::Quoted) appendUnquoted(result, part.raw);
+            if (part.kind == Kind::Quoted) appendUnquoted(result, part.raw, isDoubleByte);
         }
     } else {
         result = raw;
@@ -84,7 +86,7 @@ Word WordScanner::next() {
     if (at_ == end_) return {};
     const char* const first = at_;
     const auto word = [&](Word::Kind kind) {
-        return Word{kind, {first, static_cast<std::size_t>(at_ - first)}};
+        return Word{kind, {first, static_cast<std::size_t>(at_ - first)}, isDoubleByte_};
     };
     if (*at_ == '"') {
         at_ = behindString(at_);
@@ -105,10 +107,13 @@ Word WordScanner::next() {
     return word(Word::Kind::Bare);
 }
 
-std::string inQuotes(std::string_view text) {
+std::string inQuotes(std::string_view text, bool isDoubleByte) {
     std::string result = "\"";
-    for (const char c : text) {
-        if (c == '\n') {
+    for (std::size_t k = 0; k < text.size(); ++k) {
+        const char c = text[k];
+        if (isDoubleByte && isLeadByte(c) && k + 1 < text.size()) {
+            result += text.substr(k++, 2);
+        } else if (c == '\n') {
             result += "\\n";
         } else if (c == '\t') {
             result += "\\t";

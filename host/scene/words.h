@@ -17,6 +17,7 @@ struct Word {
     };
     Kind kind = Kind::End;
     std::string_view raw{};
+    bool isDoubleByte = false;  ///< as for the scanner
 
     bool isEnd() const { return kind == Kind::End; }
     bool isText() const { return kind == Kind::Quoted || kind == Kind::Sum; }
@@ -32,7 +33,8 @@ struct Word {
 /// Goes through the words of one statement.
 class WordScanner {
   public:
-    /// @param statement  a whole statement, from its keyword to its semicolon
+    /// @param statement     a whole statement, from its keyword to its semicolon
+    /// @param isDoubleByte  whether strings are in a double-byte code page
     explicit WordScanner(std::string_view statement, bool isDoubleByte = false);
 
     Word next();
@@ -52,6 +54,6 @@ class WordScanner {
 };
 
 /// A text as a string of a scene file: in quotation marks, with escapes. Nothing in it can end the string.
-std::string inQuotes(std::string_view text);
+std::string inQuotes(std::string_view text, bool isDoubleByte = false);
 
 }  // namespace host::scene

@@ -184,6 +184,47 @@ TEST(SceneStatement, TheUnitOfTimeIsThatOfTheScene) {
               "currentUnit: The unit 'often' is not covered by this host.");
 }
 
+/// In a double-byte code page the second byte of a character may be a backslash or a quotation mark.
+TEST(SceneStatement, TextsInACodePageAreKeptAndOthersRefused) {
+    const std::string kana = "\x83\x5C\x95\x5C";
+    const std::string scene =
+        "//Maya ASCII 2016 scene\n//Codeset: 932\nrequires maya \"2016\";\n"
+        "fileInfo \"note\" \"" +
+        kana +
+        "\";\ncreateNode network -n \"n\";\n"
+        "\taddAttr -ci true -sn \"t\" -ln \"t\" -dt \"string\";\n"
+        "\tsetAttr \".t\" -type \"string\" \"" +
+        kana + "\\\"" + kana + "\";\n";
+    SceneHost host;
+    host.open(scene);
+    EXPECT_EQ(host.ok("getAttr n.t"), kana + '"' + kana);
+    EXPECT_EQ(host.ok("fileInfo -q note"), kana);
+    host.ok("duplicate -n m n; fileInfo other free");
+    const std::string text = host.saved();
+    host.ok("file -open \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.ok("getAttr m.t"), kana + '"' + kana);
+    EXPECT_EQ(host.saved(), text);
+    host.ok("setAttr -type \"string\" m.t \"\xE3\x82\xBD\"");
+    EXPECT_EQ(host.fails("file -save"),
+              "The scene is in code page 932, and new text with other letters than ASCII would not fit it: "
+              "setAttr \".t\" -type \"string\" \"\xE3\x82\xBD\" ; Nothing was saved. Use plain letters, or "
+              "save the "
+              "scene in UTF-8 in Maya first.");
+    EXPECT_EQ(host.read("scene.ma"), text);
+    EXPECT_EQ(host.ok("file -q -modified"), "1");
+    host.ok("setAttr -type \"string\" m.t so; file -save");
+}
+
+TEST(SceneStatement, WhatCannotBeSavedIsNamed) {
+    SceneHost host;
+    host.ok("polyCube -n box; polyColorPerVertex -rgb 1 0 0 box.vtx[0]; file -rename \"" +
+            host.path("scene.ma") + "\"; file -save");
+    EXPECT_EQ(
+        host.shown.warnings,
+        (std::vector<std::string>{"The values of boxShape.colorSet[0].vertexColors (vertexColors) are not "
+                                  "saved by this host."}));
+}
+
 TEST(SceneStatement, ANewSceneHasItsCameras) {
     SceneHost host;
     host.ok("file -new -force; createNode transform -n mine; file -rename \"" + host.path("scene.ma") + "\"");
