@@ -1,10 +1,13 @@
 // The command file: scenes and mesh files.
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 
 #include "commands/commands.h"
 #include "commands/objFiles.h"
+#include "commands/progressLine.h"
+#include "platform/streams.h"
 #include "scene/sceneSession.h"
 
 namespace host::commands {
@@ -205,10 +208,20 @@ void registerFileCommand(mel::CommandRegistry& registry, const std::shared_ptr<S
     syntax.flag("esn", "executeScriptNodes", {kSwitch}).flag("lrd", "loadReferenceDepth", {kText});
     syntax.flag("mnc", "mergeNamespacesOnClash", {kSwitch});
     syntax.enableQuery().objects(ObjectKind::Strings, 0, 1);
+    const auto progress = std::make_shared<ProgressLine>(
+        [] {
+            const auto now = std::chrono::steady_clock::now().time_since_epoch();
+            return std::chrono::duration<double>(now).count();
+        },
+        platform::writeToTerminal);
+    session->setProgress([progress](double part, std::uint64_t bytes) { progress->show(part, bytes); });
     registry.add(
         "file", syntax,
-        [session](CommandContext& context, const ParsedArguments& arguments) {
-            return file(context, arguments, *session);
+        [session, progress](CommandContext& context, const ParsedArguments& arguments) {
+            progress->begin();
+            CommandResult result = file(context, arguments, *session);
+            progress->end();
+            return result;
         },
         "rr removeReference ur unloadReference lr loadReference dr deferReference ex exists ch "
         "constructionHistory chn channels con constraints exp expressions sh shader ra renameAll rpr "

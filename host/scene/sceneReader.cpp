@@ -39,8 +39,14 @@ class Reader {
     ReadResult run() {
         types_ = fileTypes(*text_, graph_.types());
         const auto count = static_cast<std::uint32_t>(text_->statements.size());
-        for (std::uint32_t k = 0; k < count && result_.ok(); ++k)
+        std::uint64_t reported = 0;
+        for (std::uint32_t k = 0; k < count && result_.ok(); ++k) {
             read(k);
+            const std::uint64_t done = text_->statements[k].end;
+            if (!options_.progress || done - reported < kProgressStep) continue;
+            reported = done;
+            options_.progress(done);
+        }
         closeBlock(count);
         return std::move(result_);
     }

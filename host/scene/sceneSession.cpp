@@ -23,6 +23,13 @@ std::string fullPath(const std::string& path) {
     return full.lexically_normal().generic_u8string();
 }
 
+/// At least 1, also for what cannot be read.
+std::uint64_t sizeOf(const std::string& path) {
+    std::error_code failure;
+    const std::uintmax_t size = std::filesystem::file_size(std::filesystem::u8path(path), failure);
+    return failure ? 1 : std::max<std::uint64_t>(size, 1);
+}
+
 /// Takes the content out of the scene, and puts it back unless it is dropped: also if memory runs out.
 class ContentKeeper {
   public:
@@ -126,14 +133,24 @@ void SceneSession::startNew() {
     begin({});
 }
 
+Progress SceneSession::progressFrom(double start, std::uint64_t bytes) const {
+    if (!progress_) return {};
+    return [this, start, bytes](std::uint64_t done) {
+        progress_(start + 0.5 * static_cast<double>(done) / static_cast<double>(bytes), bytes);
+    };
+}
+
 std::string SceneSession::open(const std::string& path) {
-    SceneTextResult read = readSceneText(path);
+    const std::uint64_t bytes = sizeOf(path);
+    SceneTextResult read = readSceneText(path, progressFrom(0.0, bytes));
     if (!read.ok()) return read.error;
     const graph::RecordingScope silent(graph_, nullptr);
     ContentKeeper old(graph_);
     nodes::setUpScene(graph_);
     nodes::addDefaultCameras(graph_);
-    ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)));
+    ReadOptions options;
+    options.progress = progressFrom(0.5, bytes);
+    ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)), options);
     if (!result.ok()) return result.error;
     graph_.undoQueue().clear();
     old.drop();
@@ -145,11 +162,13 @@ std::string SceneSession::open(const std::string& path) {
 
 std::string SceneSession::import(const std::string& path, const std::string& nameSpace,
                                  std::vector<graph::NodeRef>& created) {
-    SceneTextResult read = readSceneText(path);
+    const std::uint64_t bytes = sizeOf(path);
+    SceneTextResult read = readSceneText(path, progressFrom(0.0, bytes));
     if (!read.ok()) return read.error;
     ReadOptions options;
     options.nameSpace = nameSpace.empty() ? nameSpace : nameSpace + ':';
     options.isImport = true;
+    options.progress = progressFrom(0.5, bytes);
     const graph::Namespaces before = graph_.allNamespaces();
     if (!nameSpace.empty()) graph_.addNamespace(nameSpace);
     ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)), options);

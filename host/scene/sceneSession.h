@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "scene/sceneDocument.h"
@@ -15,6 +16,13 @@ class SceneSession {
   public:
     /// @param settle  brings a file safely to the disk (SaveOptions)
     SceneSession(graph::Graph& graph, std::function<int(const std::string&)> settle);
+
+    /// @param show  told now and then while a file is opened or imported: which part of the work is done (0
+    /// to
+    ///              1), and how many bytes the file has
+    void setProgress(std::function<void(double part, std::uint64_t bytes)> show) {
+        progress_ = std::move(show);
+    }
 
     /// Full path of the scene's file, with slashes; empty for a scene without a name.
     const std::string& path() const { return path_; }
@@ -57,9 +65,12 @@ class SceneSession {
     void begin(const std::string& path);
     /// A new scene is written in the unit of time that scripts have set since.
     void followTimeUnit();
+    /// Tells of one half of the work on a file: cutting it, or making its nodes.
+    Progress progressFrom(double start, std::uint64_t bytes) const;
 
     graph::Graph& graph_;
     std::function<int(const std::string&)> settle_;
+    std::function<void(double, std::uint64_t)> progress_;
     SceneDocument document_;
     UuidGiver uuids_;
     std::string path_;

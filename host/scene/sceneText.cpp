@@ -56,15 +56,15 @@ std::string fileNameOf(const std::string& path) {
     return std::filesystem::u8path(path).filename().u8string();
 }
 
-SceneTextResult readSceneText(const std::string& path) {
+SceneTextResult readSceneText(const std::string& path, const Progress& progress) {
     geometry::FileText file = geometry::readTextFile(path);
-    if (file.ok()) return makeSceneText(std::move(file.text), fileNameOf(path));
+    if (file.ok()) return makeSceneText(std::move(file.text), fileNameOf(path), progress);
     SceneTextResult failed;
     failed.error = std::move(file.error);
     return failed;
 }
 
-SceneTextResult makeSceneText(std::string bytes, const std::string& fileName) {
+SceneTextResult makeSceneText(std::string bytes, const std::string& fileName, const Progress& progress) {
     SceneTextResult result;
     SceneText& text = result.text;
     text.fileName = fileName;
@@ -72,7 +72,7 @@ SceneTextResult makeSceneText(std::string bytes, const std::string& fileName) {
     text.form.lineEnd = lineEndOf(text.bytes);
     text.form.codePage = codePageOf(text.bytes);
     text.form.isDoubleByte = isDoubleByte(text.form.codePage);
-    CutText cut = cutStatements(text.bytes, text.form.isDoubleByte);
+    CutText cut = cutStatements(text.bytes, text.form.isDoubleByte, progress);
     if (cut.fault && text.form.isDoubleByte) {
         // Some files have strings of another code page than their header says.
         CutText plain = cutStatements(text.bytes);

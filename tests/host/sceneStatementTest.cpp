@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "commands/progressLine.h"
 #include "host/sceneFixture.h"
+#include "scene/sceneSession.h"
 
 namespace scenetest {
 namespace {
@@ -240,6 +242,47 @@ TEST(SceneStatement, ANewSceneHasItsCameras) {
     EXPECT_EQ(host.fails("delete persp"), "delete: Cannot delete the read only node persp.");
     host.ok("select -all");
     EXPECT_EQ(host.ok("ls -sl"), "mine");
+}
+
+/// A file of four steps of progress, so that each half of the work tells of three at least.
+TEST(SceneProgress, ALineShowsHowFarALongOpeningIs) {
+    SceneHost host;
+    std::string text = "requires maya \"2024\";\n";
+    for (int k = 0; k < 4; ++k) {
+        text +=
+            "createNode network -n \"n" + std::to_string(k) + "\";\n\tsetAttr \".note\" -type \"string\" \"";
+        text.append(host::scene::kProgressStep, 'x');
+        text += "\";\n";
+    }
+    const std::string file = host.write("long.ma", text);
+    host::scene::SceneSession session(host.graph, {});
+    double now = 0.0;
+    std::string shown;
+    host::commands::ProgressLine line([&] { return now; }, [&](const std::string& part) { shown += part; });
+    double last = 0.0;
+    int calls = 0;
+    session.setProgress([&](double part, std::uint64_t bytes) {
+        EXPECT_GE(part, last);
+        EXPECT_LE(part, 1.0);
+        EXPECT_EQ(bytes, text.size());
+        last = part;
+        ++calls;
+        now = 0.3 * calls;  // the line appears with the fourth call, after 1.2 seconds
+        line.show(part, bytes);
+    });
+    line.begin();
+    EXPECT_EQ(session.open(file), "");
+    line.end();
+    EXPECT_GE(calls, 6);
+    EXPECT_GT(last, 0.8);
+    EXPECT_EQ(shown.find("\r\x1B[KOpening: "), 0U) << shown;
+    EXPECT_NE(shown.find(" of 67 MB"), std::string::npos) << shown;
+    EXPECT_EQ(shown.rfind("\r\x1B[K"), shown.size() - 4) << "wiped at the end";
+    shown.clear();
+    line.begin();
+    line.show(0.5, text.size());
+    line.end();
+    EXPECT_EQ(shown, "") << "within a second";
 }
 
 }  // namespace
