@@ -273,7 +273,8 @@ void NewValues::writePlain(const PlugKey& key) {
         line(text);
     const graph::DataPtr data =
         key.attribute->kind() == graph::ValueKind::Typed ? node_.storedData(key) : nullptr;
-    if (texts.empty() && data != nullptr) {
+    // A mesh that a plug kept from a broken connection is never saved: the deltas of a target are its own.
+    if (texts.empty() && data != nullptr && data->typeName() != "mesh") {
         graph_.messages().warning("The values of " + graph_.plugName(graph::Plug(node_.ref(), key)) + " (" +
                                   std::string(data->typeName()) + ") are not saved by this host.");
     }
