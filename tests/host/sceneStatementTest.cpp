@@ -227,6 +227,20 @@ TEST(SceneStatement, WhatCannotBeSavedIsNamed) {
                                   "saved by this host."}));
 }
 
+TEST(SceneStatement, LengthsAndAnglesOfOtherUnitsAreConverted) {
+    std::string text = kRig;
+    text.replace(text.find("centimeter -a degree"), 20, "meter -a radian");
+    SceneHost host;
+    host.open(text);
+    EXPECT_EQ(host.shown.infos.back(),
+              "The file has other units: scripts give lengths in centimetres and angles in degrees.");
+    EXPECT_EQ(host.ok("getAttr arm.t"), "100 200 300");
+    host.ok("setAttr arm.tz 50; setAttr arm.rx 180");
+    EXPECT_EQ(missingLines(host.saved(), text),
+              (std::vector<std::string>{"\tsetAttr \".t\" -type \"double3\" 1 2 0.5 ;",
+                                        "\tsetAttr \".rx\" 3.1415926535897931;"}));
+}
+
 TEST(SceneStatement, ANewSceneHasItsCameras) {
     SceneHost host;
     host.ok("file -new -force; createNode transform -n mine; file -rename \"" + host.path("scene.ma") + "\"");
