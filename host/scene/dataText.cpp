@@ -205,7 +205,7 @@ DataPtr readData(const SetHead& head, const std::string& dataType, const TextFor
     return nullptr;
 }
 
-std::string dataText(const graph::Data& data) {
+std::string dataText(const graph::Data& data, bool isDoubleByte) {
     if (const auto* kept = dynamic_cast<const KeptData*>(&data))
         return (kept->type.empty() ? std::string() : "-type " + inQuotes(kept->type)) + kept->text;
     std::string text = "-type " + inQuotes(data.typeName());
@@ -217,11 +217,11 @@ std::string dataText(const graph::Data& data) {
         }
     };
     if (const auto* string = dynamic_cast<const graph::StringData*>(&data)) {
-        text += ' ' + inQuotes(string->value);
+        text += ' ' + inQuotes(string->value, isDoubleByte);
     } else if (const auto* strings = dynamic_cast<const graph::StringArrayData*>(&data)) {
         text += ' ' + std::to_string(strings->value.size());
         for (const std::string& entry : strings->value)
-            text += ' ' + inQuotes(entry);
+            text += ' ' + inQuotes(entry, isDoubleByte);
     } else if (const auto* doubles = dynamic_cast<const graph::DoubleArrayData*>(&data)) {
         numbers(doubles->value);
     } else if (const auto* ints = dynamic_cast<const graph::IntArrayData*>(&data)) {

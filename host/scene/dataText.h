@@ -44,7 +44,7 @@ class KeptData final : public graph::Data {
 graph::DataPtr readData(const SetHead& head, const std::string& dataType, const TextForm& form);
 
 /// `-type "..." values`, as the host writes it.
-std::string dataText(const graph::Data& data);
+std::string dataText(const graph::Data& data, bool isDoubleByte);
 
 bool isSameData(const graph::DataPtr& a, const graph::DataPtr& b);
 /// Equal, or both not numbers. Zeros of either sign are the same.

@@ -23,6 +23,6 @@ std::optional<NodeWords> readSelect(std::string_view statement);
 std::string readUuid(std::string_view statement);
 
 /// Key and text of a fileInfo statement.
-std::pair<std::string, std::string> readFileInfo(std::string_view statement);
+std::pair<std::string, std::string> readFileInfo(std::string_view statement, bool isDoubleByte);
 
 }  // namespace host::scene

@@ -100,7 +100,7 @@ std::vector<std::string> plainText(const graph::Node& node, const PlugKey& key, 
     if (!exists(node, key)) return {};
     std::string text = '"' + ('.' + std::string(path)) + "\" ";
     if (attribute.kind() == ValueKind::Typed) {
-        const std::string value = dataText(*node.storedData(key));
+        const std::string value = dataText(*node.storedData(key), form.isDoubleByte);
         return value.empty() ? std::vector<std::string>() : std::vector<std::string>{text + value};
     }
     const std::string type = attribute.isCompound() ? graph::tupleName(attribute) : std::string();

@@ -131,10 +131,20 @@ std::string SceneSession::open(const std::string& path) {
     return {};
 }
 
+/// Statements of a file are copied into a scene word for word, so they must be the same in its code page.
+bool SceneSession::canTake(const SceneText& text) const {
+    const bool isDoubleByte = document_.text->form.isDoubleByte;
+    if (text.form.isDoubleByte == isDoubleByte) return true;
+    const CutText cut = cutStatements(text.bytes, isDoubleByte);
+    return !cut.fault && cut.statements == text.statements;
+}
+
 std::string SceneSession::import(const std::string& path, const std::string& nameSpace,
                                  std::vector<graph::NodeRef>& created) {
     SceneTextResult read = readSceneText(path);
     if (!read.ok()) return read.error;
+    if (!canTake(read.text))
+        return read.text.fileName + ": Its strings would end elsewhere in the code page of this scene.";
     ReadOptions options;
     options.nameSpace = nameSpace.empty() ? nameSpace : nameSpace + ':';
     options.isImport = true;
@@ -191,7 +201,7 @@ std::vector<std::pair<std::string, std::string>> SceneSession::fileInfo() const 
     const SceneText& text = *document_.text;
     for (std::uint32_t k = 0; k < text.statements.size(); ++k) {
         if (text.statements[k].kind != StatementKind::FileInfo) continue;
-        const auto [key, value] = readFileInfo(text.statement(k));
+        const auto [key, value] = readFileInfo(text.statement(k), text.form.isDoubleByte);
         const auto changed = document_.changedInfo.find(key);
         const std::optional<std::string> now =
             changed != document_.changedInfo.end() ? changed->second : value;

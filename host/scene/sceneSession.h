@@ -50,6 +50,7 @@ class SceneSession {
 
   private:
     void begin(const std::string& path);
+    bool canTake(const SceneText& text) const;
     /// A new scene is written in the unit of time that scripts have set since.
     void followTimeUnit();
 

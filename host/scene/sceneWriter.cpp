@@ -62,6 +62,13 @@ std::optional<std::string> renamed(const graph::Graph& graph, std::string_view s
     return text + std::string(statement.substr(copied));
 }
 
+/// The name of a file as a comment can hold it, which ends with its line.
+std::string inComment(std::string name) {
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return name;
+}
+
 class Writer {
   public:
     Writer(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids, const SaveOptions& options)
@@ -94,7 +101,7 @@ class Writer {
   private:
     /// The comments that name the file.
     void renameFile() {
-        const std::string name = fileNameOf(options_.path);
+        const std::string name = inComment(fileNameOf(options_.path));
         const auto replaceAfter = [&](std::string_view mark, std::size_t from, std::size_t end) {
             const std::string_view bytes = text_.bytes;
             const std::size_t at = bytes.find(mark, from);
@@ -113,13 +120,14 @@ class Writer {
         if (document_.changedInfo.empty()) return;
         std::map<std::string, std::optional<std::string>> left = document_.changedInfo;
         std::int64_t last = headerEnd();
-        const auto textOf = [](const std::string& key, const std::string& value) {
-            return "fileInfo " + inQuotes(key) + ' ' + inQuotes(value) + ';';
+        const auto textOf = [&](const std::string& key, const std::string& value) {
+            const bool isDoubleByte = text_.form.isDoubleByte;
+            return "fileInfo " + inQuotes(key, isDoubleByte) + ' ' + inQuotes(value, isDoubleByte) + ';';
         };
         for (std::uint32_t k = 0; k < text_.statements.size(); ++k) {
             if (text_.statements[k].kind != StatementKind::FileInfo) continue;
             last = k;
-            const auto [key, value] = readFileInfo(text_.statement(k));
+            const auto [key, value] = readFileInfo(text_.statement(k), text_.form.isDoubleByte);
             const auto changed = document_.changedInfo.find(key);
             if (changed == document_.changedInfo.end()) continue;
             if (left.erase(key) == 0 || !changed->second) {
@@ -337,6 +345,9 @@ TextEdits sceneEdits(graph::Graph& graph, const SceneDocument& document, UuidGiv
 std::string writeScene(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids,
                        const SaveOptions& options) {
     TextEdits edits = sceneEdits(graph, document, uuids, options);
+    if (!edits.fit())
+        return "cannot write '" + options.path +
+               "': a new text has characters that the code page of the scene does not have.";
     return geometry::writeFile(
         options.path, [&](std::ostream& stream) { edits.write(stream); }, options.settle);
 }

@@ -7,6 +7,7 @@ namespace host::scene {
 
 void TextEdits::replaceStatement(std::uint32_t index, std::string by) {
     const Statement& statement = text_.statements[index];
+    check(by);
     add(statement.begin, statement.end, std::move(by));
 }
 
@@ -21,6 +22,7 @@ void TextEdits::removeStatement(std::uint32_t index) {
 
 void TextEdits::insertAfter(std::int64_t index, const std::string& lines) {
     if (lines.empty()) return;
+    check(lines);
     if (index < 0) return add(0, 0, lines);
     const std::string& lineEnd = text_.form.lineEnd;
     const std::uint64_t at = text_.statements[static_cast<std::size_t>(index)].end;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "scene/sceneText.h"
+#include "scene/words.h"
 
 namespace host::scene {
 
@@ -24,6 +25,8 @@ class TextEdits {
     /// @param lines  each with a line end
     void insertAfter(std::int64_t index, const std::string& lines);
 
+    /// Whether the strings of the new statements can be told apart in the code page of the text.
+    bool fit() const { return fit_; }
     void write(std::ostream& stream);
 
   private:
@@ -37,7 +40,12 @@ class TextEdits {
         edits_.push_back({begin, end, std::move(by)});
     }
 
+    void check(std::string_view statements) {
+        fit_ = fit_ && (!text_.form.isDoubleByte || fitsDoubleByte(statements));
+    }
+
     const SceneText& text_;
+    bool fit_ = true;
     std::vector<Edit> edits_;
 };
 

@@ -9,9 +9,13 @@ namespace host::scene {
 namespace {
 
 /// Appends a string without its quotation marks, and with its escapes resolved.
-void appendUnquoted(std::string& text, std::string_view raw) {
+void appendUnquoted(std::string& text, std::string_view raw, bool isDoubleByte) {
     const std::string_view inner = raw.substr(1, raw.size() - 2);
     for (std::size_t k = 0; k < inner.size(); ++k) {
+        if (isDoubleByte && isLeadByte(inner[k]) && k + 1 < inner.size()) {
+            text += inner.substr(k++, 2);
+            continue;
+        }
         if (inner[k] != '\\' || k + 1 == inner.size()) {
             text += inner[k];
             continue;
@@ -43,11 +47,11 @@ bool Word::isOn() const {
 std::string Word::text() const {
     std::string result;
     if (kind == Kind::Quoted) {
-        appendUnquoted(result, raw);
+        appendUnquoted(result, raw, isDoubleByte);
     } else if (kind == Kind::Sum) {
-        WordScanner parts(raw.substr(1, raw.size() - 2));
+        WordScanner parts(raw.substr(1, raw.size() - 2), isDoubleByte);
         for (Word part = parts.next(); !part.isEnd(); part = parts.next()) {
-            if (part.kind == Kind::Quoted) appendUnquoted(result, part.raw);
+            if (part.kind == Kind::Quoted) appendUnquoted(result, part.raw, isDoubleByte);
         }
     } else {
         result = raw;
@@ -84,7 +88,7 @@ Word WordScanner::next() {
     if (at_ == end_) return {};
     const char* const first = at_;
     const auto word = [&](Word::Kind kind) {
-        return Word{kind, {first, static_cast<std::size_t>(at_ - first)}};
+        return Word{kind, {first, static_cast<std::size_t>(at_ - first)}, isDoubleByte_};
     };
     if (*at_ == '"') {
         at_ = behindString(at_);
@@ -105,9 +109,15 @@ Word WordScanner::next() {
     return word(Word::Kind::Bare);
 }
 
-std::string inQuotes(std::string_view text) {
+std::string inQuotes(std::string_view text, bool isDoubleByte) {
     std::string result = "\"";
+    bool isSecondByte = false;
     for (const char c : text) {
+        if (isSecondByte || (isDoubleByte && isLeadByte(c))) {
+            isSecondByte = !isSecondByte;
+            result += c;
+            continue;
+        }
         if (c == '\n') {
             result += "\\n";
         } else if (c == '\t') {
@@ -120,6 +130,23 @@ std::string inQuotes(std::string_view text) {
         }
     }
     return result += '"';
+}
+
+bool fitsDoubleByte(std::string_view statements) {
+    bool isString = false;
+    for (std::size_t k = 0; k < statements.size(); ++k) {
+        const char c = statements[k];
+        if (c == '"') {
+            isString = !isString;
+        } else if (isString && c == '\\') {
+            ++k;
+        } else if (isString && isLeadByte(c)) {
+            ++k;
+            // What must be escaped is no second byte in any of the pages, apart from the backslash.
+            if (k == statements.size() || static_cast<unsigned char>(statements[k]) < 0x40) return false;
+        }
+    }
+    return !isString;
 }
 
 }  // namespace host::scene

@@ -17,6 +17,7 @@ struct Word {
     };
     Kind kind = Kind::End;
     std::string_view raw{};
+    bool isDoubleByte = false;  ///< a lead byte in a string takes the next byte with it
 
     bool isEnd() const { return kind == Kind::End; }
     bool isText() const { return kind == Kind::Quoted || kind == Kind::Sum; }
@@ -51,7 +52,11 @@ class WordScanner {
     bool isDoubleByte_;
 };
 
-/// A text as a string of a scene file: in quotation marks, with escapes. Nothing in it can end the string.
-std::string inQuotes(std::string_view text);
+/// A text as a string of a scene file: in quotation marks, with escapes. Nothing in it can end the string. In
+/// a double-byte code page that holds for the characters of the page only (fitsDoubleByte).
+std::string inQuotes(std::string_view text, bool isDoubleByte = false);
+
+/// Whether each string in a statement consists of characters that a double-byte code page can have.
+bool fitsDoubleByte(std::string_view statements);
 
 }  // namespace host::scene
