@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""What stays of a scene when saving it is interrupted or fails, and what opening a hostile scene touches.
+"""What stays of a scene when saving it is interrupted or fails, and what hostile scenes touch.
 
-    checkSaves.py <delvenbatch> <work folder> killed|failing|limited|fullDisk
+    checkSaves.py <delvenbatch> <work folder> killed|failing|limited|fullDisk|hostile
 
 The save is the calls that the program makes to the system between two look-ups of files that do not exist. One run lists
 them. Then the program runs once for each of them, and the tracer kills it there or lets this call fail.
@@ -9,6 +9,9 @@ them. Then the program runs once for each of them, and the tracer kills it there
 Whatever happens, the file under the scene's name has all the old bytes or all the new ones. A program that is killed may
 leave one file `.delven-<number>-<number>.tmp` beside it: nobody can read it who may not read the scene, and the next save does
 not care. A save that fails says so, leaves the old file and nothing beside it, and the scene still counts as modified.
+
+Hostile scenes (hostile/*.ma) are opened, imported, saved and opened again. Meanwhile the program starts nothing, connects
+with nothing, and names no file to the system but the scenes, the temporary one beside them and the folders above.
 
 Ends with 77 and says why where the tracer is missing or not allowed.
 """
@@ -253,6 +256,45 @@ def check_full_disk():
     print("the disk is full: every save failed cleanly")
 
 
-{"killed": check_killed, "failing": check_failing, "limited": check_limited, "fullDisk": check_full_disk}[MODE]()
+# --- Hostile
+
+def paths_of(line):
+    """The strings of a traced call."""
+    return [path for path in re.findall(r'"((?:[^"\\]|\\.)*)"', line.split(" = ")[0]) if path]
+
+
+def check_hostile():
+    listed_calls()
+    sources = sorted((pathlib.Path(__file__).parent / "hostile").glob("*.ma"))
+    expect(len(sources) > 1, f"hostile scenes: {sources}")
+    for source in sources:
+        renew()
+        os.mkfifo(WORK / "pipe")
+        text = source.read_text().replace("MARK", str(WORK / "mark")).replace("PIPE", str(WORK / "pipe"))
+        SCENE.write_text(text)
+        script = (mark("begin") + f'file -open -force "{SCENE}"; currentTime 5; string $all = `headlessDump`; file -save; '
+                  f'file -import -namespace "again" "{SCENE}"; file -save; file -open -force "{SCENE}"; '
+                  f'file -exportAll -force -type "mayaAscii" "{WORK / "out.ma"}"; quit;')
+        words = traced(["trace=%file,%process,%network"])
+        result = subprocess.run([*words, "-command", script], capture_output=True, text=True, timeout=120, env=ENVIRONMENT,
+                                stdin=subprocess.DEVNULL, check=False)
+        expect(result.returncode == 0 and (WORK / "out.ma").read_text().count("createNode") > 10,
+               f"{source.name}: {result.stderr}")
+        expect(not (WORK / "mark").exists(), f"{source.name}: a command was run")
+        lines = trace_file().read_text(errors="replace").splitlines()
+        begin = next(k for k, line in enumerate(lines) if "delven no such file begin" in line)
+        named = [path for line in lines[begin + 1:] for path in paths_of(line)]
+        allowed = {str(SCENE), str(WORK / "out.ma"), *map(str, WORK.parents), str(WORK)}
+        others = {path for path in named if path not in allowed and not re.fullmatch(
+            re.escape(str(WORK)) + r"/\.delven-\d+-\d+\.tmp", path) and os.path.abspath(path) != str(pathlib.Path.cwd())}
+        expect(str(SCENE) in named and not others, f"{source.name}: named {sorted(others)}")
+        started = [line for line in lines[begin + 1:]
+                   if not paths_of(line) and not re.match(r"\d+ +(\+\+\+|exit)|.*AT_EMPTY_PATH", line)]
+        expect(not started, f"{source.name}: {started}")
+    print(f"{len(sources)} hostile scenes touched nothing")
+
+
+{"killed": check_killed, "failing": check_failing, "limited": check_limited, "fullDisk": check_full_disk,
+ "hostile": check_hostile}[MODE]()
 print("\n".join(failures))
 sys.exit(1 if failures else 0)
