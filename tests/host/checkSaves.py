@@ -3,15 +3,17 @@
 
     checkSaves.py <delvenbatch> <work folder> killed|failing|limited|fullDisk|hostile
 
-The save is the calls that the program makes to the system between two look-ups of files that do not exist. One run lists
-them. Then the program runs once for each of them, and the tracer kills it there or lets this call fail.
+The save is the calls that the program makes to the system between two look-ups of files that do not exist. One run
+lists them. Then the program runs once for each of them, and the tracer kills it there or lets this call fail.
 
-Whatever happens, the file under the scene's name has all the old bytes or all the new ones. A program that is killed may
-leave one file `.delven-<number>-<number>.tmp` beside it: nobody can read it who may not read the scene, and the next save does
-not care. A save that fails says so, leaves the old file and nothing beside it, and the scene still counts as modified.
+Whatever happens, the file under the scene's name has all the old bytes or all the new ones. A program that is killed
+may leave one file `.delven-<number>-<number>.tmp` beside it: nobody can read it who may not read the scene, and the
+next save does not care. A save that fails says so, leaves the old file and nothing beside it, and the scene still
+counts as modified.
 
-Hostile scenes (hostile/*.ma) are opened, imported, saved and opened again. Meanwhile the program starts nothing, connects
-with nothing, and names no file to the system but the scenes, the temporary one beside them and the folders above.
+Hostile scenes (hostile/*.ma) are opened, imported, saved and opened again. Meanwhile the program starts nothing,
+connects with nothing, and names no file to the system but the scenes, the temporary one beside them and the folders
+above.
 
 Ends with 77 and says why where the tracer is missing or not allowed.
 """
@@ -48,8 +50,9 @@ def scene_text(value):
     node = 'createNode transform -n "{}";\n\tsetAttr ".t" -type "double3" 0 {} 0 ;\n'
     filler = 'createNode network -n "n{}";\n\tsetAttr ".note" -type "string" "{}";\n'
     middle = "".join(filler.format(k, "x" * 1000) for k in range(100))
-    return ('//Maya ASCII 2024 scene\n//Name: scene.ma\nrequires maya "2024";\n' + node.format("first", 3 if value else 1)
-            + middle + node.format("last", 4 if value else 2) + "// End of scene.ma\n").encode()
+    first, last = node.format("first", 3 if value else 1), node.format("last", 4 if value else 2)
+    head = '//Maya ASCII 2024 scene\n//Name: scene.ma\nrequires maya "2024";\n'
+    return (head + first + middle + last + "// End of scene.ma\n").encode()
 
 
 OLD, NEW = scene_text(False), scene_text(True)
@@ -68,8 +71,8 @@ def left_beside(folder=WORK):
 
 def traced(inject=()):
     """The command line that traces the program, up to the program's own words."""
-    return ["strace", "-f", "-qq", "-o", str(trace_file()), *(word for rule in inject for word in ("-e", rule)), PROGRAM,
-            "-noAutoloadPlugins"]
+    rules = [word for rule in inject for word in ("-e", rule)]
+    return ["strace", "-f", "-qq", "-o", str(trace_file()), *rules, PROGRAM, "-noAutoloadPlugins"]
 
 
 def trace_file():
@@ -81,7 +84,7 @@ def mark(name):
 
 
 def calls_of_save():
-    """The calls between the marks and the second mark: for each its name, and how many of that name the thread had made."""
+    """The calls between the marks, and the second mark: each by its name and how many of it the thread had made."""
     counts, calls, inside = {}, [], False
     for line in trace_file().read_text(errors="replace").splitlines():
         call = re.match(r"(\d+) +(\w+)\(", line)
@@ -118,8 +121,8 @@ class Session:
 
     def __init__(self, words, folder=WORK, limit=None):
         self.scene = folder / SCENE.name
-        self.process = subprocess.Popen(words, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
-                                        env=ENVIRONMENT, preexec_fn=limit)
+        self.process = subprocess.Popen(words, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                        text=True, env=ENVIRONMENT, preexec_fn=limit)
         self.watchdog = threading.Timer(60, self.process.kill)
         self.watchdog.start()
         self.ask(f'file -open "{self.scene}"; {EDIT}', '""')
@@ -150,7 +153,8 @@ def expect_save(session, where):
     saved = session.scene.read_bytes()
     expect(failed in "01" and modified == failed, f"{where}: failed {failed}, modified {modified}")
     expect(saved == (OLD if failed == "1" else NEW), f"{where}: failed {failed}, but the file has {len(saved)} bytes")
-    expect(not left_beside(session.scene.parent), f"{where}: failed {failed} and left {left_beside(session.scene.parent)}")
+    left = left_beside(session.scene.parent)
+    expect(not left, f"{where}: failed {failed} and left {left}")
     return failed == "1"
 
 
@@ -188,7 +192,7 @@ def check_killed():
                f"{where}: the next save: {again.stderr} {left_beside()}")
     expect(states == sorted(states), f"old and new take turns: {states}")
     expect(not states[0] and states[-1], f"neither the old nor the new file was found: {states}")
-    print(f"killed at each of {len(calls)} calls; the old file {states.count(False)} times, the new {states.count(True)} times")
+    print(f"killed at each of {len(calls)} calls; old {states.count(False)} times, new {states.count(True)} times")
 
 
 # --- Failing
@@ -209,7 +213,8 @@ def check_failing():
     for names in (("write", "writev"), ("fsync", "fdatasync"), ("rename", "renameat", "renameat2")):
         seen = set().union(*(reported.get(name, set()) for name in names))
         expect(seen == {True}, f"failures of {names} are reported: {seen}")
-    print(f"each of {len(calls)} calls failed; reported: {sorted(name for name, seen in reported.items() if True in seen)}")
+    names = sorted(name for name, seen in reported.items() if True in seen)
+    print(f"each of {len(calls)} calls failed; reported: {names}")
 
 
 def check_limited():
@@ -249,7 +254,8 @@ def check_full_disk():
         filler.write_bytes(b"x" * (room - 1024 * free))
         failed, modified = session.save()
         where = f"a disk with {free} KB left"
-        expect((failed, modified) == ("1", "1") and SCENE.read_bytes() == OLD, f"{where}: failed {failed}, modified {modified}")
+        expect((failed, modified) == ("1", "1"), f"{where}: failed {failed}, modified {modified}")
+        expect(SCENE.read_bytes() == OLD, f"{where}: the old file is lost")
         expect(left_beside() == [filler], f"{where}: left {left_beside()}")
         filler.unlink()
         expect_good_save(session, where, True)
@@ -272,21 +278,21 @@ def check_hostile():
         os.mkfifo(WORK / "pipe")
         text = source.read_text().replace("MARK", str(WORK / "mark")).replace("PIPE", str(WORK / "pipe"))
         SCENE.write_text(text)
-        script = (mark("begin") + f'file -open -force "{SCENE}"; currentTime 5; string $all = `headlessDump`; file -save; '
-                  f'file -import -namespace "again" "{SCENE}"; file -save; file -open -force "{SCENE}"; '
+        script = (mark("begin") + f'file -open -force "{SCENE}"; currentTime 5; string $all = `headlessDump`; '
+                  f'file -save; file -import -namespace "again" "{SCENE}"; file -save; file -open -force "{SCENE}"; '
                   f'file -exportAll -force -type "mayaAscii" "{WORK / "out.ma"}"; quit;')
         words = traced(["trace=%file,%process,%network"])
-        result = subprocess.run([*words, "-command", script], capture_output=True, text=True, timeout=120, env=ENVIRONMENT,
-                                stdin=subprocess.DEVNULL, check=False)
+        result = subprocess.run([*words, "-command", script], capture_output=True, text=True, timeout=120,
+                                env=ENVIRONMENT, stdin=subprocess.DEVNULL, check=False)
         expect(result.returncode == 0 and (WORK / "out.ma").read_text().count("createNode") > 10,
                f"{source.name}: {result.stderr}")
         expect(not (WORK / "mark").exists(), f"{source.name}: a command was run")
         lines = trace_file().read_text(errors="replace").splitlines()
         begin = next(k for k, line in enumerate(lines) if "delven no such file begin" in line)
         named = [path for line in lines[begin + 1:] for path in paths_of(line)]
-        allowed = {str(SCENE), str(WORK / "out.ma"), *map(str, WORK.parents), str(WORK)}
-        others = {path for path in named if path not in allowed and not re.fullmatch(
-            re.escape(str(WORK)) + r"/\.delven-\d+-\d+\.tmp", path) and os.path.abspath(path) != str(pathlib.Path.cwd())}
+        allowed = {str(SCENE), str(WORK / "out.ma"), str(WORK), *map(str, WORK.parents), "."}
+        temporary = re.compile(re.escape(str(WORK)) + r"/\.delven-\d+-\d+\.tmp")
+        others = {path for path in named if path not in allowed and not temporary.fullmatch(path)}
         expect(str(SCENE) in named and not others, f"{source.name}: named {sorted(others)}")
         started = [line for line in lines[begin + 1:]
                    if not paths_of(line) and not re.match(r"\d+ +(\+\+\+|exit)|.*AT_EMPTY_PATH", line)]
