@@ -9,8 +9,8 @@ declare -A packages=(
     [bench]="libbenchmark-dev libgtest-dev libnanoflann-dev python3-scipy"
     [fuzz]="clang libclang-rt-dev"
     [coverage]="gcovr"
-    # binutils: nm; util-linux: setarch, for ThreadSanitizer
-    [check]="clang-format clang-tidy clang libc++-dev libc++abi-dev g++-mingw-w64-x86-64-posix ccache binutils util-linux python3"
+    # binutils: nm; util-linux: setarch, for ThreadSanitizer; strace: kills a save at each call to the system
+    [check]="clang-format clang-tidy clang libc++-dev libc++abi-dev g++-mingw-w64-x86-64-posix ccache binutils util-linux strace python3"
 )
 
 groups=("${@:-build}")

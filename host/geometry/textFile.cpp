@@ -7,6 +7,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <random>
 #include <system_error>
@@ -74,26 +75,46 @@ fs::path nameBeside(const fs::path& file) {
     return fs::path(file).replace_filename(".delven-" + number + ".tmp");
 }
 
-/// Puts a new file in place of the existing one, if any.
+/// Whether something can never be done here. Any other failure, such as a full disk, would also hit what is
+/// done instead.
+bool isImpossible(const std::error_code& error) {
+    constexpr std::errc kNever[] = {std::errc::permission_denied,       std::errc::operation_not_permitted,
+                                    std::errc::read_only_file_system,   std::errc::device_or_resource_busy,
+                                    std::errc::operation_not_supported, std::errc::function_not_supported};
+    return std::any_of(std::begin(kNever), std::end(kNever), [&](std::errc never) { return error == never; });
+}
+
+/// The error code of this system's C library.
+int codeOf(const std::error_code& error) {
+    return error.default_error_condition().value();
+}
+
+/// Puts a new file in place of the existing one, if any. On failure nothing is left of the new one.
 /// @return 0, or the failure
 int replace(const fs::path& file, const fs::file_status& status, const FileContent& write,
             const FileStep& settle) {
     const fs::path beside = nameBeside(file);
-    std::error_code error;
-    int code = put(beside, writeNothing);
-    // Any other failure, such as a full disk, would also hit the file itself, and its content would be lost.
-    const bool isFolderClosed = code == EACCES || code == EPERM || code == EROFS;
-    if (code != 0) return fs::exists(status) && isFolderClosed ? put(file, write) : code;
-    // Before the text is written: perhaps only few users may read the old file.
-    if (fs::exists(status)) fs::permissions(beside, status.permissions(), error);
-    if (!error) code = put(beside, write);
-    if (!error && code == 0 && settle) code = settle(beside.u8string());
+    const auto make = [&]() -> std::error_code {
+        if (const int code = put(beside, writeNothing)) return {code, std::generic_category()};
+        std::error_code error;
+        // Before the text is written: perhaps only few users may read the old file.
+        if (fs::exists(status)) fs::permissions(beside, status.permissions(), error);
+        return error;
+    };
+    const auto fill = [&] {
+        const int code = put(beside, write);
+        return code == 0 && settle ? settle(beside.u8string()) : code;
+    };
+    std::error_code error = make();
+    const int code = error ? 0 : fill();
     if (!error && code == 0) fs::rename(beside, file, error);
-    const bool isReplaced = !error && code == 0;
+    if (!error && code == 0) return 0;
     std::error_code ignored;
-    if (!isReplaced) fs::remove(beside, ignored);
-    // Some files may be written but not replaced, for example a file of another user in a shared folder.
-    return error ? put(file, write) : code;
+    fs::remove(beside, ignored);
+    // Some folders take no new file, and some files may be written but not replaced, for example one of
+    // another user in a shared folder.
+    if (fs::exists(status) && isImpossible(error)) return put(file, write);
+    return error ? codeOf(error) : code;
 }
 
 int writeAt(const fs::path& asked, const FileContent& write, const FileStep& settle) {

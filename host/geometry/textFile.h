@@ -21,9 +21,9 @@ FileText readTextFile(const std::string& path);
 /// the error text, empty on success.
 ///
 /// The text goes into a new file in the same folder, which replaces the old file when it is complete. So a
-/// write that fails, as on a full disk, leaves the old file whole. Permissions are kept. If the path is a
-/// link, the file that it leads to is replaced. Devices, and files in a folder that takes no new files, are
-/// written in place. A file that may not be written is an error.
+/// write that fails, as on a full disk, leaves the old file whole, and nothing beside it. Permissions are
+/// kept. If the path is a link, the file that it leads to is replaced. Devices, and files that this user can
+/// write but never replace, are written in place. A file that may not be written is an error.
 std::string writeTextFile(const std::string& path, std::string_view text);
 
 /// Writes the content of a file. Called once more if the file has to be written in place after all.

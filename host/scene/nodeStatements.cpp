@@ -1,5 +1,6 @@
 #include "scene/nodeStatements.h"
 
+#include "graph/names.h"
 #include "scene/words.h"
 
 namespace host::scene {
@@ -21,7 +22,8 @@ std::optional<NodeWords> readCreateNode(std::string_view statement) {
             return std::nullopt;
         }
     }
-    return node.type.empty() ? std::nullopt : std::optional(std::move(node));
+    // The type is written back as a bare word.
+    return graph::isLegalName(node.type) ? std::optional(std::move(node)) : std::nullopt;
 }
 
 std::optional<NodeWords> readSelect(std::string_view statement) {

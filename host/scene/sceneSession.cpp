@@ -160,11 +160,21 @@ std::string SceneSession::open(const std::string& path) {
     return {};
 }
 
+/// Statements of a file are copied into a scene word for word, so they must be the same in its code page.
+bool SceneSession::canTake(const SceneText& text) const {
+    const bool isDoubleByte = document_.text->form.isDoubleByte;
+    if (text.form.isDoubleByte == isDoubleByte) return true;
+    const CutText cut = cutStatements(text.bytes, isDoubleByte);
+    return !cut.fault && cut.statements == text.statements;
+}
+
 std::string SceneSession::import(const std::string& path, const std::string& nameSpace,
                                  std::vector<graph::NodeRef>& created) {
     const std::uint64_t bytes = sizeOf(path);
     SceneTextResult read = readSceneText(path, progressFrom(0.0, bytes));
     if (!read.ok()) return read.error;
+    if (!canTake(read.text))
+        return read.text.fileName + ": Its strings would end elsewhere in the code page of this scene.";
     ReadOptions options;
     options.nameSpace = nameSpace.empty() ? nameSpace : nameSpace + ':';
     options.isImport = true;
@@ -316,7 +326,8 @@ std::vector<std::string> SceneSession::report() const {
     if (scripts > 0) lines.push_back("Script nodes not run: " + std::to_string(scripts) + '.');
     const SceneUnits& units = document_.text->form.units;
     if (units.centimetres != 1.0 || units.radians != 0.0)
-        lines.push_back("The file has other units: scripts give lengths in centimetres and angles in degrees.");
+        lines.push_back(
+            "The file has other units: scripts give lengths in centimetres and angles in degrees.");
     if (fed > 0)
         lines.push_back("Nodes that keep old values, because what feeds them is not evaluated: " +
                         std::to_string(fed) + '.');

@@ -63,6 +63,7 @@ class SceneSession {
 
   private:
     void begin(const std::string& path);
+    bool canTake(const SceneText& text) const;
     /// A new scene is written in the unit of time that scripts have set since.
     void followTimeUnit();
     /// Tells of one half of the work on a file: cutting it, or making its nodes.

@@ -15,7 +15,8 @@ namespace {
 /// Newer releases write "UTF-8", older ones the number. A name that is neither says nothing.
 int codePageNamed(std::string_view name) {
     const auto number = text::readNumber<int>(name);
-    return number.length > 0 ? number.value : kUtf8;
+    constexpr int kLargest = 65535;
+    return number.value > 0 && number.value <= kLargest ? number.value : kUtf8;
 }
 
 /// The code page that a comment at the top of the file names; UTF-8 if none does.

@@ -67,6 +67,13 @@ std::optional<std::string> renamed(const graph::Graph& graph, std::string_view s
     return text + std::string(statement.substr(copied));
 }
 
+/// The name of a file as a comment can hold it, which ends with its line.
+std::string inComment(std::string name) {
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return name;
+}
+
 class Writer {
   public:
     Writer(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids, const SaveOptions& options)
@@ -101,7 +108,7 @@ class Writer {
   private:
     /// The comments that name the file.
     void renameFile() {
-        const std::string name = fileNameOf(options_.path);
+        const std::string name = inComment(fileNameOf(options_.path));
         const auto replaceAfter = [&](std::string_view mark, std::size_t from, std::size_t end) {
             const std::string_view bytes = text_.bytes;
             const std::size_t at = bytes.find(mark, from);
@@ -423,11 +430,13 @@ TextEdits sceneEdits(graph::Graph& graph, const SceneDocument& document, UuidGiv
 std::string writeScene(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids,
                        const SaveOptions& options) {
     TextEdits edits = sceneEdits(graph, document, uuids, options);
+    const std::string page = "The scene is in code page " + std::to_string(document.text->form.codePage);
     if (const std::string line = edits.foreignLine(); !line.empty()) {
-        return "The scene is in code page " + std::to_string(document.text->form.codePage) +
-               ", and new text with other letters than ASCII would not fit it: " + line +
+        return page + ", and new text with other letters than ASCII would not fit it: " + line +
                " Nothing was saved. Use plain letters, or save the scene in UTF-8 in Maya first.";
     }
+    if (!edits.fit())
+        return page + ", and a new text has bytes that are no letters in it. Nothing was saved.";
     return geometry::writeFile(
         options.path, [&](std::ostream& stream) { edits.write(stream); }, options.settle);
 }

@@ -26,6 +26,10 @@ bool isWordEnd(char c) {
     return isBlank(c) || c == ';' || c == '"' || c == '(' || c == '/';
 }
 
+bool isWordCharacter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
 /// Finds the places of one byte, asked for in rising order. It looks at each byte of the text once, and only
 /// a little ahead: what one finder looked at is then still in the cache for the others.
 class ByteFinder {
@@ -61,7 +65,9 @@ class Cutter {
           progress_(progress),
           semicolons_(';', text),
           quotes_('"', text),
-          slashes_('/', text) {}
+          slashes_('/', text),
+          brackets_('(', text),
+          backQuotes_('`', text) {}
 
     CutText run() {
         // A saved file has about one statement for every hundred bytes. Long lists have fewer.
@@ -119,7 +125,8 @@ class Cutter {
 
     bool skipToSemicolon(const char* first) {
         for (;;) {
-            at_ = std::min({semicolons_.next(at_), quotes_.next(at_), slashes_.next(at_)});
+            at_ = std::min({semicolons_.next(at_), quotes_.next(at_), slashes_.next(at_), brackets_.next(at_),
+                            backQuotes_.next(at_)});
             if (at_ == end_) {
                 fail(first, "The statement that begins here has no semicolon at its end.");
                 return false;
@@ -127,6 +134,10 @@ class Cutter {
             if (*at_ == ';') return true;
             if (*at_ == '"') {
                 if (!skipString()) return false;
+            } else if (*at_ == '(') {
+                if (!skipSum()) return false;
+            } else if (*at_ == '`') {
+                return failToRun(at_);
             } else if (*at_ == '/') {
                 if (at_ + 1 != end_ && at_[1] == '/') {
                     skipLine();
@@ -135,6 +146,41 @@ class Cutter {
                 }
             }
         }
+    }
+
+    bool failToRun(const char* place) {
+        fail(place, "Only values can stand here: nothing in a scene file is run. Nothing was opened.");
+        return false;
+    }
+
+    /// Whether a word that could be the name of a procedure stands before a place.
+    bool isCall(const char* place) const {
+        while (place != begin_ && isBlank(place[-1]))
+            --place;
+        const char* first = place;
+        while (first != begin_ && isWordCharacter(first[-1]))
+            --first;
+        const bool isFlag = first != begin_ && first[-1] == '-';
+        return first != place && !isFlag && (*first < '0' || *first > '9');
+    }
+
+    /// Skips joined strings: ( "a" + "b" ).
+    bool skipSum() {
+        const char* const open = at_;
+        if (isCall(open)) return failToRun(open);
+        ++at_;
+        while (skipGap() && *at_ != ')') {
+            if (*at_ == '"') {
+                if (!skipString()) return false;
+            } else if (*at_ == '+') {
+                ++at_;
+            } else {
+                return failToRun(at_);
+            }
+        }
+        if (at_ == end_) return failToRun(open);
+        ++at_;
+        return true;
     }
 
     bool skipString() {
@@ -155,6 +201,8 @@ class Cutter {
     ByteFinder semicolons_;
     ByteFinder quotes_;
     ByteFinder slashes_;
+    ByteFinder brackets_;
+    ByteFinder backQuotes_;
     CutText result_{};
 };
 

@@ -39,6 +39,10 @@ struct Statement {
     std::uint64_t begin = 0;
     std::uint64_t end = 0;
     StatementKind kind = StatementKind::Requires;
+
+    bool operator==(const Statement& other) const {
+        return begin == other.begin && end == other.end && kind == other.kind;
+    }
 };
 
 /// A fault of a scene file: where, and what is wrong.
@@ -55,7 +59,8 @@ struct CutText {
     SceneFault fault{};
 };
 
-/// Cuts a text. Linear; no string is made.
+/// Cuts a text. Linear; no string is made. What a script would run, such as a call or a command in back
+/// quotes, is a fault wherever it stands.
 /// @param isDoubleByte  whether strings are in a double-byte code page
 /// @param progress      told now and then how many bytes are done; may be empty
 CutText cutStatements(std::string_view text, bool isDoubleByte = false, const Progress& progress = {});

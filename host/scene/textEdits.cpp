@@ -7,8 +7,26 @@
 
 namespace host::scene {
 
+namespace {
+
+/// Whether all characters beyond ASCII of a line stand in a text, next to the same ones.
+bool isMadeOf(std::string_view text, std::string_view line) {
+    const auto isWide = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+    for (auto at = std::find_if(line.begin(), line.end(), isWide); at != line.end();) {
+        const auto end = std::find_if_not(at, line.end(), isWide);
+        const auto first = static_cast<std::size_t>(at - line.begin());
+        if (text.find(line.substr(first, static_cast<std::size_t>(end - at))) == std::string_view::npos)
+            return false;
+        at = std::find_if(end, line.end(), isWide);
+    }
+    return true;
+}
+
+}  // namespace
+
 void TextEdits::replaceStatement(std::uint32_t index, std::string by) {
     const Statement& statement = text_.statements[index];
+    check(by);
     add(statement.begin, statement.end, std::move(by));
 }
 
@@ -23,6 +41,7 @@ void TextEdits::removeStatement(std::uint32_t index) {
 
 void TextEdits::insertAfter(std::int64_t index, const std::string& lines) {
     if (lines.empty()) return;
+    check(lines);
     if (index < 0) return add(0, 0, lines);
     const std::string& lineEnd = text_.form.lineEnd;
     const std::uint64_t at = text_.statements[static_cast<std::size_t>(index)].end;
@@ -38,7 +57,8 @@ std::string TextEdits::foreignLine() const {
         for (std::size_t at = 0; at < by.size();) {
             const std::size_t end = std::min(by.find('\n', at), by.size());
             const std::string_view line = by.substr(at, end - at);
-            if (text::hasWideCharacters(line)) return std::string(line.substr(line.find_first_not_of('\t')));
+            if (text::hasWideCharacters(line) && !isMadeOf(text_.bytes, line))
+                return std::string(line.substr(line.find_first_not_of('\t')));
             at = end + 1;
         }
     }

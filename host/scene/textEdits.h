@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "scene/sceneText.h"
+#include "scene/words.h"
 
 namespace host::scene {
 
@@ -27,10 +28,12 @@ class TextEdits {
     /// @param lines  each with a line end
     void insertAfter(std::int64_t index, const std::string& lines);
 
-    /// A new line with letters in UTF-8, where the text is in another code page; empty if there is none.
-    /// Bytes that the text had before are in its code page, and hardly ever read as UTF-8.
+    /// A new line with letters in UTF-8 that are nowhere in the text, where the text is in another code page;
+    /// empty if there is none. What the text had before is in its code page, whatever it looks like.
     std::string foreignLine() const;
 
+    /// Whether the strings of the new statements can be told apart in the code page of the text.
+    bool fit() const { return fit_; }
     void write(std::ostream& stream);
 
   private:
@@ -45,7 +48,12 @@ class TextEdits {
         edits_.push_back({begin, end, std::move(by), false});
     }
 
+    void check(std::string_view statements) {
+        fit_ = fit_ && (!text_.form.isDoubleByte || fitsDoubleByte(statements));
+    }
+
     const SceneText& text_;
+    bool fit_ = true;
     std::vector<Edit> edits_;
 };
 

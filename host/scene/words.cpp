@@ -127,4 +127,21 @@ std::string inQuotes(std::string_view text, bool isDoubleByte) {
     return result += '"';
 }
 
+bool fitsDoubleByte(std::string_view statements) {
+    bool isString = false;
+    for (std::size_t k = 0; k < statements.size(); ++k) {
+        const char c = statements[k];
+        if (c == '"') {
+            isString = !isString;
+        } else if (isString && c == '\\') {
+            ++k;
+        } else if (isString && isLeadByte(c)) {
+            ++k;
+            // What must be escaped is no second byte in any of the pages, apart from the backslash.
+            if (k == statements.size() || static_cast<unsigned char>(statements[k]) < 0x40) return false;
+        }
+    }
+    return !isString;
+}
+
 }  // namespace host::scene

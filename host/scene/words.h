@@ -53,7 +53,11 @@ class WordScanner {
     bool isDoubleByte_;
 };
 
-/// A text as a string of a scene file: in quotation marks, with escapes. Nothing in it can end the string.
+/// A text as a string of a scene file: in quotation marks, with escapes. Nothing in it can end the string. In
+/// a double-byte code page that holds for the characters of the page only (fitsDoubleByte).
 std::string inQuotes(std::string_view text, bool isDoubleByte = false);
+
+/// Whether each string in a statement consists of characters that a double-byte code page can have.
+bool fitsDoubleByte(std::string_view statements);
 
 }  // namespace host::scene

@@ -173,6 +173,77 @@ TEST_F(Limits, ALineThatDoesNotFitInMemoryIsAnError) {
     EXPECT_NE(outcome.messages.find("Out of memory."), std::string::npos) << outcome.messages;
 }
 
+// --- scenes
+
+TEST_F(Limits, ScenesMayBeDeeperThanTheStack) {
+    constexpr int kDepth = 100000;
+    std::string text = "createNode transform -n \"a0\";\n\tsetAttr \".tx\" 1;\n";
+    for (int k = 1; k < kDepth; ++k)
+        text.append("createNode transform -n \"a")
+            .append(std::to_string(k))
+            .append("\" -p \"a")
+            .append(std::to_string(k - 1))
+            .append("\";\n");
+    const std::string scene = written("deep.ma", text);
+    const Outcome outcome =
+        runLimited("ulimit -s 1024", "-noAutoloadPlugins -file " + quoted(scene) + " -script",
+                   "float $m[] = `getAttr a99999.worldMatrix`; print ($m[12] + \"\\n\");\n"
+                   "setAttr a99999.ty 2; file -save; file -import -namespace in \"" +
+                       scene +
+                       "\";\n"
+                       "print (size(`ls -type transform`) + \"\\n\"); file -new -force;\n");
+    EXPECT_EQ(outcome.messages, "");
+    EXPECT_EQ(outcome.output, "1\n200004\n");
+    const std::string edit = "\tsetAttr \".t\" -type \"double3\" 0 2 0 ;\n";
+    EXPECT_EQ(readTextFile(scene).text, text + edit);
+}
+
+TEST_F(Limits, WhatASceneSaysOfItsSizesTakesNoMemory) {
+    const std::string text =
+        "createNode mesh -n \"m\";\n"
+        "\tsetAttr -s 4000000000 \".vt[0:2]\" 0 0 0 1 0 0 0 1 0;\n\tsetAttr -s 4000000000 \".ed\";\n"
+        "\tsetAttr -s 4000000000 \".pt\";\n\tsetAttr \".pt[0:2147483647]\" 1 2 3;\n"
+        "\tsetAttr \".fc[0]\" -type \"polyFaces\" f 2147483647 0 1 2;\n"
+        "createNode blendShape -n \"b\";\n\tsetAttr -s 4000000000 \".w\";\n"
+        "\tsetAttr -s 2 \".w[2147483646:2147483647]\" 0 1;\n\tsetAttr \".w[0:2147483647]\" 1;\n"
+        "\tsetAttr \".it[2147483647].itg[2147483647].iti[6000].ipt\" -type \"pointArray\" 2147483647 1;\n"
+        "\tsetAttr \".it[0].itg[0].iti[6000].ict\" -type \"componentList\" 1 \"vtx[0:2147483647]\";\n"
+        "createNode skinCluster -n \"s\";\n\tsetAttr -s 4000000000 \".wl\";\n"
+        "\tsetAttr \".wl[0:2147483647].w\" 1 0 1;\n\tsetAttr \".wl[0].w\" 2147483647 0 1;\n"
+        "\tsetAttr \".wl[2147483647].w[2147483647]\" 1;\n"
+        "createNode unknownType -n \"u\";\n\tsetAttr -s 4000000000 \".a[0:2147483647].b\" 1;\n"
+        "\taddAttr -sn \"c\" -ln \"c\" -at \"compound\" -nc 2147483647;\n"
+        "\tsetAttr \".d\" -type \"stringArray\" 4000000000 \"a\";\n"
+        "\tsetAttr \".e\" -type \"doubleArray\" 4000000000 1;\n";
+    const std::string scene = written("hints.ma", text);
+    const Outcome outcome = runLimited(
+        "ulimit -v 100000", "-noAutoloadPlugins -file " + quoted(scene) + " -script",
+        "string $all = `headlessDump`; catchQuiet(`getAttr b.w`); catchQuiet(`polyEvaluate -v m`);\n"
+        "createNode network -n n; delete n; file -save; print (`objExists u` + \"\\n\");\n");
+    EXPECT_EQ(outcome.status, 0) << outcome.messages;
+    EXPECT_EQ(outcome.output, "1\n");
+    EXPECT_EQ(readTextFile(scene).text, text);
+}
+
+TEST_F(Limits, ALineOfASceneMayBeLong) {
+    const std::string text = "createNode network -n \"n\";\n\tsetAttr \".a\" -type \"string\" \"" +
+                             std::string(50 << 20, 'x') + "\"; setAttr \".b\" 1;\n";
+    const std::string scene = written("long.ma", text);
+    const std::string words = "-noAutoloadPlugins -file " + quoted(scene) + " -script";
+    // Twice the file and what the program needs by itself.
+    Outcome outcome = runLimited("ulimit -v 160000", words, "setAttr n.b 2; file -save;\n");
+    EXPECT_EQ(outcome.messages, "");
+    EXPECT_TRUE(readTextFile(scene).text == text.substr(0, text.size() - 3) + "2;\n");
+    written("long.ma", text + "x;");
+    outcome = runLimited("ulimit -v 160000", words, "print 1;\n");
+    EXPECT_NE(outcome.messages.find("long.ma, line 3, column 1: 'x' is not"), std::string::npos)
+        << outcome.messages;
+    written("long.ma", text.substr(0, text.size() - 20));
+    outcome = runLimited("ulimit -v 160000", words, "print 1;\n");
+    EXPECT_NE(outcome.messages.find("long.ma, line 2, column 30: The string"), std::string::npos)
+        << outcome.messages;
+}
+
 // --- threads
 
 constexpr const char* kSymmetry =

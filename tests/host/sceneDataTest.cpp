@@ -166,5 +166,29 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(std::pair("maya-usd/UsdExportSkeletonAtSceneRoot.ma", "skinCluster1"),
                     std::pair("maya2gltf/ThreeJoints_RootJoint_Unbound.ma", "skinCluster1")));
 
+/// A cube of side 1 about the origin, bound to one joint at the origin and moved with it since.
+///
+/// point' = point * gm * sum over the joints (weight * pm * joint), with rows as points. The file has
+/// gm = 1, one joint of weight 1 for each of the eight vertices, pm[0] = 1, and a joint without parent,
+/// rotation, scale and orientation: joint = translation by t = (0, 0, 0.46056276425134846). The transform of
+/// the mesh is the identity. So point' = point + t: x and y stay, and z is
+///     0.5 + 0.46056276425134846 =  0.96056276425134846 in front,
+///    -0.5 + 0.46056276425134846 = -0.03943723574865154 behind.
+TEST_F(SceneData, AMovedJointMovesThePointsThatFollowIt) {
+    open("maya2gltf/SingleJointCubeTop.ma");
+    constexpr double kFront = 0.96056276425134846;
+    constexpr double kBehind = -0.03943723574865154;
+    const std::vector<double> moved{-0.5, -0.5, kFront,  0.5, -0.5, kFront,   //
+                                    -0.5, 0.5,  kFront,  0.5, 0.5,  kFront,   //
+                                    -0.5, 0.5,  kBehind, 0.5, 0.5,  kBehind,  //
+                                    -0.5, -0.5, kBehind, 0.5, -0.5, kBehind};
+    const std::vector<float> now = points("skinned_cubeShape");
+    ASSERT_EQ(now.size(), moved.size());
+    // Half a unit of the last place of the host's single precision, below 1.
+    constexpr double kTolerance = 3e-8;
+    for (std::size_t k = 0; k < moved.size(); ++k)
+        EXPECT_NEAR(static_cast<double>(now[k]), moved[k], kTolerance) << k;
+}
+
 }  // namespace
 }  // namespace scenetest

@@ -8,6 +8,7 @@
 #include "geometry/textFile.h"
 #include "host/commandsFixture.h"
 #include "nodes/defaultCameras.h"
+#include "scene/fileTypes.h"
 #include "support/scratchFolder.h"
 
 /// Scenes as files, for tests of reading and writing them.
@@ -58,18 +59,27 @@ class SceneHost : public commandstest::Host {
 
     /// Makes everything count as changed, so that saving compares each statement with the scene.
     void touchEverything() {
+        for (const host::graph::NodeRef& node : graph.nodes())
+            touch(node);
+    }
+    /// The same without the nodes that every scene has: those that the file does not name would be written.
+    void touchOwnNodes() {
         for (const host::graph::NodeRef& node : graph.nodes()) {
-            // A camera that the file does not name would be written with all that makes it one.
-            if (host::nodes::isDefaultCamera(*node)) continue;
-            for (const host::graph::Attribute* attribute : node->attributes()) {
-                if (attribute == nullptr) continue;
-                const host::graph::Plug plug(node, {attribute, {}, 0});
-                graph.setState(plug, node->state(plug.key()));
-            }
+            if (!host::scene::isDefaultNode(*node)) touch(node);
         }
     }
 
   private:
+    void touch(const host::graph::NodeRef& node) {
+        // A camera that the file does not name would be written with all that makes it one.
+        if (host::nodes::isDefaultCamera(*node)) return;
+        for (const host::graph::Attribute* attribute : node->attributes()) {
+            if (attribute == nullptr) continue;
+            const host::graph::Plug plug(node, {attribute, {}, 0});
+            graph.setState(plug, node->state(plug.key()));
+        }
+    }
+
     ScratchFolder folder_;
 };
 
