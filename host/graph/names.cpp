@@ -10,6 +10,8 @@ namespace host::graph {
 
 namespace {
 
+constexpr char kColon = ':';  // between a namespace and what is in it
+
 bool hasWildcard(std::string_view text) {
     return text.find_first_of("*?") != std::string_view::npos;
 }
@@ -28,11 +30,11 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
 
 /// Whether a part of a path names a node: by its whole name, or by its name in the current namespace.
 bool isNamed(const Graph& graph, const Node& node, std::string_view part) {
-    if (matchesPattern(node.name(), withoutRoot(part))) return true;
+    if (matchesPattern(node.name(), withoutRoot(part), kColon)) return true;
     const std::string& current = graph.currentNamespace();
     return !current.empty() && part.front() != ':' && node.name().size() > current.size() &&
            isWithin(namespaceOf(node.name()), current) &&
-           matchesPattern(std::string_view(node.name()).substr(current.size() + 1), part);
+           matchesPattern(std::string_view(node.name()).substr(current.size() + 1), part, kColon);
 }
 
 /// Whether the ancestors of a node end in the given path parts.
@@ -140,21 +142,21 @@ std::string NameMatches::errorText(std::string_view name) const {
     return text + std::string(name);
 }
 
-bool matchesPattern(std::string_view text, std::string_view pattern) {
+bool matchesPattern(std::string_view text, std::string_view pattern, char barrier) {
     std::size_t t = 0;
     std::size_t p = 0;
     std::size_t star = std::string_view::npos;
     std::size_t resume = 0;
     while (t < text.size()) {
-        const bool isColon = text[t] == ':';
+        const bool isBarrier = text[t] == barrier;
         if (p < pattern.size() &&
-            ((pattern[p] == '?' && !isColon) || (pattern[p] != '*' && pattern[p] == text[t]))) {
+            ((pattern[p] == '?' && !isBarrier) || (pattern[p] != '*' && pattern[p] == text[t]))) {
             ++t;
             ++p;
         } else if (p < pattern.size() && pattern[p] == '*') {
             star = p++;
             resume = t;
-        } else if (star != std::string_view::npos && text[resume] != ':') {
+        } else if (star != std::string_view::npos && text[resume] != barrier) {
             p = star + 1;
             t = ++resume;
         } else {

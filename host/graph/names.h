@@ -49,8 +49,9 @@ PlugMatch findPlug(const Graph& graph, std::string_view name);
 /// nothing.
 NameMatches findAll(Graph& graph, std::string_view name);
 
-/// Whether text matches a pattern with * and ?, which stand for any characters but a colon.
-bool matchesPattern(std::string_view text, std::string_view pattern);
+/// Whether text matches a pattern with * and ?.
+/// @param barrier  a character that they do not stand for
+bool matchesPattern(std::string_view text, std::string_view pattern, char barrier = '\0');
 /// Whether a node or attribute may have this name: letters, digits and underscores, with no digit first.
 bool isLegalName(std::string_view name);
 

@@ -31,6 +31,10 @@ TEST(TextFileCommands, AFolderIsListedByNameAndPattern) {
               "B.ma a b.ma b.ma d.ma");
     EXPECT_EQ(host.ok("getFileList -folder " + host.quoted("") + " -filespec \"?.mb\""), "c.mb");
     EXPECT_EQ(host.ok("size(`getFileList -folder " + host.quoted("") + "`)"), "5");
+#if !defined(_WIN32)
+    host.write("a:b.md", "");
+    EXPECT_EQ(host.ok("getFileList -folder " + host.quoted("") + " -filespec \"*.md\""), "a:b.md");
+#endif
     EXPECT_EQ(host.ok("size(`getFileList -folder " + host.quoted("gone") + "`)"), "0");
     EXPECT_EQ(host.ok("size(`getFileList -folder " + host.quoted("b.ma") + "`)"), "0");
 }
