@@ -137,6 +137,10 @@ CommandResult addAttr(CommandContext& context, const ParsedArguments& arguments,
     const std::vector<graph::NodeRef> nodes = nodesOf(items.value);
     if (nodes.empty())
         return CommandResult::failure("addAttr: Found no valid items to add the attribute to.");
+    for (const graph::NodeRef& node : nodes) {
+        std::string problem = lockProblem(graph, *node, "addAttr");
+        if (!problem.empty()) return CommandResult::failure(std::move(problem));
+    }
     const Found<AttributeTypeChoice> type = chosenType(arguments);
     if (!type.ok()) return CommandResult::failure(type.error);
     const Found<AttributeSpec> spec = specOf(context.graph, arguments, type.value);
@@ -172,6 +176,8 @@ CommandResult deleteAttr(CommandContext& context, const ParsedArguments& argumen
         if (!found.ok()) return CommandResult::failure(found.error);
         const graph::Plug& plug = found.value.plug;
         const graph::Attribute& attribute = plug.attribute();
+        std::string problem = lockProblem(graph, *plug.node(), "deleteAttr");
+        if (!problem.empty()) return CommandResult::failure(std::move(problem));
         if (!attribute.isDynamic() || attribute.parent() != nullptr)
             return CommandResult::failure("deleteAttr: Attribute '" + name +
                                           "' is not a dynamic attribute of its node and cannot be deleted.");

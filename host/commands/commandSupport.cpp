@@ -164,6 +164,12 @@ bool isLocked(const graph::Plug& plug) {
     return false;
 }
 
+std::string lockProblem(const graph::Graph& graph, const graph::Node& node, std::string_view command) {
+    if (!node.isLocked()) return {};
+    return std::string(command) + ": " + graph.uniqueName(node) +
+           " is a locked node. Unlock it with lockNode -lock off.";
+}
+
 bool hasSource(const graph::Graph& graph, const graph::Plug& plug) {
     if (plug.node()->incoming().empty()) return false;
     for (graph::Plug at = plug; at; at = at.parent()) {

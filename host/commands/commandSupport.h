@@ -53,6 +53,8 @@ std::int64_t rangeLength(const graph::PlugMatch& match);
 
 /// Whether a plug, or an array or compound that contains it, is locked.
 bool isLocked(const graph::Plug& plug);
+/// Why a command may not change a locked node; empty if the node is not locked.
+std::string lockProblem(const graph::Graph& graph, const graph::Node& node, std::string_view command);
 /// Whether the plug has an incoming connection, directly or through a compound above it.
 bool hasSource(const graph::Graph& graph, const graph::Plug& plug);
 

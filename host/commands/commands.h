@@ -58,6 +58,6 @@ void registerFileCommand(mel::CommandRegistry& registry,
                          const std::shared_ptr<scene::SceneSession>& session);  // file
 void registerSceneStatementCommands(
     mel::CommandRegistry& registry,
-    const std::shared_ptr<scene::SceneSession>& session);  // fileInfo requires currentUnit
+    const std::shared_ptr<scene::SceneSession>& session);  // fileInfo requires lockNode ...
 
 }  // namespace host::commands

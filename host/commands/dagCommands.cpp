@@ -45,6 +45,7 @@ std::string parentProblem(const graph::Graph& graph, const ParentRequest& reques
                           const graph::NodeRef& child) {
     const std::string name = graph.uniqueName(*child);
     if (!child->type().isDag()) return "parent: '" + name + "' is no DAG object.";
+    if (child->isLocked()) return lockProblem(graph, *child, "parent");
     if (request.isShape != child->isA("shape")) {
         return request.isShape ? "parent: '" + name + "' is no shape."
                                : "parent: '" + name + "' is a shape; use -shape to move shapes.";

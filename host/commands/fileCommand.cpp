@@ -1,10 +1,13 @@
 // The command file: scenes and mesh files.
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 
 #include "commands/commands.h"
 #include "commands/objFiles.h"
+#include "commands/progressLine.h"
+#include "platform/streams.h"
 #include "scene/sceneSession.h"
 
 namespace host::commands {
@@ -116,14 +119,18 @@ CommandResult saveScene(const ParsedArguments& arguments, SceneSession& session)
     return error.empty() ? CommandResult::success(session.path()) : failure(std::move(error));
 }
 
-CommandResult exportScene(const ParsedArguments& arguments, SceneSession& session, const std::string& path) {
-    if (arguments.isSet("exportSelected"))
-        return failure(
-            "file: Exporting selected nodes as a scene is not covered by this host. Use -exportAll.");
+CommandResult exportScene(const graph::Graph& graph, const ParsedArguments& arguments, SceneSession& session,
+                          const std::string& path) {
     std::error_code ignored;
     if (!arguments.isSet("force") && std::filesystem::exists(std::filesystem::u8path(path), ignored))
         return failure("file: " + path + " exists; -force replaces it.");
-    std::string error = session.exportTo(path);
+    std::vector<graph::NodeRef> selected;
+    for (const graph::SelectionItem& item : graph.selection().items())
+        selected.push_back(item.node);
+    if (arguments.isSet("exportSelected") && selected.empty())
+        return failure("Nothing is currently selected.");
+    std::string error =
+        arguments.isSet("exportSelected") ? session.exportNodes(path, selected) : session.exportTo(path);
     return error.empty() ? CommandResult::success(path) : failure(std::move(error));
 }
 
@@ -178,7 +185,7 @@ CommandResult file(CommandContext& context, const ParsedArguments& arguments, Sc
     if (action == "import")
         return kind == FileKind::Scene ? importScene(context, arguments, session, path)
                                        : importObj(context, arguments, path);
-    return kind == FileKind::Scene ? exportScene(arguments, session, path)
+    return kind == FileKind::Scene ? exportScene(context.graph, arguments, session, path)
                                    : exportObj(context, arguments, path);
 }
 
@@ -201,10 +208,20 @@ void registerFileCommand(mel::CommandRegistry& registry, const std::shared_ptr<S
     syntax.flag("esn", "executeScriptNodes", {kSwitch}).flag("lrd", "loadReferenceDepth", {kText});
     syntax.flag("mnc", "mergeNamespacesOnClash", {kSwitch});
     syntax.enableQuery().objects(ObjectKind::Strings, 0, 1);
+    const auto progress = std::make_shared<ProgressLine>(
+        [] {
+            const auto now = std::chrono::steady_clock::now().time_since_epoch();
+            return std::chrono::duration<double>(now).count();
+        },
+        platform::writeToTerminal);
+    session->setProgress([progress](double part, std::uint64_t bytes) { progress->show(part, bytes); });
     registry.add(
         "file", syntax,
-        [session](CommandContext& context, const ParsedArguments& arguments) {
-            return file(context, arguments, *session);
+        [session, progress](CommandContext& context, const ParsedArguments& arguments) {
+            progress->begin();
+            CommandResult result = file(context, arguments, *session);
+            progress->end();
+            return result;
         },
         "rr removeReference ur unloadReference lr loadReference dr deferReference ex exists ch "
         "constructionHistory chn channels con constraints exp expressions sh shader ra renameAll rpr "

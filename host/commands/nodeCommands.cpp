@@ -112,6 +112,10 @@ CommandResult deleteNodes(CommandContext& context, const ParsedArguments& argume
         return CommandResult::failure("delete: Cannot delete the read only node " + nodes.front()->name() +
                                       '.');
     nodes.erase(kept, nodes.end());
+    for (const graph::NodeRef& node : nodes) {
+        std::string problem = lockProblem(graph, *node, "delete");
+        if (!problem.empty()) return CommandResult::failure(std::move(problem));
+    }
     graph.deleteNodes(nodes);
     return CommandResult::success();
 }
@@ -148,6 +152,7 @@ CommandResult rename(CommandContext& context, const ParsedArguments& arguments) 
     const Found<std::string> name = legalName(graph, words.back());
     if (!name.ok()) return CommandResult::failure(name.error);
     if (scene::isDefaultNode(*node)) return CommandResult::failure("Cannot rename a read only node.");
+    if (node->isLocked()) return CommandResult::failure(lockProblem(graph, *node, "rename"));
     graph::Node* shape = arguments.isSet("ignoreShape") ? nullptr : namesakeShape(*node);
     const std::string given = graph.rename(*node, name.value);
     if (shape != nullptr) graph.rename(*shape, nodes::shapeNameFor(given));

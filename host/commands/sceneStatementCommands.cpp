@@ -1,4 +1,5 @@
-// Statements of scene files that scripts use as well: fileInfo, requires and currentUnit.
+// Statements of scene files that scripts use as well: fileInfo, requires, lockNode,
+// relationship, instanceable and currentUnit.
 
 #include <algorithm>
 #include <memory>
@@ -8,6 +9,7 @@
 #include "commands/commands.h"
 #include "scene/sceneSession.h"
 #include "scene/sceneUnits.h"
+#include "scene/words.h"
 
 namespace host::commands {
 
@@ -52,6 +54,54 @@ CommandResult require(CommandContext& context, const ParsedArguments& arguments)
     return CommandResult::success();
 }
 
+CommandResult lockNode(CommandContext& context, const ParsedArguments& arguments) {
+    const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
+    if (!items.ok()) return CommandResult::failure(items.error);
+    const std::vector<graph::NodeRef> nodes = nodesOf(items.value);
+    if (!arguments.isQuery()) {
+        for (const graph::NodeRef& node : nodes)
+            context.graph.setLocked(*node, arguments.boolean("lock", true));
+        return CommandResult::success();
+    }
+    std::vector<int> locks;
+    locks.reserve(nodes.size());
+    for (const graph::NodeRef& node : nodes)
+        locks.push_back(node->isLocked() ? 1 : 0);
+    return CommandResult::success(Value(std::move(locks)));
+}
+
+/// The statement of a call, which means nothing here: it is saved with the scene.
+CommandResult keepStatement(CommandContext& context, SceneSession& session, scene::AddedMention mention,
+                            const std::vector<std::string>& names) {
+    for (const std::string& name : names) {
+        const Found<graph::NodeRef> node = findOneNode(context.graph, name.substr(0, name.find('.')));
+        if (!node.ok()) return CommandResult::failure(node.error);
+        mention.nodes.push_back(node.value);
+        mention.text += ' ' + scene::inQuotes(name);
+    }
+    mention.text += ';';
+    session.addMention(std::move(mention));
+    return CommandResult::success();
+}
+
+CommandResult relationship(CommandContext& context, const ParsedArguments& arguments, SceneSession& session) {
+    std::vector<std::string> words = arguments.objectNames();
+    if (words.size() < 3)
+        return CommandResult::failure("relationship: A kind, a node and at least one member are needed.");
+    const std::string kind = words.front();
+    words.erase(words.begin());
+    // The kind is a string like the names, but names nothing.
+    return keepStatement(context, session, {"relationship " + scene::inQuotes(kind), {nullptr}}, words);
+}
+
+CommandResult instanceable(CommandContext& context, const ParsedArguments& arguments, SceneSession& session) {
+    const std::vector<std::string> names = arguments.objectNames();
+    if (names.empty() || !arguments.isSet("allow"))
+        return CommandResult::failure("instanceable: -allow and a node are needed.");
+    return keepStatement(context, session,
+                         {arguments.boolean("allow") ? "instanceable -a 1" : "instanceable -a 0", {}}, names);
+}
+
 /// Only the unit of time can be another one. A file keeps the one that its numbers are in.
 CommandResult currentUnit(CommandContext& context, const ParsedArguments& arguments,
                           const SceneSession& session) {
@@ -94,6 +144,26 @@ void registerSceneStatementCommands(mel::CommandRegistry& registry,
     requirement.multiUseFlag("nt", "nodeType", {kText}).multiUseFlag("dt", "dataType", {kText});
     requirement.objects(ObjectKind::Strings, 2, 2);
     registry.add("requires", requirement, require);
+
+    Syntax locking;
+    locking.flag("l", "lock", {kSwitch}).enableQuery().objects(ObjectKind::Strings);
+    registry.add("lockNode", locking, lockNode, "ic ignoreComponents ln lockName lu lockUnpublished");
+
+    Syntax relating;
+    relating.objects(ObjectKind::Strings);
+    registry.add(
+        "relationship", relating,
+        [session](CommandContext& context, const ParsedArguments& arguments) {
+            return relationship(context, arguments, *session);
+        },
+        "b break rd relationshipData");
+
+    Syntax instancing;
+    instancing.flag("a", "allow", {kSwitch}).objects(ObjectKind::Strings);
+    registry.add("instanceable", instancing,
+                 [session](CommandContext& context, const ParsedArguments& arguments) {
+                     return instanceable(context, arguments, *session);
+                 });
 
     Syntax units;
     units.flag("l", "linear", {kText}).flag("a", "angle", {kText}).flag("t", "time", {kText}).enableQuery();

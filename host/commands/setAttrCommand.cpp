@@ -243,6 +243,10 @@ CommandResult setAttr(CommandContext& context, const ParsedArguments& arguments)
         return CommandResult::failure("setAttr: The range of '" + graph.plugName(found.value.plug) +
                                       "' to index " + std::to_string(found.value.last) + " is too large.");
     }
+    if (arguments.isSet("lock")) {
+        std::string problem = lockProblem(graph, *found.value.plug.node(), "setAttr");
+        if (!problem.empty()) return CommandResult::failure(std::move(problem));
+    }
     if (setsState && !locks) applyStates(graph, found.value, arguments);
     const bool isSizeOnly = arguments.isSet("size") || arguments.isSet("capacityHint") || setsState;
     if (arguments.objects().size() > 1 || arguments.isSet("type") || !isSizeOnly) {

@@ -158,6 +158,9 @@ class Graph {
     NodeRef shapeOf(const NodeRef& node) const;
     int componentCount(const NodeRef& shape, ComponentKind kind);
 
+    /// Locks a node (Node::isLocked), or unlocks it.
+    void setLocked(Node& node, bool isLocked);
+
     // Namespaces.
 
     /// All that exist. A namespace stays when its last node goes.

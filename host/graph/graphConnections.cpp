@@ -262,14 +262,7 @@ const Attribute& Graph::addAttribute(Node& node, AttributeSpec spec) {
     node.introduce();
     node.hasChanges_ = true;
     ++changes_;
-    const int ordinal = static_cast<int>(node.type_.attributes().size() + node.dynamic_.size());
-    node.dynamic_.push_back(std::make_unique<Attribute>(std::move(spec), nullptr, ordinal));
-    Attribute& attribute = *node.dynamic_.back();
-    if (attribute.isKept()) {
-        node.kept_.emplace(attribute.longName(), &attribute);
-    } else {
-        attribute.markDynamic();
-    }
+    const Attribute& attribute = node.adopt(std::move(spec));
     const NodeRef ref = node.ref();
     record([ref, pointer = &attribute](Graph& graph) { graph.parkAttribute(*ref, *pointer); },
            [ref, pointer = &attribute](Graph& graph) { graph.unparkAttribute(*ref, *pointer); });

@@ -61,6 +61,19 @@ void Graph::putContent(std::unique_ptr<SceneContent> content) {
     content_ = std::move(content);
 }
 
+void Graph::setLocked(Node& node, bool isLocked) {
+    if (node.isLocked_ == isLocked) return;
+    const auto setAgain = [ref = node.ref()](bool value) {
+        return [ref, value](Graph& graph) {
+            ++graph.changes_;
+            ref->isLocked_ = value;
+        };
+    };
+    record(setAgain(!isLocked), setAgain(isLocked));
+    ++changes_;
+    node.isLocked_ = isLocked;
+}
+
 void Graph::setFramesPerSecond(double rate) {
     const double before = content_->framesPerSecond;
     if (rate == before) return;

@@ -190,11 +190,25 @@ std::vector<const Attribute*> Node::attributes() const {
 const Attribute* Node::findAttribute(std::string_view longOrShort) const {
     if (const Attribute* found = type_.find(longOrShort)) return found;
     introduce();
-    for (const auto& attribute : dynamic_) {
-        if (attribute == nullptr || attribute->isKept()) continue;
+    for (const std::size_t position : plain_) {
+        const Attribute* attribute = dynamic_[position].get();
+        if (attribute == nullptr) continue;
         if (const Attribute* found = findBelow(*attribute, longOrShort)) return found;
     }
     return findKept(longOrShort);
+}
+
+Attribute& Node::adopt(AttributeSpec spec) {
+    const int ordinal = static_cast<int>(type_.attributes().size() + dynamic_.size());
+    dynamic_.push_back(std::make_unique<Attribute>(std::move(spec), nullptr, ordinal));
+    Attribute& attribute = *dynamic_.back();
+    if (attribute.isKept()) {
+        kept_.emplace(attribute.longName(), &attribute);
+    } else {
+        attribute.markDynamic();
+        plain_.push_back(dynamic_.size() - 1);
+    }
+    return attribute;
 }
 
 const Attribute* Node::findKept(std::string_view name) const {

@@ -48,6 +48,9 @@ class Node : public std::enable_shared_from_this<Node> {
     std::uint64_t id() const { return id_; }
     /// Whether the node is in the scene (not deleted).
     bool isAlive() const { return isAlive_; }
+    /// Whether commands refuse to delete, rename or move the node, or to change which attributes it has and
+    /// which of these are locked.
+    bool isLocked() const { return isLocked_; }
     NodeRef ref() { return shared_from_this(); }
 
     /// DAG neighbours; the parent is null for a top-level or non-DAG node.
@@ -143,6 +146,8 @@ class Node : public std::enable_shared_from_this<Node> {
     bool isIntroduced() const;
     void introduceNow() const;
     void loadNow(int ordinal) const;
+    /// Adds a root attribute of this node alone.
+    Attribute& adopt(AttributeSpec spec);
     void createConnectedElements(NodeLoader& loader, int ordinal);
     void markChanged(const PlugKey& key);
     void forgetChanges();
@@ -157,9 +162,11 @@ class Node : public std::enable_shared_from_this<Node> {
     std::string name_;
     std::uint64_t id_;
     bool isAlive_ = false;
+    bool isLocked_ = false;
     Node* parent_ = nullptr;
     std::vector<Node*> children_;
     std::vector<std::unique_ptr<Attribute>> dynamic_;
+    std::vector<std::size_t> plain_;                   // positions in dynamic_ of all that are not kept
     std::vector<std::unique_ptr<Attribute>> removed_;  // plugs may still point to them
     std::unordered_map<std::string, const Attribute*> kept_;
     AliasTable aliases_;

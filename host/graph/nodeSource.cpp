@@ -7,13 +7,7 @@
 namespace host::graph {
 
 const Attribute& NodeLoader::addAttribute(AttributeSpec spec) {
-    const int ordinal = static_cast<int>(node_.type().attributes().size() + node_.dynamic_.size());
-    auto attribute = std::make_unique<Attribute>(std::move(spec), nullptr, ordinal);
-    if (!attribute->isKept()) attribute->markDynamic();
-    node_.dynamic_.push_back(std::move(attribute));
-    const Attribute& added = *node_.dynamic_.back();
-    if (added.isKept()) node_.kept_.emplace(added.longName(), &added);
-    return added;
+    return node_.adopt(std::move(spec));
 }
 
 void NodeLoader::setAlias(const std::string& alias, const PlugKey& key) {

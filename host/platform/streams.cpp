@@ -1,6 +1,10 @@
 #include "platform/streams.h"
 
-#if !defined(_WIN32)
+#include <cstdio>
+
+#if defined(_WIN32)
+#include <io.h>
+#else
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -20,6 +24,17 @@ void prepareStreams() {
     }
     std::signal(SIGXFSZ, SIG_IGN);
 #endif
+}
+
+void writeToTerminal(const std::string& text) {
+#if defined(_WIN32)
+    const bool isTerminal = _isatty(_fileno(stderr)) != 0;
+#else
+    const bool isTerminal = isatty(STDERR_FILENO) != 0;
+#endif
+    if (!isTerminal) return;
+    std::fwrite(text.data(), 1, text.size(), stderr);
+    std::fflush(stderr);
 }
 
 }  // namespace host::platform

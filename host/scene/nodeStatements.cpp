@@ -47,6 +47,18 @@ std::string readUuid(std::string_view statement) {
     return words.next().text();
 }
 
+std::optional<bool> readLock(std::string_view statement) {
+    WordScanner words(statement);
+    words.next();
+    bool hasFlag = false;
+    for (Word word = words.next(); !word.isEnd(); word = words.next()) {
+        if (!word.isFlag()) continue;
+        if (word.isBare("-l") || word.isBare("-lock")) return words.next().isOn();
+        hasFlag = true;
+    }
+    return hasFlag ? std::nullopt : std::optional(true);
+}
+
 std::pair<std::string, std::string> readFileInfo(std::string_view statement, bool isDoubleByte) {
     WordScanner words(statement, isDoubleByte);
     words.next();

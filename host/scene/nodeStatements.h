@@ -22,6 +22,9 @@ std::optional<NodeWords> readSelect(std::string_view statement);
 /// The id in a rename statement.
 std::string readUuid(std::string_view statement);
 
+/// What a lockNode statement does to the lock of a node; nothing if it is about other locks.
+std::optional<bool> readLock(std::string_view statement);
+
 /// Key and text of a fileInfo statement.
 std::pair<std::string, std::string> readFileInfo(std::string_view statement, bool isDoubleByte);
 

@@ -207,6 +207,8 @@ std::string movedNodeText(graph::Graph& graph, graph::Node& node, const SavedNod
     std::string text = createNodeText(graph, node, nodes::isDefaultCamera(node)) + from.form.lineEnd;
     const BlockEdits edits = blockEdits(graph, node, source, meshes);
     source.visitStatements([&](std::uint32_t index) {
+        // The writer says whether the node is locked.
+        if (from.statements[index].kind == StatementKind::LockNode) return;
         const auto found = edits.replaced.find(index);
         const std::string statement =
             found != edits.replaced.end() ? found->second : std::string(from.statement(index));

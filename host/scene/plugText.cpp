@@ -268,8 +268,16 @@ void NewValues::write(const Attribute& attribute, PlugKey key, const graph::Slot
 
 void NewValues::writePlain(const PlugKey& key) {
     if (isCovered(key) || isFed(key)) return;
-    for (const std::string& text : plainText(node_, key, plugPath(key), form_))
+    const std::vector<std::string> texts = plainText(node_, key, plugPath(key), form_);
+    for (const std::string& text : texts)
         line(text);
+    const graph::DataPtr data =
+        key.attribute->kind() == graph::ValueKind::Typed ? node_.storedData(key) : nullptr;
+    // A mesh that a plug kept from a broken connection is never saved: the deltas of a target are its own.
+    if (texts.empty() && data != nullptr && data->typeName() != "mesh") {
+        graph_.messages().warning("The values of " + graph_.plugName(graph::Plug(node_.ref(), key)) + " (" +
+                                  std::string(data->typeName()) + ") are not saved by this host.");
+    }
 }
 
 /// A compound of like numbers is written as one value, if no part of it is written or fed.

@@ -36,12 +36,20 @@ struct SavedMention {
     std::vector<graph::NodeRef> nodes{};  ///< in the order of the names; null for a name of nothing
 };
 
+/// A statement that names nodes and that no file has yet.
+struct AddedMention {
+    std::string text{};
+    std::vector<graph::NodeRef> nodes{};  ///< as in SavedMention
+};
+
 /// What a file says that has no place in the graph: kept word for word until the scene is saved.
 struct SceneDocument {
     std::shared_ptr<const SceneText> text{};
     std::vector<SavedBlock> blocks{};      ///< in the order of the file
     std::vector<SavedLink> links{};        ///< likewise; without those that could not be made
     std::vector<SavedMention> mentions{};  ///< likewise
+    std::vector<AddedMention> addedMentions{};
+    std::unordered_map<const graph::Node*, bool> locks{};  ///< Node::isLocked of the nodes that it is about
     std::unordered_map<const graph::Node*, SavedNode*> sources{};
     bool isNew = false;                     ///< no file was read; the text is that of an empty scene
     std::vector<std::string> references{};  ///< paths of files that are not loaded

@@ -39,8 +39,14 @@ class Reader {
     ReadResult run() {
         types_ = fileTypes(*text_, graph_.types());
         const auto count = static_cast<std::uint32_t>(text_->statements.size());
-        for (std::uint32_t k = 0; k < count && result_.ok(); ++k)
+        std::uint64_t reported = 0;
+        for (std::uint32_t k = 0; k < count && result_.ok(); ++k) {
             read(k);
+            const std::uint64_t done = text_->statements[k].end;
+            if (!options_.progress || done - reported < kProgressStep) continue;
+            reported = done;
+            options_.progress(done);
+        }
         closeBlock(count);
         return std::move(result_);
     }
@@ -66,8 +72,9 @@ class Reader {
             case StatementKind::ConnectAttr:
                 closeBlock(index);
                 return connect(index);
-            case StatementKind::Parent:
             case StatementKind::LockNode:
+                return lock(index);
+            case StatementKind::Parent:
             case StatementKind::Instanceable:
             case StatementKind::Relationship:
                 closeBlock(index);
@@ -280,21 +287,41 @@ class Reader {
         }
     }
 
-    /// Keeps which nodes a statement names.
-    void mention(std::uint32_t index) {
+    /// The nodes that the names of a statement mean, in their order.
+    std::vector<NodeRef> namedNodes(std::uint32_t index) const {
         WordScanner words(text_->statement(index));
         words.next();
-        SavedMention mentioned{index, {}};
+        std::vector<NodeRef> nodes;
         for (Word word = words.next(); !word.isEnd(); word = words.next()) {
             if (!word.isText()) continue;
             const std::string name = word.text();
-            mentioned.nodes.push_back(find(std::string_view(name).substr(0, name.find('.'))));
+            nodes.push_back(find(std::string_view(name).substr(0, name.find('.'))));
         }
-        result_.document.mentions.push_back(std::move(mentioned));
+        return nodes;
+    }
+
+    /// Keeps which nodes a statement names.
+    void mention(std::uint32_t index) { result_.document.mentions.push_back({index, namedNodes(index)}); }
+
+    /// A statement without a name is about the node of its block, and belongs to it.
+    void lock(std::uint32_t index) {
+        std::vector<NodeRef> nodes = namedNodes(index);
+        if (!nodes.empty()) {
+            closeBlock(index);
+            mention(index);
+        } else if (isBlockOpen_) {
+            nodes.push_back(result_.document.blocks.back().node);
+        }
+        const std::optional<bool> locks = readLock(text_->statement(index));
+        for (const NodeRef& node : nodes) {
+            if (node == nullptr || !locks) continue;
+            graph_.setLocked(*node, *locks);
+            result_.document.locks[node.get()] = *locks;
+        }
     }
 
     void reference(std::uint32_t index) {
-        WordScanner words(text_->statement(index));
+        WordScanner words(text_->statement(index), text_->form.isDoubleByte);
         Word path;
         bool isReference = false;
         for (Word word = words.next(); !word.isEnd(); word = words.next()) {

@@ -13,6 +13,8 @@ struct ReadOptions {
     std::string nameSpace{};
     /// Whether the scene has nodes of its own. Then the file's statements about default nodes are left out.
     bool isImport = false;
+    /// Told now and then how many bytes of the file are done; may be empty.
+    Progress progress{};
 };
 
 struct ReadResult {

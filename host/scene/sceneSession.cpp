@@ -7,6 +7,7 @@
 
 #include "nodes/defaultCameras.h"
 #include "nodes/registerTypes.h"
+#include "scene/exportScope.h"
 #include "scene/fileTypes.h"
 #include "scene/nodeStatements.h"
 #include "scene/sceneReader.h"
@@ -20,6 +21,13 @@ std::string fullPath(const std::string& path) {
     std::error_code ignored;
     const std::filesystem::path full = std::filesystem::absolute(std::filesystem::u8path(path), ignored);
     return full.lexically_normal().generic_u8string();
+}
+
+/// At least 1, also for what cannot be read.
+std::uint64_t sizeOf(const std::string& path) {
+    std::error_code failure;
+    const std::uintmax_t size = std::filesystem::file_size(std::filesystem::u8path(path), failure);
+    return failure ? 1 : std::max<std::uint64_t>(size, 1);
 }
 
 /// Takes the content out of the scene, and puts it back unless it is dropped: also if memory runs out.
@@ -44,6 +52,17 @@ SceneDocument emptyDocument(const graph::Graph& graph) {
         startDocument(graph, std::make_shared<const SceneText>(emptySceneText(graph.framesPerSecond())));
     document.isNew = true;
     return document;
+}
+
+/// What a file says of nodes besides their values and connections, as statements for another file. The locks
+/// of nodes are theirs.
+std::vector<AddedMention> mentionsOf(const SceneDocument& document) {
+    std::vector<AddedMention> mentions;
+    for (const SavedMention& mention : document.mentions) {
+        if (document.text->statements[mention.statement].kind != StatementKind::LockNode)
+            mentions.push_back({std::string(document.text->statement(mention.statement)), mention.nodes});
+    }
+    return mentions;
 }
 
 /// Whether a node's value comes from one that is not evaluated.
@@ -114,14 +133,24 @@ void SceneSession::startNew() {
     begin({});
 }
 
+Progress SceneSession::progressFrom(double start, std::uint64_t bytes) const {
+    if (!progress_) return {};
+    return [this, start, bytes](std::uint64_t done) {
+        progress_(start + 0.5 * static_cast<double>(done) / static_cast<double>(bytes), bytes);
+    };
+}
+
 std::string SceneSession::open(const std::string& path) {
-    SceneTextResult read = readSceneText(path);
+    const std::uint64_t bytes = sizeOf(path);
+    SceneTextResult read = readSceneText(path, progressFrom(0.0, bytes));
     if (!read.ok()) return read.error;
     const graph::RecordingScope silent(graph_, nullptr);
     ContentKeeper old(graph_);
     nodes::setUpScene(graph_);
     nodes::addDefaultCameras(graph_);
-    ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)));
+    ReadOptions options;
+    options.progress = progressFrom(0.5, bytes);
+    ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)), options);
     if (!result.ok()) return result.error;
     graph_.undoQueue().clear();
     old.drop();
@@ -141,13 +170,15 @@ bool SceneSession::canTake(const SceneText& text) const {
 
 std::string SceneSession::import(const std::string& path, const std::string& nameSpace,
                                  std::vector<graph::NodeRef>& created) {
-    SceneTextResult read = readSceneText(path);
+    const std::uint64_t bytes = sizeOf(path);
+    SceneTextResult read = readSceneText(path, progressFrom(0.0, bytes));
     if (!read.ok()) return read.error;
     if (!canTake(read.text))
         return read.text.fileName + ": Its strings would end elsewhere in the code page of this scene.";
     ReadOptions options;
     options.nameSpace = nameSpace.empty() ? nameSpace : nameSpace + ':';
     options.isImport = true;
+    options.progress = progressFrom(0.5, bytes);
     const graph::Namespaces before = graph_.allNamespaces();
     if (!nameSpace.empty()) graph_.addNamespace(nameSpace);
     ReadResult result = readScene(graph_, std::make_shared<const SceneText>(std::move(read.text)), options);
@@ -158,6 +189,8 @@ std::string SceneSession::import(const std::string& path, const std::string& nam
         return result.error;
     }
     created = std::move(result.created);
+    for (AddedMention& mention : mentionsOf(result.document))
+        addMention(std::move(mention));
     recordLinks(graph_, std::move(result.document.links), created);
     document_.sources.insert(result.document.sources.begin(), result.document.sources.end());
     for (const graph::NodeRef& node : created) {
@@ -193,6 +226,45 @@ std::string SceneSession::exportTo(const std::string& path) {
     options.isRenamed = true;
     options.settle = settle_;
     return writeScene(graph_, document_, uuids_, options);
+}
+
+void SceneSession::addMention(AddedMention mention) {
+    document_.addedMentions.push_back(mention);
+    hasUnsavedInfo_ = true;
+    // Steps are taken in turn, so the last one is always the one to take away.
+    graph_.record([this](graph::Graph&) { document_.addedMentions.pop_back(); },
+                  [this, mention](graph::Graph&) { document_.addedMentions.push_back(mention); });
+}
+
+std::string SceneSession::exportNodes(const std::string& path, const std::vector<graph::NodeRef>& nodes) {
+    followTimeUnit();
+    SaveOptions options;
+    options.path = fullPath(path);
+    options.isRenamed = true;
+    options.settle = settle_;
+    options.only = exportScope(nodes);
+    if (options.only.empty()) return "There is nothing to export: every scene has these nodes.";
+    SceneDocument part;
+    part.text = std::make_shared<const SceneText>(headerText(*document_.text));
+    part.isNew = true;
+    part.sources = document_.sources;
+    part.changedInfo = document_.changedInfo;
+    const auto isIn = [&](const graph::NodeRef& node) {
+        return node != nullptr && options.only.count(node.get()) != 0;
+    };
+    const auto addMentions = [&](const std::vector<AddedMention>& mentions) {
+        for (const AddedMention& mention : mentions) {
+            const auto& named = mention.nodes;
+            const bool isWhole = std::all_of(named.begin(), named.end(), [&](const graph::NodeRef& node) {
+                return isIn(node) || (node != nullptr && isDefaultNode(*node));
+            });
+            if (isWhole && std::any_of(named.begin(), named.end(), isIn))
+                part.addedMentions.push_back(mention);
+        }
+    };
+    addMentions(mentionsOf(document_));
+    addMentions(document_.addedMentions);
+    return writeScene(graph_, part, uuids_, options);
 }
 
 std::vector<std::pair<std::string, std::string>> SceneSession::fileInfo() const {
@@ -252,6 +324,9 @@ std::vector<std::string> SceneSession::report() const {
         lines.push_back(line + '.');
     }
     if (scripts > 0) lines.push_back("Script nodes not run: " + std::to_string(scripts) + '.');
+    const SceneUnits& units = document_.text->form.units;
+    if (units.centimetres != 1.0 || units.radians != 0.0)
+        lines.push_back("The file has other units: scripts give lengths in centimetres and angles in degrees.");
     if (fed > 0)
         lines.push_back("Nodes that keep old values, because what feeds them is not evaluated: " +
                         std::to_string(fed) + '.');

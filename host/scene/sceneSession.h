@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "scene/sceneDocument.h"
@@ -16,6 +17,13 @@ class SceneSession {
     /// @param settle  brings a file safely to the disk (SaveOptions)
     SceneSession(graph::Graph& graph, std::function<int(const std::string&)> settle);
 
+    /// @param show  told now and then while a file is opened or imported: which part of the work is done (0
+    /// to
+    ///              1), and how many bytes the file has
+    void setProgress(std::function<void(double part, std::uint64_t bytes)> show) {
+        progress_ = std::move(show);
+    }
+
     /// Full path of the scene's file, with slashes; empty for a scene without a name.
     const std::string& path() const { return path_; }
     void rename(const std::string& path);
@@ -27,6 +35,9 @@ class SceneSession {
     void setFileInfo(const std::string& key, const std::string& text);
     /// @return false if there is none of that key
     bool removeFileInfo(const std::string& key);
+
+    /// Keeps a statement that means nothing to this host, to be saved with the scene. The change is recorded.
+    void addMention(AddedMention mention);
 
     /// Starts an empty scene. Nothing before it can be undone.
     void startNew();
@@ -41,6 +52,8 @@ class SceneSession {
     std::string save();
     /// Writes the scene to another file, without changing its name.
     std::string exportTo(const std::string& path);
+    /// The same with only some nodes and what belongs to them (exportScope).
+    std::string exportNodes(const std::string& path, const std::vector<graph::NodeRef>& nodes);
 
     /// The id of a node.
     const std::string& uuidOf(graph::Node& node) { return uuids_.obtain(node); }
@@ -53,9 +66,12 @@ class SceneSession {
     bool canTake(const SceneText& text) const;
     /// A new scene is written in the unit of time that scripts have set since.
     void followTimeUnit();
+    /// Tells of one half of the work on a file: cutting it, or making its nodes.
+    Progress progressFrom(double start, std::uint64_t bytes) const;
 
     graph::Graph& graph_;
     std::function<int(const std::string&)> settle_;
+    std::function<void(double, std::uint64_t)> progress_;
     SceneDocument document_;
     UuidGiver uuids_;
     std::string path_;

@@ -12,16 +12,21 @@ namespace host::scene {
 
 namespace {
 
+/// Newer releases write "UTF-8", older ones the number. A name that is neither says nothing.
+int codePageNamed(std::string_view name) {
+    const auto number = text::readNumber<int>(name);
+    return number.length > 0 ? number.value : kUtf8;
+}
+
 /// The code page that a comment at the top of the file names; UTF-8 if none does.
 int codePageOf(std::string_view bytes) {
     constexpr std::string_view kMark = "//Codeset: ";
     for (std::size_t at = 0; bytes.substr(at, 2) == "//"; at = bytes.find('\n', at) + 1) {
         const std::string_view line = bytes.substr(at, bytes.find('\n', at) - at);
-        if (line.substr(0, kMark.size()) == kMark)
-            return text::readNumber<int>(line.substr(kMark.size())).value;
+        if (line.substr(0, kMark.size()) == kMark) return codePageNamed(line.substr(kMark.size()));
         if (bytes.find('\n', at) == std::string_view::npos) break;
     }
-    return 65001;
+    return kUtf8;
 }
 
 bool isDoubleByte(int codePage) {
@@ -51,22 +56,23 @@ std::string fileNameOf(const std::string& path) {
     return std::filesystem::u8path(path).filename().u8string();
 }
 
-SceneTextResult readSceneText(const std::string& path) {
+SceneTextResult readSceneText(const std::string& path, const Progress& progress) {
     geometry::FileText file = geometry::readTextFile(path);
-    if (file.ok()) return makeSceneText(std::move(file.text), fileNameOf(path));
+    if (file.ok()) return makeSceneText(std::move(file.text), fileNameOf(path), progress);
     SceneTextResult failed;
     failed.error = std::move(file.error);
     return failed;
 }
 
-SceneTextResult makeSceneText(std::string bytes, const std::string& fileName) {
+SceneTextResult makeSceneText(std::string bytes, const std::string& fileName, const Progress& progress) {
     SceneTextResult result;
     SceneText& text = result.text;
     text.fileName = fileName;
     text.bytes = std::move(bytes);
     text.form.lineEnd = lineEndOf(text.bytes);
-    text.form.isDoubleByte = isDoubleByte(codePageOf(text.bytes));
-    CutText cut = cutStatements(text.bytes, text.form.isDoubleByte);
+    text.form.codePage = codePageOf(text.bytes);
+    text.form.isDoubleByte = isDoubleByte(text.form.codePage);
+    CutText cut = cutStatements(text.bytes, text.form.isDoubleByte, progress);
     if (cut.fault && text.form.isDoubleByte) {
         // Some files have strings of another code page than their header says.
         CutText plain = cutStatements(text.bytes);
@@ -83,6 +89,22 @@ SceneTextResult makeSceneText(std::string bytes, const std::string& fileName) {
     text.statements.shrink_to_fit();
     readUnits(text);
     return result;
+}
+
+SceneText headerText(const SceneText& of) {
+    const std::size_t first = of.statements.empty() ? of.bytes.size() : of.statements.front().begin;
+    std::string header = of.bytes.substr(0, first);
+    for (std::uint32_t k = 0; k < of.statements.size(); ++k) {
+        const StatementKind kind = of.statements[k].kind;
+        if (kind == StatementKind::CreateNode) break;
+        if (kind != StatementKind::Requires && kind != StatementKind::CurrentUnit &&
+            kind != StatementKind::FileInfo)
+            continue;
+        header += of.statement(k);
+        header += of.form.lineEnd;
+    }
+    header += "// End of " + of.fileName + of.form.lineEnd;
+    return makeSceneText(std::move(header), of.fileName).text;
 }
 
 SceneText emptySceneText(double framesPerSecond) {

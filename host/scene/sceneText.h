@@ -38,10 +38,12 @@ struct SceneTextResult {
     bool ok() const { return error.empty(); }
 };
 
-SceneTextResult readSceneText(const std::string& path);
+SceneTextResult readSceneText(const std::string& path, const Progress& progress = {});
 /// The same for text in memory.
 /// @param fileName  for messages
-SceneTextResult makeSceneText(std::string bytes, const std::string& fileName);
+SceneTextResult makeSceneText(std::string bytes, const std::string& fileName, const Progress& progress = {});
+/// The text of a scene without nodes that has the header of another one: its version, units and fileInfo.
+SceneText headerText(const SceneText& of);
 /// The text of a scene without nodes, which counts time in this unit.
 SceneText emptySceneText(double framesPerSecond);
 

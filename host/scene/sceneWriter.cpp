@@ -1,6 +1,8 @@
 #include "scene/sceneWriter.h"
 
 #include <algorithm>
+#include <cctype>
+#include <functional>
 #include <set>
 #include <tuple>
 #include <utility>
@@ -8,6 +10,7 @@
 #include "geometry/textFile.h"
 #include "graph/names.h"
 #include "graph/namespaces.h"
+#include "scene/fileTypes.h"
 #include "scene/nodeStatements.h"
 #include "scene/nodeWriter.h"
 #include "scene/plugText.h"
@@ -35,6 +38,8 @@ bool isUnordered(const graph::Plug& destination) {
     }
     return false;
 }
+
+const std::string kLock = "\tlockNode -l 1 ;";
 
 /// Replaces the names of nodes in a statement by their present names.
 /// @param nodes  what the names of the statement mean, in their order; null: leave it
@@ -81,7 +86,8 @@ class Writer {
 
     TextEdits run() {
         if (options_.isRenamed) renameFile();
-        if (graph_.changes() == document_.changes && !document_.isNew && document_.changedInfo.empty())
+        if (graph_.changes() == document_.changes && !document_.isNew && document_.changedInfo.empty() &&
+            document_.addedMentions.empty())
             return std::move(edits_);
         editInfo();
         for (const auto& [node, source] : document_.sources) {
@@ -91,6 +97,7 @@ class Writer {
         findMoved();
         for (const SavedBlock& block : document_.blocks)
             editBlock(block);
+        warnOfOldNames();
         addNodes();
         editLinks();
         editMentions();
@@ -108,7 +115,7 @@ class Writer {
             if (at == std::string_view::npos || at + mark.size() > end) return;
             const std::size_t begin = at + mark.size();
             const std::size_t stop = std::min(bytes.find_first_of("\r\n", begin), bytes.size());
-            edits_.replace(begin, stop, name);
+            edits_.replaceComment(begin, stop, name);
         };
         const bool isEmpty = text_.statements.empty();
         replaceAfter("//Name: ", 0, isEmpty ? text_.bytes.size() : text_.statements.front().begin);
@@ -120,7 +127,7 @@ class Writer {
         if (document_.changedInfo.empty()) return;
         std::map<std::string, std::optional<std::string>> left = document_.changedInfo;
         std::int64_t last = headerEnd();
-        const auto textOf = [&](const std::string& key, const std::string& value) {
+        const auto textOf = [this](const std::string& key, const std::string& value) {
             const bool isDoubleByte = text_.form.isDoubleByte;
             return "fileInfo " + inQuotes(key, isDoubleByte) + ' ' + inQuotes(value, isDoubleByte) + ';';
         };
@@ -172,8 +179,42 @@ class Writer {
     void editHead(const SavedBlock& block) {
         if (text_.statements[block.first].kind != StatementKind::CreateNode) return;
         const std::optional<NodeWords> words = readCreateNode(text_.statement(block.first));
-        if (words && !isHeadTrue(block, *words))
-            edits_.replaceStatement(block.first, createNodeText(graph_, *block.node, words->isShared));
+        if (!words || isHeadTrue(block, *words)) return;
+        edits_.replaceStatement(block.first, createNodeText(graph_, *block.node, words->isShared));
+        const std::string_view name = graph::withoutRoot(words->name);
+        if (!name.empty() && graph_.nodesNamed(name).empty()) oldNames_.emplace(name);
+    }
+
+    /// Names of nodes in scripts and expressions are not replaced: only who wrote them knows which are meant.
+    void warnOfOldNames() const {
+        for (const SavedBlock& block : document_.blocks) {
+            if (oldNames_.empty() || block.node == nullptr || !block.node->isAlive()) continue;
+            const std::string& type = block.node->type().name();
+            if (type != "expression" && type != "script" && type != "reference") continue;
+            const std::string name = oldNameIn(block);
+            if (name.empty()) continue;
+            graph_.messages().warning("The text of " + graph_.uniqueName(*block.node) + " (" + type +
+                                      ") has the old name '" + name + "'. It was saved as it is.");
+        }
+    }
+
+    /// The first word of a node's statements that was the name of another node.
+    std::string oldNameIn(const SavedBlock& block) const {
+        const auto isPart = [](char c) {
+            return c == '_' || c == ':' || std::isalnum(static_cast<unsigned char>(c)) != 0;
+        };
+        for (std::uint32_t k = block.first + 1; k < block.last; ++k) {
+            const std::string_view text = text_.statement(k);
+            for (std::size_t at = 0; at < text.size();) {
+                std::size_t end = at;
+                while (end < text.size() && isPart(text[end]))
+                    ++end;
+                if (end > at && oldNames_.count(text.substr(at, end - at)) != 0)
+                    return std::string(text.substr(at, end - at));
+                at = end + 1;
+            }
+        }
+        return {};
     }
 
     void editBlock(const SavedBlock& block) {
@@ -199,6 +240,21 @@ class Writer {
             }
         }
         edits_.insertAfter(static_cast<std::int64_t>(block.last) - 1, edits.added);
+        if (isLockChanged(node)) editLock(block);
+    }
+
+    bool isLockChanged(const Node& node) const {
+        const auto then = document_.locks.find(&node);
+        return node.isLocked() != (then != document_.locks.end() && then->second);
+    }
+
+    /// Statements with the node's name are mentions.
+    void editLock(const SavedBlock& block) {
+        for (std::uint32_t k = block.first; k < block.last; ++k) {
+            if (text_.statements[k].kind == StatementKind::LockNode) edits_.removeStatement(k);
+        }
+        if (block.node->isLocked())
+            edits_.insertAfter(static_cast<std::int64_t>(block.last) - 1, kLock + text_.form.lineEnd);
     }
 
     BlockEdits editsOf(Node& node) {
@@ -214,6 +270,7 @@ class Writer {
         std::string lines;
         std::set<const Node*> done;
         for (const NodeRef& node : graph_.nodes()) {
+            if (!options_.only.empty() && options_.only.count(node.get()) == 0) continue;
             std::vector<Node*> ahead;
             for (Node* at = node.get(); at != nullptr && isToAdd(*at) && done.insert(at).second;
                  at = at->parent())
@@ -241,6 +298,12 @@ class Writer {
     }
 
     std::string addedText(Node& node) {
+        std::string text = addedStatements(node);
+        if (!text.empty() && node.isLocked()) text += kLock + text_.form.lineEnd;
+        return text;
+    }
+
+    std::string addedStatements(Node& node) {
         const auto source = document_.sources.find(&node);
         // What was imported keeps its statements, unless their numbers have other units than this file.
         const bool hasStatements =
@@ -292,12 +355,26 @@ class Writer {
             const bool isGone =
                 std::any_of(mention.nodes.begin(), mention.nodes.end(),
                             [](const NodeRef& node) { return node != nullptr && !node->isAlive(); });
-            if (isGone) {
+            // The block of the node says whether it is locked now.
+            const bool isOutdated = text_.statements[mention.statement].kind == StatementKind::LockNode &&
+                                    mention.nodes.size() == 1 && mention.nodes.front() != nullptr &&
+                                    isLockChanged(*mention.nodes.front());
+            if (isGone || isOutdated) {
                 edits_.removeStatement(mention.statement);
             } else {
                 rewriteNames(mention.statement, mention.nodes);
             }
         }
+    }
+
+    /// Whether a connection belongs into the file.
+    bool isWanted(const Node& source, const Node& destination) const {
+        const auto& only = options_.only;
+        if (only.empty()) return true;
+        const bool hasSource = only.count(&source) != 0;
+        const bool hasDestination = only.count(&destination) != 0;
+        return (hasSource || hasDestination) && (hasSource || isDefaultNode(source)) &&
+               (hasDestination || isDefaultNode(destination));
     }
 
     void addLinks() {
@@ -308,12 +385,20 @@ class Writer {
             for (const auto& [key, link] : node->incoming()) {
                 const graph::Plug source(link.node->ref(), link.key);
                 const graph::Plug destination(node, key);
-                if (present_.count(keyOf(source, destination)) != 0) continue;
+                if (present_.count(keyOf(source, destination)) != 0 || !isWanted(*link.node, *node)) continue;
                 const bool isNext = isUnordered(destination);
                 lines += "connectAttr " + inQuotes(plugText(graph_, source)) + ' ' +
                          inQuotes(plugText(graph_, isNext ? destination.array() : destination)) +
                          (isNext ? " -na;" : ";") + text_.form.lineEnd;
             }
+        }
+        for (const AddedMention& mention : document_.addedMentions) {
+            const auto& nodes = mention.nodes;
+            const bool isGone = std::any_of(nodes.begin(), nodes.end(), [](const NodeRef& node) {
+                return node != nullptr && !node->isAlive();
+            });
+            if (!isGone)
+                lines += renamed(graph_, mention.text, nodes).value_or(mention.text) + text_.form.lineEnd;
         }
         const std::int64_t nodes = lastBlock_ >= 0 ? lastBlock_ : headerEnd();
         edits_.insertAfter(std::max(lastLink_, nodes), lines);
@@ -329,7 +414,7 @@ class Writer {
     bool areNamesChanged_ = false;
     std::set<const Node*> moved_;
     std::set<const Node*> written_;
-
+    std::set<std::string, std::less<>> oldNames_;  // that no node has any more
     std::set<LinkKey> present_;
     std::int64_t lastBlock_ = -1;
     std::int64_t lastLink_ = -1;
@@ -345,9 +430,15 @@ TextEdits sceneEdits(graph::Graph& graph, const SceneDocument& document, UuidGiv
 std::string writeScene(graph::Graph& graph, const SceneDocument& document, UuidGiver& uuids,
                        const SaveOptions& options) {
     TextEdits edits = sceneEdits(graph, document, uuids, options);
-    if (!edits.fit())
-        return "cannot write '" + options.path +
-               "': a new text has characters that the code page of the scene does not have.";
+    if (const std::string line = edits.foreignLine(); !line.empty()) {
+        return "The scene is in code page " + std::to_string(document.text->form.codePage) +
+               ", and new text with other letters than ASCII would not fit it: " + line +
+               " Nothing was saved. Use plain letters, or save the scene in UTF-8 in Maya first.";
+    }
+    if (!edits.fit()) {
+        return "The scene is in code page " + std::to_string(document.text->form.codePage) +
+               ", and a new text has bytes that are no characters of it. Nothing was saved.";
+    }
     return geometry::writeFile(
         options.path, [&](std::ostream& stream) { edits.write(stream); }, options.settle);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 
 #include "scene/sceneDocument.h"
@@ -13,6 +14,8 @@ namespace host::scene {
 struct SaveOptions {
     std::string path{};      ///< of the file to write
     bool isRenamed = false;  ///< the file that was read has another name
+    /// The nodes to write; empty for all. Nodes that every scene has are named, but not written.
+    std::set<const graph::Node*> only{};
     /// Brings a complete file safely to the disk; returns the system's error code.
     std::function<int(const std::string& path)> settle{};
 };

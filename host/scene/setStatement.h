@@ -11,9 +11,12 @@
 
 namespace host::scene {
 
+constexpr int kUtf8 = 65001;  // as a number of a code page
+
 /// What a file says of numbers and strings everywhere.
 struct TextForm {
     SceneUnits units{};
+    int codePage = kUtf8;       ///< of strings
     bool isDoubleByte = false;  ///< a lead byte in a string takes the next byte with it
     std::string lineEnd = "\n";
 };

@@ -57,11 +57,12 @@ class ByteFinder {
 
 class Cutter {
   public:
-    Cutter(std::string_view text, bool isDoubleByte)
+    Cutter(std::string_view text, bool isDoubleByte, const Progress& progress)
         : at_(text.data()),
           begin_(text.data()),
           end_(text.data() + text.size()),
           isDoubleByte_(isDoubleByte),
+          progress_(progress),
           semicolons_(';', text),
           quotes_('"', text),
           slashes_('/', text),
@@ -75,8 +76,13 @@ class Cutter {
         constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
         if (std::string_view(at_, static_cast<std::size_t>(end_ - at_)).substr(0, 3) == kByteOrderMark)
             at_ += 3;
-        while (!result_.fault && skipGap())
+        std::uint64_t reported = 0;
+        while (!result_.fault && skipGap()) {
             cutStatement();
+            if (!progress_ || offset(at_) - reported < kProgressStep) continue;
+            reported = offset(at_);
+            progress_(reported);
+        }
         return std::move(result_);
     }
 
@@ -191,6 +197,7 @@ class Cutter {
     const char* begin_;
     const char* end_;
     bool isDoubleByte_;
+    const Progress& progress_;
     ByteFinder semicolons_;
     ByteFinder quotes_;
     ByteFinder slashes_;
@@ -201,8 +208,8 @@ class Cutter {
 
 }  // namespace
 
-CutText cutStatements(std::string_view text, bool isDoubleByte) {
-    return Cutter(text, isDoubleByte).run();
+CutText cutStatements(std::string_view text, bool isDoubleByte, const Progress& progress) {
+    return Cutter(text, isDoubleByte, progress).run();
 }
 
 std::string placeText(std::string_view fileName, std::string_view text, std::uint64_t offset) {

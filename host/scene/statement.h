@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,6 +27,11 @@ enum class StatementKind : std::uint8_t {
     Instanceable,
     DataStructure,
 };
+
+/// Told how many bytes of a text are done.
+using Progress = std::function<void(std::uint64_t)>;
+/// After how many bytes it is told again.
+constexpr std::uint64_t kProgressStep = std::uint64_t{1} << 24;
 
 /// One statement as a span of the file's bytes: from the first letter of its keyword to its semicolon, both
 /// included. Blanks and comments before it belong to the gap between it and the statement before.
@@ -56,7 +62,8 @@ struct CutText {
 /// Cuts a text. Linear; no string is made. What a script would run, such as a call or a command in back
 /// quotes, is a fault wherever it stands.
 /// @param isDoubleByte  whether strings are in a double-byte code page
-CutText cutStatements(std::string_view text, bool isDoubleByte = false);
+/// @param progress      told now and then how many bytes are done; may be empty
+CutText cutStatements(std::string_view text, bool isDoubleByte = false, const Progress& progress = {});
 
 /// "<file>, line <n>, column <m>": where an offset is. Lines and columns count from 1, columns in bytes.
 std::string placeText(std::string_view fileName, std::string_view text, std::uint64_t offset);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <ostream>
 
+#include "text/utf8.h"
+
 namespace host::scene {
 
 void TextEdits::replaceStatement(std::uint32_t index, std::string by) {
@@ -27,6 +29,22 @@ void TextEdits::insertAfter(std::int64_t index, const std::string& lines) {
     const std::string& lineEnd = text_.form.lineEnd;
     const std::uint64_t at = text_.statements[static_cast<std::size_t>(index)].end;
     add(at, at, lineEnd + lines.substr(0, lines.size() - lineEnd.size()));
+}
+
+std::string TextEdits::foreignLine() const {
+    if (text_.form.codePage == kUtf8) return {};
+    for (const Edit& edit : edits_) {
+        // Comments, such as the file's name, are read by nobody.
+        if (edit.isComment) continue;
+        const std::string_view by = edit.by;
+        for (std::size_t at = 0; at < by.size();) {
+            const std::size_t end = std::min(by.find('\n', at), by.size());
+            const std::string_view line = by.substr(at, end - at);
+            if (text::hasWideCharacters(line)) return std::string(line.substr(line.find_first_not_of('\t')));
+            at = end + 1;
+        }
+    }
+    return {};
 }
 
 void TextEdits::write(std::ostream& stream) {

@@ -16,7 +16,10 @@ class TextEdits {
   public:
     explicit TextEdits(const SceneText& text) : text_(text) {}
 
-    void replace(std::uint64_t begin, std::uint64_t end, std::string by) { add(begin, end, std::move(by)); }
+    /// Replaces a part of a comment.
+    void replaceComment(std::uint64_t begin, std::uint64_t end, std::string by) {
+        edits_.push_back({begin, end, std::move(by), true});
+    }
     void replaceStatement(std::uint32_t index, std::string by);
     /// Removes a statement with the blanks before it. Comments stay.
     void removeStatement(std::uint32_t index);
@@ -27,6 +30,10 @@ class TextEdits {
 
     /// Whether the strings of the new statements can be told apart in the code page of the text.
     bool fit() const { return fit_; }
+    /// A new line with letters in UTF-8, where the text is in another code page; empty if there is none.
+    /// Bytes that the text had before are in its code page, and hardly ever read as UTF-8.
+    std::string foreignLine() const;
+
     void write(std::ostream& stream);
 
   private:
@@ -34,10 +41,11 @@ class TextEdits {
         std::uint64_t begin;
         std::uint64_t end;
         std::string by;
+        bool isComment = false;
     };
 
     void add(std::uint64_t begin, std::uint64_t end, std::string by) {
-        edits_.push_back({begin, end, std::move(by)});
+        edits_.push_back({begin, end, std::move(by), false});
     }
 
     void check(std::string_view statements) {

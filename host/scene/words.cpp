@@ -12,12 +12,10 @@ namespace {
 void appendUnquoted(std::string& text, std::string_view raw, bool isDoubleByte) {
     const std::string_view inner = raw.substr(1, raw.size() - 2);
     for (std::size_t k = 0; k < inner.size(); ++k) {
-        if (isDoubleByte && isLeadByte(inner[k]) && k + 1 < inner.size()) {
-            text += inner.substr(k++, 2);
-            continue;
-        }
-        if (inner[k] != '\\' || k + 1 == inner.size()) {
+        const bool isLast = k + 1 == inner.size();
+        if (inner[k] != '\\' || isLast) {
             text += inner[k];
+            if (isDoubleByte && isLeadByte(inner[k]) && !isLast) text += inner[++k];
             continue;
         }
         ++k;
@@ -111,14 +109,11 @@ Word WordScanner::next() {
 
 std::string inQuotes(std::string_view text, bool isDoubleByte) {
     std::string result = "\"";
-    bool isSecondByte = false;
-    for (const char c : text) {
-        if (isSecondByte || (isDoubleByte && isLeadByte(c))) {
-            isSecondByte = !isSecondByte;
-            result += c;
-            continue;
-        }
-        if (c == '\n') {
+    for (std::size_t k = 0; k < text.size(); ++k) {
+        const char c = text[k];
+        if (isDoubleByte && isLeadByte(c) && k + 1 < text.size()) {
+            result += text.substr(k++, 2);
+        } else if (c == '\n') {
             result += "\\n";
         } else if (c == '\t') {
             result += "\\t";

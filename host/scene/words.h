@@ -17,7 +17,7 @@ struct Word {
     };
     Kind kind = Kind::End;
     std::string_view raw{};
-    bool isDoubleByte = false;  ///< a lead byte in a string takes the next byte with it
+    bool isDoubleByte = false;  ///< as for the scanner
 
     bool isEnd() const { return kind == Kind::End; }
     bool isText() const { return kind == Kind::Quoted || kind == Kind::Sum; }
@@ -33,7 +33,8 @@ struct Word {
 /// Goes through the words of one statement.
 class WordScanner {
   public:
-    /// @param statement  a whole statement, from its keyword to its semicolon
+    /// @param statement     a whole statement, from its keyword to its semicolon
+    /// @param isDoubleByte  whether strings are in a double-byte code page
     explicit WordScanner(std::string_view statement, bool isDoubleByte = false);
 
     Word next();

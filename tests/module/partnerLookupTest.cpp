@@ -466,6 +466,34 @@ TEST(PartnerLookup, AnswersTheSameInOneGoAsInParts) {
     }
 }
 
+/// What lies so close to the tolerance is for the host to say, whose arithmetic may differ.
+TEST(PartnerLookup, AsksAboutImagesAtTheToleranceItself) {
+    constexpr double kApart = 1.0 / 1024;
+    const Flat flat(
+        host::geometry::createMesh({1, 0, 0, 1, 1, 0, 1, 0, 1, -1 + 1.0F / 1024, 0, 0, -1, 1, 0, -1, 0, 1},
+                                   {3, 3}, {0, 1, 2, 3, 5, 4})
+            .mesh);
+    const auto answersFor = [&](double tolerance) {
+        return lookUpPartners({{flat.points, flat.faces}, 0, tolerance}, {0, 3});
+    };
+    EXPECT_EQ(answersFor(kApart * (1 + 2e-6)), (std::vector<int>{3, 0}));
+    EXPECT_EQ(answersFor(kApart * (1 + 5e-7)), (std::vector<int>{kUndecided, kUndecided}));
+    EXPECT_EQ(answersFor(kApart * (1 - 5e-7)), (std::vector<int>{kUndecided, kUndecided}));
+    EXPECT_EQ(answersFor(kApart * (1 - 2e-6)), (std::vector<int>{kNoPartner, kNoPartner}));
+}
+
+/// Two faces that end in a corner that is not finite, one on each side: nothing lies between them.
+TEST(PartnerLookup, TakesTheFiniteCornersOfEachFaceAlone) {
+    Mesh mesh = host::geometry::createMesh({1,  0, 0, 1,  1, 0, 1, 0, 1, -1, 0, 1e-6F, -1, 1, 0, -1, 0, 1,
+                                            -9, 0, 0, -9, 1, 0, 0, 0, 0, 9,  0, 0,     9,  1, 0, 0,  1, 0},
+                                           {3, 3, 3, 3}, {0, 1, 2, 3, 5, 4, 6, 7, 8, 9, 10, 11})
+                    .mesh;
+    for (const int corner : {8, 11})
+        mesh.setPoint(corner, {std::nan(""), 0, 0});
+    const Flat flat(mesh);
+    EXPECT_EQ(lookUpPartners({{flat.points, flat.faces}, 0, 0.001}, {0, 3}), (std::vector<int>{3, 0}));
+}
+
 TEST(PartnerLookup, AnswersInTheOrderAskedAndForNumbersThatAreNoVertices) {
     const Flat flat(zoo::cube());
     const PartnerSpace space{{flat.points, flat.faces}, 0, 0.001};

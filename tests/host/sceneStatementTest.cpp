@@ -1,0 +1,303 @@
+// What scenes hold besides nodes, values and connections, and scenes that hold a part of another.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "commands/progressLine.h"
+#include "host/sceneFixture.h"
+#include "scene/sceneSession.h"
+
+namespace scenetest {
+namespace {
+
+/// A locked node of each form, an expression, a relationship, and a namespace.
+const std::string kRig = R"(//Maya ASCII 2024 scene
+//Name: rig.ma
+requires maya "2024";
+currentUnit -l centimeter -a degree -t pal;
+createNode transform -n "rig:root";
+createNode transform -n "arm" -p "rig:root";
+	setAttr ".t" -type "double3" 1 2 3 ;
+	lockNode -l 1 ;
+	setAttr ".ry" 45;
+createNode mesh -n "armShape" -p "arm";
+	setAttr -s 3 ".vt[0:2]"  0 0 0 1 0 0 0 1 0;
+	setAttr -s 3 ".ed[0:2]"  0 1 0 1 2 0 2 0 0;
+	setAttr ".fc[0]" -type "polyFaces" 
+		f 3 0 1 2
+		mu 0 3 0 1 2;
+createNode transform -n "leg";
+createNode expression -n "swing";
+	setAttr ".ixp" -type "string" ".O[0] = leg.ty + legacy;";
+createNode shadingEngine -n "skin";
+	setAttr ".ro" yes;
+createNode lambert -n "paint";
+lockNode -l 1 "leg";
+connectAttr "leg.tx" "arm.sx";
+connectAttr "armShape.iog" "skin.dsm" -na;
+connectAttr "paint.oc" "skin.ss";
+relationship "link" ":lightLinker1" "skin.message" ":defaultLightSet.message";
+// End of rig.ma
+)";
+
+TEST(SceneStatement, LockedNodesAreKeptFromHarm) {
+    SceneHost host;
+    host.open(kRig);
+    EXPECT_EQ(host.ok("lockNode -q -lock arm leg \"rig:root\""), "1 1 0");
+    EXPECT_EQ(host.ok("getAttr arm.ry"), "45") << "behind the lock in the file";
+    EXPECT_EQ(host.ok("file -q -modified"), "0");
+    for (const std::string command :
+         {"delete arm", "rename arm hand", "parent -w arm", "addAttr -ln x arm", "setAttr -lock on arm.tx"}) {
+        EXPECT_EQ(host.fails(command), command.substr(0, command.find(' ')) +
+                                           ": arm is a locked node. Unlock it with lockNode -lock off.");
+    }
+    host.ok("setAttr arm.tx 7; setAttr arm.tx 1");
+    EXPECT_EQ(host.saved(), kRig);
+    host.ok("lockNode -lock off arm leg; lockNode swing");
+    const std::string text = host.saved();
+    EXPECT_EQ(missingLines(kRig, text), (std::vector<std::string>{"lockNode -l 1 \"leg\";"}));
+    EXPECT_EQ(missingLines(text, kRig), std::vector<std::string>()) << "the statement is another node's now";
+    EXPECT_GT(text.find("lockNode"), text.find("swing"));
+    host.ok("undo; undo");
+    EXPECT_EQ(host.saved(), kRig);
+    host.ok("lockNode -l off arm; rename arm hand; delete hand");
+    EXPECT_EQ(host.saved().find("\tlockNode"), std::string::npos) << "the lock would be another node's";
+}
+
+TEST(SceneStatement, RelationshipsFollowTheirNodes) {
+    SceneHost host;
+    host.open(kRig);
+    EXPECT_EQ(host.fails("relationship link \":lightLinker1\" \"skin.message\""),
+              "No object matches name: :lightLinker1");
+    host.ok("relationship link \":initialShadingGroup\" \"skin.message\"; instanceable -a off \"paint\"");
+    EXPECT_EQ(host.ok("file -q -modified"), "1");
+    host.ok("rename skin \"a b\"");
+    EXPECT_EQ(
+        missingLines(host.saved(), kRig),
+        (std::vector<std::string>{
+            "createNode shadingEngine -n \"a_b\";", "connectAttr \"armShape.iog\" \"a_b.dsm\" -na;",
+            "connectAttr \"paint.oc\" \"a_b.ss\";",
+            "relationship \"link\" \":initialShadingGroup\" \"a_b.message\";", "instanceable -a 0 \"paint\";",
+            "relationship \"link\" \":lightLinker1\" \"a_b.message\" \":defaultLightSet.message\";"}));
+    host.ok("undo; undo; undo");
+    EXPECT_EQ(host.saved(), kRig);
+    EXPECT_EQ(host.fails("relationship link"),
+              "relationship: A kind, a node and at least one member are needed.");
+    EXPECT_EQ(host.fails("instanceable paint"), "instanceable: -allow and a node are needed.");
+}
+
+TEST(SceneStatement, TextsWithOldNamesAreReported) {
+    SceneHost host;
+    host.open(kRig);
+    host.ok("lockNode -l off leg; rename leg limb; lockNode limb; file -save");
+    EXPECT_EQ(host.shown.warnings,
+              (std::vector<std::string>{
+                  "The text of swing (expression) has the old name 'leg'. It was saved as it is."}));
+    const std::string text = host.read("scene.ma");
+    EXPECT_NE(text.find("leg.ty + legacy;"), std::string::npos);
+    EXPECT_NE(text.find("lockNode -l 1 \"limb\";"), std::string::npos);
+    host.ok("rename \"rig:root\" top2; file -save");
+    EXPECT_EQ(host.shown.warnings.size(), 1U) << "no text has the name of the root";
+}
+
+TEST(SceneStatement, ImportsKeepLocksAndRelationshipsInTheirNamespace) {
+    SceneHost host;
+    const std::string file = host.write("rig.ma", kRig);
+    host.ok("file -new -force; file -import -namespace \"a\" \"" + file + "\"");
+    host.ok("file -import -namespace \"a\" \"" + file + "\"");
+    host.ok("file -import -namespace \"a\" -mergeNamespacesOnClash true \"" + file + "\"");
+    EXPECT_EQ(host.ok("ls \"*:leg\" \"*:leg?\""), "a1:leg a:leg a:leg1");
+    EXPECT_EQ(host.ok("ls \"*:*:root\""), "a1:rig:root a:rig:root");
+    EXPECT_EQ(host.ok("lockNode -q -lock \"a1:leg\""), "1");
+    EXPECT_EQ(host.ok("namespaceInfo -lon -recurse"), "UI a a1 a1:rig a:rig shared");
+    host.ok("file -rename \"" + host.path("scene.ma") + "\"");
+    const std::string text = host.saved();
+    for (const char* line : {"lockNode -l 1 ;",
+                             "relationship \"link\" \":lightLinker1\" \"a1:skin.message\" "
+                             "\":defaultLightSet.message\";"})
+        EXPECT_NE(text.find(line), std::string::npos) << line;
+    host.ok("undo; undo; undo");
+    EXPECT_EQ(host.ok("namespaceInfo -lon -recurse"), "UI shared");
+    EXPECT_EQ(host.saved().find("relationship"), std::string::npos);
+    EXPECT_EQ(host.fails("file -import -namespace \"?\" \"" + file + "\""),
+              "file: '?' is no name of a namespace.");
+}
+
+TEST(SceneStatement, AnExportOfSelectedNodesHasWhatBelongsToThem) {
+    SceneHost host;
+    host.open(kRig);
+    const std::string part = host.path("part.ma");
+    EXPECT_EQ(host.fails("file -exportSelected -type \"mayaAscii\" \"" + part + "\""),
+              "Nothing is currently selected.");
+    host.ok("select arm; setAttr \"arm.tx\" 9; file -exportSelected -type \"mayaAscii\" \"" + part + "\"");
+    const std::string text = host.read("part.ma");
+    std::vector<std::string> added = missingLines(text, kRig);
+    const auto isId = [](const std::string& line) { return line.rfind("\trename -uid", 0) == 0; };
+    added.erase(std::remove_if(added.begin(), added.end(), isId), added.end());
+    EXPECT_EQ(added,
+              (std::vector<std::string>{"//Name: part.ma", "\tsetAttr \".t\" -type \"double3\" 9 2 3 ;",
+                                        "\tlockNode -l 1 ;", "// End of part.ma"}));
+    EXPECT_EQ(missingLines(kRig, text),
+              (std::vector<std::string>{"//Name: rig.ma", "\tsetAttr \".t\" -type \"double3\" 1 2 3 ;",
+                                        "createNode expression -n \"swing\";",
+                                        "\tsetAttr \".ixp\" -type \"string\" \".O[0] = leg.ty + legacy;\";",
+                                        "lockNode -l 1 \"leg\";",
+                                        "relationship \"link\" \":lightLinker1\" \"skin.message\" "
+                                        "\":defaultLightSet.message\";",
+                                        "// End of rig.ma"}));
+    EXPECT_EQ(host.ok("file -q -sceneName"), host.path("scene.ma"));
+    EXPECT_EQ(host.ok("file -q -modified"), "1");
+    EXPECT_EQ(host.fails("file -exportSelected \"" + part + "\""),
+              "file: " + part + " exists; -force replaces it.");
+    host.ok("select persp");
+    EXPECT_EQ(host.fails("file -force -exportSelected \"" + part + "\""),
+              "There is nothing to export: every scene has these nodes.");
+    EXPECT_EQ(host.read("part.ma"), text);
+    host.ok("file -open -force \"" + part + "\"");
+    EXPECT_EQ(host.ok("sets -q skin"), "armShape");
+    EXPECT_EQ(host.ok("ls -type transform"), "arm front leg persp rig:root side top");
+}
+
+TEST(SceneStatement, TheUnitOfTimeIsThatOfTheScene) {
+    SceneHost host;
+    host.open(kRig);
+    EXPECT_EQ(host.ok("currentUnit -q -time"), "pal");
+    host.ok("currentTime 50");
+    EXPECT_EQ(host.ok("currentTime -q"), "50");
+    EXPECT_EQ(host.ok("currentUnit -time pal"), "");
+    EXPECT_EQ(
+        host.fails("currentUnit -time ntsc"),
+        "currentUnit: The times of an opened scene are in its own unit. Only that of a new scene can be "
+        "changed by this host.");
+    host.ok("file -new -force");
+    EXPECT_EQ(host.ok("currentUnit -q -time"), "film");
+    host.ok("currentTime 24; currentUnit -time \"120fps\"");
+    EXPECT_EQ(host.ok("currentTime -q"), "120");
+    host.ok("undo");
+    EXPECT_EQ(host.ok("currentTime -q"), "24");
+    host.ok("redo; file -rename \"" + host.path("scene.ma") + "\"");
+    const std::string text = host.saved();
+    EXPECT_NE(text.find("currentUnit -l centimeter -a degree -t 120fps;"), std::string::npos) << text;
+    EXPECT_NE(text.find("\tsetAttr \".o\" 120;"), std::string::npos) << text;
+    EXPECT_EQ(host.fails("currentUnit -time often"),
+              "currentUnit: The unit 'often' is not covered by this host.");
+}
+
+/// In a double-byte code page the second byte of a character may be a backslash or a quotation mark.
+TEST(SceneStatement, TextsInACodePageAreKeptAndOthersRefused) {
+    const std::string kana = "\x83\x5C\x95\x5C";
+    const std::string scene =
+        "//Maya ASCII 2016 scene\n//Codeset: 932\nrequires maya \"2016\";\n"
+        "fileInfo \"note\" \"" +
+        kana +
+        "\";\ncreateNode network -n \"n\";\n"
+        "\taddAttr -ci true -sn \"t\" -ln \"t\" -dt \"string\";\n"
+        "\tsetAttr \".t\" -type \"string\" \"" +
+        kana + "\\\"" + kana + "\";\n";
+    SceneHost host;
+    host.open(scene);
+    EXPECT_EQ(host.ok("getAttr n.t"), kana + '"' + kana);
+    EXPECT_EQ(host.ok("fileInfo -q note"), kana);
+    host.ok("duplicate -n m n; fileInfo other free");
+    const std::string text = host.saved();
+    host.ok("file -open \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.ok("getAttr m.t"), kana + '"' + kana);
+    EXPECT_EQ(host.saved(), text);
+    host.ok("setAttr -type \"string\" m.t \"\xE3\x82\xBD\"");
+    EXPECT_EQ(host.fails("file -save"),
+              "The scene is in code page 932, and new text with other letters than ASCII would not fit it: "
+              "setAttr \".t\" -type \"string\" \"\xE3\x82\xBD\" ; Nothing was saved. Use plain letters, or "
+              "save the "
+              "scene in UTF-8 in Maya first.");
+    EXPECT_EQ(host.read("scene.ma"), text);
+    EXPECT_EQ(host.ok("file -q -modified"), "1");
+    host.ok("setAttr -type \"string\" m.t so; file -save");
+}
+
+TEST(SceneStatement, WhatCannotBeSavedIsNamed) {
+    SceneHost host;
+    host.ok("polyCube -n box; polyColorPerVertex -rgb 1 0 0 box.vtx[0]; file -rename \"" +
+            host.path("scene.ma") + "\"; file -save");
+    EXPECT_EQ(
+        host.shown.warnings,
+        (std::vector<std::string>{"The values of boxShape.colorSet[0].vertexColors (vertexColors) are not "
+                                  "saved by this host."}));
+}
+
+TEST(SceneStatement, LengthsAndAnglesOfOtherUnitsAreConverted) {
+    std::string text = kRig;
+    text.replace(text.find("centimeter -a degree"), 20, "meter -a radian");
+    SceneHost host;
+    host.open(text);
+    EXPECT_EQ(host.shown.infos.back(),
+              "The file has other units: scripts give lengths in centimetres and angles in degrees.");
+    EXPECT_EQ(host.ok("getAttr arm.t"), "100 200 300");
+    host.ok("setAttr arm.tz 50; setAttr arm.rx 180");
+    EXPECT_EQ(missingLines(host.saved(), text),
+              (std::vector<std::string>{"\tsetAttr \".t\" -type \"double3\" 1 2 0.5 ;",
+                                        "\tsetAttr \".rx\" 3.1415926535897931;"}));
+}
+
+TEST(SceneStatement, ANewSceneHasItsCameras) {
+    SceneHost host;
+    host.ok("file -new -force; createNode transform -n mine; file -rename \"" + host.path("scene.ma") + "\"");
+    const std::string text = host.saved();
+    for (const char* line :
+         {"createNode transform -s -n \"persp\";", "createNode camera -s -n \"perspShape\" -p \"persp\";",
+          "createNode transform -s -n \"side\";",
+          "\tsetAttr \".hc\" -type \"string\" \"viewSet -t %camera\" ;"})
+        EXPECT_NE(text.find(line), std::string::npos) << line << '\n' << text;
+    host.ok("file -open \"" + host.path("scene.ma") + "\"; ls -type camera");
+    EXPECT_EQ(host.ok("ls -type camera"), "frontShape perspShape sideShape topShape");
+    EXPECT_EQ(host.saved(), text);
+    EXPECT_EQ(host.fails("delete persp"), "delete: Cannot delete the read only node persp.");
+    host.ok("select -all");
+    EXPECT_EQ(host.ok("ls -sl"), "mine");
+}
+
+/// A file of four steps of progress, so that each half of the work tells of three at least.
+TEST(SceneProgress, ALineShowsHowFarALongOpeningIs) {
+    SceneHost host;
+    std::string text = "requires maya \"2024\";\n";
+    for (int k = 0; k < 4; ++k) {
+        text +=
+            "createNode network -n \"n" + std::to_string(k) + "\";\n\tsetAttr \".note\" -type \"string\" \"";
+        text.append(host::scene::kProgressStep, 'x');
+        text += "\";\n";
+    }
+    const std::string file = host.write("long.ma", text);
+    host::scene::SceneSession session(host.graph, {});
+    double now = 0.0;
+    std::string shown;
+    host::commands::ProgressLine line([&] { return now; }, [&](const std::string& part) { shown += part; });
+    double last = 0.0;
+    int calls = 0;
+    session.setProgress([&](double part, std::uint64_t bytes) {
+        EXPECT_GE(part, last);
+        EXPECT_LE(part, 1.0);
+        EXPECT_EQ(bytes, text.size());
+        last = part;
+        ++calls;
+        now = 0.3 * calls;  // the line appears with the fourth call, after 1.2 seconds
+        line.show(part, bytes);
+    });
+    line.begin();
+    EXPECT_EQ(session.open(file), "");
+    line.end();
+    EXPECT_GE(calls, 6);
+    EXPECT_GT(last, 0.8);
+    EXPECT_EQ(shown.find("\r\x1B[KOpening: "), 0U) << shown;
+    EXPECT_NE(shown.find(" of 67 MB"), std::string::npos) << shown;
+    EXPECT_EQ(shown.rfind("\r\x1B[K"), shown.size() - 4) << "wiped at the end";
+    shown.clear();
+    line.begin();
+    line.show(0.5, text.size());
+    line.end();
+    EXPECT_EQ(shown, "") << "within a second";
+}
+
+}  // namespace
+}  // namespace scenetest
