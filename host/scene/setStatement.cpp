@@ -188,8 +188,9 @@ std::optional<SetTarget> findTarget(graph::Node& node, std::string_view path) {
         single.erase(open + (colon - open), close - colon);
         target.rangeDepth =
             static_cast<int>(std::count(path.begin(), path.begin() + static_cast<long>(close), '['));
+        // No file has the numbers for a range whose length is no int.
+        if (range->last - range->first == std::numeric_limits<int>::max()) return std::nullopt;
         target.count = range->last - range->first + 1;
-        if (target.count < 1) return std::nullopt;
     }
     const graph::PlugMatch match = graph::findOwnPlug(node.ref(), single);
     if (!match.ok || match.plug.attribute().isOutput()) return std::nullopt;

@@ -32,6 +32,7 @@ SCENE = WORK / "scene.ma"
 EDIT = "setAttr first.ty 3; setAttr last.ty 4;"
 # The tracer is what a leak checker would be.
 ENVIRONMENT = {**os.environ, "ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":detect_leaks=0"}
+MEMORY_CALLS = {"brk", "futex", "madvise", "mmap", "mprotect", "mremap", "munmap"}
 failures = []
 
 
@@ -128,8 +129,11 @@ class Session:
         self.ask(f'file -open "{self.scene}"; {EDIT}', '""')
 
     def ask(self, script, value):
-        self.process.stdin.write(f'{script}\nprint ("answer " + {value} + "\\n");\n')
-        self.process.stdin.flush()
+        try:
+            self.process.stdin.write(f'{script}\nprint ("answer " + {value} + "\\n");\n')
+            self.process.stdin.flush()
+        except BrokenPipeError:
+            return "ended"
         for line in self.process.stdout:
             if line.startswith("answer "):
                 return line[7:].strip()
@@ -199,7 +203,8 @@ def check_killed():
 
 def check_failing():
     reported = {}
-    calls = listed_calls()[:-1]
+    # Without the second mark, and without memory: what an allocator does when it gets none is not asked here.
+    calls = [call for call in listed_calls()[:-1] if call[0] not in MEMORY_CALLS]
     for code in (errno.EIO, errno.ENOSPC):
         for at, (name, count) in enumerate(calls):
             renew()

@@ -220,7 +220,7 @@ class CodePage : public testing::TestWithParam<const char*> {
 };
 
 TEST_P(CodePage, KeepsBytesThatItDoesNotKnow) {
-    for (const char* note : {"caf\xE9", "\x83\x5A\x83\x62", "\xE6\x97\xA5\xE6\x9C\xAC", "\x80\xFF", "\xA0"}) {
+    for (const char* note : {"caf\xE9", "\x83\x5A\x83\x62", "\x80\xFF", "\xA0"}) {
         SceneHost host;
         const std::string text = scene(note);
         host.open(text);
