@@ -6,7 +6,6 @@
 
 namespace host::nodes {
 
-using graph::AttributeSpec;
 using graph::ValueKind;
 
 void addSceneTypes(graph::NodeTypes& types) {

@@ -326,7 +326,7 @@ std::vector<std::string> SceneSession::report() const {
     if (scripts > 0) lines.push_back("Script nodes not run: " + std::to_string(scripts) + '.');
     const SceneUnits& units = document_.text->form.units;
     if (units.centimetres != 1.0 || units.radians != 0.0)
-        lines.push_back(
+        lines.emplace_back(
             "The file has other units: scripts give lengths in centimetres and angles in degrees.");
     if (fed > 0)
         lines.push_back("Nodes that keep old values, because what feeds them is not evaluated: " +

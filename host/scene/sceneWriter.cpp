@@ -193,8 +193,10 @@ class Writer {
             if (type != "expression" && type != "script" && type != "reference") continue;
             const std::string name = oldNameIn(block);
             if (name.empty()) continue;
-            graph_.messages().warning("The text of " + graph_.uniqueName(*block.node) + " (" + type +
-                                      ") has the old name '" + name + "'. It was saved as it is.");
+            std::string warning = "The text of ";
+            warning += graph_.uniqueName(*block.node);
+            warning += " (" + type + ") has the old name '" + name + "'. It was saved as it is.";
+            graph_.messages().warning(warning);
         }
     }
 
