@@ -193,11 +193,13 @@ class Writer {
             if (type != "expression" && type != "script" && type != "reference") continue;
             const std::string name = oldNameIn(block);
             if (name.empty()) continue;
-            std::string warning = "The text of ";
-            warning += graph_.uniqueName(*block.node);
-            warning += " (" + type + ") has the old name '" + name + "'. It was saved as it is.";
-            graph_.messages().warning(warning);
+            graph_.messages().warning(oldNameText(*block.node, name));
         }
+    }
+
+    std::string oldNameText(const Node& node, const std::string& name) const {
+        return "The text of " + graph_.uniqueName(node) + " (" + node.type().name() + ") has the old name '" +
+               name + "'. It was saved as it is.";
     }
 
     /// The first word of a node's statements that was the name of another node.
