@@ -15,7 +15,7 @@ constexpr std::size_t kHugePage = std::size_t{2} << 20;
 
 /// From this size on a block has a mapping of its own, which goes when the block is freed. The library would
 /// raise that size by and by, and aligned blocks in the heap leave holes.
-constexpr int kMapped = 4 << 20;
+constexpr int kMapped = 16 << 20;
 /// How much free memory at the end of the heap stays with the program: arrays of one command after the other
 /// take it.
 constexpr int kKept = 64 << 20;
