@@ -167,8 +167,7 @@ CommandResult file(CommandContext& context, const ParsedArguments& arguments, Sc
     if (action.empty()) {
         return failure(
             "file: Exactly one of -open, -import, -save, -rename, -newFile, -exportSelected and -exportAll "
-            "is "
-            "needed.");
+            "is needed.");
     }
     if (action == "newFile") return newScene(arguments, session);
     if (action == "save") return saveScene(arguments, session);

@@ -57,11 +57,9 @@ void setUpCamera(graph::Graph& graph, const graph::NodeRef& shape, const Default
 
 }  // namespace
 
-std::vector<graph::NodeRef> addDefaultCameras(graph::Graph& graph) {
+void addDefaultCameras(graph::Graph& graph) {
     const graph::RecordingScope silent(graph, nullptr);
-    std::vector<graph::NodeRef> made;
     for (const DefaultCamera& camera : kCameras) {
-        if (!graph.nodesNamed(camera.name).empty()) continue;
         const graph::NodeRef transform = graph.createNode(*graph.types().find("transform"), camera.name);
         setTriple(graph, transform->plug("translate"), camera.translate, 1.0);
         setTriple(graph, transform->plug("rotate"), camera.rotate, geometry::kPi / 180.0);
@@ -69,10 +67,7 @@ std::vector<graph::NodeRef> addDefaultCameras(graph::Graph& graph) {
         const graph::NodeRef shape = graph.createNode(*graph.types().find("camera"),
                                                       std::string(camera.name) + "Shape", transform.get());
         setUpCamera(graph, shape, camera);
-        made.push_back(transform);
-        made.push_back(shape);
     }
-    return made;
 }
 
 bool isDefaultCamera(const graph::Node& node) {

@@ -4,9 +4,8 @@
 
 namespace host::nodes {
 
-/// Makes those of the cameras persp, top, front and side whose name no node has. Not recorded.
-/// @return their transforms and shapes
-std::vector<graph::NodeRef> addDefaultCameras(graph::Graph& graph);
+/// Makes the cameras persp, top, front and side of a scene without nodes of its own. Not recorded.
+void addDefaultCameras(graph::Graph& graph);
 
 /// Whether a node is one of these cameras, or its transform.
 bool isDefaultCamera(const graph::Node& node);

@@ -1,6 +1,6 @@
 // operator new for the programs of the host, on Linux. The arrays of a large mesh are read in an order that
-// jumps about, so with pages of 4 KB the processor keeps looking addresses up. Larger blocks
-// ask the system for pages of 2 MB: building a mesh of a million vertices takes half the time.
+// jumps about, so with pages of 4 KB the processor keeps looking addresses up. Larger blocks ask
+// the system for pages of 2 MB: building a mesh of a million vertices takes half the time.
 
 #include <malloc.h>
 #include <sys/mman.h>
