@@ -77,17 +77,15 @@ void Graph::setLocked(Node& node, bool isLocked) {
 void Graph::setFramesPerSecond(double rate) {
     const double before = content_->framesPerSecond;
     if (rate == before) return;
-    if (recorder_ != nullptr) {
-        recorder_->add([before](Graph& graph) { graph.setFramesPerSecond(before); },
-                       [rate](Graph& graph) { graph.setFramesPerSecond(rate); });
-    }
+    record([before](Graph& graph) { graph.setFramesPerSecond(before); },
+           [rate](Graph& graph) { graph.setFramesPerSecond(rate); });
     ++changes_;
     content_->framesPerSecond = rate;
 }
 
 void Graph::setNamespaces(Namespaces namespaces) {
-    record([before = content_->namespaces](Graph& graph) { graph.content_->namespaces = before; },
-           [namespaces](Graph& graph) { graph.content_->namespaces = namespaces; });
+    record([before = content_->namespaces](Graph& graph) { graph.setNamespaces(before); },
+           [namespaces](Graph& graph) { graph.setNamespaces(namespaces); });
     content_->namespaces = std::move(namespaces);
     ++nameVersion_;
 }

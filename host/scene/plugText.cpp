@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "graph/attributeTypes.h"
+#include "graph/names.h"
 #include "scene/dataText.h"
 #include "scene/fileTypes.h"
 #include "scene/numbersText.h"
@@ -126,6 +127,19 @@ std::string plugPath(const PlugKey& key) {
             text += '[' + std::to_string(key.indices[static_cast<std::size_t>(depth - 1)]) + ']';
     }
     return text;
+}
+
+graph::NodeRef findFromRoot(const graph::Graph& graph, std::string_view path) {
+    std::string absolute;
+    for (std::size_t from = 0; from <= path.size();) {
+        const std::size_t bar = std::min(path.find('|', from), path.size());
+        const std::string_view part = path.substr(from, bar - from);
+        if (from > 0) absolute += '|';
+        if (!part.empty() && part.front() != ':') absolute += ':';
+        absolute += part;
+        from = bar + 1;
+    }
+    return graph::findNode(graph, absolute);
 }
 
 std::string nodeText(const graph::Graph& graph, const graph::Node& node) {

@@ -16,6 +16,9 @@ namespace host::scene {
 std::string plugPath(const graph::PlugKey& key);
 /// Plug of the node as a connection names it: "node.path". Default nodes have a colon in front.
 std::string plugText(const graph::Graph& graph, const graph::Plug& plug);
+/// The node of a name or path in a file, where names begin in the root whatever the current namespace is.
+/// Null if none or several match.
+graph::NodeRef findFromRoot(const graph::Graph& graph, std::string_view path);
 /// The shortest name of a node that is unique in the scene.
 std::string nodeText(const graph::Graph& graph, const graph::Node& node);
 

@@ -10,6 +10,7 @@
 #include "nodes/defaultCameras.h"
 #include "scene/fileTypes.h"
 #include "scene/nodeStatements.h"
+#include "scene/plugText.h"
 #include "scene/words.h"
 
 namespace host::scene {
@@ -118,7 +119,7 @@ class Reader {
             graph::withoutRoot(bar == std::string_view::npos ? name : name.substr(bar + 1));
         const auto found = byFileName_.find(std::string(leaf));
         if (found == byFileName_.end()) {
-            const NodeRef given = graph::findNode(graph_, leaf);
+            const NodeRef given = findFromRoot(graph_, leaf);
             const bool isShared =
                 given != nullptr && (isDefaultNode(*given) || nodes::isDefaultCamera(*given));
             return isShared ? given : nullptr;
@@ -168,7 +169,7 @@ class Reader {
         const std::string name(graph::withoutRoot(words->name));
         if (parent == nullptr && !options_.isImport) replaceCamera(name);
         if (words->isShared) {
-            if (const NodeRef present = graph::findNode(graph_, name)) {
+            if (const NodeRef present = findFromRoot(graph_, name)) {
                 know(name, present);
                 return openBlock(index, options_.isImport ? nullptr : present);
             }
@@ -189,7 +190,7 @@ class Reader {
     /// The cameras of a scene are those of its file, with no value that the file does not give. Those that it
     /// does not name stay as they were made.
     void replaceCamera(const std::string& name) {
-        const NodeRef camera = graph::findNode(graph_, '|' + name);
+        const NodeRef camera = findFromRoot(graph_, '|' + name);
         const auto& given = result_.document.givenNodes;
         if (camera != nullptr && nodes::isDefaultCamera(*camera) &&
             std::find(given.begin(), given.end(), camera) != given.end())
@@ -291,11 +292,14 @@ class Reader {
     std::vector<NodeRef> namedNodes(std::uint32_t index) const {
         WordScanner words(text_->statement(index));
         words.next();
+        // The kind of a relationship is a string like the names, but names nothing.
+        bool isKind = text_->statements[index].kind == StatementKind::Relationship;
         std::vector<NodeRef> nodes;
         for (Word word = words.next(); !word.isEnd(); word = words.next()) {
             if (!word.isText()) continue;
             const std::string name = word.text();
-            nodes.push_back(find(std::string_view(name).substr(0, name.find('.'))));
+            nodes.push_back(isKind ? nullptr : find(std::string_view(name).substr(0, name.find('.'))));
+            isKind = false;
         }
         return nodes;
     }

@@ -207,11 +207,8 @@ void SceneSession::followTimeUnit() {
 
 std::string SceneSession::save() {
     followTimeUnit();
-    SaveOptions options;
-    options.path = path_;
-    options.isRenamed = document_.isNew || fileNameOf(path_) != readName_;
-    options.settle = settle_;
-    std::string error = writeScene(graph_, document_, uuids_, options);
+    const bool isRenamed = document_.isNew || fileNameOf(path_) != readName_;
+    std::string error = writeScene(graph_, document_, uuids_, {path_, isRenamed, {}, settle_});
     if (error.empty()) {
         savedChanges_ = graph_.changes();
         hasUnsavedInfo_ = false;
@@ -221,28 +218,27 @@ std::string SceneSession::save() {
 
 std::string SceneSession::exportTo(const std::string& path) {
     followTimeUnit();
-    SaveOptions options;
-    options.path = fullPath(path);
-    options.isRenamed = true;
-    options.settle = settle_;
-    return writeScene(graph_, document_, uuids_, options);
+    return writeScene(graph_, document_, uuids_, {fullPath(path), true, {}, settle_});
 }
 
 void SceneSession::addMention(AddedMention mention) {
     document_.addedMentions.push_back(mention);
     hasUnsavedInfo_ = true;
     // Steps are taken in turn, so the last one is always the one to take away.
-    graph_.record([this](graph::Graph&) { document_.addedMentions.pop_back(); },
-                  [this, mention](graph::Graph&) { document_.addedMentions.push_back(mention); });
+    graph_.record(
+        [this](graph::Graph&) {
+            document_.addedMentions.pop_back();
+            hasUnsavedInfo_ = true;
+        },
+        [this, mention](graph::Graph&) {
+            document_.addedMentions.push_back(mention);
+            hasUnsavedInfo_ = true;
+        });
 }
 
 std::string SceneSession::exportNodes(const std::string& path, const std::vector<graph::NodeRef>& nodes) {
     followTimeUnit();
-    SaveOptions options;
-    options.path = fullPath(path);
-    options.isRenamed = true;
-    options.settle = settle_;
-    options.only = exportScope(nodes);
+    const SaveOptions options{fullPath(path), true, exportScope(nodes), settle_};
     if (options.only.empty()) return "There is nothing to export: every scene has these nodes.";
     SceneDocument part;
     part.text = std::make_shared<const SceneText>(headerText(*document_.text));
@@ -256,7 +252,7 @@ std::string SceneSession::exportNodes(const std::string& path, const std::vector
         for (const AddedMention& mention : mentions) {
             const auto& named = mention.nodes;
             const bool isWhole = std::all_of(named.begin(), named.end(), [&](const graph::NodeRef& node) {
-                return isIn(node) || (node != nullptr && isDefaultNode(*node));
+                return node == nullptr || isIn(node) || isDefaultNode(*node);
             });
             if (isWhole && std::any_of(named.begin(), named.end(), isIn))
                 part.addedMentions.push_back(mention);

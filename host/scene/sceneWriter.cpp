@@ -56,8 +56,7 @@ std::optional<std::string> renamed(const graph::Graph& graph, std::string_view s
         const NodeRef& node = nodes[at++];
         const std::string name = word.text();
         const std::size_t dot = std::min(name.find('.'), name.size());
-        if (node == nullptr || graph::findNode(graph, std::string_view(name).substr(0, dot)) == node)
-            continue;
+        if (node == nullptr || findFromRoot(graph, std::string_view(name).substr(0, dot)) == node) continue;
         const auto begin = static_cast<std::size_t>(word.raw.data() - statement.data());
         text += statement.substr(copied, begin - copied);
         text += inQuotes(nodeText(graph, *node) + name.substr(dot));
@@ -173,7 +172,7 @@ class Writer {
         if (!block.name.empty() || graph::withoutRoot(words.name) != block.node->name()) return false;
         const Node* above = block.node->parent();
         if (words.parent.empty() || above == nullptr) return words.parent.empty() && above == nullptr;
-        return graph::findNode(graph_, words.parent).get() == above;
+        return findFromRoot(graph_, words.parent).get() == above;
     }
 
     void editHead(const SavedBlock& block) {
@@ -230,7 +229,6 @@ class Writer {
         if (!node.isAlive() || isMoved) {
             for (std::uint32_t k = block.first; k < block.last; ++k)
                 edits_.removeStatement(k);
-
             return;
         }
         if (areNamesChanged_) editHead(block);
@@ -269,9 +267,10 @@ class Writer {
         return blockEdits(graph_, node, empty, meshes_);
     }
 
-    /// New nodes and moved ones, parents first.
+    /// New nodes and moved ones, parents first, and then what changed in nodes that every scene has.
     void addNodes() {
         std::string lines;
+        std::string given;
         std::set<const Node*> done;
         for (const NodeRef& node : graph_.nodes()) {
             if (!options_.only.empty() && options_.only.count(node.get()) == 0) continue;
@@ -280,9 +279,9 @@ class Writer {
                  at = at->parent())
                 ahead.push_back(at);
             for (; !ahead.empty(); ahead.pop_back())
-                lines += addedText(*ahead.back());
+                (isOwn(*ahead.back()) ? lines : given) += addedText(*ahead.back());
         }
-        edits_.insertAfter(lastBlock_ >= 0 ? lastBlock_ : headerEnd(), lines);
+        edits_.insertAfter(lastBlock_ >= 0 ? lastBlock_ : headerEnd(), lines + given);
     }
 
     /// Whether the node was there before the file was read. Such a node is written only if it was changed.
@@ -298,7 +297,7 @@ class Writer {
     bool isToAdd(const Node& node) const {
         if (moved_.count(&node) != 0) return true;
         if (written_.count(&node) != 0) return false;
-        return isOwn(node) || node.hasChanges();
+        return isOwn(node) || node.hasChanges() || node.isLocked();
     }
 
     std::string addedText(Node& node) {
@@ -315,7 +314,7 @@ class Writer {
         if (hasStatements) return movedNodeText(graph_, node, *source->second, meshes_);
         if (!isOwn(node)) {
             const std::string statements = editsOf(node).added;
-            if (statements.empty()) return {};
+            if (statements.empty() && !node.isLocked()) return {};
             return "select -ne :" + node.name() + ';' + text_.form.lineEnd + statements;
         }
         return newNodeText(graph_, node, uuids_.obtain(node), text_.form, meshes_);
@@ -359,16 +358,33 @@ class Writer {
             const bool isGone =
                 std::any_of(mention.nodes.begin(), mention.nodes.end(),
                             [](const NodeRef& node) { return node != nullptr && !node->isAlive(); });
-            // The block of the node says whether it is locked now.
-            const bool isOutdated = text_.statements[mention.statement].kind == StatementKind::LockNode &&
-                                    mention.nodes.size() == 1 && mention.nodes.front() != nullptr &&
-                                    isLockChanged(*mention.nodes.front());
-            if (isGone || isOutdated) {
+            const bool isLock = text_.statements[mention.statement].kind == StatementKind::LockNode;
+            if (isLock && std::any_of(mention.nodes.begin(), mention.nodes.end(),
+                                      [&](const NodeRef& node) { return isOutdated(node); })) {
+                editLocks(mention);
+            } else if (isGone) {
                 edits_.removeStatement(mention.statement);
             } else {
                 rewriteNames(mention.statement, mention.nodes);
             }
         }
+    }
+
+    /// Whether what a file says of a node's lock does not hold any more. The node's block says it instead.
+    bool isOutdated(const NodeRef& node) const {
+        return node != nullptr && (!node->isAlive() || isLockChanged(*node));
+    }
+
+    /// Leaves out of a statement about locks the nodes that it is wrong about.
+    void editLocks(const SavedMention& mention) {
+        std::string names;
+        for (const NodeRef& node : mention.nodes) {
+            if (node != nullptr && !isOutdated(node)) names += ' ' + inQuotes(nodeText(graph_, *node));
+        }
+        if (names.empty()) return edits_.removeStatement(mention.statement);
+        const bool locks = readLock(text_.statement(mention.statement)).value_or(true);
+        edits_.replaceStatement(mention.statement,
+                                std::string("lockNode -l ") + (locks ? '1' : '0') + names + ';');
     }
 
     /// Whether a connection belongs into the file.

@@ -67,6 +67,45 @@ TEST(SceneStatement, LockedNodesAreKeptFromHarm) {
     EXPECT_EQ(host.saved().find("\tlockNode"), std::string::npos) << "the lock would be another node's";
 }
 
+TEST(SceneStatement, AStatementAboutSeveralLocksLosesTheNodesThatItIsWrongAbout) {
+    std::string text = kRig;
+    text.replace(text.find("lockNode -l 1 \"leg\""), 19, "lockNode -l 1 \"leg\" \"paint\"");
+    SceneHost host;
+    host.open(text);
+    host.ok("lockNode -l off leg");
+    EXPECT_EQ(missingLines(host.saved(), text), (std::vector<std::string>{"lockNode -l 1 \"paint\";"}));
+    host.ok("file -open \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.ok("lockNode -q -lock leg paint"), "0 1");
+    host.ok("lockNode leg; lockNode -l off paint; delete paint");
+    EXPECT_EQ(host.saved().find("\"paint\""), std::string::npos);
+}
+
+/// Names in a file begin in the root, whatever namespace scripts work in.
+TEST(SceneStatement, TheCurrentNamespaceChangesNoNameOfTheFile) {
+    SceneHost host;
+    host.open(kRig);
+    host.ok("namespace -set rig; createNode transform -n leg; createNode transform -n arm; select -cl");
+    const std::string text = host.saved();
+    EXPECT_EQ(missingLines(kRig, text), std::vector<std::string>());
+    host.ok("file -open \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.ok("listConnections -plugs true \"arm.sx\""), "leg.translateX");
+    EXPECT_EQ(host.saved(), text);
+}
+
+TEST(SceneStatement, TheKindOfARelationshipIsNoName) {
+    SceneHost host;
+    std::string text = kRig;
+    text.replace(text.find("\"leg\";"), 7, "\"link\";");
+    for (std::size_t at = 0; (at = text.find("leg", at)) != std::string::npos;)
+        text.replace(at, 3, "link");
+    host.open(text);
+    host.ok("lockNode -l off link; rename link limb");
+    EXPECT_NE(host.saved().find("relationship \"link\" \":lightLinker1\" \"skin.message\""),
+              std::string::npos);
+    host.ok("relationship link persp skin.message; file -save; undo");
+    EXPECT_EQ(host.ok("file -q -modified"), "1");
+}
+
 TEST(SceneStatement, RelationshipsFollowTheirNodes) {
     SceneHost host;
     host.open(kRig);
@@ -144,10 +183,7 @@ TEST(SceneStatement, AnExportOfSelectedNodesHasWhatBelongsToThem) {
               (std::vector<std::string>{"//Name: rig.ma", "\tsetAttr \".t\" -type \"double3\" 1 2 3 ;",
                                         "createNode expression -n \"swing\";",
                                         "\tsetAttr \".ixp\" -type \"string\" \".O[0] = leg.ty + legacy;\";",
-                                        "lockNode -l 1 \"leg\";",
-                                        "relationship \"link\" \":lightLinker1\" \"skin.message\" "
-                                        "\":defaultLightSet.message\";",
-                                        "// End of rig.ma"}));
+                                        "lockNode -l 1 \"leg\";", "// End of rig.ma"}));
     EXPECT_EQ(host.ok("file -q -sceneName"), host.path("scene.ma"));
     EXPECT_EQ(host.ok("file -q -modified"), "1");
     EXPECT_EQ(host.fails("file -exportSelected \"" + part + "\""),
@@ -243,13 +279,15 @@ TEST(SceneStatement, LengthsAndAnglesOfOtherUnitsAreConverted) {
 
 TEST(SceneStatement, ANewSceneHasItsCameras) {
     SceneHost host;
-    host.ok("file -new -force; createNode transform -n mine; file -rename \"" + host.path("scene.ma") + "\"");
+    host.ok("file -new -force; createNode transform -n mine; setAttr lambert1.diffuse 0.5; file -rename \"" +
+            host.path("scene.ma") + "\"");
     const std::string text = host.saved();
     for (const char* line :
          {"createNode transform -s -n \"persp\";", "createNode camera -s -n \"perspShape\" -p \"persp\";",
           "createNode transform -s -n \"side\";",
           "\tsetAttr \".hc\" -type \"string\" \"viewSet -t %camera\" ;"})
         EXPECT_NE(text.find(line), std::string::npos) << line << '\n' << text;
+    EXPECT_LT(text.rfind("createNode"), text.find("select -ne"));
     host.ok("file -open \"" + host.path("scene.ma") + "\"; ls -type camera");
     EXPECT_EQ(host.ok("ls -type camera"), "frontShape perspShape sideShape topShape");
     EXPECT_EQ(host.saved(), text);
