@@ -64,9 +64,10 @@ class BlockEditor {
     BlockEdits run() {
         if (!node_.hasChanges()) return {};
         editDeclarations();
+        // Backwards: of several statements about a plug, the last one is the one that counts.
         const std::vector<AssignedStatement>& assigned = source_.assigned();
-        for (const AssignedStatement& entry : assigned) {
-            if (node_.isChanged(entry.ordinal)) editStatement(entry);
+        for (auto entry = assigned.rbegin(); entry != assigned.rend(); ++entry) {
+            if (node_.isChanged(entry->ordinal)) editStatement(*entry);
         }
         for (const graph::Attribute* attribute : node_.attributes()) {
             if (attribute == nullptr || !node_.isChanged(attribute->ordinal())) continue;
@@ -130,8 +131,10 @@ class BlockEditor {
             return;
         }
         const auto values = readValues(*head, *target, text_.form);
+        const auto isSetLater = [this](const graph::PlugKey& key) { return fresh_.isCovered(key); };
+        const bool isValueSame = values ? holdsValues(node_, *target, *values, isSetLater)
+                                        : isSetLater(target->key) || holdsKept(*head, *target);
         fresh_.cover(*target);
-        const bool isValueSame = values ? holdsValues(node_, *target, *values) : holdsKept(*head, *target);
         if (isValueSame && isStateSame) return;
         replace(entry.statement, *target, std::string(head->path),
                 valueTexts(node_, *target, head->path, text_.form));

@@ -38,19 +38,6 @@ void appendNumber(std::string& text, ValueKind kind, double value, const TextFor
     }
 }
 
-/// Whether the node holds a value at a single plug.
-bool exists(const graph::Node& node, const PlugKey& key) {
-    const Attribute& attribute = *key.attribute;
-    if (attribute.kind() == ValueKind::Typed) return node.storedData(key) != nullptr;
-    if (const Attribute* array = graph::flatArrayOf(attribute)) {
-        const graph::NumberMulti* numbers = numbersAt(node, key);
-        return numbers != nullptr &&
-               numbers->contains(key.indices[static_cast<std::size_t>(array->arrayDepth() - 1)]);
-    }
-    if (key.depth == 0) return true;
-    return node.slot(key) != nullptr;
-}
-
 /// The numbers of one element, each after a blank.
 void appendElement(std::string& text, const graph::Node& node, const PlugKey& key, const TextForm& form) {
     const Attribute& attribute = *key.attribute;

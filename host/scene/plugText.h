@@ -38,6 +38,7 @@ class NewValues {
     /// These are written already.
     void cover(const SetTarget& target);
     void coverState(const graph::PlugKey& key) { states_.insert(key); }
+    bool isCovered(const graph::PlugKey& key) const;
 
     std::string text(const graph::Attribute& root);
 
@@ -56,7 +57,6 @@ class NewValues {
     bool isOnlySource(const graph::Attribute& array, const graph::PlugKey& key, const double* values) const;
     void coverKeys(graph::PlugKey first, graph::PlugKey last);
     bool isInRange(const graph::PlugKey& key) const;
-    bool isCovered(const graph::PlugKey& key) const;
     void line(const std::string& text);
 
     graph::Graph& graph_;

@@ -232,34 +232,51 @@ void applyValues(graph::NodeLoader& loader, const SetTarget& target, const SetVa
     visitNumbers(target, values.numbers, set);
 }
 
-bool holdsValues(const graph::Node& node, const SetTarget& target, const SetValues& values) {
-    if (values.data != nullptr) return isSameData(node.storedData(target.key), values.data);
+bool exists(const graph::Node& node, const PlugKey& key) {
+    const Attribute& attribute = *key.attribute;
+    if (attribute.kind() == graph::ValueKind::Typed) return node.storedData(key) != nullptr;
+    if (const Attribute* array = graph::flatArrayOf(attribute)) {
+        const graph::NumberMulti* numbers = numbersAt(node, key);
+        return numbers != nullptr &&
+               numbers->contains(key.indices[static_cast<std::size_t>(array->arrayDepth() - 1)]);
+    }
+    return key.depth == 0 || node.slot(key) != nullptr;
+}
+
+bool holdsValues(const graph::Node& node, const SetTarget& target, const SetValues& values,
+                 const PlugTest& isSetLater) {
+    if (values.data != nullptr) {
+        return isSetLater(target.key) ? exists(node, target.key)
+                                      : isSameData(node.storedData(target.key), values.data);
+    }
     bool isSame = true;
     const auto compare = [&](const PlugKey& key, double number) {
         if (!isSame) return;
-        const graph::NumberMulti* flat = numbersAt(node, key);
-        const bool isFlat = graph::flatArrayOf(*key.attribute) != nullptr;
-        if (isFlat) {
-            const Attribute& array = *graph::flatArrayOf(*key.attribute);
-            const int index = key.indices[static_cast<std::size_t>(array.arrayDepth() - 1)];
-            isSame = flat != nullptr && flat->contains(index);
-        }
-        isSame = isSame && isSameNumber(node.storedNumber(key), number);
+        const bool mustExist = graph::flatArrayOf(*key.attribute) != nullptr || isSetLater(key);
+        isSame = (!mustExist || exists(node, key)) &&
+                 (isSetLater(key) || isSameNumber(node.storedNumber(key), number));
     };
-    if (values.isRows) {
-        visitRows(target, values.numbers, compare);
-        // A list that became longer has weights that the statement does not name.
-        std::size_t at = 0;
-        for (int k = 0; k < target.count && isSame; ++k) {
-            const graph::NumberMulti* flat = numbersAt(node, target.at(k));
-            const auto pairs = static_cast<std::size_t>(values.numbers[at]);
-            isSame = static_cast<std::size_t>(flat != nullptr ? flat->size() : 0) == pairs;
-            at += 1 + 2 * pairs;
-        }
-    } else {
+    if (!values.isRows) {
         visitNumbers(target, values.numbers, compare);
+        return isSame;
     }
-    return isSame;
+    visitRows(target, values.numbers, compare);
+    // A list that became longer has weights that no statement names.
+    std::size_t named = 0;
+    visitRows(target, values.numbers, [&](const PlugKey& key, double) { named += isSetLater(key) ? 0 : 1; });
+    for (int k = 0; k < target.count && isSame; ++k) {
+        PlugKey key = target.at(k);
+        const graph::NumberMulti* flat = numbersAt(node, key);
+        if (flat == nullptr) continue;
+        ++key.depth;
+        for (const int index : flat->indices()) {
+            key.indices[static_cast<std::size_t>(key.depth - 1)] = index;
+            if (isSetLater(key)) continue;
+            if (named == 0) return false;
+            --named;
+        }
+    }
+    return isSame && named == 0;
 }
 
 }  // namespace host::scene

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -70,7 +71,15 @@ const graph::NumberMulti* numbersAt(const graph::Node& node, const graph::PlugKe
 /// Puts values into the node.
 void applyValues(graph::NodeLoader& loader, const SetTarget& target, const SetValues& values);
 
-/// Whether the node holds exactly these values. What the statement does not name does not matter.
-bool holdsValues(const graph::Node& node, const SetTarget& target, const SetValues& values);
+/// Whether the node holds a value at a single plug.
+bool exists(const graph::Node& node, const graph::PlugKey& key);
+
+/// Whether something is true of a plug.
+using PlugTest = std::function<bool(const graph::PlugKey&)>;
+
+/// Whether the statement of these values may stay: the node holds them, as far as no later statement sets the
+/// same plugs again. What the statement does not name does not matter.
+bool holdsValues(const graph::Node& node, const SetTarget& target, const SetValues& values,
+                 const PlugTest& isSetLater);
 
 }  // namespace host::scene

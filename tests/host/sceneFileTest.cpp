@@ -115,6 +115,42 @@ TEST(SceneFile, KeepsEveryByteAfterAnEditIsUndone) {
     EXPECT_EQ(host.saved(), kSquare);
 }
 
+/// Old releases set one plug several times. The last statement counts.
+TEST(SceneFile, StatementsAboutPlugsThatAreSetAgainStay) {
+    const std::string text = R"(requires maya "2024";
+createNode transform -n "a";
+	setAttr ".t" -type "double3" 1 2 3 ;
+	setAttr ".tx" 5;
+	setAttr ".tx" 6;
+	setAttr ".odd" -type "oddData" 1;
+	setAttr ".odd" -type "oddData" 2;
+createNode blendShape -n "b";
+	setAttr -s 3 ".w[0:2]"  0 0 0;
+	setAttr ".w[1]" 0.5;
+	setAttr -s 2 ".w[1:2]"  0.5 1;
+createNode skinCluster -n "c";
+	setAttr -s 2 ".wl[0:1].w"  1 0 1 1 0 1;
+	setAttr ".wl[1].w[3]" 0.25;
+	setAttr ".wl[1].w[0]" 0.75;
+)";
+    SceneHost host;
+    host.open(text);
+    host.touchOwnNodes();
+    EXPECT_EQ(host.saved(), text);
+    host.ok("setAttr a.tx 7; setAttr a.tx 6; setAttr b.w[1] 0; setAttr b.w[1] 0.5");
+    host.ok("setAttr c.wl[1].w[0] 0; setAttr c.wl[1].w[0] 0.75");
+    EXPECT_EQ(host.saved(), text);
+
+    host.ok("setAttr a.tx 7; setAttr c.wl[1].w[0] 1");
+    const std::vector<std::string> lines{"\tsetAttr \".tx\" 7;", "\tsetAttr \".wl[1].w[0]\" 1;"};
+    EXPECT_EQ(missingLines(host.saved(), text), lines);
+    host.ok("removeMultiInstance b.w[1]; removeMultiInstance c.wl[1].w[0]");
+    const std::string before = host.dump();
+    host.saved();
+    host.ok("file -open -force \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.dump(), before);
+}
+
 TEST(SceneFile, UnknownTypesAreKeptLikeKnownOnes) {
     std::string text = kSquare;
     for (const auto& [known, unknown] : std::vector<std::pair<std::string, std::string>>{
