@@ -7,6 +7,11 @@ constexpr bool isBlank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
 }
 
+/// Whether a character ends a line, and a comment with it. Files with "\\r\\n" have an empty line more.
+constexpr bool isLineEnd(char c) {
+    return c == '\n' || c == '\r';
+}
+
 /// Whether a byte begins a character of two bytes in the double-byte code pages.
 constexpr bool isLeadByte(char c) {
     const auto byte = static_cast<unsigned char>(c);

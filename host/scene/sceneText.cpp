@@ -22,10 +22,10 @@ int codePageNamed(std::string_view name) {
 /// The code page that a comment at the top of the file names; UTF-8 if none does.
 int codePageOf(std::string_view bytes) {
     constexpr std::string_view kMark = "//Codeset: ";
-    for (std::size_t at = 0; bytes.substr(at, 2) == "//"; at = bytes.find('\n', at) + 1) {
-        const std::string_view line = bytes.substr(at, bytes.find('\n', at) - at);
+    while (bytes.substr(0, 2) == "//") {
+        const std::string_view line = bytes.substr(0, bytes.find_first_of("\r\n"));
         if (line.substr(0, kMark.size()) == kMark) return codePageNamed(line.substr(kMark.size()));
-        if (bytes.find('\n', at) == std::string_view::npos) break;
+        bytes.remove_prefix(std::min(bytes.find_first_not_of("\r\n", line.size()), bytes.size()));
     }
     return kUtf8;
 }
@@ -35,8 +35,9 @@ bool isDoubleByte(int codePage) {
 }
 
 std::string lineEndOf(std::string_view bytes) {
-    const std::size_t line = bytes.find('\n');
-    return line != std::string_view::npos && line > 0 && bytes[line - 1] == '\r' ? "\r\n" : "\n";
+    const std::size_t line = std::min(bytes.find_first_of("\r\n"), bytes.size());
+    if (bytes.substr(line, 2) == "\r\n") return "\r\n";
+    return bytes.substr(line, 1) == "\r" ? "\r" : "\n";
 }
 
 /// Takes the units from the statements that set them. They hold for the whole file.

@@ -91,7 +91,7 @@ class Cutter {
 
     void fail(const char* place, std::string text) { result_.fault = {offset(place), std::move(text)}; }
 
-    void skipLine() { at_ = std::find(at_, end_, '\n'); }
+    void skipLine() { at_ = std::find_if(at_, end_, isLineEnd); }
 
     /// Skips blanks and comments. @return whether there is something else
     bool skipGap() {
@@ -214,8 +214,12 @@ CutText cutStatements(std::string_view text, bool isDoubleByte, const Progress& 
 
 std::string placeText(std::string_view fileName, std::string_view text, std::uint64_t offset) {
     const std::string_view before = text.substr(0, static_cast<std::size_t>(offset));
-    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
-    const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
+    // A return and a line feed are one end.
+    std::size_t line = 1;
+    for (std::size_t k = 0; k < before.size(); ++k) {
+        if (before[k] == '\n' || (before[k] == '\r' && text.substr(k + 1, 1) != "\n")) ++line;
+    }
+    const std::size_t lineStart = before.find_last_of("\r\n") + 1;  // npos + 1 is 0
     return std::string(fileName) + ", line " + std::to_string(line) + ", column " +
            std::to_string(before.size() - lineStart + 1);
 }

@@ -55,7 +55,7 @@ std::string TextEdits::foreignLine() const {
         if (edit.isComment) continue;
         const std::string_view by = edit.by;
         for (std::size_t at = 0; at < by.size();) {
-            const std::size_t end = std::min(by.find('\n', at), by.size());
+            const std::size_t end = std::min(by.find_first_of("\r\n", at), by.size());
             const std::string_view line = by.substr(at, end - at);
             if (text::hasWideCharacters(line) && !isMadeOf(text_.bytes, line))
                 return std::string(line.substr(line.find_first_not_of('\t')));

@@ -1,5 +1,6 @@
 #include "scene/words.h"
 
+#include <algorithm>
 #include <cctype>
 
 #include "scene/lexical.h"
@@ -67,8 +68,7 @@ void WordScanner::skipBlanks() {
         if (isBlank(*at_)) {
             ++at_;
         } else if (*at_ == '/' && at_ + 1 != end_ && at_[1] == '/') {
-            while (at_ != end_ && *at_ != '\n')
-                ++at_;
+            at_ = std::find_if(at_, end_, isLineEnd);
         } else {
             return;
         }

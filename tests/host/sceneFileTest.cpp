@@ -92,7 +92,7 @@ TEST(SceneFile, CutsLongStatementsWhereverTheirPartsStand) {
 }
 
 TEST(SceneFile, KeepsEveryByteWhetherValuesWereReadOrNot) {
-    for (const char* lineEnd : {"\n", "\r\n"}) {
+    for (const char* lineEnd : {"\n", "\r\n", "\r"}) {
         const std::string text = withLineEnds(kSquare, lineEnd);
         SceneHost host;
         host.open(text);
@@ -350,7 +350,9 @@ TEST(SceneFile, OpeningReplacesTheSceneAndFailingToOpenDoesNot) {
               "bad.ma, line 1, column 1: This is not a createNode statement of a scene file."},
              {"connectAttr \"a.b\";", "bad.ma, line 1, column 1: A connection needs two plugs."},
              {"print \"x\";",
-              "bad.ma, line 1, column 1: 'print' is not a statement of a scene file. Nothing was opened."}}) {
+              "bad.ma, line 1, column 1: 'print' is not a statement of a scene file. Nothing was opened."},
+             {"// one\r// two\r\n// three\n print \"x\";",
+              "bad.ma, line 4, column 2: 'print' is not a statement of a scene file. Nothing was opened."}}) {
         const std::string file = host.write("bad.ma", text);
         EXPECT_EQ(host.fails("file -open -force \"" + file + "\""), error);
         EXPECT_EQ(host.dump(), before) << text;
