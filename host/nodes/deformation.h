@@ -34,8 +34,4 @@ struct DeformerMemory {
 };
 DeformerMemory& deformerMemory(graph::Node& node);
 
-/// Which vertices of a mesh a component list names. Runs that end before they start ("vtx[*]") name all of
-/// them.
-std::vector<bool> verticesIn(const graph::ComponentListData& components, int vertexCount);
-
 }  // namespace host::nodes

@@ -66,12 +66,12 @@ graph::ComputedValue computeGroupParts(graph::Graph& graph, const graph::Plug& o
     const graph::NodeRef& node = output.node();
     MeshPtr in = graph::dataAs<MeshData>(graph.data(node->plug("inputGeometry")));
     if (in == nullptr) return graph::DataPtr();
-    VertexGroup group;
+    ComponentGroup group;
     group.id = static_cast<int>(graph.number(node->plug("groupId")));
     group.components = graph::dataAs<graph::ComponentListData>(graph.data(node->plug("inputComponents")));
-    std::vector<VertexGroup> groups = in->groups;
+    std::vector<ComponentGroup> groups = in->groups;
     const auto same = std::find_if(groups.begin(), groups.end(),
-                                   [&](const VertexGroup& other) { return other.id == group.id; });
+                                   [&](const ComponentGroup& other) { return other.id == group.id; });
     if (same != groups.end()) {
         *same = group;
     } else {

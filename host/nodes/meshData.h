@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -10,24 +11,31 @@
 
 namespace host::nodes {
 
-/// The vertices of the group that a groupId node identifies.
-struct VertexGroup {
-    int id = 0;
-    std::shared_ptr<const graph::ComponentListData> components;
+/// Components of a mesh that deformers can be restricted to: those of a group, which a groupId node
+/// identifies, or those of a component tag, which has a name.
+struct ComponentGroup {
+    int id = 0;         ///< kTagId for a tag
+    std::string tag{};  ///< empty for a group
+    std::shared_ptr<const graph::ComponentListData> components{};
+
+    bool operator==(const ComponentGroup& other) const {
+        return id == other.id && tag == other.tag && components == other.components;
+    }
 };
+constexpr int kTagId = -1;
 
 /// A mesh as it is passed along connections. A mesh that does not change keeps its address through
 /// evaluations, so equal addresses mean equal meshes.
 class MeshData final : public graph::Data {
   public:
-    explicit MeshData(geometry::Mesh content, std::vector<VertexGroup> members = {})
+    explicit MeshData(geometry::Mesh content, std::vector<ComponentGroup> members = {})
         : mesh(std::move(content)), groups(std::move(members)) {}
     std::string_view typeName() const override { return "mesh"; }
     /// Points, the topology as digests, and groups with their components.
     void describe(std::string& text) const override;
 
     geometry::Mesh mesh;
-    std::vector<VertexGroup> groups;
+    std::vector<ComponentGroup> groups;
 };
 
 using MeshPtr = std::shared_ptr<const MeshData>;

@@ -1,5 +1,7 @@
 // The node types from shape to mesh: their attributes and outputs.
 
+#include <algorithm>
+
 #include "nodes/meshData.h"
 #include "nodes/meshNode.h"
 #include "nodes/plugs.h"
@@ -41,6 +43,27 @@ MeshPtr withOffsets(const MeshPtr& in, const graph::NumberMulti* offsets) {
     return std::make_shared<MeshData>(std::move(mesh), in->groups);
 }
 
+/// `in` with the tags of a shape among its groups. They replace those of the same name.
+MeshPtr withTags(graph::Graph& graph, const graph::NodeRef& shape, const MeshPtr& in) {
+    const graph::Plug tags = shape->plug("componentTags");
+    std::vector<ComponentGroup> groups = in->groups;
+    for (const int index : graph.elements(tags)) {
+        const graph::Plug tag = tags.element(index);
+        ComponentGroup group{kTagId, textAt(graph, childPlug(tag, "componentTagName")), {}};
+        group.components =
+            graph::dataAs<graph::ComponentListData>(graph.data(childPlug(tag, "componentTagContents")));
+        if (group.tag.empty()) continue;
+        const auto same = std::find_if(groups.begin(), groups.end(),
+                                       [&](const ComponentGroup& other) { return other.tag == group.tag; });
+        if (same != groups.end()) {
+            *same = std::move(group);
+        } else {
+            groups.push_back(std::move(group));
+        }
+    }
+    return std::make_shared<MeshData>(in->mesh, std::move(groups));
+}
+
 MeshPtr computeMesh(graph::Graph& graph, const graph::NodeRef& shape) {
     // A shape that may be out of date must not become the origin of anything that is saved.
     if (const std::string source = graph.unevaluatedSource(*shape); !source.empty()) {
@@ -50,7 +73,9 @@ MeshPtr computeMesh(graph::Graph& graph, const graph::NodeRef& shape) {
     }
     const graph::NumberMulti* offsets = numbersOf(shape->plug("pnts"));
     MeshPtr mesh = withOffsets(incomingMesh(graph, shape), offsets);
-    if (offsets == nullptr) return mesh;
+    const bool hasTags = mesh != nullptr && graph.elementCount(shape->plug("componentTags")) > 0;
+    if (hasTags) mesh = withTags(graph, shape, mesh);
+    if (offsets == nullptr && !hasTags) return mesh;
     auto& last = shape->extension();
     if (last == nullptr) last = std::make_shared<MeshPtr>();
     auto& lastMesh = *std::static_pointer_cast<MeshPtr>(last);
@@ -99,8 +124,8 @@ void MeshData::describe(std::string& text) const {
     text += " faces";
     for (const auto* list : {&topology.faceOffsets(), &topology.faceVertices(), &topology.faceEdges()})
         graph::appendDigest(text, list->data(), list->size() * sizeof(int));
-    for (const VertexGroup& group : groups) {
-        text += " group " + std::to_string(group.id);
+    for (const ComponentGroup& group : groups) {
+        text += group.tag.empty() ? " group " + std::to_string(group.id) : " tag " + group.tag;
         if (group.components != nullptr) group.components->describe(text);
     }
 }
@@ -113,13 +138,7 @@ bool isSameMesh(const MeshPtr& a, const MeshPtr& b) {
 
 MeshPtr keepAddress(const MeshPtr& last, MeshPtr fresh) {
     if (!isSameMesh(last, fresh)) return fresh;
-    if (last == nullptr || last->groups.size() != fresh->groups.size()) return fresh;
-    for (std::size_t k = 0; k < last->groups.size(); ++k) {
-        if (last->groups[k].id != fresh->groups[k].id ||
-            last->groups[k].components != fresh->groups[k].components)
-            return fresh;
-    }
-    return last;
+    return last != nullptr && last->groups == fresh->groups ? last : fresh;
 }
 
 void addMeshTypes(graph::NodeTypes& types) {
@@ -156,6 +175,10 @@ void addMeshTypes(graph::NodeTypes& types) {
                 graph::compound("colorSet", "clst",
                                 {graph::typed("colorName", "clsn", "string"),
                                  graph::typed("vertexColors", "vxcl", "vertexColors").hidden()})
+                    .array(),
+                graph::compound("componentTags", "gtag",
+                                {graph::typed("componentTagName", "gtagnm", "string"),
+                                 graph::typed("componentTagContents", "gtagcmp", "componentList")})
                     .array()},
                meshing});
 }

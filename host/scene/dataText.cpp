@@ -205,6 +205,16 @@ DataPtr readData(const SetHead& head, const std::string& dataType, const TextFor
     return nullptr;
 }
 
+namespace {
+
+/// What the host puts between a value and the semicolon.
+const char* blanksAfter(std::string_view type) {
+    if (type == "string" || type == "componentList" || type == "matrix") return "";
+    return type == "stringArray" ? "  " : " ";
+}
+
+}  // namespace
+
 std::string dataText(const graph::Data& data, bool isDoubleByte) {
     if (const auto* kept = dynamic_cast<const KeptData*>(&data))
         return (kept->type.empty() ? std::string() : "-type " + inQuotes(kept->type)) + kept->text;
@@ -240,7 +250,7 @@ std::string dataText(const graph::Data& data, bool isDoubleByte) {
     } else {
         return {};
     }
-    return text + ' ';
+    return text + blanksAfter(data.typeName());
 }
 
 bool isSameData(const graph::DataPtr& a, const graph::DataPtr& b) {

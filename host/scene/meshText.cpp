@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "scene/dataText.h"
+#include "scene/faceWords.h"
 #include "scene/numbersText.h"
 
 namespace host::scene {
@@ -24,13 +25,6 @@ std::optional<Part> partOf(std::string_view root) {
     if (root == "ed" || root == "edge") return Part::Edges;
     if (root == "fc" || root == "face") return Part::Faces;
     return std::nullopt;
-}
-
-/// The elements that a path names: "vt[0:165]", "vt[7]".
-std::optional<text::IndexRange> rangeOf(std::string_view path) {
-    const std::size_t open = path.find('[');
-    if (open == std::string_view::npos || path.back() != ']') return std::nullopt;
-    return text::readIndexRange(path.substr(open + 1, path.size() - open - 2));
 }
 
 /// Collects what the statements of one mesh say.
@@ -52,7 +46,7 @@ class MeshReader {
 
   private:
     std::string read(const SetHead& head) {
-        const auto range = rangeOf(head.path);
+        const auto range = elementRange(head.path);
         if (!range) return "'" + std::string(head.path) + "' does not say which elements it sets.";
         switch (*partOf(head.root())) {
             case Part::Points:
@@ -92,69 +86,20 @@ class MeshReader {
         return scanner.atEnd() ? std::string() : "'" + std::string(head.path) + "' has too many numbers.";
     }
 
-    /// A list of a loop or of what belongs to its corners: a count, then as many whole numbers.
-    bool readList(std::vector<int>* list) {
-        const auto count = number();
-        if (!count || *count < 0) return false;
-        for (int k = 0; k < *count; ++k) {
-            const auto entry = number();
-            if (!entry) return false;
-            if (list != nullptr) list->push_back(*entry);
-        }
-        return true;
-    }
-
-    std::optional<int> number() {
-        skipBlanks();
-        int value = 0;
-        const auto [stop, code] = std::from_chars(at_, end_, value);
-        if (code != std::errc()) return std::nullopt;
-        at_ = stop;
-        return value;
-    }
-
-    void skipBlanks() {
-        while (at_ != end_ && (*at_ == ' ' || *at_ == '\t' || *at_ == '\n' || *at_ == '\r'))
-            ++at_;
-    }
-
-    std::string_view letters() {
-        skipBlanks();
-        const char* const first = at_;
-        while (at_ != end_ && *at_ >= 'a' && *at_ <= 'z')
-            ++at_;
-        return {first, static_cast<std::size_t>(at_ - first)};
-    }
-
     std::string readFaces(const SetHead& head, const text::IndexRange& range) {
-        const std::string name = "'" + std::string(head.path) + "'";
-        if (head.type != "polyFaces") return name + " is not of type polyFaces.";
+        const std::string name = "'" + std::string(head.path) + "' ";
+        if (head.type != "polyFaces") return name + "is not of type polyFaces.";
         if (static_cast<std::size_t>(range.first) != faceCounts_.size())
-            return name + " leaves out elements before it, or names some twice.";
-        at_ = head.values.data();
-        end_ = at_ + head.values.size();
-        std::vector<int> loop;
-        for (std::string_view word = letters(); !word.empty(); word = letters()) {
-            if (word == "f") {
-                loop.clear();
-                if (!readList(&loop)) return name + " has a face with too few edges.";
-                if (!addFace(loop)) return name + " has a face with an edge that does not exist.";
-            } else if (word == "h") {
-                return name + " has a face with a hole, which is not covered.";
-            } else if (word == "mu" || word == "mc") {
-                if (!number() || !readList(nullptr))
-                    return name + " has too few numbers after '" + std::string(word) + "'.";
-            } else if (word == "mf" || word == "mh") {
-                if (!readList(nullptr))
-                    return name + " has too few numbers after '" + std::string(word) + "'.";
-            } else {
-                return name + " has the unknown word '" + std::string(word) + "'.";
-            }
+            return name + "leaves out elements before it, or names some twice.";
+        FaceWords words(head.values);
+        while (words.next()) {
+            if (words.word() == "h") return name + "has a face with a hole, which is not covered.";
+            if (words.word() == "f" && !addFace(words.list()))
+                return name + "has a face with an edge that does not exist.";
         }
-        skipBlanks();
-        if (at_ != end_) return name + " has something that belongs to no face.";
+        if (!words.fault().empty()) return name + words.fault();
         const auto wanted = static_cast<std::size_t>(range.last) + 1;
-        return faceCounts_.size() == wanted ? std::string() : name + " has more or fewer faces than it says.";
+        return faceCounts_.size() == wanted ? std::string() : name + "has more or fewer faces than it says.";
     }
 
     /// @param loop  edges; -(e + 1) is edge e against its direction
@@ -189,8 +134,6 @@ class MeshReader {
 
     const SceneText& text_;
     std::uint32_t last_ = 0;
-    const char* at_ = nullptr;
-    const char* end_ = nullptr;
     std::vector<float> points_;
     std::vector<int> edges_;  // two vertices and whether the edge is smooth
     std::vector<int> faceCounts_;
@@ -250,6 +193,16 @@ bool isMeshPoints(std::string_view root) {
     return partOf(root) == Part::Points;
 }
 
+bool isMeshFaces(std::string_view root) {
+    return partOf(root) == Part::Faces;
+}
+
+std::optional<text::IndexRange> elementRange(std::string_view path) {
+    const std::size_t open = path.rfind('[');
+    if (open == std::string_view::npos || path.back() != ']') return std::nullopt;
+    return text::readIndexRange(path.substr(open + 1, path.size() - open - 2));
+}
+
 MeshTextResult readMesh(const SceneText& text, const std::vector<std::uint32_t>& statements) {
     return MeshReader(text).run(statements);
 }
@@ -265,7 +218,7 @@ std::string pointsText(const geometry::Mesh& mesh, std::string_view lineEnd) {
         });
 }
 
-std::string facesText(const geometry::Mesh& mesh, std::string_view lineEnd) {
+std::string facesText(const geometry::Mesh& mesh, const CornerColors& corners, std::string_view lineEnd) {
     const geometry::Topology& topology = mesh.topology();
     std::string text =
         chunked("ed", mesh.edgeCount(), kTriplesPerStatement, " ", lineEnd, [&](std::string& into, int edge) {
@@ -273,12 +226,18 @@ std::string facesText(const geometry::Mesh& mesh, std::string_view lineEnd) {
             into += ' ' + std::to_string(ends[0]) + ' ' + std::to_string(ends[1]) + " 1";
         });
     return text + chunked("fc", mesh.faceCount(), kFacesPerStatement, " -type \"polyFaces\"", lineEnd,
-                          [&](std::string& into, int face) { appendFace(into, topology, face); });
+                          [&](std::string& into, int face) {
+                              appendFace(into, topology, face);
+                              for (const auto& set : corners) {
+                                  const std::string word = colorsWord(topology, face, set);
+                                  if (!word.empty()) into.append(" ").append(word);
+                              }
+                          });
 }
 
 std::optional<std::string> movedPointsText(const geometry::Mesh& now, const geometry::Mesh& then,
                                            std::string_view path) {
-    const auto range = rangeOf(path);
+    const auto range = elementRange(path);
     if (partOf(path.substr(0, path.find('['))) != Part::Points || !range) return std::nullopt;
     const auto first = 3 * static_cast<std::ptrdiff_t>(range->first);
     const auto last = 3 * (static_cast<std::ptrdiff_t>(range->last) + 1);

@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "nodes/meshData.h"
+#include "scene/faceWords.h"
 #include "scene/sceneText.h"
+#include "text/numbers.h"
 
 namespace host::scene {
 
@@ -15,6 +17,10 @@ namespace host::scene {
 bool isMeshPart(std::string_view root);
 /// Whether it is the points.
 bool isMeshPoints(std::string_view root);
+/// Whether it is the faces.
+bool isMeshFaces(std::string_view root);
+/// The elements that a name ends with: "vt[0:165]", "vt[7]". Nothing if it does not.
+std::optional<text::IndexRange> elementRange(std::string_view path);
 
 /// A mesh read from a file, or why it cannot be read.
 struct MeshTextResult {
@@ -29,7 +35,7 @@ MeshTextResult readMesh(const SceneText& text, const std::vector<std::uint32_t>&
 /// The statements that hold a mesh's points, or its edges and faces, each with a line end. The host writes at
 /// most so many elements a statement.
 std::string pointsText(const geometry::Mesh& mesh, std::string_view lineEnd);
-std::string facesText(const geometry::Mesh& mesh, std::string_view lineEnd);
+std::string facesText(const geometry::Mesh& mesh, const CornerColors& corners, std::string_view lineEnd);
 
 /// A statement of points anew, after points moved: without indentation and line end. Nothing if the statement
 /// does not set points, or none of its points moved.

@@ -1,6 +1,7 @@
 #include "scene/nodeWriter.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -38,10 +39,11 @@ std::string joined(const std::vector<std::string>& statements, const std::string
 }
 
 /// The statements of a whole mesh.
-std::string meshText(const geometry::Mesh& mesh, const MeshSources& meshes, const std::string& lineEnd) {
+std::string meshText(const geometry::Mesh& mesh, const CornerColors& corners, const MeshSources& meshes,
+                     const std::string& lineEnd) {
     const auto found = meshes.find(mesh.topologyPtr().get());
     return pointsText(mesh, lineEnd) +
-           (found != meshes.end() ? found->second->facesText() : facesText(mesh, lineEnd));
+           (found != meshes.end() ? found->second->facesText(corners) : facesText(mesh, corners, lineEnd));
 }
 
 /// The mesh that a shape holds itself; null if a connection gives it one, and for any other node.
@@ -51,11 +53,88 @@ nodes::MeshPtr ownMesh(const graph::Node& node) {
     return graph::dataAs<nodes::MeshData>(node.storedData(key));
 }
 
+/// The colour sets of a mesh node that differ from those of its file, as they are to be written.
+class ChangedColors {
+  public:
+    /// @param then  the node's file; null if it has none, or if its mesh has other faces now
+    ChangedColors(graph::Graph& graph, graph::Node& node, const SavedNode* then)
+        : graph_(graph), node_(node) {
+        if (!node.isA("mesh")) return;
+        for (const int set : graph.elements(node.plug("colorSet")))
+            sets_.insert(set);
+        if (then != nullptr) {
+            for (const auto& [set, palette] : then->palettes())
+                sets_.insert(set);
+        }
+        for (const int set : sets_)
+            add(set, then);
+    }
+
+    /// What this writes must not be written as plain values. Tells the user what nobody writes: a mesh that
+    /// another node makes has no corners in the file.
+    void cover(NewValues& values) const {
+        for (const int set : sets_)
+            values.cover({colorKey(node_, set)});
+        if (areLost_) {
+            graph_.messages().warning("The vertex colors of " + graph_.uniqueName(node_) +
+                                      " are not saved: its mesh comes from another node. Delete its history "
+                                      "first to keep them.");
+        }
+    }
+    CornerColors corners() const {
+        CornerColors result;
+        for (const auto& [set, palette] : palettes_)
+            result.emplace(set, &palette.corners);
+        return result;
+    }
+    /// Whether the statements of a palette stay.
+    bool keepsPalette(int set) const {
+        const auto found = palettes_.find(set);
+        return found == palettes_.end() || kept_.at(set) > 0;
+    }
+    std::string addedText(const std::string& lineEnd) const {
+        std::string text;
+        for (const auto& [set, palette] : palettes_)
+            text += paletteText(palette.colors, kept_.at(set), set, lineEnd);
+        return text;
+    }
+
+  private:
+    void add(int set, const SavedNode* then) {
+        const auto data = graph::dataAs<nodes::VertexColorData>(node_.storedData(colorKey(node_, set)));
+        const nodes::MeshPtr mesh = ownMesh(node_);
+        if (mesh == nullptr) {
+            areLost_ = areLost_ || data != nullptr;
+            return;
+        }
+        const geometry::Topology& topology = mesh->mesh.topology();
+        std::vector<nodes::Color> now = data != nullptr ? data->colors : std::vector<nodes::Color>();
+        now.resize(static_cast<std::size_t>(topology.vertexCount()), nodes::kUnsetColor);
+        ColorPalette palette{{}, std::vector<int>(static_cast<std::size_t>(topology.cornerCount()), -1)};
+        const bool isSaved = then != nullptr && then->palettes().count(set) != 0;
+        if (isSaved) palette = then->palettes().at(set);
+        const std::size_t kept = palette.colors.size();
+        const bool isGone = isSaved && !graph_.hasElement(node_.plug("colorSet").element(set));
+        if (!updatePalette(palette, vertexColors(palette, topology), now, topology) && !isGone) return;
+        if (isGone) palette.colors.clear();
+        kept_[set] = std::min(kept, palette.colors.size());
+        palettes_[set] = std::move(palette);
+    }
+
+    graph::Graph& graph_;
+    graph::Node& node_;
+    bool areLost_ = false;
+    std::set<int> sets_;
+    std::map<int, ColorPalette> palettes_;  // of those that differ
+    std::map<int, std::size_t> kept_;       // entries of a palette that the file has
+};
+
 /// Works out the edits of one node.
 class BlockEditor {
   public:
     BlockEditor(graph::Graph& graph, graph::Node& node, const SavedNode& source, const MeshSources& meshes)
-        : meshes_(meshes),
+        : graph_(graph),
+          meshes_(meshes),
           node_(node),
           source_(source),
           text_(*source.text()),
@@ -64,19 +143,22 @@ class BlockEditor {
     BlockEdits run() {
         if (!node_.hasChanges()) return {};
         editDeclarations();
+        if (node_.isChanged(meshOrdinal()) || node_.isChanged(colorOrdinal())) prepareColors();
         // Backwards: of several statements about a plug, the last one is the one that counts.
         const std::vector<AssignedStatement>& assigned = source_.assigned();
         for (auto entry = assigned.rbegin(); entry != assigned.rend(); ++entry) {
-            if (node_.isChanged(entry->ordinal)) editStatement(*entry);
+            if (node_.isChanged(entry->ordinal) || (colors_ && entry->ordinal == meshOrdinal()))
+                editStatement(*entry);
         }
         for (const graph::Attribute* attribute : node_.attributes()) {
             if (attribute == nullptr || !node_.isChanged(attribute->ordinal())) continue;
             if (attribute->ordinal() == meshOrdinal()) {
-                addMesh();
+                if (hasOtherFaces_) addMesh();
             } else {
                 edits_.added += fresh_.text(*attribute);
             }
         }
+        if (colors_) edits_.added += colors_->addedText(text_.form.lineEnd);
         if (node_.hasChangedAliases() && !hasAliasStatement_) {
             if (const std::string text = aliasText(node_); !text.empty())
                 edits_.added += '\t' + text + text_.form.lineEnd;
@@ -86,6 +168,18 @@ class BlockEditor {
 
   private:
     int meshOrdinal() const { return node_.isA("mesh") ? node_.findAttribute("inMesh")->ordinal() : -1; }
+    int colorOrdinal() const { return node_.isA("mesh") ? node_.findAttribute("colorSet")->ordinal() : -1; }
+
+    /// With other faces, all statements of the old mesh go, with its colours.
+    void prepareColors() {
+        const nodes::MeshPtr now = ownMesh(node_);
+        const nodes::MeshPtr& then = source_.mesh();
+        const bool isSameTopology =
+            now != nullptr && then != nullptr && now->mesh.topologyPtr() == then->mesh.topologyPtr();
+        hasOtherFaces_ = now != then && !isSameTopology;
+        colors_.emplace(graph_, node_, hasOtherFaces_ ? nullptr : &source_);
+        colors_->cover(fresh_);
+    }
 
     /// Declarations of attributes that are gone go too. Attributes that are new are declared.
     void editDeclarations() {
@@ -118,6 +212,11 @@ class BlockEditor {
     void editStatement(const AssignedStatement& entry) {
         const auto head = readSetHead(text_.statement(entry.statement), text_.form.isDoubleByte);
         if (entry.ordinal == meshOrdinal()) return editMeshStatement(entry.statement, *head);
+        if (entry.ordinal == colorOrdinal() && isPalette(head->path)) {
+            if (hasOtherFaces_ || !colors_->keepsPalette(paletteSet(head->path)))
+                edits_.replaced[entry.statement] = {};
+            return;
+        }
         const auto target = findTarget(node_, head->path);
         if (!target) {
             // The attribute was deleted.
@@ -166,28 +265,31 @@ class BlockEditor {
         edits_.replaced[statement] = joined(statements, text_.form.lineEnd);
     }
 
-    /// Statements of points that did not move stay; with other faces, all statements of the old mesh go.
+    /// Statements of points that did not move stay, and those of faces whose colours are the same.
     void editMeshStatement(std::uint32_t statement, const SetHead& head) {
-        const nodes::MeshPtr now = ownMesh(node_);
-        const nodes::MeshPtr& then = source_.mesh();
-        if (now == then) return;
-        const bool isSameTopology =
-            now != nullptr && then != nullptr && now->mesh.topologyPtr() == then->mesh.topologyPtr();
-        if (!isSameTopology) {
+        if (hasOtherFaces_) {
             edits_.replaced[statement] = {};
             return;
         }
-        if (auto text = movedPointsText(now->mesh, then->mesh, head.path)) edits_.replaced[statement] = *text;
+        const nodes::MeshPtr now = ownMesh(node_);
+        const nodes::MeshPtr& then = source_.mesh();
+        if (now == nullptr || then == nullptr) return;
+        if (isMeshFaces(head.root()) && head.hasValues()) {
+            const std::string_view old = text_.statement(statement);
+            std::string text =
+                recolored(old, head, now->mesh.topology(), colors_->corners(), true, text_.form.lineEnd);
+            if (text != old) edits_.replaced[statement] = std::move(text);
+        } else if (auto text = movedPointsText(now->mesh, then->mesh, head.path)) {
+            edits_.replaced[statement] = *text;
+        }
     }
 
     void addMesh() {
-        const nodes::MeshPtr now = ownMesh(node_);
-        const nodes::MeshPtr& then = source_.mesh();
-        if (now == nullptr || now == then) return;
-        if (then != nullptr && now->mesh.topologyPtr() == then->mesh.topologyPtr()) return;
-        edits_.added += meshText(now->mesh, meshes_, text_.form.lineEnd);
+        if (const nodes::MeshPtr now = ownMesh(node_))
+            edits_.added += meshText(now->mesh, colors_->corners(), meshes_, text_.form.lineEnd);
     }
 
+    graph::Graph& graph_;
     const MeshSources& meshes_;
     graph::Node& node_;
     const SavedNode& source_;
@@ -195,6 +297,8 @@ class BlockEditor {
     NewValues fresh_;
     BlockEdits edits_{};
     bool hasAliasStatement_ = false;
+    bool hasOtherFaces_ = false;
+    std::optional<ChangedColors> colors_{};  // of a mesh that was changed
 };
 
 }  // namespace
@@ -240,10 +344,14 @@ std::string newNodeText(graph::Graph& graph, graph::Node& node, const std::strin
             text += addAttrText(*attribute, form.units, form.lineEnd);
     }
     NewValues values(graph, node, form);
+    const ChangedColors colors(graph, node, nullptr);
+    colors.cover(values);
     for (const graph::Attribute* attribute : node.attributes()) {
         if (attribute != nullptr && attribute->longName() != "inMesh") text += values.text(*attribute);
     }
-    if (const nodes::MeshPtr mesh = ownMesh(node)) text += meshText(mesh->mesh, meshes, form.lineEnd);
+    text += colors.addedText(form.lineEnd);
+    if (const nodes::MeshPtr mesh = ownMesh(node))
+        text += meshText(mesh->mesh, colors.corners(), meshes, form.lineEnd);
     if (const std::string aliases = aliasText(node); !aliases.empty()) text += '\t' + aliases + form.lineEnd;
     return text;
 }

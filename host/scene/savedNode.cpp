@@ -1,6 +1,7 @@
 #include "scene/savedNode.h"
 
 #include <algorithm>
+#include <set>
 
 #include "graph/names.h"
 #include "scene/addStatements.h"
@@ -88,6 +89,10 @@ void SavedNode::introduceValue(graph::NodeLoader& loader, std::uint32_t statemen
         assigned_.push_back({node.findAttribute("inMesh")->ordinal(), statement});
         return;
     }
+    if (node.isA("mesh") && isPalette(head->path)) {
+        assigned_.push_back({node.findAttribute("colorSet")->ordinal(), statement});
+        return;
+    }
     const std::optional<SetTarget> target = findTarget(node, head->path);
     const graph::PlugKey key = target ? target->key : graph::PlugKey{&obtainKept(loader, *head), {}, 0};
     assigned_.push_back({key.attribute->path().front()->ordinal(), statement});
@@ -132,8 +137,12 @@ std::vector<std::uint32_t> SavedNode::statementsOf(int ordinal) const {
 
 void SavedNode::load(graph::NodeLoader& loader, int ordinal) {
     graph::Node& node = loader.node();
-    if (node.isA("mesh") && node.findAttribute("inMesh")->ordinal() == ordinal)
-        return loadMesh(loader, ordinal);
+    if (node.isA("mesh") && node.findAttribute("inMesh")->ordinal() == ordinal) {
+        if (const nodes::MeshPtr& mesh = readOwnMesh(node))
+            loader.setData({node.findAttribute("inMesh"), {}, 0}, mesh);
+        return;
+    }
+    if (node.isA("mesh") && node.findAttribute("colorSet")->ordinal() == ordinal) loadColors(loader, ordinal);
     for (const std::uint32_t statement : statementsOf(ordinal)) {
         const auto head = readSetHead(text_->statement(statement), text_->form.isDoubleByte);
         if (!head->hasValues()) continue;
@@ -148,22 +157,56 @@ void SavedNode::load(graph::NodeLoader& loader, int ordinal) {
     }
 }
 
-void SavedNode::loadMesh(graph::NodeLoader& loader, int ordinal) {
-    MeshTextResult result = readMesh(*text_, statementsOf(ordinal));
+const nodes::MeshPtr& SavedNode::readOwnMesh(const graph::Node& node) {
+    if (isMeshRead_) return mesh_;
+    isMeshRead_ = true;
+    MeshTextResult result = readMesh(*text_, statementsOf(node.findAttribute("inMesh")->ordinal()));
     if (!result.error.empty())
         graph_.messages().warning(result.error + " The mesh is kept, but it cannot be read.");
-    if (result.mesh == nullptr) return;
-    mesh_ = result.mesh;
-    loader.setData({loader.node().findAttribute("inMesh"), {}, 0}, std::move(result.mesh));
+    return mesh_ = std::move(result.mesh);
 }
 
-std::string SavedNode::facesText() const {
+/// Only a mesh that the shape holds itself has corners with colours.
+void SavedNode::loadColors(graph::NodeLoader& loader, int ordinal) {
+    const graph::Node& node = loader.node();
+    const std::vector<std::uint32_t> colors = statementsOf(ordinal);
+    std::set<int> sets;
+    for (const std::uint32_t statement : colors) {
+        const auto head = readSetHead(text_->statement(statement), text_->form.isDoubleByte);
+        if (isPalette(head->path)) sets.insert(paletteSet(head->path));
+    }
+    sets.erase(-1);
+    if (sets.empty() || readOwnMesh(node) == nullptr) return;
+    const geometry::Topology& topology = mesh_->mesh.topology();
+    std::vector<std::uint32_t> all = statementsOf(node.findAttribute("inMesh")->ordinal());
+    all.insert(all.end(), colors.begin(), colors.end());
+    for (const int set : sets) {
+        const ColorPalette& palette = palettes_[set] = readPalette(*text_, all, topology, set);
+        loader.setData(colorKey(node, set),
+                       std::make_shared<nodes::VertexColorData>(vertexColors(palette, topology)));
+    }
+}
+
+graph::PlugKey colorKey(const graph::Node& mesh, int set) {
+    const graph::Attribute* colors = mesh.findAttribute("colorSet")->child("vertexColors");
+    return {colors, {set}, 1};
+}
+
+std::string SavedNode::facesText(const CornerColors& corners) const {
     std::string result;
     visitStatements([&](std::uint32_t index) {
         if (text_->statements[index].kind != StatementKind::SetAttr) return;
-        const auto head = readSetHead(text_->statement(index), text_->form.isDoubleByte);
+        const std::string_view statement = text_->statement(index);
+        const auto head = readSetHead(statement, text_->form.isDoubleByte);
         if (!head || !isMeshPart(head->root()) || isMeshPoints(head->root())) return;
-        result.append("\t").append(text_->statement(index)).append(text_->form.lineEnd);
+        const std::string& lineEnd = text_->form.lineEnd;
+        result += '\t';
+        if (isMeshFaces(head->root()) && head->hasValues()) {
+            result += recolored(statement, *head, mesh_->mesh.topology(), corners, false, lineEnd);
+        } else {
+            result += statement;
+        }
+        result += lineEnd;
     });
     return result;
 }

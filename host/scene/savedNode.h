@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "graph/graph.h"
 #include "graph/nodeSource.h"
 #include "nodes/meshData.h"
+#include "scene/meshColorText.h"
 #include "scene/sceneText.h"
 
 namespace host::scene {
@@ -46,15 +48,20 @@ class SavedNode final : public graph::NodeSource {
     }
     /// The mesh as the file has it, if it was read; null otherwise.
     const nodes::MeshPtr& mesh() const { return mesh_; }
-    /// The statements of the edges and faces of that mesh, with line ends. They also say which UVs and
-    /// colours the corners have, which a mesh in memory does not know.
-    std::string facesText() const;
+    /// The statements of the edges and faces of that mesh, with line ends. They also say which UVs the
+    /// corners have, which a mesh in memory does not know.
+    /// @param corners  the colours that corners are to have instead of those that they have
+    std::string facesText(const CornerColors& corners) const;
+    /// The colour sets of that mesh as the file has them, by their index, as far as they were read.
+    const std::map<int, ColorPalette>& palettes() const { return palettes_; }
 
   private:
     void introduceAttributes(graph::NodeLoader& loader);
     void introduceValue(graph::NodeLoader& loader, std::uint32_t statement);
     void introduceAliases(graph::NodeLoader& loader, const SetHead& head);
-    void loadMesh(graph::NodeLoader& loader, int ordinal);
+    /// Null if the node has none, or if it cannot be read. The user was told then.
+    const nodes::MeshPtr& readOwnMesh(const graph::Node& node);
+    void loadColors(graph::NodeLoader& loader, int ordinal);
     std::vector<AssignedStatement>::const_iterator firstOf(int ordinal) const;
     std::vector<std::uint32_t> statementsOf(int ordinal) const;
 
@@ -62,8 +69,13 @@ class SavedNode final : public graph::NodeSource {
     graph::Graph& graph_;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> ranges_;
     std::vector<AssignedStatement> assigned_;
+    bool isMeshRead_ = false;
     nodes::MeshPtr mesh_;
+    std::map<int, ColorPalette> palettes_;
 };
+
+/// The colours of the vertices of a mesh node in one of its sets.
+graph::PlugKey colorKey(const graph::Node& mesh, int set);
 
 /// The attribute of a node that a file names and this host does not have. It is made if it is missing.
 /// @param name  the text after the node's dot

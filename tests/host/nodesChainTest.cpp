@@ -219,6 +219,41 @@ TEST_F(Chain, anUnknownTagExpressionMovesNothingAndSaysSo) {
     EXPECT_NE(sink.errors[0].find("left"), std::string::npos);
 }
 
+TEST_F(Chain, aTagRestrictsItsDeformer) {
+    // Two squares side by side; vertices 0 1 2 / 3 4 5 along x.
+    const NodeRef strip =
+        nodes::createMesh(scene,
+                          geometry::createMesh({0, 0, 0, 1, 0, 0, 2, 0, 0, 0, 0, 1, 1, 0, 1, 2, 0, 1}, {4, 4},
+                                               {0, 1, 4, 3, 1, 2, 5, 4})
+                              .mesh,
+                          "strip", nullptr);
+    nodes::createTweakNode(scene, strip);
+    for (const char* vertex : {"0", "1", "2", "3", "4", "5"})
+        scene.set(std::string("tweak1.vl[0].vt[") + vertex + "].vy", 1);
+    scene.setData(scene.at("tweak1.ip[0].gtg"), std::make_shared<graph::StringData>("left"));
+    scene.setData(scene.at("stripShapeOrig.gtag[4].gtagnm"), std::make_shared<graph::StringData>("left"));
+    const auto moved = [&](graph::ComponentKind kind, const graph::Run& run) {
+        auto list = std::make_shared<graph::ComponentListData>();
+        list->appendRun(kind, run.first, run.last);
+        scene.setData(scene.at("stripShapeOrig.gtag[4].gtagcmp"), list);
+        std::vector<int> vertices;
+        for (int vertex = 0; vertex < 6; ++vertex) {
+            if (scene.point(strip, vertex).y == 1.0) vertices.push_back(vertex);
+        }
+        return vertices;
+    };
+    using Vertices = std::vector<int>;
+    EXPECT_EQ(moved(graph::ComponentKind::Vertex, {2, 9}), (Vertices{2, 3, 4, 5}));
+    EXPECT_EQ(moved(graph::ComponentKind::Face, {0, 0}), (Vertices{0, 1, 3, 4}));
+    EXPECT_EQ(moved(graph::ComponentKind::Face, {1, 2000000000}), (Vertices{1, 2, 4, 5}));
+    EXPECT_EQ(moved(graph::ComponentKind::Edge, {0, 0}), (Vertices{0, 1}));
+    EXPECT_EQ(moved(graph::ComponentKind::Edge, {0, -1}), (Vertices{0, 1, 2, 3, 4, 5}));
+    // The tag goes with the geometry, and a tag of the visible shape comes too late.
+    scene.setData(scene.at("stripShape.gtag[0].gtagnm"), std::make_shared<graph::StringData>("left"));
+    EXPECT_EQ(moved(graph::ComponentKind::Face, {0, 0}), (Vertices{0, 1, 3, 4}));
+    EXPECT_EQ(nodes::meshOf(scene, strip), nodes::meshOf(scene, strip));
+}
+
 TEST_F(Chain, deletingTheMeshTakesItsWholeChainAlongAndUndoBringsItBack) {
     scene.make("polyCube");
     const NodeRef box = nodes::createMesh(scene, geometry::Mesh(), "box", nullptr);

@@ -197,7 +197,7 @@ const std::vector<EditCase> kEdits{
      "//\"",
      {},
      {"\taddAttr -ci true -sn \"tag\" -ln \"tag\" -dt \"string\";",
-      "\tsetAttr \".tag\" -type \"string\" \"\\\"; system(\\\"x\\\"); //\" ;"}},
+      "\tsetAttr \".tag\" -type \"string\" \"\\\"; system(\\\"x\\\"); //\";"}},
     {"removedDynamicAttribute",
      "deleteAttr square.mood",
      {"\taddAttr -ci true -sn \"mood\" -ln \"mood\" -min 0 -max 10 -at \"double\";",
@@ -459,7 +459,7 @@ TEST(SceneFile, CopiesHaveTheStatementsThatOnlyTheFileUnderstands) {
     std::string text = host.saved();
     for (const char* line :
          {"\t\tmu 0 4 0 1 2 3;", "\tsetAttr \".unheardOf\" -type \"oddData\" 3 \"a;b\" 1e-016 ;",
-          "\tsetAttr \".note\" -type \"string\" \"line one\\nline two\" ;"}) {
+          "\tsetAttr \".note\" -type \"string\" \"line one\\nline two\";"}) {
         const std::size_t first = text.find(line);
         EXPECT_NE(first, std::string::npos) << line;
     }
@@ -504,7 +504,7 @@ TEST(SceneFile, DeltasOfALiveTargetAreSavedOnceItIsGone) {
     EXPECT_EQ(host.saved().find("ipt"), std::string::npos);
     host.ok("delete target");
     const std::string text = host.saved();
-    EXPECT_NE(text.find("\tsetAttr \".it[0].itg[0].iti[6000].ict\" -type \"componentList\" 1 \"vtx[2]\" ;"),
+    EXPECT_NE(text.find("\tsetAttr \".it[0].itg[0].iti[6000].ict\" -type \"componentList\" 1 \"vtx[2]\";"),
               std::string::npos)
         << text;
     host.ok("file -open \"" + host.path("scene.ma") + "\"");

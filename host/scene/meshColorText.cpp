@@ -1,0 +1,198 @@
+#include "scene/meshColorText.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <map>
+
+#include "scene/dataText.h"
+#include "scene/faceWords.h"
+#include "scene/meshText.h"
+#include "scene/numbersText.h"
+
+namespace host::scene {
+
+namespace {
+
+using nodes::Color;
+
+constexpr std::size_t kColorsPerStatement = 125;
+
+/// A colour as a key: parts that are no numbers are equal to themselves.
+std::array<std::uint32_t, 4> bitsOf(const Color& color) {
+    std::array<std::uint32_t, 4> bits{};
+    std::memcpy(bits.data(), color.data(), sizeof bits);
+    return bits;
+}
+
+bool isSame(const Color& a, const Color& b) {
+    return bitsOf(a) == bitsOf(b);
+}
+
+/// Puts the colours of a statement where they belong. Colours follow each other without gaps: the list grows
+/// only as far as there are numbers.
+void readColors(const SetHead& head, std::vector<Color>& colors) {
+    const auto range = elementRange(head.path);
+    if (!range) return;
+    NumberScanner scanner(head.values);
+    const auto last = static_cast<std::size_t>(range->last);
+    for (auto at = static_cast<std::size_t>(range->first); at <= last && at <= colors.size(); ++at) {
+        Color color{};
+        for (float& part : color) {
+            const auto number = scanner.next();
+            if (!number) return;
+            part = static_cast<float>(*number);
+        }
+        if (at == colors.size()) colors.emplace_back();
+        colors[at] = color;
+    }
+}
+
+}  // namespace
+
+bool isPalette(std::string_view path) {
+    const std::string_view root = path.substr(0, path.find_first_of(".["));
+    const std::size_t dot = path.find('.');
+    if (dot == std::string_view::npos || (root != "clst" && root != "colorSet")) return false;
+    const std::string_view child = path.substr(dot + 1, path.find('[', dot) - dot - 1);
+    return child == "clsp" || child == "colorSetPoints";
+}
+
+int paletteSet(std::string_view path) {
+    const auto range = elementRange(path.substr(0, path.find('.')));
+    return range ? range->first : -1;
+}
+
+ColorPalette readPalette(const SceneText& text, const std::vector<std::uint32_t>& statements,
+                         const geometry::Topology& topology, int set) {
+    ColorPalette palette;
+    palette.corners.assign(static_cast<std::size_t>(topology.cornerCount()), -1);
+    int face = -1;
+    for (const std::uint32_t index : statements) {
+        const auto head = readSetHead(text.statement(index), text.form.isDoubleByte);
+        if (!head) continue;
+        if (isPalette(head->path) && paletteSet(head->path) == set) readColors(*head, palette.colors);
+        if (!isMeshFaces(head->root())) continue;
+        FaceWords words(head->values);
+        while (words.next() && face < topology.faceCount()) {
+            if (words.word() == "f") ++face;
+            if (words.word() != "mc" || words.set() != set || face < 0 || face >= topology.faceCount())
+                continue;
+            if (words.list().size() == static_cast<std::size_t>(topology.faceSize(face)))
+                std::copy(words.list().begin(), words.list().end(),
+                          palette.corners.begin() + topology.faceOffsets()[static_cast<std::size_t>(face)]);
+        }
+    }
+    for (int& corner : palette.corners) {
+        if (corner < 0 || static_cast<std::size_t>(corner) >= palette.colors.size()) corner = -1;
+    }
+    return palette;
+}
+
+std::vector<Color> vertexColors(const ColorPalette& palette, const geometry::Topology& topology) {
+    std::vector<Color> result(static_cast<std::size_t>(topology.vertexCount()), nodes::kUnsetColor);
+    std::vector<std::array<double, 4>> sums(result.size());
+    std::vector<int> counts(result.size(), 0);
+    for (std::size_t corner = 0; corner < palette.corners.size(); ++corner) {
+        if (palette.corners[corner] < 0) continue;
+        const Color& color = palette.colors[static_cast<std::size_t>(palette.corners[corner])];
+        const auto vertex = static_cast<std::size_t>(topology.faceVertices()[corner]);
+        for (std::size_t part = 0; part < color.size(); ++part)
+            sums[vertex][part] += static_cast<double>(color[part]);
+        ++counts[vertex];
+    }
+    for (std::size_t vertex = 0; vertex < result.size(); ++vertex) {
+        if (counts[vertex] == 0) continue;
+        for (std::size_t part = 0; part < result[vertex].size(); ++part)
+            result[vertex][part] = static_cast<float>(sums[vertex][part] / counts[vertex]);
+    }
+    return result;
+}
+
+bool updatePalette(ColorPalette& palette, const std::vector<Color>& before, const std::vector<Color>& now,
+                   const geometry::Topology& topology) {
+    if (std::equal(before.begin(), before.end(), now.begin(), now.end(), isSame)) return false;
+    const auto isUnset = [](const Color& color) { return isSame(color, nodes::kUnsetColor); };
+    if (std::all_of(now.begin(), now.end(), isUnset)) {
+        palette = {{}, std::vector<int>(palette.corners.size(), -1)};
+        return true;
+    }
+    std::map<std::array<std::uint32_t, 4>, int> added;
+    for (std::size_t corner = 0; corner < palette.corners.size(); ++corner) {
+        const auto vertex = static_cast<std::size_t>(topology.faceVertices()[corner]);
+        const Color& color = now[vertex];
+        if (isSame(before[vertex], color)) continue;
+        if (isUnset(color)) {
+            palette.corners[corner] = -1;
+            continue;
+        }
+        const auto [entry, isNew] = added.try_emplace(bitsOf(color), static_cast<int>(palette.colors.size()));
+        if (isNew) palette.colors.push_back(color);
+        palette.corners[corner] = entry->second;
+    }
+    return true;
+}
+
+std::string paletteText(const std::vector<Color>& colors, std::size_t first, int set,
+                        std::string_view lineEnd) {
+    const std::string name = ".clst[" + std::to_string(set) + "].clsp";
+    std::string text;
+    const bool isWhole = first == 0 && colors.size() <= kColorsPerStatement;
+    if (!isWhole && first < colors.size())
+        text.append("\tsetAttr -s ").append(std::to_string(colors.size())).append(" \"").append(name);
+    if (!text.empty()) text.append("\";").append(lineEnd);
+    for (std::size_t at = first; at < colors.size(); at += kColorsPerStatement) {
+        const std::size_t end = std::min(at + kColorsPerStatement, colors.size());
+        text += "\tsetAttr ";
+        if (isWhole) text.append("-s ").append(std::to_string(end)).append(" ");
+        text.append("\"").append(name).append("[").append(std::to_string(at));
+        if (end - at > 1) text.append(":").append(std::to_string(end - 1));
+        text += "]\" ";
+        for (std::size_t k = at; k < end; ++k) {
+            for (const float part : colors[k]) {
+                text += ' ';
+                appendSingle(text, static_cast<double>(part));
+            }
+        }
+        text.append(";").append(lineEnd);
+    }
+    return text;
+}
+
+std::string recolored(std::string_view statement, const SetHead& head, const geometry::Topology& topology,
+                      const CornerColors& corners, bool keepsOther, std::string_view lineEnd) {
+    const auto range = elementRange(head.path);
+    int face = (range ? range->first : 0) - 1;
+    bool hasFace = false;
+    CornerColors left;  // sets that the face has no word for yet
+    std::string text;
+    const auto endFace = [&] {
+        if (!hasFace || face >= topology.faceCount()) return;
+        for (const auto& set : left) {
+            const std::string word = colorsWord(topology, face, set);
+            if (!word.empty()) text.append(lineEnd).append("\t\t").append(word);
+        }
+    };
+    const char* copied = statement.data();
+    FaceWords words(head.values);
+    while (words.next()) {
+        const std::string_view old = words.text();
+        if (words.word() == "f") {
+            endFace();
+            left = corners;
+            hasFace = true;
+            ++face;
+        }
+        const auto set = corners.find(words.set());
+        const bool isNew = words.word() == "mc" && set != corners.end() && face < topology.faceCount();
+        const bool goes = words.word() == "mc" && (isNew || !keepsOther);
+        const std::string word = isNew && hasFace ? colorsWord(topology, face, *set) : std::string();
+        if (!goes || !word.empty()) text.append(copied, old.data()).append(goes ? word : old);
+        if (isNew) left.erase(words.set());
+        copied = old.data() + old.size();
+    }
+    endFace();
+    return text.append(copied, statement.data() + statement.size());
+}
+
+}  // namespace host::scene
