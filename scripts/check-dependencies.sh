@@ -23,7 +23,8 @@ declare -A known_rooms=(
     [scene]="graph geometry nodes text"
     [commands]="graph geometry nodes scene mel platform text"
     [api]="graph geometry nodes scene mel commands platform text"
-    [batch]="graph geometry nodes scene mel commands api platform text"
+    [runtime]="graph geometry nodes scene mel commands api platform text"
+    [batch]="graph geometry nodes scene mel commands api runtime platform text"
 )
 
 # Rooms of host/api. What they may know of the other rooms is the row of api above.

@@ -3,30 +3,16 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <system_error>
 
 #include "batch/outputCommand.h"
 #include "batch/prompt.h"
-#include "commands/commands.h"
 #include "geometry/textFile.h"
-#include "nodes/defaultCameras.h"
-#include "nodes/registerTypes.h"
-#include "platform/interrupt.h"
-#include "platform/library.h"
-#include "platform/program.h"
 
 namespace host::batch {
 
-Application::Application(Console& console)
-    : console_(console), registry_(graph_, console), session_(registry_), loader_(session_) {
-    graph_.setMessages(console);
-    nodes::registerTypes(graph_.types());
-    nodes::setUpScene(graph_);
-    nodes::addDefaultCameras(graph_);
-    commands::registerCommands(registry_);
-    registerOutputCommand(registry_, console_);
-    registry_.interpreter().setInterruptFlag(platform::interruptFlag());
-    console_.follow(&registry_.interpreter());
+Application::Application(Console& console) : console_(console), runtime_(console, console) {
+    registerOutputCommand(runtime_.commands(), console_);
+    console_.follow(&runtime_.commands().interpreter());
 }
 
 Application::~Application() {
@@ -34,12 +20,7 @@ Application::~Application() {
 }
 
 bool Application::loadOwnPlugin() {
-    const std::filesystem::path folder = std::filesystem::u8path(platform::programFolder());
-    for (const std::string& suffix : platform::pluginSuffixes()) {
-        const std::filesystem::path file = folder / ("DELVENTools" + suffix);
-        std::error_code ignored;
-        if (std::filesystem::is_regular_file(file, ignored)) return succeeded(loader_.load(file.u8string()));
-    }
+    if (runtime::Runtime::hasOwnPlugin()) return succeeded(runtime_.loadOwnPlugin());
     console_.warning("DELVENTools was not found beside the program.");
     return true;
 }
@@ -53,9 +34,9 @@ bool Application::run(const Action& action) {
         case Action::Kind::RunText:
             return runText(action.text);
         case Action::Kind::Prompt:
-            return runPrompt(registry_, console_);
+            return runPrompt(runtime_.commands(), console_);
         case Action::Kind::LoadPlugin:
-            return succeeded(loader_.load(action.text));
+            return succeeded(runtime_.plugins().load(action.text));
     }
     return false;
 }
@@ -70,15 +51,15 @@ bool Application::importFile(const std::string& path) {
     std::transform(suffix.begin(), suffix.end(), suffix.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     const bool isScene = suffix == ".ma" || suffix == ".mb";
-    return succeeded(isScene
-                         ? registry_.interpreter().callCommand("file", {"-open", "-force", path})
-                         : registry_.interpreter().callCommand("file", {"-import", "-type", "OBJ", path}));
+    return succeeded(
+        isScene ? runtime_.commands().interpreter().callCommand("file", {"-open", "-force", path})
+                : runtime_.commands().interpreter().callCommand("file", {"-import", "-type", "OBJ", path}));
 }
 
 bool Application::runText(const std::string& text) {
     mel::RunOptions options;
     options.echoSingleCall = true;
-    return registry_.run(text, {}, options).ok;
+    return runtime_.commands().run(text, {}, options).ok;
 }
 
 bool Application::runScript(const std::string& path) {
@@ -87,7 +68,7 @@ bool Application::runScript(const std::string& path) {
         console_.error(script.error);
         return false;
     }
-    return registry_.run(script.text, path).ok;
+    return runtime_.commands().run(script.text, path).ok;
 }
 
 }  // namespace host::batch

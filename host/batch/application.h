@@ -2,12 +2,9 @@
 
 #include <string>
 
-#include "api/handles/session.h"
-#include "api/plugin/pluginLoader.h"
 #include "batch/console.h"
 #include "batch/options.h"
-#include "graph/graph.h"
-#include "mel/commandRegistry.h"
+#include "runtime/runtime.h"
 
 namespace host::batch {
 
@@ -29,9 +26,9 @@ class Application {
     bool run(const Action& action);
 
     /// Whether a script has called `quit`: nothing more may be run.
-    bool hasQuit() { return registry_.interpreter().isStopped(); }
+    bool hasQuit() { return runtime_.commands().interpreter().isStopped(); }
     /// The exit status that `quit` asked for.
-    int quitStatus() const { return registry_.exitStatus(); }
+    int quitStatus() { return runtime_.commands().exitStatus(); }
 
   private:
     bool succeeded(const mel::CommandResult& result);
@@ -39,12 +36,8 @@ class Application {
     bool runText(const std::string& text);
     bool runScript(const std::string& path);
 
-    // The order of these members matters: later ones use earlier ones.
     Console& console_;
-    graph::Graph graph_;
-    mel::CommandRegistry registry_;
-    api::Session session_;
-    api::PluginLoader loader_;
+    runtime::Runtime runtime_;
 };
 
 }  // namespace host::batch

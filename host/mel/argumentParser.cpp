@@ -118,6 +118,7 @@ std::vector<Value> flattened(std::vector<Value>&& words, bool& hasEmptyList) {
 }  // namespace
 
 bool looksLikeFlag(const Value& word) {
+    if (word.isPlainText()) return false;
     const std::string* text = word.getIf<std::string>();
     return text && text->size() > 1 && (*text)[0] == '-' && isLetter((*text)[1]);
 }
@@ -165,7 +166,8 @@ class ArgumentParser {
     std::size_t argumentWordsAfter(std::size_t i, int flag) const {
         const std::size_t count = syntax_.flags()[static_cast<std::size_t>(flag)].arguments.size();
         for (std::size_t k = 1; k <= count && i + k < words_.size(); ++k)
-            if (words_[i + k].isString() && isModeFlag(syntax_, *words_[i + k].getIf<std::string>(), true))
+            if (looksLikeFlag(words_[i + k]) &&
+                isModeFlag(syntax_, *words_[i + k].getIf<std::string>(), true))
                 return k - 1;
         return count;
     }

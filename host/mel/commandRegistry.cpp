@@ -60,6 +60,7 @@ CommandRegistry::~CommandRegistry() = default;
 bool CommandRegistry::add(const std::string& name, Syntax syntax, CommandFunction run,
                           std::string_view uncovered) {
     if (has(name)) return false;
+    ++version_;
     commands_[name] = std::make_shared<Command>(
         Command{std::move(syntax), std::move(run), nullptr, {}, ' ' + std::string(uncovered) + ' '});
     return true;
@@ -69,6 +70,7 @@ bool CommandRegistry::addPlugin(const std::string& name, const std::string& owne
                                 std::shared_ptr<PluginCommand> command) {
     if (has(name) || Interpreter::isBuiltinFunction(name)) return false;
     commands_[name] = std::make_shared<Command>(Command{Syntax(), nullptr, std::move(command), owner, {}});
+    ++version_;
     return true;
 }
 
@@ -77,6 +79,7 @@ bool CommandRegistry::removePlugin(const std::string& name, const std::string& o
     if (found == commands_.end() || found->second->plugin == nullptr || found->second->owner != owner)
         return false;
     commands_.erase(found);
+    ++version_;
     return true;
 }
 
@@ -93,6 +96,36 @@ CommandResult CommandRegistry::call(std::string_view name, std::vector<Value>&& 
     const std::shared_ptr<Command> command = found->second;
     return command->plugin != nullptr ? runPlugin(*command, std::move(arguments))
                                       : runBuiltin(*command, std::move(arguments));
+}
+
+CommandResult CommandRegistry::callParsed(const std::string& name, TypedArguments&& arguments) {
+    std::vector<Value> words;
+    words.reserve(2 + 2 * arguments.flags.size() + arguments.objects.size());
+    if (arguments.isQuery) words.emplace_back("-query");
+    if (arguments.isEdit) words.emplace_back("-edit");
+    for (TypedArguments::Flag& flag : arguments.flags) {
+        words.emplace_back('-' + flag.name);
+        for (Value& value : flag.values)
+            words.push_back(std::move(value));
+    }
+    for (Value& object : arguments.objects)
+        words.push_back(std::move(object));
+    CommandResult result = call(name, std::move(words), interpreter_);
+    runDeferred();
+    return result;
+}
+
+ErrorKind CommandRegistry::kindOf(const CommandResult& result) {
+    const auto begins = [&](std::string_view start) {
+        return result.error.compare(0, start.size(), start) == 0;
+    };
+    if (begins("No object matches name: ")) return ErrorKind::NoObject;
+    if (begins("More than one object matches name: ")) return ErrorKind::SeveralObjects;
+    for (const char* start : {"Invalid flag '", "Flag '", "Argument '", "Not enough objects or values.",
+                              "Too many objects or values.", "The query and edit flags"}) {
+        if (begins(start)) return ErrorKind::Arguments;
+    }
+    return ErrorKind::Other;
 }
 
 CommandResult CommandRegistry::runBuiltin(const Command& command, std::vector<Value>&& arguments) {
@@ -181,19 +214,24 @@ RunResult CommandRegistry::executeText(std::string_view text, const ExecuteOptio
 RunResult CommandRegistry::run(std::string_view text, std::string_view sourceName,
                                const RunOptions& options) {
     RunResult result = runScript(*this, text, sourceName, options);
-    if (interpreter_.isRunning()) return result;
     RunResult idle = runDeferred();
     return result.ok ? std::move(idle.ok ? result : idle) : std::move(result);
 }
 
 RunResult CommandRegistry::runDeferred() {
     RunResult failed;
-    // The texts that run may defer more.
+    if (interpreter_.isRunning() || isIdling_) return failed;
+    const graph::ScopedValue<bool> idling(isIdling_, true);
+    // What runs may defer more.
     while (!deferred_.empty() || !deferredLow_.empty()) {
-        std::vector<std::string> texts;
-        texts.swap(deferred_.empty() ? deferredLow_ : deferred_);
-        for (const std::string& text : texts) {
-            RunResult result = runScript(*this, text, {}, {});
+        std::vector<Deferred> all;
+        all.swap(deferred_.empty() ? deferredLow_ : deferred_);
+        for (const Deferred& entry : all) {
+            if (const auto* work = std::get_if<std::function<void()>>(&entry)) {
+                (*work)();
+                continue;
+            }
+            RunResult result = runScript(*this, std::get<std::string>(entry), {}, {});
             if (!result.ok && failed.ok) failed = std::move(result);
         }
     }
@@ -201,7 +239,11 @@ RunResult CommandRegistry::runDeferred() {
 }
 
 void CommandRegistry::defer(std::string text, bool lowPriority) {
-    (lowPriority ? deferredLow_ : deferred_).push_back(std::move(text));
+    (lowPriority ? deferredLow_ : deferred_).emplace_back(std::move(text));
+}
+
+void CommandRegistry::defer(std::function<void()> work, bool lowPriority) {
+    (lowPriority ? deferredLow_ : deferred_).emplace_back(std::move(work));
 }
 
 bool CommandRegistry::undo() {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 #include "graph/graph.h"
@@ -36,6 +38,21 @@ struct ExecuteOptions {
     /// Show the result.
     bool display = false;
 };
+
+/// The arguments of a call by a language with types. Nothing in them is text unless it is meant as text.
+struct TypedArguments {
+    struct Flag {
+        std::string name{};           ///< short or long, without dash
+        std::vector<Value> values{};  ///< of one use
+    };
+    bool isQuery = false;
+    bool isEdit = false;
+    std::vector<Flag> flags{};     ///< in the given order; a flag that is used twice stands here twice
+    std::vector<Value> objects{};  ///< names and values; an array counts as its elements
+};
+
+/// What kind of failure an error is, for languages with kinds of exceptions.
+enum class ErrorKind { Other, NoObject, SeveralObjects, Arguments };
 
 /// All script commands of the host, including those of plug-ins, and the engine that runs them.
 ///
@@ -69,6 +86,12 @@ class CommandRegistry final : public CommandTable {
     CommandResult call(std::string_view name, std::vector<Value>&& arguments,
                        Interpreter& interpreter) override;
 
+    /// Runs a command for a caller outside any script, and then what was deferred. Shows no error of the
+    /// command.
+    CommandResult callParsed(const std::string& name, TypedArguments&& arguments);
+    /// The kind of a failure, by its text, which is part of the host's interface.
+    static ErrorKind kindOf(const CommandResult& result);
+
     /// All commands by ascending name.
     std::vector<std::string> names() const;
     /// Syntax of a command; null if there is no such command or a plug-in's command declares none.
@@ -85,6 +108,13 @@ class CommandRegistry final : public CommandTable {
     /// Defers text until the outermost script has ended. Texts run in the order of these calls. Those of low
     /// priority come after the others.
     void defer(std::string text, bool lowPriority = false);
+    /// The same for something else than a text. It must not throw.
+    void defer(std::function<void()> work, bool lowPriority = false);
+    /// Runs what was deferred, unless a script is running: then its end does.
+    RunResult runDeferred();
+
+    /// Counts changes of the set of commands.
+    std::uint64_t version() const { return version_; }
 
     /// One step of the undo queue.
     /// @return false if there is nothing to undo (redo)
@@ -113,14 +143,16 @@ class CommandRegistry final : public CommandTable {
     CommandResult runBuiltin(const Command& command, std::vector<Value>&& arguments);
     CommandResult runPlugin(const Command& command, std::vector<Value>&& arguments);
     void keep(std::unique_ptr<graph::UndoEntry> entry);
-    RunResult runDeferred();
 
     graph::Graph& graph_;
     std::map<std::string, std::shared_ptr<Command>, std::less<>> commands_;
     graph::EntryGroup* collector_ = nullptr;  // of the running plug-in command
     bool isSuspended_ = false;                // no undo entries are kept
-    std::vector<std::string> deferred_;
-    std::vector<std::string> deferredLow_;
+    using Deferred = std::variant<std::string, std::function<void()>>;
+    std::vector<Deferred> deferred_;
+    std::vector<Deferred> deferredLow_;
+    bool isIdling_ = false;  // what was deferred runs
+    std::uint64_t version_ = 0;
     PluginService* plugins_ = nullptr;
     ToolBox tools_;
     int exitStatus_ = 0;

@@ -22,6 +22,13 @@ struct SourcePosition {
     std::vector<std::string> procedures{};
 };
 
+/// What a caller with more types than MEL makes of a result.
+struct ResultForm {
+    bool isListWhenEmpty = false;     ///< an empty array is an empty list; otherwise it is nothing
+    int tupleWidth = 0;               ///< how many numbers of an array belong together; 0: none do
+    std::vector<std::string> keys{};  ///< names of the values of an array, one each
+};
+
 /// How a command call ended.
 ///
 /// If `ok` is false, `error` is the text to show. A command that has already shown its message sets
@@ -34,14 +41,20 @@ struct CommandResult {
     /// Where the error arose, for commands that run script text themselves. Without it, the error names the
     /// calling statement.
     std::optional<SourcePosition> position;
+    std::optional<ResultForm> form{};
+
+    CommandResult&& with(ResultForm resultForm) && {
+        form = std::move(resultForm);
+        return std::move(*this);
+    }
 
     static CommandResult success(Value value = {}) {
-        return {true, std::move(value), {}, false, std::nullopt};
+        return {true, std::move(value), {}, false, std::nullopt, std::nullopt};
     }
     static CommandResult failure(std::string error) {
-        return {false, {}, std::move(error), false, std::nullopt};
+        return {false, {}, std::move(error), false, std::nullopt, std::nullopt};
     }
-    static CommandResult failureShown() { return {false, {}, {}, true, std::nullopt}; }
+    static CommandResult failureShown() { return {false, {}, {}, true, std::nullopt, std::nullopt}; }
 };
 
 /// Looks up and runs the words that are neither procedures nor built-in functions, for the interpreter.

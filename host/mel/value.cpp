@@ -88,6 +88,13 @@ std::optional<Value> toArrayKind(const Value& value, Value::Kind kind) {
 
 }  // namespace
 
+bool Value::operator==(const Value& other) const {
+    if (kind() != other.kind()) return false;
+    if (const int* number = getIf<int>()) return *number == *other.getIf<int>();
+    if (const auto* text = getIf<std::string>()) return *text == *other.getIf<std::string>();
+    return data_ == other.data_;
+}
+
 Value Value::defaultOf(Kind kind) {
     switch (kind) {
         case Kind::None:

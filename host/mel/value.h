@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -33,6 +35,9 @@ struct Matrix {
 ///
 /// An int has 32 bits, as in MEL. None means "no value": the result of a command that returns nothing. Names,
 /// flags and component words are strings. The conversions are MEL's.
+///
+/// Callers with more types than MEL ask for more: whether an Int is the answer to a yes-or-no question, and
+/// whether a String is a text even where it looks like a flag. MEL itself does not tell such values apart.
 class Value {
   public:
     enum class Kind : std::uint8_t {
@@ -50,7 +55,7 @@ class Value {
 
     Value() = default;
     Value(int value) : data_(value) {}
-    Value(bool value) : data_(value ? 1 : 0) {}
+    Value(bool value) : data_(Truth{value ? 1 : 0}) {}
     Value(double value) : data_(value) {}
     Value(std::string value) : data_(std::move(value)) {}
     Value(std::string_view value) : data_(std::string(value)) {}
@@ -62,10 +67,22 @@ class Value {
     Value(std::vector<std::string> values) : data_(std::move(values)) {}
     Value(std::vector<Vector> values) : data_(std::move(values)) {}
 
+    /// A text that is never a flag.
+    static Value plainText(std::string text) {
+        Value value;
+        value.data_ = PlainText{std::move(text)};
+        return value;
+    }
+
     /// The value of a variable of this kind before its first assignment: 0, "", an empty array, ...
     static Value defaultOf(Kind kind);
 
-    Kind kind() const { return static_cast<Kind>(data_.index()); }
+    Kind kind() const {
+        if (isTruth()) return Kind::Int;
+        return isPlainText() ? Kind::String : static_cast<Kind>(data_.index());
+    }
+    bool isTruth() const { return std::holds_alternative<Truth>(data_); }
+    bool isPlainText() const { return std::holds_alternative<PlainText>(data_); }
     bool isNone() const { return kind() == Kind::None; }
     bool isNumber() const { return kind() == Kind::Int || kind() == Kind::Float; }
     bool isString() const { return kind() == Kind::String; }
@@ -75,10 +92,15 @@ class Value {
     /// std::vector of the first four), else nullptr. No copy is made.
     template <typename T>
     const T* getIf() const {
-        return std::get_if<T>(&data_);
+        return const_cast<Value*>(this)->getIf<T>();
     }
     template <typename T>
     T* getIf() {
+        if constexpr (std::is_same_v<T, int>) {
+            if (auto* truth = std::get_if<Truth>(&data_)) return &truth->value;
+        } else if constexpr (std::is_same_v<T, std::string>) {
+            if (auto* plain = std::get_if<PlainText>(&data_)) return &plain->text;
+        }
         return std::get_if<T>(&data_);
     }
 
@@ -109,13 +131,22 @@ class Value {
     /// an error.
     Value element(std::size_t index) const;
 
-    bool operator==(const Value& other) const { return data_ == other.data_; }
+    bool operator==(const Value& other) const;
     bool operator!=(const Value& other) const { return !(*this == other); }
 
   private:
+    struct Truth {
+        int value = 0;
+        bool operator==(const Truth& other) const { return value == other.value; }
+    };
+    struct PlainText {
+        std::string text;
+        bool operator==(const PlainText& other) const { return text == other.text; }
+    };
+
     // In the order of Kind.
     std::variant<std::monostate, int, double, std::string, Vector, Matrix, std::vector<int>,
-                 std::vector<double>, std::vector<std::string>, std::vector<Vector>>
+                 std::vector<double>, std::vector<std::string>, std::vector<Vector>, Truth, PlainText>
         data_;
 };
 

@@ -365,7 +365,7 @@ TEST(SceneStatement, NewMeshesAndCopiesHaveTheirColors) {
     host.ok("duplicate -n copy strip; polyColorPerVertex -rgb 1 1 1 copy.vtx[3]");
     host.ok("polyPlane -n many -sx 12 -sy 12; delete -ch many; select -cl");
     for (int vertex = 0; vertex < 169; ++vertex) {
-        host.ok("polyColorPerVertex -rgb " + std::to_string(vertex / 169.0) + " 0 0 many.vtx[" +
+        host.ok("polyColorPerVertex -rgb " + std::to_string(vertex) + " 0 0 many.vtx[" +
                 std::to_string(vertex) + "]");
     }
     const std::string text = host.saved();

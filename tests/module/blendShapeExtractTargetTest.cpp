@@ -143,10 +143,10 @@ TEST_F(ExtractTarget, RedoAfterTheOriginalWentReportsAndMakesNothing) {
 
 TEST_F(ExtractTarget, WorksInObjectSpaceWhateverTheTransformsAbove) {
     scene_.mel(
-        "group -name top base; setAttr top.scale 3 1 -2; setAttr top.rotateZ 30; setAttr base.translateX 7");
+        "group -name upper base; setAttr upper.scale 3 1 -2; setAttr upper.rotateZ 30; setAttr base.translateX 7");
     const std::string name =
-        scene_.mel("dv_blendShapeExtractTarget -om |top|base|baseShapeOrig bs").toString();
-    std::vector<double> expected = scene_.points("|top|base|baseShapeOrig");
+        scene_.mel("dv_blendShapeExtractTarget -om |upper|base|baseShapeOrig bs").toString();
+    std::vector<double> expected = scene_.points("|upper|base|baseShapeOrig");
     expected[3 * 3 + 1] += 1.0;
     expected[3 * 7] += 0.5;
     expected[3 * 12 + 2] -= 2.0;

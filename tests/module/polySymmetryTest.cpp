@@ -131,7 +131,7 @@ TEST_F(PolySymmetry, FiveDecimalsTellTheSides) {
 TEST_F(PolySymmetry, TheToleranceIsMeasuredOutsideTheTransform) {
     add(twoQuads());
     place(2, "1 0.002 0");
-    scene_.mel("setAttr base.scale 2 4 6; group -name top base; setAttr top.scale 100 100 100");
+    scene_.mel("setAttr base.scale 2 4 6; group -name upper base; setAttr upper.scale 100 100 100");
     EXPECT_EQ(checked("-tol 0.0078 base"), 0);
     EXPECT_EQ(checked("-tol 0.0082 base"), 1);
 }

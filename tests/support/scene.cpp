@@ -9,14 +9,11 @@
 #include <mutex>
 #include <utility>
 
-#include "api/handles/session.h"
-#include "api/plugin/pluginLoader.h"
-#include "commands/commands.h"
 #include "graph/sceneDump.h"
 #include "mel/commandRegistry.h"
 #include "nodes/meshNode.h"
-#include "nodes/registerTypes.h"
 #include "nodes/sets.h"
+#include "runtime/runtime.h"
 #include "support/dumpDifference.h"
 #include "support/variants.h"
 
@@ -56,20 +53,12 @@ class Collector final : public mel::Output, public graph::MessageSink {
 }  // namespace
 
 struct Scene::Host {
-    Host() : registry(scene, collector), session(registry), loader(session) {
-        scene.setMessages(collector);
-        scene.setVariants(variant());
+    Host() : runtime(collector, collector, variant()) {
         if (variant().leavesArraysUnset) host::api::setArrayPoison(true);
-        host::nodes::registerTypes(scene.types());
-        host::nodes::setUpScene(scene);
-        host::commands::registerCommands(registry);
     }
 
     Collector collector;
-    graph::Graph scene;
-    mel::CommandRegistry registry;
-    host::api::Session session;
-    host::api::PluginLoader loader;
+    host::runtime::Runtime runtime;
 };
 
 Scene::Scene(Plugin plugin) : host_(std::make_unique<Host>()) {
@@ -79,7 +68,7 @@ Scene::Scene(Plugin plugin) : host_(std::make_unique<Host>()) {
 Scene::~Scene() = default;
 
 graph::Graph& Scene::graph() {
-    return host_->scene;
+    return host_->runtime.graph();
 }
 
 namespace {
@@ -113,7 +102,7 @@ std::string standardErrorOf(const std::function<void()>& work) {
 
 Outcome Scene::run(const std::string& text) {
     host_->collector.take();
-    mel::RunResult result = host_->registry.run(text);
+    mel::RunResult result = host_->runtime.commands().run(text);
     Outcome outcome = host_->collector.take();
     outcome.ok = result.ok;
     outcome.value = std::move(result.value);
@@ -138,7 +127,7 @@ mel::Value Scene::mel(const std::string& text) {
 }
 
 std::string Scene::dump() {
-    return graph::sceneDump(host_->scene);
+    return graph::sceneDump(host_->runtime.graph());
 }
 
 std::string Scene::changes(const std::string& before) {
@@ -146,8 +135,9 @@ std::string Scene::changes(const std::string& before) {
 }
 
 void Scene::addMesh(const std::string& name, const host::geometry::Mesh& mesh) {
-    const graph::NodeRef shape = host::nodes::createMesh(host_->scene, mesh, name, nullptr);
-    host::nodes::forceElement(host_->scene, host_->scene.nodesNamed("initialShadingGroup").front(), {shape});
+    const graph::NodeRef shape = host::nodes::createMesh(host_->runtime.graph(), mesh, name, nullptr);
+    host::nodes::forceElement(host_->runtime.graph(),
+                              host_->runtime.graph().nodesNamed("initialShadingGroup").front(), {shape});
 }
 
 std::vector<double> Scene::points(const std::string& mesh) {
@@ -155,7 +145,7 @@ std::vector<double> Scene::points(const std::string& mesh) {
 }
 
 void Scene::takeCommandName(const std::string& name) {
-    host_->registry.add(name, mel::Syntax(), [](mel::CommandContext&, const mel::ParsedArguments&) {
+    host_->runtime.commands().add(name, mel::Syntax(), [](mel::CommandContext&, const mel::ParsedArguments&) {
         return mel::CommandResult::success();
     });
 }

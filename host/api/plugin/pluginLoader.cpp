@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "api/handles/objectAccess.h"
-#include "platform/program.h"
+#include "platform/libraryFolder.h"
 
 namespace host::api {
 
@@ -44,7 +44,7 @@ std::vector<fs::path> searchFolders() {
         if (end > 0) folders.push_back(fs::u8path(rest.substr(0, end)));
         rest.erase(0, end + 1);
     }
-    folders.push_back(fs::u8path(platform::programFolder()));
+    folders.push_back(fs::u8path(platform::libraryFolder()));
     return folders;
 }
 
