@@ -38,7 +38,8 @@ bool isWhole(py::handle object) {
 
 /// numpy's bool is no subclass of Python's.
 bool isTruth(py::handle object) {
-    return PyBool_Check(object.ptr()) != 0 || std::string_view(Py_TYPE(object.ptr())->tp_name) == "numpy.bool_";
+    return PyBool_Check(object.ptr()) != 0 ||
+           std::string_view(Py_TYPE(object.ptr())->tp_name) == "numpy.bool_";
 }
 
 int intOf(py::handle object) {
@@ -101,8 +102,8 @@ std::string gotText(py::handle object) {
 }
 
 [[noreturn]] void raiseKind(const std::string& name, const Flag& flag, py::handle got) {
-    throw py::type_error("Invalid arguments for flag '" + name + "'.  Expected " + expectedText(flag) + ", got " +
-                         gotText(got));
+    throw py::type_error("Invalid arguments for flag '" + name + "'.  Expected " + expectedText(flag) +
+                         ", got " + gotText(got));
 }
 
 /// Nothing if the object is of another kind.
@@ -254,8 +255,8 @@ py::list listOf(const std::vector<Entry>& entries, Convert&& convert) {
 
 /// Text of the host is UTF-8. What is none, from old files, keeps its bytes.
 py::object text(const std::string& bytes) {
-    PyObject* const decoded = PyUnicode_DecodeUTF8(bytes.data(), static_cast<Py_ssize_t>(bytes.size()),
-                                                   "surrogateescape");
+    PyObject* const decoded =
+        PyUnicode_DecodeUTF8(bytes.data(), static_cast<Py_ssize_t>(bytes.size()), "surrogateescape");
     if (decoded == nullptr) throw py::error_already_set();
     return py::reinterpret_steal<py::object>(decoded);
 }
@@ -269,8 +270,8 @@ py::list tuples(const py::list& flat, int width) {
     py::list result;
     for (std::size_t at = 0; at + static_cast<std::size_t>(width) <= flat.size();
          at += static_cast<std::size_t>(width))
-        result.append(py::tuple(flat[py::slice(static_cast<py::ssize_t>(at),
-                                               static_cast<py::ssize_t>(at) + width, 1)]));
+        result.append(py::tuple(
+            flat[py::slice(static_cast<py::ssize_t>(at), static_cast<py::ssize_t>(at) + width, 1)]));
     return result;
 }
 
@@ -313,12 +314,14 @@ py::object objectOf(const Value& value) {
             return vectorOf(*value.getIf<host::mel::Vector>());
         case Value::Kind::Matrix: {
             const auto& matrix = *value.getIf<host::mel::Matrix>();
-            return tuples(listOf(matrix.values, [](double entry) { return py::float_(entry); }), matrix.columns);
+            return tuples(listOf(matrix.values, [](double entry) { return py::float_(entry); }),
+                          matrix.columns);
         }
         case Value::Kind::IntArray:
             return listOf(*value.getIf<std::vector<int>>(), [](int entry) { return py::int_(entry); });
         case Value::Kind::FloatArray:
-            return listOf(*value.getIf<std::vector<double>>(), [](double entry) { return py::float_(entry); });
+            return listOf(*value.getIf<std::vector<double>>(),
+                          [](double entry) { return py::float_(entry); });
         case Value::Kind::StringArray:
             return listOf(*value.getIf<std::vector<std::string>>(), text);
         case Value::Kind::VectorArray:

@@ -24,7 +24,9 @@ class Output final : public host::mel::Output, public host::graph::MessageSink {
 
     void print(std::string_view text) override { write("stdout", std::string(text)); }
     void info(std::string_view text) override { show("", text); }
-    void warning(std::string_view text, const host::mel::SourcePosition&) override { show("Warning: ", text); }
+    void warning(std::string_view text, const host::mel::SourcePosition&) override {
+        show("Warning: ", text);
+    }
     void error(std::string_view text, const host::mel::SourcePosition&) override {
         if (!holdsErrors_) show("Error: ", text);
     }

@@ -1,0 +1,1 @@
+"""The modules that Maya has, over the headless host."""

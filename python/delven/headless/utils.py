@@ -1,0 +1,34 @@
+"""Work that waits until the host has nothing else to do."""
+
+import __main__
+
+from delven import _delven
+
+
+def defer(work, arguments, keywords, low_priority=False):
+    """Puts a function, or Python text, behind what waits already."""
+    if callable(work):
+        _delven.defer(lambda: work(*arguments, **keywords), low_priority)
+    elif isinstance(work, str):
+        code = compile(work, "<deferred>", "exec")
+        _delven.defer(lambda: exec(code, __main__.__dict__), low_priority)
+    else:
+        raise TypeError(f"Object {work} is invalid")
+
+
+def executeDeferred(work, *arguments, **keywords):
+    """Runs Python text or calls a function once the outermost command has ended."""
+    defer(work, arguments, keywords)
+
+
+def executeInMainThreadWithResult(work, *arguments, **keywords):
+    """Calls a function, or evaluates Python text, and returns what it gives. Other threads have no host."""
+    _delven.names()
+    if callable(work):
+        return work(*arguments, **keywords)
+    return eval(work, __main__.__dict__)
+
+
+def processIdleEvents():
+    """Runs what waits."""
+    _delven.idle()
