@@ -141,7 +141,9 @@ CommandResult connectionInfo(CommandContext& context, const ParsedArguments& arg
         std::vector<std::string> names;
         for (const graph::Plug& destination : graph.destinations(plug))
             names.push_back(graph.plugName(destination));
-        return CommandResult::success(std::move(names));
+        mel::ResultForm form;
+        form.isListWhenEmpty = true;
+        return CommandResult::success(std::move(names)).with(std::move(form));
     }
     if (arguments.isSet("isDestination")) return CommandResult::success(static_cast<bool>(source));
     if (arguments.isSet("isExactDestination"))

@@ -5,6 +5,7 @@
 #include "commands/attributeValues.h"
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "graph/attributeTypes.h"
 #include "nodes/sceneTime.h"
 
 namespace host::commands {
@@ -21,7 +22,23 @@ bool isWhole(graph::ValueKind kind) {
 Value numberValue(graph::Graph& graph, const graph::Plug& plug) {
     const graph::ValueKind kind = plug.attribute().kind();
     const double value = toScriptUnit(graph, kind, graph.number(plug));
+    if (kind == graph::ValueKind::Bool) return Value(value != 0.0);
     return isWhole(kind) ? Value(static_cast<int>(value)) : Value(value);
+}
+
+/// Numbers that belong together: those of a vector, of a point, or of a whole multi of numbers.
+mel::ResultForm formOf(const graph::Plug& plug, const Value& value) {
+    mel::ResultForm form;
+    const graph::Attribute& attribute = plug.attribute();
+    const std::string& data = attribute.spec().dataType;
+    if (attribute.kind() == graph::ValueKind::Typed) {
+        form.tupleWidth = data == "pointArray" ? 4 : data == "vectorArray" ? 3 : 0;
+    } else if (!graph::tupleName(attribute).empty()) {
+        form.tupleWidth = static_cast<int>(attribute.children().size());
+    } else if (plug.isArray() && value.isArray() && !attribute.isCompound()) {
+        form.tupleWidth = static_cast<int>(value.size());
+    }
+    return form;
 }
 
 /// Joins the values below a plug that means several: elements of a multi, children of a compound.
@@ -97,13 +114,19 @@ CommandResult readOne(graph::Graph& graph, const graph::Plug& plug, bool asStrin
     if (graph::isNumber(attribute.kind())) return CommandResult::success(numberValue(graph, plug));
     if (attribute.kind() == graph::ValueKind::Typed) {
         std::optional<Value> value = dataValue(graph.data(plug), attribute.spec().dataType);
-        if (value) return CommandResult::success(std::move(*value));
+        if (value) {
+            mel::ResultForm form = formOf(plug, *value);
+            return CommandResult::success(std::move(*value)).with(std::move(form));
+        }
         return CommandResult::failure("getAttr: The data of '" + graph.plugName(plug) + "' (" +
                                       attributeTypeName(attribute) + ") is no number and no text.");
     }
     ValueCollector collector(graph);
     std::string error = collector.collect(plug);
-    return error.empty() ? CommandResult::success(collector.take()) : CommandResult::failure(error);
+    if (!error.empty()) return CommandResult::failure(error);
+    Value value = collector.take();
+    mel::ResultForm form = formOf(plug, value);
+    return CommandResult::success(std::move(value)).with(std::move(form));
 }
 
 CommandResult readValue(graph::Graph& graph, const graph::PlugMatch& match, bool asString) {
@@ -123,7 +146,10 @@ CommandResult readValue(graph::Graph& graph, const graph::PlugMatch& match, bool
     std::string error = isRange ? std::string() : collector.collect(plug);
     for (std::int64_t k = 0; isRange && k < length && error.empty(); ++k)
         error = collector.collect(plug.array().element(plug.logicalIndex() + static_cast<int>(k)));
-    return error.empty() ? CommandResult::success(collector.take()) : CommandResult::failure(error);
+    if (!error.empty()) return CommandResult::failure(error);
+    Value value = collector.take();
+    mel::ResultForm form = formOf(plug, value);
+    return CommandResult::success(std::move(value)).with(std::move(form));
 }
 
 bool isSettable(const graph::Graph& graph, const graph::Plug& plug) {

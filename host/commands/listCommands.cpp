@@ -225,14 +225,16 @@ CommandResult ls(CommandContext& context, const ParsedArguments& arguments, scen
         const auto kept = std::min(items.size(), static_cast<std::size_t>(arguments.integer("tail")));
         items.erase(items.begin(), items.end() - static_cast<std::ptrdiff_t>(kept));
     }
-    if (arguments.isSet("uuid")) return CommandResult::success(uuidsOf(items, session));
+    mel::ResultForm form;
+    form.isListWhenEmpty = true;
+    if (arguments.isSet("uuid")) return CommandResult::success(uuidsOf(items, session)).with(std::move(form));
     graph::PathNames paths(
         graph, arguments.isSet("long") ? graph::PathNames::Kind::Full : graph::PathNames::Kind::Unique);
     std::vector<std::string> names;
     names.reserve(items.size());
     for (const SelectionItem& item : items)
         appendNames(graph, item, arguments, paths, names);
-    return CommandResult::success(std::move(names));
+    return CommandResult::success(std::move(names)).with(std::move(form));
 }
 
 }  // namespace

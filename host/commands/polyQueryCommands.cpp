@@ -99,19 +99,34 @@ int countOf(const Evaluated& evaluated, const ComponentCount& count) {
                            });
 }
 
-/// "vertex=8 edge=12 ...", for the given flags or for all.
-std::string formatted(const Evaluated& evaluated, const ParsedArguments& arguments, bool all) {
-    std::string text;
+/// What the given flags count, or all of them.
+struct Counts {
+    std::vector<std::string> names{};
+    std::vector<int> numbers{};
+
+    /// "vertex=8 edge=12 ..."
+    std::string text() const {
+        std::string result;
+        for (std::size_t k = 0; k < names.size(); ++k) {
+            if (k > 0) result += ' ';
+            result.append(names[k]).append("=").append(std::to_string(numbers[k]));
+        }
+        return result;
+    }
+};
+
+Counts countsOf(const Evaluated& evaluated, const ParsedArguments& arguments, bool all) {
+    Counts counts;
     const auto append = [&](const auto& count) {
         if (!all && !arguments.isSet(count.flag)) return;
-        if (!text.empty()) text += ' ';
-        text += std::string(count.flag) + '=' + std::to_string(countOf(evaluated, count));
+        counts.names.emplace_back(count.flag);
+        counts.numbers.push_back(countOf(evaluated, count));
     };
     for (const Count& count : kCounts)
         append(count);
     for (const ComponentCount& count : kComponentCounts)
         append(count);
-    return text;
+    return counts;
 }
 
 /// Minimum and maximum on x, then on y, then on z, in world space. Unless it must be accurate, this is the
@@ -143,22 +158,25 @@ Found<Evaluated> evaluatedObjects(CommandContext& context, const ParsedArguments
 CommandResult polyEvaluate(CommandContext& context, const ParsedArguments& arguments) {
     const Found<Evaluated> evaluated = evaluatedObjects(context, arguments);
     if (!evaluated.ok()) return CommandResult::failure(evaluated.error);
-    std::vector<int> counts;
-    for (const Count& count : kCounts) {
-        if (arguments.isSet(count.flag)) counts.push_back(countOf(evaluated.value, count));
-    }
-    for (const ComponentCount& count : kComponentCounts) {
-        if (arguments.isSet(count.flag)) counts.push_back(countOf(evaluated.value, count));
-    }
+    Counts counts = countsOf(evaluated.value, arguments, false);
+    mel::ResultForm form;
     if (arguments.isSet("boundingBox")) {
-        if (!counts.empty())
+        if (!counts.numbers.empty())
             return CommandResult::failure("polyEvaluate: -boundingBox beside other flags is not covered.");
+        form.tupleWidth = 2;
+        form.isTuple = true;
         return CommandResult::success(
-            boundingBox(context.graph, evaluated.value, arguments.isSet("accurateEvaluation")));
+                   boundingBox(context.graph, evaluated.value, arguments.isSet("accurateEvaluation")))
+            .with(std::move(form));
     }
-    if (counts.empty() || arguments.isSet("format"))
-        return CommandResult::success(formatted(evaluated.value, arguments, counts.empty()));
-    return CommandResult::success(std::move(counts));
+    const bool isAll = counts.numbers.empty();
+    if (isAll) counts = countsOf(evaluated.value, arguments, true);
+    if (arguments.isSet("format")) return CommandResult::success(counts.text());
+    form.keys = counts.names;
+    if (!isAll) return CommandResult::success(std::move(counts.numbers)).with(std::move(form));
+    const std::string text = counts.text();
+    form.instead = Value(std::move(counts.numbers));
+    return CommandResult::success(text).with(std::move(form));
 }
 
 }  // namespace

@@ -26,7 +26,9 @@ struct SourcePosition {
 struct ResultForm {
     bool isListWhenEmpty = false;     ///< an empty array is an empty list; otherwise it is nothing
     int tupleWidth = 0;               ///< how many numbers of an array belong together; 0: none do
+    bool isTuple = false;             ///< the whole is a tuple, not a list
     std::vector<std::string> keys{};  ///< names of the values of an array, one each
+    Value instead{};                  ///< what such a caller gets in place of the value; None: the value
 };
 
 /// How a command call ended.

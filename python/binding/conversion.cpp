@@ -331,20 +331,25 @@ py::object objectOf(const Value& value) {
 }
 
 py::object resultOf(const host::mel::CommandResult& result) {
-    const Value& value = result.value;
-    py::object object = objectOf(value);
-    const bool isKept = result.form && result.form->isListWhenEmpty;
-    if (value.isArray() && value.size() == 0 && !isKept) return py::none();
-    if (!result.form || !value.isArray()) return object;
+    if (!result.form) {
+        const bool isEmpty = result.value.isArray() && result.value.size() == 0;
+        return isEmpty ? py::none() : objectOf(result.value);
+    }
     const host::mel::ResultForm& form = *result.form;
-    if (form.keys.size() == 1 && value.size() == 1) return py::list(object)[0];
-    if (!form.keys.empty() && form.keys.size() == value.size()) {
+    const Value& value = form.instead.isNone() ? result.value : form.instead;
+    if (!value.isArray()) return objectOf(value);
+    if (value.size() == 0 && !form.isListWhenEmpty) return py::none();
+    py::list list = objectOf(value);
+    if (!form.keys.empty() && form.keys.size() == list.size()) {
+        if (list.size() == 1) return list[0];
         py::dict named;
         for (std::size_t k = 0; k < form.keys.size(); ++k)
-            named[py::str(form.keys[k])] = py::list(object)[k];
+            named[py::str(form.keys[k])] = list[k];
         return std::move(named);
     }
-    return form.tupleWidth > 0 ? tuples(py::list(object), form.tupleWidth) : object;
+    if (form.tupleWidth > 0) list = tuples(list, form.tupleWidth);
+    if (form.isTuple) return py::tuple(list);
+    return std::move(list);
 }
 
 }  // namespace delven::python

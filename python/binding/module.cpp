@@ -7,6 +7,7 @@
 #include <unistd.h>
 #endif
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -49,6 +50,18 @@ long processId() {
     throw std::runtime_error(result.error);
 }
 
+/// In MEL an empty list is no list. In Python these commands refuse it: they would take the selection
+/// instead.
+bool refusesEmptyLists(const std::string& name) {
+    return name == "listConnections" || name == "listHistory";
+}
+
+bool hasOnlyEmptyLists(const host::mel::TypedArguments& arguments) {
+    return !arguments.objects.empty() &&
+           std::all_of(arguments.objects.begin(), arguments.objects.end(),
+                       [](const host::mel::Value& object) { return object.isArray(); });
+}
+
 /// The one host of this process. It lives until the process ends: plug-ins keep objects of it.
 class Host {
   public:
@@ -82,6 +95,10 @@ class Host {
 
     py::object call(const std::string& name, const py::args& positional, const py::kwargs& flags) {
         host::mel::TypedArguments arguments = argumentsOf(commands().syntax(name), positional, flags);
+        if (hasOnlyEmptyLists(arguments)) {
+            if (name == "ls") return py::list();
+            if (refusesEmptyLists(name)) throw py::type_error(name + ": an empty list names no objects.");
+        }
         const CommandResult result = commands().callParsed(name, std::move(arguments));
         finish();
         if (!result.ok) raise(result);
@@ -163,15 +180,12 @@ py::object findCommand(const std::string& name) {
         py::name(name.c_str()), "A command of the host.");
 }
 
-}  // namespace
-
-PYBIND11_MODULE(_delven, module) {
-    if (PyInterpreterState_Get() != PyInterpreterState_Main())
-        throw py::import_error("The host cannot be used in a second interpreter of one process.");
+void define(py::module_& module) {
     module.doc() = "The headless host: its commands and its script language.";
     module.def("command", findCommand, "The command of a name; None if there is none.");
     module.def(
-        "names", [] { return Host::current().commands().names(); }, "All commands.");
+        "names", [] { return objectOf(host::mel::Value(Host::current().commands().names())); },
+        "All commands.");
     module.def(
         "version", [] { return Host::current().commands().version(); },
         "A number that changes with the set of commands.");
@@ -186,6 +200,26 @@ PYBIND11_MODULE(_delven, module) {
         "idle", [] { Host::current().idle(); }, "Runs what was deferred.");
     module.def(
         "warn", [](const std::string& text) { Host::current().warn(text); }, "Shows a warning.");
+}
+
+}  // namespace
+
+/// What a module of pybind11 begins with, behind a question that must come first: pybind11 itself waits for
+/// ever in a second interpreter.
+extern "C" PYBIND11_EXPORT PyObject* PyInit__delven() {
+    if (PyInterpreterState_Get() != PyInterpreterState_Main()) {
+        PyErr_SetString(PyExc_ImportError, "The host cannot be used in a second interpreter of one process.");
+        return nullptr;
+    }
+    PYBIND11_CHECK_PYTHON_VERSION
+    PYBIND11_ENSURE_INTERNALS_READY
+    static PyModuleDef definition{};
+    auto module = py::module_::create_extension_module("_delven", nullptr, &definition);
+    try {
+        define(module);
+        return module.ptr();
+    }
+    PYBIND11_CATCH_INIT_EXCEPTIONS
 }
 
 }  // namespace delven::python

@@ -1,17 +1,31 @@
 """Work that waits until the host has nothing else to do."""
 
+import traceback
+
 import __main__
 
 from delven import _delven
 
 
+def _reporting(work):
+    """Nobody waits for deferred work, so what it raises is shown."""
+
+    def run():
+        try:
+            work()
+        except Exception:
+            traceback.print_exc()
+
+    return run
+
+
 def defer(work, arguments, keywords, low_priority=False):
     """Puts a function, or Python text, behind what waits already."""
     if callable(work):
-        _delven.defer(lambda: work(*arguments, **keywords), low_priority)
+        _delven.defer(_reporting(lambda: work(*arguments, **keywords)), low_priority)
     elif isinstance(work, str):
         code = compile(work, "<deferred>", "exec")
-        _delven.defer(lambda: exec(code, __main__.__dict__), low_priority)
+        _delven.defer(_reporting(lambda: exec(code, __main__.__dict__)), low_priority)
     else:
         raise TypeError(f"Object {work} is invalid")
 
