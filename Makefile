@@ -1,11 +1,11 @@
 # The door: each goal configures, builds and runs one thing. Everything is made below build/.
 .DEFAULT_GOAL := help
-.PHONY: help demo test build bench scenes walk fuzz coverage texts format check asan tsan package mutants clean
+.PHONY: help demo test build bench scenes walk fuzz coverage texts format check asan tsan package mutants python-test clean
 
 configure_and_build = cmake --preset $(1) >build/$(1).log 2>&1 || { cat build/$(1).log; exit 1; }; cmake --build --preset $(1)
 
 help:  ## this list
-	@sed -nE 's/^([a-z]+):.*## (.*)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 18
+	@sed -nE 's/^([a-z-]+):.*## (.*)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 18
 
 demo: build  ## install what is missing, build, and run the example from end to end
 	build/release/bin/delvenbatch -script examples/demo.mel
@@ -20,6 +20,12 @@ build:  ## the programs, in build/release/bin
 	@scripts/install-dependencies.sh build
 	@mkdir -p build
 	@$(call configure_and_build,release) --target delvenbatch DELVENTools
+
+python-test:  ## build the Python module and run its tests
+	@scripts/install-dependencies.sh build python
+	@mkdir -p build
+	@$(call configure_and_build,release) --target delven_python delven_python_files DELVENTools
+	ctest --preset release --label-regex '^python$$'
 
 bench:  ## time against size, in one table
 	@scripts/install-dependencies.sh build bench

@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-mapfile -t files < <(find source host tests bench fuzz -name '*.cpp' -o -name '*.h' | sort)
+mapfile -t files < <(find source host python tests bench fuzz -name '*.cpp' -o -name '*.h' | sort)
 if [[ ${#files[@]} -eq 0 ]]; then
     echo "check-format: found no source files" >&2
     exit 1

@@ -12,7 +12,7 @@ if [[ ! -f "$build/compile_commands.json" ]]; then
 fi
 
 # What is not built here has no compile command.
-find source host -name '*.cpp' ! -name '*Windows.cpp' -print0 | sort -z |
+find source host python -name '*.cpp' ! -name '*Windows.cpp' -print0 | sort -z |
     xargs -0 --no-run-if-empty -n 1 -P "$(nproc)" clang-tidy -p "$build" --quiet 2>&1 |
     { grep -vE '^[0-9]+ warnings? generated\.$' || true; }
-echo "check-tidy: $(find source host -name '*.cpp' | wc -l) files in order"
+echo "check-tidy: $(find source host python -name '*.cpp' | wc -l) files in order"

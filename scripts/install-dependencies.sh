@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the project needs and that are missing. Says nothing when all are there.
 #
-#   scripts/install-dependencies.sh [group]...     groups: build (the default) bench fuzz coverage check all
+#   scripts/install-dependencies.sh [group]...     groups: build (the default) python bench fuzz coverage check all
 set -euo pipefail
 
 declare -A packages=(
     [build]="cmake ninja-build g++ libtbb-dev libedit-dev libgtest-dev locales"
+    [python]="python3-dev pybind11-dev python3-numpy python3-pytest python3-tqdm"
     [bench]="libbenchmark-dev libgtest-dev libnanoflann-dev python3-scipy"
     [fuzz]="clang libclang-rt-dev"
     [coverage]="gcovr"

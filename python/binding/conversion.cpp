@@ -25,11 +25,10 @@ bool isSequence(py::handle object) {
 }
 
 bool isFloat(py::handle object) {
-    // numpy's numbers have a __float__, but so have texts of some classes: they must be numbers too.
-    return PyFloat_Check(object.ptr()) != 0 ||
-           (PyNumber_Check(object.ptr()) != 0 && PyIndex_Check(object.ptr()) == 0 &&
-            PyObject_HasAttrString(object.ptr(), "__float__") != 0 && isSequence(object) == false &&
-            PyObject_HasAttrString(object.ptr(), "dtype") != 0);
+    if (PyFloat_Check(object.ptr()) != 0) return true;
+    // numpy's numbers of single precision are no subclass of Python's.
+    return PyIndex_Check(object.ptr()) == 0 && PyObject_HasAttrString(object.ptr(), "dtype") != 0 &&
+           PyObject_HasAttrString(object.ptr(), "__float__") != 0;
 }
 
 bool isWhole(py::handle object) {
@@ -289,7 +288,7 @@ std::string textOf(py::handle text) {
 TypedArguments argumentsOf(const Syntax* syntax, const py::args& positional, const py::kwargs& flags) {
     TypedArguments result;
     FlagReader reader(syntax, result);
-    if (flags && flags.size() > 0) {
+    if (flags && !flags.empty()) {
         reader.readModes(flags);
         for (const auto& [key, value] : flags)
             reader.read(textOf(key), value);

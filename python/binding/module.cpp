@@ -206,6 +206,7 @@ void define(py::module_& module) {
 
 /// What a module of pybind11 begins with, behind a question that must come first: pybind11 itself waits for
 /// ever in a second interpreter.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,readability-identifier-naming): Python looks for this name.
 extern "C" PYBIND11_EXPORT PyObject* PyInit__delven() {
     if (PyInterpreterState_Get() != PyInterpreterState_Main()) {
         PyErr_SetString(PyExc_ImportError, "The host cannot be used in a second interpreter of one process.");

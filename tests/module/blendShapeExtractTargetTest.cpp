@@ -143,7 +143,8 @@ TEST_F(ExtractTarget, RedoAfterTheOriginalWentReportsAndMakesNothing) {
 
 TEST_F(ExtractTarget, WorksInObjectSpaceWhateverTheTransformsAbove) {
     scene_.mel(
-        "group -name upper base; setAttr upper.scale 3 1 -2; setAttr upper.rotateZ 30; setAttr base.translateX 7");
+        "group -name upper base; setAttr upper.scale 3 1 -2; setAttr upper.rotateZ 30; setAttr "
+        "base.translateX 7");
     const std::string name =
         scene_.mel("dv_blendShapeExtractTarget -om |upper|base|baseShapeOrig bs").toString();
     std::vector<double> expected = scene_.points("|upper|base|baseShapeOrig");
