@@ -23,6 +23,8 @@ else()
   install(FILES "${PROJECT_BINARY_DIR}/DELVENTools.mod" DESTINATION .)
   install(TARGETS DELVENTools LIBRARY DESTINATION DELVENTools/plug-ins)
   delven_install_one_tbb(DELVENTools DELVENTools/plug-ins DELVENTools/${library_folder})
+  # Maya finds the procedures in the folder scripts of a module by itself.
+  install(DIRECTORY module/scripts DESTINATION DELVENTools)
   # With all that README.md and the pages refer to.
   install(FILES LICENSE README.md CONTRIBUTING.md DESTINATION DELVENTools)
   install(DIRECTORY docs examples DESTINATION DELVENTools PATTERN __pycache__ EXCLUDE)
