@@ -19,7 +19,7 @@ test:  ## install what is missing, build, and run every test
 build:  ## the programs, in build/release/bin
 	@scripts/install-dependencies.sh build
 	@mkdir -p build
-	@$(call configure_and_build,release) --target delvenbatch DELVENTools
+	@$(call configure_and_build,release) --target delvenbatch DELVENTools delven_scripts
 
 python-test:  ## build the Python module and run its tests
 	@scripts/install-dependencies.sh build python

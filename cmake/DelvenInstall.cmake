@@ -6,7 +6,14 @@ if(DELVEN_BUILD_HOST)
     RUNTIME DESTINATION bin
     LIBRARY DESTINATION bin
     ARCHIVE DESTINATION lib)
+  # The host finds the kit's procedures in the folder beside its own.
+  install(DIRECTORY module/scripts DESTINATION .)
   install(FILES LICENSE README.md DESTINATION share/doc/DELVENTools)
+  if(TARGET delven_python)
+    install(TARGETS delven_python LIBRARY DESTINATION python/delven)
+    install(DIRECTORY python/delven python/headless DESTINATION python PATTERN __pycache__ EXCLUDE)
+    install(PROGRAMS python/delvenpy DESTINATION bin)
+  endif()
 else()
   set(library_folder lib)
   set(DELVEN_MOD_MORE)

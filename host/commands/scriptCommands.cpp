@@ -1,6 +1,7 @@
 // The commands about scripts and the host, from source to quit, about and internalVar.
 
 #include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
@@ -9,27 +10,25 @@
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "geometry/textFile.h"
+#include "platform/library.h"
+#include "platform/libraryFolder.h"
 
 namespace host::commands {
 
 namespace {
 
-/// Folders to search for scripts, besides the current one.
+/// Folders to search for scripts: the current one, those of the user, and that of the kit beside the host's
+/// folder.
 std::vector<std::filesystem::path> scriptFolders() {
     std::vector<std::filesystem::path> folders{std::filesystem::path()};
     const char* variable = std::getenv("MAYA_SCRIPT_PATH");
-    if (variable == nullptr) return folders;
-#if defined(_WIN32)
-    constexpr char kSeparator = ';';
-#else
-    constexpr char kSeparator = ':';
-#endif
-    std::string_view rest = variable;
+    std::string_view rest = variable != nullptr ? variable : "";
     while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find(kSeparator), rest.size());
-        if (end > 0) folders.emplace_back(std::string(rest.substr(0, end)));
+        const std::size_t end = std::min(rest.find(platform::searchPathSeparator()), rest.size());
+        if (end > 0) folders.push_back(std::filesystem::u8path(rest.substr(0, end)));
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
+    folders.push_back(std::filesystem::u8path(platform::libraryFolder()).parent_path() / "scripts");
     return folders;
 }
 
@@ -38,20 +37,32 @@ std::optional<std::string> findScript(const std::string& name) {
     std::error_code ignored;
     for (const std::filesystem::path& folder : scriptFolders()) {
         for (const char* suffix : {"", ".mel"}) {
-            const std::filesystem::path path = folder / (name + suffix);
-            if (std::filesystem::is_regular_file(path, ignored)) return path.generic_string();
+            const std::filesystem::path path = folder / std::filesystem::u8path(name + suffix);
+            if (std::filesystem::is_regular_file(path, ignored)) return path.generic_u8string();
         }
     }
     return std::nullopt;
+}
+
+CommandResult runScript(const std::string& path, mel::Interpreter& interpreter) {
+    const geometry::FileText file = geometry::readTextFile(path);
+    if (!file.ok()) return CommandResult::failure(file.error);
+    return interpreter.run(file.text, path).toCommandResult();
+}
+
+std::optional<CommandResult> loadProcedure(const std::string& name, mel::Interpreter& interpreter) {
+    // Words that are no names are no files either: "../x".
+    const bool isName = std::all_of(name.begin(), name.end(),
+                                    [](unsigned char c) { return std::isalnum(c) != 0 || c == '_'; });
+    const std::optional<std::string> path = isName ? findScript(name + ".mel") : std::nullopt;
+    return path ? std::optional(runScript(*path, interpreter)) : std::nullopt;
 }
 
 CommandResult source(CommandContext& context, const ParsedArguments& arguments) {
     const std::string name = arguments.arguments()[0].toString();
     const std::optional<std::string> path = findScript(name);
     if (!path) return CommandResult::failure("Cannot find file \"" + name + "\" for source statement.");
-    const geometry::FileText file = geometry::readTextFile(*path);
-    if (!file.ok()) return CommandResult::failure(file.error);
-    return context.interpreter.run(file.text, *path).toCommandResult();
+    return runScript(*path, context.interpreter);
 }
 
 CommandResult evalDeferred(CommandContext& context, const ParsedArguments& arguments) {
@@ -162,6 +173,7 @@ void registerScriptCommands(mel::CommandRegistry& registry) {
     Syntax oneText;
     oneText.addArgument(kText);
     registry.add("source", oneText, source);
+    registry.setProcedureLoader(loadProcedure);
     registry.add("whatIs", oneText, whatIs);
     registry.add("exists", oneText, exists);
 

@@ -98,6 +98,10 @@ CommandResult CommandRegistry::call(std::string_view name, std::vector<Value>&& 
                                       : runBuiltin(*command, std::move(arguments));
 }
 
+std::optional<CommandResult> CommandRegistry::loadProcedure(std::string_view name, Interpreter& interpreter) {
+    return loadProcedure_ ? loadProcedure_(std::string(name), interpreter) : std::nullopt;
+}
+
 CommandResult CommandRegistry::callParsed(const std::string& name, TypedArguments&& arguments) {
     std::vector<Value> words;
     words.reserve(2 + 2 * arguments.flags.size() + arguments.objects.size());

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -85,6 +86,10 @@ class CommandRegistry final : public CommandTable {
     bool has(std::string_view name) const override;
     CommandResult call(std::string_view name, std::vector<Value>&& arguments,
                        Interpreter& interpreter) override;
+    std::optional<CommandResult> loadProcedure(std::string_view name, Interpreter& interpreter) override;
+    /// Runs script files by the name of the procedure that they define; nothing if there is no such file.
+    using ProcedureLoader = std::function<std::optional<CommandResult>(const std::string&, Interpreter&)>;
+    void setProcedureLoader(ProcedureLoader loader) { loadProcedure_ = std::move(loader); }
 
     /// Runs a command for a caller outside any script, and then what was deferred. Shows no error of the
     /// command.
@@ -154,6 +159,7 @@ class CommandRegistry final : public CommandTable {
     bool isIdling_ = false;  // what was deferred runs
     std::uint64_t version_ = 0;
     PluginService* plugins_ = nullptr;
+    ProcedureLoader loadProcedure_;
     ToolBox tools_;
     int exitStatus_ = 0;
     Interpreter interpreter_;

@@ -70,6 +70,12 @@ class CommandTable {
     /// into the interpreter.
     virtual CommandResult call(std::string_view name, std::vector<Value>&& arguments,
                                Interpreter& interpreter) = 0;
+    /// Runs the script file that is named like a procedure that nobody knows.
+    /// @return how that ended; nothing if there is no such file
+    virtual std::optional<CommandResult> loadProcedure(std::string_view /*name*/,
+                                                       Interpreter& /*interpreter*/) {
+        return std::nullopt;
+    }
 };
 
 /// Receives the interpreter's text. The implementation gives messages their final form.

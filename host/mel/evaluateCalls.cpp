@@ -188,11 +188,10 @@ bool Evaluator::runText(const std::string& text, Value& out) {
 
 bool Evaluator::callTableCommand(const Expression& call, Frame& frame, Value& out) {
     const Depth large(nesting_, kCallLevels);
-    if (!commands_.has(call.text()))
-        return failAt(frame, call.offset, "Cannot find procedure \"" + std::string(call.text()) + "\".");
     std::vector<Value> arguments;
     if (!evaluateArguments(call, frame, arguments)) return false;
     frame.offset = call.offset;
+    if (!commands_.has(call.text())) return callLoaded(call.text(), std::move(arguments), out);
     return finishCommand(commands_.call(call.text(), std::move(arguments), interpreter_), out);
 }
 

@@ -187,8 +187,20 @@ bool Evaluator::callByName(std::string_view name, std::vector<Value>&& arguments
         return true;
     }
     if (builtin) return fail(std::string(name) + " is part of the language and cannot be called by name.");
-    if (!commands_.has(name)) return fail("Cannot find procedure \"" + std::string(name) + "\".");
+    if (!commands_.has(name)) return callLoaded(name, std::move(arguments), out);
     return finishCommand(commands_.call(name, std::move(arguments), interpreter_), out);
+}
+
+/// Calls a procedure that no text before the call has defined: perhaps the script file of its name does.
+bool Evaluator::callLoaded(std::string_view name, std::vector<Value>&& arguments, Value& out) {
+    if (findProcedure(name, nullptr) == nullptr) {
+        std::optional<CommandResult> loading = commands_.loadProcedure(name, interpreter_);
+        Value ignored;
+        if (loading && !finishCommand(std::move(*loading), ignored)) return false;
+    }
+    const auto bound = findProcedure(name, nullptr);
+    if (!bound) return fail("Cannot find procedure \"" + std::string(name) + "\".");
+    return callProcedureByName(*bound, std::move(arguments), out);
 }
 
 bool Evaluator::callProcedureByName(const BoundProcedure& bound, std::vector<Value>&& arguments, Value& out) {

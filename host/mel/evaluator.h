@@ -79,6 +79,7 @@ class Evaluator {
                     Value& value);
     void reportError(bool show);
     bool callByName(std::string_view name, std::vector<Value>&& arguments, Value& out);
+    bool callLoaded(std::string_view name, std::vector<Value>&& arguments, Value& out);
     bool callProcedureByName(const BoundProcedure& bound, std::vector<Value>&& arguments, Value& out);
 
     // evaluateStatements.cpp
