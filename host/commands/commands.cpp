@@ -13,6 +13,7 @@ void registerCommands(mel::CommandRegistry& registry) {
     registerDuplicateCommand(registry);
     registerDumpCommand(registry);
     registerDagCommands(registry);
+    registerParentCommand(registry);
     registerListCommands(registry, session);
     registerSelectionCommands(registry);
     registerAddAttrCommands(registry);

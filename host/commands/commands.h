@@ -17,9 +17,10 @@ void registerCommands(mel::CommandRegistry& registry);
 
 // One function per family.
 void registerNodeCommands(mel::CommandRegistry& registry);      // createNode delete rename nodeType objExists
-void registerDuplicateCommand(mel::CommandRegistry& registry);  // duplicate
+void registerDuplicateCommand(mel::CommandRegistry& registry);  // duplicate instance
 void registerDumpCommand(mel::CommandRegistry& registry);       // headlessDump
-void registerDagCommands(mel::CommandRegistry& registry);       // parent group listRelatives
+void registerDagCommands(mel::CommandRegistry& registry);       // group listRelatives
+void registerParentCommand(mel::CommandRegistry& registry);     // parent
 void registerListCommands(mel::CommandRegistry& registry,
                           const std::shared_ptr<scene::SceneSession>& session);  // ls
 void registerSelectionCommands(mel::CommandRegistry& registry);                  // select

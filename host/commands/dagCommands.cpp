@@ -1,117 +1,25 @@
-// The commands of the hierarchy: parent, group, listRelatives.
+// The commands of the hierarchy: group, listRelatives.
 
 #include <algorithm>
-#include <optional>
+#include <unordered_set>
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "commands/transformSupport.h"
+#include "graph/instances.h"
 #include "graph/pathNames.h"
 #include "nodes/meshNode.h"
-#include "nodes/transformNode.h"
 
 namespace host::commands {
 
 namespace {
-
-bool isAncestor(const graph::Node& above, const graph::Node& node) {
-    for (const graph::Node* at = &node; at != nullptr; at = at->parent()) {
-        if (at == &above) return true;
-    }
-    return false;
-}
-
-/// Moves a node below another parent. A transform keeps its place in the world unless `isRelative`.
-void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* parent, bool isRelative) {
-    const bool keepsPlace = !isRelative && node->isA("transform");
-    const geometry::Matrix4 world = keepsPlace ? nodes::worldMatrix(graph, node) : geometry::Matrix4();
-    graph.reparent(*node, parent);
-    nodes::compensateParentScale(graph, node);
-    if (!keepsPlace) return;
-    const geometry::Matrix4 local = world * nodes::parentMatrix(graph, node).inverse().matrix;
-    // A node that is already in the right place keeps its exact values.
-    if (!geometry::isEquivalent(local, nodes::localMatrix(graph, node), 1e-12))
-        nodes::setLocalMatrix(graph, node, local);
-}
-
-struct ParentRequest {
-    std::vector<graph::NodeRef> children;
-    graph::NodeRef parent;  // null for the world
-    bool isShape = false;
-    bool isRelative = false;
-};
-
-/// Why a child cannot be moved there; empty if it can.
-std::string parentProblem(const graph::Graph& graph, const ParentRequest& request,
-                          const graph::NodeRef& child) {
-    const std::string name = graph.uniqueName(*child);
-    if (!child->type().isDag()) return "parent: '" + name + "' is no DAG object.";
-    if (child->isLocked()) return lockProblem(graph, *child, "parent");
-    if (request.isShape != child->isA("shape")) {
-        return request.isShape ? "parent: '" + name + "' is no shape."
-                               : "parent: '" + name + "' is a shape; use -shape to move shapes.";
-    }
-    if (request.parent == nullptr)
-        return request.isShape ? "parent: A shape needs a transform as its parent." : "";
-    if (isAncestor(*child, *request.parent))
-        return "parent: Cannot parent an object to itself or to one of its children.";
-    return {};
-}
-
-/// A shape named on the command line does not mean its transform: the host moves a shape only if told to.
-Found<ParentRequest> parentRequest(CommandContext& context, const ParsedArguments& arguments) {
-    Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
-    if (!items.ok()) return {{}, items.error};
-    Found<ParentRequest> request;
-    request.value.children = nodesOf(items.value);
-    request.value.isShape = arguments.isSet("shape");
-    // A shape has no position of its own to keep.
-    request.value.isRelative = arguments.isSet("relative") || request.value.isShape;
-    if (!arguments.isSet("world")) {
-        if (request.value.children.size() < 2)
-            return {{}, "parent: Select two or more objects or specify more names on the command line."};
-        request.value.parent = request.value.children.back();
-        request.value.children.pop_back();
-        if (!request.value.parent->isA("transform"))
-            return {{}, "parent: '" + context.graph.uniqueName(*request.value.parent) + "' is no transform."};
-    }
-    if (request.value.children.empty()) return {{}, "parent: No objects to move."};
-    for (const graph::NodeRef& child : request.value.children) {
-        std::string problem = parentProblem(context.graph, request.value, child);
-        if (!problem.empty()) return {{}, std::move(problem)};
-    }
-    return request;
-}
-
-CommandResult parent(CommandContext& context, const ParsedArguments& arguments) {
-    graph::Graph& graph = context.graph;
-    if (arguments.isSet("addObject")) {
-        return CommandResult::failure(
-            "parent: A node has one parent in this host. The instances of an opened scene are kept as its "
-            "file "
-            "has them.");
-    }
-    const Found<ParentRequest> request = parentRequest(context, arguments);
-    if (!request.ok()) return CommandResult::failure(request.error);
-    graph::Node* target = request.value.parent.get();
-    for (const graph::NodeRef& child : request.value.children) {
-        if (child->parent() == target) {
-            graph.messages().warning("Object, '" + graph.uniqueName(*child) +
-                                     "', skipped.  It is already a child of the parent" +
-                                     (target != nullptr ? ", '" + graph.uniqueName(*target) + "'." : "."));
-        } else {
-            moveBelow(graph, child, target, request.value.isRelative);
-        }
-    }
-    selectNodes(graph, request.value.children);
-    return CommandResult::success(uniqueNames(graph, request.value.children));
-}
 
 /// Lowest node above all of these; null if that is the world.
 graph::Node* commonParent(const std::vector<graph::NodeRef>& nodes) {
     if (nodes.empty()) return nullptr;
     for (graph::Node* at = nodes.front()->parent(); at != nullptr; at = at->parent()) {
         const bool isAboveAll = std::all_of(nodes.begin(), nodes.end(), [&](const graph::NodeRef& node) {
-            return node->parent() != nullptr && isAncestor(*at, *node->parent());
+            return node->parent() != nullptr && graph::isBelow(*node->parent(), *at);
         });
         if (isAboveAll) return at;
     }
@@ -151,13 +59,14 @@ CommandResult group(CommandContext& context, const ParsedArguments& arguments) {
         above = parentNode.value.get();
     }
     for (const graph::NodeRef& member : members.value) {
-        if (above != nullptr && isAncestor(*member, *above))
+        if (above != nullptr && graph::isBelow(*above, *member))
             return CommandResult::failure("group: Cannot parent an object to one of its children.");
     }
     const graph::NodeRef made = graph.createNode(*graph.types().find("transform"), name.value, above);
     for (const graph::NodeRef& member : members.value) {
         // A member below another member moves with it.
-        if (!isAncestor(*made, *member)) moveBelow(graph, member, made.get(), arguments.isSet("relative"));
+        if (!graph::isBelow(*member, *made))
+            moveBelow(graph, member, made.get(), arguments.isSet("relative"));
     }
     selectNodes(graph, {made});
     return CommandResult::success(graph.uniqueName(*made));
@@ -176,36 +85,95 @@ bool passes(const graph::Graph& graph, const RelativesFilter& filter, const grap
                                                [&](const std::string& type) { return node.isA(type); });
 }
 
-/// Everything below a node; each node comes after the nodes below it.
-std::vector<graph::Node*> nodesBelow(const graph::Node& node) {
+/// A node, and the path that leads to it where that is not its first one.
+struct Relative {
+    graph::Node* node = nullptr;
+    std::string path{};
+};
+
+/// A child at the place where it was found.
+Relative childOf(const Relative& above, graph::Node* child) {
+    if (above.path.empty() && child->parent() == above.node) return {child, {}};
+    const std::string path = above.path.empty() ? graph::fullPath({above.node, 0}) : above.path;
+    return {child, path + '|' + child->name()};
+}
+
+std::vector<Relative> childrenOf(const Relative& node) {
+    std::vector<Relative> children;
+    children.reserve(node.node->children().size());
+    for (graph::Node* child : node.node->children())
+        children.push_back(childOf(node, child));
+    return children;
+}
+
+/// Everything below a node, each once; each node comes after the nodes below it.
+std::vector<Relative> nodesBelow(const Relative& node) {
     // The wanted order, backwards, is parents first and last children first.
-    std::vector<graph::Node*> below;
-    std::vector<graph::Node*> ahead = node.children();
+    std::vector<Relative> below;
+    std::vector<Relative> ahead = childrenOf(node);
+    std::unordered_set<const graph::Node*> seen;
     while (!ahead.empty()) {
-        graph::Node* next = ahead.back();
+        Relative next = std::move(ahead.back());
         ahead.pop_back();
-        below.push_back(next);
-        ahead.insert(ahead.end(), next->children().begin(), next->children().end());
+        if (!next.node->otherParents().empty() && !seen.insert(next.node).second) continue;
+        std::vector<Relative> children = childrenOf(next);
+        std::move(children.begin(), children.end(), std::back_inserter(ahead));
+        below.push_back(std::move(next));
     }
     std::reverse(below.begin(), below.end());
     return below;
 }
 
-std::vector<graph::Node*> relatives(const graph::Node& node, const ParsedArguments& arguments) {
-    std::vector<graph::Node*> found;
-    if (arguments.isSet("parent") || arguments.isSet("allParents")) {
-        if (node.parent() != nullptr) found.push_back(node.parent());
-    } else if (arguments.isSet("allDescendents")) {
-        found = nodesBelow(node);
+/// @param name  what the command line calls the node; empty if it is selected
+std::vector<Relative> relatives(const graph::Graph& graph, graph::Node& node, const std::string& name,
+                                const ParsedArguments& arguments) {
+    std::vector<Relative> found;
+    const graph::Instance at = graph::instanceOn(graph, node, name);
+    const Relative given{&node, at.number > 0 ? graph::fullPath(at) : std::string()};
+    if (arguments.isSet("allParents")) {
+        graph::visitParents(node, [&](graph::Node* parent) {
+            if (parent != nullptr) found.push_back({parent, {}});
+        });
+    } else if (arguments.isSet("parent")) {
+        graph::Node* parent = graph::parentOn(graph, node, name);
+        if (parent == nullptr) return found;
+        const std::size_t end = given.path.rfind('|');
+        found.push_back({parent, given.path.empty() ? std::string() : given.path.substr(0, end)});
     } else {
-        found = node.children();
+        found = arguments.isSet("allDescendents") ? nodesBelow(given) : childrenOf(given);
     }
     return found;
 }
 
+/// What a node is called in the result.
+std::string nameOf(const Relative& relative, const ParsedArguments& arguments, graph::PathNames& paths) {
+    const bool isFull = arguments.isSet("fullPath");
+    if (isFull && !relative.path.empty()) return relative.path;
+    return isFull || arguments.isSet("path") ? paths.of(*relative.node) : relative.node->name();
+}
+
+/// The objects of the command line with their names; the selection has none.
+Found<std::vector<std::pair<graph::SelectionItem, std::string>>> namedObjects(
+    CommandContext& context, const ParsedArguments& arguments) {
+    Found<std::vector<std::pair<graph::SelectionItem, std::string>>> named;
+    const std::vector<std::string> names = arguments.objectNames();
+    // A name tells an instance only where there are any.
+    const bool isOneByOne = context.graph.hasInstances() && !names.empty();
+    const std::size_t rounds = isOneByOne ? names.size() : 1;
+    for (std::size_t k = 0; k < rounds; ++k) {
+        Found<std::vector<graph::SelectionItem>> items =
+            isOneByOne ? findItems(context.graph, {names[k]}) : objectsOrSelection(context, arguments);
+        if (!items.ok()) return {{}, items.error};
+        for (graph::SelectionItem& item : items.value)
+            named.value.emplace_back(std::move(item),
+                                     isOneByOne ? names[k].substr(0, names[k].find('.')) : "");
+    }
+    return named;
+}
+
 CommandResult listRelatives(CommandContext& context, const ParsedArguments& arguments) {
     const graph::Graph& graph = context.graph;
-    Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
+    const auto items = namedObjects(context, arguments);
     if (!items.ok()) return CommandResult::failure(items.error);
     RelativesFilter filter;
     filter.shapesOnly = arguments.isSet("shapes");
@@ -215,18 +183,15 @@ CommandResult listRelatives(CommandContext& context, const ParsedArguments& argu
     graph::PathNames paths(
         graph, arguments.isSet("fullPath") ? graph::PathNames::Kind::Full : graph::PathNames::Kind::Unique);
     std::vector<std::string> names;
-    for (const graph::SelectionItem& item : items.value) {
-        const graph::Node& node = *item.node;
+    for (const auto& [item, name] : items.value) {
         const bool isParentQuery = arguments.isSet("parent") || arguments.isSet("allParents");
         // The owner of components is the shape of their transform.
         if (item.component && isParentQuery && filter.types.empty()) {
-            names.push_back(paths.of(node));
+            names.push_back(paths.of(*item.node));
             continue;
         }
-        for (const graph::Node* relative : relatives(node, arguments)) {
-            if (!passes(graph, filter, *relative)) continue;
-            const bool isPath = arguments.isSet("fullPath") || arguments.isSet("path");
-            names.push_back(isPath ? paths.of(*relative) : relative->name());
+        for (const Relative& relative : relatives(graph, *item.node, name, arguments)) {
+            if (passes(graph, filter, *relative.node)) names.push_back(nameOf(relative, arguments, paths));
         }
     }
     return CommandResult::success(std::move(names));
@@ -235,12 +200,6 @@ CommandResult listRelatives(CommandContext& context, const ParsedArguments& argu
 }  // namespace
 
 void registerDagCommands(mel::CommandRegistry& registry) {
-    Syntax parenting;
-    parenting.flag("w", "world").flag("r", "relative").flag("a", "absolute").flag("s", "shape");
-    parenting.flag("nc", "noConnections").flag("add", "addObject");
-    parenting.objects(ObjectKind::Strings);
-    registry.add("parent", parenting, parent, "nis noInvScale rm removeObject");
-
     Syntax grouping;
     grouping.flag("n", "name", {kText}).flag("em", "empty").flag("p", "parent", {kText});
     grouping.flag("w", "world").flag("r", "relative").flag("a", "absolute");

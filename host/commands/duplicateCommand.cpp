@@ -1,8 +1,10 @@
+#include <unordered_map>
 #include <unordered_set>
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "commands/nodeCopy.h"
+#include "graph/hierarchy.h"
 #include "graph/namespaces.h"
 #include "nodes/meshNode.h"
 #include "nodes/sets.h"
@@ -39,24 +41,42 @@ std::string childName(const graph::Graph& graph, const graph::Node& child, const
                       : graph.wholeName(graph::baseName(child.name()));
 }
 
-/// Copies a node and, unless `nodeOnly`, what is below it. Appends the copies that are not shapes, top first.
-/// Hierarchies may be deeper than the machine's stack.
-graph::NodeRef copyTree(graph::Graph& graph, graph::Node& root, const std::string& name, bool nodeOnly,
+/// What a copy takes of what is below its root.
+enum class Below { Nothing, Copies, InstancedLeaves, Instances };
+
+/// Copies a node and what is below it. Appends the copies that are not shapes, top first. A node that is
+/// there several times is copied once, and its copy is there as often. Hierarchies may be deeper than the
+/// machine's stack.
+graph::NodeRef copyTree(graph::Graph& graph, graph::Node& root, const std::string& name, Below below,
                         std::vector<graph::NodeRef>& copies) {
     struct Copied {
         graph::Node* node;
         graph::Node* parent;  // of the copy
     };
     graph::NodeRef copiedRoot;
+    std::unordered_map<const graph::Node*, graph::Node*> shared;  // of nodes with several parents: the copies
     std::vector<Copied> ahead{{&root, root.parent()}};
     while (!ahead.empty()) {
         const auto [node, parent] = ahead.back();
         ahead.pop_back();
+        const bool isInstance =
+            below == Below::Instances || (below == Below::InstancedLeaves && node->isA("shape"));
+        if (node != &root && isInstance) {
+            graph.addInstance(*node, parent);
+            nodes::shadeInstances(graph, node->ref());
+            continue;
+        }
+        const auto before = shared.find(node);
+        if (before != shared.end()) {
+            graph.addInstance(*before->second, parent);
+            continue;
+        }
         const graph::NodeRef copy =
             copyNode(graph, *node, parent, node == &root ? name : childName(graph, *node, *parent));
         if (node == &root) copiedRoot = copy;
         if (!node->isA("shape")) copies.push_back(copy);
-        if (nodeOnly) break;
+        if (node != &root && !node->otherParents().empty()) shared.emplace(node, copy.get());
+        if (below == Below::Nothing) break;
         for (auto child = node->children().rbegin(); child != node->children().rend(); ++child)
             ahead.push_back({*child, copy.get()});
     }
@@ -64,13 +84,12 @@ graph::NodeRef copyTree(graph::Graph& graph, graph::Node& root, const std::strin
 }
 
 bool hasAncestorIn(const graph::Node& node, const std::unordered_set<const graph::Node*>& nodes) {
-    for (const graph::Node* at = node.parent(); at != nullptr; at = at->parent()) {
-        if (nodes.count(at) != 0) return true;
-    }
-    return false;
+    return graph::anyAbove(node, [&](const graph::Node& above) { return nodes.count(&above) != 0; });
 }
 
-CommandResult duplicate(CommandContext& context, const ParsedArguments& arguments) {
+/// Copies the objects of the command line, or the selection.
+CommandResult copyObjects(CommandContext& context, const ParsedArguments& arguments,
+                          const std::string& command, Below below, bool rootsOnly) {
     graph::Graph& graph = context.graph;
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return CommandResult::failure(items.error);
@@ -82,7 +101,13 @@ CommandResult duplicate(CommandContext& context, const ParsedArguments& argument
     for (graph::NodeRef& node : originals) {
         if (node->isA("shape") && node->parent() != nullptr) node = node->parent()->ref();
     }
-    if (originals.empty()) return CommandResult::failure("duplicate: Nothing is selected to be duplicated.");
+    if (originals.empty())
+        return CommandResult::failure(command + ": Nothing is selected to be " + command + "d.");
+    for (const graph::NodeRef& node : originals) {
+        if (command == "instance" && !node->type().isDag())
+            return CommandResult::failure(command + ": '" + node->name() +
+                                          "' is no DAG object. Use duplicate to copy it.");
+    }
     std::unordered_set<const graph::Node*> given;
     for (const graph::NodeRef& node : originals)
         given.insert(node.get());
@@ -91,10 +116,21 @@ CommandResult duplicate(CommandContext& context, const ParsedArguments& argument
     for (const graph::NodeRef& node : originals) {
         if (hasAncestorIn(*node, given)) continue;
         const std::string wanted = name.value.empty() ? nodes::copyName(graph, *node) : name.value;
-        roots.push_back(copyTree(graph, *node, wanted, arguments.isSet("parentOnly"), copies));
+        roots.push_back(copyTree(graph, *node, wanted, below, copies));
     }
     selectNodes(graph, roots);
-    return CommandResult::success(uniqueNames(graph, arguments.isSet("returnRootsOnly") ? roots : copies));
+    return CommandResult::success(uniqueNames(graph, rootsOnly ? roots : copies));
+}
+
+CommandResult duplicate(CommandContext& context, const ParsedArguments& arguments) {
+    return copyObjects(context, arguments, "duplicate",
+                       arguments.isSet("parentOnly") ? Below::Nothing : Below::Copies,
+                       arguments.isSet("returnRootsOnly"));
+}
+
+CommandResult instance(CommandContext& context, const ParsedArguments& arguments) {
+    return copyObjects(context, arguments, "instance",
+                       arguments.isSet("leaf") ? Below::InstancedLeaves : Below::Instances, true);
 }
 
 }  // namespace
@@ -107,6 +143,10 @@ void registerDuplicateCommand(mel::CommandRegistry& registry) {
         "duplicate", syntax, duplicate,
         "ic inputConnections ilf instanceLeaf rc renameChildren st smartTransform tr transformsOnly un "
         "upstreamNodes");
+
+    Syntax instancing;
+    instancing.flag("n", "name", {kText}).flag("lf", "leaf").objects(ObjectKind::Strings);
+    registry.add("instance", instancing, instance, "st smartTransform");
 }
 
 }  // namespace host::commands

@@ -5,7 +5,7 @@
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
-#include "graph/hierarchy.h"
+#include "graph/instances.h"
 #include "graph/pathNames.h"
 #include "nodes/meshNode.h"
 #include "scene/sceneSession.h"
@@ -182,11 +182,20 @@ std::vector<std::string> uuidsOf(const std::vector<SelectionItem>& items, scene:
     return uuids;
 }
 
+/// The names of a whole node: of its first path, or of all.
+std::vector<std::string> namesOf(const graph::Graph& graph, const graph::Node& node,
+                                 const ParsedArguments& arguments, graph::PathNames& paths) {
+    if (!arguments.isSet("allPaths") || !graph::isInstanced(node)) return {paths.of(node)};
+    return arguments.isSet("long") ? graph::paths(node) : graph::shortPaths(graph, node);
+}
+
 void appendNames(const graph::Graph& graph, const SelectionItem& item, const ParsedArguments& arguments,
                  graph::PathNames& paths, std::vector<std::string>& names) {
     if (item.isWholeNode()) {
-        names.push_back(paths.of(*item.node));
-        if (arguments.isSet("showType")) names.push_back(item.node->type().name());
+        for (std::string& name : namesOf(graph, *item.node, arguments, paths)) {
+            names.push_back(std::move(name));
+            if (arguments.isSet("showType")) names.push_back(item.node->type().name());
+        }
         return;
     }
     std::vector<std::string> own = graph::itemNames(graph, item, arguments.isSet("long"));
@@ -225,6 +234,13 @@ CommandResult ls(CommandContext& context, const ParsedArguments& arguments, scen
         const auto kept = std::min(items.size(), static_cast<std::size_t>(arguments.integer("tail")));
         items.erase(items.begin(), items.end() - static_cast<std::ptrdiff_t>(kept));
     }
+    for (const SelectionItem& item : items) {
+        if (arguments.isSet("allPaths") && graph::pathCount(*item.node) > graph::kMaxPaths) {
+            return CommandResult::failure("ls: '" + graph.uniqueName(*item.node) + "' has more than " +
+                                          std::to_string(graph::kMaxPaths) +
+                                          " paths. Leave out -allPaths to list its first one.");
+        }
+    }
     mel::ResultForm form;
     form.isListWhenEmpty = true;
     if (arguments.isSet("uuid")) return CommandResult::success(uuidsOf(items, session)).with(std::move(form));
@@ -244,7 +260,11 @@ void registerListCommands(mel::CommandRegistry& registry,
     Syntax syntax;
     syntax.flag("as", "assemblies").flag("dag", "dagObjects").flag("dep", "dependencyNodes");
     syntax.flag("sl", "selection").flag("os", "orderedSelection").flag("fl", "flatten");
-    syntax.flag("l", "long").flag("sn", "shortNames").flag("st", "showType").flag("uid", "uuid");
+    syntax.flag("ap", "allPaths")
+        .flag("l", "long")
+        .flag("sn", "shortNames")
+        .flag("st", "showType")
+        .flag("uid", "uuid");
     syntax.flag("s", "shapes").flag("g", "geometry").flag("tr", "transforms").flag("mat", "materials");
     syntax.flag("set", "sets").flag("io", "intermediateObjects").flag("ni", "noIntermediate");
     syntax.flag("v", "visible").flag("r", "recursive", {kSwitch});
@@ -256,7 +276,7 @@ void registerListCommands(mel::CommandRegistry& registry,
         [session](CommandContext& context, const ParsedArguments& arguments) {
             return ls(context, arguments, *session);
         },
-        "allPaths ap absoluteName an cameras ca containerType ct containers con defaultNodes dn "
+        "absoluteName an cameras ca containerType ct containers con defaultNodes dn "
         "ghost gh hilite hl invisible iv leaf lf "
         "lights lt live lv lockedNodes ln modified mod nodeTypes nt objectsOnly o partitions pr "
         "persistentNodes pn planes pl preSelectHilite psh "

@@ -88,6 +88,18 @@ std::string setOwnRotation(graph::Graph& graph, const graph::NodeRef& transform,
     return writeTriple(graph, transform, "rotate", nearestAngles(plain, parts.rotateOrder, parts.rotate));
 }
 
+void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* parent, bool isRelative) {
+    const bool keepsPlace = !isRelative && node->isA("transform");
+    const Matrix4 world = keepsPlace ? nodes::worldMatrix(graph, node) : Matrix4();
+    graph.reparent(*node, parent);
+    nodes::compensateParentScale(graph, node);
+    if (!keepsPlace) return;
+    const Matrix4 local = world * nodes::parentMatrix(graph, node).inverse().matrix;
+    // A node that is already in the right place keeps its exact values.
+    if (!geometry::isEquivalent(local, nodes::localMatrix(graph, node), 1e-12))
+        nodes::setLocalMatrix(graph, node, local);
+}
+
 Vec3 rotatePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform) {
     const geometry::TransformParts parts = nodes::transformParts(graph, transform);
     return geometry::transformPoint(parts.rotatePivot + parts.rotatePivotTranslate + parts.translate,

@@ -42,6 +42,9 @@ geometry::Matrix4 parentRotation(graph::Graph& graph, const graph::NodeRef& tran
 std::string setOwnRotation(graph::Graph& graph, const graph::NodeRef& transform,
                            const geometry::Matrix4& rotation);
 
+/// Moves a node below another parent. A transform keeps its place in the world unless `isRelative`.
+void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* parent, bool isRelative);
+
 /// A transform's rotate pivot and scale pivot in world space.
 geometry::Vec3 rotatePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform);
 geometry::Vec3 scalePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform);

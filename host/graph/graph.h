@@ -57,6 +57,7 @@ struct SceneContent {
     std::unordered_map<std::string, std::vector<Node*>> byName;
     std::unordered_map<std::string, TakenNumbers> takenNumbers;  // by name without number
     std::vector<Node*> roots;
+    std::set<std::pair<const Node*, const Node*>> instances;  // of nodes: each with one of its other parents
     Selection selection;
     bool hasKeptSources = false;  // a kept attribute feeds another node, or did
     double framesPerSecond = 24.0;
@@ -107,14 +108,28 @@ class Graph {
     /// @param name    wanted name; made unique by a number at its end; empty means <type>1, <type>2, ...
     /// @param parent  DAG parent, null for the top level
     NodeRef createNode(const NodeType& type, const std::string& name = {}, Node* parent = nullptr);
-    /// Deletes nodes with everything below them. Plugs of other nodes that were connected to them keep their
+    /// Deletes nodes with everything below them, apart from what has another parent that stays: that loses an
+    /// instance. Plugs of other nodes that were connected to them keep their
     /// last value. Service nodes (deformers, history) that lose their last output connection are deleted too.
     void deleteNodes(const std::vector<NodeRef>& nodes);
     /// Renames a node, with a name made unique like that of createNode.
     /// @return the name given
     std::string rename(Node& node, const std::string& name);
     /// Moves a DAG node below another parent (null: top level), to the end of the children or to `position`.
+    /// Of a node with several parents, only the first instance moves. If another one is there already, the
+    /// first one goes.
     void reparent(Node& node, Node* parent, int position = -1);
+
+    /// Gives a DAG node one more parent, with the node as its last child. The top level (null) becomes the
+    /// first parent. The node must be neither below that parent yet (hasParent), nor above it (isBelow).
+    void addInstance(Node& node, Node* parent);
+    /// Takes a node away from one of its parents; it must have another. If that was the first parent, the
+    /// next one is the first.
+    void removeInstance(Node& node, Node* parent);
+    /// Whether this is one of the node's parents (null: the top level).
+    bool hasParent(const Node& node, const Node* parent) const;
+    /// Whether any node has several parents.
+    bool hasInstances() const { return !content_->instances.empty(); }
 
     /// The name with the next number at its end that no node of the scene uses: "pCube2" for "pCube1",
     /// "group1" for "group".
@@ -128,9 +143,9 @@ class Graph {
     const std::vector<Node*>& roots() const { return content_->roots; }
     /// All nodes with this own name, in order of creation.
     std::vector<NodeRef> nodesNamed(std::string_view name) const;
-    /// "|group|mesh" for a DAG node, the plain name for others.
+    /// "|group|mesh" for a DAG node, the plain name for others. Through first parents.
     std::string fullPath(const Node& node) const;
-    /// The shortest path that names only this node.
+    /// The shortest path that names only this node. Through first parents.
     std::string uniqueName(const Node& node) const;
     /// uniqueName, a dot and the plug's attribute path.
     std::string plugName(const Plug& plug) const;
@@ -273,6 +288,16 @@ class Graph {
     /// Makes the namespaces of a name exist. That is not recorded: nothing is lost if they stay.
     void enterNamespaces(const std::string& name);
     void setParent(Node& node, Node* parent, int position);
+    /// Where a node is in the lists of its parents, and below one of them.
+    struct InstancePlace {
+        int rank = 0;  // of the parent; 0 is the first one
+        int position = -1;
+    };
+    void attach(Node& node, Node* parent, const InstancePlace& place);
+    InstancePlace detach(Node& node, Node* parent);
+    void attachAgain(const NodeRef& node, const NodeRef& parent, const InstancePlace& place);
+    void detachAgain(const NodeRef& node, const NodeRef& parent);
+    void leaveOtherParents(const std::vector<NodeRef>& doomed, const std::set<const Node*>& gone);
     std::string freeName(const std::string& wanted, const Node* parent, bool isDag, const Node* except);
     bool isNameTaken(const std::string& name, const Node* parent, bool isDag, const Node* except) const;
     std::vector<Node*>& siblings(Node* parent) {

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "graph/graph.h"
+#include "graph/hierarchy.h"
 
 namespace host::graph {
 
@@ -140,8 +141,12 @@ std::string Graph::unevaluatedSource(const Node& node) const {
             visit(link.node, source.isOutput() ? nullptr : &source);
             // A world matrix comes from the transforms above as well.
             const bool isMatrix = source.spec().dataType == "matrix";
-            for (const Node* up = isMatrix ? link.node->parent() : nullptr; up != nullptr; up = up->parent())
-                visit(up, nullptr);
+            if (isMatrix) {
+                anyAbove(*link.node, [&](const Node& up) {
+                    visit(&up, nullptr);
+                    return false;
+                });
+            }
         }
     }
     return {};

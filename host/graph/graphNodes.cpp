@@ -1,10 +1,10 @@
-// The nodes of the graph: making, deleting, naming and moving them, and finding them by name.
+// The nodes of the graph: making, naming and moving them, and finding them by name.
 
 #include <algorithm>
 #include <cctype>
-#include <set>
 
 #include "graph/graph.h"
+#include "graph/hierarchy.h"
 #include "graph/namespaces.h"
 
 namespace host::graph {
@@ -208,8 +208,16 @@ void Graph::leaveScene(Node& node) {
     // undone.
     for (const Connection& connection : connections(node))
         unlink(connection.source, connection.destination);
-    while (!node.children_.empty())
-        setParent(*node.children_.back(), nullptr, -1);
+    while (!node.children_.empty()) {
+        Node& child = *node.children_.back();
+        if (child.otherParents_.empty()) {
+            setParent(child, nullptr, -1);
+        } else {
+            detach(child, &node);
+        }
+    }
+    while (!node.otherParents_.empty())
+        detach(node, node.otherParents_.back());
     content_->takenNumbers.erase(splitNumber(node.name()).first);
     auto& named = content_->byName[node.name()];
     named.erase(std::remove(named.begin(), named.end(), &node), named.end());
@@ -234,178 +242,6 @@ void Graph::enterAgain(const NodeRef& node, const NodeRef& parent, int position)
 
 void Graph::leaveAgain(Node& node) {
     if (canStepOn(node)) leaveScene(node);
-}
-
-namespace {
-
-bool servesOthers(const Node& node) {
-    const auto& isService = node.type().behaviour().isService;
-    return node.type().diesWithLastOutput() || (isService && isService(node));
-}
-
-using NodeSet = std::set<const Node*>;
-
-/// Adds a node and everything below it to the nodes to delete.
-void doom(Node& node, std::vector<Node*>& doomed, NodeSet& gone) {
-    std::vector<Node*> ahead{&node};
-    while (!ahead.empty()) {
-        Node& next = *ahead.back();
-        ahead.pop_back();
-        if (!next.isAlive() || !gone.insert(&next).second) continue;
-        doomed.push_back(&next);
-        ahead.insert(ahead.end(), next.children().begin(), next.children().end());
-    }
-}
-
-bool hasSurvivor(const std::vector<Link>& links, const NodeSet& gone) {
-    return std::any_of(links.begin(), links.end(),
-                       [&](const Link& link) { return gone.count(link.node) == 0; });
-}
-
-/// Whether something that the node computes goes to a node that stays. Messages and plain values do not keep
-/// a service node.
-bool feedsSurvivor(const Node& node, const NodeSet& gone) {
-    const auto& outgoing = node.outgoing();
-    return std::any_of(outgoing.begin(), outgoing.end(), [&](const auto& entry) {
-        return entry.first.attribute->isOutput() && hasSurvivor(entry.second, gone);
-    });
-}
-
-/// Whether a node is of a type that is deleted with the nodes that feed this attribute, and all of these are
-/// deleted.
-bool losesAllSources(const Node& node, const Attribute& attribute, const NodeSet& gone) {
-    const auto& diesWithSources = node.type().behaviour().diesWithSources;
-    if (!diesWithSources || !diesWithSources(attribute)) return false;
-    const auto& incoming = node.incoming();
-    return std::all_of(incoming.begin(), incoming.end(), [&](const auto& entry) {
-        return !diesWithSources(*entry.first.attribute) || gone.count(entry.second.node) != 0;
-    });
-}
-
-/// Whether a node only prepares the input of the next node, and is deleted with it: a service, by its own
-/// state, that passes its input on.
-bool isHelper(const Node& node) {
-    const NodeBehaviour& behaviour = node.type().behaviour();
-    return behaviour.passThrough && behaviour.isService && behaviour.isService(node);
-}
-
-/// The plug that replaces an output when its node is deleted: the source of the input that the output passes
-/// through. If that node is deleted too, the one before it. Empty if there is none.
-Plug passedSource(const Graph& graph, const Plug& output, const NodeSet& gone) {
-    Plug at = output;
-    std::vector<Plug> passed;
-    const auto goes = [&](const Node& node) {
-        return gone.count(&node) != 0 || (isHelper(node) && !feedsSurvivor(node, gone));
-    };
-    while (at && goes(*at.node())) {
-        // A chain that leads back to itself has no source.
-        if (std::find(passed.begin(), passed.end(), at) != passed.end()) return {};
-        passed.push_back(at);
-        const auto& passThrough = at.node()->type().behaviour().passThrough;
-        const Plug input = passThrough ? passThrough(at) : Plug();
-        at = input ? graph.source(input) : Plug();
-    }
-    return at;
-}
-
-/// Nodes that stay and get their values through deleted nodes that pass them on.
-NodeSet neededBySurvivors(const Graph& graph, const std::vector<Node*>& doomed, const NodeSet& gone) {
-    NodeSet needed;
-    for (Node* node : doomed) {
-        for (const auto& [key, links] : node->outgoing()) {
-            if (!hasSurvivor(links, gone)) continue;
-            if (const Plug source = passedSource(graph, Plug(node->ref(), key), gone))
-                needed.insert(source.node().get());
-        }
-    }
-    return needed;
-}
-
-}  // namespace
-
-std::vector<NodeRef> Graph::dependents(const std::vector<NodeRef>& nodes) const {
-    std::vector<Node*> doomed;
-    NodeSet gone;
-    for (const NodeRef& node : nodes)
-        doom(*node, doomed, gone);
-    for (bool grows = true; grows;) {
-        grows = false;
-        const NodeSet needed = neededBySurvivors(*this, doomed, gone);
-        const std::vector<Node*> current = doomed;
-        for (Node* node : current) {
-            for (const auto& entry : node->incoming()) {
-                Node* source = entry.second.node;
-                if (gone.count(source) != 0 || !servesOthers(*source)) continue;
-                if (needed.count(source) != 0 || feedsSurvivor(*source, gone)) continue;
-                doom(*source, doomed, gone);
-                grows = true;
-            }
-            for (const auto& entry : node->outgoing()) {
-                for (const Link& link : entry.second) {
-                    if (gone.count(link.node) != 0) continue;
-                    if (!losesAllSources(*link.node, *link.key.attribute, gone)) continue;
-                    doom(*link.node, doomed, gone);
-                    grows = true;
-                }
-            }
-        }
-    }
-    std::sort(doomed.begin(), doomed.end(), [](const Node* a, const Node* b) { return a->id() < b->id(); });
-    std::vector<NodeRef> result;
-    result.reserve(doomed.size());
-    for (Node* node : doomed)
-        result.push_back(node->ref());
-    return result;
-}
-
-void Graph::deleteNodes(const std::vector<NodeRef>& nodes) {
-    const std::vector<NodeRef> doomed = dependents(nodes);
-    NodeSet gone;
-    Selection remaining = content_->selection;
-    for (const NodeRef& node : doomed) {
-        gone.insert(node.get());
-        remaining.removeNode(*node);
-    }
-    if (remaining.items().size() != content_->selection.items().size()) select(std::move(remaining));
-    // Survivors first: the values that they keep are evaluated while the deleted nodes are still connected.
-    for (const NodeRef& node : doomed) {
-        for (const Connection& connection : connections(*node)) {
-            if (gone.count(connection.destination.node().get()) != 0) continue;
-            if (const Plug source = passedSource(*this, connection.source, gone)) {
-                connect(source, connection.destination);
-            } else {
-                disconnect(connection.destination);
-            }
-        }
-    }
-    for (const NodeRef& node : doomed) {
-        for (const Connection& connection : connections(*node)) {
-            breakLink(connection.source, connection.destination);
-            if (gone.count(connection.source.node().get()) == 0) dropHollowElements(connection.source);
-        }
-    }
-    // Children first, so that a node has none when it leaves.
-    std::vector<std::pair<int, NodeRef>> byDepth;
-    for (const NodeRef& node : doomed) {
-        int depth = 0;
-        for (const Node* up = node->parent(); up != nullptr; up = up->parent())
-            ++depth;
-        byDepth.emplace_back(depth, node);
-    }
-    std::stable_sort(byDepth.begin(), byDepth.end(),
-                     [](const auto& a, const auto& b) { return a.first > b.first; });
-    for (const auto& entry : byDepth) {
-        const NodeRef node = entry.second;
-        const NodeRef parent = node->parent() != nullptr ? node->parent()->ref() : nullptr;
-        int position = -1;
-        if (node->type().isDag()) {
-            const auto& list = siblings(parent.get());
-            position = static_cast<int>(std::find(list.begin(), list.end(), node.get()) - list.begin());
-        }
-        leaveScene(*node);
-        record([node, parent, position](Graph& graph) { graph.enterAgain(node, parent, position); },
-               [node](Graph& graph) { graph.leaveAgain(*node); });
-    }
 }
 
 std::string Graph::rename(Node& node, const std::string& name) {
@@ -435,6 +271,7 @@ void Graph::setName(Node& node, const std::string& name) {
 }
 
 void Graph::reparent(Node& node, Node* parent, int position) {
+    if (parent != node.parent() && hasParent(node, parent)) return removeInstance(node, node.parent());
     const auto& list = siblings(node.parent());
     const int oldPosition = static_cast<int>(std::find(list.begin(), list.end(), &node) - list.begin());
     const NodeRef oldParent = node.parent() != nullptr ? node.parent()->ref() : nullptr;
@@ -442,8 +279,10 @@ void Graph::reparent(Node& node, Node* parent, int position) {
     setParent(node, parent, position);
     const auto moveAgain = [ref = node.ref()](const NodeRef& above, int place) {
         return [ref, above, place](Graph& graph) {
-            const bool hasParent = above == nullptr || graph.canStepOn(*above);
-            if (graph.canStepOn(*ref) && hasParent) graph.setParent(*ref, above.get(), place);
+            const bool canMove = above == nullptr || graph.canStepOn(*above);
+            if (!graph.canStepOn(*ref) || !canMove) return;
+            if (ref->parent() == above.get() || !graph.hasParent(*ref, above.get()))
+                graph.setParent(*ref, above.get(), place);
         };
     };
     record(moveAgain(oldParent, oldPosition), moveAgain(newParent, position));
@@ -502,6 +341,16 @@ std::string joinedDownwards(const std::vector<const Node*>& upwards) {
     return path;
 }
 
+void addParents(const Node& node, std::vector<const Node*>& parents) {
+    visitParents(node, [&](const Node* parent) { parents.push_back(parent); });
+}
+
+/// Through instances there may be as many ways to a node as powers of two.
+void keepEachOnce(std::vector<const Node*>& nodes) {
+    std::sort(nodes.begin(), nodes.end());
+    nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
+}
+
 }  // namespace
 
 std::string Graph::fullPath(const Node& node) const {
@@ -519,14 +368,15 @@ std::string Graph::uniqueName(const Node& node) const {
     std::vector<const Node*> upwards{&node};
     std::vector<const Node*> rivals;
     for (const Node* other : found->second) {
-        if (other != &node) rivals.push_back(other->parent());
+        if (other != &node) addParents(*other, rivals);
     }
     for (const Node* up = node.parent(); up != nullptr && !rivals.empty(); up = up->parent()) {
         upwards.push_back(up);
         std::vector<const Node*> left;
         for (const Node* rival : rivals) {
-            if (rival != nullptr && rival->name() == up->name()) left.push_back(rival->parent());
+            if (rival != nullptr && rival->name() == up->name()) addParents(*rival, left);
         }
+        keepEachOnce(left);
         rivals = std::move(left);
     }
     // Only a path from the root distinguishes a top-level node from a deeper one.
@@ -551,12 +401,15 @@ bool Graph::isNameTaken(const std::string& name, const Node* parent, bool isDag,
     return std::any_of(found->second.begin(), found->second.end(), [&](const Node* other) {
         if (other == except) return false;
         // DAG nodes may share a name if their paths differ. All other names are unique in the scene.
-        return !isDag || !other->type().isDag() || other->parent() == parent;
+        return !isDag || !other->type().isDag() || hasParent(*other, parent);
     });
 }
 
 std::string Graph::freeName(const std::string& wanted, const Node* parent, bool isDag, const Node* except) {
-    if (!isNameTaken(wanted, parent, isDag, except)) return wanted;
+    const auto isTakenBelow = [&](const Node* above) { return isNameTaken(wanted, above, isDag, except); };
+    const bool isTakenElsewhere = except != nullptr && std::any_of(except->otherParents_.begin(),
+                                                                   except->otherParents_.end(), isTakenBelow);
+    if (!isTakenElsewhere && !isTakenBelow(parent)) return wanted;
     std::string next = nextName(wanted);
     if (except == nullptr) return next;
     // The numbers that were skipped may include the node's own, which it may keep.

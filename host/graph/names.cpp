@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "graph/instances.h"
 #include "graph/namespaces.h"
 #include "text/numbers.h"
 
@@ -11,6 +12,7 @@ namespace host::graph {
 namespace {
 
 constexpr char kColon = ':';  // between a namespace and what is in it
+constexpr std::size_t kFewParents = 16;
 
 bool hasWildcard(std::string_view text) {
     return text.find_first_of("*?") != std::string_view::npos;
@@ -37,15 +39,28 @@ bool isNamed(const Graph& graph, const Node& node, std::string_view part) {
            matchesPattern(std::string_view(node.name()).substr(current.size() + 1), part, kColon);
 }
 
-/// Whether the ancestors of a node end in the given path parts.
-bool matchesAncestors(const Graph& graph, const Node& node, const std::vector<std::string_view>& parts,
-                      bool isAbsolute) {
-    const Node* up = node.parent();
-    for (auto part = parts.rbegin() + 1; part != parts.rend(); ++part) {
-        if (up == nullptr || part->empty() || !isNamed(graph, *up, *part)) return false;
-        up = up->parent();
-    }
-    return !isAbsolute || up == nullptr;
+/// The node and those above it that a path names up to the bar before the node. Empty if it names others.
+std::vector<Node*> namedChain(const Graph& graph, Node& node, std::string_view above) {
+    return chainAbove(node, above, [&](const Node& at, std::string_view part, std::vector<Node*>& parents) {
+        const auto add = [&](Node* parent) {
+            if (parent != nullptr && !part.empty() && isNamed(graph, *parent, part))
+                parents.push_back(parent);
+        };
+        if (at.otherParents().size() < kFewParents || hasWildcard(part)) {
+            visitParents(at, add);
+            return;
+        }
+        // Many parents are not searched, but found by the name.
+        const std::string& current = graph.currentNamespace();
+        std::vector<NodeRef> named = graph.nodesNamed(withoutRoot(part));
+        if (!current.empty() && part.front() != ':') {
+            const auto more = graph.nodesNamed(current + ':' + std::string(part));
+            named.insert(named.end(), more.begin(), more.end());
+        }
+        for (const NodeRef& parent : named) {
+            if (graph.hasParent(at, parent.get())) add(parent.get());
+        }
+    });
 }
 
 /// One part of an attribute text: "iti[6000]", "vt[0:7]", "weight".
@@ -177,18 +192,17 @@ bool isLegalName(std::string_view name) {
 }
 
 std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path) {
-    std::vector<std::string_view> parts = split(path, '|');
-    const bool isAbsolute = parts.size() > 1 && parts.front().empty();
-    if (isAbsolute) parts.erase(parts.begin());
-    const std::string_view leaf = parts.back();
+    const std::size_t bar = path.rfind('|');
+    const std::string_view leaf = path.substr(bar + 1);
     std::vector<NodeRef> result;
     if (withoutRoot(leaf).empty()) return result;
     const auto add = [&](const std::vector<NodeRef>& candidates) {
         for (const NodeRef& node : candidates) {
-            if (parts.size() > 1 || isAbsolute) {
-                if (!node->type().isDag() || !matchesAncestors(graph, *node, parts, isAbsolute)) continue;
-            }
-            if (isNamed(graph, *node, leaf)) result.push_back(node);
+            if (!isNamed(graph, *node, leaf)) continue;
+            const bool isPath = bar != std::string_view::npos;
+            const bool isMeant =
+                !isPath || (node->type().isDag() && !namedChain(graph, *node, path.substr(0, bar)).empty());
+            if (isMeant) result.push_back(node);
         }
     };
     if (hasWildcard(leaf)) {
@@ -206,6 +220,25 @@ NodeRef findNode(const Graph& graph, std::string_view path) {
     if (hasWildcard(path)) return nullptr;
     const std::vector<NodeRef> found = findNodes(graph, path);
     return found.size() == 1 ? found.front() : nullptr;
+}
+
+Node* parentOn(const Graph& graph, Node& node, std::string_view path) {
+    const std::size_t bar = path.rfind('|');
+    if (bar == std::string_view::npos) return node.parent();
+    const std::vector<Node*> chain = namedChain(graph, node, path.substr(0, bar));
+    return chain.size() > 1 ? chain[1] : node.parent();
+}
+
+Instance instanceOn(const Graph& graph, Node& node, std::string_view path) {
+    InstanceNumbers numbers;
+    return instanceOn(graph, node, path, numbers);
+}
+
+Instance instanceOn(const Graph& graph, Node& node, std::string_view path, InstanceNumbers& numbers) {
+    const std::size_t bar = path.rfind('|');
+    if (bar == std::string_view::npos || !isInstanced(node)) return {&node, 0};
+    const std::vector<Node*> chain = namedChain(graph, node, path.substr(0, bar));
+    return chain.empty() ? Instance{&node, 0} : numbers.at(chain);
 }
 
 PlugMatch findOwnPlug(const NodeRef& node, std::string_view attributeText) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "graph/graph.h"
+#include "graph/instances.h"
 
 namespace host::graph {
 
@@ -26,13 +27,21 @@ struct PlugMatch {
     bool ok = false;
 };
 
-/// Nodes that match a name or path: "mesh", "group|mesh", "|group|mesh", ":mesh". * and ? match any
+/// Nodes that match a name or path: "mesh", "group|mesh", "|group|mesh", ":mesh". A path may lead through any
+/// parents. * and ? match any
 /// characters within one part, but no colon: "*" has what is in the root namespace, "*:*" what is one level
 /// below. A name without a colon in front is looked for in the current namespace first. Order of creation.
 std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path);
 
 /// The one node of a name without wildcards; null if none or several match.
 NodeRef findNode(const Graph& graph, std::string_view path);
+
+/// The parent that a path of a node names; the first one if it names none, and null for the top level.
+Node* parentOn(const Graph& graph, Node& node, std::string_view path);
+/// The first of a node's paths that a name or path of it means.
+Instance instanceOn(const Graph& graph, Node& node, std::string_view path);
+/// The same for one of many.
+Instance instanceOn(const Graph& graph, Node& node, std::string_view path, InstanceNumbers& numbers);
 
 /// A plug of a node by its attribute text, without the node. The text has long, short or alias names;
 /// ancestors may be left out; missing indices are read as 0. Elements need not exist. On a transform, the

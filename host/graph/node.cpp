@@ -80,6 +80,7 @@ void Node::leaveForGood() {
     outgoing_.clear();
     children_.clear();
     parent_ = nullptr;
+    otherParents_.clear();
     extension_.reset();
 }
 

@@ -55,6 +55,9 @@ class Node : public std::enable_shared_from_this<Node> {
 
     /// DAG neighbours; the parent is null for a top-level or non-DAG node.
     Node* parent() const { return parent_; }
+    /// The parents of the node's further instances, in order. The world is none of them: if the node is at
+    /// the top level too, that comes first.
+    const std::vector<Node*>& otherParents() const { return otherParents_; }
     const std::vector<Node*>& children() const { return children_; }
 
     /// Static and dynamic root attributes by ordinal. A removed dynamic attribute leaves a null.
@@ -164,6 +167,7 @@ class Node : public std::enable_shared_from_this<Node> {
     bool isAlive_ = false;
     bool isLocked_ = false;
     Node* parent_ = nullptr;
+    std::vector<Node*> otherParents_;
     std::vector<Node*> children_;
     std::vector<std::unique_ptr<Attribute>> dynamic_;
     std::vector<std::size_t> plain_;                   // positions in dynamic_ of all that are not kept

@@ -37,6 +37,10 @@ bool PathNames::extendUnique(const Node& node) {
     if (node.parent() != last_) return false;
     const auto namesakes = graph_.nodesNamed(node.name());
     if (namesakes.size() == 1) return false;
+    // What is below several parents has several rivals for its name.
+    if (std::any_of(namesakes.begin(), namesakes.end(),
+                    [](const NodeRef& other) { return !other->otherParents().empty(); }))
+        return false;
     const auto below = std::count_if(namesakes.begin(), namesakes.end(), [&](const NodeRef& other) {
         return other.get() != &node && other->parent() != nullptr && other->parent()->name() == last_->name();
     });

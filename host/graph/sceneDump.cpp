@@ -92,6 +92,8 @@ void writeNode(const Graph& graph, Node& node, std::string& text) {
     text += "node " + node.type().name() + ' ' + path + '\n';
     for (const Node* child : node.children())
         text += "child " + path + ' ' + child->name() + '\n';
+    for (const Node* parent : node.otherParents())
+        text += "instance " + path + ' ' + graph.uniqueName(*parent) + '\n';
     const auto attributes = node.attributes();
     for (const Attribute* attribute : attributes) {
         if (attribute == nullptr) continue;

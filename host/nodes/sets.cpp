@@ -1,7 +1,10 @@
 #include "nodes/sets.h"
 
 #include <algorithm>
+#include <set>
+#include <unordered_set>
 
+#include "graph/instances.h"
 #include "nodes/meshNode.h"
 #include "nodes/plugs.h"
 
@@ -149,6 +152,7 @@ void addMember(graph::Graph& graph, const graph::NodeRef& set, const graph::Sele
         removeFromSet(graph, set, item);
         if (node->type().isDag()) {
             connectNext(graph, node->plug("instObjGroups").element(0), set->plug("dagSetMembers"));
+            if (graph.hasInstances()) shadeInstances(graph, node);
         } else {
             connectNext(graph, node->plug("message"), set->plug("dnSetMembers"));
         }
@@ -183,8 +187,11 @@ std::vector<graph::NodeRef> rivals(graph::Graph& graph, const graph::NodeRef& se
 
 std::vector<graph::SelectionItem> members(graph::Graph& graph, const graph::NodeRef& set) {
     std::vector<graph::SelectionItem> items;
-    for (Membership& entry : memberships(graph, set))
+    std::unordered_set<const graph::Node*> whole;
+    for (Membership& entry : memberships(graph, set)) {
+        if (entry.item.isWholeNode() && !whole.insert(entry.item.node.get()).second) continue;
         items.push_back(std::move(entry.item));
+    }
     return items;
 }
 
@@ -278,6 +285,38 @@ std::string forceElement(graph::Graph& graph, const graph::NodeRef& set, const g
             removeFromSet(graph, other, member);
     }
     return addToSet(graph, set, item);
+}
+
+namespace {
+
+void shadeShape(graph::Graph& graph, const graph::NodeRef& shape) {
+    const int count = static_cast<int>(std::min(graph::pathCount(*shape), graph::kMaxPaths));
+    const graph::Plug instances = shape->plug("instObjGroups");
+    for (const graph::NodeRef& set : setsOf(graph, shape)) {
+        if (!set->isA("shadingEngine")) continue;
+        std::set<int> shaded;
+        for (const Membership& entry : membershipsOf(graph, set, shape)) {
+            if (entry.item.component) continue;
+            const int number = entry.source.isElement() ? entry.source.logicalIndex() : 0;
+            if (number < count) {
+                shaded.insert(number);
+            } else {
+                endMembership(graph, entry.member, entry.source);
+            }
+        }
+        for (int number = 0; !shaded.empty() && number < count; ++number) {
+            if (shaded.count(number) == 0)
+                connectNext(graph, instances.element(number), set->plug("dagSetMembers"));
+        }
+    }
+}
+
+}  // namespace
+
+void shadeInstances(graph::Graph& graph, const graph::NodeRef& node) {
+    graph::visitHierarchy(*node, [&](graph::Node& below) {
+        if (below.isA("shape")) shadeShape(graph, below.ref());
+    });
 }
 
 graph::NodeRef partitionOf(const graph::Graph& graph, const graph::NodeRef& set) {

@@ -9,7 +9,8 @@
 /// from the message of any other node, or from an objectGroups element that lists components.
 namespace host::nodes {
 
-/// Members in the order of the set's plugs. Components are items with their shape.
+/// Members in the order of the set's plugs. Components are items with their shape. A node that is in the set
+/// by several instances is one member.
 std::vector<graph::SelectionItem> members(graph::Graph& graph, const graph::NodeRef& set);
 /// Those members that are this node or components of it. Linear in the node's own connections, however large
 /// the set is.
@@ -34,6 +35,10 @@ std::string addToSet(graph::Graph& graph, const graph::NodeRef& set, const graph
 bool removeFromSet(graph::Graph& graph, const graph::NodeRef& set, const graph::SelectionItem& item);
 /// Like addToSet, but first removes the item from other sets of the same partition.
 std::string forceElement(graph::Graph& graph, const graph::NodeRef& set, const graph::SelectionItem& item);
+
+/// For the shapes at and below a node: connects each instance with the shading groups that the shape is in as
+/// a whole, and none that is gone.
+void shadeInstances(graph::Graph& graph, const graph::NodeRef& node);
 
 /// The partition of a set; null if it is in none.
 graph::NodeRef partitionOf(const graph::Graph& graph, const graph::NodeRef& set);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "graph/instances.h"
 #include "nodes/plugs.h"
 #include "nodes/schema.h"
 
@@ -15,9 +16,10 @@ graph::Plug named(const graph::NodeRef& node, std::string_view name) {
     return node->plug(name);
 }
 
-geometry::Matrix4 matrixAt(graph::Graph& graph, const graph::NodeRef& node, std::string_view name) {
+geometry::Matrix4 matrixAt(graph::Graph& graph, const graph::NodeRef& node, std::string_view name,
+                           std::size_t instance = 0) {
     graph::Plug plug = named(node, name);
-    return matrixOf(graph.data(plug.isArray() ? plug.element(0) : plug));
+    return matrixOf(graph.data(plug.isArray() ? plug.element(static_cast<int>(instance)) : plug));
 }
 
 bool inheritsTransform(graph::Graph& graph, const graph::NodeRef& node) {
@@ -87,6 +89,29 @@ void computeAncestors(graph::Graph& graph, const graph::NodeRef& node) {
         matrixAt(graph, ahead.back(), "worldMatrix");
 }
 
+/// The world matrix of the first of these nodes, each of which is below the next one. The own matrices are
+/// read as outputs, so that their changes are told.
+geometry::Matrix4 worldAlong(graph::Graph& graph, const std::vector<graph::Instance>& upwards,
+                             std::size_t from) {
+    geometry::Matrix4 world;
+    for (std::size_t k = from; k < upwards.size(); ++k) {
+        const graph::NodeRef node = upwards[k].node->ref();
+        world = world * matrixAt(graph, node, "matrix") * offsetMatrix(graph, node);
+        if (!inheritsTransform(graph, node)) break;
+    }
+    return world;
+}
+
+/// The same outputs as those of computeMatrix, for another instance than the first.
+geometry::Matrix4 computeInstance(graph::Graph& graph, const graph::NodeRef& node, std::string_view name,
+                                  const std::vector<graph::Instance>& upwards) {
+    const bool isWorld = name == "worldMatrix" || name == "worldInverseMatrix";
+    const bool isInverse = name == "worldInverseMatrix" || name == "parentInverseMatrix";
+    const geometry::Matrix4 matrix =
+        isWorld ? worldAlong(graph, upwards, 0) : offsetMatrix(graph, node) * worldAlong(graph, upwards, 1);
+    return isInverse ? matrix.inverse().matrix : matrix;
+}
+
 geometry::Matrix4 computeMatrix(graph::Graph& graph, const graph::NodeRef& node, std::string_view name) {
     if (name == "matrix") {
         return node->isA("transform") ? geometry::composeTransform(transformParts(graph, node))
@@ -111,7 +136,14 @@ geometry::Matrix4 computeMatrix(graph::Graph& graph, const graph::NodeRef& node,
 }  // namespace
 
 graph::ComputedValue computeDagOutput(graph::Graph& graph, const graph::Plug& output) {
-    return matrixData(computeMatrix(graph, output.node(), output.attribute().longName()));
+    const std::string& name = output.attribute().longName();
+    const int number = output.isElement() ? output.logicalIndex() : 0;
+    if (number > 0 && graph.hasInstances()) {
+        const std::vector<graph::Instance> upwards =
+            graph::upwards({output.node().get(), static_cast<std::size_t>(number)});
+        if (!upwards.empty()) return matrixData(computeInstance(graph, output.node(), name, upwards));
+    }
+    return matrixData(computeMatrix(graph, output.node(), name));
 }
 
 geometry::TransformParts transformParts(graph::Graph& graph, const graph::NodeRef& transform) {
@@ -141,12 +173,12 @@ geometry::Matrix4 localMatrix(graph::Graph& graph, const graph::NodeRef& node) {
     return matrixAt(graph, node, "matrix");
 }
 
-geometry::Matrix4 worldMatrix(graph::Graph& graph, const graph::NodeRef& node) {
-    return matrixAt(graph, node, "worldMatrix");
+geometry::Matrix4 worldMatrix(graph::Graph& graph, const graph::NodeRef& node, std::size_t instance) {
+    return matrixAt(graph, node, "worldMatrix", instance);
 }
 
-geometry::Matrix4 parentMatrix(graph::Graph& graph, const graph::NodeRef& node) {
-    return matrixAt(graph, node, "parentMatrix");
+geometry::Matrix4 parentMatrix(graph::Graph& graph, const graph::NodeRef& node, std::size_t instance) {
+    return matrixAt(graph, node, "parentMatrix", instance);
 }
 
 void setTranslation(graph::Graph& graph, const graph::NodeRef& transform, const geometry::Vec3& value) {

@@ -12,9 +12,10 @@ geometry::TransformParts transformParts(graph::Graph& graph, const graph::NodeRe
 /// Matrix of the node alone, without its offsetParentMatrix. For a shape, the identity.
 geometry::Matrix4 localMatrix(graph::Graph& graph, const graph::NodeRef& node);
 /// Matrix from the node's object space to world space. For a shape, that of its transform.
-geometry::Matrix4 worldMatrix(graph::Graph& graph, const graph::NodeRef& node);
+/// @param instance  the number of the node's path (graph::Instance)
+geometry::Matrix4 worldMatrix(graph::Graph& graph, const graph::NodeRef& node, std::size_t instance = 0);
 /// The node's offsetParentMatrix, times the world matrix of the parent if it has one.
-geometry::Matrix4 parentMatrix(graph::Graph& graph, const graph::NodeRef& node);
+geometry::Matrix4 parentMatrix(graph::Graph& graph, const graph::NodeRef& node, std::size_t instance = 0);
 
 void setTranslation(graph::Graph& graph, const graph::NodeRef& transform, const geometry::Vec3& value);
 /// @param radians  one angle per axis, applied in the node's rotateOrder

@@ -328,7 +328,7 @@ std::string createNodeText(const graph::Graph& graph, const graph::Node& node, b
     std::string text = "createNode " + node.type().name();
     if (isShared) text += " -s";
     text += " -n " + inQuotes(node.name());
-    if (node.parent() != nullptr) text += " -p " + inQuotes(graph.uniqueName(*node.parent()));
+    if (node.parent() != nullptr) text += " -p " + inQuotes(nodeText(graph, *node.parent()));
     return text + ';';
 }
 

@@ -116,7 +116,10 @@ std::string plugPath(const PlugKey& key) {
     return text;
 }
 
-graph::NodeRef findFromRoot(const graph::Graph& graph, std::string_view path) {
+namespace {
+
+/// A path in which each name begins in the root namespace.
+std::string fromRoot(std::string_view path) {
     std::string absolute;
     for (std::size_t from = 0; from <= path.size();) {
         const std::size_t bar = std::min(path.find('|', from), path.size());
@@ -126,12 +129,29 @@ graph::NodeRef findFromRoot(const graph::Graph& graph, std::string_view path) {
         absolute += part;
         from = bar + 1;
     }
-    return graph::findNode(graph, absolute);
+    return absolute;
+}
+
+}  // namespace
+
+graph::NodeRef findFromRoot(const graph::Graph& graph, std::string_view path) {
+    return graph::findNode(graph, fromRoot(path));
+}
+
+graph::Instance instanceFromRoot(const graph::Graph& graph, graph::Node& node, std::string_view path,
+                                 graph::InstanceNumbers& numbers) {
+    return graph::instanceOn(graph, node, fromRoot(path), numbers);
 }
 
 std::string nodeText(const graph::Graph& graph, const graph::Node& node) {
+    // The name of a node that is there several times is that of a place.
+    if (graph.hasInstances() && graph::isInstanced(node)) return graph.fullPath(node);
     const std::string name = graph.uniqueName(node);
     return isDefaultNode(node) ? ':' + name : name;
+}
+
+bool isInstanceGroups(const graph::Attribute& attribute) {
+    return attribute.longName() == "instObjGroups";
 }
 
 std::string plugText(const graph::Graph& graph, const graph::Plug& plug) {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "graph/graph.h"
+#include "graph/instances.h"
 #include "scene/setStatement.h"
 
 namespace host::scene {
@@ -19,8 +20,14 @@ std::string plugText(const graph::Graph& graph, const graph::Plug& plug);
 /// The node of a name or path in a file, where names begin in the root whatever the current namespace is.
 /// Null if none or several match.
 graph::NodeRef findFromRoot(const graph::Graph& graph, std::string_view path);
-/// The shortest name of a node that is unique in the scene.
+/// The first path of a node that a name or path in a file means.
+graph::Instance instanceFromRoot(const graph::Graph& graph, graph::Node& node, std::string_view path,
+                                 graph::InstanceNumbers& numbers);
+/// The name of a node in a file: the shortest one that is unique in the scene, or the full first path of a
+/// node that has several. Default nodes have a colon in front.
 std::string nodeText(const graph::Graph& graph, const graph::Node& node);
+/// Whether an attribute has an element per instance of its node, and is none that the node computes.
+bool isInstanceGroups(const graph::Attribute& attribute);
 
 /// The text after a statement's flags for the values that a node now holds at a target: name, type, numbers.
 /// One text for each run of elements that exist; none if there is no value at all.

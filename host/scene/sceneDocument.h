@@ -30,6 +30,13 @@ struct SavedLink {
     graph::Plug destination{};
 };
 
+/// A further parent of a node, as the file says it.
+struct SavedInstance {
+    std::uint32_t statement = 0;
+    graph::NodeRef node{};
+    graph::NodeRef parent{};
+};
+
 /// A statement outside the blocks that names nodes.
 struct SavedMention {
     std::uint32_t statement = 0;
@@ -45,9 +52,10 @@ struct AddedMention {
 /// What a file says that has no place in the graph: kept word for word until the scene is saved.
 struct SceneDocument {
     std::shared_ptr<const SceneText> text{};
-    std::vector<SavedBlock> blocks{};      ///< in the order of the file
-    std::vector<SavedLink> links{};        ///< likewise; without those that could not be made
-    std::vector<SavedMention> mentions{};  ///< likewise
+    std::vector<SavedBlock> blocks{};        ///< in the order of the file
+    std::vector<SavedLink> links{};          ///< likewise; without those that could not be made
+    std::vector<SavedInstance> instances{};  ///< likewise
+    std::vector<SavedMention> mentions{};    ///< likewise
     std::vector<AddedMention> addedMentions{};
     std::unordered_map<const graph::Node*, bool> locks{};  ///< Node::isLocked of the nodes that it is about
     std::unordered_map<const graph::Node*, SavedNode*> sources{};

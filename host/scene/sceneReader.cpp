@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <unordered_map>
 #include <utility>
 
+#include "graph/instances.h"
 #include "graph/names.h"
 #include "graph/namespaces.h"
 #include "nodes/defaultCameras.h"
 #include "scene/fileTypes.h"
+#include "scene/instanceStatements.h"
 #include "scene/nodeStatements.h"
 #include "scene/plugText.h"
 #include "scene/words.h"
@@ -49,6 +52,7 @@ class Reader {
             options_.progress(done);
         }
         closeBlock(count);
+        makeInstances();
         return std::move(result_);
     }
 
@@ -76,6 +80,8 @@ class Reader {
             case StatementKind::LockNode:
                 return lock(index);
             case StatementKind::Parent:
+                closeBlock(index);
+                return addParent(index);
             case StatementKind::Instanceable:
             case StatementKind::Relationship:
                 closeBlock(index);
@@ -126,27 +132,48 @@ class Reader {
         }
         NodeRef match;
         for (const NodeRef& node : found->second) {
-            if (bar != std::string_view::npos && !isBelow(*node, name.substr(0, bar))) continue;
+            if (bar != std::string_view::npos && chainOf(*node, name.substr(0, bar)).empty()) continue;
             if (match != nullptr) return nullptr;
             match = node;
         }
         return match;
     }
 
-    /// Whether the names above a node end in a path. A path that begins with a bar leads to the top level.
-    bool isBelow(const graph::Node& node, std::string_view path) const {
-        const graph::Node* up = node.parent();
-        while (!path.empty()) {
-            if (up == nullptr) return false;
-            const std::size_t bar = path.rfind('|');
-            const std::string_view part = bar == std::string_view::npos ? path : path.substr(bar + 1);
-            const auto own = fileNames_.find(up);
-            if (own == fileNames_.end() || own->second != graph::withoutRoot(part)) return false;
-            if (bar == std::string_view::npos) return true;
-            path = path.substr(0, bar);
-            up = up->parent();
+    /// The node and those above it that the names of a path mean. Empty if they mean others.
+    std::vector<graph::Node*> chainOf(graph::Node& node, std::string_view path) const {
+        return graph::chainAbove(
+            node, path,
+            [&](const graph::Node& at, std::string_view part, std::vector<graph::Node*>& parents) {
+                appendParents(at, graph::withoutRoot(part), parents);
+            });
+    }
+
+    static constexpr std::size_t kFewParents = 16;
+
+    /// Appends the parents with a name. A node may have as many as there are statements: many are not
+    /// searched, but found by the name.
+    void appendParents(const graph::Node& node, std::string_view name,
+                       std::vector<graph::Node*>& parents) const {
+        const std::vector<graph::Node*>& added = pending_.parentsOf(node);
+        if (node.otherParents().size() + added.size() < kFewParents) {
+            const auto add = [&](graph::Node* parent) {
+                const auto own = fileNames_.find(parent);
+                if (own != fileNames_.end() && own->second == name) parents.push_back(parent);
+            };
+            graph::visitParents(node, add);
+            std::for_each(added.begin(), added.end(), add);
+            return;
         }
-        return up == nullptr;
+        const auto found = byFileName_.find(std::string(name));
+        if (found == byFileName_.end()) return;
+        for (const NodeRef& parent : found->second) {
+            if (isBelow(node, *parent)) parents.push_back(parent.get());
+        }
+    }
+
+    /// Whether a node has a parent, or is going to have it.
+    bool isBelow(const graph::Node& node, const graph::Node& parent) const {
+        return graph_.hasParent(node, &parent) || pending_.has(node, parent);
     }
 
     /// From here on the file's name means this node.
@@ -228,6 +255,8 @@ class Reader {
     }
 
     void connect(std::uint32_t index) {
+        // A path of a connection may tell which instance is meant. Files say all instances before.
+        if (!std::exchange(isConnecting_, true)) makeInstances();
         WordScanner words(text_->statement(index));
         words.next();
         std::vector<std::string> names;
@@ -244,7 +273,7 @@ class Reader {
             }
         }
         if (names.size() != 2) return fail(index, "A connection needs two plugs.");
-        const graph::Plug source = onElement(plugOf(names[0]));
+        const graph::Plug source = onInstance(plugOf(names[0]), names[0]);
         graph::Plug destination = source ? plugOf(names[1]) : graph::Plug();
         if (!destination) return;
         if (isNext && destination.attribute().isKept()) {
@@ -260,6 +289,18 @@ class Reader {
     /// A multi output without an index is its first element.
     static graph::Plug onElement(const graph::Plug& plug) {
         return plug && plug.isArray() && plug.attribute().isOutput() ? plug.element(0) : plug;
+    }
+
+    /// A multi with an element per instance, without an index: the instance that the path means.
+    graph::Plug onInstance(const graph::Plug& plug, std::string_view name) {
+        const bool isPerInstance =
+            plug && plug.isArray() && (plug.attribute().isOutput() || isInstanceGroups(plug.attribute()));
+        if (!isPerInstance || !graph_.hasInstances() || !graph::isInstanced(*plug.node()))
+            return onElement(plug);
+        const std::size_t bar = name.substr(0, name.find('.')).rfind('|');
+        if (bar == std::string_view::npos) return plug.element(0);
+        const std::size_t number = numbers_.at(chainOf(*plug.node(), name.substr(0, bar))).number;
+        return plug.element(static_cast<int>(number));
     }
 
     /// The element after the last connected one.
@@ -304,6 +345,42 @@ class Reader {
         return nodes;
     }
 
+    /// What gives no node another parent is kept as it is.
+    void addParent(std::uint32_t index) {
+        const auto names = readAddedParent(text_->statement(index));
+        std::vector<NodeRef> nodes;
+        for (const std::string& name : names.value_or(std::vector<std::string>()))
+            nodes.push_back(find(name));
+        if (nodes.empty() || nodes.back() == nullptr || !nodes.back()->isA("transform"))
+            return mention(index);
+        const NodeRef parent = nodes.back();
+        nodes.pop_back();
+        std::set<const graph::Node*> fresh;
+        const bool areNew = std::all_of(nodes.begin(), nodes.end(), [&](const NodeRef& node) {
+            return node != nullptr && node->type().isDag() && !isBelow(*node, *parent) &&
+                   fresh.insert(node.get()).second;
+        });
+        if (!areNew) return mention(index);
+        for (const NodeRef& node : nodes)
+            pending_.add({index, node, parent});
+    }
+
+    /// Statements that would put nodes below themselves are kept as they are.
+    void makeInstances() {
+        numbers_ = {};
+        std::set<std::uint32_t> circles;
+        for (SavedInstance& instance : pending_.take(circles)) {
+            graph_.addInstance(*instance.node, instance.parent.get());
+            result_.document.instances.push_back(std::move(instance));
+        }
+        if (circles.empty()) return;
+        for (const std::uint32_t statement : circles)
+            mention(statement);
+        auto& mentions = result_.document.mentions;
+        std::sort(mentions.begin(), mentions.end(),
+                  [](const auto& a, const auto& b) { return a.statement < b.statement; });
+    }
+
     /// Keeps which nodes a statement names.
     void mention(std::uint32_t index) { result_.document.mentions.push_back({index, namedNodes(index)}); }
 
@@ -343,6 +420,9 @@ class Reader {
     std::unordered_map<const graph::Node*, std::string> fileNames_;     // the reverse
     ReadResult result_{};
     std::unordered_map<const graph::Attribute*, int> nextOfKept_;
+    PendingInstances pending_;
+    graph::InstanceNumbers numbers_;  // of the instances before the connections
+    bool isConnecting_ = false;
     bool isOpen_ = false;       // a node is current
     bool isBlockOpen_ = false;  // statements go to the last block
 };

@@ -11,6 +11,7 @@
 #include "graph/names.h"
 #include "graph/namespaces.h"
 #include "scene/fileTypes.h"
+#include "scene/instanceStatements.h"
 #include "scene/nodeStatements.h"
 #include "scene/nodeWriter.h"
 #include "scene/plugText.h"
@@ -41,11 +42,34 @@ bool isUnordered(const graph::Plug& destination) {
 
 const std::string kLock = "\tlockNode -l 1 ;";
 
+/// What a name in a statement means.
+struct NamedNode {
+    NodeRef node{};                       // null: leave the name
+    std::optional<std::size_t> number{};  // of the path, if it has to be that one
+};
+
+std::vector<NamedNode> named(const std::vector<NodeRef>& nodes) {
+    std::vector<NamedNode> result;
+    result.reserve(nodes.size());
+    for (const NodeRef& node : nodes)
+        result.push_back({node, {}});
+    return result;
+}
+
+bool stillMeans(const graph::Graph& graph, std::string_view name, const NamedNode& meant,
+                graph::InstanceNumbers& numbers) {
+    if (meant.node == nullptr) return true;
+    if (findFromRoot(graph, name) != meant.node) return false;
+    if (!graph.hasInstances() || !graph::isInstanced(*meant.node)) return true;
+    if (name.front() != '|') return false;
+    return !meant.number || instanceFromRoot(graph, *meant.node, name, numbers).number == *meant.number;
+}
+
 /// Replaces the names of nodes in a statement by their present names.
-/// @param nodes  what the names of the statement mean, in their order; null: leave it
+/// @param nodes  what the names of the statement mean, in their order
 /// @return nothing if every name still means its node
 std::optional<std::string> renamed(const graph::Graph& graph, std::string_view statement,
-                                   const std::vector<NodeRef>& nodes) {
+                                   const std::vector<NamedNode>& nodes, graph::InstanceNumbers& numbers) {
     std::string text;
     std::size_t copied = 0;
     std::size_t at = 0;
@@ -53,13 +77,15 @@ std::optional<std::string> renamed(const graph::Graph& graph, std::string_view s
     words.next();
     for (Word word = words.next(); !word.isEnd() && at < nodes.size(); word = words.next()) {
         if (!word.isText()) continue;
-        const NodeRef& node = nodes[at++];
+        const NamedNode& meant = nodes[at++];
         const std::string name = word.text();
         const std::size_t dot = std::min(name.find('.'), name.size());
-        if (node == nullptr || findFromRoot(graph, std::string_view(name).substr(0, dot)) == node) continue;
+        if (stillMeans(graph, std::string_view(name).substr(0, dot), meant, numbers)) continue;
         const auto begin = static_cast<std::size_t>(word.raw.data() - statement.data());
         text += statement.substr(copied, begin - copied);
-        text += inQuotes(nodeText(graph, *node) + name.substr(dot));
+        text += inQuotes((meant.number.value_or(0) > 0 ? numbers.fullPath({meant.node.get(), *meant.number})
+                                                       : nodeText(graph, *meant.node)) +
+                         name.substr(dot));
         copied = begin + word.raw.size();
     }
     if (copied == 0) return std::nullopt;
@@ -97,6 +123,7 @@ class Writer {
         for (const SavedBlock& block : document_.blocks)
             editBlock(block);
         warnOfOldNames();
+        editInstances();
         addNodes();
         editLinks();
         editMentions();
@@ -281,7 +308,52 @@ class Writer {
             for (; !ahead.empty(); ahead.pop_back())
                 (isOwn(*ahead.back()) ? lines : given) += addedText(*ahead.back());
         }
-        edits_.insertAfter(lastBlock_ >= 0 ? lastBlock_ : headerEnd(), lines + given);
+        edits_.insertAfter(lastBlock_ >= 0 ? lastBlock_ : headerEnd(), lines + given + newInstances());
+    }
+
+    /// Statements stay if they are all true, and stand behind their nodes.
+    void editInstances() {
+        const auto& instances = document_.instances;
+        for (auto next = instances.begin(); next != instances.end();) {
+            const std::uint32_t statement = next->statement;
+            std::vector<NodeRef> nodes;
+            bool areTrue = true;
+            auto at = next;
+            for (; at != instances.end() && at->statement == statement; ++at) {
+                nodes.push_back(at->node);
+                areTrue = areTrue && isInstance(*at->node, *at->parent) &&
+                          moved_.count(at->node.get()) == 0 && moved_.count(at->parent.get()) == 0;
+            }
+            nodes.push_back(next->parent);
+            if (areTrue) {
+                for (; next != at; ++next)
+                    presentInstances_.emplace(next->node.get(), next->parent.get());
+                rewriteNames(statement, named(nodes));
+            } else {
+                edits_.removeStatement(statement);
+                next = at;
+            }
+        }
+    }
+
+    bool isInstance(const Node& node, const Node& parent) const {
+        return node.isAlive() && node.parent() != &parent && graph_.hasParent(node, &parent);
+    }
+
+    /// The instances that no statement of the file makes.
+    std::string newInstances() const {
+        std::string lines;
+        if (!graph_.hasInstances()) return lines;
+        const auto& only = options_.only;
+        for (const NodeRef& node : graph_.nodes()) {
+            for (const Node* parent : node->otherParents()) {
+                const bool isWanted =
+                    only.empty() || (only.count(node.get()) != 0 && only.count(parent) != 0);
+                if (isWanted && presentInstances_.count({node.get(), parent}) == 0)
+                    lines += addedParentText(graph_, *node, *parent) + text_.form.lineEnd;
+            }
+        }
+        return lines;
     }
 
     /// Whether the node was there before the file was read. Such a node is written only if it was changed.
@@ -342,14 +414,47 @@ class Writer {
                 edits_.removeStatement(link.statement);
                 continue;
             }
+            const std::optional<std::size_t> number = instanceOf(link);
+            if (number && isLost(link, *number)) {
+                edits_.removeStatement(link.statement);
+                continue;
+            }
             present_.insert(keyOf(link.source, link.destination));
-            rewriteNames(link.statement, {link.source.node(), link.destination.node()});
+            rewriteNames(link.statement, {{link.source.node(), number}, {link.destination.node(), {}}});
         }
     }
 
-    void rewriteNames(std::uint32_t statement, const std::vector<NodeRef>& nodes) {
+    /// The text in a connection's statement that names its source.
+    std::string sourceName(const SavedLink& link) const {
+        WordScanner words(text_.statement(link.statement));
+        Word word = words.next();
+        while (!word.isText())
+            word = words.next();
+        return word.text();
+    }
+
+    /// The number of the path of a connection's source, where the statement tells it by the path alone.
+    std::optional<std::size_t> instanceOf(const SavedLink& link) const {
+        const graph::Plug& source = link.source;
+        const bool isPerInstance =
+            source.isElement() && (source.attribute().isOutput() || isInstanceGroups(source.attribute()));
+        if (!areNamesChanged_ || !isPerInstance || sourceName(link).back() == ']') return std::nullopt;
+        return static_cast<std::size_t>(source.logicalIndex());
+    }
+
+    /// Whether no path can tell a connection's source any more. Then a new statement gives its number.
+    bool isLost(const SavedLink& link, std::size_t number) {
+        if (number == 0) return false;
+        const std::string name = sourceName(link);
+        const NodeRef& node = link.source.node();
+        return !stillMeans(graph_, std::string_view(name).substr(0, name.find('.')), {node, number},
+                           numbers_) &&
+               numbers_.fullPath({node.get(), number}).empty();
+    }
+
+    void rewriteNames(std::uint32_t statement, const std::vector<NamedNode>& nodes) {
         if (!areNamesChanged_) return;
-        if (auto by = renamed(graph_, text_.statement(statement), nodes))
+        if (auto by = renamed(graph_, text_.statement(statement), nodes, numbers_))
             edits_.replaceStatement(statement, std::move(*by));
     }
 
@@ -365,7 +470,7 @@ class Writer {
             } else if (isGone) {
                 edits_.removeStatement(mention.statement);
             } else {
-                rewriteNames(mention.statement, mention.nodes);
+                rewriteNames(mention.statement, named(mention.nodes));
             }
         }
     }
@@ -418,7 +523,8 @@ class Writer {
                 return node != nullptr && !node->isAlive();
             });
             if (!isGone)
-                lines += renamed(graph_, mention.text, nodes).value_or(mention.text) + text_.form.lineEnd;
+                lines += renamed(graph_, mention.text, named(nodes), numbers_).value_or(mention.text) +
+                         text_.form.lineEnd;
         }
         const std::int64_t nodes = lastBlock_ >= 0 ? lastBlock_ : headerEnd();
         edits_.insertAfter(std::max(lastLink_, nodes), lines);
@@ -436,6 +542,8 @@ class Writer {
     std::set<const Node*> written_;
     std::set<std::string, std::less<>> oldNames_;  // that no node has any more
     std::set<LinkKey> present_;
+    graph::InstanceNumbers numbers_;
+    std::set<std::pair<const Node*, const Node*>> presentInstances_;  // nodes with their parents
     std::int64_t lastBlock_ = -1;
     std::int64_t lastLink_ = -1;
 };

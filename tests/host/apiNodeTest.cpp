@@ -1,4 +1,5 @@
 #include <maya/MBoundingBox.h>
+#include <maya/MDagPathArray.h>
 #include <maya/MEulerRotation.h>
 #include <maya/MFnDagNode.h>
 #include <maya/MFnTransform.h>
@@ -218,6 +219,54 @@ TEST_F(NodeTest, DagNodesKnowParentsAndChildren) {
     MDagPath found;
     EXPECT_TRUE(dag.getPath(found));
     EXPECT_TRUE(found == path("middle"));
+}
+
+TEST_F(NodeTest, InstancesHaveAPathEach) {
+    addMesh("pCube1");
+    addNode("transform", "other");
+    addNode("transform", "above");
+    const auto node = [&](const char* name) { return graph.nodesNamed(name).front(); };
+    graph.reparent(*node("other"), node("above").get());
+    graph.addInstance(*node("pCubeShape1"), node("other").get());
+    graph.addInstance(*node("other"), nullptr);
+    plug("above.ty").setDouble(5.0);
+    plug("other.tx").setDouble(3.0);
+    const MFnDagNode shape(object("pCubeShape1"));
+    EXPECT_EQ(shape.parentCount(), 2U);
+    EXPECT_TRUE(shape.parent(1) == object("other"));
+    EXPECT_TRUE(shape.hasParent(object("other")) && MFnDagNode(object("other")).hasChild(shape.object()));
+    EXPECT_TRUE(shape.isChildOf(object("above")) && MFnDagNode(object("other")).parent(0).hasFn(MFn::kWorld));
+    EXPECT_TRUE(shape.isInstanced() && shape.isInstanced(false));
+    EXPECT_EQ(shape.instanceCount(true), 3U);
+    EXPECT_EQ(shape.instanceCount(false), 2U);
+    EXPECT_DOUBLE_EQ(MFnDagNode(object("above")).boundingBox().center().x, 3.0);
+    MDagPathArray paths;
+    ASSERT_TRUE(shape.getAllPaths(paths));
+    ASSERT_TRUE(MDagPath::getAllPathsTo(shape.object(), paths));
+    const char* const names[] = {"|pCube1|pCubeShape1", "|other|pCubeShape1", "|above|other|pCubeShape1"};
+    const char* const shortNames[] = {"pCubeShape1", "|other|pCubeShape1", "above|other|pCubeShape1"};
+    ASSERT_EQ(paths.length(), 3U);
+    for (unsigned int k = 0; k < 3; ++k) {
+        EXPECT_EQ(text(paths[k].fullPathName()), names[k]);
+        EXPECT_EQ(text(paths[k].partialPathName()), shortNames[k]);
+        EXPECT_EQ(paths[k].instanceNumber(), k);
+        EXPECT_TRUE(paths[k].isInstanced());
+        EXPECT_EQ(paths[k].length(), k < 2 ? 2U : 3U);
+        EXPECT_EQ(paths[k] == path("pCubeShape1"), k == 0);
+        MDagPath up(paths[k]);
+        EXPECT_TRUE(up.transform() == (k == 0 ? object("pCube1") : object("other")));
+        ASSERT_TRUE(up.pop());
+        ASSERT_TRUE(up.push(shape.object()));
+        EXPECT_TRUE(up == paths[k]);
+        ASSERT_TRUE(up.pop() && up.extendToShape());
+        EXPECT_TRUE(up == paths[k]);
+    }
+    EXPECT_DOUBLE_EQ(paths[2].inclusiveMatrix()[3][0], 3.0);
+    EXPECT_DOUBLE_EQ(paths[2].inclusiveMatrix()[3][1], 5.0);
+    EXPECT_DOUBLE_EQ(paths[1].exclusiveMatrix()[3][1], 0.0);
+    graph.removeInstance(*node("pCubeShape1"), node("other").get());
+    EXPECT_EQ(text(paths[2].fullPathName()), "") << "the instance is gone";
+    EXPECT_FALSE(paths[0].isInstanced());
 }
 
 TEST_F(NodeTest, AShapeIsMadeWithATransformOrBelowOne) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "graph/hierarchy.h"
 #include "host/graphFixture.h"
 #include "support/dumpDifference.h"
 
@@ -211,7 +212,11 @@ class RandomScene {
     ToyGraph graph;
 
     void change() {
-        switch (below(16)) {
+        switch (below(18)) {
+            case 16:
+            case 17:
+                changeInstances();
+                break;
             case 0:
                 graph.make(pick({"place", "shape", "holder", "adder", "adder"}), pick({"n", "m", "n3", ""}),
                            below(2) == 0 ? any("place") : nullptr);
@@ -259,12 +264,20 @@ class RandomScene {
         return nodes.empty() ? nullptr
                              : nodes[static_cast<std::size_t>(below(static_cast<int>(nodes.size())))];
     }
+    void changeInstances() {
+        const NodeRef node = any("dagNode");
+        const NodeRef parent = below(4) == 0 ? nullptr : any("place");
+        if (node == nullptr) return;
+        if (!graph.hasParent(*node, parent.get())) {
+            if (parent == nullptr || !isBelow(*parent, *node)) graph.addInstance(*node, parent.get());
+        } else if (!node->otherParents().empty()) {
+            graph.removeInstance(*node, parent.get());
+        }
+    }
     void reparent() {
         const NodeRef node = any("dagNode");
         const NodeRef parent = any("place");
-        for (const Node* up = parent.get(); up != nullptr; up = up->parent()) {
-            if (up == node.get()) return;
-        }
+        if (node != nullptr && parent != nullptr && isBelow(*parent, *node)) return;
         if (node != nullptr) graph.reparent(*node, below(3) == 0 ? nullptr : parent.get(), below(4) - 1);
     }
     /// A plug that gives a number: computed, or plain and perhaps fed itself.

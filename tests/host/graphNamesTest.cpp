@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "graph/hierarchy.h"
 #include "graph/pathNames.h"
 #include "host/graphFixture.h"
 
@@ -22,6 +23,12 @@ TEST_P(NamesOfNeighbours, AreThoseThatEachNodeHasAlone) {
             below(8) == 0 ? nullptr : nodes[nodes.size() - 1 - below(std::min<std::size_t>(4, nodes.size()))];
         if (parent != nullptr && !parent->type().isDag()) parent = nullptr;
         nodes.push_back(graph.make("place", std::string(1, static_cast<char>('a' + below(3))), parent));
+    }
+    for (int k = 0; k < 20 && GetParam() % 2 == 0; ++k) {
+        const NodeRef node = nodes[1 + below(60)];
+        const NodeRef parent = nodes[1 + below(60)];
+        if (!graph.hasParent(*node, parent.get()) && !isBelow(*parent, *node))
+            graph.addInstance(*node, parent.get());
     }
     const std::vector<NodeRef> made = nodes;
     for (int k = 0; k < 200; ++k)

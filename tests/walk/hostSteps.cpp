@@ -45,6 +45,11 @@ std::string rename(Draw& draw) {
 std::string parent(Draw& draw) {
     if (draw.oneIn(3)) return "parent -w " + draw.node("transform");
     if (draw.oneIn(4)) return "parent -s -r " + draw.node("mesh") + ' ' + draw.node("transform");
+    if (draw.oneIn(4))
+        return "parent -s -add " + draw.node(draw.anyOf({"mesh", "transform"})) + ' ' +
+               draw.node("transform");
+    if (draw.oneIn(9)) return "parent -s -rm " + draw.node("mesh");
+    if (draw.oneIn(9)) return "instance " + draw.node("transform");
     return "parent " + draw.anyOf({"", "-r "}) + draw.node("transform") + ' ' + draw.node("transform");
 }
 

@@ -3,7 +3,10 @@
 #include <maya/MFnDagNode.h>
 #include <maya/MMatrix.h>
 
+#include <algorithm>
 #include <string>
+#include <unordered_map>
+#include <utility>
 
 #include "api/handles/answers.h"
 #include "api/handles/conversions.h"
@@ -35,31 +38,37 @@ namespace {
 
 /// Box of a node and everything below it, in the space of its parent.
 host::geometry::BoundingBox boxOf(const NodeRef& node) {
-    // Parents first. From the end, each part adds its box to its parent's. So hierarchies may be of any
-    // depth.
+    // Each node is visited before and after what is below it. So hierarchies may be of any depth, and what is
+    // there several times is measured once.
     struct Part {
-        NodeRef node;
-        std::size_t parent;
         host::geometry::BoundingBox box{};
+        bool isDone = false;
     };
-    std::vector<Part> parts{{node, 0}};
-    for (std::size_t at = 0; at < parts.size(); ++at) {
-        const NodeRef above = parts[at].node;
-        if (above->isA("mesh")) continue;
-        for (Node* child : above->children()) {
-            if (!host::nodes::isIntermediate(scene(), *child)) parts.push_back({child->ref(), at});
+    std::unordered_map<const Node*, Part> parts;
+    std::vector<Node*> ahead{node.get()};
+    const auto isPart = [](const Node& child) { return !host::nodes::isIntermediate(scene(), child); };
+    while (!ahead.empty()) {
+        Node& at = *ahead.back();
+        const auto [entry, isNew] = parts.try_emplace(&at);
+        Part& part = entry->second;
+        if (isNew && !at.isA("mesh")) {
+            std::copy_if(at.children().begin(), at.children().end(), std::back_inserter(ahead),
+                         [&](const Node* child) { return isPart(*child) && parts.count(child) == 0; });
+            continue;
         }
-    }
-    for (std::size_t at = parts.size(); at-- > 0;) {
-        Part& part = parts[at];
-        if (!part.node->isA("mesh")) {
-            part.box = part.box.transformed(host::nodes::localMatrix(scene(), part.node));
-        } else if (const host::nodes::MeshPtr mesh = host::nodes::meshOf(scene(), part.node)) {
-            part.box = host::geometry::bounds(mesh->mesh);
+        ahead.pop_back();
+        if (std::exchange(part.isDone, true)) continue;
+        if (at.isA("mesh")) {
+            if (const host::nodes::MeshPtr mesh = host::nodes::meshOf(scene(), at.ref()))
+                part.box = host::geometry::bounds(mesh->mesh);
+            continue;
         }
-        if (at > 0) parts[part.parent].box.expand(part.box);
+        for (const Node* child : at.children()) {
+            if (isPart(*child)) part.box.expand(parts.at(child).box);
+        }
+        part.box = part.box.transformed(host::nodes::localMatrix(scene(), at.ref()));
     }
-    return parts.front().box;
+    return parts.at(node.get()).box;
 }
 
 }  // namespace
@@ -129,12 +138,15 @@ MObject MFnDagNode::create(const MString& typeName, const MString& name, MObject
 }
 
 unsigned int MFnDagNode::parentCount(MStatus* status) const {
-    return answer(status, ObjectAccess::node(object_), [](const NodeRef&) { return 1U; });
+    return answer(status, ObjectAccess::node(object_), [](const NodeRef& node) {
+        return static_cast<unsigned int>(node->otherParents().size() + 1);
+    });
 }
 
 MObject MFnDagNode::parent(unsigned int index, MStatus* status) const {
     return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) -> Answer<MObject> {
-        if (index > 0) return noElement();
+        if (index > node->otherParents().size()) return noElement();
+        if (index > 0) return ObjectAccess::object(node->otherParents()[index - 1]->ref());
         return host::api::parentObject(*node);
     });
 }
@@ -153,24 +165,24 @@ MObject MFnDagNode::child(unsigned int index, MStatus* status) const {
 }
 
 bool MFnDagNode::hasParent(const MObject& node, MStatus* status) const {
-    return answer(status, ObjectAccess::node(object_),
-                  [&](const NodeRef& own) { return host::api::parentObject(*own) == node; });
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& own) {
+        const NodeRef other = ObjectAccess::node(node);
+        return other != nullptr ? scene().hasParent(*own, other.get())
+                                : own->parent() == nullptr && ObjectAccess::isWorld(node);
+    });
 }
 
 bool MFnDagNode::hasChild(const MObject& node, MStatus* status) const {
     return answer(status, ObjectAccess::node(object_), [&](const NodeRef& own) {
         const NodeRef other = ObjectAccess::node(node);
-        return other != nullptr && other->parent() == own.get();
+        return other != nullptr && scene().hasParent(*other, own.get());
     });
 }
 
 bool MFnDagNode::isChildOf(const MObject& node, MStatus* status) const {
     return answer(status, ObjectAccess::node(object_), [&](const NodeRef& own) {
         const NodeRef other = ObjectAccess::node(node);
-        for (const Node* at = own->parent(); at != nullptr && other != nullptr; at = at->parent()) {
-            if (at == other.get()) return true;
-        }
-        return false;
+        return other != nullptr && other != own && host::graph::isBelow(*own, *other);
     });
 }
 
@@ -191,10 +203,21 @@ MStatus MFnDagNode::getPath(MDagPath& path) const {
 
 MStatus MFnDagNode::getAllPaths(MDagPathArray& paths) const {
     paths.clear();
-    MDagPath path;
-    const MStatus status = getPath(path);
-    if (status) paths.append(path);
-    return status;
+    const NodeRef node = ObjectAccess::node(object_);
+    if (node == nullptr) return missingObject();
+    host::api::appendPaths(node, paths);
+    return MStatus::kSuccess;
+}
+
+bool MFnDagNode::isInstanced(bool indirect, MStatus* status) const {
+    return instanceCount(indirect, status) > 1;
+}
+
+unsigned int MFnDagNode::instanceCount(bool total, MStatus* status) const {
+    return answer(status, ObjectAccess::node(object_), [&](const NodeRef& node) {
+        return static_cast<unsigned int>(total ? host::graph::pathCount(*node)
+                                               : node->otherParents().size() + 1);
+    });
 }
 
 MDagPath MFnDagNode::dagPath(MStatus* status) const {

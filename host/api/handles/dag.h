@@ -1,5 +1,6 @@
 #pragma once
 
+#include <maya/MDagPathArray.h>
 #include <maya/MObject.h>
 
 #include <vector>
@@ -11,7 +12,9 @@ namespace host::api {
 bool isTransform(const graph::Node& node);
 /// Children that are not transforms, including intermediate shapes.
 std::vector<graph::NodeRef> shapesBelow(const graph::Node& node);
-/// The parent; for a node at the top, the world.
+/// Appends the paths of a node, up to graph::kMaxPaths.
+void appendPaths(const graph::NodeRef& node, MDagPathArray& paths);
+/// The first parent; for a node at the top, the world.
 MObject parentObject(const graph::Node& node);
 
 }  // namespace host::api

@@ -2,6 +2,8 @@
 #include <maya/MDagPathArray.h>
 #include <maya/MMatrix.h>
 
+#include <algorithm>
+
 #include "api/handles/answers.h"
 #include "api/handles/conversions.h"
 #include "api/handles/dag.h"
@@ -21,14 +23,20 @@ using host::api::scene;
 using host::api::shapesBelow;
 using host::api::string;
 using host::api::succeeded;
+using host::graph::childOf;
+using host::graph::fullPath;
+using host::graph::Instance;
 using host::graph::Node;
 using host::graph::NodeRef;
+using host::graph::shortPaths;
+using host::graph::upwards;
 
 namespace host::api {
 
-MDagPath PathAccess::path(const NodeRef& node) {
+MDagPath PathAccess::path(const NodeRef& node, std::size_t instance) {
     MDagPath result;
     result.node_ = ObjectAccess::object(node);
+    result.instance_ = static_cast<unsigned int>(instance);
     return result;
 }
 
@@ -48,6 +56,12 @@ std::vector<NodeRef> shapesBelow(const Node& node) {
     return shapes;
 }
 
+void appendPaths(const NodeRef& node, MDagPathArray& paths) {
+    const std::size_t count = std::min(graph::pathCount(*node), graph::kMaxPaths);
+    for (std::size_t number = 0; number < count; ++number)
+        paths.append(PathAccess::path(node, number));
+}
+
 MObject parentObject(const Node& node) {
     return node.parent() != nullptr ? ObjectAccess::object(node.parent()->ref()) : ObjectAccess::world();
 }
@@ -62,7 +76,7 @@ MDagPath::~MDagPath() = default;
 MDagPath& MDagPath::operator=(const MDagPath& other) = default;
 
 bool MDagPath::operator==(const MDagPath& other) const {
-    return node_ == other.node_;
+    return node_ == other.node_ && instance_ == other.instance_;
 }
 
 MStatus MDagPath::getAPathTo(const MObject& node, MDagPath& path) {
@@ -77,7 +91,7 @@ MStatus MDagPath::getAllPathsTo(const MObject& node, MDagPathArray& paths) {
     paths.clear();
     MDagPath path;
     const MStatus status = getAPathTo(node, path);
-    if (status) paths.append(path);
+    if (status) host::api::appendPaths(PathAccess::node(path), paths);
     return status;
 }
 
@@ -99,19 +113,17 @@ MObject MDagPath::node(MStatus* status) const {
 
 MObject MDagPath::transform(MStatus* status) const {
     return ObjectAccess::object(
-        answer(status, PathAccess::node(*this), [](const NodeRef& node) -> Answer<NodeRef> {
+        answer(status, PathAccess::node(*this), [&](const NodeRef& node) -> Answer<NodeRef> {
             if (host::api::isTransform(*node)) return node;
-            if (node->parent() == nullptr) return incompatible();
-            return node->parent()->ref();
+            const std::vector<Instance> path = upwards(PathAccess::instance(*this));
+            if (path.size() < 2) return incompatible();
+            return path[1].node->ref();
         }));
 }
 
 unsigned int MDagPath::length(MStatus* status) const {
-    return answer(status, PathAccess::node(*this), [](const NodeRef& node) {
-        unsigned int count = 0;
-        for (const Node* at = node.get(); at != nullptr; at = at->parent())
-            ++count;
-        return count;
+    return answer(status, PathAccess::node(*this), [&](const NodeRef&) {
+        return static_cast<unsigned int>(upwards(PathAccess::instance(*this)).size());
     });
 }
 
@@ -121,7 +133,7 @@ MStatus MDagPath::extendToShape() {
     if (!host::api::isTransform(*node)) return MStatus::kSuccess;
     const NodeRef shape = scene().shapeOf(node);
     if (shape == nullptr) return incompatible();
-    node_ = ObjectAccess::object(shape);
+    *this = PathAccess::path(childOf(PathAccess::instance(*this), *shape));
     return MStatus::kSuccess;
 }
 
@@ -130,7 +142,7 @@ MStatus MDagPath::extendToShapeDirectlyBelow(unsigned int index) {
     if (node == nullptr) return missingObject();
     const std::vector<NodeRef> shapes = shapesBelow(*node);
     if (index >= shapes.size()) return noElement();
-    node_ = ObjectAccess::object(shapes[index]);
+    *this = PathAccess::path(childOf(PathAccess::instance(*this), *shapes[index]));
     return MStatus::kSuccess;
 }
 
@@ -145,8 +157,9 @@ MStatus MDagPath::push(const MObject& child) {
     const NodeRef node = PathAccess::node(*this);
     const NodeRef next = ObjectAccess::node(child);
     if (next == nullptr || !next->type().isDag()) return MStatus::kInvalidParameter;
-    if (next->parent() != node.get()) return incompatible();
-    node_ = child;
+    if (node == nullptr ? next->parent() != nullptr : !scene().hasParent(*next, node.get()))
+        return incompatible();
+    *this = PathAccess::path(childOf({node.get(), instance_}, *next));
     return MStatus::kSuccess;
 }
 
@@ -154,10 +167,8 @@ MStatus MDagPath::pop(unsigned int count) {
     const NodeRef node = PathAccess::node(*this);
     if (node == nullptr) return missingObject();
     if (count > length()) return MStatus::kInvalidParameter;
-    const Node* at = node.get();
-    for (unsigned int k = 0; k < count; ++k)
-        at = at->parent();
-    node_ = at != nullptr ? ObjectAccess::object(const_cast<Node*>(at)->ref()) : MObject();
+    const std::vector<Instance> path = upwards(PathAccess::instance(*this));
+    *this = count < path.size() ? PathAccess::path(path[count]) : MDagPath();
     return MStatus::kSuccess;
 }
 
@@ -175,14 +186,14 @@ MObject MDagPath::child(unsigned int index, MStatus* status) const {
 }
 
 MMatrix MDagPath::inclusiveMatrix(MStatus* status) const {
-    return answer(status, PathAccess::node(*this), [](const NodeRef& node) {
-        return host::api::toMatrix(host::nodes::worldMatrix(scene(), node));
+    return answer(status, PathAccess::node(*this), [&](const NodeRef& node) {
+        return host::api::toMatrix(host::nodes::worldMatrix(scene(), node, instance_));
     });
 }
 
 MMatrix MDagPath::exclusiveMatrix(MStatus* status) const {
-    return answer(status, PathAccess::node(*this), [](const NodeRef& node) {
-        return host::api::toMatrix(host::nodes::parentMatrix(scene(), node));
+    return answer(status, PathAccess::node(*this), [&](const NodeRef& node) {
+        return host::api::toMatrix(host::nodes::parentMatrix(scene(), node, instance_));
     });
 }
 
@@ -196,20 +207,24 @@ MMatrix MDagPath::exclusiveMatrixInverse(MStatus* status) const {
 
 MString MDagPath::fullPathName(MStatus* status) const {
     return answer(status, PathAccess::node(*this),
-                  [](const NodeRef& node) { return string(scene().fullPath(*node)); });
+                  [&](const NodeRef&) { return string(fullPath(PathAccess::instance(*this))); });
 }
 
 MString MDagPath::partialPathName(MStatus* status) const {
-    return answer(status, PathAccess::node(*this),
-                  [](const NodeRef& node) { return string(scene().uniqueName(*node)); });
+    return answer(status, PathAccess::node(*this), [&](const NodeRef& node) {
+        if (instance_ == 0) return string(scene().uniqueName(*node));
+        const std::vector<std::string> names = shortPaths(scene(), *node);
+        return instance_ < names.size() ? string(names[instance_]) : MString();
+    });
 }
 
 bool MDagPath::isInstanced(MStatus* status) const {
-    return answer(status, PathAccess::node(*this), [](const NodeRef&) { return false; });
+    return answer(status, PathAccess::node(*this),
+                  [](const NodeRef& node) { return host::graph::isInstanced(*node); });
 }
 
 unsigned int MDagPath::instanceNumber(MStatus* status) const {
-    return answer(status, PathAccess::node(*this), [](const NodeRef&) { return 0U; });
+    return answer(status, PathAccess::node(*this), [&](const NodeRef&) { return instance_; });
 }
 
 MStatus MDagPath::set(const MDagPath& other) {

@@ -36,13 +36,6 @@ namespace {
 
 using Change = std::function<MStatus()>;
 
-bool isBelow(const Node& node, const Node& ancestor) {
-    for (const Node* at = &node; at != nullptr; at = at->parent()) {
-        if (at == &ancestor) return true;
-    }
-    return false;
-}
-
 MStatus deleteNodes(const MObject& object, bool includeParents) {
     NodeRef node = ObjectAccess::node(object);
     if (node == nullptr) return missingObject();
@@ -80,7 +73,7 @@ MStatus reparent(const MObject& object, const MObject& newParent) {
     if (node == nullptr || (parent == nullptr && !isToWorld)) return missingObject();
     if (!node->type().isDag()) return incompatible();
     if (parent == nullptr && !host::api::isTransform(*node)) return incompatible();
-    if (parent != nullptr && (!host::api::isTransform(*parent) || isBelow(*parent, *node)))
+    if (parent != nullptr && (!host::api::isTransform(*parent) || host::graph::isBelow(*parent, *node)))
         return incompatible();
     scene().reparent(*node, parent.get());
     return MStatus::kSuccess;

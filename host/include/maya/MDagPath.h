@@ -11,7 +11,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 /// The path from the world down to one DAG node.
 ///
-/// Every node of this host has one parent, so a node has exactly one path.
+/// A path that comes from a name or an object is the node's first one. getAllPathsTo() gives those of its
+/// other instances, up to 10,000. Moving nodes below other parents may change which path of a node this is.
 class OPENMAYA_EXPORT MDagPath {
   public:
     MDagPath();
@@ -52,6 +53,7 @@ class OPENMAYA_EXPORT MDagPath {
     MString fullPathName(MStatus* status = nullptr) const;
     /// The shortest name that is unique in the scene.
     MString partialPathName(MStatus* status = nullptr) const;
+    /// Whether the node has other paths too: by several parents, of its own or above it.
     bool isInstanced(MStatus* status = nullptr) const;
     unsigned int instanceNumber(MStatus* status = nullptr) const;
     MStatus set(const MDagPath& other);
@@ -60,6 +62,7 @@ class OPENMAYA_EXPORT MDagPath {
     friend struct host::api::PathAccess;
 
     MObject node_;
+    unsigned int instance_ = 0;  // the number of the path among those of the node
 };
 
 OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -39,7 +39,12 @@ class OPENMAYA_EXPORT MFnDagNode : public MFnDependencyNode {
     bool isParentOf(const MObject& node, MStatus* status = nullptr) const;
 
     MStatus getPath(MDagPath& path) const;
+    /// The first 10,000 paths.
     MStatus getAllPaths(MDagPathArray& paths) const;
+    /// @param indirect  whether several parents of a node above count as well
+    bool isInstanced(bool indirect = true, MStatus* status = nullptr) const;
+    /// @param total  the number of paths, at most 10,001; otherwise that of parents
+    unsigned int instanceCount(bool total, MStatus* status = nullptr) const;
     MDagPath dagPath(MStatus* status = nullptr) const;
     MString fullPathName(MStatus* status = nullptr) const;
     MString partialPathName(MStatus* status = nullptr) const;
