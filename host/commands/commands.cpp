@@ -22,6 +22,10 @@ void registerCommands(mel::CommandRegistry& registry) {
     registerGetAttrCommand(registry);
     registerConnectionCommands(registry);
     registerListConnectionsCommand(registry);
+    registerHistoryCommand(registry);
+    registerObjectCommands(registry);
+    registerPlacementCommands(registry);
+    registerComponentCommands(registry);
     registerOptionVarCommand(registry);
     registerUndoCommands(registry);
     registerPluginCommands(registry);

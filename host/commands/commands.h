@@ -32,6 +32,11 @@ void registerGetAttrCommand(mel::CommandRegistry& registry);  // getAttr
 void registerConnectionCommands(mel::CommandRegistry& registry);  // connectAttr disconnectAttr isConnected
                                                                   // connectionInfo
 void registerListConnectionsCommand(mel::CommandRegistry& registry);  // listConnections
+void registerHistoryCommand(mel::CommandRegistry& registry);          // listHistory
+void registerObjectCommands(mel::CommandRegistry& registry);          // objectType listAttr filterExpand
+void registerPlacementCommands(mel::CommandRegistry& registry);       // exactWorldBoundingBox matchTransform
+                                                                      // makeIdentity spaceLocator
+void registerComponentCommands(mel::CommandRegistry& registry);       // polyListComponentConversion
 void registerOptionVarCommand(mel::CommandRegistry& registry);        // optionVar
 void registerUndoCommands(mel::CommandRegistry& registry);            // undo redo undoInfo flushUndo
 void registerPluginCommands(mel::CommandRegistry& registry);          // loadPlugin unloadPlugin pluginInfo

@@ -47,6 +47,7 @@ Filter filterOf(const ParsedArguments& arguments) {
     if (arguments.isSet("transforms")) filter.kinds.emplace_back("transform");
     if (arguments.isSet("materials")) filter.kinds.emplace_back("lambert");
     if (arguments.isSet("sets")) filter.kinds.emplace_back("objectSet");
+    if (arguments.isSet("cameras")) filter.kinds.emplace_back("camera");
     filter.intermediateOnly = arguments.isSet("intermediateObjects");
     filter.noIntermediate = arguments.isSet("noIntermediate");
     filter.visibleOnly = arguments.isSet("visible");
@@ -222,6 +223,7 @@ CommandResult ls(CommandContext& context, const ParsedArguments& arguments, scen
     std::vector<SelectionItem> items;
     std::unordered_set<const graph::Node*> listed;
     for (SelectionItem& item : candidates(context, arguments, filter)) {
+        if (arguments.isSet("objectsOnly")) item = {item.node, {}, {}};
         if (arguments.isSet("assemblies") && (!item.node->type().isDag() || item.node->parent() != nullptr))
             continue;
         if (!passes(graph, filter, *item.node)) continue;
@@ -267,6 +269,7 @@ void registerListCommands(mel::CommandRegistry& registry,
         .flag("uid", "uuid");
     syntax.flag("s", "shapes").flag("g", "geometry").flag("tr", "transforms").flag("mat", "materials");
     syntax.flag("set", "sets").flag("io", "intermediateObjects").flag("ni", "noIntermediate");
+    syntax.flag("ca", "cameras").flag("o", "objectsOnly");
     syntax.flag("v", "visible").flag("r", "recursive", {kSwitch});
     syntax.flag("hd", "head", {ArgumentType::Unsigned}).flag("tl", "tail", {ArgumentType::Unsigned});
     syntax.multiUseFlag("typ", "type", {kText}).multiUseFlag("et", "exactType", {kText});
@@ -276,9 +279,9 @@ void registerListCommands(mel::CommandRegistry& registry,
         [session](CommandContext& context, const ParsedArguments& arguments) {
             return ls(context, arguments, *session);
         },
-        "absoluteName an cameras ca containerType ct containers con defaultNodes dn "
+        "absoluteName an containerType ct containers con defaultNodes dn "
         "ghost gh hilite hl invisible iv leaf lf "
-        "lights lt live lv lockedNodes ln modified mod nodeTypes nt objectsOnly o partitions pr "
+        "lights lt live lv lockedNodes ln modified mod nodeTypes nt partitions pr "
         "persistentNodes pn planes pl preSelectHilite psh "
         "readOnly ro referencedNodes rn references rf showNamespace sns textures tex templated tm "
         "undeletable ud untemplated ut");

@@ -147,6 +147,10 @@ void addMeshTypes(graph::NodeTypes& types) {
     meshing.isService = isOriginal;
     types.add({"shape", "dagNode", {}, {}, true});
     types.add({"geometryShape", "shape", {}, {}, true});
+    types.add({"locator",
+               "geometryShape",
+               {graph::triple("localPosition", "lp", ValueKind::Distance),
+                graph::triple("localScale", "los", ValueKind::Double, 1.0)}});
     types.add({"deformableShape",
                "geometryShape",
                // Names the tweak element that edits of single vertices go to; the value has no meaning.
