@@ -156,6 +156,7 @@ CommandResult filterExpand(CommandContext& context, const ParsedArguments& argum
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return CommandResult::failure(items.error);
     std::vector<int> masks;
+    masks.reserve(static_cast<std::size_t>(arguments.uses("selectionMask")));
     for (int use = 0; use < arguments.uses("selectionMask"); ++use)
         masks.push_back(arguments.values("selectionMask", use)[0].toInt());
     const auto isWanted = [&](int mask) {

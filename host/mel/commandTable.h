@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -43,20 +44,21 @@ struct CommandResult {
     /// Where the error arose, for commands that run script text themselves. Without it, the error names the
     /// calling statement.
     std::optional<SourcePosition> position;
-    std::optional<ResultForm> form{};
+    /// Null for a result like any other. Calls are nested deeply, so a result is small.
+    std::shared_ptr<const ResultForm> form{};
 
     CommandResult&& with(ResultForm resultForm) && {
-        form = std::move(resultForm);
+        form = std::make_shared<const ResultForm>(std::move(resultForm));
         return std::move(*this);
     }
 
     static CommandResult success(Value value = {}) {
-        return {true, std::move(value), {}, false, std::nullopt, std::nullopt};
+        return {true, std::move(value), {}, false, std::nullopt, nullptr};
     }
     static CommandResult failure(std::string error) {
-        return {false, {}, std::move(error), false, std::nullopt, std::nullopt};
+        return {false, {}, std::move(error), false, std::nullopt, nullptr};
     }
-    static CommandResult failureShown() { return {false, {}, {}, true, std::nullopt, std::nullopt}; }
+    static CommandResult failureShown() { return {false, {}, {}, true, std::nullopt, nullptr}; }
 };
 
 /// Looks up and runs the words that are neither procedures nor built-in functions, for the interpreter.

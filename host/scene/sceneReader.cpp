@@ -1,6 +1,8 @@
 #include "scene/sceneReader.h"
 
 #include <algorithm>
+#include <iterator>
+#include <limits>
 #include <optional>
 #include <set>
 #include <unordered_map>
@@ -304,19 +306,18 @@ class Reader {
     }
 
     /// The element after the last connected one.
-    static graph::Plug nextElement(const graph::Plug& array) {
+    graph::Plug nextElement(const graph::Plug& array) {
         const auto& incoming = array.node()->incoming();
-        int next = 0;
+        const graph::PlugKey largest = array.element(std::numeric_limits<int>::max()).key();
+        const auto behind = incoming.upper_bound(largest);
+        if (behind == incoming.begin()) return array.element(0);
+        const graph::PlugKey& last = std::prev(behind)->first;
+        graph::PlugKey same = largest;
         const auto depth = static_cast<std::size_t>(array.key().depth);
-        for (auto at = incoming.lower_bound(array.element(0).key()); at != incoming.end(); ++at) {
-            const graph::PlugKey& key = at->first;
-            if (key.attribute != &array.attribute() ||
-                !std::equal(key.indices.begin(), key.indices.begin() + static_cast<long>(depth),
-                            array.key().indices.begin()))
-                break;
-            next = std::max(next, key.indices[depth] + 1);
-        }
-        return array.element(next);
+        same.indices[depth] = last.indices[depth];
+        if (!(last == same)) return array.element(0);
+        if (last == largest) return array.element(graph_.nextIndex(array));
+        return array.element(last.indices[depth] + 1);
     }
 
     /// An element of a multi of which only the name is known: "s[3]" after "s[2]".

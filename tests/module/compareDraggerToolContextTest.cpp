@@ -213,6 +213,7 @@ TEST_F(CompareTool, GoesWithThePluginAndComesBack) {
 
 TEST(CompareToolWithoutTheKit, NamesTheScriptsThatAreMissing) {
     Scene scene;
+    scene.forgetScripts();
     addBlendShape(scene);
     scene.mel(
         "DELVENCompareDraggerToolContext tool; setToolTo tool;"

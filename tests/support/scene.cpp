@@ -144,6 +144,10 @@ std::vector<double> Scene::points(const std::string& mesh) {
     return this->mel("xform -query -objectSpace -translation \"" + mesh + ".vtx[*]\"").toFloatArray();
 }
 
+void Scene::forgetScripts() {
+    host_->runtime.commands().setProcedureLoader({});
+}
+
 void Scene::takeCommandName(const std::string& name) {
     host_->runtime.commands().add(name, mel::Syntax(), [](mel::CommandContext&, const mel::ParsedArguments&) {
         return mel::CommandResult::success();

@@ -52,6 +52,9 @@ class Scene {
     /// Makes a command of this name exist, so that a plug-in cannot register it.
     void takeCommandName(const std::string& name);
 
+    /// Hides the script files of the kit.
+    void forgetScripts();
+
     /// The module's file beside the test program.
     static std::string pluginFile();
 
