@@ -32,6 +32,7 @@ bench:  ## time against size, in one table
 	@mkdir -p build
 	@$(call configure_and_build,bench)
 	build/bench/bin/delvenbench
+	@if [ -x build/bench/bin/delvenpy ]; then build/bench/bin/delvenpy bench/arrays.py; fi
 
 scenes: build  ## open, save, open again and compare every scene (.ma) of the folder SCENES
 	@scripts/install-dependencies.sh build check

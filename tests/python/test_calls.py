@@ -82,6 +82,14 @@ def test_point_arrays_are_tuples(shapes):
     assert cmds.getAttr(item + ".ict") == ["vtx[1]", "vtx[3]"]
 
 
+def test_arrays_are_lists_without_their_length(box):
+    for kind, values in (("Int32Array", [3, -1, 2]), ("doubleArray", [0.1, 1e-300]), ("doubleArray", [])):
+        cmds.addAttr(box, longName="array", dataType=kind)
+        cmds.setAttr("box.array", values, type=kind)
+        assert cmds.getAttr("box.array") == (values or None)
+        cmds.deleteAttr("box.array")
+
+
 # --- Arguments
 
 

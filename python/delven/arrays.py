@@ -1,0 +1,89 @@
+"""Whole arrays of a scene as numpy arrays: points, deltas, weights, order maps and regions.
+
+Every function makes one copy. A setter checks shapes, numbers and ranges before it changes anything, raises ValueError
+if something does not fit, and is one step of the undo queue. Targets are given by their index or their name.
+
+Only the headless host has these functions so far: inside Maya importing this module raises ImportError.
+"""
+
+import numpy
+
+import delven
+
+if not delven.is_headless():
+    raise ImportError("delven.arrays is not covered inside Maya yet.")
+
+from delven import _delven  # noqa: E402  (Maya has no such module)
+
+
+def _checked(values, dtype, dimensions, columns=None):
+    """An array of a type, in C order, of finite numbers."""
+    given = numpy.asarray(values)
+    if given.dtype.kind not in "biuf":
+        raise ValueError(f"Numbers are needed, not {given.dtype}.")
+    if given.ndim != dimensions or (columns is not None and given.shape[-1] != columns):
+        wanted = "n" if dimensions == 1 else f"n x {columns or 'm'}"
+        raise ValueError(f"An array of {wanted} numbers is needed, not one of shape {given.shape}.")
+    if given.dtype.kind == "f" and not numpy.isfinite(given).all():
+        raise ValueError("All numbers must be finite.")
+    return numpy.ascontiguousarray(given, dtype=dtype)
+
+
+def points(mesh, space="object"):
+    """Points of a mesh, (n, 3) doubles in centimetres, in "object" or "world" space."""
+    if space not in ("object", "world"):
+        raise ValueError(f'space is "object" or "world", not {space!r}.')
+    return _delven.points(mesh, space == "world")
+
+
+def set_points(mesh, values):
+    """Moves all points of a mesh, in object space."""
+    _delven.set_points(mesh, _checked(values, numpy.float64, 2, 3))
+
+
+def deltas(blend_shape, target, item=6000):
+    """Vertices that an item of a target moves, (k) integers, and by how much, (k, 3) doubles."""
+    return _delven.deltas(blend_shape, target, item)
+
+
+def set_deltas(blend_shape, target, indices, values, item=6000):
+    """Replaces the deltas of an item. Each vertex may stand once."""
+    vertices = numpy.asarray(indices)
+    if vertices.dtype.kind not in "iu" and vertices.size:
+        raise ValueError(f"Indices are integers, not {vertices.dtype}.")
+    if vertices.size and (vertices.min() < 0 or vertices.max() >= 2**31):
+        raise ValueError("An index is no vertex.")
+    vertices = _checked(vertices.astype(numpy.int64), numpy.int32, 1)
+    if len(numpy.unique(vertices)) != len(vertices):
+        raise ValueError("A vertex stands several times among the indices.")
+    _delven.set_deltas(blend_shape, target, vertices, _checked(values, numpy.float64, 2, 3), item)
+
+
+def target_weights(blend_shape, target=None):
+    """Painted weights of a target, (n) floats; the base weights for None."""
+    return _delven.target_weights(blend_shape, target)
+
+
+def set_target_weights(blend_shape, target, values):
+    """Replaces them."""
+    _delven.set_target_weights(blend_shape, target, _checked(values, numpy.float32, 1))
+
+
+def skin_weights(skin):
+    """Weights of a skin cluster, (n, m) doubles, and the names of the m influences."""
+    return _delven.skin_weights(skin)
+
+
+def set_skin_weights(skin, values):
+    """Replaces them, one column for each influence. They are stored as given: nothing is normalized."""
+    _delven.set_skin_weights(skin, _checked(values, numpy.float64, 2))
+
+
+def order_map(mesh):
+    """Mirror partner of each vertex, (n) integers; -1 for none."""
+    return _delven.order_map(mesh)
+
+
+def regions(node):
+    """Weights of the six regions of a region node, (6, n) doubles."""
+    return _delven.regions(node)
