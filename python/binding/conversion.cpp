@@ -285,6 +285,25 @@ std::string textOf(py::handle text) {
     return result;
 }
 
+py::object describe(const Syntax& syntax) {
+    const auto kinds = [](const std::vector<ArgumentType>& types) {
+        py::list names;
+        for (const ArgumentType type : types)
+            names.append(expectedName(type));
+        return names;
+    };
+    py::list flags;
+    for (const Flag& flag : syntax.flags())
+        flags.append(py::make_tuple(flag.shortName, flag.longName, kinds(flag.arguments), flag.multiUse));
+    py::dict result;
+    result["flags"] = std::move(flags);
+    result["arguments"] = kinds(syntax.arguments());
+    result["hasObjects"] = syntax.objectKind() != host::mel::ObjectKind::None;
+    result["hasQuery"] = syntax.hasQuery();
+    result["hasEdit"] = syntax.hasEdit();
+    return std::move(result);
+}
+
 TypedArguments argumentsOf(const Syntax* syntax, const py::args& positional, const py::kwargs& flags) {
     TypedArguments result;
     FlagReader reader(syntax, result);

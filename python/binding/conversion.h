@@ -19,6 +19,10 @@ pybind11::object resultOf(const host::mel::CommandResult& result);
 /// A value of a script: an empty array is an empty list.
 pybind11::object objectOf(const host::mel::Value& value);
 
+/// What a command takes, as a dictionary: flags as tuples (short, long, kinds of the arguments, may stand
+/// several times), kinds of the positional arguments, whether it takes objects, and its modes.
+pybind11::object describe(const host::mel::Syntax& syntax);
+
 /// A text in UTF-8. Raises ValueError for half a surrogate and for a NUL.
 std::string textOf(pybind11::handle text);
 

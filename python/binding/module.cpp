@@ -28,6 +28,13 @@ void define(py::module_& module) {
     module.doc() = "The headless host: its commands and its script language.";
     module.def("command", findCommand, "The command of a name; None if there is none.");
     module.def(
+        "syntax",
+        [](const std::string& name) {
+            const host::mel::Syntax* const syntax = Host::current().commands().syntax(name);
+            return syntax != nullptr ? describe(*syntax) : py::none();
+        },
+        "What a command takes; None if it declares nothing.");
+    module.def(
         "names", [] { return objectOf(host::mel::Value(Host::current().commands().names())); },
         "All commands.");
     module.def(

@@ -24,8 +24,7 @@ def defer(work, arguments, keywords, low_priority=False):
     if callable(work):
         _delven.defer(_reporting(lambda: work(*arguments, **keywords)), low_priority)
     elif isinstance(work, str):
-        code = compile(work, "<deferred>", "exec")
-        _delven.defer(_reporting(lambda: exec(code, __main__.__dict__)), low_priority)
+        _delven.defer(_reporting(lambda: exec(compile(work, "<deferred>", "exec"), __main__.__dict__)), low_priority)
     else:
         raise TypeError(f"Object {work} is invalid")
 
