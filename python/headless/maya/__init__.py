@@ -1,7 +1,6 @@
 """The part of Maya's package that the headless host covers. It is on the path of `delvenpy` only."""
 
 import importlib
-import importlib.abc
 import importlib.util
 import sys
 
@@ -10,7 +9,7 @@ IS_HEADLESS = True
 _COVERED = ("cmds", "mel", "standalone", "utils")
 
 
-class _Finder(importlib.abc.MetaPathFinder, importlib.abc.Loader):
+class _Finder:
     """Makes `maya.cmds` and `delven.headless.cmds` one module, and says what is not covered."""
 
     def find_spec(self, name, path=None, target=None):
