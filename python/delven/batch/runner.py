@@ -73,14 +73,16 @@ def _on_cluster(tasks, address):
     waiting = set(by_key)
     try:
         futures = client.map(run_task, tasks, key=list(by_key), pure=False)
-        for future in distributed.as_completed(futures):
+        for future in distributed.as_completed(futures, loop=client.loop):
             row = _row(future, by_key[future.key], address)
             waiting.discard(future.key)
             yield row
     finally:
-        if waiting:
-            client.cancel(futures)
-            client.run(stop, tasks[0]["run"], on_error="ignore")
+        if waiting and client.status == "running":
+            # What stopped this is worth more than a cluster that does not answer any more.
+            with contextlib.suppress(OSError):
+                client.cancel(futures)
+                client.run(stop, tasks[0]["run"], on_error="ignore")
         client.close()
 
 
