@@ -303,11 +303,11 @@ def test_what_a_script_may_ask(place, monkeypatch):
             batch.output(name)
     assert batch.output("..a/b...ma") == str(place.folder / "files" / "..a" / "b...ma")
     numpy = pytest.importorskip("numpy")
-    batch.report(array=numpy.arange(2), number=numpy.float32(0.5))
-    for wrong in (float("nan"), float("inf"), object(), {1, 2}):
+    batch.report(array=numpy.arange(2), number=numpy.float32(0.5), inner=({"a": numpy.int64(1)}, None))
+    for wrong in (float("nan"), float("inf"), object(), {1: 2}, [{1, 2}]):
         with pytest.raises((TypeError, ValueError)):
             batch.report(wrong=wrong)
-    assert current.values() == {"array": [0, 1], "number": 0.5}
+    assert current.values() == {"array": [0, 1], "number": 0.5, "inner": [{"a": 1}, None]}
 
 
 def test_a_terminal_shows_progress(place):

@@ -1,6 +1,6 @@
 """What a script asks and says about the scene that it runs on."""
 
-import json
+import math
 import os
 
 LOG = "log.txt"
@@ -53,11 +53,23 @@ def output(name):
     return path
 
 
-def _plain(value):
-    """Numbers and arrays of numpy as Python's own."""
+def _plain(value, name):
+    """A value of Python or numpy as JSON has it."""
+    if value is None or isinstance(value, (bool, str)):
+        return value
+    if isinstance(value, int):
+        return int(value)
+    if isinstance(value, float):
+        if not math.isfinite(value):
+            raise ValueError(f"report: {name} has the number {value}, which JSON has no form for")
+        return float(value)
+    if isinstance(value, (list, tuple)):
+        return [_plain(one, name) for one in value]
+    if isinstance(value, dict) and all(isinstance(key, str) for key in value):
+        return {key: _plain(one, name) for key, one in value.items()}
     if hasattr(value, "tolist"):
-        return value.tolist()
-    raise TypeError(f"report: {type(value).__name__} is no value of JSON")
+        return _plain(value.tolist(), name)
+    raise TypeError(f"report: {name} has a {type(value).__name__}, which JSON has no form for")
 
 
 def report(**named):
@@ -66,4 +78,4 @@ def report(**named):
     Raises TypeError for what JSON has no form for, ValueError for numbers that are not finite.
     """
     _check()
-    _values.update(json.loads(json.dumps(named, allow_nan=False, default=_plain)))
+    _values.update({name: _plain(value, name) for name, value in named.items()})

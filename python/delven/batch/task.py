@@ -9,7 +9,7 @@ import contextlib
 import datetime
 import hashlib
 import importlib.util
-import json
+import marshal
 import os
 import re
 import signal
@@ -92,7 +92,7 @@ def _watch(process, given, limit):
     try:
         # The pipe stays open: its end tells the process that nobody waits for it.
         with contextlib.suppress(BrokenPipeError):
-            process.stdin.write(json.dumps(given).encode("ascii") + b"\n")
+            process.stdin.write(marshal.dumps(given))
             process.stdin.flush()
         process.wait()
     finally:
@@ -141,8 +141,8 @@ def _outcome(task, late, status, result, log):
         return {"status": "timeout", "error": f"Stopped after {task['time']:g} seconds."}
     if status != 0 or not os.path.exists(result):
         return _broken(task, status, log)
-    with open(result, encoding="ascii") as file:
-        return json.load(file)
+    with open(result, "rb") as file:
+        return marshal.load(file)
 
 
 def _keep_log(log, folder):
