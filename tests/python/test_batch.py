@@ -4,6 +4,7 @@ import contextlib
 import fcntl
 import json
 import os
+import pathlib
 import signal
 import subprocess
 import sys
@@ -212,7 +213,11 @@ def test_a_run_that_was_stopped_goes_on(place, number, status):
 
 def test_what_runs_again(place):
     place.add("a.ma", "b.ma")
-    text = "open(folder + '/ran', 'a').write(name[0])\nopen(batch.output('file'), 'w').write('{}')\nassert name != '{}'\n"
+    text = (
+        "open(folder + '/ran', 'a').write(name[0])\n"
+        "open(batch.output('file'), 'w').write('{}')\n"
+        "assert name != '{}'\n"
+    )
 
     def ran(word, bad, **options):
         place.script(text.format(word, bad))
@@ -249,6 +254,16 @@ def test_shards_run_each_scene_once_and_are_joined(place):
     batch.run(place.path, place.scenes, place.out, shard=(1, 1))
     assert place.run(words=[*RUNNER, "--merge", "--out", place.out]).returncode == 1
     assert {str(row["report"]) for row in place.rows().values()} == {"{'second': True}"}
+
+
+def test_the_example_finds_targets_without_partners(tmp_path):
+    examples = pathlib.Path(__file__).resolve().parents[2] / "examples" / "batch"
+    rows = batch.run(examples / "checkTargets.py", examples / "scenes", tmp_path)
+    assert [row["report"] for row in rows] == [
+        {"empty": [], "alone": ["clothShapes.leftFold"]},
+        {"empty": [], "alone": ["shapes.smile_L", "shapes.L_blink"]},
+    ]
+    assert read(tmp_path / "mask.ma" / "targets.txt") == "no partner: shapes.smile_L\nno partner: shapes.L_blink\n"
 
 
 def test_scenes_of_one_name_keep_apart(place):

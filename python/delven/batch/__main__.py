@@ -19,7 +19,7 @@ def _shard(text):
 def _parser():
     parser = argparse.ArgumentParser(
         prog="delvenpy -m delven.batch",
-        description="Runs a Python script over many scenes, each in a process of its own. A run that was stopped goes on.",
+        description="Runs a script over many scenes, each in a process of its own. A run that was stopped goes on.",
         epilog="Ends with 0 if all scenes succeeded, 1 if one failed, 2 for wrong use, 130 after Ctrl-C.",
     )
     parser.add_argument("script", nargs="?", help="the script; it finds its scene open")
@@ -42,7 +42,8 @@ def _summary(rows, path):
             print(f"{row['scene']}: {row['status']}: {row['error']}", file=sys.stderr)
     counts = collections.Counter(row["status"] for row in rows)
     text = ", ".join(f"{count} {status}" for status, count in counts.most_common())
-    print(f"{len(rows)} scenes: {text or 'none in this shard'}. Results: {path}")
+    noun = "scene" if len(rows) == 1 else "scenes"
+    print(f"{len(rows)} {noun}: {text or 'none in this shard'}. Results: {path}")
     return 0 if set(counts) <= {"ok"} else 1
 
 

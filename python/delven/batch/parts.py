@@ -6,6 +6,7 @@ without a lock is left over.
 
 import contextlib
 import os
+import platform
 import shutil
 import tempfile
 
@@ -14,7 +15,8 @@ try:
 except ImportError:
     fcntl = None
 
-_PREFIX = ".part-"
+# Some disks know only the locks of each machine, so each looks after its own.
+_PREFIX = f".part-{platform.node()}-"
 _LOCK = "lock"
 
 
@@ -49,7 +51,7 @@ def part(out):
 
 
 def sweep(out):
-    """Removes what processes left that were killed, on this machine or another one."""
+    """Removes what processes of this machine left that were killed."""
     if fcntl is None:
         return
     for name in os.listdir(out):

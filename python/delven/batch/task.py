@@ -22,7 +22,10 @@ from delven.batch import current, parts
 
 _PACKAGES = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 # The package is found before the worker knows anything. An empty entry would be the current folder.
-_START = "import sys; sys.path = [sys.argv.pop(1), *filter(None, sys.path)]; from delven.batch.worker import main; main()"
+_START = (
+    "import sys; sys.path = [sys.argv.pop(1), *filter(None, sys.path)]; "
+    "from delven.batch.worker import main; main()"
+)
 _WARNING = re.compile(rb"^(?:# )?Warning: ", re.MULTILINE)
 _NO_MEMORY = re.compile("MemoryError|bad_alloc|annot allocate memory|failed to map segment")
 _LONGEST = 4000
@@ -103,7 +106,7 @@ def _watch(process, given, limit):
         _kill(process)
         with contextlib.suppress(BrokenPipeError):
             process.stdin.close()
-    return late.is_set() and process.returncode == -signal.SIGKILL
+    return late.is_set() and process.returncode != 0
 
 
 def _signal_name(number):
@@ -159,7 +162,7 @@ def _read_script(task):
     with open(task["script"], "rb") as file:
         data = file.read()
     if script_hash(data) != task["hash"]:
-        raise OSError(f"{task['script']} is not the text that this run began with. Run again when it is as you want it.")
+        raise OSError(f"{task['script']} has changed since this run began. Run again when it is as you want it.")
     return importlib.util.decode_source(data)
 
 

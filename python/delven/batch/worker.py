@@ -108,7 +108,7 @@ def _run_script(task):
     main.__file__ = script
     sys.modules["__main__"] = main
     sys.argv = [script]
-    sys.path.insert(0, os.path.dirname(script))
+    sys.path.insert(0, os.path.dirname(os.path.realpath(script)))
     try:
         exec(compile(task["text"], script, "exec"), vars(main))
     except SystemExit as end:
