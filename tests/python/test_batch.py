@@ -232,6 +232,21 @@ def test_what_runs_again(place):
     assert ran("new", "a.ma") == "ab"
     # A run that fails leaves the whole file of the one before.
     assert [read(place.out / name / "file") for name in ("a.ma", "b.ma")] == ["old", "new"]
+    # A row never comes from another text than the one it names.
+    place.script("open(__file__, 'a').write('# changed')")
+    rows = batch.run(place.path, place.scenes, place.out, jobs=1)
+    assert [row["status"] for row in rows] == ["ok", "error"] and "has changed since" in rows[1]["error"]
+
+
+def test_a_torn_line_tears_no_other(place):
+    path = place.folder / "results.jsonl"
+    path.write_bytes(b'{"scene": "a"}\n{"scene": "b", "torn": "\xc3')
+    # Two runs that are killed: neither comes to write the file anew.
+    for scene in ("c", "d"):
+        results = Results(path)
+        results.add({"scene": scene})
+        results._file.close()
+    assert path.read_text() == "".join(f'{{"scene": "{scene}"}}\n' for scene in "acd")
 
 
 def test_shards_run_each_scene_once_and_are_joined(place):
