@@ -62,6 +62,8 @@ def _row(future, task, address):
         raise OSError(f"The Dask scheduler at {address} is gone. What is done is kept: run again to go on.")
     error = future.exception()
     text = f"The cluster gave it up: {type(error).__name__}: {error}"
+    if isinstance(error, ModuleNotFoundError):
+        text += ". Start the workers of the cluster by delvenpy, as docs/python.md shows."
     # A worker that a scene brings down takes the next ones with it, until the scheduler stops that.
     return row_of(task, status="crash" if type(error).__name__ == "KilledWorker" else "error", error=text)
 
