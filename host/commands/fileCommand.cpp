@@ -171,13 +171,13 @@ CommandResult file(CommandContext& context, const ParsedArguments& arguments, Sc
     }
     if (action == "newFile") return newScene(arguments, session);
     if (action == "save") return saveScene(arguments, session);
+    if (action == "rename") {
+        session.rename(arguments.text("rename"));
+        return CommandResult::success(session.path());
+    }
     const std::vector<std::string> names = arguments.objectNames();
     if (names.empty()) return failure("file: No file was named.");
     const std::string& path = names.front();
-    if (action == "rename") {
-        session.rename(path);
-        return CommandResult::success(session.path());
-    }
     if (action == "open") return openScene(context, arguments, session, path);
     const FileKind kind = kindOf(arguments, path);
     if (kind == FileKind::Binary) return failure(kBinary);
@@ -195,7 +195,7 @@ void registerFileCommand(mel::CommandRegistry& registry, const std::shared_ptr<S
     syntax.flag("o", "open")
         .flag("i", "import")
         .flag("s", "save")
-        .flag("rn", "rename")
+        .flag("rn", "rename", {kText})
         .flag("new", "newFile");
     syntax.flag("es", "exportSelected").flag("ea", "exportAll").flag("r", "reference");
     syntax.flag("f", "force").flag("typ", "type", {kText}).flag("op", "options", {kText});

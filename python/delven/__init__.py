@@ -5,17 +5,19 @@ outside.
 """
 
 import importlib
-import importlib.util
 
 _MODULES = ("cmds", "mel", "standalone", "utils")
 
 
 def is_headless():
     """Whether this runs in the headless host, not in Maya."""
-    found = importlib.util.find_spec("maya")
-    if found is None:
+    try:
+        maya = importlib.import_module("maya")
+    except ModuleNotFoundError as error:
+        if error.name != "maya":
+            raise
         return True
-    return getattr(importlib.import_module("maya"), "IS_HEADLESS", False)
+    return getattr(maya, "IS_HEADLESS", False)
 
 
 def __getattr__(name):

@@ -1,8 +1,6 @@
 """Work that waits until the host has nothing else to do."""
 
-import traceback
-
-import __main__
+import sys
 
 from delven import _delven
 
@@ -14,9 +12,17 @@ def _reporting(work):
         try:
             work()
         except Exception:
+            # Slow to import, and seldom needed.
+            import traceback
+
             traceback.print_exc()
 
     return run
+
+
+def _main():
+    """Names of the script that runs now."""
+    return vars(sys.modules["__main__"])
 
 
 def defer(work, arguments, keywords, low_priority=False):
@@ -24,7 +30,7 @@ def defer(work, arguments, keywords, low_priority=False):
     if callable(work):
         _delven.defer(_reporting(lambda: work(*arguments, **keywords)), low_priority)
     elif isinstance(work, str):
-        _delven.defer(_reporting(lambda: exec(compile(work, "<deferred>", "exec"), __main__.__dict__)), low_priority)
+        _delven.defer(_reporting(lambda: exec(compile(work, "<deferred>", "exec"), _main())), low_priority)
     else:
         raise TypeError(f"Object {work} is invalid")
 
@@ -39,7 +45,7 @@ def executeInMainThreadWithResult(work, *arguments, **keywords):
     _delven.names()
     if callable(work):
         return work(*arguments, **keywords)
-    return eval(work, __main__.__dict__)
+    return eval(work, _main())
 
 
 def processIdleEvents():

@@ -1,8 +1,7 @@
 """The part of Maya's package that the headless host covers. It is on the path of `delvenpy` only."""
 
 import importlib
-import importlib.abc
-import importlib.util
+import importlib.machinery
 import sys
 
 IS_HEADLESS = True
@@ -10,7 +9,7 @@ IS_HEADLESS = True
 _COVERED = ("cmds", "mel", "standalone", "utils")
 
 
-class _Finder(importlib.abc.MetaPathFinder, importlib.abc.Loader):
+class _Finder:
     """Makes `maya.cmds` and `delven.headless.cmds` one module, and says what is not covered."""
 
     def find_spec(self, name, path=None, target=None):
@@ -21,7 +20,7 @@ class _Finder(importlib.abc.MetaPathFinder, importlib.abc.Loader):
                 f"The headless host does not cover {name}. It has {', '.join('maya.' + one for one in _COVERED)}.",
                 name=name,
             )
-        return importlib.util.spec_from_loader(name, self)
+        return importlib.machinery.ModuleSpec(name, self)
 
     def create_module(self, spec):
         return importlib.import_module("delven.headless." + spec.name.split(".")[1])
