@@ -92,7 +92,7 @@ def test_every_scene_of_a_folder_has_its_row_files_and_log(place):
     os.symlink(place.scenes / "a b.ma", place.scenes / "sub" / "the same.ma")
     place.script(
         "open(batch.output('deep/own.txt'), 'w').write(cmds.ls('thing')[0] + __name__ + str(sys.argv))\n"
-        "cmds.file(batch.output('ünï.ma'), rename=True); cmds.file(save=True)\n"
+        "cmds.file(rename=batch.output('ünï.ma')); cmds.file(save=True)\n"
         "batch.report(a=1, b=1); batch.report(b=[True, None, 'ü'])\n"
         "cmds.warning('careful'); print('seen', name)\n"
         "assert sys.stdin.read() == '' and sys.path[0] == folder and __file__ == sys.argv[0]\n"
@@ -288,7 +288,7 @@ def test_scenes_of_one_name_keep_apart(place):
     assert [row["files"] for row in rows] == [["anna/rig.ma/file"], ["bob/rig.ma/file"]]
     # What an earlier run wrote below the scenes is none of them.
     inner = place.scenes / "out"
-    place.script("cmds.file(batch.output('new.ma'), rename=True); cmds.file(save=True)")
+    place.script("cmds.file(rename=batch.output('new.ma')); cmds.file(save=True)")
     for _ in range(2):
         assert len(batch.run(place.path, place.scenes, inner, again=True)) == 2
 
