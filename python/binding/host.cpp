@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 #include "binding/conversion.h"
+#include "graph/scopedValue.h"
 #include "platform/interrupt.h"
 
 namespace py = pybind11;
@@ -89,9 +91,8 @@ Host& Host::current() {
     }
     if (host.process_ != processId()) {
         throw std::runtime_error(
-            "This process is a fork of the one that started the host, and cannot use its scene. Start "
-            "new "
-            "processes instead (multiprocessing: the method \"spawn\").");
+            "This process is a fork of the one that started the host, and cannot use its scene. "
+            "Start new processes instead (multiprocessing: the method \"spawn\").");
     }
     return host;
 }
@@ -110,13 +111,14 @@ py::object Host::call(const std::string& name, const py::args& positional, const
 }
 
 py::object Host::eval(const std::string& text) {
-    host::mel::RunResult result;
-    {
-        const host::platform::InterruptGuard guard;
-        output_.holdErrors(true);
-        result = commands().run(text);
-        output_.holdErrors(false);
-    }
+    // What was deferred may call this again.
+    const host::graph::ScopedValue<int> depth(evaluations_, evaluations_ + 1);
+    std::optional<host::platform::InterruptGuard> guard;
+    if (evaluations_ == 1) guard.emplace();
+    output_.holdErrors(true);
+    const host::mel::RunResult result = commands().run(text);
+    output_.holdErrors(evaluations_ > 1);
+    guard.reset();
     finish();
     if (result.ok) return objectOf(result.value);
     if (result.error.message == "Interrupted.") {

@@ -52,6 +52,7 @@ class Host {
     const long process_;
     Output output_;
     host::runtime::Runtime runtime_;
+    int evaluations_ = 0;  // how many scripts are nested
 };
 
 }  // namespace delven::python

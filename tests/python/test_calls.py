@@ -339,8 +339,18 @@ def test_an_interrupt_ends_a_script():
         "    mel.eval('while (true) {}')",
         "except KeyboardInterrupt:",
         "    print('interrupted', mel.eval('1 + 1'))",
+        # Python's own handling of interrupts is back, also after scripts inside of scripts.
+        "from delven import cmds, utils",
+        "utils.executeDeferred(lambda: mel.eval('print nested'))",
+        "mel.eval('print outer')",
+        "import signal, time",
+        "os.system(f'(sleep 0.2; kill -INT {os.getpid()}) &')",
+        "try:",
+        "    time.sleep(20)",
+        "except KeyboardInterrupt:",
+        "    print(' again')",
     ])
-    assert run("-c", text).stdout == "interrupted 2\n"
+    assert run("-c", text).stdout == "interrupted 2\nouternested again\n"
 
 
 def test_a_second_interpreter_is_refused():
