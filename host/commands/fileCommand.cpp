@@ -1,5 +1,7 @@
 // The command file: scenes and mesh files.
 
+#include <algorithm>
+#include <cctype>
 #include <chrono>
 #include <filesystem>
 #include <memory>
@@ -30,6 +32,8 @@ FileKind kindOf(const ParsedArguments& arguments, const std::string& path) {
     if (type == "OBJ" || type == "OBJexport") return FileKind::Mesh;
     if (!type.empty()) return FileKind::Unknown;
     std::string suffix = std::filesystem::u8path(path).extension().u8string();
+    std::transform(suffix.begin(), suffix.end(), suffix.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     if (suffix == ".ma") return FileKind::Scene;
     if (suffix == ".mb") return FileKind::Binary;
     return FileKind::Mesh;

@@ -357,10 +357,10 @@ TEST(SceneFile, OpeningReplacesTheSceneAndFailingToOpenDoesNot) {
         EXPECT_EQ(host.fails("file -open -force \"" + file + "\""), error);
         EXPECT_EQ(host.dump(), before) << text;
     }
-    EXPECT_EQ(host.fails("file -open \"" + host.write("good.ma", kSquare) + "\""), "Unsaved changes.");
-    host.ok("file -open -force \"" + host.path("good.ma") + "\"");
+    EXPECT_EQ(host.fails("file -open \"" + host.write("good.MA", kSquare) + "\""), "Unsaved changes.");
+    host.ok("file -open -force \"" + host.path("good.MA") + "\"");
     EXPECT_EQ(host.ok("objExists mine"), "0");
-    EXPECT_EQ(host.ok("file -q -sceneName"), host.path("good.ma"));
+    EXPECT_EQ(host.ok("file -q -sceneName"), host.path("good.MA"));
 }
 
 TEST(SceneFile, AMeshThatCannotBeReadIsKept) {
