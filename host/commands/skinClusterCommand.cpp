@@ -207,8 +207,8 @@ void weighInfluence(graph::Graph& graph, const NodeRef& skinCluster, int index,
     editor.write();
 }
 
-std::string addInfluence(graph::Graph& graph, const NodeRef& skinCluster, const ParsedArguments& arguments) {
-    const std::string name = arguments.text("addInfluence");
+std::string addInfluence(graph::Graph& graph, const NodeRef& skinCluster, const std::string& name,
+                         const ParsedArguments& arguments) {
     const Found<NodeRef> node = findOneNode(graph, name);
     if (!node.ok()) return node.error;
     if (!node.value->isA("transform") || graph.shapeOf(node.value) != nullptr)
@@ -258,13 +258,14 @@ CommandResult edit(graph::Graph& graph, const NodeRef& skinCluster, const Parsed
             error = std::string("skinCluster: -") + flag + " cannot be edited.";
     }
     if (error.empty()) setSettings(graph, skinCluster, arguments);
-    if (error.empty() && arguments.isSet("addInfluence")) {
-        error = addInfluence(graph, skinCluster, arguments);
-    } else if (error.empty() && arguments.isSet("lockWeights")) {
+    for (int use = 0; use < arguments.uses("addInfluence") && error.empty(); ++use)
+        error =
+            addInfluence(graph, skinCluster, arguments.values("addInfluence", use)[0].toString(), arguments);
+    // With new influences, a lock is meant for these.
+    if (error.empty() && arguments.isSet("lockWeights") && !arguments.isSet("addInfluence"))
         error = lockInfluence(graph, skinCluster, arguments, influence);
-    }
-    if (error.empty() && arguments.isSet("removeInfluence"))
-        error = removeInfluence(graph, skinCluster, arguments.text("removeInfluence"));
+    for (int use = 0; use < arguments.uses("removeInfluence") && error.empty(); ++use)
+        error = removeInfluence(graph, skinCluster, arguments.values("removeInfluence", use)[0].toString());
     if (error.empty() && arguments.isSet("forceNormalizeWeights")) normalizeAll(graph, skinCluster);
     return error.empty() ? CommandResult::success() : CommandResult::failure(error);
 }
@@ -302,8 +303,8 @@ void registerSkinClusterCommand(mel::CommandRegistry& registry) {
     syntax.flag("n", "name", {kText}).flag("tsb", "toSelectedBones").flag("bm", "bindMethod", {kWhole});
     syntax.flag("sm", "skinMethod", {kWhole}).flag("nw", "normalizeWeights", {kWhole});
     syntax.flag("mi", "maximumInfluences", {kWhole}).flag("omi", "obeyMaxInfluences", {kSwitch});
-    syntax.flag("dr", "dropoffRate", {kReal}).flag("ai", "addInfluence", {kText});
-    syntax.flag("ri", "removeInfluence", {kText}).flag("inf", "influence", {kText});
+    syntax.flag("dr", "dropoffRate", {kReal}).multiUseFlag("ai", "addInfluence", {kText});
+    syntax.multiUseFlag("ri", "removeInfluence", {kText}).flag("inf", "influence", {kText});
     syntax.flag("lw", "lockWeights", {kSwitch}).flag("wt", "weight", {kReal});
     syntax.flag("fnw", "forceNormalizeWeights", {kSwitch}).flag("wi", "weightedInfluence");
     syntax.flag("g", "geometry").makeQueryWithArguments("influence");
