@@ -9,6 +9,10 @@ help:  ## this list
 
 demo: build  ## install what is missing, build, and run the example from end to end
 	build/release/bin/delvenbatch -script examples/demo.mel
+	@if [ -x build/release/bin/delvenpy ]; then \
+	    echo; echo "The regions of the head, by Python:"; \
+	    build/release/bin/delvenpy examples/regions.py build/demoRegions.json; \
+	fi
 
 test:  ## install what is missing, build, and run every test
 	@scripts/install-dependencies.sh build
@@ -19,12 +23,12 @@ test:  ## install what is missing, build, and run every test
 build:  ## the programs, in build/release/bin
 	@scripts/install-dependencies.sh build
 	@mkdir -p build
-	@$(call configure_and_build,release) --target delvenbatch DELVENTools delven_scripts
+	@$(call configure_and_build,release) --target delven_programs
 
 python-test:  ## build the Python module and run its tests
 	@scripts/install-dependencies.sh build python
 	@mkdir -p build
-	@$(call configure_and_build,release) --target delven_python delven_python_files DELVENTools
+	@$(call configure_and_build,release) --target delven_programs
 	ctest --preset release --label-regex '^python$$'
 
 bench:  ## time against size, in one table
