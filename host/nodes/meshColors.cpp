@@ -101,7 +101,9 @@ std::vector<Color> vertexColors(graph::Graph& graph, const graph::NodeRef& shape
 
 void setVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std::vector<int>& vertices,
                      const std::vector<Color>& colors) {
-    if (currentColorSet(graph, shape).empty()) createColorSet(graph, shape, {});
+    // The current set may be named wrongly: files and scripts set its name like any text.
+    if (!findSet(graph, shape, currentColorSet(graph, shape)))
+        setCurrentColorSet(graph, shape, createColorSet(graph, shape, currentColorSet(graph, shape)));
     std::vector<Color> all = vertexColors(graph, shape);
     const std::size_t count = std::min(vertices.size(), colors.size());
     for (std::size_t k = 0; k < count; ++k) {
@@ -113,7 +115,7 @@ void setVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std
 }
 
 void removeVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std::vector<int>& vertices) {
-    if (currentColorSet(graph, shape).empty()) return;
+    if (!findSet(graph, shape, currentColorSet(graph, shape))) return;
     setVertexColors(graph, shape, vertices, std::vector<Color>(vertices.size(), kUnsetColor));
 }
 

@@ -29,14 +29,17 @@ bool isSame(const Color& a, const Color& b) {
     return bitsOf(a) == bitsOf(b);
 }
 
-/// Puts the colours of a statement where they belong. Colours follow each other without gaps: the list grows
-/// only as far as there are numbers.
+/// Puts the colours of a statement where they belong. The list grows only as far as there are numbers, and by
+/// no gap that is longer than the statement.
 void readColors(const SetHead& head, std::vector<Color>& colors) {
     const auto range = elementRange(head.path);
     if (!range) return;
     NumberScanner scanner(head.values);
+    const auto first = static_cast<std::size_t>(range->first);
     const auto last = static_cast<std::size_t>(range->last);
-    for (auto at = static_cast<std::size_t>(range->first); at <= last && at <= colors.size(); ++at) {
+    if (first > colors.size() && first - colors.size() <= head.values.size())
+        colors.resize(first, nodes::kUnsetColor);
+    for (std::size_t at = first; at <= last && at <= colors.size(); ++at) {
         Color color{};
         for (float& part : color) {
             const auto number = scanner.next();
@@ -173,7 +176,9 @@ std::string recolored(std::string_view statement, const SetHead& head, const geo
             if (!word.empty()) text.append(lineEnd).append("\t\t").append(word);
         }
     };
-    const char* copied = statement.data();
+    // The head stays, whatever becomes of the first word.
+    const char* copied = head.values.data();
+    text.append(statement.data(), copied);
     FaceWords words(head.values);
     while (words.next()) {
         const std::string_view old = words.text();

@@ -102,7 +102,9 @@ class ChangedColors {
   private:
     void add(int set, const SavedNode* then) {
         const auto data = graph::dataAs<nodes::VertexColorData>(node_.storedData(colorKey(node_, set)));
-        const nodes::MeshPtr mesh = ownMesh(node_);
+        nodes::MeshPtr mesh = ownMesh(node_);
+        // A shape that has a history now still has the statements of its mesh.
+        if (mesh == nullptr && then != nullptr) mesh = then->mesh();
         if (mesh == nullptr) {
             areLost_ = areLost_ || data != nullptr;
             return;
@@ -176,7 +178,7 @@ class BlockEditor {
         const nodes::MeshPtr& then = source_.mesh();
         const bool isSameTopology =
             now != nullptr && then != nullptr && now->mesh.topologyPtr() == then->mesh.topologyPtr();
-        hasOtherFaces_ = now != then && !isSameTopology;
+        hasOtherFaces_ = node_.isChanged(meshOrdinal()) && now != then && !isSameTopology;
         colors_.emplace(graph_, node_, hasOtherFaces_ ? nullptr : &source_);
         colors_->cover(fresh_);
     }
@@ -273,12 +275,14 @@ class BlockEditor {
         }
         const nodes::MeshPtr now = ownMesh(node_);
         const nodes::MeshPtr& then = source_.mesh();
-        if (now == nullptr || then == nullptr) return;
+        if (then == nullptr) return;
         if (isMeshFaces(head.root()) && head.hasValues()) {
             const std::string_view old = text_.statement(statement);
             std::string text =
-                recolored(old, head, now->mesh.topology(), colors_->corners(), true, text_.form.lineEnd);
+                recolored(old, head, then->mesh.topology(), colors_->corners(), true, text_.form.lineEnd);
             if (text != old) edits_.replaced[statement] = std::move(text);
+        } else if (now == nullptr) {
+            return;
         } else if (auto text = movedPointsText(now->mesh, then->mesh, head.path)) {
             edits_.replaced[statement] = *text;
         }

@@ -64,11 +64,14 @@ void appendRow(std::string& text, const graph::Node& node, const PlugKey& key, c
     }
 }
 
-/// Values of several elements after their number and their name.
-std::string listText(int count, const std::string& path, const std::string& values) {
+/// Values of several elements after their number, their name, and the type of vectors.
+std::string listText(const Attribute& array, int count, const std::string& path, const std::string& values) {
     std::string text;
     if (count > 1) text.append("-s ").append(std::to_string(count)).append(" ");
-    return text.append("\".").append(path).append("\" ").append(values);
+    text.append("\".").append(path).append("\" ");
+    const std::string type = array.isCompound() ? graph::tupleName(array) : std::string();
+    if (!type.empty()) text.append("-type \"").append(type).append("\" ");
+    return text.append(values);
 }
 
 /// The path with another range of elements in place of its own.
@@ -179,7 +182,8 @@ std::vector<std::string> valueTexts(const graph::Node& node, const SetTarget& ta
                 appendElement(values, node, target.at(k), form);
             }
         }
-        texts.push_back(listText(k - first, withRange(path, start + first, start + k - 1), values));
+        texts.push_back(
+            listText(attribute, k - first, withRange(path, start + first, start + k - 1), values));
     }
     return texts;
 }
@@ -373,7 +377,7 @@ void NewValues::writeNumbers(const Attribute& array, const PlugKey& key, const g
         if (k - first == 1) {
             line(plainText(node_, keyOf(last), path + '[' + std::to_string(last) + ']', form_).front());
         } else {
-            line(listText(static_cast<int>(k - first), withRange(path + "[0:1]", indices[first], last),
+            line(listText(array, static_cast<int>(k - first), withRange(path + "[0:1]", indices[first], last),
                           values));
         }
     }

@@ -308,12 +308,18 @@ class Writer {
             for (; !ahead.empty(); ahead.pop_back())
                 (isOwn(*ahead.back()) ? lines : given) += addedText(*ahead.back());
         }
-        edits_.insertAfter(lastBlock_ >= 0 ? lastBlock_ : headerEnd(), lines + given + newInstances());
+        edits_.insertAfter(nodesEnd(), lines + given);
+        // Numbers of instances are those of the order in which the file makes them.
+        edits_.insertAfter(std::max(nodesEnd(), lastInstance_), newInstances());
     }
+
+    /// Where new nodes go.
+    std::int64_t nodesEnd() const { return lastBlock_ >= 0 ? lastBlock_ : headerEnd(); }
 
     /// Statements stay if they are all true, and stand behind their nodes.
     void editInstances() {
         const auto& instances = document_.instances;
+        if (!instances.empty()) lastInstance_ = instances.back().statement;
         for (auto next = instances.begin(); next != instances.end();) {
             const std::uint32_t statement = next->statement;
             std::vector<NodeRef> nodes;
@@ -526,8 +532,7 @@ class Writer {
                 lines += renamed(graph_, mention.text, named(nodes), numbers_).value_or(mention.text) +
                          text_.form.lineEnd;
         }
-        const std::int64_t nodes = lastBlock_ >= 0 ? lastBlock_ : headerEnd();
-        edits_.insertAfter(std::max(lastLink_, nodes), lines);
+        edits_.insertAfter(std::max({lastLink_, lastInstance_, nodesEnd()}), lines);
     }
 
     graph::Graph& graph_;
@@ -545,6 +550,7 @@ class Writer {
     graph::InstanceNumbers numbers_;
     std::set<std::pair<const Node*, const Node*>> presentInstances_;  // nodes with their parents
     std::int64_t lastBlock_ = -1;
+    std::int64_t lastInstance_ = -1;
     std::int64_t lastLink_ = -1;
 };
 

@@ -217,5 +217,23 @@ TEST(SceneInstances, InGreatNumbersTakeLinearTime) {
     EXPECT_EQ(host.ok("listRelatives -p m"), "p1");
 }
 
+/// Connections count instances in the order in which the file makes them.
+TEST(SceneInstances, NewOnesStandBehindThoseOfTheFile) {
+    SceneHost host;
+    host.open(
+        "requires maya \"2024\";\n"
+        "createNode transform -n \"a\";\ncreateNode mesh -n \"s\" -p \"a\";\n"
+        "createNode transform -n \"b\";\n\tsetAttr \".ty\" 5;\n"
+        "createNode transform -n \"c\";\n\tsetAttr \".ty\" 9;\n"
+        "parent -s -nc -r -add \"|a|s\" \"b\";\n");
+    host.ok("addAttr -ln in -at matrix b; parent -s -add s c; connectAttr s.wm[1] b.in; select -cl");
+    EXPECT_EQ(host.ok("getAttr b.in").substr(0, 30), host.ok("getAttr b.wm").substr(0, 30));
+    const std::string before = host.dump();
+    const std::string text = host.saved();
+    EXPECT_LT(text.find("\"|a|s\" \"b\""), text.find("\"|a|s\" \"c\"")) << text;
+    host.ok("file -open -force \"" + host.path("scene.ma") + "\"");
+    EXPECT_EQ(host.dump(), before);
+}
+
 }  // namespace
 }  // namespace scenetest

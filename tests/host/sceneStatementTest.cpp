@@ -358,6 +358,34 @@ TEST(SceneStatement, ColorsOfVerticesAreTheMeansOfTheirCorners) {
     EXPECT_EQ(host.saved(), text);
 }
 
+TEST(SceneStatement, OddColorsArePaintedAndSavedLikeOthers) {
+    for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
+             {"\tsetAttr \".ccls\" -type \"string\" \"first\";\n", ""},
+             {"\".ccls\" -type \"string\" \"first\"", "\".ccls\" -type \"string\" \"unknown\""},
+             {"\t\tf 4 0 1 2 3\n", "\t\tmc 0 4 0 0 1 0\n\t\tf 4 0 1 2 3\n"},
+             {"\".clst[0].clsp[0:2]\"  1", "\".clst[0].clsp[1:3]\"  1"}}) {
+        std::string text = kColors;
+        text.replace(text.find(from), from.size(), to);
+        SceneHost host;
+        host.open(text);
+        host.ok("polyColorPerVertex -rgb 0.1 0.2 0.3 strip.vtx[5]");
+        host.saved();
+        const std::string before = withoutEmptySets(host.dump());
+        host.ok("file -open -force \"" + host.path("scene.ma") + "\"");
+        EXPECT_EQ(withoutEmptySets(host.dump()), before) << to;
+        EXPECT_EQ(host.ok("polyColorPerVertex -q -r strip.vtx[5]").substr(0, 3), "0.1") << to;
+    }
+}
+
+TEST(SceneStatement, PaintingAMeshThatHasAHistoryNowLosesNoColors) {
+    SceneHost host;
+    host.open(kColors);
+    host.ok("blendShape -n bs strip; polyColorPerVertex -rgb 0.5 0.5 0.5 strip.vtx[5]");
+    const std::string text = host.saved();
+    EXPECT_EQ(missingLines(kColors, text), std::vector<std::string>{kRightCorners}) << text;
+    EXPECT_TRUE(host.shown.warnings.empty());
+}
+
 TEST(SceneStatement, NewMeshesAndCopiesHaveTheirColors) {
     SceneHost host;
     host.open(kColors);
