@@ -442,9 +442,8 @@ class Writer {
     /// The number of the path of a connection's source, where the statement tells it by the path alone.
     std::optional<std::size_t> instanceOf(const SavedLink& link) const {
         const graph::Plug& source = link.source;
-        const bool isPerInstance =
-            source.isElement() && (source.attribute().isOutput() || isInstanceGroups(source.attribute()));
-        if (!areNamesChanged_ || !isPerInstance || sourceName(link).back() == ']') return std::nullopt;
+        if (!areNamesChanged_ || !isPerInstance(source) || sourceName(link).back() == ']')
+            return std::nullopt;
         return static_cast<std::size_t>(source.logicalIndex());
     }
 
@@ -508,6 +507,24 @@ class Writer {
                (hasDestination || isDefaultNode(destination));
     }
 
+    static bool isPerInstance(const graph::Plug& source) {
+        return source.isElement() && (source.attribute().isOutput() || isInstanceGroups(source.attribute()));
+    }
+
+    /// The source of a new connection; nothing if what is saved has no such source. A part of a scene counts
+    /// its instances anew, so there the path says which one is meant.
+    std::optional<std::string> newSourceText(const graph::Plug& source) {
+        const auto& only = options_.only;
+        if (only.empty() || !isPerInstance(source) || !graph::isInstanced(*source.node()))
+            return plugText(graph_, source);
+        const graph::Instance instance{source.node().get(), static_cast<std::size_t>(source.logicalIndex())};
+        const std::vector<graph::Instance> path = numbers_.upwards(instance);
+        const bool isSaved = std::all_of(path.begin(), path.end(),
+                                         [&](const graph::Instance& at) { return only.count(at.node) != 0; });
+        if (path.empty() || !isSaved) return std::nullopt;
+        return numbers_.fullPath(instance) + '.' + plugPath(source.array().key());
+    }
+
     void addLinks() {
         for (const graph::Connection& given : document_.givenLinks)
             present_.insert(keyOf(given.source, given.destination));
@@ -517,8 +534,10 @@ class Writer {
                 const graph::Plug source(link.node->ref(), link.key);
                 const graph::Plug destination(node, key);
                 if (present_.count(keyOf(source, destination)) != 0 || !isWanted(*link.node, *node)) continue;
+                const std::optional<std::string> from = newSourceText(source);
+                if (!from) continue;
                 const bool isNext = isUnordered(destination);
-                lines += "connectAttr " + inQuotes(plugText(graph_, source)) + ' ' +
+                lines += "connectAttr " + inQuotes(*from) + ' ' +
                          inQuotes(plugText(graph_, isNext ? destination.array() : destination)) +
                          (isNext ? " -na;" : ";") + text_.form.lineEnd;
             }

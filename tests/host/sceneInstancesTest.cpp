@@ -235,5 +235,22 @@ TEST(SceneInstances, NewOnesStandBehindThoseOfTheFile) {
     EXPECT_EQ(host.dump(), before);
 }
 
+/// A part of a scene has other numbers.
+TEST(SceneInstances, ExportedConnectionsMeanTheSameInstances) {
+    SceneHost host;
+    for (const char* name : {"a", "b", "c"})
+        host.ok("createNode transform -n " + std::string(name));
+    host.ok(
+        "setAttr b.ty 5; setAttr c.ty 9; createNode mesh -n s -p a; parent -s -add s b; parent -s -add s c");
+    for (const char* name : {"fromB", "fromC"})
+        host.ok("createNode network -n " + std::string(name) + "; addAttr -ln in -at matrix " + name);
+    host.ok("connectAttr s.wm[1] fromB.in; connectAttr s.wm[2] fromC.in");
+    host.ok("select a c fromB fromC; file -type mayaAscii -exportSelected \"" + host.path("part.ma") + "\"");
+    host.ok("file -open -force \"" + host.path("part.ma") + "\"");
+    EXPECT_EQ(host.ok("listConnections -s 1 -d 0 -p 1 fromC.in"), "s.worldMatrix[1]");
+    EXPECT_EQ(host.ok("getAttr fromC.in"), host.ok("getAttr c.wm"));
+    EXPECT_EQ(host.ok("listConnections fromB.in"), "") << "its instance was not exported";
+}
+
 }  // namespace
 }  // namespace scenetest
