@@ -294,6 +294,8 @@ def test_programs(tmp_path):
     done = run("-c", "import maya.OpenMaya")
     assert done.returncode == 1
     assert "ImportError: The headless host does not cover maya.OpenMaya." in done.stderr
+    done = run("ghost.py")
+    assert (done.returncode, done.stderr) == (1, "delvenpy: there is no file 'ghost.py'.\n")
     done = run("--nonsense")
     assert done.returncode == 1
     assert "unknown option" in done.stderr
