@@ -1,7 +1,10 @@
 // The connections of the graph: making, breaking and listing them, and their recorded steps.
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <set>
+#include <vector>
 
 #include "graph/graph.h"
 #include "graph/hierarchy.h"
@@ -85,11 +88,43 @@ void Graph::disconnect(const Plug& destination) {
     dropHollowElements(feeding);
 }
 
+namespace {
+
+/// Whether a plug, or one below it, is among the plugs of one side of a node's connections. A few look-ups,
+/// however many connections there are.
+template <typename Links>
+bool hasAtOrBelow(const Links& links, const Plug& plug) {
+    const auto given = plug.key().indices.begin() + plug.key().depth;
+    std::vector<const Attribute*> ahead{&plug.attribute()};
+    while (!ahead.empty()) {
+        const Attribute& attribute = *ahead.back();
+        ahead.pop_back();
+        for (const auto& child : attribute.children())
+            ahead.push_back(child.get());
+        for (int depth = plug.key().depth; depth <= attribute.arrayDepth(); ++depth) {
+            PlugKey first = plug.key();
+            first.attribute = &attribute;
+            std::fill(first.indices.begin() + first.depth, first.indices.begin() + depth,
+                      std::numeric_limits<int>::min());
+            first.depth = static_cast<std::uint8_t>(depth);
+            const auto at = links.lower_bound(first);
+            const bool isOfKind =
+                at != links.end() && at->first.attribute == &attribute && at->first.depth == depth;
+            if (isOfKind && std::equal(plug.key().indices.begin(), given, at->first.indices.begin()))
+                return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
 void Graph::dropHollowElements(const Plug& plug) {
     for (Plug at = plug; at; at = at.parent()) {
         if (!at.isElement()) continue;
         const Slot* slot = at.attribute().flatWidth() > 0 ? nullptr : at.node()->slot(at.key());
-        if (slot == nullptr || !isHollow(*slot) || !connectionsBelow(at).empty()) return;
+        if (slot == nullptr || !isHollow(*slot)) return;
+        if (hasAtOrBelow(at.node()->incoming(), at) || hasAtOrBelow(at.node()->outgoing(), at)) return;
         removeElement(at);
     }
 }
