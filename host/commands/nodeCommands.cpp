@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
+#include <set>
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "nodes/defaultCameras.h"
 #include "nodes/meshNode.h"
+#include "nodes/plugs.h"
 #include "scene/fileTypes.h"
 #include "scene/uuids.h"
 
@@ -57,6 +60,22 @@ CommandResult createNode(CommandContext& context, const ParsedArguments& argumen
     return CommandResult::success(graph.uniqueName(*node));
 }
 
+/// Gives a shape the component tags that its mesh had from shapes before it.
+void keepTags(graph::Graph& graph, const graph::NodeRef& shape,
+              const std::vector<nodes::ComponentGroup>& groups) {
+    const graph::Plug tags = shape->plug("componentTags");
+    std::set<std::string> own;
+    for (const int index : graph.elements(tags))
+        own.insert(nodes::textAt(graph, nodes::childPlug(tags.element(index), "componentTagName")));
+    for (const nodes::ComponentGroup& group : groups) {
+        if (group.tag.empty() || !own.insert(group.tag).second) continue;
+        const graph::Plug tag = tags.element(graph.nextIndex(tags));
+        graph.setData(nodes::childPlug(tag, "componentTagName"),
+                      std::make_shared<graph::StringData>(group.tag));
+        graph.setData(nodes::childPlug(tag, "componentTagContents"), group.components);
+    }
+}
+
 /// Replaces the deformer chain of a shape by its result.
 void bakeShape(graph::Graph& graph, const graph::NodeRef& shape) {
     const nodes::MeshPtr mesh = nodes::meshOf(graph, shape);
@@ -66,6 +85,7 @@ void bakeShape(graph::Graph& graph, const graph::NodeRef& shape) {
     const std::vector<float> points = mesh->mesh.points();
     graph.disconnect(in);
     nodes::setMeshPoints(graph, shape, points);
+    keepTags(graph, shape, mesh->groups);
     const graph::NodeRef& last = source.node();
     if (last->type().diesWithLastOutput() && last->outgoing().empty()) graph.deleteNodes({last});
     if (shape->parent() == nullptr) return;

@@ -254,6 +254,19 @@ TEST(SceneStatement, TextsInACodePageAreKeptAndOthersRefused) {
     host.ok("setAttr -type \"string\" m.t so; file -save");
 }
 
+TEST(SceneStatement, TagsOutliveTheHistoryThatTheyComeFrom) {
+    SceneHost host;
+    host.ok("polyCube -ch 0 -n box; blendShape -n bs box; select -cl");
+    host.ok(
+        "setAttr -type \"string\" boxShapeOrig.gtag[3].gtagnm top;"
+        "setAttr -type \"componentList\" boxShapeOrig.gtag[3].gtagcmp 1 \"f[1]\"");
+    host.ok("delete -ch box");
+    EXPECT_EQ(host.ok("getAttr boxShape.gtag[0].gtagnm"), "top");
+    EXPECT_EQ(host.ok("getAttr boxShape.gtag[0].gtagcmp"), "f[1]");
+    host.ok("undo");
+    EXPECT_EQ(host.ok("getAttr -mi boxShape.gtag"), "");
+}
+
 // --- Colours
 
 /// Two squares side by side, vertices 0 1 2 / 3 4 5. The right one has no colour in the second set, and the
