@@ -163,7 +163,7 @@ void registerBlendShapeCommands(mel::CommandRegistry& registry) {
     syntax.multiUseFlag("w", "weight", {ArgumentType::Unsigned, kReal});
     // The type is not a whole number, because that would bring a weight index that is too large into range
     // without an error.
-    syntax.multiUseFlag("t", "target", {kText, kReal, kText, kReal});
+    syntax.multiUseFlag("t", "target", {kText, kWhole, kText, kReal});
     syntax.flag("ib", "inBetween").flag("ibt", "inBetweenType", {kText}).flag("rm", "remove");
     syntax.flag("wc", "weightCount", {ArgumentType::Unsigned}).multiUseFlag("g", "geometry", {kText});
     syntax.enableQuery().enableEdit().objects(ObjectKind::Strings);

@@ -1,8 +1,5 @@
 #include "commands/blendShapeEdit.h"
 
-#include <cmath>
-#include <limits>
-
 #include "commands/meshSupport.h"
 #include "commands/transformSupport.h"
 #include "nodes/deformers.h"
@@ -21,10 +18,6 @@ struct TargetWords {
     double fullWeight = 1.0;
 };
 
-bool isWeightIndex(double index) {
-    return index >= 0.0 && index <= std::numeric_limits<int>::max() && index == std::floor(index);
-}
-
 Found<TargetWords> targetWords(graph::Graph& graph, const NodeRef& blendShape,
                                const std::vector<Value>& words) {
     const std::string baseName = words[0].toString();
@@ -33,7 +26,7 @@ Found<TargetWords> targetWords(graph::Graph& graph, const NodeRef& blendShape,
     const int baseIndex = nodes::geometryIndexOf(graph, blendShape, base.value);
     if (baseIndex < 0)
         return {{}, "blendShape: " + baseName + " is not deformed by " + blendShape->name() + '.'};
-    if (!isWeightIndex(words[1].toFloat()))
+    if (words[1].toInt() < 0)
         return {{}, "blendShape: The weight index " + words[1].toString() + " is out of range."};
     if (nodes::itemIndex(words[3].toFloat()) == 0)
         return {{}, "blendShape: The full weight " + words[3].toString() + " is out of range."};

@@ -159,6 +159,8 @@ WRONG = [
     ("cmds.polyCube(subdivisionsX='a')", TypeError, "Invalid arguments for flag 'subdivisionsX'.  Expected int, got str"),
     ("cmds.polyCube(sx=(1, 2))", TypeError, "Invalid arguments for flag 'sx'.  Expected int, got ( int, int )"),
     ("cmds.polyCube(sx=1.5)", TypeError, "Invalid arguments for flag 'sx'.  Expected int, got float"),
+    ("cmds.blendShape('box', edit=True, target=('box', 0.5, 'box', 1))", TypeError,
+     "Invalid arguments for flag 'target'.  Expected ( string, int, string, float ), got ( str, float, str, int )"),
     ("cmds.polyCube(name=5)", TypeError, "Invalid arguments for flag 'name'.  Expected string, got int"),
     ("cmds.polyCube(name=None)", TypeError, "Invalid arguments for flag 'name'.  Expected string, got NoneType"),
     ("cmds.ls(selection='yes')", TypeError, "Invalid arguments for flag 'selection'.  Expected bool, got str"),
