@@ -187,7 +187,8 @@ py::object targetWeights(const std::string& name, py::handle target) {
     const std::vector<int> none;
     const std::vector<int>& vertices = stored != nullptr ? stored->indices() : none;
     // The numbers of a multi lie one after the other.
-    const double* const values = vertices.empty() ? nullptr : stored->find(vertices.front());
+    const double* const values =
+        stored != nullptr && !vertices.empty() ? stored->find(vertices.front()) : nullptr;
     if (vertices.size() == count && count > 0 && static_cast<std::size_t>(vertices.back()) < count) {
         std::copy_n(values, count, to);
         return std::move(result);
