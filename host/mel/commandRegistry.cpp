@@ -201,6 +201,11 @@ const Syntax* CommandRegistry::syntax(std::string_view name) const {
     return command.plugin != nullptr ? command.plugin->syntax() : &command.syntax;
 }
 
+bool CommandRegistry::isUncovered(std::string_view command, const std::string& flag) const {
+    const auto found = commands_.find(command);
+    return found != commands_.end() && found->second->uncovered.find(' ' + flag + ' ') != std::string::npos;
+}
+
 std::string CommandRegistry::owner(std::string_view name) const {
     const auto found = commands_.find(name);
     return found == commands_.end() ? std::string() : found->second->owner;

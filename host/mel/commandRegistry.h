@@ -101,6 +101,8 @@ class CommandRegistry final : public CommandTable {
     std::vector<std::string> names() const;
     /// Syntax of a command; null if there is no such command or a plug-in's command declares none.
     const Syntax* syntax(std::string_view name) const;
+    /// Whether a command has a flag of this name, without dash, in Maya but not here.
+    bool isUncovered(std::string_view command, const std::string& flag) const;
     /// Name of the plug-in that registered a command; empty for built-in and unknown commands.
     std::string owner(std::string_view name) const;
 

@@ -51,6 +51,30 @@ void readColors(const SetHead& head, std::vector<Color>& colors) {
     }
 }
 
+/// Corners of all sets of a mesh together, beyond the first set: a small file can name many sets, each of
+/// which would need room for all corners. Sets beyond that have no colours here.
+constexpr std::size_t kMostCorners = std::size_t{1} << 26;
+
+/// Takes over the word of a face for the colours of its corners. Indices without a colour are none.
+/// @param room  corners for which there is room
+void setCorners(std::map<int, ColorPalette>& palettes, const FaceWords& words,
+                const geometry::Topology& topology, int face, std::size_t& room) {
+    const auto found = palettes.find(words.set());
+    if (found == palettes.end() || face >= topology.faceCount()) return;
+    if (words.list().size() != static_cast<std::size_t>(topology.faceSize(face))) return;
+    ColorPalette& palette = found->second;
+    const auto corners = static_cast<std::size_t>(topology.cornerCount());
+    if (palette.corners.empty()) {
+        if (corners > room) return;
+        room -= corners;
+        palette.corners.assign(corners, -1);
+    }
+    const auto count = static_cast<int>(palette.colors.size());
+    std::transform(words.list().begin(), words.list().end(),
+                   palette.corners.begin() + topology.faceOffsets()[static_cast<std::size_t>(face)],
+                   [&](int index) { return index >= 0 && index < count ? index : -1; });
+}
+
 }  // namespace
 
 bool isPalette(std::string_view path) {
@@ -66,30 +90,28 @@ int paletteSet(std::string_view path) {
     return range ? range->first : -1;
 }
 
-ColorPalette readPalette(const SceneText& text, const std::vector<std::uint32_t>& statements,
-                         const geometry::Topology& topology, int set) {
-    ColorPalette palette;
-    palette.corners.assign(static_cast<std::size_t>(topology.cornerCount()), -1);
-    int face = -1;
-    for (const std::uint32_t index : statements) {
+std::map<int, ColorPalette> readPalettes(const SceneText& text, const std::vector<std::uint32_t>& colors,
+                                         const std::vector<std::uint32_t>& faces,
+                                         const geometry::Topology& topology) {
+    std::map<int, ColorPalette> palettes;
+    for (const std::uint32_t index : colors) {
         const auto head = readSetHead(text.statement(index), text.form.isDoubleByte);
-        if (!head) continue;
-        if (isPalette(head->path) && paletteSet(head->path) == set) readColors(*head, palette.colors);
+        if (!isPalette(head->path)) continue;
+        if (const int set = paletteSet(head->path); set >= 0) readColors(*head, palettes[set].colors);
+    }
+    if (palettes.empty()) return palettes;
+    std::size_t room = static_cast<std::size_t>(topology.cornerCount()) + kMostCorners;
+    int face = -1;
+    for (const std::uint32_t index : faces) {
+        const auto head = readSetHead(text.statement(index), text.form.isDoubleByte);
         if (!isMeshFaces(head->root())) continue;
         FaceWords words(head->values);
-        while (words.next() && face < topology.faceCount()) {
+        while (words.next()) {
             if (words.word() == "f") ++face;
-            if (words.word() != "mc" || words.set() != set || face < 0 || face >= topology.faceCount())
-                continue;
-            if (words.list().size() == static_cast<std::size_t>(topology.faceSize(face)))
-                std::copy(words.list().begin(), words.list().end(),
-                          palette.corners.begin() + topology.faceOffsets()[static_cast<std::size_t>(face)]);
+            if (words.word() == "mc" && face >= 0) setCorners(palettes, words, topology, face, room);
         }
     }
-    for (int& corner : palette.corners) {
-        if (corner < 0 || static_cast<std::size_t>(corner) >= palette.colors.size()) corner = -1;
-    }
-    return palette;
+    return palettes;
 }
 
 std::vector<Color> vertexColors(const ColorPalette& palette, const geometry::Topology& topology) {
@@ -112,14 +134,15 @@ std::vector<Color> vertexColors(const ColorPalette& palette, const geometry::Top
     return result;
 }
 
-bool updatePalette(ColorPalette& palette, const std::vector<Color>& before, const std::vector<Color>& now,
+bool areSame(const std::vector<Color>& a, const std::vector<Color>& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSame);
+}
+
+void updatePalette(ColorPalette& palette, const std::vector<Color>& before, const std::vector<Color>& now,
                    const geometry::Topology& topology) {
-    if (std::equal(before.begin(), before.end(), now.begin(), now.end(), isSame)) return false;
     const auto isUnset = [](const Color& color) { return isSame(color, nodes::kUnsetColor); };
-    if (std::all_of(now.begin(), now.end(), isUnset)) {
-        palette = {{}, std::vector<int>(palette.corners.size(), -1)};
-        return true;
-    }
+    palette.corners.resize(static_cast<std::size_t>(topology.cornerCount()), -1);
+    if (std::all_of(now.begin(), now.end(), isUnset)) palette.colors.clear();
     std::map<std::array<std::uint32_t, 4>, int> added;
     for (std::size_t corner = 0; corner < palette.corners.size(); ++corner) {
         const auto vertex = static_cast<std::size_t>(topology.faceVertices()[corner]);
@@ -133,7 +156,6 @@ bool updatePalette(ColorPalette& palette, const std::vector<Color>& before, cons
         if (isNew) palette.colors.push_back(color);
         palette.corners[corner] = entry->second;
     }
-    return true;
 }
 
 std::string paletteText(const std::vector<Color>& colors, std::size_t first, int set,

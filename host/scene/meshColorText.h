@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,7 +17,7 @@ namespace host::scene {
 /// that reads our files has colours by corner; in memory we have them by vertex.
 struct ColorPalette {
     std::vector<nodes::Color> colors{};
-    std::vector<int> corners{};  ///< by corner of the topology an index of colors; -1 for no colour
+    std::vector<int> corners{};  ///< by corner of the topology an index of colors; -1 for no colour; or empty
 };
 
 /// Whether an attribute's name is the list of colours of a set: "clst[0].clsp[0:11]".
@@ -24,16 +25,22 @@ bool isPalette(std::string_view path);
 /// The index of the set that such a name belongs to.
 int paletteSet(std::string_view path);
 
-/// Reads a set from the statements of a mesh. What does not fit the mesh has no colour.
-ColorPalette readPalette(const SceneText& text, const std::vector<std::uint32_t>& statements,
-                         const geometry::Topology& topology, int set);
+/// Reads the sets of a mesh, by their index. What does not fit the mesh has no colour.
+/// @param colors  the statements of the lists of colours
+/// @param faces   those of the mesh
+std::map<int, ColorPalette> readPalettes(const SceneText& text, const std::vector<std::uint32_t>& colors,
+                                         const std::vector<std::uint32_t>& faces,
+                                         const geometry::Topology& topology);
 /// The colour of each vertex: the mean of its corners that have one.
 std::vector<nodes::Color> vertexColors(const ColorPalette& palette, const geometry::Topology& topology);
 
-/// Brings a palette up to date. Corners of vertices whose colour is still the same keep their entries.
+/// Whether two lists have the same colours, bit by bit.
+bool areSame(const std::vector<nodes::Color>& a, const std::vector<nodes::Color>& b);
+
+/// Brings a palette up to date, and gives it all its corners. Corners of vertices whose colour is still the
+/// same keep their entries.
 /// @param before, now  by vertex
-/// @return whether anything changed
-bool updatePalette(ColorPalette& palette, const std::vector<nodes::Color>& before,
+void updatePalette(ColorPalette& palette, const std::vector<nodes::Color>& before,
                    const std::vector<nodes::Color>& now, const geometry::Topology& topology);
 
 /// The statements of a set's colours from `first` on, with line ends.

@@ -8,6 +8,7 @@
 #include "graph/names.h"
 #include "nodes/defaultCameras.h"
 #include "scene/addStatements.h"
+#include "scene/changedColors.h"
 #include "scene/dataText.h"
 #include "scene/meshText.h"
 #include "scene/nodeStatements.h"
@@ -52,84 +53,6 @@ nodes::MeshPtr ownMesh(const graph::Node& node) {
     if (key.attribute == nullptr || node.incoming().count(key) != 0) return nullptr;
     return graph::dataAs<nodes::MeshData>(node.storedData(key));
 }
-
-/// The colour sets of a mesh node that differ from those of its file, as they are to be written.
-class ChangedColors {
-  public:
-    /// @param then  the node's file; null if it has none, or if its mesh has other faces now
-    ChangedColors(graph::Graph& graph, graph::Node& node, const SavedNode* then)
-        : graph_(graph), node_(node) {
-        if (!node.isA("mesh")) return;
-        for (const int set : graph.elements(node.plug("colorSet")))
-            sets_.insert(set);
-        if (then != nullptr) {
-            for (const auto& [set, palette] : then->palettes())
-                sets_.insert(set);
-        }
-        for (const int set : sets_)
-            add(set, then);
-    }
-
-    /// What this writes must not be written as plain values. Tells the user what nobody writes: a mesh that
-    /// another node makes has no corners in the file.
-    void cover(NewValues& values) const {
-        for (const int set : sets_)
-            values.cover({colorKey(node_, set)});
-        if (areLost_) {
-            graph_.messages().warning("The vertex colors of " + graph_.uniqueName(node_) +
-                                      " are not saved: its mesh comes from another node. Delete its history "
-                                      "first to keep them.");
-        }
-    }
-    CornerColors corners() const {
-        CornerColors result;
-        for (const auto& [set, palette] : palettes_)
-            result.emplace(set, &palette.corners);
-        return result;
-    }
-    /// Whether the statements of a palette stay.
-    bool keepsPalette(int set) const {
-        const auto found = palettes_.find(set);
-        return found == palettes_.end() || kept_.at(set) > 0;
-    }
-    std::string addedText(const std::string& lineEnd) const {
-        std::string text;
-        for (const auto& [set, palette] : palettes_)
-            text += paletteText(palette.colors, kept_.at(set), set, lineEnd);
-        return text;
-    }
-
-  private:
-    void add(int set, const SavedNode* then) {
-        const auto data = graph::dataAs<nodes::VertexColorData>(node_.storedData(colorKey(node_, set)));
-        nodes::MeshPtr mesh = ownMesh(node_);
-        // A shape that has a history now still has the statements of its mesh.
-        if (mesh == nullptr && then != nullptr) mesh = then->mesh();
-        if (mesh == nullptr) {
-            areLost_ = areLost_ || data != nullptr;
-            return;
-        }
-        const geometry::Topology& topology = mesh->mesh.topology();
-        std::vector<nodes::Color> now = data != nullptr ? data->colors : std::vector<nodes::Color>();
-        now.resize(static_cast<std::size_t>(topology.vertexCount()), nodes::kUnsetColor);
-        ColorPalette palette{{}, std::vector<int>(static_cast<std::size_t>(topology.cornerCount()), -1)};
-        const bool isSaved = then != nullptr && then->palettes().count(set) != 0;
-        if (isSaved) palette = then->palettes().at(set);
-        const std::size_t kept = palette.colors.size();
-        const bool isGone = isSaved && !graph_.hasElement(node_.plug("colorSet").element(set));
-        if (!updatePalette(palette, vertexColors(palette, topology), now, topology) && !isGone) return;
-        if (isGone) palette.colors.clear();
-        kept_[set] = std::min(kept, palette.colors.size());
-        palettes_[set] = std::move(palette);
-    }
-
-    graph::Graph& graph_;
-    graph::Node& node_;
-    bool areLost_ = false;
-    std::set<int> sets_;
-    std::map<int, ColorPalette> palettes_;  // of those that differ
-    std::map<int, std::size_t> kept_;       // entries of a palette that the file has
-};
 
 /// Works out the edits of one node.
 class BlockEditor {
@@ -179,7 +102,9 @@ class BlockEditor {
         const bool isSameTopology =
             now != nullptr && then != nullptr && now->mesh.topologyPtr() == then->mesh.topologyPtr();
         hasOtherFaces_ = node_.isChanged(meshOrdinal()) && now != then && !isSameTopology;
-        colors_.emplace(graph_, node_, hasOtherFaces_ ? nullptr : &source_);
+        // A shape that has a history now still has the statements of its mesh.
+        colors_.emplace(graph_, node_, now != nullptr || hasOtherFaces_ ? now : then,
+                        hasOtherFaces_ ? nullptr : &source_);
         colors_->cover(fresh_);
     }
 
@@ -273,7 +198,6 @@ class BlockEditor {
             edits_.replaced[statement] = {};
             return;
         }
-        const nodes::MeshPtr now = ownMesh(node_);
         const nodes::MeshPtr& then = source_.mesh();
         if (then == nullptr) return;
         if (isMeshFaces(head.root()) && head.hasValues()) {
@@ -281,11 +205,11 @@ class BlockEditor {
             std::string text =
                 recolored(old, head, then->mesh.topology(), colors_->corners(), true, text_.form.lineEnd);
             if (text != old) edits_.replaced[statement] = std::move(text);
-        } else if (now == nullptr) {
             return;
-        } else if (auto text = movedPointsText(now->mesh, then->mesh, head.path)) {
-            edits_.replaced[statement] = *text;
         }
+        const nodes::MeshPtr now = ownMesh(node_);
+        if (now == nullptr) return;
+        if (auto text = movedPointsText(now->mesh, then->mesh, head.path)) edits_.replaced[statement] = *text;
     }
 
     void addMesh() {
@@ -348,14 +272,14 @@ std::string newNodeText(graph::Graph& graph, graph::Node& node, const std::strin
             text += addAttrText(*attribute, form.units, form.lineEnd);
     }
     NewValues values(graph, node, form);
-    const ChangedColors colors(graph, node, nullptr);
+    const nodes::MeshPtr mesh = ownMesh(node);
+    const ChangedColors colors(graph, node, mesh, nullptr);
     colors.cover(values);
     for (const graph::Attribute* attribute : node.attributes()) {
         if (attribute != nullptr && attribute->longName() != "inMesh") text += values.text(*attribute);
     }
     text += colors.addedText(form.lineEnd);
-    if (const nodes::MeshPtr mesh = ownMesh(node))
-        text += meshText(mesh->mesh, colors.corners(), meshes, form.lineEnd);
+    if (mesh != nullptr) text += meshText(mesh->mesh, colors.corners(), meshes, form.lineEnd);
     if (const std::string aliases = aliasText(node); !aliases.empty()) text += '\t' + aliases + form.lineEnd;
     return text;
 }

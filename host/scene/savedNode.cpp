@@ -1,7 +1,6 @@
 #include "scene/savedNode.h"
 
 #include <algorithm>
-#include <set>
 
 #include "graph/names.h"
 #include "scene/addStatements.h"
@@ -169,21 +168,18 @@ const nodes::MeshPtr& SavedNode::readOwnMesh(const graph::Node& node) {
 /// Only a mesh that the shape holds itself has corners with colours.
 void SavedNode::loadColors(graph::NodeLoader& loader, int ordinal) {
     const graph::Node& node = loader.node();
-    const std::vector<std::uint32_t> colors = statementsOf(ordinal);
-    std::set<int> sets;
-    for (const std::uint32_t statement : colors) {
-        const auto head = readSetHead(text_->statement(statement), text_->form.isDoubleByte);
-        if (isPalette(head->path)) sets.insert(paletteSet(head->path));
-    }
-    sets.erase(-1);
-    if (sets.empty() || readOwnMesh(node) == nullptr) return;
+    const std::vector<std::uint32_t> statements = statementsOf(ordinal);
+    const bool hasPalettes = std::any_of(statements.begin(), statements.end(), [&](std::uint32_t statement) {
+        return isPalette(readSetHead(text_->statement(statement), text_->form.isDoubleByte)->path);
+    });
+    if (!hasPalettes || readOwnMesh(node) == nullptr) return;
     const geometry::Topology& topology = mesh_->mesh.topology();
-    std::vector<std::uint32_t> all = statementsOf(node.findAttribute("inMesh")->ordinal());
-    all.insert(all.end(), colors.begin(), colors.end());
-    for (const int set : sets) {
-        const ColorPalette& palette = palettes_[set] = readPalette(*text_, all, topology, set);
-        loader.setData(colorKey(node, set),
-                       std::make_shared<nodes::VertexColorData>(vertexColors(palette, topology)));
+    palettes_ =
+        readPalettes(*text_, statements, statementsOf(node.findAttribute("inMesh")->ordinal()), topology);
+    for (const auto& [set, palette] : palettes_) {
+        std::vector<nodes::Color> colors;
+        if (!palette.corners.empty()) colors = vertexColors(palette, topology);
+        loader.setData(colorKey(node, set), std::make_shared<nodes::VertexColorData>(std::move(colors)));
     }
 }
 

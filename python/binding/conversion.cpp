@@ -126,7 +126,8 @@ std::optional<Value> valueOf(py::handle object, ArgumentType type) {
 /// Turns the keyword arguments of one call into flags.
 class FlagReader {
   public:
-    FlagReader(const Syntax* syntax, TypedArguments& result) : syntax_(syntax), result_(result) {}
+    FlagReader(const host::mel::CommandRegistry& commands, const std::string& command, TypedArguments& result)
+        : commands_(commands), command_(command), syntax_(commands.syntax(command)), result_(result) {}
 
     void readModes(const py::kwargs& flags) {
         for (const auto& [key, value] : flags) {
@@ -141,7 +142,7 @@ class FlagReader {
         if (syntax_ == nullptr) return addPlain(name, value);
         if (isMode(name)) return;
         const int index = syntax_->find(name);
-        if (index < 0) throw py::type_error("Invalid flag '" + name + "'");
+        if (index < 0) raiseUnknown(name);
         const Flag& flag = syntax_->flags()[static_cast<std::size_t>(index)];
         if (result_.isQuery && !(flag.queryWithArguments && !isTruth(value))) {
             if (isTrue(value)) result_.flags.push_back({name, {}});
@@ -156,6 +157,12 @@ class FlagReader {
     }
 
   private:
+    [[noreturn]] void raiseUnknown(const std::string& name) const {
+        if (commands_.isUncovered(command_, name))
+            throw py::type_error("Flag '" + name + "' is not covered by this host.");
+        throw py::type_error("Invalid flag '" + name + "'");
+    }
+
     bool isDeclared(const std::string& name) const { return syntax_ != nullptr && syntax_->find(name) >= 0; }
 
     bool isMode(const std::string& name) const {
@@ -240,6 +247,8 @@ class FlagReader {
     }
 
   private:
+    const host::mel::CommandRegistry& commands_;
+    const std::string& command_;
     const Syntax* syntax_;
     TypedArguments& result_;
 };
@@ -304,9 +313,10 @@ py::object describe(const Syntax& syntax) {
     return std::move(result);
 }
 
-TypedArguments argumentsOf(const Syntax* syntax, const py::args& positional, const py::kwargs& flags) {
+TypedArguments argumentsOf(const host::mel::CommandRegistry& commands, const std::string& name,
+                           const py::args& positional, const py::kwargs& flags) {
     TypedArguments result;
-    FlagReader reader(syntax, result);
+    FlagReader reader(commands, name, result);
     if (flags && !flags.empty()) {
         reader.readModes(flags);
         for (const auto& [key, value] : flags)

@@ -9,10 +9,9 @@
 namespace delven::python {
 
 /// The arguments of a call, by the command's syntax. A command without one takes flags with a single value.
-/// @param syntax  null for a command that declares none
 /// Raises TypeError, ValueError or OverflowError as Maya's module does.
-host::mel::TypedArguments argumentsOf(const host::mel::Syntax* syntax, const pybind11::args& positional,
-                                      const pybind11::kwargs& flags);
+host::mel::TypedArguments argumentsOf(const host::mel::CommandRegistry& commands, const std::string& name,
+                                      const pybind11::args& positional, const pybind11::kwargs& flags);
 
 /// The result of a call: None, a number, a text, a list, a list of tuples or a dictionary.
 pybind11::object resultOf(const host::mel::CommandResult& result);

@@ -98,7 +98,7 @@ Host& Host::current() {
 }
 
 py::object Host::call(const std::string& name, const py::args& positional, const py::kwargs& flags) {
-    host::mel::TypedArguments arguments = argumentsOf(commands().syntax(name), positional, flags);
+    host::mel::TypedArguments arguments = argumentsOf(commands(), name, positional, flags);
     if (name == "setAttr") addArrayLength(arguments, positional);
     if (hasOnlyEmptyLists(arguments)) {
         if (name == "ls") return py::list();

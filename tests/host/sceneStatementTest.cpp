@@ -306,7 +306,7 @@ void PrintTo(const ColorEdit& edit, std::ostream* stream) {
 
 /// A dump without sets in which no vertex has a colour: files do not tell them from sets that never had one.
 std::string withoutEmptySets(const std::string& dump) {
-    return std::regex_replace(dump, std::regex("[^\n]*vertexColors( -1)+\n"), "");
+    return std::regex_replace(dump, std::regex("[^\n]*vertexColors( -1)*\n"), "");
 }
 
 class SceneColors : public testing::TestWithParam<ColorEdit> {};
@@ -360,6 +360,15 @@ TEST(SceneStatement, ColorsOfVerticesAreTheMeansOfTheirCorners) {
     EXPECT_EQ(host.ok("polyColorPerVertex -q -r -g -b -a strip.vtx[5]"), "0.5 0.25 0.125 1");
     host.touchOwnNodes();
     EXPECT_EQ(host.saved(), kColors);
+    // Two lists of colours that no corner takes, one of them without a name.
+    std::string unused = kColors;
+    unused.insert(unused.find("\tsetAttr -s 6 \".vt"),
+                  "\tsetAttr \".clst[5].clsp[0]\"  1 1 1 1;\n"
+                  "\tsetAttr \".clst[6].clsn\" -type \"string\" \"six\";\n"
+                  "\tsetAttr \".clst[6].clsp[0]\"  1 1 1 1;\n");
+    host.open(unused);
+    host.touchOwnNodes();
+    EXPECT_EQ(host.saved(), unused);
     // An index without a colour, and a list of another length than its face.
     std::string text = kColors;
     text.replace(text.find(kRightCorners), kRightCorners.size(), "\t\tmc 0 4 1 2 7 1");
