@@ -124,21 +124,19 @@ std::vector<Relative> nodesBelow(const Relative& node) {
     return below;
 }
 
-/// @param name  what the command line calls the node; empty if it is selected
-std::vector<Relative> relatives(const graph::Graph& graph, graph::Node& node, const std::string& name,
-                                const ParsedArguments& arguments) {
+std::vector<Relative> relatives(const graph::SelectionItem& item, const ParsedArguments& arguments) {
+    const std::vector<graph::Instance> upwards = graph::upwards(item);
+    const graph::Instance& place = upwards.front();
     std::vector<Relative> found;
-    const graph::Instance at = graph::instanceOn(graph, node, name);
-    const Relative given{&node, at.number > 0 ? graph::fullPath(at) : std::string()};
+    const Relative given{place.node, place.number > 0 ? graph::fullPath(place) : std::string()};
     if (arguments.isSet("allParents")) {
-        graph::visitParents(node, [&](graph::Node* parent) {
+        graph::visitParents(*place.node, [&](graph::Node* parent) {
             if (parent != nullptr) found.push_back({parent, {}});
         });
     } else if (arguments.isSet("parent")) {
-        graph::Node* parent = graph::parentOn(graph, node, name);
-        if (parent == nullptr) return found;
+        if (upwards.size() < 2) return found;
         const std::size_t end = given.path.rfind('|');
-        found.push_back({parent, given.path.empty() ? std::string() : given.path.substr(0, end)});
+        found.push_back({upwards[1].node, given.path.empty() ? std::string() : given.path.substr(0, end)});
     } else {
         found = arguments.isSet("allDescendents") ? nodesBelow(given) : childrenOf(given);
     }
@@ -152,28 +150,9 @@ std::string nameOf(const Relative& relative, const ParsedArguments& arguments, g
     return isFull || arguments.isSet("path") ? paths.of(*relative.node) : relative.node->name();
 }
 
-/// The objects of the command line with their names; the selection has none.
-Found<std::vector<std::pair<graph::SelectionItem, std::string>>> namedObjects(
-    CommandContext& context, const ParsedArguments& arguments) {
-    Found<std::vector<std::pair<graph::SelectionItem, std::string>>> named;
-    const std::vector<std::string> names = arguments.objectNames();
-    // A name tells an instance only where there are any.
-    const bool isOneByOne = context.graph.hasInstances() && !names.empty();
-    const std::size_t rounds = isOneByOne ? names.size() : 1;
-    for (std::size_t k = 0; k < rounds; ++k) {
-        Found<std::vector<graph::SelectionItem>> items =
-            isOneByOne ? findItems(context.graph, {names[k]}) : objectsOrSelection(context, arguments);
-        if (!items.ok()) return {{}, items.error};
-        for (graph::SelectionItem& item : items.value)
-            named.value.emplace_back(std::move(item),
-                                     isOneByOne ? names[k].substr(0, names[k].find('.')) : "");
-    }
-    return named;
-}
-
 CommandResult listRelatives(CommandContext& context, const ParsedArguments& arguments) {
     const graph::Graph& graph = context.graph;
-    const auto items = namedObjects(context, arguments);
+    const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return CommandResult::failure(items.error);
     RelativesFilter filter;
     filter.shapesOnly = arguments.isSet("shapes");
@@ -183,14 +162,14 @@ CommandResult listRelatives(CommandContext& context, const ParsedArguments& argu
     graph::PathNames paths(
         graph, arguments.isSet("fullPath") ? graph::PathNames::Kind::Full : graph::PathNames::Kind::Unique);
     std::vector<std::string> names;
-    for (const auto& [item, name] : items.value) {
+    for (const graph::SelectionItem& item : items.value) {
         const bool isParentQuery = arguments.isSet("parent") || arguments.isSet("allParents");
         // The owner of components is the shape of their transform.
         if (item.component && isParentQuery && filter.types.empty()) {
             names.push_back(paths.of(*item.node));
             continue;
         }
-        for (const Relative& relative : relatives(graph, *item.node, name, arguments)) {
+        for (const Relative& relative : relatives(item, arguments)) {
             if (passes(graph, filter, *relative.node)) names.push_back(nameOf(relative, arguments, paths));
         }
     }

@@ -126,8 +126,8 @@ CommandResult joint(CommandContext& context, const ParsedArguments& arguments) {
 
 void registerJointCommand(mel::CommandRegistry& registry) {
     Syntax syntax;
-    syntax.flag("p", "position", {kReal, kReal, kReal}).flag("a", "absolute").flag("r", "relative");
-    syntax.flag("n", "name", {kText}).flag("o", "orientation", {kReal, kReal, kReal});
+    syntax.flag("p", "position", {kLength, kLength, kLength}).flag("a", "absolute").flag("r", "relative");
+    syntax.flag("n", "name", {kText}).flag("o", "orientation", {kAngle, kAngle, kAngle});
     syntax.flag("s", "scale", {kReal, kReal, kReal}).flag("rad", "radius", {kReal});
     syntax.flag("sc", "scaleCompensate", {kSwitch});
     syntax.enableQuery().enableEdit().objects(ObjectKind::Strings);

@@ -32,6 +32,7 @@ struct Request {
 struct Kind {
     const char* name;
     const char* axisFlag;  // with X, XY, ... after it
+    ArgumentType unit;     // of the values
     Space defaultSpace;
     std::string (*transform)(graph::Graph&, const NodeRef&, const Request&, const ParsedArguments&);
     std::string (*points)(graph::Graph&, const SelectionItem&, const Request&, const ParsedArguments&);
@@ -66,9 +67,11 @@ Found<Request> requestOf(CommandContext& context, const ParsedArguments& argumen
     const std::vector<int> axes = namedAxes(arguments, kind);
     std::size_t at = 0;
     for (; at < axes.size(); ++at) {
-        if (at == words.size() || !words[at].isNumber())
+        std::optional<double> value;
+        if (at < words.size()) value = mel::numberOf(words[at], kind.unit, context.graph.framesPerSecond());
+        if (!value)
             return {{}, prefix + "Not enough values; " + std::to_string(axes.size()) + " are needed."};
-        request.value.values[static_cast<std::size_t>(axes[at])] = words[at].toFloat();
+        request.value.values[static_cast<std::size_t>(axes[at])] = *value;
     }
     std::vector<std::string> names;
     for (; at < words.size(); ++at) {
@@ -317,9 +320,9 @@ void add(mel::CommandRegistry& registry, Syntax syntax, const Kind& kind, std::s
         uncovered);
 }
 
-constexpr Kind kMove{"move", "move", Space::World, moveTransform, movePoints};
-constexpr Kind kRotate{"rotate", "rotate", Space::Object, rotateTransform, rotatePoints};
-constexpr Kind kScale{"scale", "scale", Space::Object, scaleTransform, scalePoints};
+constexpr Kind kMove{"move", "move", kLength, Space::World, moveTransform, movePoints};
+constexpr Kind kRotate{"rotate", "rotate", kAngle, Space::Object, rotateTransform, rotatePoints};
+constexpr Kind kScale{"scale", "scale", kReal, Space::Object, scaleTransform, scalePoints};
 
 }  // namespace
 
@@ -332,14 +335,14 @@ void registerMoveCommands(mel::CommandRegistry& registry) {
         "secondaryAxisOrient smn symNegative wd worldSpaceDistance xc xformConstraint");
 
     Syntax rotate = commonSyntax(kRotate);
-    rotate.flag("p", "pivot", {kReal, kReal, kReal}).flag("eu", "euler").flag("fo", "forceOrderXYZ");
+    rotate.flag("p", "pivot", {kLength, kLength, kLength}).flag("eu", "euler").flag("fo", "forceOrderXYZ");
     add(registry, std::move(rotate), kRotate,
         "c centerPivot dph deletePriorHistory oj orientJoint pcp preserveChildPosition pgp "
         "preserveGeometryPosition puv preserveUV rfl reflection smn symNegative tr translate xc "
         "xformConstraint");
 
     Syntax scale = commonSyntax(kScale);
-    scale.flag("p", "pivot", {kReal, kReal, kReal});
+    scale.flag("p", "pivot", {kLength, kLength, kLength});
     add(registry, std::move(scale), kScale,
         "c centerPivot dph deletePriorHistory dso distanceOnly oj orientJoint pcp "
         "preserveChildPosition pgp preserveGeometryPosition puv preserveUV rfl reflection smn "

@@ -57,22 +57,14 @@ std::string parentProblem(const graph::Graph& graph, const ParentRequest& reques
 
 /// The objects of the command line, or the selection, each instance once.
 Found<std::vector<Child>> namedChildren(CommandContext& context, const ParsedArguments& arguments) {
-    graph::Graph& graph = context.graph;
     Found<std::vector<Child>> found;
     std::set<std::pair<const graph::Node*, const graph::Node*>> seen;
-    const auto add = [&](const graph::NodeRef& node, const std::string& name) {
-        graph::Node* from = graph::parentOn(graph, *node, name);
-        if (seen.emplace(node.get(), from).second) found.value.push_back({node, from});
-    };
-    if (arguments.objects().empty()) {
-        for (const graph::SelectionItem& item : graph.selection().items())
-            add(item.node, {});
-    }
-    for (const std::string& name : arguments.objectNames()) {
-        const Found<std::vector<graph::SelectionItem>> items = findItems(graph, {name});
-        if (!items.ok()) return {{}, items.error};
-        for (const graph::SelectionItem& item : items.value)
-            add(item.node, name.substr(0, name.find('.')));
+    const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
+    if (!items.ok()) return {{}, items.error};
+    for (const graph::SelectionItem& item : items.value) {
+        const std::vector<graph::Instance> upwards = graph::upwards(item);
+        graph::Node* from = upwards.size() > 1 ? upwards[1].node : nullptr;
+        if (seen.emplace(item.node.get(), from).second) found.value.push_back({item.node, from});
     }
     return found;
 }

@@ -286,7 +286,7 @@ void registerPlacementCommands(mel::CommandRegistry& registry) {
     registry.add("makeIdentity", identity, makeIdentity);
 
     Syntax locator;
-    locator.flag("n", "name", {kText}).flag("p", "position", {kReal, kReal, kReal});
+    locator.flag("n", "name", {kText}).flag("p", "position", {kLength, kLength, kLength});
     locator.flag("a", "absolute").flag("r", "relative");
     registry.add("spaceLocator", locator, spaceLocator, "e edit q query");
 }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "commands/commandSupport.h"
@@ -12,24 +13,25 @@ namespace host::commands {
 
 namespace {
 
-constexpr graph::ValueKind kTime = graph::ValueKind::Time;
+constexpr graph::ValueKind kTimeKind = graph::ValueKind::Time;
 
 CommandResult currentTime(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
     if (arguments.isQuery())
-        return CommandResult::success(toScriptUnit(graph, kTime, nodes::currentTime(graph)));
+        return CommandResult::success(toScriptUnit(graph, kTimeKind, nodes::currentTime(graph)));
     if (arguments.isSet("update") && !arguments.boolean("update"))
         return CommandResult::failure(
             "currentTime: A change that updates nothing is not covered by this host.");
     if (arguments.objects().empty()) return CommandResult::failure("currentTime: A time must be given.");
-    const Value& wanted = arguments.objects().front();
-    if (!wanted.isNumber() || !std::isfinite(wanted.toFloat()))
-        return CommandResult::failure("currentTime: '" + wanted.toString() + "' is no time.");
+    const Value& word = arguments.objects().front();
+    const std::optional<double> wanted = mel::numberOf(word, kTime, graph.framesPerSecond());
+    if (!wanted || !std::isfinite(*wanted))
+        return CommandResult::failure("currentTime: '" + word.toString() + "' is no time.");
     const graph::Plug plug = nodes::timePlug(graph);
     if (isLocked(plug) || hasSource(graph, plug))
         return CommandResult::failure("currentTime: " + graph.plugName(plug) + " is locked or connected.");
-    nodes::setCurrentTime(graph, fromScriptUnit(graph, kTime, wanted.toFloat()));
-    return CommandResult::success(toScriptUnit(graph, kTime, nodes::currentTime(graph)));
+    nodes::setCurrentTime(graph, fromScriptUnit(graph, kTimeKind, *wanted));
+    return CommandResult::success(toScriptUnit(graph, kTimeKind, nodes::currentTime(graph)));
 }
 
 /// The times, in frames, between which the scene plays, and those of the whole animation.
@@ -77,7 +79,7 @@ void registerTimeCommands(mel::CommandRegistry& registry) {
 
     Syntax range;
     for (const auto& flag : kRangeFlags)
-        range.flag(flag.shortName, flag.longName, {kReal});
+        range.flag(flag.shortName, flag.longName, {kTime});
     range.enableQuery().enableEdit();
     registry.add(
         "playbackOptions", range,

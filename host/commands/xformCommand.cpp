@@ -1,6 +1,7 @@
 // The command xform: its edits. xformQuery.cpp does its queries and pointPosition.
 
 #include <algorithm>
+#include <tuple>
 
 #include "commands/commands.h"
 #include "commands/meshSupport.h"
@@ -249,11 +250,12 @@ CommandResult xform(CommandContext& context, const ParsedArguments& arguments) {
 
 void registerXformCommands(mel::CommandRegistry& registry) {
     Syntax syntax;
-    for (const auto& [shortName, longName] :
-         {std::pair("t", "translation"), std::pair("ro", "rotation"), std::pair("s", "scale"),
-          std::pair("sh", "shear"), std::pair("rp", "rotatePivot"), std::pair("sp", "scalePivot"),
-          std::pair("piv", "pivots")})
-        syntax.flag(shortName, longName, {kReal, kReal, kReal});
+    for (const auto& [shortName, longName, unit] :
+         {std::tuple("t", "translation", kLength), std::tuple("ro", "rotation", kAngle),
+          std::tuple("s", "scale", kReal), std::tuple("sh", "shear", kReal),
+          std::tuple("rp", "rotatePivot", kLength), std::tuple("sp", "scalePivot", kLength),
+          std::tuple("piv", "pivots", kLength)})
+        syntax.flag(shortName, longName, {unit, unit, unit});
     syntax.flag("m", "matrix").flag("bb", "boundingBox").flag("roo", "rotateOrder", {kText});
     syntax.flag("os", "objectSpace").flag("ws", "worldSpace").flag("r", "relative").flag("a", "absolute");
     syntax.flag("p", "preserve", {kSwitch}).flag("eu", "euler");

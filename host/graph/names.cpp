@@ -133,20 +133,36 @@ std::size_t nodeEnd(std::string_view name) {
     return name.find('.');
 }
 
-NameMatches componentMatches(Graph& graph, const std::vector<NodeRef>& nodes, const ComponentWord& word) {
+NameMatches componentMatches(Graph& graph, const std::vector<Instance>& places, const ComponentWord& word) {
     NameMatches matches;
-    for (const NodeRef& node : nodes) {
-        const NodeRef shape = graph.shapeOf(node);
+    for (const Instance& place : places) {
+        const NodeRef shape = graph.shapeOf(place.node->ref());
         if (shape == nullptr) continue;
+        const std::size_t path =
+            shape.get() == place.node || place.number == 0 ? place.number : childOf(place, *shape).number;
         const int count = graph.componentCount(shape, word.kind);
         if (word.all) {
-            matches.items.push_back({shape, {}, Component::complete(word.kind, count)});
+            matches.items.push_back({shape, {}, Component::complete(word.kind, count), path});
         } else if (word.run.first < count) {
             matches.items.push_back(
-                {shape, {}, Component(word.kind, {word.run.first, std::min(word.run.last, count - 1)})});
+                {shape,
+                 {},
+                 Component(word.kind, {word.run.first, std::min(word.run.last, count - 1)}),
+                 path});
         }
     }
     return matches;
+}
+
+/// The places that a name means where it matches these nodes.
+std::vector<Instance> placesOf(const Graph& graph, const std::vector<NodeRef>& nodes, std::string_view name) {
+    std::vector<Instance> places;
+    places.reserve(nodes.size());
+    InstanceNumbers numbers;
+    for (const NodeRef& node : nodes)
+        places.push_back(graph.hasInstances() ? instanceOn(graph, *node, name, numbers)
+                                              : Instance{node.get(), 0});
+    return places;
 }
 
 }  // namespace
@@ -222,18 +238,6 @@ NodeRef findNode(const Graph& graph, std::string_view path) {
     return found.size() == 1 ? found.front() : nullptr;
 }
 
-Node* parentOn(const Graph& graph, Node& node, std::string_view path) {
-    const std::size_t bar = path.rfind('|');
-    if (bar == std::string_view::npos) return node.parent();
-    const std::vector<Node*> chain = namedChain(graph, node, path.substr(0, bar));
-    return chain.size() > 1 ? chain[1] : node.parent();
-}
-
-Instance instanceOn(const Graph& graph, Node& node, std::string_view path) {
-    InstanceNumbers numbers;
-    return instanceOn(graph, node, path, numbers);
-}
-
 Instance instanceOn(const Graph& graph, Node& node, std::string_view path, InstanceNumbers& numbers) {
     const std::size_t bar = path.rfind('|');
     if (bar == std::string_view::npos || !isInstanced(node)) return {&node, 0};
@@ -272,10 +276,10 @@ NameMatches findAll(Graph& graph, std::string_view name) {
         return matches;
     }
     if (dot == std::string_view::npos) {
-        for (const NodeRef& node : nodes)
-            matches.items.push_back({node, {}, {}});
+        for (const Instance& place : placesOf(graph, nodes, name))
+            matches.items.push_back({place.node->ref(), {}, {}, place.number});
     } else if (const auto word = parseMeshComponentWord(name.substr(dot + 1))) {
-        matches = componentMatches(graph, nodes, *word);
+        matches = componentMatches(graph, placesOf(graph, nodes, name.substr(0, dot)), *word);
     } else {
         for (const NodeRef& node : nodes) {
             const PlugMatch match = findPlug(graph, node, name.substr(dot + 1));
