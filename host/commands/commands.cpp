@@ -10,6 +10,8 @@ void registerCommands(mel::CommandRegistry& registry) {
     // one.
     const auto session = std::make_shared<scene::SceneSession>(registry.graph(), platform::synchronise);
     registerNodeCommands(registry);
+    registerDeleteCommand(registry);
+    registerNodeTypeCommand(registry);
     registerDuplicateCommand(registry);
     registerDumpCommand(registry);
     registerDagCommands(registry);

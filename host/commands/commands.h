@@ -16,7 +16,9 @@ namespace host::commands {
 void registerCommands(mel::CommandRegistry& registry);
 
 // One function per family.
-void registerNodeCommands(mel::CommandRegistry& registry);      // createNode delete rename nodeType objExists
+void registerNodeCommands(mel::CommandRegistry& registry);      // createNode rename objExists
+void registerDeleteCommand(mel::CommandRegistry& registry);     // delete
+void registerNodeTypeCommand(mel::CommandRegistry& registry);   // nodeType
 void registerDuplicateCommand(mel::CommandRegistry& registry);  // duplicate instance
 void registerDumpCommand(mel::CommandRegistry& registry);       // headlessDump
 void registerDagCommands(mel::CommandRegistry& registry);       // group listRelatives

@@ -1,11 +1,14 @@
 // The command ls.
 
 #include <algorithm>
+#include <array>
 #include <unordered_set>
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "commands/nodeStates.h"
 #include "graph/instances.h"
+#include "graph/namespaces.h"
 #include "graph/pathNames.h"
 #include "nodes/meshNode.h"
 #include "scene/sceneSession.h"
@@ -23,7 +26,7 @@ struct Filter {
     std::vector<std::string> excludedTypes;
     bool intermediateOnly = false;
     bool noIntermediate = false;
-    bool visibleOnly = false;
+    std::vector<const NodeState*> states;  // all of them must be true
     bool dagOnly = false;
 
     bool isTyped() const { return !kinds.empty() || !exactTypes.empty(); }
@@ -37,30 +40,45 @@ std::vector<std::string> texts(const ParsedArguments& arguments, std::string_vie
     return result;
 }
 
+/// Flags for the nodes of a type and of those that derive from it.
+struct Kind {
+    const char* shortName;
+    const char* flag;
+    const char* type;
+};
+constexpr Kind kKinds[] = {{"s", "shapes", "shape"},           {"g", "geometry", "geometryShape"},
+                           {"tr", "transforms", "transform"},  {"mat", "materials", "lambert"},
+                           {"set", "sets", "objectSet"},       {"ca", "cameras", "camera"},
+                           {"pr", "partitions", "partition"},  {"rf", "references", "reference"},
+                           {"con", "containers", "container"}, {"pl", "planes", "sketchPlane"}};
+/// Types that only files bring. They are not known by what they derive from.
+constexpr std::array kLights{"ambientLight", "areaLight", "directionalLight",
+                             "pointLight",   "spotLight", "volumeLight"};
+constexpr std::array kTextures{
+    "bulge",   "brownian", "checker",      "cloth",  "cloud",       "crater",  "envBall",    "envChrome",
+    "envCube", "envSky",   "envSphere",    "file",   "fractal",     "granite", "grid",       "layeredTexture",
+    "leather", "marble",   "mountain",     "movie",  "noise",       "ocean",   "psdFileTex", "ramp",
+    "rock",    "snow",     "solidFractal", "stucco", "volumeNoise", "water",   "wood"};
+
 Filter filterOf(const ParsedArguments& arguments) {
     Filter filter;
     filter.kinds = texts(arguments, "type");
     filter.exactTypes = texts(arguments, "exactType");
     filter.excludedTypes = texts(arguments, "excludeType");
-    if (arguments.isSet("shapes")) filter.kinds.emplace_back("shape");
-    if (arguments.isSet("geometry")) filter.kinds.emplace_back("geometryShape");
-    if (arguments.isSet("transforms")) filter.kinds.emplace_back("transform");
-    if (arguments.isSet("materials")) filter.kinds.emplace_back("lambert");
-    if (arguments.isSet("sets")) filter.kinds.emplace_back("objectSet");
-    if (arguments.isSet("cameras")) filter.kinds.emplace_back("camera");
+    for (const Kind& kind : kKinds) {
+        if (arguments.isSet(kind.flag)) filter.kinds.emplace_back(kind.type);
+    }
+    if (arguments.isSet("lights"))
+        filter.exactTypes.insert(filter.exactTypes.end(), kLights.begin(), kLights.end());
+    if (arguments.isSet("textures"))
+        filter.exactTypes.insert(filter.exactTypes.end(), kTextures.begin(), kTextures.end());
+    for (const NodeState& state : kNodeStates) {
+        if (arguments.isSet(state.flag)) filter.states.push_back(&state);
+    }
     filter.intermediateOnly = arguments.isSet("intermediateObjects");
     filter.noIntermediate = arguments.isSet("noIntermediate");
-    filter.visibleOnly = arguments.isSet("visible");
     filter.dagOnly = arguments.isSet("dagObjects") || filter.intermediateOnly;
     return filter;
-}
-
-bool isVisible(graph::Graph& graph, const graph::Node& node) {
-    for (const graph::Node* at = &node; at != nullptr; at = at->parent()) {
-        const graph::Plug visibility = const_cast<graph::Node*>(at)->plug("visibility");
-        if (visibility && graph.number(visibility) == 0.0) return false;
-    }
-    return node.type().isDag() && !nodes::isIntermediate(graph, node);
 }
 
 bool passes(graph::Graph& graph, const Filter& filter, const graph::Node& node) {
@@ -74,7 +92,8 @@ bool passes(graph::Graph& graph, const Filter& filter, const graph::Node& node) 
     const bool isHidden = nodes::isIntermediate(graph, node);
     if (filter.intermediateOnly && !(isHidden && node.isA("shape"))) return false;
     if (filter.noIntermediate && isHidden) return false;
-    return !filter.visibleOnly || isVisible(graph, node);
+    return std::all_of(filter.states.begin(), filter.states.end(),
+                       [&](const NodeState* state) { return state->isTrue(graph, node); });
 }
 
 void addBelow(graph::Node& node, std::vector<SelectionItem>& items) {
@@ -190,11 +209,19 @@ std::vector<std::string> namesOf(const graph::Graph& graph, const graph::Node& n
     return arguments.isSet("long") ? graph::paths(node) : graph::shortPaths(graph, node);
 }
 
+/// The root is ":"; with -absoluteName, so every other namespace begins.
+std::string shownNamespace(const graph::Node& node, const ParsedArguments& arguments) {
+    const std::string_view nameSpace = graph::namespaceOf(node.name());
+    const bool hasColon = nameSpace.empty() || arguments.isSet("absoluteName");
+    return (hasColon ? ":" : "") + std::string(nameSpace);
+}
+
 void appendNames(const graph::Graph& graph, const SelectionItem& item, const ParsedArguments& arguments,
                  graph::PathNames& paths, std::vector<std::string>& names) {
     if (item.isWholeNode()) {
         for (std::string& name : namesOf(graph, *item.node, arguments, paths)) {
             names.push_back(std::move(name));
+            if (arguments.isSet("showNamespace")) names.push_back(shownNamespace(*item.node, arguments));
             if (arguments.isSet("showType")) names.push_back(item.node->type().name());
         }
         return;
@@ -213,6 +240,13 @@ void appendNames(const graph::Graph& graph, const SelectionItem& item, const Par
     }
 }
 
+std::vector<std::string> typeNames(const graph::Graph& graph) {
+    std::vector<std::string> names;
+    for (const graph::NodeType* type : graph.types().all())
+        names.push_back(type->name());
+    return names;
+}
+
 CommandResult ls(CommandContext& context, const ParsedArguments& arguments, scene::SceneSession& session) {
     graph::Graph& graph = context.graph;
     const Filter filter = filterOf(arguments);
@@ -220,6 +254,7 @@ CommandResult ls(CommandContext& context, const ParsedArguments& arguments, scen
         if (graph.types().find(type) == nullptr)
             return CommandResult::failure("ls: Unknown object type: " + type);
     }
+    if (arguments.isSet("nodeTypes")) return CommandResult::success(typeNames(graph));
     std::vector<SelectionItem> items;
     std::unordered_set<const graph::Node*> listed;
     for (SelectionItem& item : candidates(context, arguments, filter)) {
@@ -267,10 +302,13 @@ void registerListCommands(mel::CommandRegistry& registry,
         .flag("sn", "shortNames")
         .flag("st", "showType")
         .flag("uid", "uuid");
-    syntax.flag("s", "shapes").flag("g", "geometry").flag("tr", "transforms").flag("mat", "materials");
-    syntax.flag("set", "sets").flag("io", "intermediateObjects").flag("ni", "noIntermediate");
-    syntax.flag("ca", "cameras").flag("o", "objectsOnly");
-    syntax.flag("v", "visible").flag("r", "recursive", {kSwitch});
+    for (const Kind& kind : kKinds)
+        syntax.flag(kind.shortName, kind.flag);
+    for (const NodeState& state : kNodeStates)
+        syntax.flag(state.shortName, state.flag);
+    syntax.flag("lt", "lights").flag("tex", "textures").flag("nt", "nodeTypes");
+    syntax.flag("io", "intermediateObjects").flag("ni", "noIntermediate").flag("o", "objectsOnly");
+    syntax.flag("sns", "showNamespace").flag("an", "absoluteName").flag("r", "recursive", {kSwitch});
     syntax.flag("hd", "head", {ArgumentType::Unsigned}).flag("tl", "tail", {ArgumentType::Unsigned});
     syntax.multiUseFlag("typ", "type", {kText}).multiUseFlag("et", "exactType", {kText});
     syntax.multiUseFlag("ext", "excludeType", {kText}).objects(ObjectKind::Strings);
@@ -279,12 +317,7 @@ void registerListCommands(mel::CommandRegistry& registry,
         [session](CommandContext& context, const ParsedArguments& arguments) {
             return ls(context, arguments, *session);
         },
-        "absoluteName an containerType ct containers con defaultNodes dn "
-        "ghost gh hilite hl invisible iv leaf lf "
-        "lights lt live lv lockedNodes ln modified mod nodeTypes nt partitions pr "
-        "persistentNodes pn planes pl preSelectHilite psh "
-        "readOnly ro referencedNodes rn references rf showNamespace sns textures tex templated tm "
-        "undeletable ud untemplated ut");
+        "containerType ct modified mod persistentNodes pn");
 }
 
 }  // namespace host::commands

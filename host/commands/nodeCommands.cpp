@@ -1,15 +1,10 @@
-// The commands of nodes: createNode, delete, rename, nodeType, objExists.
+// The commands of nodes: createNode, rename, objExists.
 
 #include <algorithm>
-#include <functional>
-#include <memory>
-#include <set>
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
-#include "nodes/defaultCameras.h"
 #include "nodes/meshNode.h"
-#include "nodes/plugs.h"
 #include "scene/fileTypes.h"
 #include "scene/uuids.h"
 
@@ -60,86 +55,6 @@ CommandResult createNode(CommandContext& context, const ParsedArguments& argumen
     return CommandResult::success(graph.uniqueName(*node));
 }
 
-/// Gives a shape the component tags that its mesh had from shapes before it.
-void keepTags(graph::Graph& graph, const graph::NodeRef& shape,
-              const std::vector<nodes::ComponentGroup>& groups) {
-    const graph::Plug tags = shape->plug("componentTags");
-    std::set<std::string> own;
-    for (const int index : graph.elements(tags))
-        own.insert(nodes::textAt(graph, nodes::childPlug(tags.element(index), "componentTagName")));
-    for (const nodes::ComponentGroup& group : groups) {
-        if (group.tag.empty() || !own.insert(group.tag).second) continue;
-        const graph::Plug tag = tags.element(graph.nextIndex(tags));
-        graph.setData(nodes::childPlug(tag, "componentTagName"),
-                      std::make_shared<graph::StringData>(group.tag));
-        graph.setData(nodes::childPlug(tag, "componentTagContents"), group.components);
-    }
-}
-
-/// Replaces the deformer chain of a shape by its result.
-void bakeShape(graph::Graph& graph, const graph::NodeRef& shape) {
-    const nodes::MeshPtr mesh = nodes::meshOf(graph, shape);
-    const graph::Plug in = shape->plug("inMesh");
-    const graph::Plug source = graph.source(in);
-    if (!source || mesh == nullptr) return;
-    const std::vector<float> points = mesh->mesh.points();
-    graph.disconnect(in);
-    nodes::setMeshPoints(graph, shape, points);
-    keepTags(graph, shape, mesh->groups);
-    const graph::NodeRef& last = source.node();
-    if (last->type().diesWithLastOutput() && last->outgoing().empty()) graph.deleteNodes({last});
-    if (shape->parent() == nullptr) return;
-    const std::vector<graph::Node*> siblings = shape->parent()->children();
-    for (graph::Node* sibling : siblings) {
-        if (nodes::isIntermediate(graph, *sibling) && sibling->outgoing().empty())
-            graph.deleteNodes({sibling->ref()});
-    }
-}
-
-void deleteHistory(graph::Graph& graph, const std::vector<graph::NodeRef>& nodes) {
-    for (const graph::NodeRef& node : nodes) {
-        if (!node->isAlive()) continue;
-        std::vector<graph::NodeRef> shapes;
-        if (node->isA("mesh")) shapes.push_back(node);
-        for (graph::Node* child : node->children()) {
-            if (child->isA("mesh") && !nodes::isIntermediate(graph, *child)) shapes.push_back(child->ref());
-        }
-        for (const graph::NodeRef& shape : shapes)
-            bakeShape(graph, shape);
-    }
-}
-
-CommandResult deleteNodes(CommandContext& context, const ParsedArguments& arguments) {
-    graph::Graph& graph = context.graph;
-    Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
-    if (!items.ok()) return CommandResult::failure(items.error);
-    const bool isHistoryOnly = arguments.isSet("constructionHistory");
-    for (const graph::SelectionItem& item : items.value) {
-        if (!item.isWholeNode() && !isHistoryOnly)
-            return CommandResult::failure("delete: Deleting components or attributes is not covered.");
-    }
-    std::vector<graph::NodeRef> nodes = nodesOf(items.value);
-    if (isHistoryOnly) {
-        deleteHistory(graph, nodes);
-        return CommandResult::success();
-    }
-    // A pattern may match nodes that every scene has.
-    const auto isKept = [](const graph::NodeRef& node) {
-        return scene::isDefaultNode(*node) || nodes::isDefaultCamera(*node);
-    };
-    const auto kept = std::stable_partition(nodes.begin(), nodes.end(), std::not_fn(isKept));
-    if (kept == nodes.begin() && !nodes.empty())
-        return CommandResult::failure("delete: Cannot delete the read only node " + nodes.front()->name() +
-                                      '.');
-    nodes.erase(kept, nodes.end());
-    for (const graph::NodeRef& node : nodes) {
-        std::string problem = lockProblem(graph, *node, "delete");
-        if (!problem.empty()) return CommandResult::failure(std::move(problem));
-    }
-    graph.deleteNodes(nodes);
-    return CommandResult::success();
-}
-
 /// The shape that is named after its transform.
 graph::Node* namesakeShape(const graph::Node& transform) {
     const std::string numbered = nodes::shapeNameFor(transform.name());
@@ -179,29 +94,6 @@ CommandResult rename(CommandContext& context, const ParsedArguments& arguments) 
     return CommandResult::success(graph.uniqueName(*node));
 }
 
-/// Types from the root down to the node's own.
-std::vector<std::string> inheritance(const graph::NodeType& type) {
-    std::vector<std::string> names;
-    for (const graph::NodeType* at = &type; at != nullptr; at = at->base())
-        names.push_back(at->name());
-    std::reverse(names.begin(), names.end());
-    return names;
-}
-
-CommandResult nodeType(CommandContext& context, const ParsedArguments& arguments) {
-    const std::string name = arguments.objectNames().front();
-    if (arguments.isSet("isTypeName")) {
-        const graph::NodeType* type = context.graph.types().find(name);
-        if (type == nullptr) return CommandResult::failure("nodeType: Unknown node type: " + name);
-        return CommandResult::success(inheritance(*type));
-    }
-    const graph::NameMatches matches = graph::findAll(context.graph, name);
-    if (matches.failure != graph::NameFailure::None) return CommandResult::failure(matches.errorText(name));
-    const graph::NodeType& type = matches.items.front().node->type();
-    if (arguments.isSet("inherited")) return CommandResult::success(inheritance(type));
-    return CommandResult::success(type.name());
-}
-
 CommandResult objectExists(CommandContext& context, const ParsedArguments& arguments) {
     // A name that several objects share exists as well.
     const graph::NameMatches matches = graph::findAll(context.graph, arguments.objectNames().front());
@@ -217,20 +109,9 @@ void registerNodeCommands(mel::CommandRegistry& registry) {
     create.flag("s", "shared").flag("ss", "skipSelect");
     registry.add("createNode", create, createNode);
 
-    Syntax remove;
-    remove.flag("ch", "constructionHistory").objects(ObjectKind::Strings);
-    registry.add("delete", remove, deleteNodes,
-                 "all attribute at controlPoints cp channels c cn constraints e expressions hi hierarchy "
-                 "inputConnectionsAndNodes icn mp motionPaths s "
-                 "shape sc staticChannels tac timeAnimationCurves uac unitlessAnimationCurves");
-
     Syntax renaming;
     renaming.flag("is", "ignoreShape").flag("uid", "uuid").objects(ObjectKind::Strings, 1, 2);
     registry.add("rename", renaming, rename);
-
-    Syntax typing;
-    typing.flag("i", "inherited").flag("itn", "isTypeName").objects(ObjectKind::Strings, 1, 1);
-    registry.add("nodeType", typing, nodeType, "api apiType d derived");
 
     Syntax exists;
     exists.objects(ObjectKind::Strings, 1, 1);

@@ -1,7 +1,10 @@
 // The command select.
 
+#include <algorithm>
+
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "commands/nodeStates.h"
 #include "graph/hierarchy.h"
 #include "nodes/defaultCameras.h"
 #include "nodes/sets.h"
@@ -80,7 +83,11 @@ CommandResult select(CommandContext& context, const ParsedArguments& arguments) 
     }
     if (!items.ok()) return CommandResult::failure(items.error);
     const graph::SelectionMode mode = modeOf(arguments);
-    const std::vector<SelectionItem> wanted = expanded(graph, items.value, arguments);
+    std::vector<SelectionItem> wanted = expanded(graph, items.value, arguments);
+    if (arguments.isSet("visible")) {
+        const auto isHidden = [&](const SelectionItem& item) { return !isVisible(graph, *item.node); };
+        wanted.erase(std::remove_if(wanted.begin(), wanted.end(), isHidden), wanted.end());
+    }
     graph::Selection selection;
     if (arguments.isSet("addFirst")) {
         for (const SelectionItem& item : wanted)
@@ -103,8 +110,9 @@ void registerSelectionCommands(mel::CommandRegistry& registry) {
     syntax.flag("add", "").flag("af", "addFirst").flag("all", "").flag("ado", "allDagObjects");
     syntax.flag("adn", "allDependencyNodes").flag("cl", "clear").flag("d", "deselect");
     syntax.flag("hi", "hierarchy").flag("ne", "noExpand").flag("r", "replace").flag("tgl", "toggle");
+    syntax.flag("vis", "visible");
     syntax.objects(ObjectKind::Strings);
-    registry.add("select", syntax, select, "cc containerCentric sym symmetry sys symmetrySide vis visible");
+    registry.add("select", syntax, select, "cc containerCentric sym symmetry sys symmetrySide");
 }
 
 }  // namespace host::commands

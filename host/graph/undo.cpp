@@ -8,7 +8,8 @@ namespace host::graph {
 
 namespace {
 
-std::unique_ptr<UndoEntry> takeLast(std::vector<std::unique_ptr<UndoEntry>>& entries) {
+template <typename Entries>
+std::unique_ptr<UndoEntry> takeLast(Entries& entries) {
     std::unique_ptr<UndoEntry> entry = std::move(entries.back());
     entries.pop_back();
     return entry;
@@ -56,11 +57,37 @@ std::string EntryGroup::owner() const {
 void UndoQueue::push(std::unique_ptr<UndoEntry> entry) {
     if (!isEnabled_) return;
     undone_.clear();
-    if (chunk_ != nullptr) {
-        chunk_->add(std::move(entry));
-    } else {
-        done_.push_back(std::move(entry));
-    }
+    if (chunk_ == nullptr) return keep(std::move(entry));
+    if (chunk_->name().empty()) chunk_->setName(entry->name());
+    chunk_->add(std::move(entry));
+}
+
+void UndoQueue::keep(std::unique_ptr<UndoEntry> entry) {
+    done_.push_back(std::move(entry));
+    dropOldest();
+}
+
+void UndoQueue::dropOldest() {
+    while (limit_ > 0 && done_.size() > limit_)
+        done_.pop_front();
+}
+
+void UndoQueue::setLimit(std::size_t limit) {
+    limit_ = limit;
+    dropOldest();
+}
+
+std::string UndoQueue::undoName() const {
+    if (chunk_ != nullptr && !chunk_->empty()) return chunk_->name();
+    return done_.empty() ? std::string() : done_.back()->name();
+}
+
+std::vector<std::string> UndoQueue::names() const {
+    std::vector<std::string> names;
+    names.reserve(done_.size());
+    for (const auto& entry : done_)
+        names.push_back(entry->name());
+    return names;
 }
 
 bool UndoQueue::undo(Graph& graph) {
@@ -78,18 +105,20 @@ bool UndoQueue::redo(Graph& graph) {
     if (undone_.empty()) return false;
     std::unique_ptr<UndoEntry> entry = takeLast(undone_);
     entry->redo(graph);
-    done_.push_back(std::move(entry));
+    keep(std::move(entry));
     return true;
 }
 
-void UndoQueue::openChunk() {
-    if (chunkDepth_++ == 0) chunk_ = std::make_unique<EntryGroup>();
+void UndoQueue::openChunk(const std::string& name) {
+    if (chunkDepth_++ > 0) return;
+    chunk_ = std::make_unique<EntryGroup>();
+    chunk_->setName(name);
 }
 
 void UndoQueue::closeChunk() {
     if (chunkDepth_ == 0 || --chunkDepth_ > 0) return;
     std::unique_ptr<EntryGroup> chunk = std::move(chunk_);
-    if (!chunk->empty()) done_.push_back(std::move(chunk));
+    if (!chunk->empty()) keep(std::move(chunk));
 }
 
 void UndoQueue::clear() {

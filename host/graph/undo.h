@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -25,6 +26,13 @@ class UndoEntry {
     /// Owner tag. Unloading a plug-in empties the queue if it holds an entry with its tag
     /// (UndoQueue::flushOwner).
     virtual std::string owner() const { return {}; }
+
+    /// What a user calls the step: the command line, or the name of a chunk.
+    const std::string& name() const { return name_; }
+    void setName(std::string name) { name_ = std::move(name); }
+
+  private:
+    std::string name_;
 };
 
 /// The recorded changes of one built-in command, each with its inverse.
@@ -68,12 +76,21 @@ class UndoQueue {
 
     bool canUndo() const { return !done_.empty() || (chunk_ != nullptr && !chunk_->empty()); }
     bool canRedo() const { return !undone_.empty(); }
+    /// The name of the entry that undo (redo) takes next; empty if there is none.
+    std::string undoName() const;
+    std::string redoName() const { return undone_.empty() ? std::string() : undone_.back()->name(); }
+    /// Of the entries done, the first one first.
+    std::vector<std::string> names() const;
     std::size_t size() const { return done_.size(); }
+    /// How many entries are kept; 0 for all. Of more, the oldest ones are dropped.
+    std::size_t limit() const { return limit_; }
+    void setLimit(std::size_t limit);
     /// While disabled, new entries are dropped. Disabling keeps the existing ones.
     void setEnabled(bool enabled) { isEnabled_ = enabled; }
     bool isEnabled() const { return isEnabled_; }
     /// Chunks may nest. Closing the outermost one makes one entry of everything in between.
-    void openChunk();
+    /// @param name  of the entry, if this is the outermost chunk; empty for the name of the first step in it
+    void openChunk(const std::string& name = {});
     void closeChunk();
     /// How many chunks are open, one inside the other.
     int openChunks() const { return chunkDepth_; }
@@ -83,9 +100,13 @@ class UndoQueue {
     void flushOwner(const std::string& owner);
 
   private:
-    std::vector<std::unique_ptr<UndoEntry>> done_;
+    void keep(std::unique_ptr<UndoEntry> entry);
+    void dropOldest();
+
+    std::deque<std::unique_ptr<UndoEntry>> done_;
     std::vector<std::unique_ptr<UndoEntry>> undone_;
     std::unique_ptr<EntryGroup> chunk_;
+    std::size_t limit_ = 0;
     int chunkDepth_ = 0;
     bool isEnabled_ = true;
 };

@@ -35,6 +35,23 @@ std::string withUncovered(const std::string& error, const std::string& uncovered
     return "Flag '-" + flag + "' is not covered by this host.";
 }
 
+/// A command line as the undo queue names it. It is cut after so many characters that a list of vertices
+/// takes no memory.
+std::string lineOf(std::string_view name, const std::vector<Value>& words) {
+    constexpr std::size_t kLongest = 120;
+    std::string line(name);
+    for (const Value& word : words) {
+        if (line.size() >= kLongest || word.isArray()) return line + " ...";
+        line.append(1, ' ');
+        if (const auto* text = word.getIf<std::string>()) {
+            line.append(*text, 0, kLongest);
+        } else {
+            line.append(word.toString());
+        }
+    }
+    return line;
+}
+
 /// Runs a script. If it fails and no other script is running, the undo chunks that it left open are closed:
 /// later actions do not belong to them.
 RunResult runScript(CommandRegistry& registry, std::string_view text, std::string_view sourceName,
@@ -94,8 +111,9 @@ CommandResult CommandRegistry::call(std::string_view name, std::vector<Value>&& 
         return CommandResult::failure("Cannot find procedure \"" + std::string(name) + "\".");
     // The command may remove itself from the registry (unloadPlugin).
     const std::shared_ptr<Command> command = found->second;
-    return command->plugin != nullptr ? runPlugin(*command, std::move(arguments))
-                                      : runBuiltin(*command, std::move(arguments));
+    std::string line = lineOf(name, arguments);
+    return command->plugin != nullptr ? runPlugin(*command, std::move(arguments), std::move(line))
+                                      : runBuiltin(*command, std::move(arguments), std::move(line));
 }
 
 std::optional<CommandResult> CommandRegistry::loadProcedure(std::string_view name, Interpreter& interpreter) {
@@ -132,7 +150,8 @@ ErrorKind CommandRegistry::kindOf(const CommandResult& result) {
     return ErrorKind::Other;
 }
 
-CommandResult CommandRegistry::runBuiltin(const Command& command, std::vector<Value>&& arguments) {
+CommandResult CommandRegistry::runBuiltin(const Command& command, std::vector<Value>&& arguments,
+                                          std::string&& line) {
     const ArgumentParseResult parsed =
         parseArguments(command.syntax, std::move(arguments), graph_.framesPerSecond());
     if (!parsed.ok()) return CommandResult::failure(withUncovered(parsed.error, command.uncovered));
@@ -150,12 +169,13 @@ CommandResult CommandRegistry::runBuiltin(const Command& command, std::vector<Va
     if (!result.ok) {
         changes->undo(graph_);
     } else if (!changes->empty()) {
-        keep(std::move(changes));
+        keep(std::move(changes), std::move(line));
     }
     return result;
 }
 
-CommandResult CommandRegistry::runPlugin(const Command& command, std::vector<Value>&& arguments) {
+CommandResult CommandRegistry::runPlugin(const Command& command, std::vector<Value>&& arguments,
+                                         std::string&& line) {
     const InterruptHold hold(interpreter_);
     auto nested = std::make_unique<graph::EntryGroup>();
     PluginCallResult outcome;
@@ -170,16 +190,17 @@ CommandResult CommandRegistry::runPlugin(const Command& command, std::vector<Val
     }
     if (!outcome.result.ok) return std::move(outcome.result);
     if (nested->empty()) {
-        if (outcome.undo != nullptr) keep(std::move(outcome.undo));
+        if (outcome.undo != nullptr) keep(std::move(outcome.undo), std::move(line));
         return std::move(outcome.result);
     }
     if (outcome.undo != nullptr) nested->add(std::move(outcome.undo));
-    keep(std::move(nested));
+    keep(std::move(nested), std::move(line));
     return std::move(outcome.result);
 }
 
-void CommandRegistry::keep(std::unique_ptr<graph::UndoEntry> entry) {
+void CommandRegistry::keep(std::unique_ptr<graph::UndoEntry> entry, std::string&& line) {
     if (isSuspended_) return;
+    entry->setName(std::move(line));
     if (collector_ != nullptr) {
         collector_->add(std::move(entry));
     } else {

@@ -147,9 +147,10 @@ class CommandRegistry final : public CommandTable {
         std::string uncovered;  // flag names, each between blanks
     };
 
-    CommandResult runBuiltin(const Command& command, std::vector<Value>&& arguments);
-    CommandResult runPlugin(const Command& command, std::vector<Value>&& arguments);
-    void keep(std::unique_ptr<graph::UndoEntry> entry);
+    CommandResult runBuiltin(const Command& command, std::vector<Value>&& arguments, std::string&& line);
+    CommandResult runPlugin(const Command& command, std::vector<Value>&& arguments, std::string&& line);
+    /// @param line  the command line, which names the entry
+    void keep(std::unique_ptr<graph::UndoEntry> entry, std::string&& line);
 
     graph::Graph& graph_;
     std::map<std::string, std::shared_ptr<Command>, std::less<>> commands_;

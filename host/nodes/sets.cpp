@@ -1,6 +1,7 @@
 #include "nodes/sets.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <unordered_set>
 
@@ -145,6 +146,28 @@ void addComponents(graph::Graph& graph, const graph::NodeRef& set, const graph::
     connectNext(graph, group, set->plug("dagSetMembers"));
 }
 
+struct Restriction {
+    const char* attribute;
+    std::optional<graph::ComponentKind> kind;  // no object of this host has edit points
+    const char* what;
+};
+constexpr Restriction kRestrictions[] = {{"verticesOnlySet", graph::ComponentKind::Vertex, "vertices"},
+                                         {"edgesOnlySet", graph::ComponentKind::Edge, "edges"},
+                                         {"facetsOnlySet", graph::ComponentKind::Face, "faces"},
+                                         {"editPointsOnlySet", std::nullopt, "edit points"}};
+
+/// Why a set, by what it is made for, cannot hold an item; empty if it can.
+std::string restrictionProblem(graph::Graph& graph, const graph::NodeRef& set,
+                               const graph::SelectionItem& item) {
+    for (const Restriction& restriction : kRestrictions) {
+        if (graph.number(set->plug(restriction.attribute)) == 0.0) continue;
+        if (item.component && item.component->kind() == restriction.kind) continue;
+        return graph::itemName(graph, item) + " cannot be in " + set->name() + ", which holds only " +
+               restriction.what;
+    }
+    return {};
+}
+
 void addMember(graph::Graph& graph, const graph::NodeRef& set, const graph::SelectionItem& item) {
     const graph::NodeRef& node = item.node;
     if (!item.component) {
@@ -237,6 +260,7 @@ std::string addToSet(graph::Graph& graph, const graph::NodeRef& set, const graph
     const graph::SelectionItem member = memberFor(graph, set, item);
     if (member.node == nullptr) return item.node->name() + " has no shape that could be in " + set->name();
     if (isMember(graph, set, member)) return {};
+    if (std::string problem = restrictionProblem(graph, set, member); !problem.empty()) return problem;
     for (const graph::NodeRef& other : rivals(graph, set)) {
         if (!overlapping(graph, other, member).empty())
             return member.node->name() + " is in " + other->name() + ", which shares a partition with " +

@@ -51,6 +51,11 @@ RESULTS = [
     ("cmds.polyEvaluate('box', boundingBox=True)", ((-0.5, 0.5), (-0.5, 0.5), (-0.5, 0.5))),
     ("cmds.attributeQuery('tx', node='box', exists=True)", True),
     ("cmds.undoInfo(query=True, state=True)", True),
+    ("cmds.undoInfo(query=True, redoName=True)", ""),
+    ("cmds.undoInfo(query=True, infinity=True)", True),
+    ("cmds.undoInfo(query=True, length=True)", 0),
+    ("cmds.sets('initialParticleSE', isIntersecting='initialShadingGroup')", False),
+    ("cmds.sets('initialParticleSE', intersection='initialShadingGroup')", None),
     ("cmds.optionVar(exists='ghost')", False),
     ("cmds.pluginInfo('DELVENTools', query=True, loaded=True)", True),
     ("cmds.file(query=True, modified=True)", True),
@@ -58,6 +63,8 @@ RESULTS = [
     ("cmds.namespace(exists='ghost')", False),
     ("cmds.rename('box', 'crate')", "crate"),
     ("cmds.nodeType('box')", "transform"),
+    ("cmds.nodeType('box', apiType=True)", "kTransform"),
+    ("cmds.nodeType('lambert', isTypeName=True, derived=True)", ["lambert"]),
     ("cmds.blendShape('bs', query=True, target=True)", ["up", "out"]),
 ]
 
