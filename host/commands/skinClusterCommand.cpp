@@ -274,12 +274,7 @@ CommandResult edit(graph::Graph& graph, const NodeRef& skinCluster, const Parsed
 Found<NodeRef> namedSkinCluster(graph::Graph& graph, const std::vector<std::string>& words) {
     if (words.size() != 1) return {nullptr, "skinCluster: Exactly one skin cluster must be given."};
     Found<NodeRef> node = findOneNode(graph, words.front());
-    if (!node.ok() || node.value->isA("skinCluster")) return node;
-    const NodeRef shape = graph.shapeOf(node.value);
-    const NodeRef skin =
-        shape != nullptr && shape->isA("mesh") ? nodes::skinClusterOf(graph, shape) : nullptr;
-    if (skin == nullptr) return {nullptr, "skinCluster: " + words.front() + " has no skin cluster."};
-    return {skin, {}};
+    return node.ok() ? skinClusterFor(graph, node.value, "skinCluster") : node;
 }
 
 CommandResult skinCluster(CommandContext& context, const ParsedArguments& arguments) {

@@ -95,4 +95,14 @@ Found<graph::NodeRef> findSkinCluster(const graph::Graph& graph, const std::stri
     return node;
 }
 
+Found<graph::NodeRef> skinClusterFor(graph::Graph& graph, const graph::NodeRef& node,
+                                     const std::string& command) {
+    if (node->isA("skinCluster")) return {node, {}};
+    const graph::NodeRef shape = graph.shapeOf(node);
+    graph::NodeRef skin =
+        shape != nullptr && shape->isA("mesh") ? nodes::skinClusterOf(graph, shape) : nullptr;
+    if (skin == nullptr) return {nullptr, command + ": " + graph.uniqueName(*node) + " has no skin cluster."};
+    return {std::move(skin), {}};
+}
+
 }  // namespace host::commands

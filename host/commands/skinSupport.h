@@ -49,5 +49,8 @@ class WeightEditor {
 
 /// The skinCluster with a name.
 Found<graph::NodeRef> findSkinCluster(const graph::Graph& graph, const std::string& name);
+/// A skinCluster itself, or the one that deforms a mesh or a mesh's transform.
+Found<graph::NodeRef> skinClusterFor(graph::Graph& graph, const graph::NodeRef& node,
+                                     const std::string& command);
 
 }  // namespace host::commands
