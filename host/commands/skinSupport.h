@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "commands/commandSupport.h"
+#include "nodes/meshData.h"
 #include "nodes/skinClusterNode.h"
 #include "nodes/skinWeights.h"
 
@@ -34,6 +35,8 @@ class WeightEditor {
 
   private:
     std::vector<double> distances(int vertex);
+    void fillFromNeighbours(int vertex, std::vector<double>& weights,
+                            const std::vector<nodes::WeightRole>& roles) const;
     bool limit(std::vector<double>& weights, std::vector<nodes::WeightRole>& roles);
 
     graph::Graph& graph_;
@@ -43,6 +46,7 @@ class WeightEditor {
     std::vector<int> influences_;
     std::vector<bool> locked_;
     std::optional<nodes::BindPose> pose_;
+    nodes::MeshPtr neighbourhood_;  // null unless free weights come from those of neighbours
     nodes::WeightRows rows_;
     bool isKept_ = true;
 };
