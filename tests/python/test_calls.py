@@ -162,6 +162,8 @@ WRONG = [
     ("cmds.polyCube(sx=1.5)", TypeError, "Invalid arguments for flag 'sx'.  Expected int, got float"),
     ("cmds.blendShape('box', edit=True, target=('box', 0.5, 'box', 1))", TypeError,
      "Invalid arguments for flag 'target'.  Expected ( string, int, string, float ), got ( str, float, str, int )"),
+    ("cmds.optionVar(intValue=('a', 3.9))", TypeError,
+     "Invalid arguments for flag 'intValue'.  Expected ( string, int ), got ( str, float )"),
     ("cmds.polyCube(name=5)", TypeError, "Invalid arguments for flag 'name'.  Expected string, got int"),
     ("cmds.polyCube(name=None)", TypeError, "Invalid arguments for flag 'name'.  Expected string, got NoneType"),
     ("cmds.ls(selection='yes')", TypeError, "Invalid arguments for flag 'selection'.  Expected bool, got str"),
