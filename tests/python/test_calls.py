@@ -177,6 +177,8 @@ WRONG = [
     ("cmds.xform(ro=('45deg', '1in', 0))", TypeError,
      "Invalid arguments for flag 'ro'.  Expected ( angle, angle, angle ), got ( str, str, int )"),
     ("cmds.playbackOptions(min='soon')", TypeError, "Invalid arguments for flag 'min'.  Expected time, got str"),
+    ("cmds.optionVar(intValue=('a', 3.9))", TypeError,
+     "Invalid arguments for flag 'intValue'.  Expected ( string, int ), got ( str, float )"),
     ("cmds.polyCube(name=5)", TypeError, "Invalid arguments for flag 'name'.  Expected string, got int"),
     ("cmds.polyCube(name=None)", TypeError, "Invalid arguments for flag 'name'.  Expected string, got NoneType"),
     ("cmds.ls(selection='yes')", TypeError, "Invalid arguments for flag 'selection'.  Expected bool, got str"),
