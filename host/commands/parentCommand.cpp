@@ -62,8 +62,7 @@ Found<std::vector<Child>> namedChildren(CommandContext& context, const ParsedArg
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return {{}, items.error};
     for (const graph::SelectionItem& item : items.value) {
-        const std::vector<graph::Instance> upwards = graph::upwards(item);
-        graph::Node* from = upwards.size() > 1 ? upwards[1].node : nullptr;
+        graph::Node* from = parentAt(item);
         if (seen.emplace(item.node.get(), from).second) found.value.push_back({item.node, from});
     }
     return found;
@@ -95,16 +94,6 @@ Found<ParentRequest> parentRequest(CommandContext& context, const ParsedArgument
     return request;
 }
 
-void moveChild(graph::Graph& graph, const Child& child, const ParentRequest& request) {
-    graph::Node& node = *child.node;
-    graph::Node* target = request.parent.get();
-    // The other instances of a node share its own matrix, which has to stay for them.
-    if (node.otherParents().empty()) return moveBelow(graph, child.node, target, request.isRelative);
-    if (child.from == node.parent()) return moveBelow(graph, child.node, target, true);
-    graph.removeInstance(node, child.from);
-    graph.addInstance(node, target);
-}
-
 CommandResult moveOrAdd(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
     const Found<ParentRequest> request = parentRequest(context, arguments);
@@ -121,7 +110,7 @@ CommandResult moveOrAdd(CommandContext& context, const ParsedArguments& argument
             graph.addInstance(*child.node, target);
             if (!arguments.isSet("noConnections")) nodes::shadeInstances(graph, child.node);
         } else {
-            moveChild(graph, child, request.value);
+            moveBelow(graph, child.node, child.from, target, request.value.isRelative);
         }
     }
     selectNodes(graph, children);
@@ -148,9 +137,7 @@ CommandResult removeObjects(CommandContext& context, const ParsedArguments& argu
             graph.deleteNodes({node});
             continue;
         }
-        graph.removeInstance(*node, from);
-        nodes::compensateParentScale(graph, node);
-        nodes::shadeInstances(graph, node);
+        takeInstance(graph, node, from);
         remaining.push_back(node);
     }
     remaining.erase(std::remove_if(remaining.begin(), remaining.end(),

@@ -35,14 +35,6 @@ Found<std::vector<NodeRef>> transformsOf(CommandContext& context, const ParsedAr
 
 // exactWorldBoundingBox
 
-void expandBy(graph::Graph& graph, graph::Node& node, geometry::BoundingBox& box) {
-    graph::visitHierarchy(node, [&](graph::Node& below) {
-        if (!below.isA("mesh") || nodes::isIntermediate(graph, below)) return;
-        const nodes::MeshPtr mesh = nodes::meshOf(graph, below.ref());
-        if (mesh != nullptr) box.expand(geometry::bounds(mesh->mesh, nodes::worldMatrix(graph, below.ref())));
-    });
-}
-
 CommandResult exactWorldBoundingBox(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
@@ -54,17 +46,19 @@ CommandResult exactWorldBoundingBox(CommandContext& context, const ParsedArgumen
                                           " is no DAG object.");
         const nodes::MeshPtr mesh = item.component ? nodes::meshOf(graph, item.node) : nullptr;
         if (mesh == nullptr) {
-            expandBy(graph, *item.node, box);
+            visitMeshes(graph, item, [&](const Placed& shape, const geometry::Mesh& below) {
+                box.expand(geometry::bounds(below, worldMatrix(graph, shape)));
+            });
             continue;
         }
-        const Matrix4 world = nodes::worldMatrix(graph, item.node);
+        const Matrix4 world = worldMatrix(graph, item);
         for (const int vertex : verticesOf(mesh, *item.component))
             box.expand(geometry::transformPoint(mesh->mesh.point(vertex), world));
     }
     // Objects without geometry are where they are.
     for (const graph::SelectionItem& item : items.value) {
         if (!box.empty) break;
-        box.expand(geometry::transformPoint({}, nodes::worldMatrix(graph, item.node)));
+        box.expand(geometry::transformPoint({}, worldMatrix(graph, item)));
     }
     if (box.empty) return CommandResult::failure("exactWorldBoundingBox: No object was given or selected.");
     return CommandResult::success(

@@ -16,7 +16,6 @@ namespace {
 
 using geometry::Matrix4;
 using geometry::Vec3;
-using graph::NodeRef;
 using graph::SelectionItem;
 
 constexpr std::size_t kMatrixSize = 16;
@@ -56,18 +55,18 @@ Found<Words> wordsOf(const ParsedArguments& arguments) {
     return words;
 }
 
-std::string translate(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string translate(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     const Vec3 value = tripleOf(arguments, "translation");
     const bool isRelative = arguments.isSet("relative");
     if (isWorld(arguments)) {
-        const Vec3 offset = isRelative ? value : value - nodes::worldMatrix(graph, node).row(3);
+        const Vec3 offset = isRelative ? value : value - worldMatrix(graph, node).row(3);
         return moveInWorld(graph, node, offset);
     }
     const Vec3 present = nodes::transformParts(graph, node).translate;
     return writeTriple(graph, node, "translate", isRelative ? present + value : value);
 }
 
-std::string rotate(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string rotate(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     const geometry::TransformParts parts = nodes::transformParts(graph, node);
     const Vec3 angles = toRadians(tripleOf(arguments, "rotation"));
     const bool isRelative = arguments.isSet("relative");
@@ -82,7 +81,7 @@ std::string rotate(graph::Graph& graph, const NodeRef& node, const ParsedArgumen
     return setOwnRotation(graph, node, world * parent.transposed());
 }
 
-std::string scale(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string scale(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     if (isWorld(arguments)) return notCovered("-scale in world space");
     Vec3 value = tripleOf(arguments, "scale");
     if (arguments.isSet("relative")) {
@@ -92,12 +91,12 @@ std::string scale(graph::Graph& graph, const NodeRef& node, const ParsedArgument
     return writeTriple(graph, node, "scale", value);
 }
 
-std::string shear(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string shear(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     if (isWorld(arguments) || arguments.isSet("relative")) return notCovered("-shear other than as it is");
     return writeTriple(graph, node, "shear", tripleOf(arguments, "shear"));
 }
 
-std::string setMatrix(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments,
+std::string setMatrix(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments,
                       const std::vector<double>& numbers) {
     if (arguments.isSet("relative")) return notCovered("-matrix together with -relative");
     Matrix4 matrix;
@@ -115,7 +114,7 @@ std::string setMatrix(graph::Graph& graph, const NodeRef& node, const ParsedArgu
     return {};
 }
 
-std::string setRotateOrder(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string setRotateOrder(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     const std::string wanted = arguments.text("rotateOrder");
     const auto found = std::find(std::begin(kRotateOrderNames), std::end(kRotateOrderNames), wanted);
     if (found == std::end(kRotateOrderNames)) return "xform: '" + wanted + "' is no rotate order.";
@@ -143,7 +142,7 @@ Matrix4 scaleOnly(const geometry::TransformParts& parts) {
 /// Moves the rotate pivot. Its translation is adjusted so that the object stays in place.
 ///
 /// The pivot p and its translation t map x to (x - p) R + p + t, so the constant part t + p - p R must stay.
-std::string setRotatePivot(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments,
+std::string setRotatePivot(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments,
                            const char* flag) {
     const geometry::TransformParts parts = nodes::transformParts(graph, node);
     const Matrix4 rotation = rotationOnly(parts);
@@ -160,7 +159,7 @@ std::string setRotatePivot(graph::Graph& graph, const NodeRef& node, const Parse
 }
 
 /// The same for the scale pivot and the scale.
-std::string setScalePivot(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments,
+std::string setScalePivot(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments,
                           const char* flag) {
     const geometry::TransformParts parts = nodes::transformParts(graph, node);
     const Matrix4 scaling = scaleOnly(parts);
@@ -168,13 +167,13 @@ std::string setScalePivot(graph::Graph& graph, const NodeRef& node, const Parsed
         parts.scalePivotTranslate + parts.scalePivot - geometry::transformVector(parts.scalePivot, scaling);
     Vec3 pivot = tripleOf(arguments, flag);
     if (isWorld(arguments))
-        pivot = geometry::transformPoint(pivot, nodes::worldMatrix(graph, node).inverse().matrix);
+        pivot = geometry::transformPoint(pivot, worldMatrix(graph, node).inverse().matrix);
     const Vec3 shift = constant - pivot + geometry::transformVector(pivot, scaling);
     std::string error = writeTriple(graph, node, "scalePivot", pivot);
     return error.empty() ? writeTriple(graph, node, "scalePivotTranslate", shift) : error;
 }
 
-std::string setPivots(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string setPivots(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     std::string error;
     for (const char* flag : {"rotatePivot", "pivots"}) {
         if (error.empty() && arguments.isSet(flag)) error = setRotatePivot(graph, node, arguments, flag);
@@ -185,7 +184,7 @@ std::string setPivots(graph::Graph& graph, const NodeRef& node, const ParsedArgu
     return error;
 }
 
-std::string editTransform(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments,
+std::string editTransform(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments,
                           const std::vector<double>& matrix) {
     std::string error;
     if (arguments.isSet("rotateOrder")) error = setRotateOrder(graph, node, arguments);
@@ -206,8 +205,7 @@ std::string editPoints(graph::Graph& graph, const SelectionItem& item, const Par
     if (!arguments.isSet("translation")) return {};
     const nodes::MeshPtr mesh = nodes::meshOf(graph, item.node);
     const std::vector<int> vertices = verticesOf(mesh, *item.component);
-    const Matrix4 toObject =
-        isWorld(arguments) ? nodes::worldMatrix(graph, item.node).inverse().matrix : Matrix4();
+    const Matrix4 toObject = isWorld(arguments) ? worldMatrix(graph, item).inverse().matrix : Matrix4();
     const Vec3 value = tripleOf(arguments, "translation");
     std::vector<Vec3> offsets;
     offsets.reserve(vertices.size());
@@ -239,7 +237,7 @@ CommandResult xform(CommandContext& context, const ParsedArguments& arguments) {
             error =
                 "xform: " + graph::itemName(graph, item) + " is neither a transform nor points of a mesh.";
         } else {
-            error = editTransform(graph, item.node, arguments, words.value.matrix);
+            error = editTransform(graph, item, arguments, words.value.matrix);
         }
         if (!error.empty()) return CommandResult::failure(error);
     }

@@ -154,17 +154,6 @@ NameMatches componentMatches(Graph& graph, const std::vector<Instance>& places, 
     return matches;
 }
 
-/// The places that a name means where it matches these nodes.
-std::vector<Instance> placesOf(const Graph& graph, const std::vector<NodeRef>& nodes, std::string_view name) {
-    std::vector<Instance> places;
-    places.reserve(nodes.size());
-    InstanceNumbers numbers;
-    for (const NodeRef& node : nodes)
-        places.push_back(graph.hasInstances() ? instanceOn(graph, *node, name, numbers)
-                                              : Instance{node.get(), 0});
-    return places;
-}
-
 }  // namespace
 
 std::string NameMatches::errorText(std::string_view name) const {
@@ -232,6 +221,15 @@ std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path) {
     return result;
 }
 
+std::vector<Instance> findPlaces(const Graph& graph, std::string_view path) {
+    std::vector<Instance> places;
+    InstanceNumbers numbers;
+    for (const NodeRef& node : findNodes(graph, path))
+        places.push_back(graph.hasInstances() ? instanceOn(graph, *node, path, numbers)
+                                              : Instance{node.get(), 0});
+    return places;
+}
+
 NodeRef findNode(const Graph& graph, std::string_view path) {
     if (hasWildcard(path)) return nullptr;
     const std::vector<NodeRef> found = findNodes(graph, path);
@@ -270,19 +268,19 @@ PlugMatch findPlug(const Graph& graph, std::string_view name) {
 NameMatches findAll(Graph& graph, std::string_view name) {
     NameMatches matches;
     const std::size_t dot = nodeEnd(name);
-    const std::vector<NodeRef> nodes = findNodes(graph, name.substr(0, dot));
-    if (nodes.size() > 1 && !hasWildcard(name.substr(0, dot))) {
+    const std::vector<Instance> places = findPlaces(graph, name.substr(0, dot));
+    if (places.size() > 1 && !hasWildcard(name.substr(0, dot))) {
         matches.failure = NameFailure::Ambiguous;
         return matches;
     }
     if (dot == std::string_view::npos) {
-        for (const Instance& place : placesOf(graph, nodes, name))
+        for (const Instance& place : places)
             matches.items.push_back({place.node->ref(), {}, {}, place.number});
     } else if (const auto word = parseMeshComponentWord(name.substr(dot + 1))) {
-        matches = componentMatches(graph, placesOf(graph, nodes, name.substr(0, dot)), *word);
+        matches = componentMatches(graph, places, *word);
     } else {
-        for (const NodeRef& node : nodes) {
-            const PlugMatch match = findPlug(graph, node, name.substr(dot + 1));
+        for (const Instance& place : places) {
+            const PlugMatch match = findPlug(graph, place.node->ref(), name.substr(dot + 1));
             if (match.ok) matches.items.push_back({match.plug.node(), match.plug, {}});
         }
     }

@@ -28,10 +28,14 @@ struct PlugMatch {
 };
 
 /// Nodes that match a name or path: "mesh", "group|mesh", "|group|mesh", ":mesh". A path may lead through any
-/// parents. * and ? match any
-/// characters within one part, but no colon: "*" has what is in the root namespace, "*:*" what is one level
-/// below. A name without a colon in front is looked for in the current namespace first. Order of creation.
+/// parents. * and ? match any characters within one part, but no colon: "*" has what is in the root
+/// namespace,
+/// "*:*" what is one level below. A name without a colon in front is looked for in the current namespace
+/// first. Order of creation.
 std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path);
+
+/// The same nodes, each at the first of its places that the path means.
+std::vector<Instance> findPlaces(const Graph& graph, std::string_view path);
 
 /// The one node of a name without wildcards; null if none or several match.
 NodeRef findNode(const Graph& graph, std::string_view path);
