@@ -55,17 +55,19 @@ std::string setAxisValues(graph::Graph& graph, const NodeRef& joint, const Parse
         if (error.empty()) graph.setNumber(plug, value);
     };
     const auto child = [&](const char* attribute, int axis) { return joint->plug(attribute).child(axis); };
+    const auto radians = [&](double degrees) {
+        return fromScriptUnit(graph, graph::ValueKind::Angle, degrees);
+    };
     for (int axis = 0; axis < 3; ++axis) {
         if (arguments.isSet(axisFlag("angle", axis))) {
             const graph::Plug angle = child("rotate", axis);
-            const double value = toRadians({arguments.number(axisFlag("angle", axis)), 0.0, 0.0}).x;
+            const double value = radians(arguments.number(axisFlag("angle", axis)));
             set(angle, arguments.isSet("relative") ? graph.number(angle) + value : value);
         }
         const std::vector<Value>& limits = arguments.values(axisFlag("limit", axis));
         if (!limits.empty()) {
-            const Vec3 radians = toRadians({limits[0].toFloat(), limits[1].toFloat(), 0.0});
-            set(child("minRotLimit", axis), radians.x);
-            set(child("maxRotLimit", axis), radians.y);
+            set(child("minRotLimit", axis), radians(limits[0].toFloat()));
+            set(child("maxRotLimit", axis), radians(limits[1].toFloat()));
         }
         const std::string enabling = axisFlag("limitSwitch", axis);
         if (!limits.empty() || arguments.isSet(enabling)) {
@@ -88,16 +90,16 @@ std::optional<Value> axisValue(graph::Graph& graph, const NodeRef& joint, const 
     const auto number = [&](const char* attribute, int axis) {
         return graph.number(joint->plug(attribute).child(axis));
     };
+    const auto degrees = [&](const char* attribute, int axis) {
+        return toScriptUnit(graph, graph::ValueKind::Angle, number(attribute, axis));
+    };
     for (int axis = 0; axis < 3; ++axis) {
-        if (arguments.isSet(axisFlag("angle", axis)))
-            return Value(toDegrees({number("rotate", axis), 0.0, 0.0}).x);
+        if (arguments.isSet(axisFlag("angle", axis))) return Value(degrees("rotate", axis));
         if (arguments.isSet(axisFlag("limitSwitch", axis)))
             return Value(number("minRotLimitEnable", axis) != 0.0 &&
                          number("maxRotLimitEnable", axis) != 0.0);
-        if (arguments.isSet(axisFlag("limit", axis))) {
-            const Vec3 limits = toDegrees({number("minRotLimit", axis), number("maxRotLimit", axis), 0.0});
-            return Value(std::vector<double>{limits.x, limits.y});
-        }
+        if (arguments.isSet(axisFlag("limit", axis)))
+            return Value(std::vector<double>{degrees("minRotLimit", axis), degrees("maxRotLimit", axis)});
         if (arguments.isSet(axisFlag("stiffness", axis))) return Value(number("stiffness", axis));
     }
     if (!arguments.isSet("degreeOfFreedom")) return std::nullopt;
@@ -240,6 +242,10 @@ CommandResult edit(graph::Graph& graph, const std::vector<NodeRef>& joints,
 }
 
 CommandResult joint(CommandContext& context, const ParsedArguments& arguments) {
+    if (arguments.isSet("exists")) {
+        const Found<NodeRef> named = findOneNode(context.graph, arguments.text("exists"));
+        return CommandResult::success(named.ok() && named.value->isA("joint"));
+    }
     if (!arguments.isQuery() && !arguments.isEdit()) return create(context, arguments);
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return CommandResult::failure(items.error);
@@ -271,8 +277,9 @@ void registerJointCommand(mel::CommandRegistry& registry) {
     syntax.flag("sao", "secondaryAxisOrient", {kText}).flag("zso", "zeroScaleOrient");
     syntax.flag("ch", "children").flag("co", "component");
     syntax.flag("spa", "setPreferredAngles").flag("apa", "assumePreferredAngles");
+    syntax.flag("ex", "exists", {kText}).makeQueryWithArguments("exists");
     syntax.enableQuery().enableEdit().objects(ObjectKind::Strings);
-    registry.add("joint", syntax, joint, "ex exists sym symmetry sa symmetryAxis");
+    registry.add("joint", syntax, joint, "sym symmetry sa symmetryAxis");
 }
 
 }  // namespace host::commands

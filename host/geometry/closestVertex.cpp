@@ -1,6 +1,8 @@
 #include "geometry/closestVertex.h"
 
+#include <algorithm>
 #include <limits>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -35,6 +37,15 @@ ClosestVertexTree::ClosestVertexTree(const Mesh& mesh) {
         const std::array<float, 3> corner{p[0], p[1], p[2]};
         corners.push_back({{corner, corner, corner}, vertex, vertex});
     }
+    // Of vertices at one place only the lowest is ever found. The others would all be looked at.
+    const auto isBefore = [](const TriangleTree::Triangle& a, const TriangleTree::Triangle& b) {
+        return std::tie(a.corners[0], a.number) < std::tie(b.corners[0], b.number);
+    };
+    const auto isSamePlace = [](const TriangleTree::Triangle& a, const TriangleTree::Triangle& b) {
+        return a.corners[0] == b.corners[0];
+    };
+    std::sort(corners.begin(), corners.end(), isBefore);
+    corners.erase(std::unique(corners.begin(), corners.end(), isSamePlace), corners.end());
     tree_ = TriangleTree(std::move(corners));
 }
 

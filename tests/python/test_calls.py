@@ -149,6 +149,14 @@ def test_flags_that_may_stand_several_times(shapes):
     cmds.skinPercent(skin, "box.vtx[0]", transformValue=[("j1", 0.25), ("j2", 0.75)])
     assert cmds.skinPercent(skin, "box.vtx[0]", query=True, value=True) == [0.25, 0.75]
     assert cmds.skinPercent(skin, "box.vtx[0]", query=True, transform="j2") == 0.75
+    other = cmds.skinCluster(joints, cmds.duplicate("box")[0], toSelectedBones=True)[0]
+    assert cmds.copySkinWeights(ss=skin, ds=other, noMirror=True, influenceAssociation=["name", "closestJoint"]) is None
+    assert cmds.skinPercent(other, "box1.vtx[0]", query=True, value=True) == [0.25, 0.75]
+    cmds.skinPercent(skin, "box.vtx[0]", transformMoveWeights=["j1", "j2"])
+    assert cmds.skinPercent(skin, "box.vtx[0]", query=True, ignoreBelow=0.5, value=True) == [1.0]
+    cmds.joint("j1", edit=True, orientJoint="xyz", secondaryAxisOrient="zup", children=True, zeroScaleOrient=True)
+    assert cmds.joint("j1", query=True, degreeOfFreedom=True) == "xyz"
+    assert cmds.joint("j1", query=True, limitSwitchX=True) is False
 
 
 def test_empty_lists(box):
