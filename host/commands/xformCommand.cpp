@@ -139,47 +139,83 @@ Matrix4 scaleOnly(const geometry::TransformParts& parts) {
     return geometry::composeTransform(only);
 }
 
-/// Moves the rotate pivot. Its translation is adjusted so that the object stays in place.
+/// Whether the object stays in place when its pivots move.
+bool keepsPlace(const ParsedArguments& arguments) {
+    return arguments.boolean("preserve", true);
+}
+
+/// Moves the rotate pivot. Its translation is adjusted so that the object stays in place, unless the call
+/// wants otherwise.
 ///
 /// The pivot p and its translation t map x to (x - p) R + p + t, so the constant part t + p - p R must stay.
 std::string setRotatePivot(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments,
-                           const char* flag) {
+                           Vec3 pivot, bool isInWorld) {
     const geometry::TransformParts parts = nodes::transformParts(graph, node);
     const Matrix4 rotation = rotationOnly(parts);
     const Vec3 constant = parts.rotatePivotTranslate + parts.rotatePivot -
                           geometry::transformVector(parts.rotatePivot, rotation);
-    Vec3 pivot = tripleOf(arguments, flag);
-    if (isWorld(arguments)) {
+    if (isInWorld) {
         const Vec3 inParent = geometry::transformPoint(pivot, worldToParent(graph, node));
         pivot = geometry::transformVector(inParent - parts.translate - constant, rotation.transposed());
     }
     const Vec3 shift = constant - pivot + geometry::transformVector(pivot, rotation);
     std::string error = writeTriple(graph, node, "rotatePivot", pivot);
+    if (!keepsPlace(arguments)) return error;
     return error.empty() ? writeTriple(graph, node, "rotatePivotTranslate", shift) : error;
 }
 
 /// The same for the scale pivot and the scale.
 std::string setScalePivot(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments,
-                          const char* flag) {
+                          Vec3 pivot, bool isInWorld) {
     const geometry::TransformParts parts = nodes::transformParts(graph, node);
     const Matrix4 scaling = scaleOnly(parts);
     const Vec3 constant =
         parts.scalePivotTranslate + parts.scalePivot - geometry::transformVector(parts.scalePivot, scaling);
-    Vec3 pivot = tripleOf(arguments, flag);
-    if (isWorld(arguments))
-        pivot = geometry::transformPoint(pivot, nodes::worldMatrix(graph, node).inverse().matrix);
+    if (isInWorld) pivot = geometry::transformPoint(pivot, nodes::worldMatrix(graph, node).inverse().matrix);
     const Vec3 shift = constant - pivot + geometry::transformVector(pivot, scaling);
     std::string error = writeTriple(graph, node, "scalePivot", pivot);
+    if (!keepsPlace(arguments)) return error;
     return error.empty() ? writeTriple(graph, node, "scalePivotTranslate", shift) : error;
+}
+
+/// Puts both pivots into the middle of what is at and below a transform, if anything is. The scale acts on
+/// the rotate pivot's place, but not on the scale pivot's.
+std::string centrePivots(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+    const geometry::InverseMatrix toObject = nodes::worldMatrix(graph, node).inverse();
+    geometry::BoundingBox box;
+    expandBox(graph, node, toObject.matrix, box);
+    if (box.empty || !toObject.ok) return {};
+    const Vec3 centre = box.center();
+    std::string error = setScalePivot(graph, node, arguments, centre, false);
+    if (!error.empty()) return error;
+    const geometry::TransformParts parts = nodes::transformParts(graph, node);
+    const Vec3 scaled = geometry::transformVector(centre - parts.scalePivot, scaleOnly(parts)) +
+                        parts.scalePivot + parts.scalePivotTranslate;
+    return setRotatePivot(graph, node, arguments, scaled, false);
+}
+
+/// Takes the pivots away. What they did to the matrix becomes a part of the translation.
+std::string zeroPivots(graph::Graph& graph, const NodeRef& node) {
+    const Vec3 place = nodes::localMatrix(graph, node).row(3);
+    for (const char* attribute :
+         {"rotatePivot", "rotatePivotTranslate", "scalePivot", "scalePivotTranslate"}) {
+        std::string error = writeTriple(graph, node, attribute, {});
+        if (!error.empty()) return error;
+    }
+    return writeTriple(graph, node, "translate", place);
 }
 
 std::string setPivots(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
     std::string error;
+    if (arguments.isSet("centerPivots")) error = centrePivots(graph, node, arguments);
+    if (error.empty() && arguments.isSet("zeroTransformPivots")) error = zeroPivots(graph, node);
     for (const char* flag : {"rotatePivot", "pivots"}) {
-        if (error.empty() && arguments.isSet(flag)) error = setRotatePivot(graph, node, arguments, flag);
+        if (error.empty() && arguments.isSet(flag))
+            error = setRotatePivot(graph, node, arguments, tripleOf(arguments, flag), isWorld(arguments));
     }
     for (const char* flag : {"scalePivot", "pivots"}) {
-        if (error.empty() && arguments.isSet(flag)) error = setScalePivot(graph, node, arguments, flag);
+        if (error.empty() && arguments.isSet(flag))
+            error = setScalePivot(graph, node, arguments, tripleOf(arguments, flag), isWorld(arguments));
     }
     return error;
 }
@@ -198,8 +234,8 @@ std::string editTransform(graph::Graph& graph, const NodeRef& node, const Parsed
 }
 
 std::string editPoints(graph::Graph& graph, const SelectionItem& item, const ParsedArguments& arguments) {
-    for (const char* flag :
-         {"rotation", "scale", "shear", "matrix", "rotatePivot", "scalePivot", "pivots", "rotateOrder"}) {
+    for (const char* flag : {"rotation", "scale", "shear", "matrix", "rotatePivot", "scalePivot", "pivots",
+                             "rotateOrder", "centerPivots", "zeroTransformPivots"}) {
         if (arguments.isSet(flag)) return notCovered(std::string("-") + flag + " of components");
     }
     if (!arguments.isSet("translation")) return {};
@@ -257,15 +293,16 @@ void registerXformCommands(mel::CommandRegistry& registry) {
     syntax.flag("m", "matrix").flag("bb", "boundingBox").flag("roo", "rotateOrder", {kText});
     syntax.flag("os", "objectSpace").flag("ws", "worldSpace").flag("r", "relative").flag("a", "absolute");
     syntax.flag("p", "preserve", {kSwitch}).flag("eu", "euler");
+    syntax.flag("cp", "centerPivots").flag("ztp", "zeroTransformPivots");
     syntax.enableQuery().objects(ObjectKind::Values);
     registry.add(
         "xform", syntax, xform,
-        "bbi boundingBoxInvisible cp centerPivots cpc centerPivotsOnComponents dph deletePriorHistory ra "
+        "bbi boundingBoxInvisible cpc centerPivotsOnComponents dph deletePriorHistory ra "
         "rotateAxis "
         "rab reflectionAboutBBox rao reflectionAboutOrigin rax reflectionAboutX ray reflectionAboutY raz "
         "reflectionAboutZ rfl reflection rft reflectionTolerance rt rotateTranslation st scaleTranslation "
         "puv "
-        "preserveUV wd worldSpaceDistance ztp zeroTransformPivots");
+        "preserveUV wd worldSpaceDistance");
 
     Syntax point;
     point.flag("l", "local").flag("w", "world").objects(ObjectKind::Strings, 0, 1);

@@ -19,17 +19,6 @@ void append(std::vector<double>& numbers, const Vec3& value) {
     numbers.insert(numbers.end(), {value.x, value.y, value.z});
 }
 
-/// Box of all visible meshes at and below a node, in the space of `toSpace`.
-void expandBox(graph::Graph& graph, const NodeRef& node, const Matrix4& toSpace, geometry::BoundingBox& box) {
-    graph::visitHierarchy(*node, [&](graph::Node& below) {
-        if (!below.isA("mesh") || nodes::isIntermediate(graph, below)) return;
-        const NodeRef shape = below.ref();
-        const nodes::MeshPtr mesh = nodes::meshOf(graph, shape);
-        if (mesh == nullptr) return;
-        box.expand(geometry::bounds(mesh->mesh).transformed(nodes::worldMatrix(graph, shape) * toSpace));
-    });
-}
-
 using Numbers = std::vector<double>;
 using QueryFunction = void (*)(graph::Graph&, const NodeRef&, bool world, Numbers&);
 
@@ -107,6 +96,16 @@ std::string appendAnswer(graph::Graph& graph, const SelectionItem& item, const Q
 }
 
 }  // namespace
+
+void expandBox(graph::Graph& graph, const NodeRef& node, const Matrix4& toSpace, geometry::BoundingBox& box) {
+    graph::visitHierarchy(*node, [&](graph::Node& below) {
+        if (!below.isA("mesh") || nodes::isIntermediate(graph, below)) return;
+        const NodeRef shape = below.ref();
+        const nodes::MeshPtr mesh = nodes::meshOf(graph, shape);
+        if (mesh == nullptr) return;
+        box.expand(geometry::bounds(mesh->mesh).transformed(nodes::worldMatrix(graph, shape) * toSpace));
+    });
+}
 
 CommandResult queryXform(CommandContext& context, const ParsedArguments& arguments,
                          const std::vector<SelectionItem>& items) {
