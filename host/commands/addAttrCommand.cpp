@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "commands/addAttrQuery.h"
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "graph/attributeTypes.h"
@@ -27,6 +28,10 @@ struct OpenCompound {
 using OpenCompounds = std::map<std::uint64_t, std::vector<OpenCompound>>;
 
 Found<AttributeTypeChoice> chosenType(const ParsedArguments& arguments) {
+    for (int use = 1; use < arguments.uses("dataType"); ++use) {
+        if (arguments.values("dataType", use)[0].toString() != arguments.text("dataType"))
+            return {{}, "addAttr: An attribute of several data types is not covered by this host."};
+    }
     const bool isData = arguments.isSet("dataType");
     if (isData && arguments.isSet("attributeType"))
         return {{}, "addAttr: The flags -attributeType and -dataType cannot be used together."};
@@ -131,6 +136,12 @@ void recordOpen(graph::Graph& graph, const std::shared_ptr<OpenCompounds>& open,
 
 CommandResult addAttr(CommandContext& context, const ParsedArguments& arguments,
                       const std::shared_ptr<OpenCompounds>& open) {
+    if (arguments.isQuery()) return queryAddAttr(context, arguments);
+    // An attribute is readable, writable and storable unless a call says otherwise.
+    for (const char* flag : {"exists", "hasMinValue", "hasMaxValue", "readable", "writable", "storable"}) {
+        if (arguments.isSet(flag) && !arguments.boolean(flag))
+            return CommandResult::failure(std::string("addAttr: -") + flag + " is covered in queries only.");
+    }
     graph::Graph& graph = context.graph;
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return CommandResult::failure(items.error);
@@ -165,6 +176,8 @@ CommandResult addAttr(CommandContext& context, const ParsedArguments& arguments,
 }
 
 CommandResult deleteAttr(CommandContext& context, const ParsedArguments& arguments) {
+    if (arguments.isQuery()) return queryDeleteAttr(context, arguments);
+    if (arguments.objects().empty()) return CommandResult::failure("Not enough objects or values.");
     graph::Graph& graph = context.graph;
     std::vector<std::string> names = arguments.objectNames();
     if (arguments.isSet("attribute")) {
@@ -194,7 +207,7 @@ CommandResult deleteAttr(CommandContext& context, const ParsedArguments& argumen
 void registerAddAttrCommands(mel::CommandRegistry& registry) {
     Syntax adding;
     adding.flag("ln", "longName", {kText}).flag("sn", "shortName", {kText});
-    adding.flag("at", "attributeType", {kText}).flag("dt", "dataType", {kText});
+    adding.flag("at", "attributeType", {kText}).multiUseFlag("dt", "dataType", {kText});
     adding.flag("dv", "defaultValue", {kReal}).flag("en", "enumName", {kText});
     adding.flag("min", "minValue", {kReal}).flag("max", "maxValue", {kReal});
     adding.flag("h", "hidden", {kSwitch}).flag("k", "keyable", {kSwitch}).flag("m", "multi");
@@ -203,21 +216,20 @@ void registerAddAttrCommands(mel::CommandRegistry& registry) {
     adding.flag("ci", "cachedInternally", {kSwitch}).flag("nn", "niceName", {kText});
     adding.flag("smn", "softMinValue", {kReal}).flag("smx", "softMaxValue", {kReal});
     adding.flag("uac", "usedAsColor").flag("uaf", "usedAsFilename").objects(ObjectKind::Strings);
+    addQueryFlags(adding);
+    adding.enableQuery();
     const auto open = std::make_shared<OpenCompounds>();
     registry.add(
         "addAttr", adding,
         [open](CommandContext& context, const ParsedArguments& arguments) {
             return addAttr(context, arguments, open);
         },
-        "bt binaryTag ct category dcb disconnectBehaviour e edit ex exists fcx fromPlugin hnv hasMinValue "
-        "hxv "
-        "hasMaxValue hsn hasSoftMinValue hsx hasSoftMaxValue im indexMatters is internalSet pxy proxy q "
-        "query r readable "
-        "s storable w writable usedAsProxy uap");
+        "bt binaryTag ct category dcb disconnectBehaviour e edit fcx fromPlugin hsn hasSoftMinValue hsx "
+        "hasSoftMaxValue im indexMatters is internalSet pxy proxy usedAsProxy uap");
 
     Syntax deleting;
-    deleting.flag("at", "attribute", {kText}).objects(ObjectKind::Strings, 1);
-    registry.add("deleteAttr", deleting, deleteAttr, "q query");
+    deleting.flag("at", "attribute", {kText}).objects(ObjectKind::Strings).enableQuery().enableEdit();
+    registry.add("deleteAttr", deleting, deleteAttr);
 }
 
 }  // namespace host::commands

@@ -98,29 +98,11 @@ CommandResult removeMultiInstance(CommandContext& context, const ParsedArguments
     return CommandResult::success(true);
 }
 
-std::string joined(const std::vector<std::string>& names) {
-    std::string text;
-    for (const std::string& name : names)
-        text += (text.empty() ? "" : ":") + name;
-    return text;
-}
-
 std::vector<std::string> childNames(const graph::Attribute& attribute) {
     std::vector<std::string> names;
     for (const auto& child : attribute.children())
         names.push_back(child->longName());
     return names;
-}
-
-/// "translateX" as "Translate X".
-std::string niceName(const std::string& longName) {
-    std::string nice;
-    for (const char c : longName) {
-        const bool isUpper = c >= 'A' && c <= 'Z';
-        if (isUpper && !nice.empty()) nice += ' ';
-        nice += nice.empty() && c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    }
-    return nice;
 }
 
 std::optional<Value> rangeAnswer(const graph::Graph& graph, const graph::Attribute& attribute,
@@ -154,7 +136,7 @@ std::optional<Value> nameAnswer(const graph::Graph& graph, const graph::Attribut
     if (arguments.isSet("shortName")) return Value(spec.shortName);
     if (arguments.isSet("niceName")) return Value(niceName(spec.longName));
     if (arguments.isSet("attributeType")) return Value(attributeTypeName(attribute));
-    if (arguments.isSet("listEnum")) return Value(std::vector<std::string>{joined(spec.enumNames)});
+    if (arguments.isSet("listEnum")) return Value(std::vector<std::string>{enumText(spec.enumNames)});
     if (arguments.isSet("listChildren")) return Value(childNames(attribute));
     if (arguments.isSet("listDefault")) return Value(defaultsOf(graph, attribute));
     if (!arguments.isSet("listParent")) return std::nullopt;

@@ -273,7 +273,8 @@ void registerSetAttrCommand(mel::CommandRegistry& registry) {
     syntax.flag("typ", "type", {kText}).flag("c", "clamp");
     syntax.flag("s", "size", {ArgumentType::Unsigned}).flag("ch", "capacityHint", {ArgumentType::Unsigned});
     syntax.flag("l", "lock", {kSwitch}).flag("k", "keyable", {kSwitch}).flag("cb", "channelBox", {kSwitch});
-    syntax.objects(ObjectKind::Values, 1).textsFollow(isTextOwed);
+    // To edit a value is to set it.
+    syntax.objects(ObjectKind::Values, 1).textsFollow(isTextOwed).enableEdit();
     registry.add("setAttr", syntax, setAttr, "alteredValue av caching ca");
 }
 
