@@ -21,7 +21,8 @@ std::optional<Value> nameAnswer(const graph::Attribute& attribute, const ParsedA
     if (arguments.isSet("niceName")) return Value(niceName(spec.longName));
     if (arguments.isSet("attributeType")) return Value(declaredType(attribute));
     if (arguments.isSet("dataType")) return Value(std::vector<std::string>{attributeTypeName(attribute)});
-    if (arguments.isSet("enumName")) return Value(enumText(spec.enumNames));
+    if (arguments.isSet("enumName")) return Value(graph::enumText(spec.enumNames));
+    if (arguments.isSet("category")) return Value(spec.categories);
     if (arguments.isSet("parent"))
         return Value(attribute.parent() != nullptr ? attribute.parent()->longName() : std::string());
     return std::nullopt;
@@ -46,6 +47,7 @@ std::optional<Value> traitAnswer(const graph::Attribute& attribute, const Parsed
                                                    {"hidden", spec.isHidden},
                                                    {"keyable", spec.isKeyable},
                                                    {"multi", spec.isArray},
+                                                   {"usedAsProxy", spec.isProxy},
                                                    {"readable", true},
                                                    {"writable", !spec.isOutput},
                                                    {"storable", !spec.isOutput}};

@@ -257,13 +257,4 @@ std::string niceName(const std::string& longName) {
     return nice;
 }
 
-std::string enumText(const std::vector<std::string>& fields) {
-    std::string text;
-    for (const std::string& field : fields) {
-        if (!text.empty()) text += ':';
-        text += field;
-    }
-    return text;
-}
-
 }  // namespace host::commands

@@ -59,7 +59,5 @@ std::string attributeTypeName(const graph::Attribute& attribute);
 
 /// "translateX" as "Translate X".
 std::string niceName(const std::string& longName);
-/// The fields of an enum as "low:mid:high".
-std::string enumText(const std::vector<std::string>& fields);
 
 }  // namespace host::commands

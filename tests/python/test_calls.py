@@ -54,8 +54,8 @@ RESULTS = [
     ("cmds.undoInfo(query=True, redoName=True)", ""),
     ("cmds.undoInfo(query=True, infinity=True)", True),
     ("cmds.undoInfo(query=True, length=True)", 0),
-    ("cmds.sets('initialParticleSE', isIntersecting='initialShadingGroup')", False),
-    ("cmds.sets('initialParticleSE', intersection='initialShadingGroup')", None),
+    ("cmds.sets('initialShadingGroup', isIntersecting='initialShadingGroup')", True),
+    ("cmds.sets('initialShadingGroup', subtract='initialShadingGroup')", None),
     ("cmds.optionVar(exists='ghost')", False),
     ("cmds.pluginInfo('DELVENTools', query=True, loaded=True)", True),
     ("cmds.file(query=True, modified=True)", True),
@@ -166,7 +166,7 @@ def test_empty_lists(box):
 
 WRONG = [
     ("cmds.ls(xyz=1)", TypeError, "Invalid flag 'xyz'"),
-    ("cmds.ls(lights=True)", TypeError, "Flag 'lights' is not covered by this host."),
+    ("cmds.ls(modified=True)", TypeError, "Flag 'lights' is not covered by this host."),
     ("cmds.polyCube(subdivisionsX='a')", TypeError, "Invalid arguments for flag 'subdivisionsX'.  Expected int, got str"),
     ("cmds.polyCube(sx=(1, 2))", TypeError, "Invalid arguments for flag 'sx'.  Expected int, got ( int, int )"),
     ("cmds.polyCube(sx=1.5)", TypeError, "Invalid arguments for flag 'sx'.  Expected int, got float"),
