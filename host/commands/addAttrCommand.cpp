@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "commands/addAttrQuery.h"
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "graph/attributeTypes.h"
@@ -27,6 +28,10 @@ struct OpenCompound {
 using OpenCompounds = std::map<std::uint64_t, std::vector<OpenCompound>>;
 
 Found<AttributeTypeChoice> chosenType(const ParsedArguments& arguments) {
+    for (int use = 1; use < arguments.uses("dataType"); ++use) {
+        if (arguments.values("dataType", use)[0].toString() != arguments.text("dataType"))
+            return {{}, "addAttr: An attribute of several data types is not covered by this host."};
+    }
     const bool isData = arguments.isSet("dataType");
     if (isData && arguments.isSet("attributeType"))
         return {{}, "addAttr: The flags -attributeType and -dataType cannot be used together."};
@@ -59,7 +64,33 @@ Found<AttributeSpec> specOf(const graph::Graph& graph, const ParsedArguments& ar
     if (arguments.isSet("minValue")) spec.minimum = inGraphUnit("minValue");
     if (arguments.isSet("maxValue")) spec.maximum = inGraphUnit("maxValue");
     spec.enumNames = graph::enumNamesIn(arguments.text("enumName"));
+    spec.isProxy = arguments.boolean("usedAsProxy");
+    for (int use = 0; use < arguments.uses("category"); ++use)
+        spec.categories.push_back(arguments.values("category", use)[0].toString());
     return {std::move(spec), {}};
+}
+
+/// The attribute for which the new one is to stand; an empty plug if the call names none.
+Found<graph::Plug> masterOf(graph::Graph& graph, const ParsedArguments& arguments) {
+    if (!arguments.isSet("proxy")) return {};
+    const std::string name = arguments.text("proxy");
+    const Found<graph::PlugMatch> found = findOnePlug(graph, name);
+    if (!found.ok()) return {{}, found.error};
+    if (found.value.plug.isArray() || found.value.plug.attribute().isCompound() || arguments.isSet("parent"))
+        return {{}, "addAttr: A proxy of '" + name + "' is not covered by this host."};
+    return {found.value.plug, {}};
+}
+
+/// Makes a new attribute one that stands for another.
+AttributeSpec proxySpec(AttributeSpec spec, const graph::Attribute& master) {
+    AttributeSpec proxy = master.spec();
+    proxy.longName = spec.longName;
+    proxy.shortName = spec.shortName;
+    proxy.categories = std::move(spec.categories);
+    proxy.isKeyable = spec.isKeyable || proxy.isKeyable;
+    proxy.isArray = proxy.isOutput = proxy.isWatched = false;
+    proxy.isProxy = true;
+    return proxy;
 }
 
 bool clashesBelow(const AttributeSpec& spec, const std::string& name) {
@@ -129,42 +160,62 @@ void recordOpen(graph::Graph& graph, const std::shared_ptr<OpenCompounds>& open,
                           [open, now = *open](graph::Graph&) { *open = now; });
 }
 
+/// The nodes that get the attribute, if a call asks for nothing that is not covered.
+Found<std::vector<graph::NodeRef>> nodesToExtend(CommandContext& context, const ParsedArguments& arguments) {
+    // An attribute is readable, writable and storable unless a call says otherwise.
+    for (const char* flag : {"exists", "hasMinValue", "hasMaxValue", "readable", "writable", "storable"}) {
+        if (arguments.isSet(flag) && !arguments.boolean(flag))
+            return {{}, std::string("addAttr: -") + flag + " is covered in queries only."};
+    }
+    const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
+    if (!items.ok()) return {{}, items.error};
+    std::vector<graph::NodeRef> nodes = nodesOf(items.value);
+    if (nodes.empty()) return {{}, "addAttr: Found no valid items to add the attribute to."};
+    for (const graph::NodeRef& node : nodes) {
+        std::string problem = lockProblem(context.graph, *node, "addAttr");
+        if (!problem.empty()) return {{}, std::move(problem)};
+    }
+    return {std::move(nodes), {}};
+}
+
 CommandResult addAttr(CommandContext& context, const ParsedArguments& arguments,
                       const std::shared_ptr<OpenCompounds>& open) {
+    if (arguments.isQuery()) return queryAddAttr(context, arguments);
     graph::Graph& graph = context.graph;
-    const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
-    if (!items.ok()) return CommandResult::failure(items.error);
-    const std::vector<graph::NodeRef> nodes = nodesOf(items.value);
-    if (nodes.empty())
-        return CommandResult::failure("addAttr: Found no valid items to add the attribute to.");
-    for (const graph::NodeRef& node : nodes) {
-        std::string problem = lockProblem(graph, *node, "addAttr");
-        if (!problem.empty()) return CommandResult::failure(std::move(problem));
-    }
-    const Found<AttributeTypeChoice> type = chosenType(arguments);
+    const Found<std::vector<graph::NodeRef>> nodes = nodesToExtend(context, arguments);
+    if (!nodes.ok()) return CommandResult::failure(nodes.error);
+    const Found<graph::Plug> master = masterOf(graph, arguments);
+    if (!master.ok()) return CommandResult::failure(master.error);
+    // A proxy has the type of what it stands for, whatever the call says.
+    Found<AttributeTypeChoice> type;
+    if (!master.value) type = chosenType(arguments);
     if (!type.ok()) return CommandResult::failure(type.error);
-    const Found<AttributeSpec> spec = specOf(context.graph, arguments, type.value);
+    Found<AttributeSpec> spec = specOf(context.graph, arguments, type.value);
     if (!spec.ok()) return CommandResult::failure(spec.error);
+    if (master.value) spec.value = proxySpec(std::move(spec.value), master.value.attribute());
     const bool touchesOpen =
         arguments.isSet("parent") || (type.value.childCount > 0 && !arguments.isSet("dataType"));
     if (touchesOpen) {
         OpenCompounds before = *open;
         std::string error;
-        for (const graph::NodeRef& node : nodes) {
+        for (const graph::NodeRef& node : nodes.value) {
             error = addTo(graph, *open, *node, spec.value, type.value, arguments);
             if (!error.empty()) break;
         }
         recordOpen(graph, open, std::move(before));
         return error.empty() ? CommandResult::success() : CommandResult::failure(std::move(error));
     }
-    for (const graph::NodeRef& node : nodes) {
+    for (const graph::NodeRef& node : nodes.value) {
         std::string error = addTo(graph, *open, *node, spec.value, type.value, arguments);
         if (!error.empty()) return CommandResult::failure(std::move(error));
+        if (master.value) graph.connect(master.value, node->plug(spec.value.longName));
     }
     return CommandResult::success();
 }
 
 CommandResult deleteAttr(CommandContext& context, const ParsedArguments& arguments) {
+    if (arguments.isQuery()) return queryDeleteAttr(context, arguments);
+    if (arguments.objects().empty()) return CommandResult::failure("Not enough objects or values.");
     graph::Graph& graph = context.graph;
     std::vector<std::string> names = arguments.objectNames();
     if (arguments.isSet("attribute")) {
@@ -194,7 +245,7 @@ CommandResult deleteAttr(CommandContext& context, const ParsedArguments& argumen
 void registerAddAttrCommands(mel::CommandRegistry& registry) {
     Syntax adding;
     adding.flag("ln", "longName", {kText}).flag("sn", "shortName", {kText});
-    adding.flag("at", "attributeType", {kText}).flag("dt", "dataType", {kText});
+    adding.flag("at", "attributeType", {kText}).multiUseFlag("dt", "dataType", {kText});
     adding.flag("dv", "defaultValue", {kReal}).flag("en", "enumName", {kText});
     adding.flag("min", "minValue", {kReal}).flag("max", "maxValue", {kReal});
     adding.flag("h", "hidden", {kSwitch}).flag("k", "keyable", {kSwitch}).flag("m", "multi");
@@ -203,21 +254,22 @@ void registerAddAttrCommands(mel::CommandRegistry& registry) {
     adding.flag("ci", "cachedInternally", {kSwitch}).flag("nn", "niceName", {kText});
     adding.flag("smn", "softMinValue", {kReal}).flag("smx", "softMaxValue", {kReal});
     adding.flag("uac", "usedAsColor").flag("uaf", "usedAsFilename").objects(ObjectKind::Strings);
+    adding.multiUseFlag("ct", "category", {kText}).flag("pxy", "proxy", {kText});
+    adding.flag("uap", "usedAsProxy", {kSwitch});
+    addQueryFlags(adding);
+    adding.enableQuery();
     const auto open = std::make_shared<OpenCompounds>();
     registry.add(
         "addAttr", adding,
         [open](CommandContext& context, const ParsedArguments& arguments) {
             return addAttr(context, arguments, open);
         },
-        "bt binaryTag ct category dcb disconnectBehaviour e edit ex exists fcx fromPlugin hnv hasMinValue "
-        "hxv "
-        "hasMaxValue hsn hasSoftMinValue hsx hasSoftMaxValue im indexMatters is internalSet pxy proxy q "
-        "query r readable "
-        "s storable w writable usedAsProxy uap");
+        "bt binaryTag dcb disconnectBehaviour e edit fcx fromPlugin hsn hasSoftMinValue hsx "
+        "hasSoftMaxValue im indexMatters is internalSet");
 
     Syntax deleting;
-    deleting.flag("at", "attribute", {kText}).objects(ObjectKind::Strings, 1);
-    registry.add("deleteAttr", deleting, deleteAttr, "q query");
+    deleting.flag("at", "attribute", {kText}).objects(ObjectKind::Strings).enableQuery().enableEdit();
+    registry.add("deleteAttr", deleting, deleteAttr);
 }
 
 }  // namespace host::commands

@@ -98,29 +98,11 @@ CommandResult removeMultiInstance(CommandContext& context, const ParsedArguments
     return CommandResult::success(true);
 }
 
-std::string joined(const std::vector<std::string>& names) {
-    std::string text;
-    for (const std::string& name : names)
-        text += (text.empty() ? "" : ":") + name;
-    return text;
-}
-
 std::vector<std::string> childNames(const graph::Attribute& attribute) {
     std::vector<std::string> names;
     for (const auto& child : attribute.children())
         names.push_back(child->longName());
     return names;
-}
-
-/// "translateX" as "Translate X".
-std::string niceName(const std::string& longName) {
-    std::string nice;
-    for (const char c : longName) {
-        const bool isUpper = c >= 'A' && c <= 'Z';
-        if (isUpper && !nice.empty()) nice += ' ';
-        nice += nice.empty() && c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    }
-    return nice;
 }
 
 std::optional<Value> rangeAnswer(const graph::Graph& graph, const graph::Attribute& attribute,
@@ -154,7 +136,8 @@ std::optional<Value> nameAnswer(const graph::Graph& graph, const graph::Attribut
     if (arguments.isSet("shortName")) return Value(spec.shortName);
     if (arguments.isSet("niceName")) return Value(niceName(spec.longName));
     if (arguments.isSet("attributeType")) return Value(attributeTypeName(attribute));
-    if (arguments.isSet("listEnum")) return Value(std::vector<std::string>{joined(spec.enumNames)});
+    if (arguments.isSet("listEnum")) return Value(std::vector<std::string>{graph::enumText(spec.enumNames)});
+    if (arguments.isSet("categories")) return Value(spec.categories);
     if (arguments.isSet("listChildren")) return Value(childNames(attribute));
     if (arguments.isSet("listDefault")) return Value(defaultsOf(graph, attribute));
     if (!arguments.isSet("listParent")) return std::nullopt;
@@ -223,10 +206,13 @@ void registerAttributeCommands(mel::CommandRegistry& registry) {
     asking.flag("nc", "numberOfChildren").flag("mne", "minExists").flag("mxe", "maxExists");
     asking.flag("re", "rangeExists").flag("min", "minimum").flag("max", "maximum").flag("r", "range");
     asking.flag("m", "multi").flag("msg", "message").flag("e", "enum").flag("h", "hidden");
-    asking.flag("k", "keyable").flag("w", "writable").objects(ObjectKind::Strings, 1, 1);
+    asking.flag("k", "keyable")
+        .flag("w", "writable")
+        .flag("ct", "categories")
+        .objects(ObjectKind::Strings, 1, 1);
     registry.add(
         "attributeQuery", asking, attributeQuery,
-        "affectsAppearance aa affectsWorldspace aws cachedInternally ca categories ct channelBox ch "
+        "affectsAppearance aa affectsWorldspace aws cachedInternally ca channelBox ch "
         "connectable c "
         "indeterminant idt indexMatters im internal i internalGet ig internalSet is localizedListEnum lle "
         "readable rd renderSource rs softMax smx softMaxExists sxe softMin smn softMinExists sme softRange s "

@@ -247,4 +247,14 @@ std::string attributeTypeName(const graph::Attribute& attribute) {
     return tuple.empty() ? "TdataCompound" : tuple;
 }
 
+std::string niceName(const std::string& longName) {
+    std::string nice;
+    for (const char c : longName) {
+        const bool isUpper = c >= 'A' && c <= 'Z';
+        if (isUpper && !nice.empty()) nice += ' ';
+        nice += nice.empty() && c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    }
+    return nice;
+}
+
 }  // namespace host::commands

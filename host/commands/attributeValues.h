@@ -57,4 +57,7 @@ std::optional<Value> dataValue(const graph::DataPtr& data, std::string_view type
 /// The type name of an attribute in scripts: "doubleLinear", "double3", "componentList", ...
 std::string attributeTypeName(const graph::Attribute& attribute);
 
+/// "translateX" as "Translate X".
+std::string niceName(const std::string& longName);
+
 }  // namespace host::commands

@@ -118,12 +118,43 @@ CommandResult polyColorPerVertex(CommandContext& context, const ParsedArguments&
 
 // The command polyColorSet.
 
+constexpr std::pair<const char*, int> kRepresentations[] = {{"A", nodes::ColorSetForm::kAlpha},
+                                                            {"RGB", nodes::ColorSetForm::kRgb},
+                                                            {"RGBA", nodes::ColorSetForm::kRgba}};
+
+/// Numbers without a name, which a file may bring, count as RGBA.
+std::string representationName(const nodes::ColorSetForm& form) {
+    for (const auto& [name, number] : kRepresentations) {
+        if (number == form.representation) return name;
+    }
+    return "RGBA";
+}
+
+/// What a call says of a new set.
+Found<nodes::ColorSetForm> formOf(const ParsedArguments& arguments) {
+    nodes::ColorSetForm form;
+    form.isClamped = arguments.boolean("clamped");
+    const std::string wanted = arguments.text("representation", "RGBA");
+    for (const auto& [name, number] : kRepresentations) {
+        if (wanted != name) continue;
+        form.representation = number;
+        return {form, {}};
+    }
+    return {{}, "polyColorSet: '" + wanted + "' is none of A, RGB and RGBA."};
+}
+
 CommandResult querySets(graph::Graph& graph, const NodeRef& shape, const ParsedArguments& arguments) {
     if (arguments.isSet("allColorSets")) return CommandResult::success(nodes::colorSetNames(graph, shape));
+    const std::string current = nodes::currentColorSet(graph, shape);
+    const std::string asked = arguments.text("colorSet", current);
+    if (arguments.isSet("clamped"))
+        return CommandResult::success(nodes::colorSetForm(graph, shape, asked).isClamped);
+    if (arguments.isSet("representation"))
+        return CommandResult::success(representationName(nodes::colorSetForm(graph, shape, asked)));
     if (!arguments.isSet("currentColorSet"))
         return CommandResult::failure(
-            "polyColorSet: Only -allColorSets and -currentColorSet can be queried.");
-    const std::string current = nodes::currentColorSet(graph, shape);
+            "polyColorSet: Only -allColorSets, -currentColorSet, -clamped and -representation can be "
+            "queried.");
     return CommandResult::success(current.empty() ? std::vector<std::string>()
                                                   : std::vector<std::string>{current});
 }
@@ -135,12 +166,18 @@ std::string changeSets(graph::Graph& graph, const NodeRef& shape, const ParsedAr
     const std::string name =
         arguments.isSet("colorSet") ? arguments.text("colorSet") : nodes::currentColorSet(graph, shape);
     if (arguments.isSet("create")) {
+        const Found<nodes::ColorSetForm> form = formOf(arguments);
+        if (!form.ok()) return form.error;
         names.push_back(nodes::createColorSet(graph, shape, arguments.text("colorSet")));
+        nodes::setColorSetForm(graph, shape, names.back(), form.value);
         return {};
     }
     bool isDone = false;
     if (arguments.isSet("delete")) {
         isDone = nodes::deleteColorSet(graph, shape, name);
+    } else if (arguments.isSet("copy")) {
+        names.push_back(nodes::copyColorSet(graph, shape, name, arguments.text("newColorSet")));
+        isDone = !names.back().empty();
     } else if (arguments.isSet("rename")) {
         const std::string newName = arguments.text("newColorSet");
         isDone = nodes::renameColorSet(graph, shape, name, newName);
@@ -160,11 +197,11 @@ CommandResult polyColorSet(CommandContext& context, const ParsedArguments& argum
     if (!items.ok()) return CommandResult::failure(items.error);
     if (arguments.isQuery()) return querySets(graph, items.value.front().node, arguments);
     int actions = 0;
-    for (const char* action : {"create", "delete", "rename", "currentColorSet"})
+    for (const char* action : {"create", "copy", "delete", "rename", "currentColorSet"})
         actions += arguments.isSet(action) ? 1 : 0;
     if (actions != 1)
         return CommandResult::failure(
-            "polyColorSet: One of -create, -delete, -rename and -currentColorSet must be given.");
+            "polyColorSet: One of -create, -copy, -delete, -rename and -currentColorSet must be given.");
     std::vector<std::string> names;
     for (const NodeRef& shape : nodesOf(items.value)) {
         const std::string error = changeSets(graph, shape, arguments, names);
@@ -188,10 +225,12 @@ void registerColorCommands(mel::CommandRegistry& registry) {
     Syntax sets;
     sets.flag("cr", "create").flag("d", "delete").flag("rn", "rename").flag("ccs", "currentColorSet");
     sets.flag("cs", "colorSet", {kText}).flag("nc", "newColorSet", {kText}).flag("acs", "allColorSets");
+    sets.flag("cp", "copy").flag("cla", "clamped", {kSwitch}).flag("rpt", "representation", {kText});
+    sets.makeQueryWithArguments("colorSet");
     sets.enableQuery().objects(ObjectKind::Strings);
     registry.add("polyColorSet", sets, polyColorSet,
-                 "cch caching ch constructionHistory cla clamped cp copy fnr frozen n name nds nodeState pi "
-                 "perInstance rpt representation shi shareInstances un unshared e edit");
+                 "cch caching ch constructionHistory fnr frozen n name nds nodeState pi "
+                 "perInstance shi shareInstances un unshared e edit");
 }
 
 }  // namespace host::commands

@@ -4,6 +4,7 @@
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "commands/nodeCopy.h"
+#include "commands/transformSupport.h"
 #include "graph/hierarchy.h"
 #include "graph/namespaces.h"
 #include "nodes/meshNode.h"
@@ -44,11 +45,11 @@ std::string childName(const graph::Graph& graph, const graph::Node& child, const
 /// What a copy takes of what is below its root.
 enum class Below { Nothing, Copies, InstancedLeaves, Instances };
 
-/// Copies a node and what is below it. Appends the copies that are not shapes, top first. A node that is
+/// Copies a node and what is below it. Appends the nodes with their copies, top first. A node that is
 /// there several times is copied once, and its copy is there as often. Hierarchies may be deeper than the
 /// machine's stack.
 graph::NodeRef copyTree(graph::Graph& graph, graph::Node& root, const std::string& name, Below below,
-                        std::vector<graph::NodeRef>& copies) {
+                        NodeCopies& copies) {
     struct Copied {
         graph::Node* node;
         graph::Node* parent;  // of the copy
@@ -74,7 +75,7 @@ graph::NodeRef copyTree(graph::Graph& graph, graph::Node& root, const std::strin
         const graph::NodeRef copy =
             copyNode(graph, *node, parent, node == &root ? name : childName(graph, *node, *parent));
         if (node == &root) copiedRoot = copy;
-        if (!node->isA("shape")) copies.push_back(copy);
+        copies.emplace_back(node->ref(), copy);
         if (node != &root && !node->otherParents().empty()) shared.emplace(node, copy.get());
         if (below == Below::Nothing) break;
         for (auto child = node->children().rbegin(); child != node->children().rend(); ++child)
@@ -87,66 +88,112 @@ bool hasAncestorIn(const graph::Node& node, const std::unordered_set<const graph
     return graph::anyAbove(node, [&](const graph::Node& above) { return nodes.count(&above) != 0; });
 }
 
-/// Copies the objects of the command line, or the selection.
-CommandResult copyObjects(CommandContext& context, const ParsedArguments& arguments,
-                          const std::string& command, Below below, bool rootsOnly) {
-    graph::Graph& graph = context.graph;
+std::vector<graph::NodeRef> copiesBesideShapes(const NodeCopies& copies) {
+    std::vector<graph::NodeRef> nodes;
+    for (const auto& copied : copies) {
+        if (!copied.second->isA("shape")) nodes.push_back(copied.second);
+    }
+    return nodes;
+}
+
+/// The last copy, and where its original was, for the next copy to repeat the way from there to here.
+struct LastCopy {
+    std::weak_ptr<graph::Node> node;
+    geometry::Matrix4 matrix{};
+};
+
+/// Moves the copy of the last copy as that was moved away from its original. Of equivalent angles, those
+/// nearest to the angles of the last copy are used.
+/// @return empty, or the error
+std::string repeatTransform(graph::Graph& graph, const LastCopy& last, const graph::NodeRef& original,
+                            const graph::NodeRef& copy) {
+    if (last.node.lock() != original) return {};
+    const geometry::InverseMatrix back = last.matrix.inverse();
+    if (!back.ok) return {};
+    const geometry::Matrix4 now = nodes::localMatrix(graph, original);
+    const geometry::Vec3 angles = nodes::transformParts(graph, copy).rotate;
+    nodes::setLocalMatrix(graph, copy, now * back.matrix * now);
+    const geometry::Matrix4 rotation = ownRotation(graph, copy);
+    std::string error = writeTriple(graph, copy, "rotate", angles);
+    return error.empty() ? setOwnRotation(graph, copy, rotation) : error;
+}
+
+/// What to copy: the objects of the command line, or the selection. A shape is copied with its transform.
+Found<std::vector<graph::NodeRef>> originalsOf(CommandContext& context, const ParsedArguments& arguments,
+                                               const std::string& command) {
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
-    if (!items.ok()) return CommandResult::failure(items.error);
-    Found<std::string> name;
-    if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
-    if (!name.ok()) return CommandResult::failure(name.error);
+    if (!items.ok()) return {{}, items.error};
     std::vector<graph::NodeRef> originals = nodesOf(items.value);
-    // A shape is copied with its transform.
     for (graph::NodeRef& node : originals) {
         if (node->isA("shape") && node->parent() != nullptr) node = node->parent()->ref();
     }
-    if (originals.empty())
-        return CommandResult::failure(command + ": Nothing is selected to be " + command + "d.");
+    if (originals.empty()) return {{}, command + ": Nothing is selected to be " + command + "d."};
     for (const graph::NodeRef& node : originals) {
         if (command == "instance" && !node->type().isDag())
-            return CommandResult::failure(command + ": '" + node->name() +
-                                          "' is no DAG object. Use duplicate to copy it.");
+            return {{}, command + ": '" + node->name() + "' is no DAG object. Use duplicate to copy it."};
     }
+    return {std::move(originals), {}};
+}
+
+CommandResult copyObjects(CommandContext& context, const ParsedArguments& arguments,
+                          const std::string& command, Below below, bool rootsOnly,
+                          const std::shared_ptr<LastCopy>& last) {
+    graph::Graph& graph = context.graph;
+    const Found<std::vector<graph::NodeRef>> originals = originalsOf(context, arguments, command);
+    if (!originals.ok()) return CommandResult::failure(originals.error);
+    Found<std::string> name;
+    if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
+    if (!name.ok()) return CommandResult::failure(name.error);
     std::unordered_set<const graph::Node*> given;
-    for (const graph::NodeRef& node : originals)
+    for (const graph::NodeRef& node : originals.value)
         given.insert(node.get());
     std::vector<graph::NodeRef> roots;
-    std::vector<graph::NodeRef> copies;
-    for (const graph::NodeRef& node : originals) {
+    NodeCopies copies;
+    for (const graph::NodeRef& node : originals.value) {
         if (hasAncestorIn(*node, given)) continue;
         const std::string wanted = name.value.empty() ? nodes::copyName(graph, *node) : name.value;
         roots.push_back(copyTree(graph, *node, wanted, below, copies));
+        if (!arguments.isSet("smartTransform") || !node->isA("transform")) continue;
+        const std::string error = repeatTransform(graph, *last, node, roots.back());
+        if (!error.empty()) return CommandResult::failure(error);
     }
+    const std::vector<graph::NodeRef> listed = rootsOnly ? roots : copiesBesideShapes(copies);
+    if (arguments.isSet("upstreamNodes")) {
+        const std::string problem = copyUpstream(graph, copies);
+        if (!problem.empty()) return CommandResult::failure(command + ": " + problem + '.');
+    }
+    if (arguments.isSet("inputConnections") || arguments.isSet("upstreamNodes")) connectInputs(graph, copies);
+    *last = {};
+    if (roots.size() == 1 && roots.front()->isA("transform"))
+        *last = {roots.front(), nodes::localMatrix(graph, copies.front().first)};
     selectNodes(graph, roots);
-    return CommandResult::success(uniqueNames(graph, rootsOnly ? roots : copies));
-}
-
-CommandResult duplicate(CommandContext& context, const ParsedArguments& arguments) {
-    return copyObjects(context, arguments, "duplicate",
-                       arguments.isSet("parentOnly") ? Below::Nothing : Below::Copies,
-                       arguments.isSet("returnRootsOnly"));
-}
-
-CommandResult instance(CommandContext& context, const ParsedArguments& arguments) {
-    return copyObjects(context, arguments, "instance",
-                       arguments.isSet("leaf") ? Below::InstancedLeaves : Below::Instances, true);
+    return CommandResult::success(uniqueNames(graph, listed));
 }
 
 }  // namespace
 
 void registerDuplicateCommand(mel::CommandRegistry& registry) {
+    const auto last = std::make_shared<LastCopy>();
     Syntax syntax;
     syntax.flag("n", "name", {kText}).flag("po", "parentOnly").flag("rr", "returnRootsOnly");
+    syntax.flag("ic", "inputConnections").flag("un", "upstreamNodes").flag("st", "smartTransform");
     syntax.objects(ObjectKind::Strings);
     registry.add(
-        "duplicate", syntax, duplicate,
-        "ic inputConnections ilf instanceLeaf rc renameChildren st smartTransform tr transformsOnly un "
-        "upstreamNodes");
+        "duplicate", syntax,
+        [last](CommandContext& context, const ParsedArguments& arguments) {
+            return copyObjects(context, arguments, "duplicate",
+                               arguments.isSet("parentOnly") ? Below::Nothing : Below::Copies,
+                               arguments.isSet("returnRootsOnly"), last);
+        },
+        "ilf instanceLeaf rc renameChildren tr transformsOnly");
 
     Syntax instancing;
-    instancing.flag("n", "name", {kText}).flag("lf", "leaf").objects(ObjectKind::Strings);
-    registry.add("instance", instancing, instance, "st smartTransform");
+    instancing.flag("n", "name", {kText}).flag("lf", "leaf").flag("st", "smartTransform");
+    instancing.objects(ObjectKind::Strings);
+    registry.add("instance", instancing, [last](CommandContext& context, const ParsedArguments& arguments) {
+        return copyObjects(context, arguments, "instance",
+                           arguments.isSet("leaf") ? Below::InstancedLeaves : Below::Instances, true, last);
+    });
 }
 
 }  // namespace host::commands

@@ -1,13 +1,12 @@
 // The command ls.
 
 #include <algorithm>
-#include <array>
 #include <set>
 #include <unordered_set>
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
-#include "commands/nodeStates.h"
+#include "commands/listFilter.h"
 #include "graph/instances.h"
 #include "graph/namespaces.h"
 #include "graph/pathNames.h"
@@ -20,88 +19,11 @@ namespace {
 
 using graph::SelectionItem;
 
-/// Which nodes `ls` lists.
-struct Filter {
-    std::vector<std::string> kinds;  // names of types; one of them must fit
-    std::vector<std::string> exactTypes;
-    std::vector<std::string> excludedTypes;
-    bool intermediateOnly = false;
-    bool noIntermediate = false;
-    std::vector<const NodeState*> states;  // all of them must be true
-    bool dagOnly = false;
-
-    bool isTyped() const { return !kinds.empty() || !exactTypes.empty(); }
-};
-
-std::vector<std::string> texts(const ParsedArguments& arguments, std::string_view flag) {
-    std::vector<std::string> result;
-    result.reserve(static_cast<std::size_t>(arguments.uses(flag)));
-    for (int use = 0; use < arguments.uses(flag); ++use)
-        result.push_back(arguments.values(flag, use)[0].toString());
-    return result;
-}
-
-/// Flags for the nodes of a type and of those that derive from it.
-struct Kind {
-    const char* shortName;
-    const char* flag;
-    const char* type;
-};
-constexpr Kind kKinds[] = {{"s", "shapes", "shape"},           {"g", "geometry", "geometryShape"},
-                           {"tr", "transforms", "transform"},  {"mat", "materials", "lambert"},
-                           {"set", "sets", "objectSet"},       {"ca", "cameras", "camera"},
-                           {"pr", "partitions", "partition"},  {"rf", "references", "reference"},
-                           {"con", "containers", "container"}, {"pl", "planes", "sketchPlane"}};
-/// Types that only files bring. They are not known by what they derive from.
-constexpr std::array kLights{"ambientLight", "areaLight", "directionalLight",
-                             "pointLight",   "spotLight", "volumeLight"};
-constexpr std::array kTextures{
-    "bulge",   "brownian", "checker",      "cloth",  "cloud",       "crater",  "envBall",    "envChrome",
-    "envCube", "envSky",   "envSphere",    "file",   "fractal",     "granite", "grid",       "layeredTexture",
-    "leather", "marble",   "mountain",     "movie",  "noise",       "ocean",   "psdFileTex", "ramp",
-    "rock",    "snow",     "solidFractal", "stucco", "volumeNoise", "water",   "wood"};
-
-Filter filterOf(const ParsedArguments& arguments) {
-    Filter filter;
-    filter.kinds = texts(arguments, "type");
-    filter.exactTypes = texts(arguments, "exactType");
-    filter.excludedTypes = texts(arguments, "excludeType");
-    for (const Kind& kind : kKinds) {
-        if (arguments.isSet(kind.flag)) filter.kinds.emplace_back(kind.type);
-    }
-    if (arguments.isSet("lights"))
-        filter.exactTypes.insert(filter.exactTypes.end(), kLights.begin(), kLights.end());
-    if (arguments.isSet("textures"))
-        filter.exactTypes.insert(filter.exactTypes.end(), kTextures.begin(), kTextures.end());
-    for (const NodeState& state : kNodeStates) {
-        if (arguments.isSet(state.flag)) filter.states.push_back(&state);
-    }
-    filter.intermediateOnly = arguments.isSet("intermediateObjects");
-    filter.noIntermediate = arguments.isSet("noIntermediate");
-    filter.dagOnly = arguments.isSet("dagObjects") || filter.intermediateOnly;
-    return filter;
-}
-
-bool passes(graph::Graph& graph, const Filter& filter, const graph::Node& node) {
-    const auto isOf = [&](const std::string& type) { return node.isA(type); };
-    const auto isExactly = [&](const std::string& type) { return node.type().name() == type; };
-    if (filter.dagOnly && !node.type().isDag()) return false;
-    if (filter.isTyped() && !std::any_of(filter.kinds.begin(), filter.kinds.end(), isOf) &&
-        !std::any_of(filter.exactTypes.begin(), filter.exactTypes.end(), isExactly))
-        return false;
-    if (std::any_of(filter.excludedTypes.begin(), filter.excludedTypes.end(), isOf)) return false;
-    const bool isHidden = nodes::isIntermediate(graph, node);
-    if (filter.intermediateOnly && !(isHidden && node.isA("shape"))) return false;
-    if (filter.noIntermediate && isHidden) return false;
-    return std::all_of(filter.states.begin(), filter.states.end(),
-                       [&](const NodeState* state) { return state->isTrue(graph, node); });
-}
-
 void addBelow(graph::Node& node, std::vector<SelectionItem>& items) {
     graph::visitHierarchy(node, [&](graph::Node& below) { items.push_back({below.ref(), {}, {}}); });
 }
 
-std::vector<SelectionItem> sceneItems(const graph::Graph& graph, const Filter& filter) {
+std::vector<SelectionItem> sceneItems(const graph::Graph& graph, const ListFilter& filter) {
     std::vector<SelectionItem> items;
     if (filter.dagOnly && !filter.intermediateOnly) {
         for (graph::Node* root : graph.roots())
@@ -166,7 +88,7 @@ std::vector<SelectionItem> withDescendants(const std::vector<SelectionItem>& ite
 }
 
 std::vector<SelectionItem> candidates(CommandContext& context, const ParsedArguments& arguments,
-                                      const Filter& filter) {
+                                      const ListFilter& filter) {
     graph::Graph& graph = context.graph;
     const bool isSelection = arguments.isSet("selection") || arguments.isSet("orderedSelection");
     std::vector<SelectionItem> items;
@@ -267,7 +189,7 @@ class Listed {
 
 CommandResult ls(CommandContext& context, const ParsedArguments& arguments, scene::SceneSession& session) {
     graph::Graph& graph = context.graph;
-    const Filter filter = filterOf(arguments);
+    const ListFilter filter = filterOf(arguments);
     for (const std::string& type : texts(arguments, "type")) {
         if (graph.types().find(type) == nullptr)
             return CommandResult::failure("ls: Unknown object type: " + type);
@@ -322,16 +244,13 @@ void registerListCommands(mel::CommandRegistry& registry,
         .flag("sn", "shortNames")
         .flag("st", "showType")
         .flag("uid", "uuid");
-    for (const Kind& kind : kKinds)
-        syntax.flag(kind.shortName, kind.flag);
-    for (const NodeState& state : kNodeStates)
-        syntax.flag(state.shortName, state.flag);
-    syntax.flag("lt", "lights").flag("tex", "textures").flag("nt", "nodeTypes");
-    syntax.flag("io", "intermediateObjects").flag("ni", "noIntermediate").flag("o", "objectsOnly");
-    syntax.flag("sns", "showNamespace").flag("an", "absoluteName").flag("r", "recursive", {kSwitch});
+    addFilterFlags(syntax);
+    syntax.flag("o", "objectsOnly")
+        .flag("sns", "showNamespace")
+        .flag("an", "absoluteName")
+        .flag("r", "recursive", {kSwitch});
     syntax.flag("hd", "head", {ArgumentType::Unsigned}).flag("tl", "tail", {ArgumentType::Unsigned});
-    syntax.multiUseFlag("typ", "type", {kText}).multiUseFlag("et", "exactType", {kText});
-    syntax.multiUseFlag("ext", "excludeType", {kText}).objects(ObjectKind::Strings);
+    syntax.objects(ObjectKind::Strings);
     registry.add(
         "ls", syntax,
         [session](CommandContext& context, const ParsedArguments& arguments) {

@@ -1,7 +1,11 @@
 #include "commands/nodeCopy.h"
 
+#include <unordered_map>
+#include <unordered_set>
+
 #include "graph/names.h"
 #include "graph/numberMulti.h"
+#include "scene/fileTypes.h"
 
 namespace host::commands {
 
@@ -73,6 +77,12 @@ void copyIncoming(graph::Graph& graph, const graph::NodeRef& from, const graph::
     }
 }
 
+/// Whether a connection brings a node a value, and not its place in a set.
+bool feeds(const graph::Connection& connection, const graph::NodeRef& node) {
+    return connection.destination.node() == node &&
+           connection.destination.attribute().path().front()->longName() != "instObjGroups";
+}
+
 }  // namespace
 
 void copyNodeContent(graph::Graph& graph, const graph::NodeRef& from, const graph::NodeRef& to) {
@@ -92,6 +102,44 @@ void copyNodeContent(graph::Graph& graph, const graph::NodeRef& from, const grap
     for (const auto& [alias, key] : from->aliases()) {
         if (const Plug plug = counterpart(to, key)) graph.setAlias(plug, alias);
     }
+}
+
+void connectInputs(graph::Graph& graph, const NodeCopies& copies) {
+    std::unordered_map<const graph::Node*, graph::NodeRef> copyOf;
+    for (const auto& [original, copy] : copies)
+        copyOf.emplace(original.get(), copy);
+    for (const auto& [original, copy] : copies) {
+        for (const graph::Connection& connection : graph.connections(*original)) {
+            if (!feeds(connection, original)) continue;
+            const Plug target = counterpart(copy, connection.destination.key());
+            const auto copied = copyOf.find(connection.source.node().get());
+            const Plug source = copied == copyOf.end() ? connection.source
+                                                       : counterpart(copied->second, connection.source.key());
+            if (source && target) graph.connect(source, target);
+        }
+    }
+}
+
+std::string copyUpstream(graph::Graph& graph, NodeCopies& copies) {
+    std::unordered_set<const graph::Node*> seen;
+    for (const auto& copied : copies)
+        seen.insert(copied.first.get());
+    for (std::size_t k = 0; k < copies.size(); ++k) {
+        const graph::NodeRef original = copies[k].first;
+        for (const graph::Connection& connection : graph.connections(*original)) {
+            const graph::NodeRef& node = connection.source.node();
+            if (!feeds(connection, original) || scene::isDefaultNode(*node) ||
+                !seen.insert(node.get()).second)
+                continue;
+            if (node->type().isDag())
+                return "'" + node->name() + "' feeds '" + original->name() +
+                       "'. Copying DAG objects upstream is not covered";
+            const graph::NodeRef copy = graph.createNode(node->type(), graph.nextName(node->name()));
+            copyNodeContent(graph, node, copy);
+            copies.emplace_back(node, copy);
+        }
+    }
+    return {};
 }
 
 }  // namespace host::commands

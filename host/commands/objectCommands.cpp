@@ -31,6 +31,8 @@ class AttributeFilter {
         : graph_(graph), arguments_(arguments) {
         for (int use = 0; use < arguments.uses("string"); ++use)
             patterns_.push_back(arguments.values("string", use)[0].toString());
+        for (int use = 0; use < arguments.uses("category"); ++use)
+            categories_.push_back(arguments.values("category", use)[0].toString());
     }
 
     bool takes(const graph::Plug& plug) const {
@@ -44,11 +46,20 @@ class AttributeFilter {
                fits("scalar", graph::isNumber(attribute.kind())) && fits("array", attribute.isArray()) &&
                fits("write", isWritable) && fits("output", attribute.isOutput()) &&
                fits("settable", isWritable && !isLocked(plug) && !hasSource(graph_, plug)) &&
-               fits("hasData", plug.node()->slot(plug.key()) != nullptr) && fitsName(attribute);
+               fits("hasData", plug.node()->slot(plug.key()) != nullptr) && fitsName(attribute) &&
+               fitsCategory(attribute);
     }
 
   private:
     bool fits(const char* flag, bool isTrue) const { return !arguments_.isSet(flag) || isTrue; }
+
+    bool fitsCategory(const graph::Attribute& attribute) const {
+        const std::vector<std::string>& own = attribute.spec().categories;
+        return categories_.empty() ||
+               std::any_of(categories_.begin(), categories_.end(), [&](const std::string& wanted) {
+                   return std::find(own.begin(), own.end(), wanted) != own.end();
+               });
+    }
 
     bool fitsName(const graph::Attribute& attribute) const {
         return patterns_.empty() ||
@@ -61,6 +72,7 @@ class AttributeFilter {
     const graph::Graph& graph_;
     const ParsedArguments& arguments_;
     std::vector<std::string> patterns_;
+    std::vector<std::string> categories_;
 };
 
 /// Lists attributes with those below them, and the elements of arrays if the call asks for them.
@@ -198,9 +210,11 @@ void registerObjectCommands(mel::CommandRegistry& registry) {
     listing.flag("cb", "channelBox").flag("v", "visible").flag("s", "scalar").flag("a", "array");
     listing.flag("w", "write").flag("o", "output").flag("se", "settable").flag("hd", "hasData");
     listing.flag("m", "multi").flag("sn", "shortNames").flag("r", "read").flag("c", "connectable");
-    listing.multiUseFlag("st", "string", {kText}).objects(ObjectKind::Strings);
+    listing.multiUseFlag("st", "string", {kText})
+        .multiUseFlag("ct", "category", {kText})
+        .objects(ObjectKind::Strings);
     registry.add("listAttr", listing, listAttr,
-                 "at attributeType ca caching ct category ex extension fp fullNodeName hnd hasNullData inUse "
+                 "at attributeType ca caching ex extension fp fullNodeName hnd hasNullData inUse "
                  "iu lf leaf nn niceName ra ramp sa scalarAndArray svd settableValueData ufn usedAsFilename");
 
     Syntax filtering;

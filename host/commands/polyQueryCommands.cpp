@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <numeric>
+#include <optional>
+#include <utility>
 
 #include "commands/commands.h"
 #include "commands/meshSupport.h"
@@ -78,6 +80,16 @@ constexpr ComponentCount kComponentCounts[] = {{"vertexComponent", graph::Compon
                                                {"edgeComponent", graph::ComponentKind::Edge},
                                                {"faceComponent", graph::ComponentKind::Face}};
 
+struct Area {
+    const char* flag;
+    bool isInWorld;
+    bool isPerFace;  // one number for each face that is given, by objects; else the sum of all faces
+};
+constexpr Area kAreas[] = {{"area", false, false},
+                           {"worldArea", true, false},
+                           {"faceArea", false, true},
+                           {"worldFaceArea", true, true}};
+
 /// What is evaluated: meshes, each once, and the items that named them.
 struct Evaluated {
     std::vector<SelectionItem> items;
@@ -141,6 +153,57 @@ std::vector<double> boundingBox(graph::Graph& graph, const Evaluated& evaluated,
     return {box.min.x, box.max.x, box.min.y, box.max.y, box.min.z, box.max.z};
 }
 
+/// The areas of faces: of those of an item, or of all.
+void appendFaceAreas(const geometry::Mesh& mesh, const SelectionItem& item, std::vector<double>& areas) {
+    const auto append = [&](int face) {
+        areas.push_back(geometry::length(geometry::faceAreaVector(mesh, face)) / 2);
+    };
+    if (item.isWholeNode()) {
+        for (int face = 0; face < mesh.faceCount(); ++face)
+            append(face);
+    } else if (item.component && item.component->kind() == graph::ComponentKind::Face) {
+        for (const int face : item.component->elements())
+            append(face);
+    }
+}
+
+std::vector<double> areasOf(graph::Graph& graph, const Evaluated& evaluated, const Area& area) {
+    std::vector<double> areas;
+    for (std::size_t k = 0; k < evaluated.shapes.size(); ++k) {
+        const graph::NodeRef& shape = evaluated.shapes[k];
+        const geometry::Mesh& own = evaluated.meshes[k]->mesh;
+        const geometry::Mesh mesh =
+            area.isInWorld ? geometry::transformed(own, nodes::worldMatrix(graph, shape)) : own;
+        if (!area.isPerFace) appendFaceAreas(mesh, {shape, {}, {}}, areas);
+        for (const SelectionItem& item : evaluated.items) {
+            if (area.isPerFace && item.node == shape) appendFaceAreas(mesh, item, areas);
+        }
+    }
+    if (!area.isPerFace) areas = {std::accumulate(areas.begin(), areas.end(), 0.0)};
+    return areas;
+}
+
+/// The answer to the flags that ask for areas; nothing if there is none.
+std::optional<CommandResult> areaAnswer(graph::Graph& graph, const Evaluated& evaluated,
+                                        const ParsedArguments& arguments) {
+    mel::ResultForm form;
+    std::vector<double> numbers;
+    for (const Area& area : kAreas) {
+        if (!arguments.isSet(area.flag)) continue;
+        if (area.isPerFace && arguments.flagsSet() > 1)
+            return CommandResult::failure(std::string("polyEvaluate: -") + area.flag +
+                                          " beside other flags is not covered.");
+        const std::vector<double> areas = areasOf(graph, evaluated, area);
+        numbers.insert(numbers.end(), areas.begin(), areas.end());
+        if (!area.isPerFace) form.keys.emplace_back(area.flag);
+    }
+    const auto isAsked = [&](const Area& area) { return arguments.isSet(area.flag); };
+    if (std::none_of(std::begin(kAreas), std::end(kAreas), isAsked)) return std::nullopt;
+    if (form.keys.size() < static_cast<std::size_t>(arguments.flagsSet()) && !form.keys.empty())
+        return CommandResult::failure("polyEvaluate: Areas beside other numbers are not covered.");
+    return CommandResult::success(std::move(numbers)).with(std::move(form));
+}
+
 Found<Evaluated> evaluatedObjects(CommandContext& context, const ParsedArguments& arguments) {
     Found<std::vector<SelectionItem>> objects = meshObjects(context, arguments, "polyEvaluate");
     if (!objects.ok()) return {{}, objects.error};
@@ -158,6 +221,7 @@ Found<Evaluated> evaluatedObjects(CommandContext& context, const ParsedArguments
 CommandResult polyEvaluate(CommandContext& context, const ParsedArguments& arguments) {
     const Found<Evaluated> evaluated = evaluatedObjects(context, arguments);
     if (!evaluated.ok()) return CommandResult::failure(evaluated.error);
+    if (auto answer = areaAnswer(context.graph, evaluated.value, arguments)) return std::move(*answer);
     Counts counts = countsOf(evaluated.value, arguments, false);
     mel::ResultForm form;
     if (arguments.isSet("boundingBox")) {
@@ -195,12 +259,14 @@ void registerPolyQueryCommands(mel::CommandRegistry& registry) {
     evaluate.flag("v", "vertex").flag("e", "edge").flag("f", "face").flag("t", "triangle");
     evaluate.flag("s", "shell").flag("vc", "vertexComponent").flag("ec", "edgeComponent");
     evaluate.flag("fc", "faceComponent").flag("b", "boundingBox").flag("ae", "accurateEvaluation");
+    for (const auto& [shortName, longName] : {std::pair("a", "area"), std::pair("wa", "worldArea"),
+                                              std::pair("fa", "faceArea"), std::pair("wfa", "worldFaceArea")})
+        evaluate.flag(shortName, longName);
     evaluate.flag("fmt", "format").objects(ObjectKind::Strings);
     registry.add("polyEvaluate", evaluate, polyEvaluate,
-                 "a area as activeShells aus activeUVShells b2 boundingBox2d bc boundingBoxComponent bc2 "
+                 "as activeShells aus activeUVShells b2 boundingBox2d bc boundingBoxComponent bc2 "
                  "boundingBoxComponent2d tc triangleComponent uv uvcoord uva uvArea uvc uvComponent uep "
-                 "uvEdgePairs ufa uvFaceArea uvs uvSetName us uvShell usi uvShellIds uis uvsInShell wa "
-                 "worldArea wfa worldFaceArea");
+                 "uvEdgePairs ufa uvFaceArea uvs uvSetName us uvShell usi uvShellIds uis uvsInShell");
 }
 
 }  // namespace host::commands

@@ -227,6 +227,18 @@ void applyStates(graph::Graph& graph, const graph::PlugMatch& match, const Parse
     }
 }
 
+/// The attribute that takes a value: of proxies, the one that they stand for.
+graph::PlugMatch behindProxies(const graph::Graph& graph, graph::PlugMatch match) {
+    constexpr int kMostProxies = 100;  // they may feed each other in a circle
+    for (int k = 0; k < kMostProxies && match.plug.attribute().spec().isProxy; ++k) {
+        const graph::Plug source = graph.source(match.plug);
+        if (!source) break;
+        match.plug = source;
+        match.last = source.isElement() ? source.logicalIndex() : -1;
+    }
+    return match;
+}
+
 CommandResult setAttr(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
     if (arguments.text("type") == "attributeAlias") {
@@ -250,7 +262,7 @@ CommandResult setAttr(CommandContext& context, const ParsedArguments& arguments)
     if (setsState && !locks) applyStates(graph, found.value, arguments);
     const bool isSizeOnly = arguments.isSet("size") || arguments.isSet("capacityHint") || setsState;
     if (arguments.objects().size() > 1 || arguments.isSet("type") || !isSizeOnly) {
-        std::string error = writeValues(graph, found.value, arguments);
+        std::string error = writeValues(graph, behindProxies(graph, found.value), arguments);
         if (!error.empty()) return CommandResult::failure(std::move(error));
     }
     if (setsState && locks) applyStates(graph, found.value, arguments);
@@ -273,7 +285,8 @@ void registerSetAttrCommand(mel::CommandRegistry& registry) {
     syntax.flag("typ", "type", {kText}).flag("c", "clamp");
     syntax.flag("s", "size", {ArgumentType::Unsigned}).flag("ch", "capacityHint", {ArgumentType::Unsigned});
     syntax.flag("l", "lock", {kSwitch}).flag("k", "keyable", {kSwitch}).flag("cb", "channelBox", {kSwitch});
-    syntax.objects(ObjectKind::Values, 1).textsFollow(isTextOwed);
+    // To edit a value is to set it.
+    syntax.objects(ObjectKind::Values, 1).textsFollow(isTextOwed).enableEdit();
     registry.add("setAttr", syntax, setAttr, "alteredValue av caching ca");
 }
 

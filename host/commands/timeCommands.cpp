@@ -1,5 +1,7 @@
 // The commands currentTime and playbackOptions.
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
 #include <optional>
@@ -19,9 +21,8 @@ CommandResult currentTime(CommandContext& context, const ParsedArguments& argume
     graph::Graph& graph = context.graph;
     if (arguments.isQuery())
         return CommandResult::success(toScriptUnit(graph, kTimeKind, nodes::currentTime(graph)));
-    if (arguments.isSet("update") && !arguments.boolean("update"))
-        return CommandResult::failure(
-            "currentTime: A change that updates nothing is not covered by this host.");
+    // -update says whether what depends on the time is brought up to date at once. Without a view this
+    // happens when something is read, in either case.
     if (arguments.objects().empty()) return CommandResult::failure("currentTime: A time must be given.");
     const Value& word = arguments.objects().front();
     const std::optional<double> wanted = mel::numberOf(word, kTime, graph.framesPerSecond());
@@ -34,39 +35,80 @@ CommandResult currentTime(CommandContext& context, const ParsedArguments& argume
     return CommandResult::success(toScriptUnit(graph, kTimeKind, nodes::currentTime(graph)));
 }
 
-/// The times, in frames, between which the scene plays, and those of the whole animation.
-struct PlaybackRange {
+/// How the scene would play: the times, in frames, between which it does, those of the whole animation, and
+/// what only a player uses.
+struct Playback {
     double minTime = 1.0;
     double maxTime = 120.0;
     double animationStartTime = 1.0;
     double animationEndTime = 200.0;
+    double by = 1.0;
+    double playbackSpeed = 1.0;     // 0: every frame, as fast as possible
+    double maxPlaybackSpeed = 0.0;  // 0: no limit
+    std::string loop = "continuous";
+    std::string view = "active";
 };
 
 constexpr struct {
     const char* shortName;
     const char* longName;
-    double PlaybackRange::*time;
-} kRangeFlags[] = {
-    {"min", "minTime", &PlaybackRange::minTime},
-    {"max", "maxTime", &PlaybackRange::maxTime},
-    {"ast", "animationStartTime", &PlaybackRange::animationStartTime},
-    {"aet", "animationEndTime", &PlaybackRange::animationEndTime},
+    ArgumentType unit;
+    double Playback::*number;
+} kNumberFlags[] = {
+    {"min", "minTime", kTime, &Playback::minTime},
+    {"max", "maxTime", kTime, &Playback::maxTime},
+    {"ast", "animationStartTime", kTime, &Playback::animationStartTime},
+    {"aet", "animationEndTime", kTime, &Playback::animationEndTime},
+    {"by", "", kReal, &Playback::by},
+    {"ps", "playbackSpeed", kReal, &Playback::playbackSpeed},
+    {"mps", "maxPlaybackSpeed", kReal, &Playback::maxPlaybackSpeed},
 };
 
-CommandResult playbackOptions(CommandContext& context, const ParsedArguments& arguments,
-                              const std::shared_ptr<PlaybackRange>& range) {
-    PlaybackRange wanted = *range;
-    for (const auto& flag : kRangeFlags) {
-        if (!arguments.isSet(flag.longName)) continue;
-        if (arguments.isQuery()) return CommandResult::success(wanted.*flag.time);
-        wanted.*flag.time = arguments.number(flag.longName);
+constexpr struct {
+    const char* shortName;
+    const char* longName;
+    std::string Playback::*choice;
+    std::array<const char*, 3> choices;
+} kChoiceFlags[] = {
+    {"l", "loop", &Playback::loop, {"once", "oscillate", "continuous"}},
+    {"v", "view", &Playback::view, {"all", "active", "active"}},
+};
+
+CommandResult queryPlayback(const graph::Graph& graph, const ParsedArguments& arguments,
+                            const Playback& playback) {
+    for (const auto& flag : kNumberFlags) {
+        if (arguments.isSet(flag.shortName)) return CommandResult::success(playback.*flag.number);
     }
+    for (const auto& flag : kChoiceFlags) {
+        if (arguments.isSet(flag.shortName)) return CommandResult::success(playback.*flag.choice);
+    }
+    // Nothing ever plays, so this is the rate that is wanted.
+    if (arguments.isSet("framesPerSecond")) return CommandResult::success(graph.framesPerSecond());
+    return CommandResult::failure("playbackOptions: Nothing was asked for.");
+}
+
+CommandResult playbackOptions(CommandContext& context, const ParsedArguments& arguments,
+                              const std::shared_ptr<Playback>& state) {
+    if (arguments.isQuery()) return queryPlayback(context.graph, arguments, *state);
     if (arguments.flagsSet() == 0) return CommandResult::failure("playbackOptions: Nothing was asked for.");
+    Playback wanted = *state;
+    for (const auto& flag : kNumberFlags)
+        wanted.*flag.number = arguments.number(flag.shortName, wanted.*flag.number);
+    for (const auto& flag : kChoiceFlags) {
+        const std::string choice = arguments.text(flag.longName, wanted.*flag.choice);
+        if (std::find(flag.choices.begin(), flag.choices.end(), choice) == flag.choices.end())
+            return CommandResult::failure("playbackOptions: '" + choice + "' is no choice of -" +
+                                          flag.longName + '.');
+        wanted.*flag.choice = choice;
+    }
+    if (!(wanted.by > 0.0 && wanted.playbackSpeed >= 0.0 && wanted.maxPlaybackSpeed >= 0.0))
+        return CommandResult::failure(
+            "playbackOptions: The step must be positive, and a speed not negative.");
     if (!(wanted.minTime <= wanted.maxTime && wanted.animationStartTime <= wanted.animationEndTime))
         return CommandResult::failure("playbackOptions: A range must not end before it begins.");
-    context.graph.recorder()->add([range, before = *range](graph::Graph&) { *range = before; },
-                                  [range, wanted](graph::Graph&) { *range = wanted; });
-    *range = wanted;
+    context.graph.recorder()->add([state, before = *state](graph::Graph&) { *state = before; },
+                                  [state, wanted](graph::Graph&) { *state = wanted; });
+    *state = wanted;
     return CommandResult::success();
 }
 
@@ -77,17 +119,19 @@ void registerTimeCommands(mel::CommandRegistry& registry) {
     time.flag("u", "update", {kSwitch}).objects(ObjectKind::Values, 0, 1).enableQuery().enableEdit();
     registry.add("currentTime", time, currentTime);
 
-    Syntax range;
-    for (const auto& flag : kRangeFlags)
-        range.flag(flag.shortName, flag.longName, {kTime});
-    range.enableQuery().enableEdit();
+    Syntax playing;
+    for (const auto& flag : kNumberFlags)
+        playing.flag(flag.shortName, flag.longName, {flag.unit});
+    for (const auto& flag : kChoiceFlags)
+        playing.flag(flag.shortName, flag.longName, {kText});
+    // Only playing could be blocked.
+    playing.flag("fps", "framesPerSecond").flag("ba", "blockingAnim");
+    playing.enableQuery().enableEdit();
     registry.add(
-        "playbackOptions", range,
-        [state = std::make_shared<PlaybackRange>()](CommandContext& context,
-                                                    const ParsedArguments& arguments) {
+        "playbackOptions", playing,
+        [state = std::make_shared<Playback>()](CommandContext& context, const ParsedArguments& arguments) {
             return playbackOptions(context, arguments, state);
-        },
-        "ba blockingAnim by fps framesPerSecond l loop mps maxPlaybackSpeed ps playbackSpeed v view");
+        });
 }
 
 }  // namespace host::commands

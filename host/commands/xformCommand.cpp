@@ -1,4 +1,4 @@
-// The command xform: its edits. xformQuery.cpp does its queries and pointPosition.
+// The command xform: its edits beside pivots. xformQuery.cpp does its queries and pointPosition.
 
 #include <algorithm>
 #include <tuple>
@@ -6,6 +6,7 @@
 #include "commands/commands.h"
 #include "commands/meshSupport.h"
 #include "commands/transformSupport.h"
+#include "commands/xformPivots.h"
 #include "commands/xformQuery.h"
 #include "nodes/meshNode.h"
 #include "nodes/transformNode.h"
@@ -20,17 +21,8 @@ using graph::SelectionItem;
 
 constexpr std::size_t kMatrixSize = 16;
 
-bool isWorld(const ParsedArguments& arguments) {
-    return arguments.isSet("worldSpace");
-}
-
 std::string notCovered(const std::string& what) {
     return "xform: " + what + " is not covered.";
-}
-
-Vec3 tripleOf(const ParsedArguments& arguments, const char* flag) {
-    const std::vector<Value>& values = arguments.values(flag);
-    return {values[0].toFloat(), values[1].toFloat(), values[2].toFloat()};
 }
 
 /// The words of a call. A matrix has more numbers than a flag may have arguments, so they are among the
@@ -124,66 +116,6 @@ std::string setRotateOrder(graph::Graph& graph, const Placed& node, const Parsed
     return arguments.boolean("preserve") ? setOwnRotation(graph, node, rotation) : std::string();
 }
 
-/// Matrix of the rotation or the scale part of a transform, without pivots.
-Matrix4 rotationOnly(const geometry::TransformParts& parts) {
-    geometry::TransformParts only;
-    only.rotate = parts.rotate;
-    only.rotateOrder = parts.rotateOrder;
-    only.rotateAxis = parts.rotateAxis;
-    return geometry::composeTransform(only);
-}
-Matrix4 scaleOnly(const geometry::TransformParts& parts) {
-    geometry::TransformParts only;
-    only.scale = parts.scale;
-    only.shear = parts.shear;
-    return geometry::composeTransform(only);
-}
-
-/// Moves the rotate pivot. Its translation is adjusted so that the object stays in place.
-///
-/// The pivot p and its translation t map x to (x - p) R + p + t, so the constant part t + p - p R must stay.
-std::string setRotatePivot(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments,
-                           const char* flag) {
-    const geometry::TransformParts parts = nodes::transformParts(graph, node);
-    const Matrix4 rotation = rotationOnly(parts);
-    const Vec3 constant = parts.rotatePivotTranslate + parts.rotatePivot -
-                          geometry::transformVector(parts.rotatePivot, rotation);
-    Vec3 pivot = tripleOf(arguments, flag);
-    if (isWorld(arguments)) {
-        const Vec3 inParent = geometry::transformPoint(pivot, worldToParent(graph, node));
-        pivot = geometry::transformVector(inParent - parts.translate - constant, rotation.transposed());
-    }
-    const Vec3 shift = constant - pivot + geometry::transformVector(pivot, rotation);
-    std::string error = writeTriple(graph, node, "rotatePivot", pivot);
-    return error.empty() ? writeTriple(graph, node, "rotatePivotTranslate", shift) : error;
-}
-
-/// The same for the scale pivot and the scale.
-std::string setScalePivot(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments,
-                          const char* flag) {
-    const geometry::TransformParts parts = nodes::transformParts(graph, node);
-    const Matrix4 scaling = scaleOnly(parts);
-    const Vec3 constant =
-        parts.scalePivotTranslate + parts.scalePivot - geometry::transformVector(parts.scalePivot, scaling);
-    Vec3 pivot = tripleOf(arguments, flag);
-    if (isWorld(arguments))
-        pivot = geometry::transformPoint(pivot, worldMatrix(graph, node).inverse().matrix);
-    const Vec3 shift = constant - pivot + geometry::transformVector(pivot, scaling);
-    std::string error = writeTriple(graph, node, "scalePivot", pivot);
-    return error.empty() ? writeTriple(graph, node, "scalePivotTranslate", shift) : error;
-}
-
-std::string setPivots(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
-    std::string error;
-    for (const char* flag : {"rotatePivot", "pivots"}) {
-        if (error.empty() && arguments.isSet(flag)) error = setRotatePivot(graph, node, arguments, flag);
-    }
-    for (const char* flag : {"scalePivot", "pivots"}) {
-        if (error.empty() && arguments.isSet(flag)) error = setScalePivot(graph, node, arguments, flag);
-    }
-    return error;
-}
-
 std::string editTransform(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments,
                           const std::vector<double>& matrix) {
     std::string error;
@@ -198,8 +130,8 @@ std::string editTransform(graph::Graph& graph, const Placed& node, const ParsedA
 }
 
 std::string editPoints(graph::Graph& graph, const SelectionItem& item, const ParsedArguments& arguments) {
-    for (const char* flag :
-         {"rotation", "scale", "shear", "matrix", "rotatePivot", "scalePivot", "pivots", "rotateOrder"}) {
+    for (const char* flag : {"rotation", "scale", "shear", "matrix", "rotatePivot", "scalePivot", "pivots",
+                             "rotateOrder", "centerPivots", "zeroTransformPivots"}) {
         if (arguments.isSet(flag)) return notCovered(std::string("-") + flag + " of components");
     }
     if (!arguments.isSet("translation")) return {};
@@ -257,15 +189,16 @@ void registerXformCommands(mel::CommandRegistry& registry) {
     syntax.flag("m", "matrix").flag("bb", "boundingBox").flag("roo", "rotateOrder", {kText});
     syntax.flag("os", "objectSpace").flag("ws", "worldSpace").flag("r", "relative").flag("a", "absolute");
     syntax.flag("p", "preserve", {kSwitch}).flag("eu", "euler");
+    syntax.flag("cp", "centerPivots").flag("ztp", "zeroTransformPivots");
     syntax.enableQuery().objects(ObjectKind::Values);
     registry.add(
         "xform", syntax, xform,
-        "bbi boundingBoxInvisible cp centerPivots cpc centerPivotsOnComponents dph deletePriorHistory ra "
+        "bbi boundingBoxInvisible cpc centerPivotsOnComponents dph deletePriorHistory ra "
         "rotateAxis "
         "rab reflectionAboutBBox rao reflectionAboutOrigin rax reflectionAboutX ray reflectionAboutY raz "
         "reflectionAboutZ rfl reflection rft reflectionTolerance rt rotateTranslation st scaleTranslation "
         "puv "
-        "preserveUV wd worldSpaceDistance ztp zeroTransformPivots");
+        "preserveUV wd worldSpaceDistance");
 
     Syntax point;
     point.flag("l", "local").flag("w", "world").objects(ObjectKind::Strings, 0, 1);

@@ -17,13 +17,6 @@ void append(std::vector<double>& numbers, const Vec3& value) {
     numbers.insert(numbers.end(), {value.x, value.y, value.z});
 }
 
-/// Box of all visible meshes at and below a node, in the space of `toSpace`.
-void expandBox(graph::Graph& graph, const Placed& node, const Matrix4& toSpace, geometry::BoundingBox& box) {
-    visitMeshes(graph, node, [&](const Placed& shape, const geometry::Mesh& mesh) {
-        box.expand(geometry::bounds(mesh).transformed(worldMatrix(graph, shape) * toSpace));
-    });
-}
-
 using Numbers = std::vector<double>;
 using QueryFunction = void (*)(graph::Graph&, const Placed&, bool world, Numbers&);
 
@@ -101,6 +94,12 @@ std::string appendAnswer(graph::Graph& graph, const SelectionItem& item, const Q
 }
 
 }  // namespace
+
+void expandBox(graph::Graph& graph, const Placed& node, const Matrix4& toSpace, geometry::BoundingBox& box) {
+    visitMeshes(graph, node, [&](const Placed& shape, const geometry::Mesh& mesh) {
+        box.expand(geometry::bounds(mesh).transformed(worldMatrix(graph, shape) * toSpace));
+    });
+}
 
 CommandResult queryXform(CommandContext& context, const ParsedArguments& arguments,
                          const std::vector<SelectionItem>& items) {

@@ -50,6 +50,8 @@ struct AttributeSpec {
     bool isKept = false;     // known from a file only: its node may compute it, but this host does not
     std::vector<std::string> enumNames{};
     std::vector<AttributeSpec> children{};
+    std::vector<std::string> categories{};  // words by which scripts find attributes
+    bool isProxy = false;  // stands for the attribute that feeds it: a value that is set here goes there
 
     AttributeSpec array() && {
         isArray = true;

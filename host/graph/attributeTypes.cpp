@@ -118,4 +118,17 @@ void addNumberedChildren(AttributeSpec& spec, const AttributeTypeChoice& type) {
     }
 }
 
+std::string enumText(const std::vector<std::string>& names) {
+    std::string text;
+    std::size_t expected = 0;
+    for (std::size_t k = 0; k < names.size(); ++k) {
+        if (names[k].empty()) continue;
+        if (!text.empty()) text += ':';
+        text += names[k];
+        if (k != expected) text += '=' + std::to_string(k);
+        expected = k + 1;
+    }
+    return text;
+}
+
 }  // namespace host::graph

@@ -35,6 +35,8 @@ std::optional<AttributeTypeChoice> dataTypeNamed(const std::string& name);
 /// The fields of "low:mid:high", each with an optional "=number". The position of a field is its number;
 /// numbers between the fields have an empty name.
 std::vector<std::string> enumNamesIn(const std::string& text);
+/// The reverse.
+std::string enumText(const std::vector<std::string>& names);
 /// Adds the children of a compound whose type has no names for them.
 void addNumberedChildren(AttributeSpec& spec, const AttributeTypeChoice& type);
 

@@ -12,6 +12,8 @@ namespace {
 // Attributes of a colour set.
 constexpr const char* kName = "colorName";
 constexpr const char* kColors = "vertexColors";
+constexpr const char* kClamped = "clamped";
+constexpr const char* kRepresentation = "representation";
 
 /// Element of the set with a name; empty if there is none.
 graph::Plug findSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name) {
@@ -32,6 +34,12 @@ std::size_t vertexCount(graph::Graph& graph, const graph::NodeRef& shape) {
     return mesh != nullptr ? static_cast<std::size_t>(mesh->mesh.vertexCount()) : 0;
 }
 
+Color clamped(Color color) {
+    for (float& channel : color)
+        channel = std::clamp(channel, 0.0F, 1.0F);
+    return color;
+}
+
 std::string freeSetName(graph::Graph& graph, const graph::NodeRef& shape, const std::string& wanted) {
     if (!findSet(graph, shape, wanted)) return wanted;
     const std::string stem = wanted.substr(0, wanted.find_last_not_of("0123456789") + 1);
@@ -42,6 +50,21 @@ std::string freeSetName(graph::Graph& graph, const graph::NodeRef& shape, const 
 }
 
 }  // namespace
+
+ColorSetForm colorSetForm(graph::Graph& graph, const graph::NodeRef& shape, const std::string& set) {
+    const graph::Plug found = findSet(graph, shape, set.empty() ? currentColorSet(graph, shape) : set);
+    if (!found) return {};
+    return {graph.number(childPlug(found, kClamped)) != 0.0,
+            choiceAt(graph, childPlug(found, kRepresentation))};
+}
+
+void setColorSetForm(graph::Graph& graph, const graph::NodeRef& shape, const std::string& set,
+                     const ColorSetForm& form) {
+    const graph::Plug found = findSet(graph, shape, set);
+    if (!found) return;
+    graph.setNumber(childPlug(found, kClamped), form.isClamped ? 1.0 : 0.0);
+    graph.setNumber(childPlug(found, kRepresentation), form.representation);
+}
 
 std::vector<std::string> colorSetNames(graph::Graph& graph, const graph::NodeRef& shape) {
     const graph::Plug sets = shape->plug("colorSet");
@@ -90,6 +113,16 @@ bool renameColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std:
     return true;
 }
 
+std::string copyColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name,
+                         const std::string& copy) {
+    const graph::Plug from = findSet(graph, shape, name);
+    if (!from) return {};
+    std::string given = findSet(graph, shape, copy) ? copy : createColorSet(graph, shape, copy);
+    graph.setData(childPlug(findSet(graph, shape, given), kColors), graph.data(childPlug(from, kColors)));
+    setColorSetForm(graph, shape, given, colorSetForm(graph, shape, name));
+    return given;
+}
+
 std::vector<Color> vertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std::string& set) {
     const graph::Plug found = findSet(graph, shape, set.empty() ? currentColorSet(graph, shape) : set);
     if (!found) return {};
@@ -105,10 +138,12 @@ void setVertexColors(graph::Graph& graph, const graph::NodeRef& shape, const std
     if (!findSet(graph, shape, currentColorSet(graph, shape)))
         setCurrentColorSet(graph, shape, createColorSet(graph, shape, currentColorSet(graph, shape)));
     std::vector<Color> all = vertexColors(graph, shape);
+    const bool isClamped = colorSetForm(graph, shape).isClamped;
     const std::size_t count = std::min(vertices.size(), colors.size());
     for (std::size_t k = 0; k < count; ++k) {
         const auto vertex = static_cast<std::size_t>(vertices[k]);
-        if (vertices[k] >= 0 && vertex < all.size()) all[vertex] = colors[k];
+        if (vertices[k] >= 0 && vertex < all.size())
+            all[vertex] = isClamped && colors[k] != kUnsetColor ? clamped(colors[k]) : colors[k];
     }
     const graph::Plug set = findSet(graph, shape, currentColorSet(graph, shape));
     graph.setData(childPlug(set, kColors), std::make_shared<VertexColorData>(std::move(all)));
@@ -132,6 +167,8 @@ void copyColorSets(graph::Graph& graph, const graph::NodeRef& from, const graph:
         const graph::Plug copy = to->plug("colorSet").element(index);
         for (const char* part : {kName, kColors})
             graph.setData(childPlug(copy, part), graph.data(childPlug(sets.element(index), part)));
+        const std::string name = textAt(graph, childPlug(copy, kName));
+        setColorSetForm(graph, to, name, colorSetForm(graph, from, name));
     }
     if (const std::string current = currentColorSet(graph, from); !current.empty())
         setCurrentColorSet(graph, to, current);

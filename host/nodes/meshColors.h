@@ -24,6 +24,19 @@ class VertexColorData final : public graph::Data {
     std::vector<Color> colors;  // by vertex; vertices after the end of the list have no colour
 };
 
+/// What a colour set holds besides its colours.
+struct ColorSetForm {
+    bool isClamped = false;  ///< colours that are set are brought between 0 and 1
+    int representation = kRgba;
+    static constexpr int kAlpha = 1;
+    static constexpr int kRgb = 3;
+    static constexpr int kRgba = 4;
+};
+/// @param set  empty means the current one; for a set that does not exist the usual form is given
+ColorSetForm colorSetForm(graph::Graph& graph, const graph::NodeRef& shape, const std::string& set = {});
+void setColorSetForm(graph::Graph& graph, const graph::NodeRef& shape, const std::string& set,
+                     const ColorSetForm& form);
+
 /// Names in order of creation.
 std::vector<std::string> colorSetNames(graph::Graph& graph, const graph::NodeRef& shape);
 /// Empty if there is no set.
@@ -41,6 +54,12 @@ bool deleteColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std:
 /// @return false if there is no such set or the new name is taken
 bool renameColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name,
                     const std::string& newName);
+
+/// Copies a set with its colours into another one, which is made if it is not there.
+/// @param copy  empty means colorSet1, colorSet2, ...
+/// @return the name of the copy; empty if there is no such set
+std::string copyColorSet(graph::Graph& graph, const graph::NodeRef& shape, const std::string& name,
+                         const std::string& copy);
 
 /// One colour per vertex of the mesh, kUnsetColor if it has none.
 /// @param set  empty means the current one

@@ -24,6 +24,13 @@ AttributeSpec boundOutput(const char* longName, const char* shortName, char lett
     return graph::compound(longName, shortName, std::move(children));
 }
 
+/// Which channels a colour set shows. The numbers are those of the API.
+AttributeSpec representation() {
+    AttributeSpec spec = graph::enumeration("representation", "rprt", {"", "A", "", "RGB", "RGBA"});
+    spec.defaultValue = 4.0;
+    return spec;
+}
+
 /// `in` plus the shape's pnts; `in` itself if they change nothing.
 MeshPtr withOffsets(const MeshPtr& in, const graph::NumberMulti* offsets) {
     if (in == nullptr || offsets == nullptr) return in;
@@ -178,6 +185,7 @@ void addMeshTypes(graph::NodeTypes& types) {
                 graph::typed("currentColorSet", "ccls", "string"),
                 graph::compound("colorSet", "clst",
                                 {graph::typed("colorName", "clsn", "string"),
+                                 graph::number("clamped", "clam", ValueKind::Bool), representation(),
                                  graph::typed("vertexColors", "vxcl", "vertexColors").hidden()})
                     .array(),
                 graph::compound("componentTags", "gtag",

@@ -19,7 +19,9 @@ using graph::ValueKind;
 struct AddFlags {
     std::string shortName, longName, attributeType, dataType, parent, enumNames;
     std::optional<double> minimum, maximum, initial;
+    std::vector<std::string> categories;
     int childCount = 0;
+    bool isProxy = false;
     bool isArray = false;
     bool isKeyable = false;
     bool isHidden = false;
@@ -73,6 +75,10 @@ AddFlags readFlags(std::string_view statement) {
             flags.initial = numberOf(take());
         } else if (is("-nc", "-numberOfChildren")) {
             flags.childCount = static_cast<int>(numberOf(take()).value_or(0.0));
+        } else if (is("-ct", "-category")) {
+            flags.categories.push_back(take().text());
+        } else if (is("-uap", "-usedAsProxy")) {
+            flags.isProxy = takeSwitch(words, word);
         } else if (is("-m", "-multi")) {
             flags.isArray = takeSwitch(words, word);
         } else if (is("-k", "-keyable")) {
@@ -130,19 +136,6 @@ std::string typeFlag(const graph::Attribute& attribute) {
     return "-dt " + inQuotes(spec.dataType);
 }
 
-std::string enumText(const std::vector<std::string>& names) {
-    std::string text;
-    std::size_t expected = 0;
-    for (std::size_t k = 0; k < names.size(); ++k) {
-        if (names[k].empty()) continue;
-        if (!text.empty()) text += ':';
-        text += names[k];
-        if (k != expected) text += '=' + std::to_string(k);
-        expected = k + 1;
-    }
-    return text;
-}
-
 }  // namespace
 
 std::optional<AddedAttribute> readAddAttr(std::string_view statement, const SceneUnits& units) {
@@ -164,6 +157,8 @@ std::optional<AddedAttribute> readAddAttr(std::string_view statement, const Scen
     added.spec.isKeyable = flags.isKeyable;
     added.spec.isHidden = flags.isHidden;
     added.spec.enumNames = graph::enumNamesIn(flags.enumNames);
+    added.spec.categories = std::move(flags.categories);
+    added.spec.isProxy = flags.isProxy;
     added.parent = std::move(flags.parent);
     if (choice && choice->childCount > 0) {
         added.takesChildren = !isData;
@@ -196,6 +191,9 @@ std::string addAttrText(const graph::Attribute& attribute, const SceneUnits& uni
                         std::string_view lineEnd) {
     const AttributeSpec& spec = attribute.spec();
     std::string text = "\taddAttr -ci true";
+    if (spec.isProxy) text += " -uap true";
+    for (const std::string& category : spec.categories)
+        text.append(" -ct ").append(inQuotes(category));
     if (spec.isHidden) text += " -h true";
     if (spec.isKeyable) text += " -k true";
     if (spec.isArray) text += " -m";
@@ -210,7 +208,7 @@ std::string addAttrText(const graph::Attribute& attribute, const SceneUnits& uni
         if (spec.minimum) number(" -min ", *spec.minimum);
         if (spec.maximum) number(" -max ", *spec.maximum);
     }
-    if (!spec.enumNames.empty()) text += " -en " + inQuotes(enumText(spec.enumNames));
+    if (!spec.enumNames.empty()) text += " -en " + inQuotes(graph::enumText(spec.enumNames));
     text += ' ' + typeFlag(attribute);
     if (attribute.parent() != nullptr) text += " -p " + inQuotes(attribute.parent()->longName());
     if (isCompound) text += " -nc " + std::to_string(attribute.children().size());

@@ -115,6 +115,18 @@ TEST(SceneFile, KeepsEveryByteAfterAnEditIsUndone) {
     EXPECT_EQ(host.saved(), kSquare);
 }
 
+TEST(SceneFile, ReadsWhatAnAddedAttributeIsFor) {
+    SceneHost host;
+    host.open(
+        "requires maya \"2025\";\n"
+        "createNode transform -n \"a\";\n"
+        "\taddAttr -uap true -ci true -ct \"rig\" -ct \"face\" -sn \"p\" -ln \"p\" -at \"double\";\n"
+        "connectAttr \"a.tx\" \"a.p\";\n");
+    EXPECT_EQ(host.ok("addAttr -q -category a.p"), "rig face");
+    host.ok("setAttr a.p 3");
+    EXPECT_EQ(host.ok("getAttr a.tx"), "3");
+}
+
 /// Old releases set one plug several times. The last statement counts.
 TEST(SceneFile, StatementsAboutPlugsThatAreSetAgainStay) {
     const std::string text = R"(requires maya "2024";
@@ -198,6 +210,11 @@ const std::vector<EditCase> kEdits{
      {},
      {"\taddAttr -ci true -sn \"tag\" -ln \"tag\" -dt \"string\";",
       "\tsetAttr \".tag\" -type \"string\" \"\\\"; system(\\\"x\\\"); //\";"}},
+    {"newProxy",
+     "addAttr -ln tag -category \"rig\" -proxy \"square.mood\" square",
+     {},
+     {"\taddAttr -ci true -uap true -ct \"rig\" -sn \"tag\" -ln \"tag\" -min 0 -max 10 -at \"double\";",
+      "connectAttr \"square.mood\" \"square.tag\";"}},
     {"removedDynamicAttribute",
      "deleteAttr square.mood",
      {"\taddAttr -ci true -sn \"mood\" -ln \"mood\" -min 0 -max 10 -at \"double\";",

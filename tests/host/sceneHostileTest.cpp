@@ -163,8 +163,9 @@ TEST(HostileText, IsEscapedWhereverAScriptPutsIt) {
         for (const std::string& attempt :
              {"addAttr -ln choice -at \"enum\" -enumName " + script + " box",
               "rename `createNode transform` " + script, "addAttr -at long -ln " + script + " box",
-              "aliasAttr " + script + " box.tx", "createNode " + script, "createNode transform -n " + script,
-              "namespace -add " + script, "requires " + script + " \"1\""})
+              "addAttr -at long -ln kind -category " + script + " box", "aliasAttr " + script + " box.tx",
+              "createNode " + script, "createNode transform -n " + script, "namespace -add " + script,
+              "requires " + script + " \"1\""})
             host.run(attempt);
         const std::string saved = host.saved();
         for (const std::string& word : keywordsOf(saved))
