@@ -166,7 +166,7 @@ def test_empty_lists(box):
 
 WRONG = [
     ("cmds.ls(xyz=1)", TypeError, "Invalid flag 'xyz'"),
-    ("cmds.ls(modified=True)", TypeError, "Flag 'lights' is not covered by this host."),
+    ("cmds.ls(modified=True)", TypeError, "Flag 'modified' is not covered by this host."),
     ("cmds.polyCube(subdivisionsX='a')", TypeError, "Invalid arguments for flag 'subdivisionsX'.  Expected int, got str"),
     ("cmds.polyCube(sx=(1, 2))", TypeError, "Invalid arguments for flag 'sx'.  Expected int, got ( int, int )"),
     ("cmds.polyCube(sx=1.5)", TypeError, "Invalid arguments for flag 'sx'.  Expected int, got float"),
