@@ -33,20 +33,44 @@ Found<TargetWords> targetWords(graph::Graph& graph, const NodeRef& blendShape,
     return {{baseIndex, words[1].toInt(), words[2].toString(), words[3].toFloat()}, {}};
 }
 
+/// Why a plug and what is below it cannot be changed: one of these, or what contains them, is locked.
+std::string lockObstacle(const graph::Graph& graph, const graph::Plug& plug) {
+    const auto text = [&](const graph::Plug& locked) {
+        return "blendShape: '" + graph.plugName(locked) + "' is locked.";
+    };
+    if (isLocked(plug)) return text(plug);
+    for (const auto& [key, state] : plug.node()->states()) {
+        if (!state.isLocked) continue;
+        const graph::Plug locked(plug.node(), key);
+        for (graph::Plug at = locked; at; at = at.parent()) {
+            if (at.key() == plug.key()) return text(locked);
+        }
+    }
+    return {};
+}
+
 std::string add(graph::Graph& graph, const NodeRef& blendShape, const TargetWords& words, bool inBetween) {
     const Found<NodeRef> target = findMeshShape(graph, words.targetName);
     if (!target.ok()) return target.error;
     if (nodes::geometryIndexOf(graph, blendShape, target.value) >= 0)
         return "blendShape: " + words.targetName + " cannot be its own target.";
+    std::string locked =
+        lockObstacle(graph, nodes::targetItemPlug(blendShape, words.baseIndex, words.weightIndex,
+                                                  nodes::itemIndex(words.fullWeight)));
+    if (!locked.empty()) return locked;
     const nodes::TargetResult added = nodes::addTarget(graph, blendShape, words.baseIndex, words.weightIndex,
                                                        target.value, words.fullWeight, inBetween);
     return added.ok ? std::string() : "blendShape: " + added.error + '.';
 }
 
-void removeElement(graph::Graph& graph, const graph::Plug& element) {
+/// @return empty, or why the element has to stay
+std::string removeElement(graph::Graph& graph, const graph::Plug& element) {
+    std::string locked = lockObstacle(graph, element);
+    if (!locked.empty()) return locked;
     for (const graph::Connection& connection : graph.connectionsBelow(element))
         graph.disconnect(connection.destination);
     graph.removeElement(element);
+    return {};
 }
 
 /// Removes one item. With its last item, the target is removed from this base. With the last base, its weight
@@ -57,17 +81,18 @@ std::string remove(graph::Graph& graph, const NodeRef& blendShape, const TargetW
     if (!graph.hasElement(item))
         return "blendShape: " + blendShape->name() + " has no target at weight index " +
                std::to_string(words.weightIndex) + " and this weight.";
-    removeElement(graph, item);
+    std::string locked = removeElement(graph, item);
+    if (!locked.empty()) return locked;
     if (!nodes::targetItems(graph, blendShape, words.baseIndex, words.weightIndex).empty()) return {};
     const graph::Plug bases = blendShape->plug("inputTarget");
-    removeElement(graph, nodes::targetGroupPlug(blendShape, words.baseIndex, words.weightIndex));
+    locked = removeElement(graph, nodes::targetGroupPlug(blendShape, words.baseIndex, words.weightIndex));
+    if (!locked.empty()) return locked;
     for (const int base : graph.elements(bases)) {
         if (graph.hasElement(nodes::targetGroupPlug(blendShape, base, words.weightIndex))) return {};
     }
     const graph::Plug weight = blendShape->plug("weight").element(words.weightIndex);
     graph.setAlias(weight, {});
-    if (graph.hasElement(weight)) removeElement(graph, weight);
-    return {};
+    return graph.hasElement(weight) ? removeElement(graph, weight) : std::string();
 }
 
 /// Why this host cannot do what -target asks for; empty if it can.

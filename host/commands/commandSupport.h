@@ -81,5 +81,8 @@ constexpr ArgumentType kText = ArgumentType::String;
 constexpr ArgumentType kSwitch = ArgumentType::Boolean;
 constexpr ArgumentType kWhole = ArgumentType::Int;
 constexpr ArgumentType kReal = ArgumentType::Double;
+constexpr ArgumentType kLength = ArgumentType::Distance;
+constexpr ArgumentType kAngle = ArgumentType::Angle;
+constexpr ArgumentType kTime = ArgumentType::Time;
 
 }  // namespace host::commands

@@ -42,6 +42,7 @@ void registerCommands(mel::CommandRegistry& registry) {
     registerJointCommand(registry);
     registerSkinClusterCommand(registry);
     registerSkinPercentCommand(registry);
+    registerCopySkinWeightsCommand(registry);
     registerColorCommands(registry);
     registerNamespaceCommands(registry);
     registerTextFileCommands(registry);

@@ -56,11 +56,12 @@ void registerBlendShapeCommands(mel::CommandRegistry& registry);  // blendShape 
 void registerJointCommand(mel::CommandRegistry& registry);        // joint
 void registerSkinClusterCommand(mel::CommandRegistry& registry);  // skinCluster
 void registerSkinPercentCommand(mel::CommandRegistry& registry);  // skinPercent
-void registerColorCommands(mel::CommandRegistry& registry);       // polyColorPerVertex polyColorSet
-void registerNamespaceCommands(mel::CommandRegistry& registry);   // namespace namespaceInfo
-void registerTextFileCommands(mel::CommandRegistry& registry);    // getFileList filetest sysFile fopen fclose
-                                                                  // fprint fgetline
-void registerTimeCommands(mel::CommandRegistry& registry);        // currentTime playbackOptions
+void registerCopySkinWeightsCommand(mel::CommandRegistry& registry);  // copySkinWeights
+void registerColorCommands(mel::CommandRegistry& registry);           // polyColorPerVertex polyColorSet
+void registerNamespaceCommands(mel::CommandRegistry& registry);       // namespace namespaceInfo
+void registerTextFileCommands(mel::CommandRegistry& registry);  // getFileList filetest sysFile fopen fclose
+                                                                // fprint fgetline
+void registerTimeCommands(mel::CommandRegistry& registry);      // currentTime playbackOptions
 void registerToolCommands(mel::CommandRegistry& registry);  // setToolTo currentCtx contextInfo headlessDrag
 void registerFileCommand(mel::CommandRegistry& registry,
                          const std::shared_ptr<scene::SceneSession>& session);  // file

@@ -1,6 +1,7 @@
 // The commands of the hierarchy: group, listRelatives.
 
 #include <algorithm>
+#include <set>
 #include <unordered_set>
 
 #include "commands/commandSupport.h"
@@ -14,12 +15,18 @@ namespace host::commands {
 
 namespace {
 
+/// A node to group, and the parent to take it from.
+struct Member {
+    graph::NodeRef node;
+    graph::Node* from = nullptr;
+};
+
 /// Lowest node above all of these; null if that is the world.
-graph::Node* commonParent(const std::vector<graph::NodeRef>& nodes) {
-    if (nodes.empty()) return nullptr;
-    for (graph::Node* at = nodes.front()->parent(); at != nullptr; at = at->parent()) {
-        const bool isAboveAll = std::all_of(nodes.begin(), nodes.end(), [&](const graph::NodeRef& node) {
-            return node->parent() != nullptr && graph::isBelow(*node->parent(), *at);
+graph::Node* commonParent(const std::vector<Member>& members) {
+    if (members.empty()) return nullptr;
+    for (graph::Node* at = members.front().from; at != nullptr; at = at->parent()) {
+        const bool isAboveAll = std::all_of(members.begin(), members.end(), [&](const Member& member) {
+            return member.from != nullptr && graph::isBelow(*member.from, *at);
         });
         if (isAboveAll) return at;
     }
@@ -27,18 +34,31 @@ graph::Node* commonParent(const std::vector<graph::NodeRef>& nodes) {
 }
 
 /// The nodes to group: transforms; a shape means its transform.
-Found<std::vector<graph::NodeRef>> groupMembers(CommandContext& context, const ParsedArguments& arguments) {
-    Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
+Found<std::vector<Member>> groupMembers(CommandContext& context, const ParsedArguments& arguments) {
+    const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return {{}, items.error};
-    Found<std::vector<graph::NodeRef>> members;
-    for (graph::NodeRef& node : nodesOf(items.value)) {
-        if (!node->type().isDag()) return {{}, "group: '" + node->name() + "' is no DAG object."};
-        if (node->isA("shape") && node->parent() != nullptr) node = node->parent()->ref();
-        if (std::find(members.value.begin(), members.value.end(), node) == members.value.end())
-            members.value.push_back(node);
+    Found<std::vector<Member>> members;
+    std::set<std::pair<const graph::Node*, const graph::Node*>> seen;
+    for (const graph::SelectionItem& item : items.value) {
+        if (!item.node->type().isDag()) return {{}, "group: '" + item.node->name() + "' is no DAG object."};
+        Placed place = item;
+        if (place->isA("shape") && place->parent() != nullptr) place = place.parent();
+        graph::Node* from = parentAt({place.node, {}, {}, place.path});
+        if (seen.emplace(place.node.get(), from).second) members.value.push_back({place.node, from});
     }
     if (members.value.empty()) return {{}, "group: Not enough objects or values."};
     return members;
+}
+
+/// Below what a call makes its group; null for the world.
+Found<graph::Node*> groupParent(CommandContext& context, const ParsedArguments& arguments,
+                                const std::vector<Member>& members) {
+    if (!arguments.isSet("parent")) return {arguments.isSet("world") ? nullptr : commonParent(members), {}};
+    const std::string name = arguments.text("parent");
+    const Found<graph::NodeRef> parent = findOneNode(context.graph, name);
+    if (!parent.ok()) return {nullptr, parent.error};
+    if (!parent.value->isA("transform")) return {nullptr, "group: '" + name + "' is no transform."};
+    return {parent.value.get(), {}};
 }
 
 CommandResult group(CommandContext& context, const ParsedArguments& arguments) {
@@ -46,27 +66,20 @@ CommandResult group(CommandContext& context, const ParsedArguments& arguments) {
     Found<std::string> name{graph.nextName(graph.wholeName("group")), {}};
     if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
-    Found<std::vector<graph::NodeRef>> members;
+    Found<std::vector<Member>> members;
     if (!arguments.isSet("empty")) members = groupMembers(context, arguments);
     if (!members.ok()) return CommandResult::failure(members.error);
-    graph::Node* above = arguments.isSet("world") ? nullptr : commonParent(members.value);
-    Found<graph::NodeRef> parentNode;
-    if (arguments.isSet("parent")) {
-        parentNode = findOneNode(graph, arguments.text("parent"));
-        if (parentNode.ok() && !parentNode.value->isA("transform"))
-            parentNode.error = "group: '" + arguments.text("parent") + "' is no transform.";
-        if (!parentNode.ok()) return CommandResult::failure(parentNode.error);
-        above = parentNode.value.get();
-    }
-    for (const graph::NodeRef& member : members.value) {
-        if (above != nullptr && graph::isBelow(*above, *member))
+    const Found<graph::Node*> above = groupParent(context, arguments, members.value);
+    if (!above.ok()) return CommandResult::failure(above.error);
+    for (const Member& member : members.value) {
+        if (above.value != nullptr && graph::isBelow(*above.value, *member.node))
             return CommandResult::failure("group: Cannot parent an object to one of its children.");
     }
-    const graph::NodeRef made = graph.createNode(*graph.types().find("transform"), name.value, above);
-    for (const graph::NodeRef& member : members.value) {
-        // A member below another member moves with it.
-        if (!graph::isBelow(*member, *made))
-            moveBelow(graph, member, made.get(), arguments.isSet("relative"));
+    const graph::NodeRef made = graph.createNode(*graph.types().find("transform"), name.value, above.value);
+    for (const Member& member : members.value) {
+        // A member below another member moves with it, and so does one that is there by another path.
+        if (!graph::isBelow(*member.node, *made))
+            moveBelow(graph, member.node, member.from, made.get(), arguments.isSet("relative"));
     }
     selectNodes(graph, {made});
     return CommandResult::success(graph.uniqueName(*made));
@@ -124,21 +137,19 @@ std::vector<Relative> nodesBelow(const Relative& node) {
     return below;
 }
 
-/// @param name  what the command line calls the node; empty if it is selected
-std::vector<Relative> relatives(const graph::Graph& graph, graph::Node& node, const std::string& name,
-                                const ParsedArguments& arguments) {
+std::vector<Relative> relatives(const graph::SelectionItem& item, const ParsedArguments& arguments) {
+    const std::vector<graph::Instance> upwards = graph::upwards(item);
+    const graph::Instance& place = upwards.front();
     std::vector<Relative> found;
-    const graph::Instance at = graph::instanceOn(graph, node, name);
-    const Relative given{&node, at.number > 0 ? graph::fullPath(at) : std::string()};
+    const Relative given{place.node, place.number > 0 ? graph::fullPath(place) : std::string()};
     if (arguments.isSet("allParents")) {
-        graph::visitParents(node, [&](graph::Node* parent) {
+        graph::visitParents(*place.node, [&](graph::Node* parent) {
             if (parent != nullptr) found.push_back({parent, {}});
         });
     } else if (arguments.isSet("parent")) {
-        graph::Node* parent = graph::parentOn(graph, node, name);
-        if (parent == nullptr) return found;
+        if (upwards.size() < 2) return found;
         const std::size_t end = given.path.rfind('|');
-        found.push_back({parent, given.path.empty() ? std::string() : given.path.substr(0, end)});
+        found.push_back({upwards[1].node, given.path.empty() ? std::string() : given.path.substr(0, end)});
     } else {
         found = arguments.isSet("allDescendents") ? nodesBelow(given) : childrenOf(given);
     }
@@ -152,28 +163,9 @@ std::string nameOf(const Relative& relative, const ParsedArguments& arguments, g
     return isFull || arguments.isSet("path") ? paths.of(*relative.node) : relative.node->name();
 }
 
-/// The objects of the command line with their names; the selection has none.
-Found<std::vector<std::pair<graph::SelectionItem, std::string>>> namedObjects(
-    CommandContext& context, const ParsedArguments& arguments) {
-    Found<std::vector<std::pair<graph::SelectionItem, std::string>>> named;
-    const std::vector<std::string> names = arguments.objectNames();
-    // A name tells an instance only where there are any.
-    const bool isOneByOne = context.graph.hasInstances() && !names.empty();
-    const std::size_t rounds = isOneByOne ? names.size() : 1;
-    for (std::size_t k = 0; k < rounds; ++k) {
-        Found<std::vector<graph::SelectionItem>> items =
-            isOneByOne ? findItems(context.graph, {names[k]}) : objectsOrSelection(context, arguments);
-        if (!items.ok()) return {{}, items.error};
-        for (graph::SelectionItem& item : items.value)
-            named.value.emplace_back(std::move(item),
-                                     isOneByOne ? names[k].substr(0, names[k].find('.')) : "");
-    }
-    return named;
-}
-
 CommandResult listRelatives(CommandContext& context, const ParsedArguments& arguments) {
     const graph::Graph& graph = context.graph;
-    const auto items = namedObjects(context, arguments);
+    const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return CommandResult::failure(items.error);
     RelativesFilter filter;
     filter.shapesOnly = arguments.isSet("shapes");
@@ -183,14 +175,14 @@ CommandResult listRelatives(CommandContext& context, const ParsedArguments& argu
     graph::PathNames paths(
         graph, arguments.isSet("fullPath") ? graph::PathNames::Kind::Full : graph::PathNames::Kind::Unique);
     std::vector<std::string> names;
-    for (const auto& [item, name] : items.value) {
+    for (const graph::SelectionItem& item : items.value) {
         const bool isParentQuery = arguments.isSet("parent") || arguments.isSet("allParents");
         // The owner of components is the shape of their transform.
         if (item.component && isParentQuery && filter.types.empty()) {
             names.push_back(paths.of(*item.node));
             continue;
         }
-        for (const Relative& relative : relatives(graph, *item.node, name, arguments)) {
+        for (const Relative& relative : relatives(item, arguments)) {
             if (passes(graph, filter, *relative.node)) names.push_back(nameOf(relative, arguments, paths));
         }
     }

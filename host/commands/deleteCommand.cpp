@@ -11,6 +11,7 @@
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "commands/driverSearch.h"
+#include "commands/transformSupport.h"
 #include "graph/hierarchy.h"
 #include "nodes/defaultCameras.h"
 #include "nodes/meshNode.h"
@@ -157,6 +158,28 @@ CommandResult deleteDrivers(graph::Graph& graph, const std::vector<graph::NodeRe
     return deleteObjects(graph, std::move(doomed));
 }
 
+/// Takes away the instances that are meant of nodes with others, and gives the nodes to delete.
+Found<std::vector<graph::NodeRef>> takeInstances(graph::Graph& graph,
+                                                 const std::vector<graph::SelectionItem>& items) {
+    if (!graph.hasInstances()) return {nodesOf(items), {}};
+    // The numbers of the others change with each that goes.
+    std::vector<std::pair<graph::NodeRef, graph::Node*>> places;
+    places.reserve(items.size());
+    for (const graph::SelectionItem& item : items)
+        places.emplace_back(item.node, item.node->type().isDag() ? parentAt(item) : nullptr);
+    Found<std::vector<graph::NodeRef>> doomed;
+    for (const auto& [node, parent] : places) {
+        if (node->otherParents().empty()) {
+            doomed.value.push_back(node);
+        } else if (node->isLocked()) {
+            return {{}, lockProblem(graph, *node, "delete")};
+        } else if (graph.hasParent(*node, parent)) {
+            takeInstance(graph, node, parent);
+        }
+    }
+    return doomed;
+}
+
 CommandResult runDelete(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
     const bool isHistory = arguments.isSet("constructionHistory");
@@ -172,8 +195,12 @@ CommandResult runDelete(CommandContext& context, const ParsedArguments& argument
         if (!item.isWholeNode() && !isPart)
             return CommandResult::failure("delete: Deleting components or attributes is not covered.");
     }
-    std::vector<graph::NodeRef> nodes = nodesOf(items.value);
-    if (!isPart) return deleteObjects(graph, std::move(nodes));
+    if (!isPart) {
+        Found<std::vector<graph::NodeRef>> doomed = takeInstances(graph, items.value);
+        return doomed.ok() ? deleteObjects(graph, std::move(doomed.value))
+                           : CommandResult::failure(doomed.error);
+    }
+    const std::vector<graph::NodeRef> nodes = nodesOf(items.value);
     if (isHistory) deleteHistory(graph, isAll ? graph.nodesOfType("mesh") : nodes);
     return asksForDrivers(arguments) ? deleteDrivers(graph, nodes, arguments) : CommandResult::success();
 }

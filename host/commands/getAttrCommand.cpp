@@ -198,7 +198,7 @@ void registerGetAttrCommand(mel::CommandRegistry& registry) {
     syntax.flag("s", "size").flag("mi", "multiIndices").flag("typ", "type").flag("l", "lock");
     syntax.flag("k", "keyable").flag("cb", "channelBox").flag("se", "settable").flag("as", "asString");
     // Evaluation is always silent here.
-    syntax.flag("sl", "silent").flag("t", "time", {kReal}).objects(ObjectKind::Strings, 1, 1);
+    syntax.flag("sl", "silent").flag("t", "time", {kTime}).objects(ObjectKind::Strings, 1, 1);
     registry.add("getAttr", syntax, getAttr, "caching ca constraint c expandEnvironmentVariables x");
 }
 

@@ -1,6 +1,12 @@
+#include <optional>
+#include <unordered_set>
+#include <utility>
+
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "commands/jointOrient.h"
 #include "commands/transformSupport.h"
+#include "graph/hierarchy.h"
 #include "nodes/plugs.h"
 #include "nodes/transformNode.h"
 
@@ -34,6 +40,76 @@ std::string setNumberFlag(graph::Graph& graph, const NodeRef& joint, const char*
     return error;
 }
 
+/// The flags that exist once for each axis, by their names without it.
+constexpr const char* kAxes[] = {"X", "Y", "Z"};
+
+std::string axisFlag(const char* flag, int axis) {
+    return std::string(flag) + kAxes[axis];
+}
+
+/// Angles, limits of the rotation, stiffness and freedom.
+std::string setAxisValues(graph::Graph& graph, const NodeRef& joint, const ParsedArguments& arguments) {
+    std::string error;
+    const auto set = [&](const graph::Plug& plug, double value) {
+        if (error.empty()) error = writeObstacle(graph, plug);
+        if (error.empty()) graph.setNumber(plug, value);
+    };
+    const auto child = [&](const char* attribute, int axis) { return joint->plug(attribute).child(axis); };
+    const auto radians = [&](double degrees) {
+        return fromScriptUnit(graph, graph::ValueKind::Angle, degrees);
+    };
+    for (int axis = 0; axis < 3; ++axis) {
+        if (arguments.isSet(axisFlag("angle", axis))) {
+            const graph::Plug angle = child("rotate", axis);
+            const double value = radians(arguments.number(axisFlag("angle", axis)));
+            set(angle, arguments.isSet("relative") ? graph.number(angle) + value : value);
+        }
+        const std::vector<Value>& limits = arguments.values(axisFlag("limit", axis));
+        if (!limits.empty()) {
+            set(child("minRotLimit", axis), radians(limits[0].toFloat()));
+            set(child("maxRotLimit", axis), radians(limits[1].toFloat()));
+        }
+        const std::string enabling = axisFlag("limitSwitch", axis);
+        if (!limits.empty() || arguments.isSet(enabling)) {
+            const double isEnabled = arguments.boolean(enabling, true) ? 1.0 : 0.0;
+            set(child("minRotLimitEnable", axis), isEnabled);
+            set(child("maxRotLimitEnable", axis), isEnabled);
+        }
+        if (arguments.isSet(axisFlag("stiffness", axis)))
+            set(child("stiffness", axis), arguments.number(axisFlag("stiffness", axis)));
+        if (arguments.isSet("degreeOfFreedom")) {
+            const bool isFree = arguments.text("degreeOfFreedom").find("xyz"[axis]) != std::string::npos;
+            set(joint->plug(axisFlag("jointType", axis)), isFree ? 1.0 : 0.0);
+        }
+    }
+    return error;
+}
+
+/// The value of a flag for one axis; nothing if none was asked for.
+std::optional<Value> axisValue(graph::Graph& graph, const NodeRef& joint, const ParsedArguments& arguments) {
+    const auto number = [&](const char* attribute, int axis) {
+        return graph.number(joint->plug(attribute).child(axis));
+    };
+    const auto degrees = [&](const char* attribute, int axis) {
+        return toScriptUnit(graph, graph::ValueKind::Angle, number(attribute, axis));
+    };
+    for (int axis = 0; axis < 3; ++axis) {
+        if (arguments.isSet(axisFlag("angle", axis))) return Value(degrees("rotate", axis));
+        if (arguments.isSet(axisFlag("limitSwitch", axis)))
+            return Value(number("minRotLimitEnable", axis) != 0.0 &&
+                         number("maxRotLimitEnable", axis) != 0.0);
+        if (arguments.isSet(axisFlag("limit", axis)))
+            return Value(std::vector<double>{degrees("minRotLimit", axis), degrees("maxRotLimit", axis)});
+        if (arguments.isSet(axisFlag("stiffness", axis))) return Value(number("stiffness", axis));
+    }
+    if (!arguments.isSet("degreeOfFreedom")) return std::nullopt;
+    std::string freedom;
+    for (int axis = 0; axis < 3; ++axis) {
+        if (graph.number(joint->plug(axisFlag("jointType", axis))) != 0.0) freedom += "xyz"[axis];
+    }
+    return Value(std::move(freedom));
+}
+
 /// What creating and editing have in common.
 /// @return empty, or the error
 std::string setValues(graph::Graph& graph, const NodeRef& joint, const ParsedArguments& arguments) {
@@ -45,6 +121,10 @@ std::string setValues(graph::Graph& graph, const NodeRef& joint, const ParsedArg
             writeTriple(graph, joint, "jointOrient", toRadians(vectorOf(arguments.values("orientation"))));
     if (error.empty() && arguments.isSet("scale"))
         error = writeTriple(graph, joint, "scale", vectorOf(arguments.values("scale")));
+    if (error.empty() && arguments.isSet("scaleOrientation"))
+        error = writeTriple(graph, joint, "rotateAxis",
+                            toRadians(vectorOf(arguments.values("scaleOrientation"))));
+    if (error.empty()) error = setAxisValues(graph, joint, arguments);
     if (error.empty() && arguments.isSet("radius"))
         error = setNumberFlag(graph, joint, "radius", arguments.number("radius"));
     if (error.empty() && arguments.isSet("scaleCompensate"))
@@ -66,6 +146,11 @@ Found<NodeRef> parentOf(CommandContext& context, const ParsedArguments& argument
 
 CommandResult create(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
+    for (const char* flag : {"orientJoint", "secondaryAxisOrient", "zeroScaleOrient", "children", "component",
+                             "setPreferredAngles", "assumePreferredAngles"}) {
+        if (arguments.isSet(flag))
+            return CommandResult::failure(std::string("joint: -") + flag + " needs -edit.");
+    }
     Found<std::string> name;
     if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
@@ -94,21 +179,73 @@ CommandResult query(graph::Graph& graph, const NodeRef& joint, const ParsedArgum
     if (arguments.isSet("radius")) return CommandResult::success(graph.number(joint->plug("radius")));
     if (arguments.isSet("scaleCompensate"))
         return CommandResult::success(graph.number(joint->plug("segmentScaleCompensate")) != 0.0);
+    if (arguments.isSet("scaleOrientation"))
+        return CommandResult::success(listOf(toDegrees(nodes::tripleAt(graph, joint->plug("rotateAxis")))));
     if (arguments.isSet("name")) return CommandResult::success(graph.uniqueName(*joint));
+    if (std::optional<Value> value = axisValue(graph, joint, arguments))
+        return CommandResult::success(std::move(*value));
     return CommandResult::failure("joint: No flag says what to report.");
+}
+
+/// The joints of a call and, with -children, all joints below them, parents first.
+std::vector<NodeRef> withChildren(const std::vector<NodeRef>& joints) {
+    std::vector<NodeRef> result;
+    std::unordered_set<const graph::Node*> seen;
+    for (const NodeRef& joint : joints) {
+        graph::visitHierarchy(*joint, [&](graph::Node& node) {
+            if (node.isA("joint") && seen.insert(&node).second) result.push_back(node.ref());
+        });
+    }
+    return result;
+}
+
+std::string editOne(graph::Graph& graph, const NodeRef& joint, const ParsedArguments& arguments,
+                    const std::optional<JointOrienting>& orienting) {
+    std::string error;
+    if (arguments.isSet("component")) {
+        const KeptChildren kept(graph, joint);
+        error = setValues(graph, joint, arguments);
+        if (error.empty()) error = kept.restore(graph);
+    } else {
+        error = setValues(graph, joint, arguments);
+    }
+    if (error.empty() && arguments.isSet("assumePreferredAngles"))
+        error = writeTriple(graph, joint, "rotate", nodes::tripleAt(graph, joint->plug("preferredAngle")));
+    if (error.empty() && arguments.isSet("setPreferredAngles"))
+        error = writeTriple(graph, joint, "preferredAngle", nodes::tripleAt(graph, joint->plug("rotate")));
+    if (!error.empty()) return error;
+    const bool zeroesScaleOrient = arguments.isSet("zeroScaleOrient");
+    if (orienting) return orientJoint(graph, joint, *orienting, zeroesScaleOrient);
+    if (!zeroesScaleOrient) return {};
+    const KeptChildren kept(graph, joint);
+    error = writeTriple(graph, joint, "rotateAxis", {});
+    return error.empty() ? kept.restore(graph) : error;
 }
 
 CommandResult edit(graph::Graph& graph, const std::vector<NodeRef>& joints,
                    const ParsedArguments& arguments) {
     if (arguments.isSet("name")) return CommandResult::failure("joint: Use rename to name a joint.");
-    for (const NodeRef& joint : joints) {
-        const std::string error = setValues(graph, joint, arguments);
-        if (!error.empty()) return CommandResult::failure(error);
+    if (arguments.isSet("secondaryAxisOrient") && !arguments.isSet("orientJoint"))
+        return CommandResult::failure("joint: -secondaryAxisOrient needs -orientJoint.");
+    std::optional<JointOrienting> orienting;
+    if (arguments.isSet("orientJoint")) {
+        const Found<JointOrienting> found =
+            jointOrienting(arguments.text("orientJoint"), arguments.text("secondaryAxisOrient"));
+        if (!found.ok()) return CommandResult::failure(found.error);
+        orienting = found.value;
+    }
+    for (const NodeRef& joint : arguments.isSet("children") ? withChildren(joints) : joints) {
+        std::string error = editOne(graph, joint, arguments, orienting);
+        if (!error.empty()) return CommandResult::failure(std::move(error));
     }
     return CommandResult::success();
 }
 
 CommandResult joint(CommandContext& context, const ParsedArguments& arguments) {
+    if (arguments.isSet("exists")) {
+        const Found<NodeRef> named = findOneNode(context.graph, arguments.text("exists"));
+        return CommandResult::success(named.ok() && named.value->isA("joint"));
+    }
     if (!arguments.isQuery() && !arguments.isEdit()) return create(context, arguments);
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return CommandResult::failure(items.error);
@@ -126,17 +263,23 @@ CommandResult joint(CommandContext& context, const ParsedArguments& arguments) {
 
 void registerJointCommand(mel::CommandRegistry& registry) {
     Syntax syntax;
-    syntax.flag("p", "position", {kReal, kReal, kReal}).flag("a", "absolute").flag("r", "relative");
-    syntax.flag("n", "name", {kText}).flag("o", "orientation", {kReal, kReal, kReal});
+    syntax.flag("p", "position", {kLength, kLength, kLength}).flag("a", "absolute").flag("r", "relative");
+    syntax.flag("n", "name", {kText}).flag("o", "orientation", {kAngle, kAngle, kAngle});
     syntax.flag("s", "scale", {kReal, kReal, kReal}).flag("rad", "radius", {kReal});
     syntax.flag("sc", "scaleCompensate", {kSwitch});
+    syntax.flag("so", "scaleOrientation", {kReal, kReal, kReal}).flag("dof", "degreeOfFreedom", {kText});
+    syntax.flag("ax", "angleX", {kReal}).flag("ay", "angleY", {kReal}).flag("az", "angleZ", {kReal});
+    syntax.flag("lx", "limitX", {kReal, kReal}).flag("ly", "limitY", {kReal, kReal});
+    syntax.flag("lz", "limitZ", {kReal, kReal}).flag("lsx", "limitSwitchX", {kSwitch});
+    syntax.flag("lsy", "limitSwitchY", {kSwitch}).flag("lsz", "limitSwitchZ", {kSwitch});
+    syntax.flag("stx", "stiffnessX", {kReal}).flag("sty", "stiffnessY", {kReal});
+    syntax.flag("stz", "stiffnessZ", {kReal}).flag("oj", "orientJoint", {kText});
+    syntax.flag("sao", "secondaryAxisOrient", {kText}).flag("zso", "zeroScaleOrient");
+    syntax.flag("ch", "children").flag("co", "component");
+    syntax.flag("spa", "setPreferredAngles").flag("apa", "assumePreferredAngles");
+    syntax.flag("ex", "exists", {kText}).makeQueryWithArguments("exists");
     syntax.enableQuery().enableEdit().objects(ObjectKind::Strings);
-    registry.add("joint", syntax, joint,
-                 "ax angleX ay angleY az angleZ ap assumePreferredAngles ch children co component dof "
-                 "degreeOfFreedom ex exists lsx limitSwitchX lsy limitSwitchY lsz limitSwitchZ lx limitX ly "
-                 "limitY lz limitZ oj orientJoint sao secondaryAxisOrient so scaleOrientation spa "
-                 "setPreferredAngles stx stiffnessX sty stiffnessY stz stiffnessZ sym symmetry sa "
-                 "symmetryAxis zso zeroScaleOrient");
+    registry.add("joint", syntax, joint, "sym symmetry sa symmetryAxis");
 }
 
 }  // namespace host::commands

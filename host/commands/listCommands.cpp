@@ -1,6 +1,7 @@
 // The command ls.
 
 #include <algorithm>
+#include <set>
 #include <unordered_set>
 
 #include "commands/commandSupport.h"
@@ -55,8 +56,8 @@ std::vector<SelectionItem> namedItems(graph::Graph& graph, const std::vector<std
     for (const std::string& name : names) {
         std::vector<SelectionItem> found;
         if (name.find('.') == std::string::npos) {
-            for (const graph::NodeRef& node : graph::findNodes(graph, name))
-                found.push_back({node, {}, {}});
+            for (const graph::Instance& place : graph::findPlaces(graph, name))
+                found.push_back({place.node->ref(), {}, {}, place.number});
         } else {
             found = graph::findAll(graph, name).items;
         }
@@ -124,11 +125,14 @@ std::vector<std::string> uuidsOf(const std::vector<SelectionItem>& items, scene:
     return uuids;
 }
 
-/// The names of a whole node: of its first path, or of all.
-std::vector<std::string> namesOf(const graph::Graph& graph, const graph::Node& node,
+/// The names of a whole node: of the path that is meant, or of all.
+std::vector<std::string> namesOf(const graph::Graph& graph, const SelectionItem& item,
                                  const ParsedArguments& arguments, graph::PathNames& paths) {
-    if (!arguments.isSet("allPaths") || !graph::isInstanced(node)) return {paths.of(node)};
-    return arguments.isSet("long") ? graph::paths(node) : graph::shortPaths(graph, node);
+    const bool isLong = arguments.isSet("long");
+    if (arguments.isSet("allPaths") && graph::isInstanced(*item.node))
+        return isLong ? graph::paths(*item.node) : graph::shortPaths(graph, *item.node);
+    if (item.path > 0) return graph::itemNames(graph, item, isLong);
+    return {paths.of(*item.node)};
 }
 
 /// The root is ":"; with -absoluteName, so every other namespace begins.
@@ -141,7 +145,7 @@ std::string shownNamespace(const graph::Node& node, const ParsedArguments& argum
 void appendNames(const graph::Graph& graph, const SelectionItem& item, const ParsedArguments& arguments,
                  graph::PathNames& paths, std::vector<std::string>& names) {
     if (item.isWholeNode()) {
-        for (std::string& name : namesOf(graph, *item.node, arguments, paths)) {
+        for (std::string& name : namesOf(graph, item, arguments, paths)) {
             names.push_back(std::move(name));
             if (arguments.isSet("showNamespace")) names.push_back(shownNamespace(*item.node, arguments));
             if (arguments.isSet("showType")) names.push_back(item.node->type().name());
@@ -169,6 +173,20 @@ std::vector<std::string> typeNames(const graph::Graph& graph) {
     return names;
 }
 
+/// What was listed: nodes, and further instances of them.
+class Listed {
+  public:
+    /// Whether an item is new.
+    bool add(const SelectionItem& item) {
+        if (item.path == 0) return nodes_.insert(item.node.get()).second;
+        return instances_.emplace(item.node.get(), item.path).second;
+    }
+
+  private:
+    std::unordered_set<const graph::Node*> nodes_;
+    std::set<std::pair<const graph::Node*, std::size_t>> instances_;
+};
+
 CommandResult ls(CommandContext& context, const ParsedArguments& arguments, scene::SceneSession& session) {
     graph::Graph& graph = context.graph;
     const ListFilter filter = filterOf(arguments);
@@ -178,13 +196,15 @@ CommandResult ls(CommandContext& context, const ParsedArguments& arguments, scen
     }
     if (arguments.isSet("nodeTypes")) return CommandResult::success(typeNames(graph));
     std::vector<SelectionItem> items;
-    std::unordered_set<const graph::Node*> listed;
+    Listed listed;
+    const bool isPerNode = arguments.isSet("allPaths") || arguments.isSet("uuid");
     for (SelectionItem& item : candidates(context, arguments, filter)) {
-        if (arguments.isSet("objectsOnly")) item = {item.node, {}, {}};
+        if (arguments.isSet("objectsOnly")) item = {item.node, {}, {}, item.path};
+        if (isPerNode) item.path = 0;
         if (arguments.isSet("assemblies") && (!item.node->type().isDag() || item.node->parent() != nullptr))
             continue;
         if (!passes(graph, filter, *item.node)) continue;
-        if (item.isWholeNode() && !listed.insert(item.node.get()).second) continue;
+        if (item.isWholeNode() && !listed.add(item)) continue;
         items.push_back(std::move(item));
     }
     if (arguments.isSet("head")) {

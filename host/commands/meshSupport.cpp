@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "graph/instances.h"
 #include "nodes/meshNode.h"
 #include "nodes/sets.h"
 
@@ -92,6 +93,22 @@ std::vector<int> verticesOf(const nodes::MeshPtr& mesh, const graph::Component& 
     std::sort(vertices.begin(), vertices.end());
     vertices.erase(std::unique(vertices.begin(), vertices.end()), vertices.end());
     return vertices;
+}
+
+void visitMeshes(graph::Graph& graph, const Placed& node,
+                 const std::function<void(const Placed&, const geometry::Mesh&)>& visit) {
+    graph::InstanceNumbers numbers;
+    std::vector<graph::Instance> ahead{{node.node.get(), node.path}};
+    while (!ahead.empty()) {
+        const graph::Instance at = ahead.back();
+        ahead.pop_back();
+        if (at.number >= graph::kMaxPaths) continue;
+        for (graph::Node* child : at.node->children())
+            ahead.push_back(numbers.childOf(at, *child));
+        if (!at.node->isA("mesh") || nodes::isIntermediate(graph, *at.node)) continue;
+        const graph::SelectionItem shape{at.node->ref(), {}, {}, at.number};
+        if (const nodes::MeshPtr mesh = nodes::meshOf(graph, shape.node)) visit(shape, mesh->mesh);
+    }
 }
 
 graph::NodeRef createEmptyMesh(graph::Graph& graph, const std::string& transformName) {

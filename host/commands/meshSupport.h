@@ -1,9 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "commands/commandSupport.h"
+#include "commands/transformSupport.h"
 #include "geometry/mesh.h"
 #include "nodes/meshData.h"
 
@@ -32,6 +34,11 @@ int componentCount(const geometry::Topology& topology, graph::ComponentKind kind
 /// Vertices of components, ascending: vertices themselves, ends of edges, corners of faces. Components that
 /// the mesh, which may be null, does not have are left out: a selection can be older than the mesh.
 std::vector<int> verticesOf(const nodes::MeshPtr& mesh, const graph::Component& component);
+
+/// Calls `visit(shape, mesh)` for each visible mesh at and below a node, at each of its places there. Places
+/// that are not told apart (graph::kMaxPaths) are left out.
+void visitMeshes(graph::Graph& graph, const Placed& node,
+                 const std::function<void(const Placed&, const geometry::Mesh&)>& visit);
 
 /// A mesh shape below a new transform, still without geometry.
 /// @param transformName  made unique

@@ -14,7 +14,6 @@ namespace {
 
 using geometry::Matrix4;
 using geometry::Vec3;
-using graph::NodeRef;
 using graph::SelectionItem;
 
 enum class Space { Object, Local, World };
@@ -32,8 +31,9 @@ struct Request {
 struct Kind {
     const char* name;
     const char* axisFlag;  // with X, XY, ... after it
+    ArgumentType unit;     // of the values
     Space defaultSpace;
-    std::string (*transform)(graph::Graph&, const NodeRef&, const Request&, const ParsedArguments&);
+    std::string (*transform)(graph::Graph&, const Placed&, const Request&, const ParsedArguments&);
     std::string (*points)(graph::Graph&, const SelectionItem&, const Request&, const ParsedArguments&);
 };
 
@@ -66,9 +66,11 @@ Found<Request> requestOf(CommandContext& context, const ParsedArguments& argumen
     const std::vector<int> axes = namedAxes(arguments, kind);
     std::size_t at = 0;
     for (; at < axes.size(); ++at) {
-        if (at == words.size() || !words[at].isNumber())
+        std::optional<double> value;
+        if (at < words.size()) value = mel::numberOf(words[at], kind.unit, context.graph.framesPerSecond());
+        if (!value)
             return {{}, prefix + "Not enough values; " + std::to_string(axes.size()) + " are needed."};
-        request.value.values[static_cast<std::size_t>(axes[at])] = words[at].toFloat();
+        request.value.values[static_cast<std::size_t>(axes[at])] = *value;
     }
     std::vector<std::string> names;
     for (; at < words.size(); ++at) {
@@ -93,7 +95,7 @@ Found<Request> requestOf(CommandContext& context, const ParsedArguments& argumen
 
 /// Points of a shape that a call changes.
 struct Points {
-    NodeRef shape;
+    Placed shape;
     std::vector<int> vertices;
     std::vector<Vec3> positions;  // object space
     Matrix4 world;
@@ -101,13 +103,10 @@ struct Points {
 
 Points pointsOf(graph::Graph& graph, const SelectionItem& item) {
     const nodes::MeshPtr mesh = nodes::meshOf(graph, item.node);
-    Points points;
-    points.shape = item.node;
-    points.vertices = item.component->elements();
+    Points points{item, item.component->elements(), {}, worldMatrix(graph, item)};
     points.positions.reserve(points.vertices.size());
     for (const int vertex : points.vertices)
         points.positions.push_back(mesh->mesh.point(vertex));
-    points.world = nodes::worldMatrix(graph, item.node);
     return points;
 }
 
@@ -129,7 +128,7 @@ void placePoints(graph::Graph& graph, const Points& points, const Matrix4& toSpa
 Matrix4 toSpace(graph::Graph& graph, const Points& points, Space space) {
     if (space == Space::Object) return {};
     if (space == Space::World) return points.world;
-    return nodes::localMatrix(graph, points.shape->parent()->ref());
+    return nodes::localMatrix(graph, points.shape.parent());
 }
 
 std::string movePoints(graph::Graph& graph, const SelectionItem& item, const Request& request,
@@ -155,14 +154,14 @@ std::string mapPoints(graph::Graph& graph, const SelectionItem& item, const Requ
 
 std::string rotatePoints(graph::Graph& graph, const SelectionItem& item, const Request& request,
                          const ParsedArguments&) {
-    const Vec3 pivot = rotatePivotInWorld(graph, item.node->parent()->ref());
+    const Vec3 pivot = rotatePivotInWorld(graph, Placed(item).parent());
     return mapPoints(graph, item, request, pivot,
                      geometry::rotationMatrix(toRadians(completed(request.values, {}))));
 }
 
 std::string scalePoints(graph::Graph& graph, const SelectionItem& item, const Request& request,
                         const ParsedArguments&) {
-    const Vec3 pivot = scalePivotInWorld(graph, item.node->parent()->ref());
+    const Vec3 pivot = scalePivotInWorld(graph, Placed(item).parent());
     return mapPoints(graph, item, request, pivot, Matrix4::scaling(completed(request.values, {1, 1, 1})));
 }
 
@@ -170,13 +169,13 @@ std::string scalePoints(graph::Graph& graph, const SelectionItem& item, const Re
 
 /// The position of a transform that a move to a place in the world refers to: its origin, or one of its
 /// pivots.
-Vec3 placeInWorld(graph::Graph& graph, const NodeRef& transform, const ParsedArguments& arguments) {
+Vec3 placeInWorld(graph::Graph& graph, const Placed& transform, const ParsedArguments& arguments) {
     if (arguments.isSet("rotatePivotRelative")) return rotatePivotInWorld(graph, transform);
     if (arguments.isSet("scalePivotRelative")) return scalePivotInWorld(graph, transform);
-    return nodes::worldMatrix(graph, transform).row(3);
+    return worldMatrix(graph, transform).row(3);
 }
 
-std::string moveTransform(graph::Graph& graph, const NodeRef& transform, const Request& request,
+std::string moveTransform(graph::Graph& graph, const Placed& transform, const Request& request,
                           const ParsedArguments& arguments) {
     const Vec3 present = nodes::transformParts(graph, transform).translate;
     if (request.space == Space::World) {
@@ -194,7 +193,7 @@ std::string moveTransform(graph::Graph& graph, const NodeRef& transform, const R
     return writeTriple(graph, transform, "translate", present + turned);
 }
 
-std::string rotateAbsolutely(graph::Graph& graph, const NodeRef& transform, const Request& request) {
+std::string rotateAbsolutely(graph::Graph& graph, const Placed& transform, const Request& request) {
     const geometry::TransformParts parts = nodes::transformParts(graph, transform);
     const Matrix4 parent = parentRotation(graph, transform);
     if (request.space != Space::World) {
@@ -207,7 +206,7 @@ std::string rotateAbsolutely(graph::Graph& graph, const NodeRef& transform, cons
     return setOwnRotation(graph, transform, world * parent.transposed());
 }
 
-std::string rotateRelatively(graph::Graph& graph, const NodeRef& transform, const Request& request,
+std::string rotateRelatively(graph::Graph& graph, const Placed& transform, const Request& request,
                              const ParsedArguments& arguments) {
     const geometry::TransformParts parts = nodes::transformParts(graph, transform);
     const Vec3 angles = toRadians(completed(request.values, {}));
@@ -224,18 +223,17 @@ std::string rotateRelatively(graph::Graph& graph, const NodeRef& transform, cons
 
 /// Runs an edit, and then moves the transform so that the point at the pivot stays in place.
 template <typename Edit>
-std::string aroundPivot(graph::Graph& graph, const NodeRef& transform, const std::optional<Vec3>& pivot,
+std::string aroundPivot(graph::Graph& graph, const Placed& transform, const std::optional<Vec3>& pivot,
                         Edit edit) {
     if (!pivot) return edit();
-    const Vec3 inObject =
-        geometry::transformPoint(*pivot, nodes::worldMatrix(graph, transform).inverse().matrix);
+    const Vec3 inObject = geometry::transformPoint(*pivot, worldMatrix(graph, transform).inverse().matrix);
     std::string error = edit();
     if (!error.empty()) return error;
-    const Vec3 moved = geometry::transformPoint(inObject, nodes::worldMatrix(graph, transform));
+    const Vec3 moved = geometry::transformPoint(inObject, worldMatrix(graph, transform));
     return moveInWorld(graph, transform, *pivot - moved);
 }
 
-std::string rotateTransform(graph::Graph& graph, const NodeRef& transform, const Request& request,
+std::string rotateTransform(graph::Graph& graph, const Placed& transform, const Request& request,
                             const ParsedArguments& arguments) {
     return aroundPivot(graph, transform, request.pivot, [&] {
         return request.isRelative ? rotateRelatively(graph, transform, request, arguments)
@@ -243,7 +241,7 @@ std::string rotateTransform(graph::Graph& graph, const NodeRef& transform, const
     });
 }
 
-std::string scaleTransform(graph::Graph& graph, const NodeRef& transform, const Request& request,
+std::string scaleTransform(graph::Graph& graph, const Placed& transform, const Request& request,
                            const ParsedArguments&) {
     if (request.space == Space::World)
         return "scale: Scaling an object along the axes of the world is not covered.";
@@ -279,7 +277,7 @@ std::string applyTo(graph::Graph& graph, const SelectionItem& item, const Kind& 
     if (item.plug || !item.node->isA("transform"))
         return std::string(kind.name) + ": " + graph::itemName(graph, item) +
                " is neither a transform nor points of a mesh.";
-    return kind.transform(graph, item.node, request, arguments);
+    return kind.transform(graph, item, request, arguments);
 }
 
 CommandResult run(CommandContext& context, const ParsedArguments& arguments, const Kind& kind) {
@@ -317,9 +315,9 @@ void add(mel::CommandRegistry& registry, Syntax syntax, const Kind& kind, std::s
         uncovered);
 }
 
-constexpr Kind kMove{"move", "move", Space::World, moveTransform, movePoints};
-constexpr Kind kRotate{"rotate", "rotate", Space::Object, rotateTransform, rotatePoints};
-constexpr Kind kScale{"scale", "scale", Space::Object, scaleTransform, scalePoints};
+constexpr Kind kMove{"move", "move", kLength, Space::World, moveTransform, movePoints};
+constexpr Kind kRotate{"rotate", "rotate", kAngle, Space::Object, rotateTransform, rotatePoints};
+constexpr Kind kScale{"scale", "scale", kReal, Space::Object, scaleTransform, scalePoints};
 
 }  // namespace
 
@@ -332,14 +330,14 @@ void registerMoveCommands(mel::CommandRegistry& registry) {
         "secondaryAxisOrient smn symNegative wd worldSpaceDistance xc xformConstraint");
 
     Syntax rotate = commonSyntax(kRotate);
-    rotate.flag("p", "pivot", {kReal, kReal, kReal}).flag("eu", "euler").flag("fo", "forceOrderXYZ");
+    rotate.flag("p", "pivot", {kLength, kLength, kLength}).flag("eu", "euler").flag("fo", "forceOrderXYZ");
     add(registry, std::move(rotate), kRotate,
         "c centerPivot dph deletePriorHistory oj orientJoint pcp preserveChildPosition pgp "
         "preserveGeometryPosition puv preserveUV rfl reflection smn symNegative tr translate xc "
         "xformConstraint");
 
     Syntax scale = commonSyntax(kScale);
-    scale.flag("p", "pivot", {kReal, kReal, kReal});
+    scale.flag("p", "pivot", {kLength, kLength, kLength});
     add(registry, std::move(scale), kScale,
         "c centerPivot dph deletePriorHistory dso distanceOnly oj orientJoint pcp "
         "preserveChildPosition pgp preserveGeometryPosition puv preserveUV rfl reflection smn "

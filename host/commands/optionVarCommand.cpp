@@ -2,7 +2,6 @@
 
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
-#include "mel/numberText.h"
 
 namespace host::commands {
 
@@ -96,18 +95,6 @@ void change(OptionVariables& variables, const ParsedArguments& arguments) {
     });
 }
 
-/// Why the numbers given for ints cannot be stored. Scripts may give floats there.
-std::string intProblem(const ParsedArguments& arguments) {
-    std::string problem;
-    for (const char* flag : {"intValue", "intValueAppend"}) {
-        forEachUse(arguments, flag, [&](const std::string& name, const Value& value) {
-            if (!mel::fitsInt(value.toFloat()))
-                problem = "optionVar " + name + ": " + mel::integerTooLarge(value.toString());
-        });
-    }
-    return problem;
-}
-
 CommandResult optionVar(CommandContext& context, const ParsedArguments& arguments) {
     OptionVariables& variables = context.graph.optionVariables();
     if (arguments.isSet("query"))
@@ -122,8 +109,6 @@ CommandResult optionVar(CommandContext& context, const ParsedArguments& argument
             names.push_back(entry.first);
         return CommandResult::success(std::move(names));
     }
-    std::string problem = intProblem(arguments);
-    if (!problem.empty()) return CommandResult::failure(std::move(problem));
     change(variables, arguments);
     return CommandResult::success();
 }
@@ -132,9 +117,9 @@ CommandResult optionVar(CommandContext& context, const ParsedArguments& argument
 
 void registerOptionVarCommand(mel::CommandRegistry& registry) {
     Syntax syntax;
-    syntax.multiUseFlag("iv", "intValue", {kText, kReal}).multiUseFlag("fv", "floatValue", {kText, kReal});
+    syntax.multiUseFlag("iv", "intValue", {kText, kWhole}).multiUseFlag("fv", "floatValue", {kText, kReal});
     syntax.multiUseFlag("sv", "stringValue", {kText, kText});
-    syntax.multiUseFlag("iva", "intValueAppend", {kText, kReal});
+    syntax.multiUseFlag("iva", "intValueAppend", {kText, kWhole});
     syntax.multiUseFlag("fva", "floatValueAppend", {kText, kReal});
     syntax.multiUseFlag("sva", "stringValueAppend", {kText, kText});
     syntax.multiUseFlag("ca", "clearArray", {kText}).multiUseFlag("rm", "remove", {kText});

@@ -57,22 +57,13 @@ std::string parentProblem(const graph::Graph& graph, const ParentRequest& reques
 
 /// The objects of the command line, or the selection, each instance once.
 Found<std::vector<Child>> namedChildren(CommandContext& context, const ParsedArguments& arguments) {
-    graph::Graph& graph = context.graph;
     Found<std::vector<Child>> found;
     std::set<std::pair<const graph::Node*, const graph::Node*>> seen;
-    const auto add = [&](const graph::NodeRef& node, const std::string& name) {
-        graph::Node* from = graph::parentOn(graph, *node, name);
-        if (seen.emplace(node.get(), from).second) found.value.push_back({node, from});
-    };
-    if (arguments.objects().empty()) {
-        for (const graph::SelectionItem& item : graph.selection().items())
-            add(item.node, {});
-    }
-    for (const std::string& name : arguments.objectNames()) {
-        const Found<std::vector<graph::SelectionItem>> items = findItems(graph, {name});
-        if (!items.ok()) return {{}, items.error};
-        for (const graph::SelectionItem& item : items.value)
-            add(item.node, name.substr(0, name.find('.')));
+    const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
+    if (!items.ok()) return {{}, items.error};
+    for (const graph::SelectionItem& item : items.value) {
+        graph::Node* from = parentAt(item);
+        if (seen.emplace(item.node.get(), from).second) found.value.push_back({item.node, from});
     }
     return found;
 }
@@ -103,16 +94,6 @@ Found<ParentRequest> parentRequest(CommandContext& context, const ParsedArgument
     return request;
 }
 
-void moveChild(graph::Graph& graph, const Child& child, const ParentRequest& request) {
-    graph::Node& node = *child.node;
-    graph::Node* target = request.parent.get();
-    // The other instances of a node share its own matrix, which has to stay for them.
-    if (node.otherParents().empty()) return moveBelow(graph, child.node, target, request.isRelative);
-    if (child.from == node.parent()) return moveBelow(graph, child.node, target, true);
-    graph.removeInstance(node, child.from);
-    graph.addInstance(node, target);
-}
-
 CommandResult moveOrAdd(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
     const Found<ParentRequest> request = parentRequest(context, arguments);
@@ -129,7 +110,7 @@ CommandResult moveOrAdd(CommandContext& context, const ParsedArguments& argument
             graph.addInstance(*child.node, target);
             if (!arguments.isSet("noConnections")) nodes::shadeInstances(graph, child.node);
         } else {
-            moveChild(graph, child, request.value);
+            moveBelow(graph, child.node, child.from, target, request.value.isRelative);
         }
     }
     selectNodes(graph, children);
@@ -156,9 +137,7 @@ CommandResult removeObjects(CommandContext& context, const ParsedArguments& argu
             graph.deleteNodes({node});
             continue;
         }
-        graph.removeInstance(*node, from);
-        nodes::compensateParentScale(graph, node);
-        nodes::shadeInstances(graph, node);
+        takeInstance(graph, node, from);
         remaining.push_back(node);
     }
     remaining.erase(std::remove_if(remaining.begin(), remaining.end(),

@@ -1,10 +1,8 @@
 // The commands exactWorldBoundingBox, matchTransform, makeIdentity and spaceLocator.
 
-#include <algorithm>
-#include <unordered_map>
-
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
+#include "commands/freezeTransforms.h"
 #include "commands/meshSupport.h"
 #include "commands/transformSupport.h"
 #include "graph/hierarchy.h"
@@ -35,14 +33,6 @@ Found<std::vector<NodeRef>> transformsOf(CommandContext& context, const ParsedAr
 
 // exactWorldBoundingBox
 
-void expandBy(graph::Graph& graph, graph::Node& node, geometry::BoundingBox& box) {
-    graph::visitHierarchy(node, [&](graph::Node& below) {
-        if (!below.isA("mesh") || nodes::isIntermediate(graph, below)) return;
-        const nodes::MeshPtr mesh = nodes::meshOf(graph, below.ref());
-        if (mesh != nullptr) box.expand(geometry::bounds(mesh->mesh, nodes::worldMatrix(graph, below.ref())));
-    });
-}
-
 CommandResult exactWorldBoundingBox(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
@@ -54,17 +44,19 @@ CommandResult exactWorldBoundingBox(CommandContext& context, const ParsedArgumen
                                           " is no DAG object.");
         const nodes::MeshPtr mesh = item.component ? nodes::meshOf(graph, item.node) : nullptr;
         if (mesh == nullptr) {
-            expandBy(graph, *item.node, box);
+            visitMeshes(graph, item, [&](const Placed& shape, const geometry::Mesh& below) {
+                box.expand(geometry::bounds(below, worldMatrix(graph, shape)));
+            });
             continue;
         }
-        const Matrix4 world = nodes::worldMatrix(graph, item.node);
+        const Matrix4 world = worldMatrix(graph, item);
         for (const int vertex : verticesOf(mesh, *item.component))
             box.expand(geometry::transformPoint(mesh->mesh.point(vertex), world));
     }
     // Objects without geometry are where they are.
     for (const graph::SelectionItem& item : items.value) {
         if (!box.empty) break;
-        box.expand(geometry::transformPoint({}, nodes::worldMatrix(graph, item.node)));
+        box.expand(geometry::transformPoint({}, worldMatrix(graph, item)));
     }
     if (box.empty) return CommandResult::failure("exactWorldBoundingBox: No object was given or selected.");
     return CommandResult::success(
@@ -116,15 +108,8 @@ CommandResult matchTransform(CommandContext& context, const ParsedArguments& arg
 
 // makeIdentity
 
-struct IdentityRequest {
-    bool translate = true;
-    bool rotate = true;
-    bool scale = true;
-    bool jointOrient = false;
-};
-
-IdentityRequest identityRequest(const ParsedArguments& arguments) {
-    IdentityRequest request;
+FreezeRequest identityRequest(const ParsedArguments& arguments) {
+    FreezeRequest request;
     request.jointOrient = arguments.boolean("jointOrient");
     if (!arguments.isSet("translate") && !arguments.isSet("rotate") && !arguments.isSet("scale"))
         return request;
@@ -134,7 +119,7 @@ IdentityRequest identityRequest(const ParsedArguments& arguments) {
     return request;
 }
 
-std::string reset(graph::Graph& graph, const NodeRef& node, const IdentityRequest& request) {
+std::string reset(graph::Graph& graph, const NodeRef& node, const FreezeRequest& request) {
     std::string error;
     if (request.translate) error = writeTriple(graph, node, "translate", {});
     if (error.empty() && request.rotate) error = writeTriple(graph, node, "rotate", {});
@@ -144,98 +129,12 @@ std::string reset(graph::Graph& graph, const NodeRef& node, const IdentityReques
     return error;
 }
 
-/// The rotation of a joint becomes its orientation. Its place is what its parent sees, and stays.
-std::string freezeJoint(graph::Graph& graph, const NodeRef& joint, const IdentityRequest& request) {
-    const Vec3 scale = nodes::tripleAt(graph, joint->plug("scale"));
-    if (request.scale && !(scale == Vec3{1, 1, 1})) {
-        return "makeIdentity: " + graph.uniqueName(*joint) +
-               " is a scaled joint, which this host does not freeze. Set its scale to 1 first.";
-    }
-    if (!request.rotate) return {};
-    const Vec3 orient = geometry::decomposeTransform(ownRotation(graph, joint)).rotate;
-    std::string error = writeTriple(graph, joint, "jointOrient", orient);
-    for (const char* attribute : {"rotate", "rotateAxis"}) {
-        if (error.empty()) error = writeTriple(graph, joint, attribute, {});
-    }
-    return error;
-}
-
-/// Puts a matrix into the points of a shape.
-std::string freezeShape(graph::Graph& graph, const NodeRef& shape, const Matrix4& matrix) {
-    const nodes::MeshPtr mesh = nodes::meshOf(graph, shape);
-    if (mesh == nullptr) return {};
-    if (!shape->otherParents().empty())
-        return "makeIdentity: " + graph.uniqueName(*shape) + " is instanced and cannot be frozen.";
-    if (graph.source(shape->plug("inMesh"))) {
-        return "makeIdentity: " + graph.uniqueName(*shape) +
-               " has history. Delete it first: delete -constructionHistory.";
-    }
-    geometry::Mesh frozen = mesh->mesh;
-    for (int vertex = 0; vertex < frozen.vertexCount(); ++vertex)
-        frozen.setPoint(vertex, geometry::transformPoint(frozen.point(vertex), matrix));
-    nodes::setMesh(graph, shape, std::move(frozen));
-    return {};
-}
-
-/// Makes a transform the identity. Its pivots stay where they are.
-std::string freezeTransform(graph::Graph& graph, const NodeRef& node, const Matrix4& matrix) {
-    std::string error;
-    for (const char* pivot : {"rotatePivot", "scalePivot"}) {
-        const Vec3 moved = geometry::transformPoint(nodes::tripleAt(graph, node->plug(pivot)), matrix);
-        if (error.empty()) error = writeTriple(graph, node, pivot, moved);
-    }
-    for (const char* attribute :
-         {"translate", "rotate", "rotateAxis", "shear", "rotatePivotTranslate", "scalePivotTranslate"}) {
-        if (error.empty()) error = writeTriple(graph, node, attribute, {});
-    }
-    return error.empty() ? writeTriple(graph, node, "scale", {1, 1, 1}) : error;
-}
-
-/// Why a transform cannot be frozen as asked; empty if it can.
-std::string freezeProblem(graph::Graph& graph, const NodeRef& node, const IdentityRequest& request) {
-    const std::string name = graph.uniqueName(*node);
-    const auto isAt = [&](const char* attribute, const Vec3& value) {
-        return nodes::tripleAt(graph, node->plug(attribute)) == value;
-    };
-    if ((!request.translate && !isAt("translate", {})) || (!request.rotate && !isAt("rotate", {})) ||
-        (!request.scale && !isAt("scale", {1, 1, 1}))) {
-        return "makeIdentity: Freezing only a part of " + name +
-               " is not covered by this host. Freeze translation, rotation and scale together.";
-    }
-    if (!node->otherParents().empty()) return "makeIdentity: " + name + " is instanced and cannot be frozen.";
-    return {};
-}
-
-/// Freezes a hierarchy: each transform's matrix goes into the points below it.
-std::string freeze(graph::Graph& graph, const NodeRef& top, const IdentityRequest& request) {
-    std::vector<NodeRef> below;
-    graph::visitHierarchy(*top, [&](graph::Node& node) { below.push_back(node.ref()); });
-    std::unordered_map<const graph::Node*, Matrix4> frozen;
-    for (const NodeRef& node : below) {
-        const auto above = frozen.find(node->parent());
-        const Matrix4 parent = above != frozen.end() ? above->second : Matrix4();
-        std::string error;
-        if (node->isA("joint")) {
-            error = freezeJoint(graph, node, request);
-        } else if (node->isA("transform")) {
-            if (std::string problem = freezeProblem(graph, node, request); !problem.empty()) return problem;
-            const Matrix4 matrix = nodes::localMatrix(graph, node) * parent;
-            frozen.emplace(node.get(), matrix);
-            error = freezeTransform(graph, node, matrix);
-        } else if (node->isA("mesh") && above != frozen.end()) {
-            error = freezeShape(graph, node, parent);
-        }
-        if (!error.empty()) return error;
-    }
-    return {};
-}
-
 CommandResult makeIdentity(CommandContext& context, const ParsedArguments& arguments) {
     const Found<std::vector<NodeRef>> found = transformsOf(context, arguments, "makeIdentity");
     if (!found.ok()) return CommandResult::failure(found.error);
-    const IdentityRequest request = identityRequest(arguments);
+    const FreezeRequest request = identityRequest(arguments);
     for (const NodeRef& node : found.value) {
-        std::string error = arguments.boolean("apply") ? freeze(context.graph, node, request)
+        std::string error = arguments.boolean("apply") ? freezeTransforms(context.graph, node, request)
                                                        : reset(context.graph, node, request);
         if (!error.empty()) return CommandResult::failure(std::move(error));
     }
@@ -286,7 +185,7 @@ void registerPlacementCommands(mel::CommandRegistry& registry) {
     registry.add("makeIdentity", identity, makeIdentity);
 
     Syntax locator;
-    locator.flag("n", "name", {kText}).flag("p", "position", {kReal, kReal, kReal});
+    locator.flag("n", "name", {kText}).flag("p", "position", {kLength, kLength, kLength});
     locator.flag("a", "absolute").flag("r", "relative");
     registry.add("spaceLocator", locator, spaceLocator, "e edit q query");
 }

@@ -19,6 +19,7 @@ struct NumberFlag {
     const char* shortName;
     const char* longName;
     const char* attribute;
+    ArgumentType unit;
 };
 
 struct Primitive {
@@ -28,17 +29,17 @@ struct Primitive {
 };
 
 const std::vector<Primitive>& primitives() {
-    static const NumberFlag kRadius{"r", "radius", "radius"};
-    static const NumberFlag kWidth{"w", "width", "width"};
-    static const NumberFlag kHeight{"h", "height", "height"};
-    static const std::vector<NumberFlag> kRound{{"sa", "subdivisionsAxis", "subdivisionsAxis"},
-                                                {"sx", "subdivisionsX", "subdivisionsAxis"},
-                                                {"sh", "subdivisionsHeight", "subdivisionsHeight"},
-                                                {"sy", "subdivisionsY", "subdivisionsHeight"}};
-    static const std::vector<NumberFlag> kFlat{{"sw", "subdivisionsWidth", "subdivisionsWidth"},
-                                               {"sx", "subdivisionsX", "subdivisionsWidth"},
-                                               {"sh", "subdivisionsHeight", "subdivisionsHeight"},
-                                               {"sy", "subdivisionsY", "subdivisionsHeight"}};
+    static const NumberFlag kRadius{"r", "radius", "radius", kLength};
+    static const NumberFlag kWidth{"w", "width", "width", kLength};
+    static const NumberFlag kHeight{"h", "height", "height", kLength};
+    static const std::vector<NumberFlag> kRound{{"sa", "subdivisionsAxis", "subdivisionsAxis", kWhole},
+                                                {"sx", "subdivisionsX", "subdivisionsAxis", kWhole},
+                                                {"sh", "subdivisionsHeight", "subdivisionsHeight", kWhole},
+                                                {"sy", "subdivisionsY", "subdivisionsHeight", kWhole}};
+    static const std::vector<NumberFlag> kFlat{{"sw", "subdivisionsWidth", "subdivisionsWidth", kWhole},
+                                               {"sx", "subdivisionsX", "subdivisionsWidth", kWhole},
+                                               {"sh", "subdivisionsHeight", "subdivisionsHeight", kWhole},
+                                               {"sy", "subdivisionsY", "subdivisionsHeight", kWhole}};
     const auto with = [](std::vector<NumberFlag> flags, const std::vector<NumberFlag>& more) {
         flags.insert(flags.end(), more.begin(), more.end());
         return flags;
@@ -47,14 +48,15 @@ const std::vector<Primitive>& primitives() {
         {"polyCube", "pCube1",
          with({kWidth,
                kHeight,
-               {"d", "depth", "depth"},
-               {"sd", "subdivisionsDepth", "subdivisionsDepth"},
-               {"sz", "subdivisionsZ", "subdivisionsDepth"}},
+               {"d", "depth", "depth", kLength},
+               {"sd", "subdivisionsDepth", "subdivisionsDepth", kWhole},
+               {"sz", "subdivisionsZ", "subdivisionsDepth", kWhole}},
               kFlat)},
         {"polySphere", "pSphere1", with({kRadius}, kRound)},
         {"polyPlane", "pPlane1", with({kWidth, kHeight}, kFlat)},
         {"polyTorus", "pTorus1",
-         with({kRadius, {"sr", "sectionRadius", "sectionRadius"}, {"tw", "twist", "twist"}}, kRound)}};
+         with({kRadius, {"sr", "sectionRadius", "sectionRadius", kLength}, {"tw", "twist", "twist", kAngle}},
+              kRound)}};
     return kAll;
 }
 
@@ -147,10 +149,8 @@ CommandResult createPrimitive(CommandContext& context, const ParsedArguments& ar
 
 void registerPrimitive(mel::CommandRegistry& registry, const Primitive& primitive) {
     Syntax syntax;
-    for (const NumberFlag& flag : primitive.flags) {
-        const bool isWhole = std::string_view(flag.longName).substr(0, 12) == "subdivisions";
-        syntax.flag(flag.shortName, flag.longName, {isWhole ? kWhole : kReal});
-    }
+    for (const NumberFlag& flag : primitive.flags)
+        syntax.flag(flag.shortName, flag.longName, {flag.unit});
     syntax.flag("n", "name", {kText}).flag("ch", "constructionHistory", {kSwitch});
     // No command of this host reads texture coordinates, so any value of createUVs is accepted.
     syntax.flag("ax", "axis", {kReal, kReal, kReal}).flag("cuv", "createUVs", {kWhole});

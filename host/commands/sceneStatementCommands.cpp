@@ -10,6 +10,7 @@
 #include "scene/sceneSession.h"
 #include "scene/sceneUnits.h"
 #include "scene/words.h"
+#include "text/units.h"
 
 namespace host::commands {
 
@@ -110,7 +111,7 @@ CommandResult currentUnit(CommandContext& context, const ParsedArguments& argume
     const std::tuple<const char*, const char*, std::string> units[] = {
         {"linear", "-l", "cm"},
         {"angle", "-a", "deg"},
-        {"time", "-t", scene::timeUnitName(wanted.framesPerSecond)}};
+        {"time", "-t", text::timeUnitName(wanted.framesPerSecond)}};
     for (const auto& [flag, statementFlag, now] : units) {
         if (!arguments.isSet(flag)) continue;
         if (arguments.isQuery()) return CommandResult::success(now);

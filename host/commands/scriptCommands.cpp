@@ -80,6 +80,12 @@ const char* typeName(ArgumentType type) {
             return "UnsignedInt";
         case ArgumentType::Double:
             return "Float";
+        case ArgumentType::Distance:
+            return "Length";
+        case ArgumentType::Angle:
+            return "Angle";
+        case ArgumentType::Time:
+            return "Time";
         case ArgumentType::String:
             break;
     }

@@ -3,6 +3,7 @@
 
 #include "commands/commands.h"
 #include "commands/meshSupport.h"
+#include "commands/skinClusterEdit.h"
 #include "commands/skinSupport.h"
 #include "nodes/transformNode.h"
 
@@ -11,11 +12,6 @@ namespace host::commands {
 namespace {
 
 using graph::NodeRef;
-using nodes::WeightRole;
-
-std::string prefixed(const std::string& error) {
-    return error.empty() ? error : "skinCluster: " + error;
-}
 
 // Create.
 
@@ -71,46 +67,23 @@ Found<Binding> bindingOf(CommandContext& context, const ParsedArguments& argumen
     return binding;
 }
 
-/// Checks the flags that create and edit share.
-std::string methodObstacle(const ParsedArguments& arguments) {
-    if (arguments.integer("bindMethod") != 0)
-        return "Bind methods other than closest distance (0) are not covered.";
-    if (arguments.integer("skinMethod") != 0)
-        return "Skinning methods other than classic linear (0) are not covered.";
-    if (arguments.isSet("maximumInfluences") && arguments.integer("maximumInfluences") < 1)
-        return "At least one influence must be allowed.";
-    const int normalization = arguments.integer("normalizeWeights");
-    if (normalization < 0 || normalization > 2) return "-normalizeWeights takes 0, 1 or 2.";
-    return {};
-}
-
-/// Sets the settings that are attributes of the node.
-void setSettings(graph::Graph& graph, const NodeRef& skinCluster, const ParsedArguments& arguments) {
-    const auto set = [&](const char* flag, const char* attribute, double value) {
-        if (arguments.isSet(flag)) graph.setNumber(skinCluster->plug(attribute), value);
-    };
-    set("normalizeWeights", "normalizeWeights", arguments.integer("normalizeWeights"));
-    set("maximumInfluences", "maxInfluences", arguments.integer("maximumInfluences"));
-    set("obeyMaxInfluences", "maintainMaxInfluences", arguments.boolean("obeyMaxInfluences") ? 1.0 : 0.0);
-}
-
 CommandResult create(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
-    for (const char* flag :
-         {"addInfluence", "removeInfluence", "influence", "lockWeights", "weight", "forceNormalizeWeights"}) {
+    for (const char* flag : {"addInfluence", "removeInfluence", "influence", "lockWeights", "weight",
+                             "forceNormalizeWeights", "selectInfluenceVerts", "unbind", "useGeometry"}) {
         if (arguments.isSet(flag))
             return CommandResult::failure(std::string("skinCluster: -") + flag + " needs -edit.");
     }
     Found<std::string> name;
     if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
-    const std::string obstacle = methodObstacle(arguments);
-    if (!obstacle.empty()) return CommandResult::failure(prefixed(obstacle));
+    std::string obstacle = skinSettingsObstacle(arguments);
+    if (!obstacle.empty()) return CommandResult::failure(std::move(obstacle));
     const Found<Binding> binding = bindingOf(context, arguments);
-    if (!binding.ok()) return CommandResult::failure(prefixed(binding.error));
+    if (!binding.ok()) return CommandResult::failure("skinCluster: " + binding.error);
     const NodeRef& shape = binding.value.shape;
     const Found<nodes::MeshPtr> mesh = evaluatedMesh(graph, shape);
-    if (!mesh.ok()) return CommandResult::failure(prefixed(mesh.error));
+    if (!mesh.ok()) return CommandResult::failure("skinCluster: " + mesh.error);
     if (const NodeRef present = nodes::skinClusterOf(graph, shape))
         return CommandResult::failure("skinCluster: " + graph.uniqueName(*shape) + " is bound already, by " +
                                       present->name() + '.');
@@ -118,9 +91,10 @@ CommandResult create(CommandContext& context, const ParsedArguments& arguments) 
     options.maxInfluences = arguments.integer("maximumInfluences", options.maxInfluences);
     options.keepsMaxInfluences = arguments.boolean("obeyMaxInfluences", options.keepsMaxInfluences);
     options.dropoff = arguments.number("dropoffRate", options.dropoff);
+    options.leavesOutUnused = arguments.boolean("removeUnusedInfluence");
     const NodeRef skinCluster =
         nodes::createSkinCluster(graph, shape, binding.value.influences, options, name.value);
-    setSettings(graph, skinCluster, arguments);
+    setSkinSettings(graph, skinCluster, arguments);
     return CommandResult::success(std::vector<std::string>{skinCluster->name()});
 }
 
@@ -140,22 +114,15 @@ std::vector<std::string> influenceNames(graph::Graph& graph, const NodeRef& skin
     return uniqueNames(graph, influences);
 }
 
-/// Logical index of an influence by name.
-Found<int> namedInfluence(const graph::Graph& graph, const NodeRef& skinCluster, const std::string& name) {
-    const Found<NodeRef> node = findOneNode(graph, name);
-    if (!node.ok()) return {-1, node.error};
-    const int index = nodes::influenceIndex(skinCluster, node.value);
-    if (index < 0) return {-1, "skinCluster: " + name + " is no influence of " + skinCluster->name() + '.'};
-    return {index, {}};
-}
-
 /// @param influence  the argument of -influence; empty if none
 CommandResult query(graph::Graph& graph, const NodeRef& skinCluster, const ParsedArguments& arguments,
                     const std::string& influence) {
     const auto number = [&](const char* attribute) { return graph.number(skinCluster->plug(attribute)); };
-    if (arguments.isSet("lockWeights")) {
+    if (arguments.isSet("lockWeights") || (arguments.isSet("dropoffRate") && !influence.empty())) {
         const Found<int> index = namedInfluence(graph, skinCluster, influence);
         if (!index.ok()) return CommandResult::failure(index.error);
+        if (arguments.isSet("dropoffRate"))
+            return CommandResult::success(graph.number(skinCluster->plug("dropoff").element(index.value)));
         return CommandResult::success(nodes::isInfluenceLocked(graph, skinCluster, index.value));
     }
     if (arguments.isSet("influence") || arguments.isSet("weightedInfluence"))
@@ -172,6 +139,8 @@ CommandResult query(graph::Graph& graph, const NodeRef& skinCluster, const Parse
         return CommandResult::success(static_cast<int>(number("maxInfluences")));
     if (arguments.isSet("obeyMaxInfluences"))
         return CommandResult::success(number("maintainMaxInfluences") != 0.0);
+    if (arguments.isSet("weightDistribution"))
+        return CommandResult::success(static_cast<int>(number("weightDistribution")));
     if (arguments.isSet("skinMethod"))
         return CommandResult::success(static_cast<int>(number("skinningMethod")));
     if (arguments.isSet("bindMethod")) return CommandResult::success(0);
@@ -183,103 +152,11 @@ CommandResult query(graph::Graph& graph, const NodeRef& skinCluster, const Parse
     return CommandResult::failure("skinCluster: No flag says what to report.");
 }
 
-// Edit.
-
-/// Gives a new influence its weights: the same one everywhere, or by distance as when binding.
-void weighInfluence(graph::Graph& graph, const NodeRef& skinCluster, int index,
-                    const ParsedArguments& arguments) {
-    const nodes::BindPose pose = nodes::bindPoseOf(graph, skinCluster);
-    const int maximum = static_cast<int>(graph.number(skinCluster->plug("maxInfluences")));
-    WeightEditor editor(graph, skinCluster, true);
-    const auto& influences = editor.influences();
-    const auto position = static_cast<std::size_t>(
-        std::lower_bound(influences.begin(), influences.end(), index) - influences.begin());
-    for (int vertex = 0; vertex < static_cast<int>(pose.vertices.size()); ++vertex) {
-        std::vector<double> weights = editor.weights(vertex);
-        std::vector<WeightRole> roles(weights.size(), WeightRole::Free);
-        weights[position] =
-            arguments.isSet("weight")
-                ? arguments.number("weight")
-                : nodes::closestWeights(pose.distances(vertex), pose.dropoff, maximum)[position];
-        roles[position] = WeightRole::Given;
-        if (weights[position] != 0.0) editor.set(vertex, std::move(weights), std::move(roles));
-    }
-    editor.write();
-}
-
-std::string addInfluence(graph::Graph& graph, const NodeRef& skinCluster, const std::string& name,
-                         const ParsedArguments& arguments) {
-    const Found<NodeRef> node = findOneNode(graph, name);
-    if (!node.ok()) return node.error;
-    if (!node.value->isA("transform") || graph.shapeOf(node.value) != nullptr)
-        return "skinCluster: Influences other than joints and empty transforms are not covered.";
-    if (nodes::influenceIndex(skinCluster, node.value) >= 0)
-        return "skinCluster: " + name + " is an influence of " + skinCluster->name() + " already.";
-    const int index = nodes::addInfluence(graph, skinCluster, node.value);
-    weighInfluence(graph, skinCluster, index, arguments);
-    if (arguments.isSet("lockWeights"))
-        nodes::setInfluenceLocked(graph, skinCluster, index, arguments.boolean("lockWeights"));
-    return {};
-}
-
-std::string removeInfluence(graph::Graph& graph, const NodeRef& skinCluster, const std::string& name) {
-    const Found<int> index = namedInfluence(graph, skinCluster, name);
-    if (!index.ok()) return index.error;
-    if (nodes::influencesOf(skinCluster).size() == 1)
-        return "skinCluster: The last influence cannot be removed.";
-    nodes::removeInfluence(graph, skinCluster, index.value);
-    return {};
-}
-
-void normalizeAll(graph::Graph& graph, const NodeRef& skinCluster) {
-    WeightEditor editor(graph, skinCluster, true);
-    for (const int vertex : nodes::weightRows(skinCluster).vertices) {
-        std::vector<double> weights = editor.weights(vertex);
-        std::vector<WeightRole> roles(weights.size(), WeightRole::Free);
-        editor.set(vertex, std::move(weights), std::move(roles));
-    }
-    editor.write();
-}
-
-std::string lockInfluence(graph::Graph& graph, const NodeRef& skinCluster, const ParsedArguments& arguments,
-                          const std::string& influence) {
-    if (influence.empty()) return "skinCluster: -lockWeights needs -influence to say whose.";
-    const Found<int> index = namedInfluence(graph, skinCluster, influence);
-    if (index.ok())
-        nodes::setInfluenceLocked(graph, skinCluster, index.value, arguments.boolean("lockWeights"));
-    return index.error;
-}
-
-CommandResult edit(graph::Graph& graph, const NodeRef& skinCluster, const ParsedArguments& arguments,
-                   const std::string& influence) {
-    std::string error = prefixed(methodObstacle(arguments));
-    for (const char* flag : {"name", "toSelectedBones", "dropoffRate", "bindMethod"}) {
-        if (error.empty() && arguments.isSet(flag))
-            error = std::string("skinCluster: -") + flag + " cannot be edited.";
-    }
-    if (error.empty()) setSettings(graph, skinCluster, arguments);
-    for (int use = 0; use < arguments.uses("addInfluence") && error.empty(); ++use)
-        error =
-            addInfluence(graph, skinCluster, arguments.values("addInfluence", use)[0].toString(), arguments);
-    // With new influences, a lock is meant for these.
-    if (error.empty() && arguments.isSet("lockWeights") && !arguments.isSet("addInfluence"))
-        error = lockInfluence(graph, skinCluster, arguments, influence);
-    for (int use = 0; use < arguments.uses("removeInfluence") && error.empty(); ++use)
-        error = removeInfluence(graph, skinCluster, arguments.values("removeInfluence", use)[0].toString());
-    if (error.empty() && arguments.isSet("forceNormalizeWeights")) normalizeAll(graph, skinCluster);
-    return error.empty() ? CommandResult::success() : CommandResult::failure(error);
-}
-
 /// The skin cluster of an edit or a query: the named one, or the one that deforms the named object.
 Found<NodeRef> namedSkinCluster(graph::Graph& graph, const std::vector<std::string>& words) {
     if (words.size() != 1) return {nullptr, "skinCluster: Exactly one skin cluster must be given."};
     Found<NodeRef> node = findOneNode(graph, words.front());
-    if (!node.ok() || node.value->isA("skinCluster")) return node;
-    const NodeRef shape = graph.shapeOf(node.value);
-    const NodeRef skin =
-        shape != nullptr && shape->isA("mesh") ? nodes::skinClusterOf(graph, shape) : nullptr;
-    if (skin == nullptr) return {nullptr, "skinCluster: " + words.front() + " has no skin cluster."};
-    return {skin, {}};
+    return node.ok() ? skinClusterFor(graph, node.value, "skinCluster") : node;
 }
 
 CommandResult skinCluster(CommandContext& context, const ParsedArguments& arguments) {
@@ -292,8 +169,9 @@ CommandResult skinCluster(CommandContext& context, const ParsedArguments& argume
         words = {std::exchange(influence, {})};
     const Found<NodeRef> node = namedSkinCluster(context.graph, words);
     if (!node.ok()) return CommandResult::failure(node.error);
-    return arguments.isQuery() ? query(context.graph, node.value, arguments, influence)
-                               : edit(context.graph, node.value, arguments, influence);
+    if (arguments.isQuery()) return query(context.graph, node.value, arguments, influence);
+    std::string error = editSkinCluster(context.graph, node.value, arguments, influence);
+    return error.empty() ? CommandResult::success() : CommandResult::failure(std::move(error));
 }
 
 }  // namespace
@@ -307,18 +185,24 @@ void registerSkinClusterCommand(mel::CommandRegistry& registry) {
     syntax.multiUseFlag("ri", "removeInfluence", {kText}).flag("inf", "influence", {kText});
     syntax.flag("lw", "lockWeights", {kSwitch}).flag("wt", "weight", {kReal});
     syntax.flag("fnw", "forceNormalizeWeights", {kSwitch}).flag("wi", "weightedInfluence");
-    syntax.flag("g", "geometry").makeQueryWithArguments("influence");
+    syntax.flag("g", "geometry").flag("wd", "weightDistribution", {kWhole});
+    syntax.flag("rui", "removeUnusedInfluence", {kSwitch}).flag("siv", "selectInfluenceVerts", {kText});
+    syntax.flag("ub", "unbind");
+    // Nothing to do for these: joints may be bound and added in any pose, the closest ones are found whatever
+    // their hierarchy, no matrix is cached, and no influence has a surface.
+    syntax.flag("ibp", "ignoreBindPose", {kSwitch}).flag("ih", "ignoreHierarchy");
+    syntax.flag("rbm", "recacheBindMatrices").flag("ug", "useGeometry");
+    syntax.flag("ps", "polySmoothness", {kReal}).flag("ns", "nurbsSamples", {kWhole});
+    syntax.makeQueryWithArguments("influence");
     syntax.enableQuery().enableEdit().objects(ObjectKind::Strings);
     registry.add(
         "skinCluster", syntax, skinCluster,
         "af after ar afterReference bf before bsh baseShape ch cn cp colorJoints cj dt deformerTools "
         "df dropoff ex exclusive foc frontOfChain gi geometryIndices hmf heatmapFalloff ihs "
-        "includeHiddenSelections ibp ignoreBindPose ih ignoreHierarchy ig ignoreSelected jra "
-        "jointRadius mjm moveJointsMode multi ns nurbsSamples par parallel pr prune ps "
-        "polySmoothness rag recacheBindMatrices rbm remapBase rui removeUnusedInfluence siv "
-        "selectInfluenceVerts smt smoothWeights smx smoothWeightsMaxIterations sw split ss suppress "
-        "tst toSkeletonAndTransforms ub unbind ubk unbindKeepHistory ug useGeometry uct "
-        "useComponentTags vdt voldeform wd weightDistribution");
+        "includeHiddenSelections ig ignoreSelected jra jointRadius mjm moveJointsMode multi par "
+        "parallel pr prune rag remapBase smt smoothWeights smx smoothWeightsMaxIterations sw split "
+        "ss suppress tst toSkeletonAndTransforms ubk unbindKeepHistory uct useComponentTags vdt "
+        "voldeform");
 }
 
 }  // namespace host::commands

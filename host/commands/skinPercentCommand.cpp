@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <iterator>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -99,18 +101,29 @@ std::vector<double> meanWeights(const Request& request, const WeightEditor& edit
 
 CommandResult query(graph::Graph& graph, const Request& request, const ParsedArguments& arguments) {
     const WeightEditor editor(graph, request.skinCluster, false);
-    std::vector<double> weights = meanWeights(request, editor);
+    const std::vector<double> weights = meanWeights(request, editor);
     if (!request.transform.empty()) {
         const Found<std::size_t> position = influencePosition(graph, request, editor, request.transform);
         if (!position.ok()) return CommandResult::failure(position.error);
         return CommandResult::success(weights[position.value]);
     }
-    if (arguments.isSet("value")) return CommandResult::success(std::move(weights));
+    // Nothing is left out without -ignoreBelow, not even weights below 0.
+    const auto isShown = [&](double weight) {
+        return !arguments.isSet("ignoreBelow") || weight > arguments.number("ignoreBelow");
+    };
+    if (arguments.isSet("value")) {
+        std::vector<double> shown;
+        std::copy_if(weights.begin(), weights.end(), std::back_inserter(shown), isShown);
+        return CommandResult::success(std::move(shown));
+    }
     if (!arguments.isSet("transform"))
         return CommandResult::failure("skinPercent: Only -transform and -value can be queried.");
     std::vector<NodeRef> influences;
-    for (const nodes::Influence& influence : nodes::influencesOf(request.skinCluster))
-        influences.push_back(influence.node);
+    for (const nodes::Influence& influence : nodes::influencesOf(request.skinCluster)) {
+        const auto& indices = editor.influences();
+        const auto at = std::lower_bound(indices.begin(), indices.end(), influence.index) - indices.begin();
+        if (isShown(weights[static_cast<std::size_t>(at)])) influences.push_back(influence.node);
+    }
     return CommandResult::success(uniqueNames(graph, influences));
 }
 
@@ -123,26 +136,59 @@ struct Change {
     bool zeroesOthers = false;
     bool normalizes = true;
     std::optional<double> pruneBelow{};
+    std::vector<std::size_t> moves{};           // from the first position to the others, in equal parts
+    std::optional<nodes::BindPose> defaults{};  // the weights of binding come first
+    int maxInfluences = 0;                      // of these
 };
 
-Found<Change> changeOf(const graph::Graph& graph, const Request& request, const WeightEditor& editor,
+Found<Change> changeOf(graph::Graph& graph, const Request& request, const WeightEditor& editor,
                        const ParsedArguments& arguments) {
     Change change;
     change.isRelative = arguments.boolean("relative");
     change.zeroesOthers = arguments.boolean("zeroRemainingInfluences");
     change.normalizes = arguments.boolean("normalize", true);
     if (arguments.isSet("pruneWeights")) change.pruneBelow = arguments.number("pruneWeights");
+    if (arguments.isSet("resetToDefault")) change.defaults = nodes::bindPoseOf(graph, request.skinCluster);
+    change.maxInfluences = static_cast<int>(graph.number(request.skinCluster->plug("maxInfluences")));
     for (int use = 0; use < arguments.uses("transformValue"); ++use) {
         const std::vector<Value>& words = arguments.values("transformValue", use);
         const Found<std::size_t> position = influencePosition(graph, request, editor, words[0].toString());
         if (!position.ok()) return {{}, position.error};
         change.values.emplace_back(position.value, words[1].toFloat());
     }
+    for (int use = 0; use < arguments.uses("transformMoveWeights"); ++use) {
+        const std::string name = arguments.values("transformMoveWeights", use)[0].toString();
+        const Found<std::size_t> position = influencePosition(graph, request, editor, name);
+        if (!position.ok()) return {{}, position.error};
+        change.moves.push_back(position.value);
+    }
+    if (change.moves.size() == 1)
+        return {{}, "skinPercent: -transformMoveWeights needs a source and at least one target."};
     return {std::move(change), {}};
 }
 
+/// The weights of binding, without the locked influences.
+std::vector<double> defaultWeights(const Change& change, int vertex, const WeightEditor& editor) {
+    std::vector<double> distances = change.defaults->distances(vertex);
+    for (std::size_t k = 0; k < distances.size(); ++k) {
+        if (editor.isLocked(k)) distances[k] = std::numeric_limits<double>::infinity();
+    }
+    return nodes::closestWeights(distances, change.defaults->dropoff, change.maxInfluences);
+}
+
+void moveWeights(const std::vector<std::size_t>& moves, std::vector<double>& weights,
+                 std::vector<WeightRole>& roles) {
+    const double part = weights[moves.front()] / static_cast<double>(moves.size() - 1);
+    weights[moves.front()] = 0.0;
+    for (const std::size_t position : moves)
+        roles[position] = WeightRole::Given;
+    for (std::size_t k = 1; k < moves.size(); ++k)
+        weights[moves[k]] += part;
+}
+
 void apply(const Change& change, int vertex, WeightEditor& editor) {
-    const std::vector<double> present = editor.weights(vertex);
+    const std::vector<double> present =
+        change.defaults ? defaultWeights(change, vertex, editor) : editor.weights(vertex);
     std::vector<double> weights = present;
     std::vector<WeightRole> roles(weights.size(), WeightRole::Free);
     if (change.pruneBelow) {
@@ -155,6 +201,9 @@ void apply(const Change& change, int vertex, WeightEditor& editor) {
         std::fill(weights.begin(), weights.end(), 0.0);
         std::fill(roles.begin(), roles.end(), WeightRole::Locked);
     }
+    // A locked source keeps its weight, so it has none to give.
+    if (!change.moves.empty() && !editor.isLocked(change.moves.front()))
+        moveWeights(change.moves, weights, roles);
     for (const auto& [position, value] : change.values) {
         const double wanted = change.isRelative ? present[position] + value : value;
         weights[position] = change.normalizes ? std::clamp(wanted, 0.0, 1.0) : wanted;
@@ -181,8 +230,9 @@ CommandResult skinPercent(CommandContext& context, const ParsedArguments& argume
         return CommandResult::failure("skinPercent: -transform can only be queried.");
     if (!arguments.isQuery() && arguments.isSet("value"))
         return CommandResult::failure("skinPercent: -value can only be queried.");
-    const bool changesAnything =
-        arguments.isSet("transformValue") || arguments.isSet("normalize") || arguments.isSet("pruneWeights");
+    const bool changesAnything = arguments.isSet("transformValue") || arguments.isSet("normalize") ||
+                                 arguments.isSet("pruneWeights") || arguments.isSet("resetToDefault") ||
+                                 arguments.isSet("transformMoveWeights");
     if (!arguments.isQuery() && !changesAnything)
         return CommandResult::failure("skinPercent: No flag says what to change.");
     const Found<Request> request = requestOf(context, arguments);
@@ -198,10 +248,12 @@ void registerSkinPercentCommand(mel::CommandRegistry& registry) {
     syntax.multiUseFlag("tv", "transformValue", {kText, kReal}).flag("nrm", "normalize", {kSwitch});
     syntax.flag("r", "relative", {kSwitch}).flag("zri", "zeroRemainingInfluences", {kSwitch});
     syntax.flag("prw", "pruneWeights", {kReal}).flag("v", "value").flag("t", "transform", {kText});
+    syntax.flag("ib", "ignoreBelow", {kReal}).flag("rtd", "resetToDefault");
+    syntax.multiUseFlag("tmw", "transformMoveWeights", {kText});
     syntax.makeQueryWithArguments("transform");
+    syntax.makeQueryWithArguments("ignoreBelow");
     syntax.enableQuery().objects(ObjectKind::Strings);
-    registry.add("skinPercent", syntax, skinPercent,
-                 "ib ignoreBindPose rtd resetToDefault tmw transformMoveWeights e edit");
+    registry.add("skinPercent", syntax, skinPercent, "e edit");
 }
 
 }  // namespace host::commands

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "nodes/deformers.h"
+
 namespace host::commands {
 
 using nodes::WeightRole;
@@ -17,6 +19,8 @@ WeightEditor::WeightEditor(graph::Graph& graph, graph::NodeRef skinCluster, bool
     const bool isLimited = graph.number(skinCluster_->plug("maintainMaxInfluences")) != 0.0;
     const double maximum = std::max(1.0, graph.number(skinCluster_->plug("maxInfluences")));
     maxInfluences_ = isLimited ? static_cast<std::size_t>(maximum) : influences_.size();
+    const bool asksNeighbours = graph.number(skinCluster_->plug("weightDistribution")) == 1.0;
+    if (normalizes_ && asksNeighbours) neighbourhood_ = nodes::undeformedMesh(graph, skinCluster_, 0);
 }
 
 std::vector<double> WeightEditor::weights(int vertex) const {
@@ -33,6 +37,23 @@ std::vector<double> WeightEditor::weights(int vertex) const {
 std::vector<double> WeightEditor::distances(int vertex) {
     if (!pose_) pose_ = nodes::bindPoseOf(graph_, skinCluster_);
     return pose_->distances(vertex);
+}
+
+/// If nothing but weights of 0 could take what given weights leave, these get the sums of the neighbours'
+/// stored weights, in whose proportion they share it. Where those are 0 too, distances decide.
+void WeightEditor::fillFromNeighbours(int vertex, std::vector<double>& weights,
+                                      const std::vector<WeightRole>& roles) const {
+    const bool isGiven = std::find(roles.begin(), roles.end(), WeightRole::Given) != roles.end();
+    if (!isGiven || vertex >= neighbourhood_->mesh.vertexCount()) return;
+    for (std::size_t k = 0; k < weights.size(); ++k) {
+        if (roles[k] == WeightRole::Free && weights[k] != 0.0) return;
+    }
+    for (const int neighbour : neighbourhood_->mesh.topology().vertexNeighbours(vertex)) {
+        const std::vector<double> beside = this->weights(neighbour);
+        for (std::size_t k = 0; k < weights.size(); ++k) {
+            if (roles[k] == WeightRole::Free) weights[k] += beside[k];
+        }
+    }
 }
 
 /// Removes the smallest weights beyond the maximum number, first those that were not given. All weights of 0
@@ -72,6 +93,7 @@ void WeightEditor::set(int vertex, std::vector<double> weights, std::vector<Weig
     }
     const auto normalize = [&] {
         if (!normalizes_) return;
+        if (neighbourhood_ != nullptr) fillFromNeighbours(vertex, weights, roles);
         isKept_ = nodes::normalizeWeights(weights, roles, [&] { return distances(vertex); }) && isKept_;
     };
     normalize();
@@ -93,6 +115,16 @@ Found<graph::NodeRef> findSkinCluster(const graph::Graph& graph, const std::stri
     Found<graph::NodeRef> node = findOneNode(graph, name);
     if (node.ok() && !node.value->isA("skinCluster")) return {nullptr, '\'' + name + "' is no skinCluster."};
     return node;
+}
+
+Found<graph::NodeRef> skinClusterFor(graph::Graph& graph, const graph::NodeRef& node,
+                                     const std::string& command) {
+    if (node->isA("skinCluster")) return {node, {}};
+    const graph::NodeRef shape = graph.shapeOf(node);
+    graph::NodeRef skin =
+        shape != nullptr && shape->isA("mesh") ? nodes::skinClusterOf(graph, shape) : nullptr;
+    if (skin == nullptr) return {nullptr, command + ": " + graph.uniqueName(*node) + " has no skin cluster."};
+    return {std::move(skin), {}};
 }
 
 }  // namespace host::commands

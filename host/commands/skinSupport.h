@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "commands/commandSupport.h"
+#include "nodes/meshData.h"
 #include "nodes/skinClusterNode.h"
 #include "nodes/skinWeights.h"
 
@@ -34,6 +35,8 @@ class WeightEditor {
 
   private:
     std::vector<double> distances(int vertex);
+    void fillFromNeighbours(int vertex, std::vector<double>& weights,
+                            const std::vector<nodes::WeightRole>& roles) const;
     bool limit(std::vector<double>& weights, std::vector<nodes::WeightRole>& roles);
 
     graph::Graph& graph_;
@@ -43,11 +46,15 @@ class WeightEditor {
     std::vector<int> influences_;
     std::vector<bool> locked_;
     std::optional<nodes::BindPose> pose_;
+    nodes::MeshPtr neighbourhood_;  // null unless free weights come from those of neighbours
     nodes::WeightRows rows_;
     bool isKept_ = true;
 };
 
 /// The skinCluster with a name.
 Found<graph::NodeRef> findSkinCluster(const graph::Graph& graph, const std::string& name);
+/// A skinCluster itself, or the one that deforms a mesh or a mesh's transform.
+Found<graph::NodeRef> skinClusterFor(graph::Graph& graph, const graph::NodeRef& node,
+                                     const std::string& command);
 
 }  // namespace host::commands

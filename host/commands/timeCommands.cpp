@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "commands/commandSupport.h"
@@ -14,23 +15,24 @@ namespace host::commands {
 
 namespace {
 
-constexpr graph::ValueKind kTime = graph::ValueKind::Time;
+constexpr graph::ValueKind kTimeKind = graph::ValueKind::Time;
 
 CommandResult currentTime(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
     if (arguments.isQuery())
-        return CommandResult::success(toScriptUnit(graph, kTime, nodes::currentTime(graph)));
+        return CommandResult::success(toScriptUnit(graph, kTimeKind, nodes::currentTime(graph)));
     // -update says whether what depends on the time is brought up to date at once. Without a view this
     // happens when something is read, in either case.
     if (arguments.objects().empty()) return CommandResult::failure("currentTime: A time must be given.");
-    const Value& wanted = arguments.objects().front();
-    if (!wanted.isNumber() || !std::isfinite(wanted.toFloat()))
-        return CommandResult::failure("currentTime: '" + wanted.toString() + "' is no time.");
+    const Value& word = arguments.objects().front();
+    const std::optional<double> wanted = mel::numberOf(word, kTime, graph.framesPerSecond());
+    if (!wanted || !std::isfinite(*wanted))
+        return CommandResult::failure("currentTime: '" + word.toString() + "' is no time.");
     const graph::Plug plug = nodes::timePlug(graph);
     if (isLocked(plug) || hasSource(graph, plug))
         return CommandResult::failure("currentTime: " + graph.plugName(plug) + " is locked or connected.");
-    nodes::setCurrentTime(graph, fromScriptUnit(graph, kTime, wanted.toFloat()));
-    return CommandResult::success(toScriptUnit(graph, kTime, nodes::currentTime(graph)));
+    nodes::setCurrentTime(graph, fromScriptUnit(graph, kTimeKind, *wanted));
+    return CommandResult::success(toScriptUnit(graph, kTimeKind, nodes::currentTime(graph)));
 }
 
 /// How the scene would play: the times, in frames, between which it does, those of the whole animation, and
@@ -51,14 +53,15 @@ constexpr struct {
     const char* shortName;
     const char* longName;
     double Playback::*number;
+    ArgumentType type;
 } kNumberFlags[] = {
-    {"min", "minTime", &Playback::minTime},
-    {"max", "maxTime", &Playback::maxTime},
-    {"ast", "animationStartTime", &Playback::animationStartTime},
-    {"aet", "animationEndTime", &Playback::animationEndTime},
-    {"by", "", &Playback::by},
-    {"ps", "playbackSpeed", &Playback::playbackSpeed},
-    {"mps", "maxPlaybackSpeed", &Playback::maxPlaybackSpeed},
+    {"min", "minTime", &Playback::minTime, kTime},
+    {"max", "maxTime", &Playback::maxTime, kTime},
+    {"ast", "animationStartTime", &Playback::animationStartTime, kTime},
+    {"aet", "animationEndTime", &Playback::animationEndTime, kTime},
+    {"by", "", &Playback::by, kReal},
+    {"ps", "playbackSpeed", &Playback::playbackSpeed, kReal},
+    {"mps", "maxPlaybackSpeed", &Playback::maxPlaybackSpeed, kReal},
 };
 
 constexpr struct {
@@ -118,7 +121,7 @@ void registerTimeCommands(mel::CommandRegistry& registry) {
 
     Syntax playing;
     for (const auto& flag : kNumberFlags)
-        playing.flag(flag.shortName, flag.longName, {kReal});
+        playing.flag(flag.shortName, flag.longName, {flag.type});
     for (const auto& flag : kChoiceFlags)
         playing.flag(flag.shortName, flag.longName, {kText});
     // Only playing could be blocked.

@@ -2,7 +2,9 @@
 
 #include <cmath>
 
+#include "graph/instances.h"
 #include "nodes/plugs.h"
+#include "nodes/sets.h"
 #include "nodes/transformNode.h"
 
 namespace host::commands {
@@ -34,6 +36,19 @@ Vec3 nearestAngles(const Matrix4& rotation, geometry::RotateOrder order, const V
 
 }  // namespace
 
+Placed Placed::parent() const {
+    const graph::Instance& above = graph::upwards(graph::SelectionItem{node, {}, {}, path}).at(1);
+    return graph::SelectionItem{above.node->ref(), {}, {}, above.number};
+}
+
+Matrix4 worldMatrix(graph::Graph& graph, const Placed& node) {
+    return nodes::worldMatrix(graph, node.node, node.path);
+}
+
+Matrix4 parentMatrix(graph::Graph& graph, const Placed& node) {
+    return nodes::parentMatrix(graph, node.node, node.path);
+}
+
 Vec3 completed(const AxisValues& values, const Vec3& fallback) {
     return {values[0].value_or(fallback.x), values[1].value_or(fallback.y), values[2].value_or(fallback.z)};
 }
@@ -58,11 +73,11 @@ std::string writeTriple(graph::Graph& graph, const graph::NodeRef& transform, co
     return {};
 }
 
-Matrix4 worldToParent(graph::Graph& graph, const graph::NodeRef& transform) {
-    return nodes::parentMatrix(graph, transform).inverse().matrix;
+Matrix4 worldToParent(graph::Graph& graph, const Placed& transform) {
+    return parentMatrix(graph, transform).inverse().matrix;
 }
 
-std::string moveInWorld(graph::Graph& graph, const graph::NodeRef& transform, const Vec3& offset) {
+std::string moveInWorld(graph::Graph& graph, const Placed& transform, const Vec3& offset) {
     const Vec3 present = nodes::tripleAt(graph, transform->plug("translate"));
     const Vec3 local = geometry::transformVector(offset, worldToParent(graph, transform));
     return writeTriple(graph, transform, "translate", present + local);
@@ -75,9 +90,8 @@ Matrix4 ownRotation(graph::Graph& graph, const graph::NodeRef& transform) {
            geometry::rotationMatrix(parts.jointOrient);
 }
 
-Matrix4 parentRotation(graph::Graph& graph, const graph::NodeRef& transform) {
-    const geometry::TransformParts parts =
-        geometry::decomposeTransform(nodes::parentMatrix(graph, transform));
+Matrix4 parentRotation(graph::Graph& graph, const Placed& transform) {
+    const geometry::TransformParts parts = geometry::decomposeTransform(parentMatrix(graph, transform));
     return geometry::rotationMatrix(parts.rotate);
 }
 
@@ -88,8 +102,14 @@ std::string setOwnRotation(graph::Graph& graph, const graph::NodeRef& transform,
     return writeTriple(graph, transform, "rotate", nearestAngles(plain, parts.rotateOrder, parts.rotate));
 }
 
-void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* parent, bool isRelative) {
-    const bool keepsPlace = !isRelative && node->isA("transform");
+void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* from, graph::Node* parent,
+               bool isRelative) {
+    if (from != node->parent()) {
+        graph.removeInstance(*node, from);
+        graph.addInstance(*node, parent);
+        return;
+    }
+    const bool keepsPlace = !isRelative && node->isA("transform") && node->otherParents().empty();
     const Matrix4 world = keepsPlace ? nodes::worldMatrix(graph, node) : Matrix4();
     graph.reparent(*node, parent);
     nodes::compensateParentScale(graph, node);
@@ -100,16 +120,27 @@ void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* par
         nodes::setLocalMatrix(graph, node, local);
 }
 
-Vec3 rotatePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform) {
-    const geometry::TransformParts parts = nodes::transformParts(graph, transform);
-    return geometry::transformPoint(parts.rotatePivot + parts.rotatePivotTranslate + parts.translate,
-                                    nodes::parentMatrix(graph, transform));
+graph::Node* parentAt(const graph::SelectionItem& item) {
+    const std::vector<graph::Instance> upwards = graph::upwards(item);
+    return upwards.size() > 1 ? upwards[1].node : nullptr;
 }
 
-Vec3 scalePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform) {
+void takeInstance(graph::Graph& graph, const graph::NodeRef& node, graph::Node* parent) {
+    graph.removeInstance(*node, parent);
+    nodes::compensateParentScale(graph, node);
+    nodes::shadeInstances(graph, node);
+}
+
+Vec3 rotatePivotInWorld(graph::Graph& graph, const Placed& transform) {
+    const geometry::TransformParts parts = nodes::transformParts(graph, transform);
+    return geometry::transformPoint(parts.rotatePivot + parts.rotatePivotTranslate + parts.translate,
+                                    parentMatrix(graph, transform));
+}
+
+Vec3 scalePivotInWorld(graph::Graph& graph, const Placed& transform) {
     // Scaling does not move its pivot, so the pivot is transformed by the matrix like any point.
     return geometry::transformPoint(nodes::transformParts(graph, transform).scalePivot,
-                                    nodes::worldMatrix(graph, transform));
+                                    worldMatrix(graph, transform));
 }
 
 Vec3 toRadians(const Vec3& degrees) {

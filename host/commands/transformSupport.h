@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "commands/commandSupport.h"
@@ -10,6 +11,25 @@
 
 /// Arithmetic and checked writing for move, rotate, scale and xform.
 namespace host::commands {
+
+/// A DAG node at the one of its places that a call names.
+struct Placed {
+    graph::NodeRef node;
+    std::size_t path = 0;  ///< its number (graph::Instance)
+
+    // A node alone is at its first place. Not explicit: most callers have one place for a node.
+    Placed(graph::NodeRef only) : node(std::move(only)) {}
+    Placed(const graph::SelectionItem& item) : node(item.node), path(item.path) {}
+    /// For all that does not depend on the place.
+    operator const graph::NodeRef&() const { return node; }
+    graph::Node* operator->() const { return node.get(); }
+    /// The node above it there; it must have one.
+    Placed parent() const;
+};
+
+/// The matrices from object space, and from the space of the parent, to world space.
+geometry::Matrix4 worldMatrix(graph::Graph& graph, const Placed& node);
+geometry::Matrix4 parentMatrix(graph::Graph& graph, const Placed& node);
 
 /// Numbers for some of the three axes.
 using AxisValues = std::array<std::optional<double>, 3>;
@@ -27,27 +47,34 @@ std::string writeTriple(graph::Graph& graph, const graph::NodeRef& transform, co
                         const geometry::Vec3& value);
 
 /// Moves a transform by a vector in world space.
-std::string moveInWorld(graph::Graph& graph, const graph::NodeRef& transform, const geometry::Vec3& offset);
+std::string moveInWorld(graph::Graph& graph, const Placed& transform, const geometry::Vec3& offset);
 
 /// Matrix from world space to the space of a transform's parent.
-geometry::Matrix4 worldToParent(graph::Graph& graph, const graph::NodeRef& transform);
+geometry::Matrix4 worldToParent(graph::Graph& graph, const Placed& transform);
 
 /// The rotation of a transform alone (rotate axis, rotation, joint orient), and that of its parent in world
 /// space.
 geometry::Matrix4 ownRotation(graph::Graph& graph, const graph::NodeRef& transform);
-geometry::Matrix4 parentRotation(graph::Graph& graph, const graph::NodeRef& transform);
+geometry::Matrix4 parentRotation(graph::Graph& graph, const Placed& transform);
 
 /// Sets the rotation so that rotate axis, rotation and joint orient together are `rotation`. Of equivalent
 /// angles, those nearest to the current ones are used.
 std::string setOwnRotation(graph::Graph& graph, const graph::NodeRef& transform,
                            const geometry::Matrix4& rotation);
 
-/// Moves a node below another parent. A transform keeps its place in the world unless `isRelative`.
-void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* parent, bool isRelative);
+/// Moves a node from one of its parents below another. A transform keeps its place in the world unless
+/// `isRelative`, or unless it has further instances: they share its own matrix.
+void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* from, graph::Node* parent,
+               bool isRelative);
+
+/// The parent of an item at its place; null for the top level.
+graph::Node* parentAt(const graph::SelectionItem& item);
+/// Takes a node away from one of its parents; it must have another.
+void takeInstance(graph::Graph& graph, const graph::NodeRef& node, graph::Node* parent);
 
 /// A transform's rotate pivot and scale pivot in world space.
-geometry::Vec3 rotatePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform);
-geometry::Vec3 scalePivotInWorld(graph::Graph& graph, const graph::NodeRef& transform);
+geometry::Vec3 rotatePivotInWorld(graph::Graph& graph, const Placed& transform);
+geometry::Vec3 scalePivotInWorld(graph::Graph& graph, const Placed& transform);
 
 geometry::Vec3 toRadians(const geometry::Vec3& degrees);
 geometry::Vec3 toDegrees(const geometry::Vec3& radians);

@@ -1,6 +1,7 @@
 // The command xform: its edits beside pivots. xformQuery.cpp does its queries and pointPosition.
 
 #include <algorithm>
+#include <tuple>
 
 #include "commands/commands.h"
 #include "commands/meshSupport.h"
@@ -16,7 +17,6 @@ namespace {
 
 using geometry::Matrix4;
 using geometry::Vec3;
-using graph::NodeRef;
 using graph::SelectionItem;
 
 constexpr std::size_t kMatrixSize = 16;
@@ -47,18 +47,18 @@ Found<Words> wordsOf(const ParsedArguments& arguments) {
     return words;
 }
 
-std::string translate(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string translate(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     const Vec3 value = tripleOf(arguments, "translation");
     const bool isRelative = arguments.isSet("relative");
     if (isWorld(arguments)) {
-        const Vec3 offset = isRelative ? value : value - nodes::worldMatrix(graph, node).row(3);
+        const Vec3 offset = isRelative ? value : value - worldMatrix(graph, node).row(3);
         return moveInWorld(graph, node, offset);
     }
     const Vec3 present = nodes::transformParts(graph, node).translate;
     return writeTriple(graph, node, "translate", isRelative ? present + value : value);
 }
 
-std::string rotate(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string rotate(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     const geometry::TransformParts parts = nodes::transformParts(graph, node);
     const Vec3 angles = toRadians(tripleOf(arguments, "rotation"));
     const bool isRelative = arguments.isSet("relative");
@@ -73,7 +73,7 @@ std::string rotate(graph::Graph& graph, const NodeRef& node, const ParsedArgumen
     return setOwnRotation(graph, node, world * parent.transposed());
 }
 
-std::string scale(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string scale(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     if (isWorld(arguments)) return notCovered("-scale in world space");
     Vec3 value = tripleOf(arguments, "scale");
     if (arguments.isSet("relative")) {
@@ -83,12 +83,12 @@ std::string scale(graph::Graph& graph, const NodeRef& node, const ParsedArgument
     return writeTriple(graph, node, "scale", value);
 }
 
-std::string shear(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string shear(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     if (isWorld(arguments) || arguments.isSet("relative")) return notCovered("-shear other than as it is");
     return writeTriple(graph, node, "shear", tripleOf(arguments, "shear"));
 }
 
-std::string setMatrix(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments,
+std::string setMatrix(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments,
                       const std::vector<double>& numbers) {
     if (arguments.isSet("relative")) return notCovered("-matrix together with -relative");
     Matrix4 matrix;
@@ -106,7 +106,7 @@ std::string setMatrix(graph::Graph& graph, const NodeRef& node, const ParsedArgu
     return {};
 }
 
-std::string setRotateOrder(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string setRotateOrder(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     const std::string wanted = arguments.text("rotateOrder");
     const auto found = std::find(std::begin(kRotateOrderNames), std::end(kRotateOrderNames), wanted);
     if (found == std::end(kRotateOrderNames)) return "xform: '" + wanted + "' is no rotate order.";
@@ -116,7 +116,7 @@ std::string setRotateOrder(graph::Graph& graph, const NodeRef& node, const Parse
     return arguments.boolean("preserve") ? setOwnRotation(graph, node, rotation) : std::string();
 }
 
-std::string editTransform(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments,
+std::string editTransform(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments,
                           const std::vector<double>& matrix) {
     std::string error;
     if (arguments.isSet("rotateOrder")) error = setRotateOrder(graph, node, arguments);
@@ -137,8 +137,7 @@ std::string editPoints(graph::Graph& graph, const SelectionItem& item, const Par
     if (!arguments.isSet("translation")) return {};
     const nodes::MeshPtr mesh = nodes::meshOf(graph, item.node);
     const std::vector<int> vertices = verticesOf(mesh, *item.component);
-    const Matrix4 toObject =
-        isWorld(arguments) ? nodes::worldMatrix(graph, item.node).inverse().matrix : Matrix4();
+    const Matrix4 toObject = isWorld(arguments) ? worldMatrix(graph, item).inverse().matrix : Matrix4();
     const Vec3 value = tripleOf(arguments, "translation");
     std::vector<Vec3> offsets;
     offsets.reserve(vertices.size());
@@ -170,7 +169,7 @@ CommandResult xform(CommandContext& context, const ParsedArguments& arguments) {
             error =
                 "xform: " + graph::itemName(graph, item) + " is neither a transform nor points of a mesh.";
         } else {
-            error = editTransform(graph, item.node, arguments, words.value.matrix);
+            error = editTransform(graph, item, arguments, words.value.matrix);
         }
         if (!error.empty()) return CommandResult::failure(error);
     }
@@ -181,11 +180,12 @@ CommandResult xform(CommandContext& context, const ParsedArguments& arguments) {
 
 void registerXformCommands(mel::CommandRegistry& registry) {
     Syntax syntax;
-    for (const auto& [shortName, longName] :
-         {std::pair("t", "translation"), std::pair("ro", "rotation"), std::pair("s", "scale"),
-          std::pair("sh", "shear"), std::pair("rp", "rotatePivot"), std::pair("sp", "scalePivot"),
-          std::pair("piv", "pivots")})
-        syntax.flag(shortName, longName, {kReal, kReal, kReal});
+    for (const auto& [shortName, longName, unit] :
+         {std::tuple("t", "translation", kLength), std::tuple("ro", "rotation", kAngle),
+          std::tuple("s", "scale", kReal), std::tuple("sh", "shear", kReal),
+          std::tuple("rp", "rotatePivot", kLength), std::tuple("sp", "scalePivot", kLength),
+          std::tuple("piv", "pivots", kLength)})
+        syntax.flag(shortName, longName, {unit, unit, unit});
     syntax.flag("m", "matrix").flag("bb", "boundingBox").flag("roo", "rotateOrder", {kText});
     syntax.flag("os", "objectSpace").flag("ws", "worldSpace").flag("r", "relative").flag("a", "absolute");
     syntax.flag("p", "preserve", {kSwitch}).flag("eu", "euler");

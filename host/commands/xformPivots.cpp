@@ -10,7 +10,6 @@ namespace {
 
 using geometry::Matrix4;
 using geometry::Vec3;
-using graph::NodeRef;
 
 /// Matrix of the rotation or the scale part of a transform, without pivots.
 Matrix4 rotationOnly(const geometry::TransformParts& parts) {
@@ -36,7 +35,7 @@ bool keepsPlace(const ParsedArguments& arguments) {
 /// wants otherwise.
 ///
 /// The pivot p and its translation t map x to (x - p) R + p + t, so the constant part t + p - p R must stay.
-std::string setRotatePivot(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments,
+std::string setRotatePivot(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments,
                            Vec3 pivot, bool isInWorld) {
     const geometry::TransformParts parts = nodes::transformParts(graph, node);
     const Matrix4 rotation = rotationOnly(parts);
@@ -53,13 +52,13 @@ std::string setRotatePivot(graph::Graph& graph, const NodeRef& node, const Parse
 }
 
 /// The same for the scale pivot and the scale.
-std::string setScalePivot(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments,
+std::string setScalePivot(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments,
                           Vec3 pivot, bool isInWorld) {
     const geometry::TransformParts parts = nodes::transformParts(graph, node);
     const Matrix4 scaling = scaleOnly(parts);
     const Vec3 constant =
         parts.scalePivotTranslate + parts.scalePivot - geometry::transformVector(parts.scalePivot, scaling);
-    if (isInWorld) pivot = geometry::transformPoint(pivot, nodes::worldMatrix(graph, node).inverse().matrix);
+    if (isInWorld) pivot = geometry::transformPoint(pivot, worldMatrix(graph, node).inverse().matrix);
     const Vec3 shift = constant - pivot + geometry::transformVector(pivot, scaling);
     std::string error = writeTriple(graph, node, "scalePivot", pivot);
     if (!keepsPlace(arguments)) return error;
@@ -68,8 +67,8 @@ std::string setScalePivot(graph::Graph& graph, const NodeRef& node, const Parsed
 
 /// Puts both pivots into the middle of what is at and below a transform, if anything is. The scale acts on
 /// the rotate pivot's place, but not on the scale pivot's.
-std::string centrePivots(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
-    const geometry::InverseMatrix toObject = nodes::worldMatrix(graph, node).inverse();
+std::string centrePivots(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
+    const geometry::InverseMatrix toObject = worldMatrix(graph, node).inverse();
     geometry::BoundingBox box;
     expandBox(graph, node, toObject.matrix, box);
     if (box.empty || !toObject.ok) return {};
@@ -83,7 +82,7 @@ std::string centrePivots(graph::Graph& graph, const NodeRef& node, const ParsedA
 }
 
 /// Takes the pivots away. What they did to the matrix becomes a part of the translation.
-std::string zeroPivots(graph::Graph& graph, const NodeRef& node) {
+std::string zeroPivots(graph::Graph& graph, const Placed& node) {
     const Vec3 place = nodes::localMatrix(graph, node).row(3);
     for (const char* attribute :
          {"rotatePivot", "rotatePivotTranslate", "scalePivot", "scalePivotTranslate"}) {
@@ -104,7 +103,7 @@ Vec3 tripleOf(const ParsedArguments& arguments, const char* flag) {
     return {values[0].toFloat(), values[1].toFloat(), values[2].toFloat()};
 }
 
-std::string setPivots(graph::Graph& graph, const NodeRef& node, const ParsedArguments& arguments) {
+std::string setPivots(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
     std::string error;
     if (arguments.isSet("centerPivots")) error = centrePivots(graph, node, arguments);
     if (error.empty() && arguments.isSet("zeroTransformPivots")) error = zeroPivots(graph, node);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commands/commandSupport.h"
+#include "commands/transformSupport.h"
 #include "geometry/math.h"
 
 /// The edits of pivots by xform, and what its other edits share with them.
@@ -12,6 +13,6 @@ geometry::Vec3 tripleOf(const ParsedArguments& arguments, const char* flag);
 
 /// Moves the pivots of a transform as a call says.
 /// @return empty, or the error
-std::string setPivots(graph::Graph& graph, const graph::NodeRef& node, const ParsedArguments& arguments);
+std::string setPivots(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments);
 
 }  // namespace host::commands

@@ -2,7 +2,6 @@
 
 #include "commands/meshSupport.h"
 #include "commands/transformSupport.h"
-#include "graph/hierarchy.h"
 #include "nodes/meshNode.h"
 #include "nodes/transformNode.h"
 
@@ -12,7 +11,6 @@ namespace {
 
 using geometry::Matrix4;
 using geometry::Vec3;
-using graph::NodeRef;
 using graph::SelectionItem;
 
 void append(std::vector<double>& numbers, const Vec3& value) {
@@ -20,47 +18,47 @@ void append(std::vector<double>& numbers, const Vec3& value) {
 }
 
 using Numbers = std::vector<double>;
-using QueryFunction = void (*)(graph::Graph&, const NodeRef&, bool world, Numbers&);
+using QueryFunction = void (*)(graph::Graph&, const Placed&, bool world, Numbers&);
 
 struct Query {
     const char* flag;
     QueryFunction run;
 };
 
-geometry::TransformParts worldParts(graph::Graph& graph, const NodeRef& node) {
+geometry::TransformParts worldParts(graph::Graph& graph, const Placed& node) {
     const geometry::RotateOrder order = nodes::transformParts(graph, node).rotateOrder;
-    return geometry::decomposeTransform(nodes::worldMatrix(graph, node), order);
+    return geometry::decomposeTransform(worldMatrix(graph, node), order);
 }
 
-geometry::TransformParts partsIn(graph::Graph& graph, const NodeRef& node, bool world) {
+geometry::TransformParts partsIn(graph::Graph& graph, const Placed& node, bool world) {
     return world ? worldParts(graph, node) : nodes::transformParts(graph, node);
 }
 
 constexpr Query kQueries[] = {
-    {"translation", [](graph::Graph& graph, const NodeRef& node, bool world,
+    {"translation", [](graph::Graph& graph, const Placed& node, bool world,
                        Numbers& out) { append(out, partsIn(graph, node, world).translate); }},
-    {"rotation", [](graph::Graph& graph, const NodeRef& node, bool world,
+    {"rotation", [](graph::Graph& graph, const Placed& node, bool world,
                     Numbers& out) { append(out, toDegrees(partsIn(graph, node, world).rotate)); }},
-    {"scale", [](graph::Graph& graph, const NodeRef& node, bool world,
+    {"scale", [](graph::Graph& graph, const Placed& node, bool world,
                  Numbers& out) { append(out, partsIn(graph, node, world).scale); }},
-    {"shear", [](graph::Graph& graph, const NodeRef& node, bool world,
+    {"shear", [](graph::Graph& graph, const Placed& node, bool world,
                  Numbers& out) { append(out, partsIn(graph, node, world).shear); }},
     {"matrix",
-     [](graph::Graph& graph, const NodeRef& node, bool world, Numbers& out) {
-         const Matrix4 matrix = world ? nodes::worldMatrix(graph, node) : nodes::localMatrix(graph, node);
+     [](graph::Graph& graph, const Placed& node, bool world, Numbers& out) {
+         const Matrix4 matrix = world ? worldMatrix(graph, node) : nodes::localMatrix(graph, node);
          for (const auto& row : matrix.m)
              out.insert(out.end(), row.begin(), row.end());
      }},
     {"rotatePivot",
-     [](graph::Graph& graph, const NodeRef& node, bool world, Numbers& out) {
+     [](graph::Graph& graph, const Placed& node, bool world, Numbers& out) {
          append(out,
                 world ? rotatePivotInWorld(graph, node) : nodes::transformParts(graph, node).rotatePivot);
      }},
     {"scalePivot",
-     [](graph::Graph& graph, const NodeRef& node, bool world, Numbers& out) {
+     [](graph::Graph& graph, const Placed& node, bool world, Numbers& out) {
          append(out, world ? scalePivotInWorld(graph, node) : nodes::transformParts(graph, node).scalePivot);
      }},
-    {"boundingBox", [](graph::Graph& graph, const NodeRef& node, bool world, Numbers& out) {
+    {"boundingBox", [](graph::Graph& graph, const Placed& node, bool world, Numbers& out) {
          geometry::BoundingBox box;
          expandBox(graph, node, world ? Matrix4() : worldToParent(graph, node), box);
          append(out, box.min);
@@ -69,7 +67,7 @@ constexpr Query kQueries[] = {
 
 void appendPoints(graph::Graph& graph, const SelectionItem& item, bool world, Numbers& numbers) {
     const nodes::MeshPtr mesh = nodes::meshOf(graph, item.node);
-    const Matrix4 matrix = world ? nodes::worldMatrix(graph, item.node) : Matrix4();
+    const Matrix4 matrix = world ? worldMatrix(graph, item) : Matrix4();
     const std::vector<int> vertices = verticesOf(mesh, *item.component);
     numbers.reserve(numbers.size() + 3 * vertices.size());
     for (const int vertex : vertices) {
@@ -88,7 +86,7 @@ std::string appendAnswer(graph::Graph& graph, const SelectionItem& item, const Q
         appendPoints(graph, item, world, numbers);
         return {};
     }
-    const NodeRef node = item.node->isA("shape") ? item.node->parent()->ref() : item.node;
+    const Placed node = item.node->isA("shape") ? Placed(item).parent() : Placed(item);
     if (item.plug || !node->isA("transform"))
         return "xform: " + graph::itemName(graph, item) + " is neither a transform nor points of a mesh.";
     query.run(graph, node, world, numbers);
@@ -97,13 +95,9 @@ std::string appendAnswer(graph::Graph& graph, const SelectionItem& item, const Q
 
 }  // namespace
 
-void expandBox(graph::Graph& graph, const NodeRef& node, const Matrix4& toSpace, geometry::BoundingBox& box) {
-    graph::visitHierarchy(*node, [&](graph::Node& below) {
-        if (!below.isA("mesh") || nodes::isIntermediate(graph, below)) return;
-        const NodeRef shape = below.ref();
-        const nodes::MeshPtr mesh = nodes::meshOf(graph, shape);
-        if (mesh == nullptr) return;
-        box.expand(geometry::bounds(mesh->mesh).transformed(nodes::worldMatrix(graph, shape) * toSpace));
+void expandBox(graph::Graph& graph, const Placed& node, const Matrix4& toSpace, geometry::BoundingBox& box) {
+    visitMeshes(graph, node, [&](const Placed& shape, const geometry::Mesh& mesh) {
+        box.expand(geometry::bounds(mesh).transformed(worldMatrix(graph, shape) * toSpace));
     });
 }
 

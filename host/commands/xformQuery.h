@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "commands/commandSupport.h"
+#include "commands/transformSupport.h"
 #include "geometry/math.h"
 
 /// The queries of xform, and the command pointPosition.
@@ -13,7 +14,7 @@ constexpr const char* kRotateOrderNames[] = {"xyz", "yzx", "zxy", "xzy", "yxz", 
 
 /// Adds to a box all visible meshes at and below a node, each by the box of its own box, in the space to
 /// which a matrix leads from world space.
-void expandBox(graph::Graph& graph, const graph::NodeRef& node, const geometry::Matrix4& toSpace,
+void expandBox(graph::Graph& graph, const Placed& node, const geometry::Matrix4& toSpace,
                geometry::BoundingBox& box);
 
 /// Returns the value of the first flag in the query, for all items in turn.

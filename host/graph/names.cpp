@@ -133,17 +133,22 @@ std::size_t nodeEnd(std::string_view name) {
     return name.find('.');
 }
 
-NameMatches componentMatches(Graph& graph, const std::vector<NodeRef>& nodes, const ComponentWord& word) {
+NameMatches componentMatches(Graph& graph, const std::vector<Instance>& places, const ComponentWord& word) {
     NameMatches matches;
-    for (const NodeRef& node : nodes) {
-        const NodeRef shape = graph.shapeOf(node);
+    for (const Instance& place : places) {
+        const NodeRef shape = graph.shapeOf(place.node->ref());
         if (shape == nullptr) continue;
+        const std::size_t path =
+            shape.get() == place.node || place.number == 0 ? place.number : childOf(place, *shape).number;
         const int count = graph.componentCount(shape, word.kind);
         if (word.all) {
-            matches.items.push_back({shape, {}, Component::complete(word.kind, count)});
+            matches.items.push_back({shape, {}, Component::complete(word.kind, count), path});
         } else if (word.run.first < count) {
             matches.items.push_back(
-                {shape, {}, Component(word.kind, {word.run.first, std::min(word.run.last, count - 1)})});
+                {shape,
+                 {},
+                 Component(word.kind, {word.run.first, std::min(word.run.last, count - 1)}),
+                 path});
         }
     }
     return matches;
@@ -216,22 +221,19 @@ std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path) {
     return result;
 }
 
+std::vector<Instance> findPlaces(const Graph& graph, std::string_view path) {
+    std::vector<Instance> places;
+    InstanceNumbers numbers;
+    for (const NodeRef& node : findNodes(graph, path))
+        places.push_back(graph.hasInstances() ? instanceOn(graph, *node, path, numbers)
+                                              : Instance{node.get(), 0});
+    return places;
+}
+
 NodeRef findNode(const Graph& graph, std::string_view path) {
     if (hasWildcard(path)) return nullptr;
     const std::vector<NodeRef> found = findNodes(graph, path);
     return found.size() == 1 ? found.front() : nullptr;
-}
-
-Node* parentOn(const Graph& graph, Node& node, std::string_view path) {
-    const std::size_t bar = path.rfind('|');
-    if (bar == std::string_view::npos) return node.parent();
-    const std::vector<Node*> chain = namedChain(graph, node, path.substr(0, bar));
-    return chain.size() > 1 ? chain[1] : node.parent();
-}
-
-Instance instanceOn(const Graph& graph, Node& node, std::string_view path) {
-    InstanceNumbers numbers;
-    return instanceOn(graph, node, path, numbers);
 }
 
 Instance instanceOn(const Graph& graph, Node& node, std::string_view path, InstanceNumbers& numbers) {
@@ -266,19 +268,19 @@ PlugMatch findPlug(const Graph& graph, std::string_view name) {
 NameMatches findAll(Graph& graph, std::string_view name) {
     NameMatches matches;
     const std::size_t dot = nodeEnd(name);
-    const std::vector<NodeRef> nodes = findNodes(graph, name.substr(0, dot));
-    if (nodes.size() > 1 && !hasWildcard(name.substr(0, dot))) {
+    const std::vector<Instance> places = findPlaces(graph, name.substr(0, dot));
+    if (places.size() > 1 && !hasWildcard(name.substr(0, dot))) {
         matches.failure = NameFailure::Ambiguous;
         return matches;
     }
     if (dot == std::string_view::npos) {
-        for (const NodeRef& node : nodes)
-            matches.items.push_back({node, {}, {}});
+        for (const Instance& place : places)
+            matches.items.push_back({place.node->ref(), {}, {}, place.number});
     } else if (const auto word = parseMeshComponentWord(name.substr(dot + 1))) {
-        matches = componentMatches(graph, nodes, *word);
+        matches = componentMatches(graph, places, *word);
     } else {
-        for (const NodeRef& node : nodes) {
-            const PlugMatch match = findPlug(graph, node, name.substr(dot + 1));
+        for (const Instance& place : places) {
+            const PlugMatch match = findPlug(graph, place.node->ref(), name.substr(dot + 1));
             if (match.ok) matches.items.push_back({match.plug.node(), match.plug, {}});
         }
     }

@@ -28,19 +28,19 @@ struct PlugMatch {
 };
 
 /// Nodes that match a name or path: "mesh", "group|mesh", "|group|mesh", ":mesh". A path may lead through any
-/// parents. * and ? match any
-/// characters within one part, but no colon: "*" has what is in the root namespace, "*:*" what is one level
-/// below. A name without a colon in front is looked for in the current namespace first. Order of creation.
+/// parents. * and ? match any characters within one part, but no colon: "*" has what is in the root
+/// namespace,
+/// "*:*" what is one level below. A name without a colon in front is looked for in the current namespace
+/// first. Order of creation.
 std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path);
+
+/// The same nodes, each at the first of its places that the path means.
+std::vector<Instance> findPlaces(const Graph& graph, std::string_view path);
 
 /// The one node of a name without wildcards; null if none or several match.
 NodeRef findNode(const Graph& graph, std::string_view path);
 
-/// The parent that a path of a node names; the first one if it names none, and null for the top level.
-Node* parentOn(const Graph& graph, Node& node, std::string_view path);
 /// The first of a node's paths that a name or path of it means.
-Instance instanceOn(const Graph& graph, Node& node, std::string_view path);
-/// The same for one of many.
 Instance instanceOn(const Graph& graph, Node& node, std::string_view path, InstanceNumbers& numbers);
 
 /// A plug of a node by its attribute text, without the node. The text has long, short or alias names;

@@ -3,11 +3,12 @@
 #include <algorithm>
 
 #include "graph/graph.h"
+#include "graph/instances.h"
 
 namespace host::graph {
 
 bool SelectionItem::isSameObject(const SelectionItem& other) const {
-    if (node != other.node || plug != other.plug) return false;
+    if (node != other.node || path != other.path || plug != other.plug) return false;
     if (component.has_value() != other.component.has_value()) return false;
     return !component || component->kind() == other.component->kind();
 }
@@ -49,16 +50,22 @@ void Selection::removeNode(const Node& node) {
     items_.erase(gone, items_.end());
 }
 
+std::vector<Instance> upwards(const SelectionItem& item) {
+    std::vector<Instance> places = upwards(Instance{item.node.get(), item.path});
+    return places.empty() ? upwards(Instance{item.node.get(), 0}) : places;
+}
+
 std::vector<std::string> itemNames(const Graph& graph, const SelectionItem& item, bool fullPaths) {
-    const auto nameOf = [&](const Node& node) {
-        return fullPaths ? graph.fullPath(node) : graph.uniqueName(node);
+    const auto nameOf = [&](const Instance& place) {
+        if (place.number == 0) return fullPaths ? graph.fullPath(*place.node) : graph.uniqueName(*place.node);
+        return fullPaths ? fullPath(place) : shortPaths(graph, *place.node)[place.number];
     };
-    if (item.plug) return {nameOf(*item.node) + '.' + item.plug->attributePath()};
-    if (!item.component) return {nameOf(*item.node)};
-    const Node* owner = item.node.get();
-    if (owner->parent() != nullptr && graph.shapeOf(owner->parent()->ref()).get() == owner)
-        owner = owner->parent();
-    const std::string prefix = nameOf(*owner) + '.';
+    const std::vector<Instance> places = upwards(item);
+    if (item.plug) return {nameOf(places.front()) + '.' + item.plug->attributePath()};
+    if (!item.component) return {nameOf(places.front())};
+    const bool isShapeOfParent =
+        places.size() > 1 && graph.shapeOf(places[1].node->ref()).get() == item.node.get();
+    const std::string prefix = nameOf(places[isShapeOfParent ? 1 : 0]) + '.';
     std::vector<std::string> names;
     names.reserve(static_cast<std::size_t>(item.component->runCount()));
     for (int k = 0; k < item.component->runCount(); ++k)

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "mel/numberText.h"
+#include "text/units.h"
 
 namespace host::mel {
 
@@ -43,7 +44,7 @@ std::optional<Value> toWholeNumber(const Value& word, bool negativeAllowed) {
     return Value(number->toInt());
 }
 
-std::optional<Value> toType(const Value& word, ArgumentType type) {
+std::optional<Value> toType(const Value& word, ArgumentType type, double framesPerSecond) {
     switch (type) {
         case ArgumentType::Boolean:
             return toBoolean(word);
@@ -51,9 +52,12 @@ std::optional<Value> toType(const Value& word, ArgumentType type) {
             return toWholeNumber(word, true);
         case ArgumentType::Unsigned:
             return toWholeNumber(word, false);
-        case ArgumentType::Double: {
-            const std::optional<Value> number = toNumber(word);
-            return number ? std::optional<Value>(number->toFloat()) : std::nullopt;
+        case ArgumentType::Double:
+        case ArgumentType::Distance:
+        case ArgumentType::Angle:
+        case ArgumentType::Time: {
+            const std::optional<double> number = numberOf(word, type, framesPerSecond);
+            return number ? std::optional<Value>(*number) : std::nullopt;
         }
         case ArgumentType::String:
             return Value(word.toString());
@@ -78,6 +82,12 @@ const char* typePhrase(ArgumentType type) {
             return "an unsigned integer";
         case ArgumentType::Double:
             return "a float";
+        case ArgumentType::Distance:
+            return "a distance";
+        case ArgumentType::Angle:
+            return "an angle";
+        case ArgumentType::Time:
+            return "a time";
         case ArgumentType::String:
             return "a string";
     }
@@ -129,7 +139,8 @@ bool looksLikeFlag(const Value& word) {
 /// no second list.
 class ArgumentParser {
   public:
-    ArgumentParser(const Syntax& syntax, std::vector<Value>&& words) : syntax_(syntax), parsed_(syntax) {
+    ArgumentParser(const Syntax& syntax, std::vector<Value>&& words, double framesPerSecond)
+        : syntax_(syntax), framesPerSecond_(framesPerSecond), parsed_(syntax) {
         words_ = flattened(std::move(words), parsed_.hasEmptyList_);
     }
 
@@ -211,7 +222,8 @@ class ArgumentParser {
     void takeFlagArguments(const std::string& text, const Flag& flag, std::vector<Value>& values) {
         values.reserve(flag.arguments.size());
         for (const ArgumentType type : flag.arguments) {
-            std::optional<Value> value = at_ < words_.size() ? toType(words_[at_], type) : std::nullopt;
+            std::optional<Value> value;
+            if (at_ < words_.size()) value = toType(words_[at_], type, framesPerSecond_);
             if (!value && at_ < words_.size() && isTooLarge(words_[at_], type))
                 return fail("Flag '" + text + "': " + integerTooLarge(words_[at_].toString()));
             if (!value) return fail("Flag '" + text + "' must be passed " + typePhrase(type) + " argument.");
@@ -224,7 +236,7 @@ class ArgumentParser {
         Value& word = words_[at_++];
         if (parsed_.arguments_.size() < syntax_.arguments().size()) {
             const ArgumentType type = syntax_.arguments()[parsed_.arguments_.size()];
-            std::optional<Value> value = toType(word, type);
+            std::optional<Value> value = toType(word, type, framesPerSecond_);
             if (!value && isTooLarge(word, type)) return fail(integerTooLarge(word.toString()));
             if (!value) return fail("Argument '" + word.toString() + "' must be " + typePhrase(type) + ".");
             parsed_.arguments_.push_back(std::move(*value));
@@ -253,6 +265,7 @@ class ArgumentParser {
     void fail(std::string error) { error_ = std::move(error); }
 
     const Syntax& syntax_;
+    double framesPerSecond_;
     std::vector<Value> words_;
     ParsedArguments parsed_;
     std::size_t at_ = 0;
@@ -260,8 +273,19 @@ class ArgumentParser {
     std::string error_;
 };
 
-ArgumentParseResult parseArguments(const Syntax& syntax, std::vector<Value>&& words) {
-    return ArgumentParser(syntax, std::move(words)).run();
+std::optional<double> numberOf(const Value& word, ArgumentType type, double framesPerSecond) {
+    if (const std::optional<Value> number = toNumber(word)) return number->toFloat();
+    const std::string* text = word.getIf<std::string>();
+    if (text == nullptr) return std::nullopt;
+    if (type == ArgumentType::Distance) return text::readMeasure(*text, text::Quantity::Length);
+    if (type == ArgumentType::Angle) return text::readMeasure(*text, text::Quantity::Angle);
+    if (type != ArgumentType::Time) return std::nullopt;
+    const std::optional<double> seconds = text::readMeasure(*text, text::Quantity::Time);
+    return seconds ? std::optional<double>(*seconds * framesPerSecond) : std::nullopt;
+}
+
+ArgumentParseResult parseArguments(const Syntax& syntax, std::vector<Value>&& words, double framesPerSecond) {
+    return ArgumentParser(syntax, std::move(words), framesPerSecond).run();
 }
 
 int ParsedArguments::uses(std::string_view flag) const {

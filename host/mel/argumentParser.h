@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,7 +13,8 @@ namespace host::mel {
 /// A parsed command line. Flags are named by their short or long name, with or without dash.
 ///
 /// Values of flags and positional arguments already have their declared type: Boolean, Int and Unsigned are
-/// Int values, Double is Float, String is String. Cost of an access: linear in the number of flags of the
+/// Int values, String is String, all others are Float. Distances are in centimetres, angles in degrees, times
+/// in frames. Cost of an access: linear in the number of flags of the
 /// command. The syntax must outlive this object.
 class ParsedArguments {
   public:
@@ -67,7 +69,14 @@ struct ArgumentParseResult {
 /// Whether a word looks like a flag: a string that starts with a dash and a letter or underscore.
 bool looksLikeFlag(const Value& word);
 
+/// A number as Double, Distance, Angle and Time take it. The last three may have a unit: "1in", "45deg",
+/// "2sec".
+/// @param framesPerSecond  of the scene, in whose frames times count
+/// @return nothing if the word is no number of that type
+std::optional<double> numberOf(const Value& word, ArgumentType type, double framesPerSecond);
+
 /// Parses a command line. Flags may be before, between and after the objects. Linear in the number of words.
-ArgumentParseResult parseArguments(const Syntax& syntax, std::vector<Value>&& words);
+/// @param framesPerSecond  of the scene, in whose frames times count
+ArgumentParseResult parseArguments(const Syntax& syntax, std::vector<Value>&& words, double framesPerSecond);
 
 }  // namespace host::mel

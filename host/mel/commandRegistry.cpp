@@ -152,7 +152,8 @@ ErrorKind CommandRegistry::kindOf(const CommandResult& result) {
 
 CommandResult CommandRegistry::runBuiltin(const Command& command, std::vector<Value>&& arguments,
                                           std::string&& line) {
-    const ArgumentParseResult parsed = parseArguments(command.syntax, std::move(arguments));
+    const ArgumentParseResult parsed =
+        parseArguments(command.syntax, std::move(arguments), graph_.framesPerSecond());
     if (!parsed.ok()) return CommandResult::failure(withUncovered(parsed.error, command.uncovered));
     CommandContext context{graph_, *this, interpreter_};
     auto changes = std::make_unique<graph::ChangeList>();

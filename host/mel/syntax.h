@@ -10,9 +10,9 @@ namespace host::mel {
 
 class ParsedArguments;
 
-/// What a flag or a positional argument takes. Distances, angles and times are doubles, selection items
-/// strings.
-enum class ArgumentType { Boolean, Int, Unsigned, Double, String };
+/// What a flag or a positional argument takes. Distances, angles and times are numbers, which may be given as
+/// texts with a unit. Selection items are strings.
+enum class ArgumentType { Boolean, Int, Unsigned, Double, Distance, Angle, Time, String };
 
 /// One flag of a command. Names are without leading dash.
 struct Flag {

@@ -25,23 +25,25 @@ graph::Plug obtainLock(graph::Graph& graph, const graph::NodeRef& influence) {
     return influence->plug(kLockAttribute);
 }
 
-/// Only its influences move a skinned shape.
-void lockTransform(graph::Graph& graph, graph::Node& transform) {
-    for (const char* name : {"translate", "rotate", "scale"}) {
-        const graph::Plug triple = transform.plug(name);
-        for (int axis = 0; axis < 3; ++axis) {
-            graph::PlugState state = transform.state(triple.child(axis).key());
-            state.isLocked = true;
-            graph.setState(triple.child(axis), state);
-        }
-    }
+/// Where the vertices are that a skin cluster binds, in world space.
+std::vector<geometry::Vec3> boundVertices(graph::Graph& graph, const graph::NodeRef& skinCluster) {
+    std::vector<geometry::Vec3> vertices;
+    const MeshPtr mesh = undeformedMesh(graph, skinCluster, 0);
+    if (mesh == nullptr) return vertices;
+    const geometry::Matrix4 toWorld = matrixOf(graph.data(skinCluster->plug("geomMatrix")));
+    vertices.reserve(static_cast<std::size_t>(mesh->mesh.vertexCount()));
+    for (int vertex = 0; vertex < mesh->mesh.vertexCount(); ++vertex)
+        vertices.push_back(geometry::transformPoint(mesh->mesh.point(vertex), toWorld));
+    return vertices;
 }
 
-/// The initial weights of all vertices. They are not recorded: the node is new, and undo removes it as a
-/// whole.
-void bindByDistance(graph::Graph& graph, const graph::NodeRef& skinCluster, const SkinOptions& options) {
-    const graph::RecordingScope silent(graph, nullptr);
-    const BindPose pose = bindPoseOf(graph, skinCluster);
+/// The initial weights of all vertices. Influences are positions among the joints.
+WeightRows weightsByDistance(graph::Graph& graph, const graph::NodeRef& skinCluster,
+                             const std::vector<graph::NodeRef>& joints, const SkinOptions& options) {
+    BindPose pose;
+    for (const graph::NodeRef& joint : joints)
+        pose.influences.push_back(worldMatrix(graph, joint).row(3));
+    pose.vertices = boundVertices(graph, skinCluster);
     WeightRows rows;
     for (std::size_t vertex = 0; vertex < pose.vertices.size(); ++vertex) {
         const std::vector<double> weights =
@@ -53,7 +55,23 @@ void bindByDistance(graph::Graph& graph, const graph::NodeRef& skinCluster, cons
         }
         rows.endRow(static_cast<int>(vertex));
     }
-    setWeightRows(graph, skinCluster, rows);
+    return rows;
+}
+
+/// The joints that have weights. The rows get the positions among these.
+std::vector<graph::NodeRef> usedJoints(const std::vector<graph::NodeRef>& joints, WeightRows& rows) {
+    std::vector<int> places(joints.size(), -1);
+    for (const int influence : rows.influences)
+        places[static_cast<std::size_t>(influence)] = 0;
+    std::vector<graph::NodeRef> used;
+    for (std::size_t k = 0; k < joints.size(); ++k) {
+        if (places[k] < 0) continue;
+        places[k] = static_cast<int>(used.size());
+        used.push_back(joints[k]);
+    }
+    for (int& influence : rows.influences)
+        influence = places[static_cast<std::size_t>(influence)];
+    return used;
 }
 
 /// Breaks the connections into an element of a multi and removes the element.
@@ -114,13 +132,29 @@ graph::NodeRef createSkinCluster(graph::Graph& graph, const graph::NodeRef& shap
     graph.setData(skinCluster->plug("geomMatrix"), matrixData(worldMatrix(graph, shape)));
     graph.setNumber(skinCluster->plug("maxInfluences"), options.maxInfluences);
     graph.setNumber(skinCluster->plug("maintainMaxInfluences"), options.keepsMaxInfluences ? 1.0 : 0.0);
-    for (const graph::NodeRef& joint : joints) {
+    WeightRows rows = weightsByDistance(graph, skinCluster, joints, options);
+    for (const graph::NodeRef& joint : options.leavesOutUnused ? usedJoints(joints, rows) : joints) {
         const int index = addInfluence(graph, skinCluster, joint);
         graph.setNumber(skinCluster->plug("dropoff").element(index), options.dropoff);
     }
-    bindByDistance(graph, skinCluster, options);
-    if (shape->parent() != nullptr) lockTransform(graph, *shape->parent());
+    {
+        // The node is new, and undo removes it as a whole.
+        const graph::RecordingScope silent(graph, nullptr);
+        setWeightRows(graph, skinCluster, rows);
+    }
+    if (shape->parent() != nullptr) setPlaceLocked(graph, *shape->parent(), true);
     return skinCluster;
+}
+
+void setPlaceLocked(graph::Graph& graph, graph::Node& transform, bool isLocked) {
+    for (const char* name : {"translate", "rotate", "scale"}) {
+        const graph::Plug triple = transform.plug(name);
+        for (int axis = 0; axis < 3; ++axis) {
+            graph::PlugState state = transform.state(triple.child(axis).key());
+            state.isLocked = isLocked;
+            graph.setState(triple.child(axis), state);
+        }
+    }
 }
 
 int addInfluence(graph::Graph& graph, const graph::NodeRef& skinCluster, const graph::NodeRef& joint) {
@@ -183,12 +217,7 @@ BindPose bindPoseOf(graph::Graph& graph, const graph::NodeRef& skinCluster) {
         pose.influences.push_back(matrixOf(toInfluence).inverse().matrix.row(3));
     }
     if (!indices.empty()) pose.dropoff = graph.number(skinCluster->plug("dropoff").element(indices.front()));
-    const MeshPtr mesh = undeformedMesh(graph, skinCluster, 0);
-    if (mesh == nullptr) return pose;
-    const geometry::Matrix4 toWorld = matrixOf(graph.data(skinCluster->plug("geomMatrix")));
-    pose.vertices.reserve(static_cast<std::size_t>(mesh->mesh.vertexCount()));
-    for (int vertex = 0; vertex < mesh->mesh.vertexCount(); ++vertex)
-        pose.vertices.push_back(geometry::transformPoint(mesh->mesh.point(vertex), toWorld));
+    pose.vertices = boundVertices(graph, skinCluster);
     return pose;
 }
 

@@ -35,6 +35,7 @@ struct SkinOptions {
     int maxInfluences = 5;  // of the initial weights of a vertex
     bool keepsMaxInfluences = false;
     double dropoff = 4.0;
+    bool leavesOutUnused = false;  // joints that no vertex gets a weight of are not bound
 };
 
 /// Binds a mesh shape to joints or other transforms in their current positions. This adds a skinCluster at
@@ -43,6 +44,9 @@ struct SkinOptions {
 graph::NodeRef createSkinCluster(graph::Graph& graph, const graph::NodeRef& shape,
                                  const std::vector<graph::NodeRef>& joints, const SkinOptions& options,
                                  const std::string& name);
+
+/// Locks what moves the transform of a skinned shape, as binding does, or unlocks it.
+void setPlaceLocked(graph::Graph& graph, graph::Node& transform, bool isLocked);
 
 /// Adds an influence without weights, bound in its current position.
 /// @return its logical index

@@ -7,6 +7,7 @@
 #include "geometry/textFile.h"
 #include "scene/words.h"
 #include "text/numbers.h"
+#include "text/units.h"
 
 namespace host::scene {
 
@@ -113,7 +114,7 @@ SceneText emptySceneText(double framesPerSecond) {
     std::string header =
         "//Maya ASCII 2025 scene\n//Name: untitled\n//Codeset: UTF-8\nrequires maya \"2025\";\n"
         "currentUnit -l centimeter -a degree -t ";
-    header += timeUnitName(framesPerSecond);
+    header += text::timeUnitName(framesPerSecond);
     header +=
         ";\nfileInfo \"application\" \"maya\";\nfileInfo \"product\" \"Maya 2025\";\n"
         "fileInfo \"version\" \"2025\";\n// End of untitled\n";

@@ -27,7 +27,4 @@ struct SceneUnits {
 /// @return false if the flag or the unit is not known
 bool setUnit(SceneUnits& units, std::string_view flag, const std::string& name);
 
-/// The name of a unit of time: "film", "ntsc", "120fps".
-std::string timeUnitName(double framesPerSecond);
-
 }  // namespace host::scene

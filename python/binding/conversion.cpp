@@ -70,6 +70,12 @@ const char* expectedName(ArgumentType type) {
             return "unsigned int";
         case ArgumentType::Double:
             return "float";
+        case ArgumentType::Distance:
+            return "distance";
+        case ArgumentType::Angle:
+            return "angle";
+        case ArgumentType::Time:
+            return "time";
         case ArgumentType::String:
             break;
     }
@@ -105,17 +111,30 @@ std::string gotText(py::handle object) {
                          ", got " + gotText(got));
 }
 
+bool isReal(ArgumentType type) {
+    return type == ArgumentType::Double || type == ArgumentType::Distance || type == ArgumentType::Angle ||
+           type == ArgumentType::Time;
+}
+
+/// A text may be a number where it may have a unit. The command reads it: it knows how long a frame is.
+std::optional<Value> textValueOf(py::handle object, ArgumentType type) {
+    Value word = Value::plainText(textOf(object));
+    if (type == ArgumentType::String) return word;
+    constexpr double kAnyRate = 1.0;
+    const bool isMeasure =
+        isReal(type) && type != ArgumentType::Double && host::mel::numberOf(word, type, kAnyRate);
+    return isMeasure ? std::optional<Value>(std::move(word)) : std::nullopt;
+}
+
 /// Nothing if the object is of another kind.
 std::optional<Value> valueOf(py::handle object, ArgumentType type) {
-    if (type == ArgumentType::String) {
-        if (PyUnicode_Check(object.ptr()) == 0) return std::nullopt;
-        return Value::plainText(textOf(object));
-    }
+    if (PyUnicode_Check(object.ptr()) != 0) return textValueOf(object, type);
+    if (type == ArgumentType::String) return std::nullopt;
     if (isTruth(object)) {
         const bool truth = PyObject_IsTrue(object.ptr()) == 1;
-        return type == ArgumentType::Double ? Value(truth ? 1.0 : 0.0) : Value(truth);
+        return isReal(type) ? Value(truth ? 1.0 : 0.0) : Value(truth);
     }
-    if (type == ArgumentType::Double && (isWhole(object) || isFloat(object))) return Value(floatOf(object));
+    if (isReal(type) && (isWhole(object) || isFloat(object))) return Value(floatOf(object));
     if (type == ArgumentType::Boolean && isFloat(object)) return Value(floatOf(object) != 0.0);
     if (!isWhole(object)) return std::nullopt;
     const int number = intOf(object);

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "geometry/closestPoint.h"
+#include "geometry/closestVertex.h"
 #include "geometry/primitives.h"
 #include "geometry/triangulate.h"
 #include "support/meshZoo.h"
@@ -96,6 +97,27 @@ TEST_P(ClosestOnZoo, randomPointsFindWhatBruteForceFinds) {
     std::uniform_real_distribution<double> random(-6.0, 6.0);
     for (int i = 0; i < 200; ++i)
         expectClosest(mesh, tree, {random(engine), random(engine), random(engine)}, 1e-12);
+}
+
+TEST_P(ClosestOnZoo, theClosestVertexIsTheLowestOfThoseThatTie) {
+    const Mesh& mesh = GetParam().mesh;
+    const ClosestVertexTree tree(mesh);
+    const auto expectLowest = [&](const Vec3& point) {
+        int expected = -1;
+        for (int vertex = 0; vertex < mesh.vertexCount(); ++vertex) {
+            if (expected < 0 ||
+                squaredLength(mesh.point(vertex) - point) < squaredLength(mesh.point(expected) - point))
+                expected = vertex;
+        }
+        EXPECT_EQ(tree.query(point), expected);
+    };
+    for (int vertex = 0; vertex < mesh.vertexCount(); ++vertex)
+        expectLowest(mesh.point(vertex));
+    for (int edge = 0; edge < mesh.edgeCount(); ++edge) {
+        const auto [a, b] = mesh.topology().edge(edge);
+        expectLowest((mesh.point(a) + mesh.point(b)) * 0.5);
+    }
+    EXPECT_EQ(tree.query({std::nan(""), 0, 0}), -1);
 }
 
 TEST_P(ClosestOnZoo, everyVertexOfAFaceIsFoundExactlyAndInItsLowestFace) {

@@ -59,6 +59,16 @@ class RandomInstances : public testing::TestWithParam<unsigned> {
     NodeRef pick() { return nodes_.empty() || below(9) == 0 ? nullptr : nodes_[below(nodes_.size())]; }
     void add(const NodeRef& node) { nodes_.push_back(node); }
 
+    /// The place that a path means, which has to be one only.
+    Instance placeOf(const std::string& path) {
+        const NameMatches matches = findAll(graph_, path);
+        EXPECT_EQ(matches.items.size(), 1u) << path;
+        const SelectionItem& item = matches.items.front();
+        EXPECT_EQ(itemNames(graph_, item, true),
+                  std::vector<std::string>{fullPath({item.node.get(), item.path})});
+        return {item.node.get(), item.path};
+    }
+
     void checkLists() {
         for (const NodeRef& node : graph_.nodesOfType("dagNode")) {
             std::vector<const Node*> parents;
@@ -97,12 +107,10 @@ TEST_P(RandomInstances, AreFoundByEachOfTheirPathsAndCountedAlike) {
             const auto at = std::to_string(k) + ' ' + expected[k];
             EXPECT_EQ(findNode(graph_, expected[k]), node) << at;
             EXPECT_EQ(fullPath({node.get(), k}), expected[k]);
-            EXPECT_EQ(instanceOn(graph_, *node, expected[k]).number, k) << at;
+            EXPECT_EQ(placeOf(expected[k]).number, k) << at;
             EXPECT_EQ(findNode(graph_, names[k]), node) << names[k];
-            EXPECT_EQ(instanceOn(graph_, *node, names[k]).number, k) << names[k] << " for " << at;
-            Node* parent = parentOn(graph_, *node, expected[k]);
-            EXPECT_EQ(upwards({node.get(), k}).size() > 1 ? upwards({node.get(), k})[1].node : nullptr,
-                      parent);
+            EXPECT_EQ(placeOf(names[k]).number, k) << names[k] << " for " << at;
+            EXPECT_EQ(itemName(graph_, {node, {}, {}, k}), k > 0 ? names[k] : graph_.uniqueName(*node));
         }
         EXPECT_TRUE(upwards({node.get(), expected.size()}).empty());
     }
@@ -126,7 +134,7 @@ TEST_P(RandomInstances, StayWhereAnotherParentStays) {
     for (const NodeRef& node : nodes_) {
         bool stays = false;
         for (const std::string& path : naivePaths(*node)) {
-            const auto chain = upwards(instanceOn(graph_, *node, path));
+            const auto chain = upwards(placeOf(path));
             stays = stays || std::none_of(chain.begin(), chain.end(),
                                           [&](const Instance& at) { return at.node == gone.get(); });
         }

@@ -177,7 +177,7 @@ TEST(RandomScript, FindsTheSameFlagsInAnyOrder) {
         std::vector<Value> words;
         for (const std::size_t group : order)
             words.insert(words.end(), groups[group].begin(), groups[group].end());
-        const ArgumentParseResult result = parseArguments(syntax, std::move(words));
+        const ArgumentParseResult result = parseArguments(syntax, std::move(words), 24.0);
         ASSERT_EQ(result.error, "");
         EXPECT_EQ(result.arguments.text("n"), "-f");
         EXPECT_TRUE(result.arguments.isSet("f"));

@@ -9,6 +9,11 @@ namespace {
 
 using Words = std::vector<Value>;
 
+ArgumentParseResult parse(const Syntax& syntax, Words&& words) {
+    constexpr double kFramesPerSecond = 30.0;
+    return parseArguments(syntax, std::move(words), kFramesPerSecond);
+}
+
 Syntax exampleSyntax() {
     Syntax syntax;
     syntax.flag("n", "name", {ArgumentType::String})
@@ -47,9 +52,8 @@ TEST(Syntax, RefusesFlagsThatCannotBeTold) {
 
 TEST(ArgumentParser, FindsFlagsAnywhereAmongTheObjects) {
     const Syntax syntax = exampleSyntax();
-    const ArgumentParseResult result = parseArguments(
-        syntax,
-        Words{"a", "-w", 3, 0.5, "b", "-name", "-odd", "-i", -4, "-weight", "7", 1, "-on", "off", "c", "-f"});
+    const ArgumentParseResult result = parse(syntax, Words{"a", "-w", 3, 0.5, "b", "-name", "-odd", "-i", -4,
+                                                           "-weight", "7", 1, "-on", "off", "c", "-f"});
     ASSERT_EQ(result.error, "");
     const ParsedArguments& arguments = result.arguments;
     EXPECT_EQ(arguments.objectNames(), (std::vector<std::string>{"a", "b", "c"}));
@@ -69,8 +73,8 @@ TEST(ArgumentParser, SpreadsArraysOverTheWords) {
     Syntax syntax;
     syntax.flag("c", "color", {ArgumentType::Double, ArgumentType::Double, ArgumentType::Double});
     syntax.objects(ObjectKind::Values);
-    const ArgumentParseResult result = parseArguments(
-        syntax, Words{std::vector<std::string>{"a", "b"}, "-c", std::vector<double>{1, 2, 3}, 4, -0.5});
+    const ArgumentParseResult result =
+        parse(syntax, Words{std::vector<std::string>{"a", "b"}, "-c", std::vector<double>{1, 2, 3}, 4, -0.5});
     ASSERT_EQ(result.error, "");
     EXPECT_EQ(result.arguments.objects(), (Words{"a", "b", 4, -0.5}));
     EXPECT_EQ(result.arguments.values("c"), (Words{1.0, 2.0, 3.0}));
@@ -78,7 +82,7 @@ TEST(ArgumentParser, SpreadsArraysOverTheWords) {
 
 TEST(ArgumentParser, TakesNoFlagArgumentsInQueryMode) {
     Syntax syntax = exampleSyntax();
-    ArgumentParseResult result = parseArguments(syntax, Words{"-i", "-q", "node"});
+    ArgumentParseResult result = parse(syntax, Words{"-i", "-q", "node"});
     ASSERT_EQ(result.error, "");
     EXPECT_TRUE(result.arguments.isQuery());
     EXPECT_TRUE(result.arguments.isSet("i"));
@@ -86,21 +90,21 @@ TEST(ArgumentParser, TakesNoFlagArgumentsInQueryMode) {
     EXPECT_EQ(result.arguments.objectNames(), std::vector<std::string>{"node"});
 
     syntax.makeQueryWithArguments("i");
-    result = parseArguments(syntax, Words{"-query", "-i", 5, "-t", "node"});
+    result = parse(syntax, Words{"-query", "-i", 5, "-t", "node"});
     ASSERT_EQ(result.error, "");
     EXPECT_EQ(result.arguments.integer("i"), 5);
     EXPECT_TRUE(result.arguments.isSet("t"));
 
     // The argument of a flag is no mode, whatever it looks like.
-    EXPECT_FALSE(parseArguments(exampleSyntax(), Words{"-n", "-e", "-i", 2}).arguments.isEdit());
-    EXPECT_TRUE(parseArguments(exampleSyntax(), Words{"-edit", "-i", 2}).arguments.isEdit());
+    EXPECT_FALSE(parse(exampleSyntax(), Words{"-n", "-e", "-i", 2}).arguments.isEdit());
+    EXPECT_TRUE(parse(exampleSyntax(), Words{"-edit", "-i", 2}).arguments.isEdit());
 }
 
 TEST(ArgumentParser, LetsACommandUseTheLettersOfTheModes) {
     Syntax syntax;
     syntax.flag("e", "every", {ArgumentType::Int});
     syntax.enableEdit();
-    const ArgumentParseResult result = parseArguments(syntax, Words{"-e", 3});
+    const ArgumentParseResult result = parse(syntax, Words{"-e", 3});
     EXPECT_EQ(result.arguments.integer("every"), 3);
     EXPECT_FALSE(result.arguments.isEdit());
 }
@@ -116,7 +120,7 @@ class FlagArgument : public testing::TestWithParam<TypeCase> {};
 TEST_P(FlagArgument, HasTheTypeOfItsFlagOrIsRefused) {
     Syntax syntax;
     syntax.flag("x", "example", {GetParam().type});
-    const ArgumentParseResult result = parseArguments(syntax, Words{"-x", GetParam().word});
+    const ArgumentParseResult result = parse(syntax, Words{"-x", GetParam().word});
     EXPECT_EQ(result.ok(), !GetParam().value.isNone()) << GetParam().word.toString();
     EXPECT_EQ(result.ok() ? result.arguments.values("x")[0] : Value(), GetParam().value);
 }
@@ -128,7 +132,13 @@ INSTANTIATE_TEST_SUITE_P(
                     TypeCase{ArgumentType::Int, "x", {}}, TypeCase{ArgumentType::Int, "3x", {}},
                     TypeCase{ArgumentType::Unsigned, 0, 0}, TypeCase{ArgumentType::Unsigned, -1, {}},
                     TypeCase{ArgumentType::Double, 2, 2.0}, TypeCase{ArgumentType::Double, "-1e-3", -0.001},
-                    TypeCase{ArgumentType::Double, "on", {}}, TypeCase{ArgumentType::Boolean, "yes", 1},
+                    TypeCase{ArgumentType::Double, "on", {}}, TypeCase{ArgumentType::Double, "1in", {}},
+                    TypeCase{ArgumentType::Distance, 3, 3.0}, TypeCase{ArgumentType::Distance, "-2in", -5.08},
+                    TypeCase{ArgumentType::Distance, "1deg", {}},
+                    TypeCase{ArgumentType::Distance, "infin", {}},
+                    TypeCase{ArgumentType::Angle, "45deg", 45.0}, TypeCase{ArgumentType::Angle, "7", 7.0},
+                    TypeCase{ArgumentType::Time, "2sec", 60.0}, TypeCase{ArgumentType::Time, "12film", 15.0},
+                    TypeCase{ArgumentType::Time, "60fps", {}}, TypeCase{ArgumentType::Boolean, "yes", 1},
                     TypeCase{ArgumentType::Boolean, "true", 1}, TypeCase{ArgumentType::Boolean, "no", 0},
                     TypeCase{ArgumentType::Boolean, 0, 0}, TypeCase{ArgumentType::Boolean, 2, 1},
                     TypeCase{ArgumentType::Boolean, "maybe", {}}, TypeCase{ArgumentType::String, 1.5, "1.5"},
@@ -142,7 +152,7 @@ struct MisfitCase {
 class Misfit : public testing::TestWithParam<MisfitCase> {};
 
 TEST_P(Misfit, IsNamedInTheError) {
-    EXPECT_EQ(parseArguments(exampleSyntax(), Words(GetParam().words)).error, GetParam().error);
+    EXPECT_EQ(parse(exampleSyntax(), Words(GetParam().words)).error, GetParam().error);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -160,16 +170,15 @@ TEST(ArgumentParser, CountsPositionalArgumentsAndObjects) {
     Syntax positional;
     positional.addArgument(ArgumentType::String);
     positional.addArgument(ArgumentType::Int);
-    EXPECT_EQ(parseArguments(positional, Words{"a", 2}).arguments.arguments(), (Words{"a", 2}));
-    EXPECT_EQ(parseArguments(positional, Words{"a"}).error, "Not enough objects or values.");
-    EXPECT_EQ(parseArguments(positional, Words{"a", 2, 3}).error, "Too many objects or values.");
-    EXPECT_EQ(parseArguments(positional, Words{"a", "b"}).error, "Argument 'b' must be an integer.");
+    EXPECT_EQ(parse(positional, Words{"a", 2}).arguments.arguments(), (Words{"a", 2}));
+    EXPECT_EQ(parse(positional, Words{"a"}).error, "Not enough objects or values.");
+    EXPECT_EQ(parse(positional, Words{"a", 2, 3}).error, "Too many objects or values.");
+    EXPECT_EQ(parse(positional, Words{"a", "b"}).error, "Argument 'b' must be an integer.");
 
     Syntax objects;
     objects.objects(ObjectKind::Strings, 2);
-    EXPECT_EQ(parseArguments(objects, Words{"a"}).error, "Not enough objects or values.");
-    EXPECT_EQ(parseArguments(objects, Words{"a", 5}).arguments.objectNames(),
-              (std::vector<std::string>{"a", "5"}));
+    EXPECT_EQ(parse(objects, Words{"a"}).error, "Not enough objects or values.");
+    EXPECT_EQ(parse(objects, Words{"a", 5}).arguments.objectNames(), (std::vector<std::string>{"a", "5"}));
 }
 
 }  // namespace

@@ -35,6 +35,9 @@ RESULTS = [
     ("cmds.getAttr('box.visibility')", True),
     ("cmds.getAttr('box.rotateOrder')", 0),
     ("cmds.getAttr('box.translate')", [(0.0, 0.0, 0.0)]),
+    ("cmds.rotate('45deg', 0, '1rad', 'box')", None),
+    ("cmds.currentTime('2sec')", 48.0),
+    ("cmds.getAttr('time1.outTime', time='1sec')", 24.0),
     ("cmds.getAttr('box.tx', lock=True)", False),
     ("cmds.getAttr('box.tx', settable=True)", True),
     ("cmds.getAttr('box.matrix')", [float(at % 5 == 0) for at in range(16)]),
@@ -149,6 +152,14 @@ def test_flags_that_may_stand_several_times(shapes):
     cmds.skinPercent(skin, "box.vtx[0]", transformValue=[("j1", 0.25), ("j2", 0.75)])
     assert cmds.skinPercent(skin, "box.vtx[0]", query=True, value=True) == [0.25, 0.75]
     assert cmds.skinPercent(skin, "box.vtx[0]", query=True, transform="j2") == 0.75
+    other = cmds.skinCluster(joints, cmds.duplicate("box")[0], toSelectedBones=True)[0]
+    assert cmds.copySkinWeights(ss=skin, ds=other, noMirror=True, influenceAssociation=["name", "closestJoint"]) is None
+    assert cmds.skinPercent(other, "box1.vtx[0]", query=True, value=True) == [0.25, 0.75]
+    cmds.skinPercent(skin, "box.vtx[0]", transformMoveWeights=["j1", "j2"])
+    assert cmds.skinPercent(skin, "box.vtx[0]", query=True, ignoreBelow=0.5, value=True) == [1.0]
+    cmds.joint("j1", edit=True, orientJoint="xyz", secondaryAxisOrient="zup", children=True, zeroScaleOrient=True)
+    assert cmds.joint("j1", query=True, degreeOfFreedom=True) == "xyz"
+    assert cmds.joint("j1", query=True, limitSwitchX=True) is False
 
 
 def test_empty_lists(box):
@@ -172,6 +183,13 @@ WRONG = [
     ("cmds.polyCube(sx=1.5)", TypeError, "Invalid arguments for flag 'sx'.  Expected int, got float"),
     ("cmds.blendShape('box', edit=True, target=('box', 0.5, 'box', 1))", TypeError,
      "Invalid arguments for flag 'target'.  Expected ( string, int, string, float ), got ( str, float, str, int )"),
+    ("cmds.xform(t=True)", TypeError,
+     "Invalid arguments for flag 't'.  Expected ( distance, distance, distance ), got bool"),
+    ("cmds.xform(ro=('45deg', '1in', 0))", TypeError,
+     "Invalid arguments for flag 'ro'.  Expected ( angle, angle, angle ), got ( str, str, int )"),
+    ("cmds.playbackOptions(min='soon')", TypeError, "Invalid arguments for flag 'min'.  Expected time, got str"),
+    ("cmds.optionVar(intValue=('a', 3.9))", TypeError,
+     "Invalid arguments for flag 'intValue'.  Expected ( string, int ), got ( str, float )"),
     ("cmds.polyCube(name=5)", TypeError, "Invalid arguments for flag 'name'.  Expected string, got int"),
     ("cmds.polyCube(name=None)", TypeError, "Invalid arguments for flag 'name'.  Expected string, got NoneType"),
     ("cmds.ls(selection='yes')", TypeError, "Invalid arguments for flag 'selection'.  Expected bool, got str"),

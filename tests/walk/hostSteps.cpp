@@ -90,19 +90,38 @@ std::string bind(Draw& draw) {
                "-mi " +
                draw.anyOf({"1", "2"}) + " $j " + draw.node("mesh");
     }
-    return "skinCluster " + draw.anyOf({"-tsb ", "-mi 2 ", ""}) + draw.node("joint") + ' ' +
+    return "skinCluster " + draw.anyOf({"-tsb ", "-mi 2 ", "-mi 1 -rui 1 ", ""}) + draw.node("joint") + ' ' +
            draw.node("joint") + ' ' + draw.node("transform");
 }
 
 std::string editSkin(Draw& draw) {
-    return "skinCluster -e " + draw.anyOf({"-ai ", "-ri ", "-lw 1 -inf "}) + draw.node("joint") + ' ' +
-           draw.node("skinCluster");
+    if (draw.oneIn(6)) return "skinCluster -e -ub " + draw.node("skinCluster");
+    return "skinCluster -e " + draw.anyOf({"-ai ", "-ri ", "-lw 1 -inf ", "-siv ", "-wd 1 -wt 0.5 -ai "}) +
+           draw.node("joint") + ' ' + draw.node("skinCluster");
 }
 
 std::string skinWeights(Draw& draw) {
     return "skinPercent " +
-           draw.anyOf({"-tv " + draw.node("joint") + ' ' + draw.number(), "-nrm 1", "-prw 0.1"}) + ' ' +
-           draw.node("skinCluster") + ' ' + draw.vertices(draw.node("transform"));
+           draw.anyOf({"-tv " + draw.node("joint") + ' ' + draw.number(), "-nrm 1", "-prw 0.1", "-rtd",
+                       "-tmw " + draw.node("joint") + " -tmw " + draw.node("joint")}) +
+           ' ' + draw.node("skinCluster") + ' ' + draw.vertices(draw.node("transform"));
+}
+
+std::string copySkin(Draw& draw) {
+    return "copySkinWeights " +
+           draw.anyOf({"-nm ", "-mm YZ ", "-mi ", "-nm -sa closestComponent -ia name "}) + "-ss " +
+           draw.node("skinCluster") + " -ds " + draw.node("skinCluster");
+}
+
+std::string orientJoint(Draw& draw) {
+    return "joint -e " +
+           draw.anyOf({"-oj xyz -sao yup -zso ", "-oj zyx ", "-oj none -zso ", "-co -p 1 2 3 "}) +
+           draw.anyOf({"-ch ", ""}) + draw.node("joint");
+}
+
+std::string freeze(Draw& draw) {
+    return "makeIdentity " + draw.anyOf({"-a 1 ", "-a 1 ", ""}) +
+           draw.anyOf({"-t 1 ", "-r 1 ", "-s 1 ", "-r 1 -s 1 ", ""}) + draw.node("transform");
 }
 
 std::string blendShape(Draw& draw) {
@@ -299,6 +318,9 @@ const std::vector<Step>& hostSteps() {
         {"bind", bind},
         {"editSkin", editSkin},
         {"skinWeights", skinWeights},
+        {"copySkin", copySkin},
+        {"orientJoint", orientJoint},
+        {"freeze", freeze},
         {"blendShape", blendShape},
         {"blendShapeOnNew", blendShapeOnNew},
         {"tweakNode", tweakNode},

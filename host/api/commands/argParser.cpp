@@ -38,7 +38,8 @@ OPENMAYA_MAJOR_NAMESPACE_OPEN
 struct MArgParser::Parsed {
     Parsed(const host::api::SyntaxTable& source, const MArgList& words)
         : table(source),
-          line(host::mel::parseArguments(table.syntax, std::vector<Value>(ArgumentAccess::words(words)))) {}
+          line(host::mel::parseArguments(table.syntax, std::vector<Value>(ArgumentAccess::words(words)),
+                                         scene().framesPerSecond())) {}
 
     /// The values of one use of a flag; null if the command line did not fit or there is no such use.
     const std::vector<Value>* use(const char* flag, unsigned int index) const {

@@ -100,10 +100,13 @@ void mergeItem(std::vector<SelectionItem>& items, const SelectionItem& item,
 MStatus makeItem(const MDagPath& path, const MObject& component, SelectionItem& item) {
     item.node = PathAccess::node(path);
     if (item.node == nullptr) return unknownObject();
+    const graph::Instance place = PathAccess::instance(path);
+    item.path = place.number;
     if (component.isNull()) return MStatus::kSuccess;
     const graph::Component* elements = ObjectAccess::component(component);
     const NodeRef shape = scene().shapeOf(item.node);
     if (elements == nullptr || shape == nullptr) return incompatible();
+    if (shape != item.node) item.path = graph::childOf(place, *shape).number;
     item.node = shape;
     item.component = *elements;
     return MStatus::kSuccess;
@@ -175,7 +178,8 @@ MStatus MSelectionList::getDagPath(unsigned int index, MDagPath& path, MObject& 
     const SelectionItem& item = items_->list[index];
     if (!item.node->isAlive()) return host::api::missingObject();
     if (!item.node->type().isDag()) return incompatible();
-    path = PathAccess::path(item.node);
+    const bool isThere = item.path < host::graph::pathCount(*item.node);
+    path = PathAccess::path(item.node, isThere ? item.path : 0);
     component = item.component ? ObjectAccess::object(*item.component) : MObject();
     return MStatus::kSuccess;
 }
