@@ -232,7 +232,7 @@ graph::PlugMatch behindProxies(const graph::Graph& graph, graph::PlugMatch match
     constexpr int kMostProxies = 100;  // they may feed each other in a circle
     for (int k = 0; k < kMostProxies && match.plug.attribute().spec().isProxy; ++k) {
         const graph::Plug source = graph.source(match.plug);
-        if (!source) break;
+        if (!source || isLocked(match.plug)) break;
         match.plug = source;
         match.last = source.isElement() ? source.logicalIndex() : -1;
     }
