@@ -45,18 +45,19 @@ std::string childName(const graph::Graph& graph, const graph::Node& child, const
 /// What a copy takes of what is below its root.
 enum class Below { Nothing, Copies, InstancedLeaves, Instances };
 
-/// Copies a node and what is below it. Appends the nodes with their copies, top first. A node that is
-/// there several times is copied once, and its copy is there as often. Hierarchies may be deeper than the
-/// machine's stack.
-graph::NodeRef copyTree(graph::Graph& graph, graph::Node& root, const std::string& name, Below below,
+/// Copies a node, below its parent there, and what is below it. Appends the nodes with their copies, top
+/// first. A node that is there several times is copied once, and its copy is there as often. Hierarchies may
+/// be deeper than the machine's stack.
+graph::NodeRef copyTree(graph::Graph& graph, const Placed& place, const std::string& name, Below below,
                         NodeCopies& copies) {
+    graph::Node& root = *place.node;
     struct Copied {
         graph::Node* node;
         graph::Node* parent;  // of the copy
     };
     graph::NodeRef copiedRoot;
     std::unordered_map<const graph::Node*, graph::Node*> shared;  // of nodes with several parents: the copies
-    std::vector<Copied> ahead{{&root, root.parent()}};
+    std::vector<Copied> ahead{{&root, parentAt({place.node, {}, {}, place.path})}};
     while (!ahead.empty()) {
         const auto [node, parent] = ahead.back();
         ahead.pop_back();
@@ -70,6 +71,7 @@ graph::NodeRef copyTree(graph::Graph& graph, graph::Node& root, const std::strin
         const auto before = shared.find(node);
         if (before != shared.end()) {
             graph.addInstance(*before->second, parent);
+            nodes::shadeInstances(graph, before->second->ref());
             continue;
         }
         const graph::NodeRef copy =
@@ -119,19 +121,21 @@ std::string repeatTransform(graph::Graph& graph, const LastCopy& last, const gra
 }
 
 /// What to copy: the objects of the command line, or the selection. A shape is copied with its transform.
-Found<std::vector<graph::NodeRef>> originalsOf(CommandContext& context, const ParsedArguments& arguments,
-                                               const std::string& command) {
+Found<std::vector<Placed>> originalsOf(CommandContext& context, const ParsedArguments& arguments,
+                                       const std::string& command) {
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return {{}, items.error};
-    std::vector<graph::NodeRef> originals = nodesOf(items.value);
-    for (graph::NodeRef& node : originals) {
-        if (node->isA("shape") && node->parent() != nullptr) node = node->parent()->ref();
+    std::vector<Placed> originals;
+    std::unordered_set<const graph::Node*> seen;
+    for (const graph::SelectionItem& item : items.value) {
+        if (command == "instance" && !item.node->type().isDag())
+            return {{},
+                    command + ": '" + item.node->name() + "' is no DAG object. Use duplicate to copy it."};
+        Placed place = item;
+        if (place->isA("shape") && place->parent() != nullptr) place = place.parent();
+        if (seen.insert(place.node.get()).second) originals.push_back(std::move(place));
     }
     if (originals.empty()) return {{}, command + ": Nothing is selected to be " + command + "d."};
-    for (const graph::NodeRef& node : originals) {
-        if (command == "instance" && !node->type().isDag())
-            return {{}, command + ": '" + node->name() + "' is no DAG object. Use duplicate to copy it."};
-    }
     return {std::move(originals), {}};
 }
 
@@ -139,20 +143,20 @@ CommandResult copyObjects(CommandContext& context, const ParsedArguments& argume
                           const std::string& command, Below below, bool rootsOnly,
                           const std::shared_ptr<LastCopy>& last) {
     graph::Graph& graph = context.graph;
-    const Found<std::vector<graph::NodeRef>> originals = originalsOf(context, arguments, command);
+    const Found<std::vector<Placed>> originals = originalsOf(context, arguments, command);
     if (!originals.ok()) return CommandResult::failure(originals.error);
     Found<std::string> name;
     if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
     std::unordered_set<const graph::Node*> given;
-    for (const graph::NodeRef& node : originals.value)
-        given.insert(node.get());
+    for (const Placed& original : originals.value)
+        given.insert(original.node.get());
     std::vector<graph::NodeRef> roots;
     NodeCopies copies;
-    for (const graph::NodeRef& node : originals.value) {
-        if (hasAncestorIn(*node, given)) continue;
-        const std::string wanted = name.value.empty() ? nodes::copyName(graph, *node) : name.value;
-        roots.push_back(copyTree(graph, *node, wanted, below, copies));
+    for (const Placed& node : originals.value) {
+        if (hasAncestorIn(*node.node, given)) continue;
+        const std::string wanted = name.value.empty() ? nodes::copyName(graph, *node.node) : name.value;
+        roots.push_back(copyTree(graph, node, wanted, below, copies));
         if (!arguments.isSet("smartTransform") || !node->isA("transform")) continue;
         const std::string error = repeatTransform(graph, *last, node, roots.back());
         if (!error.empty()) return CommandResult::failure(error);
