@@ -6,6 +6,8 @@ if something does not fit, and is one step of the undo queue. Targets are given 
 Only the headless host has these functions so far: inside Maya importing this module raises ImportError.
 """
 
+import operator
+
 import numpy
 
 import delven
@@ -29,6 +31,11 @@ def _checked(values, dtype, dimensions, columns=None):
     return numpy.ascontiguousarray(given, dtype=dtype)
 
 
+def _target(given):
+    """A name, or an index as Python's integer."""
+    return given if isinstance(given, str) else operator.index(given)
+
+
 def points(mesh, space="object"):
     """Points of a mesh, (n, 3) doubles in centimetres, in "object" or "world" space."""
     if space not in ("object", "world"):
@@ -43,30 +50,36 @@ def set_points(mesh, values):
 
 def deltas(blend_shape, target, item=6000):
     """Vertices that an item of a target moves, (k) integers, and by how much, (k, 3) doubles."""
-    return _delven.deltas(blend_shape, target, item)
+    return _delven.deltas(blend_shape, _target(target), operator.index(item))
 
 
 def set_deltas(blend_shape, target, indices, values, item=6000):
-    """Replaces the deltas of an item. Each vertex may stand once."""
+    """Replaces the deltas of an item. Each vertex may stand once. They are stored by ascending vertex."""
     vertices = numpy.asarray(indices)
     if vertices.dtype.kind not in "iu" and vertices.size:
         raise ValueError(f"Indices are integers, not {vertices.dtype}.")
     if vertices.size and (vertices.min() < 0 or vertices.max() >= 2**31):
         raise ValueError("An index is no vertex.")
     vertices = _checked(vertices.astype(numpy.int64), numpy.int32, 1)
-    if len(numpy.unique(vertices)) != len(vertices):
+    moved = _checked(values, numpy.float64, 2, 3)
+    order = numpy.argsort(vertices)
+    if not numpy.diff(vertices[order]).all():
         raise ValueError("A vertex stands several times among the indices.")
-    _delven.set_deltas(blend_shape, target, vertices, _checked(values, numpy.float64, 2, 3), item)
+    if len(moved) == len(vertices):
+        # Maya may sort a component list, and the points would then belong to other vertices.
+        vertices, moved = vertices[order], moved[order]
+    _delven.set_deltas(blend_shape, _target(target), vertices, moved, operator.index(item))
 
 
 def target_weights(blend_shape, target=None):
     """Painted weights of a target, (n) floats; the base weights for None."""
-    return _delven.target_weights(blend_shape, target)
+    return _delven.target_weights(blend_shape, None if target is None else _target(target))
 
 
 def set_target_weights(blend_shape, target, values):
     """Replaces them."""
-    _delven.set_target_weights(blend_shape, target, _checked(values, numpy.float32, 1))
+    weights = _checked(values, numpy.float32, 1)
+    _delven.set_target_weights(blend_shape, None if target is None else _target(target), weights)
 
 
 def skin_weights(skin):

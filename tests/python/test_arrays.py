@@ -48,7 +48,8 @@ def test_deltas(shapes):
     cmds.delete("up", "out")
     one_step(lambda: arrays.set_deltas("bs", "out", [7, 0, 1], [[0, 0, 1], [0, 1, 0], [1, 0, 0.1]]))
     vertices, values = arrays.deltas("bs", "out")
-    assert vertices.tolist() == [7, 0, 1] and values[2].tolist() == [1, 0, 0.1]
+    assert vertices.tolist() == [0, 1, 7] and values[1].tolist() == [1, 0, 0.1]
+    assert cmds.getAttr("bs.it[0].itg[1].iti[6000].ict") == ["vtx[0:1]", "vtx[7]"]
     rest = arrays.points("boxShapeOrig")
     cmds.setAttr("bs.out", 1)
     moved = arrays.points("box") - rest
