@@ -3,7 +3,7 @@
 Every function makes one copy. A setter checks shapes, numbers and ranges before it changes anything, raises ValueError
 if something does not fit, and is one step of the undo queue. Targets are given by their index or their name.
 
-Only the headless host has these functions so far: inside Maya importing this module raises ImportError.
+Inside Maya the functions use its commands, and a setter raises RuntimeError for a locked or connected attribute.
 """
 
 import operator
@@ -12,10 +12,10 @@ import numpy
 
 import delven
 
-if not delven.is_headless():
-    raise ImportError("delven.arrays is not covered inside Maya yet.")
-
-from delven import _delven  # noqa: E402  (Maya has no such module)
+if delven.is_headless():
+    from delven import _delven as _backend
+else:
+    from delven import mayaArrays as _backend
 
 
 def _checked(values, dtype, dimensions, columns=None):
@@ -40,17 +40,17 @@ def points(mesh, space="object"):
     """Points of a mesh, (n, 3) doubles in centimetres, in "object" or "world" space."""
     if space not in ("object", "world"):
         raise ValueError(f'space is "object" or "world", not {space!r}.')
-    return _delven.points(mesh, space == "world")
+    return _backend.points(mesh, space == "world")
 
 
 def set_points(mesh, values):
     """Moves all points of a mesh, in object space."""
-    _delven.set_points(mesh, _checked(values, numpy.float64, 2, 3))
+    _backend.set_points(mesh, _checked(values, numpy.float64, 2, 3))
 
 
 def deltas(blend_shape, target, item=6000):
     """Vertices that an item of a target moves, (k) integers, and by how much, (k, 3) doubles."""
-    return _delven.deltas(blend_shape, _target(target), operator.index(item))
+    return _backend.deltas(blend_shape, _target(target), operator.index(item))
 
 
 def set_deltas(blend_shape, target, indices, values, item=6000):
@@ -68,35 +68,35 @@ def set_deltas(blend_shape, target, indices, values, item=6000):
     if len(moved) == len(vertices):
         # Maya may sort a component list, and the points would then belong to other vertices.
         vertices, moved = vertices[order], moved[order]
-    _delven.set_deltas(blend_shape, _target(target), vertices, moved, operator.index(item))
+    _backend.set_deltas(blend_shape, _target(target), vertices, moved, operator.index(item))
 
 
 def target_weights(blend_shape, target=None):
     """Painted weights of a target, (n) floats; the base weights for None."""
-    return _delven.target_weights(blend_shape, None if target is None else _target(target))
+    return _backend.target_weights(blend_shape, None if target is None else _target(target))
 
 
 def set_target_weights(blend_shape, target, values):
     """Replaces them."""
     weights = _checked(values, numpy.float32, 1)
-    _delven.set_target_weights(blend_shape, None if target is None else _target(target), weights)
+    _backend.set_target_weights(blend_shape, None if target is None else _target(target), weights)
 
 
 def skin_weights(skin):
     """Weights of a skin cluster, (n, m) doubles, and the names of the m influences."""
-    return _delven.skin_weights(skin)
+    return _backend.skin_weights(skin)
 
 
 def set_skin_weights(skin, values):
     """Replaces them, one column for each influence. They are stored as given: nothing is normalized."""
-    _delven.set_skin_weights(skin, _checked(values, numpy.float64, 2))
+    _backend.set_skin_weights(skin, _checked(values, numpy.float64, 2))
 
 
 def order_map(mesh):
     """Mirror partner of each vertex, (n) integers; -1 for none."""
-    return _delven.order_map(mesh)
+    return _backend.order_map(mesh)
 
 
 def regions(node):
     """Weights of the six regions of a region node, (6, n) doubles."""
-    return _delven.regions(node)
+    return _backend.regions(node)
