@@ -3,17 +3,19 @@
 Every function makes one copy. A setter checks shapes, numbers and ranges before it changes anything, raises ValueError
 if something does not fit, and is one step of the undo queue. Targets are given by their index or their name.
 
-Only the headless host has these functions so far: inside Maya importing this module raises ImportError.
+Inside Maya the functions use its commands, and a setter raises RuntimeError for a locked or connected attribute.
 """
+
+import operator
 
 import numpy
 
 import delven
 
-if not delven.is_headless():
-    raise ImportError("delven.arrays is not covered inside Maya yet.")
-
-from delven import _delven  # noqa: E402  (Maya has no such module)
+if delven.is_headless():
+    from delven import _delven as _backend
+else:
+    from delven import mayaArrays as _backend
 
 
 def _checked(values, dtype, dimensions, columns=None):
@@ -29,61 +31,72 @@ def _checked(values, dtype, dimensions, columns=None):
     return numpy.ascontiguousarray(given, dtype=dtype)
 
 
+def _target(given):
+    """A name, or an index as Python's integer."""
+    return given if isinstance(given, str) else operator.index(given)
+
+
 def points(mesh, space="object"):
     """Points of a mesh, (n, 3) doubles in centimetres, in "object" or "world" space."""
     if space not in ("object", "world"):
         raise ValueError(f'space is "object" or "world", not {space!r}.')
-    return _delven.points(mesh, space == "world")
+    return _backend.points(mesh, space == "world")
 
 
 def set_points(mesh, values):
     """Moves all points of a mesh, in object space."""
-    _delven.set_points(mesh, _checked(values, numpy.float64, 2, 3))
+    _backend.set_points(mesh, _checked(values, numpy.float64, 2, 3))
 
 
 def deltas(blend_shape, target, item=6000):
     """Vertices that an item of a target moves, (k) integers, and by how much, (k, 3) doubles."""
-    return _delven.deltas(blend_shape, target, item)
+    return _backend.deltas(blend_shape, _target(target), operator.index(item))
 
 
 def set_deltas(blend_shape, target, indices, values, item=6000):
-    """Replaces the deltas of an item. Each vertex may stand once."""
+    """Replaces the deltas of an item. Each vertex may stand once. They are stored by ascending vertex."""
     vertices = numpy.asarray(indices)
     if vertices.dtype.kind not in "iu" and vertices.size:
         raise ValueError(f"Indices are integers, not {vertices.dtype}.")
     if vertices.size and (vertices.min() < 0 or vertices.max() >= 2**31):
         raise ValueError("An index is no vertex.")
     vertices = _checked(vertices.astype(numpy.int64), numpy.int32, 1)
-    if len(numpy.unique(vertices)) != len(vertices):
+    moved = _checked(values, numpy.float64, 2, 3)
+    order = numpy.argsort(vertices)
+    if not numpy.diff(vertices[order]).all():
         raise ValueError("A vertex stands several times among the indices.")
-    _delven.set_deltas(blend_shape, target, vertices, _checked(values, numpy.float64, 2, 3), item)
+    if len(moved) == len(vertices):
+        # Maya may sort a component list, and the points would then belong to other vertices.
+        vertices, moved = vertices[order], moved[order]
+    _backend.set_deltas(blend_shape, _target(target), vertices, moved, operator.index(item))
 
 
 def target_weights(blend_shape, target=None):
     """Painted weights of a target, (n) floats; the base weights for None."""
-    return _delven.target_weights(blend_shape, target)
+    return _backend.target_weights(blend_shape, None if target is None else _target(target))
 
 
 def set_target_weights(blend_shape, target, values):
     """Replaces them."""
-    _delven.set_target_weights(blend_shape, target, _checked(values, numpy.float32, 1))
+    weights = _checked(values, numpy.float32, 1)
+    _backend.set_target_weights(blend_shape, None if target is None else _target(target), weights)
 
 
 def skin_weights(skin):
     """Weights of a skin cluster, (n, m) doubles, and the names of the m influences."""
-    return _delven.skin_weights(skin)
+    return _backend.skin_weights(skin)
 
 
 def set_skin_weights(skin, values):
     """Replaces them, one column for each influence. They are stored as given: nothing is normalized."""
-    _delven.set_skin_weights(skin, _checked(values, numpy.float64, 2))
+    _backend.set_skin_weights(skin, _checked(values, numpy.float64, 2))
 
 
 def order_map(mesh):
     """Mirror partner of each vertex, (n) integers; -1 for none."""
-    return _delven.order_map(mesh)
+    return _backend.order_map(mesh)
 
 
 def regions(node):
     """Weights of the six regions of a region node, (6, n) doubles."""
-    return _delven.regions(node)
+    return _backend.regions(node)
