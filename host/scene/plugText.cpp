@@ -281,7 +281,10 @@ void NewValues::write(const Attribute& attribute, PlugKey key, const graph::Slot
     } else if (const auto* multi = std::get_if<std::unique_ptr<graph::ElementMulti>>(&slot.content)) {
         writeElements(attribute, key, **multi);
     } else if (const auto* children = std::get_if<std::unique_ptr<graph::Slot::Children>>(&slot.content)) {
-        if (writeTuple(key)) return;
+        // Undo empties the parts of a compound, not the compound.
+        const bool hasParts = std::any_of((*children)->begin(), (*children)->end(),
+                                          [](const graph::Slot& part) { return !part.empty(); });
+        if (!hasParts || writeTuple(key)) return;
         for (const auto& child : attribute.children()) {
             key.attribute = child.get();
             write(*child, key, (**children)[static_cast<std::size_t>(child->ordinal())]);

@@ -13,6 +13,7 @@
 #include "binding/host.h"
 #include "commands/commandSupport.h"
 #include "commands/meshSupport.h"
+#include "commands/transformSupport.h"
 #include "graph/names.h"
 #include "nodes/blendShapeNode.h"
 #include "nodes/meshNode.h"
@@ -86,10 +87,20 @@ py::object points(const std::string& name, bool inWorld) {
     return std::move(result);
 }
 
+/// A setter changes nothing if it may not change all.
+void checkWritable(const graph::Plug& plug) {
+    const std::string error = host::commands::writeObstacle(scene(), plug);
+    if (!error.empty()) throw std::runtime_error(error);
+}
+
 void setPoints(const std::string& name, const Array<double>& given) {
     const graph::NodeRef shape = shapeOf(name);
     const std::size_t count = meshOf(shape)->mesh.points().size();
     checkCount(given.shape(0), count / 3, name);
+    checkWritable(shape->plug("pnts"));
+    // Points of a mesh with history become offsets.
+    const graph::Plug mesh = shape->plug("inMesh");
+    if (!scene().source(mesh)) checkWritable(mesh);
     std::vector<float> xyz(given.data(), given.data() + count);
     Host::current().asOneStep([&] { nodes::setMeshPoints(scene(), shape, std::move(xyz)); });
 }
@@ -147,6 +158,8 @@ void setDeltas(const std::string& name, py::handle target, const Array<int>& ind
             "The target has a connected mesh, which gives it its deltas. Delete or "
             "disconnect the mesh first.");
     }
+    for (const char* attribute : {nodes::kPointsTarget, nodes::kComponentsTarget})
+        checkWritable(nodes::childPlug(plug, attribute));
     checkCount(values.shape(0), static_cast<std::size_t>(indices.shape(0)), "indices");
     const auto vertices = static_cast<int>(vertexCount(blendShape));
     const auto count = static_cast<std::size_t>(indices.shape(0));
@@ -203,6 +216,7 @@ py::object targetWeights(const std::string& name, py::handle target) {
 void setTargetWeights(const std::string& name, py::handle target, const Array<float>& given) {
     const graph::NodeRef blendShape = nodeOf(name, "blendShape");
     const graph::Plug plug = weightsPlug(blendShape, target);
+    checkWritable(plug);
     checkCount(given.shape(0), vertexCount(blendShape), "The mesh");
     Host::current().asOneStep([&] {
         for (py::ssize_t vertex = 0; vertex < given.shape(0); ++vertex)
@@ -256,6 +270,7 @@ py::object skinWeights(const std::string& name) {
 void setSkinWeights(const std::string& name, const Array<double>& given) {
     const graph::NodeRef skin = nodeOf(name, "skinCluster");
     const std::vector<nodes::Influence> influences = nodes::influencesOf(skin);
+    checkWritable(skin->plug("weightList"));
     checkCount(given.shape(0), skinnedCount(skin), "The mesh");
     checkCount(given.shape(1), influences.size(), "The list of influences");
     nodes::WeightRows rows;
