@@ -5,6 +5,7 @@
 #include <functional>
 #include <set>
 #include <tuple>
+#include <unordered_set>
 #include <utility>
 
 #include "geometry/textFile.h"
@@ -56,41 +57,64 @@ std::vector<NamedNode> named(const std::vector<NodeRef>& nodes) {
     return result;
 }
 
-bool stillMeans(const graph::Graph& graph, std::string_view name, const NamedNode& meant,
-                graph::InstanceNumbers& numbers) {
-    if (meant.node == nullptr) return true;
-    if (findFromRoot(graph, name) != meant.node) return false;
-    if (!graph.hasInstances() || !graph::isInstanced(*meant.node)) return true;
-    if (name.front() != '|') return false;
-    return !meant.number || instanceFromRoot(graph, *meant.node, name, numbers).number == *meant.number;
-}
-
-/// Replaces the names of nodes in a statement by their present names.
-/// @param nodes  what the names of the statement mean, in their order
-/// @return nothing if every name still means its node
-std::optional<std::string> renamed(const graph::Graph& graph, std::string_view statement,
-                                   const std::vector<NamedNode>& nodes, graph::InstanceNumbers& numbers) {
-    std::string text;
-    std::size_t copied = 0;
-    std::size_t at = 0;
-    WordScanner words(statement);
-    words.next();
-    for (Word word = words.next(); !word.isEnd() && at < nodes.size(); word = words.next()) {
-        if (!word.isText()) continue;
-        const NamedNode& meant = nodes[at++];
-        const std::string name = word.text();
-        const std::size_t dot = std::min(name.find('.'), name.size());
-        if (stillMeans(graph, std::string_view(name).substr(0, dot), meant, numbers)) continue;
-        const auto begin = static_cast<std::size_t>(word.raw.data() - statement.data());
-        text += statement.substr(copied, begin - copied);
-        text += inQuotes((meant.number.value_or(0) > 0 ? numbers.fullPath({meant.node.get(), *meant.number})
-                                                       : nodeText(graph, *meant.node)) +
-                         name.substr(dot));
-        copied = begin + word.raw.size();
+/// Tells whether the names in a file's statements still mean what they did, and replaces those that do not.
+class SavedNames {
+  public:
+    SavedNames(const graph::Graph& graph, const std::vector<SavedInstance>& instances) : graph_(graph) {
+        for (const SavedInstance& instance : instances)
+            instanced_.insert(instance.node.get());
     }
-    if (copied == 0) return std::nullopt;
-    return text + std::string(statement.substr(copied));
-}
+
+    graph::InstanceNumbers& numbers() { return numbers_; }
+
+    bool stillMeans(std::string_view name, const NamedNode& meant) {
+        if (meant.node == nullptr) return true;
+        if (findFromRoot(graph_, name) != meant.node) return false;
+        if (!graph_.hasInstances() || !graph::isInstanced(*meant.node)) return true;
+        // A name without a path was enough for the file if the node had several places there already.
+        if (name.front() != '|' && !wasInstanced(*meant.node)) return false;
+        return !meant.number || instanceFromRoot(graph_, *meant.node, name, numbers_).number == *meant.number;
+    }
+
+    /// Replaces the names of nodes in a statement by their present names.
+    /// @param nodes  what the names of the statement mean, in their order
+    /// @return nothing if every name still means its node
+    std::optional<std::string> renamed(std::string_view statement, const std::vector<NamedNode>& nodes) {
+        std::string text;
+        std::size_t copied = 0;
+        std::size_t at = 0;
+        WordScanner words(statement);
+        words.next();
+        for (Word word = words.next(); !word.isEnd() && at < nodes.size(); word = words.next()) {
+            if (!word.isText()) continue;
+            const NamedNode& meant = nodes[at++];
+            const std::string name = word.text();
+            const std::size_t dot = std::min(name.find('.'), name.size());
+            if (stillMeans(std::string_view(name).substr(0, dot), meant)) continue;
+            const auto begin = static_cast<std::size_t>(word.raw.data() - statement.data());
+            text += statement.substr(copied, begin - copied);
+            text +=
+                inQuotes((meant.number.value_or(0) > 0 ? numbers_.fullPath({meant.node.get(), *meant.number})
+                                                       : nodeText(graph_, *meant.node)) +
+                         name.substr(dot));
+            copied = begin + word.raw.size();
+        }
+        if (copied == 0) return std::nullopt;
+        return text + std::string(statement.substr(copied));
+    }
+
+  private:
+    bool wasInstanced(const graph::Node& node) const {
+        for (const graph::Node* at = &node; at != nullptr; at = at->parent()) {
+            if (instanced_.count(at) != 0) return true;
+        }
+        return false;
+    }
+
+    const graph::Graph& graph_;
+    std::unordered_set<const graph::Node*> instanced_;  // in the file
+    graph::InstanceNumbers numbers_;
+};
 
 /// The name of a file as a comment can hold it, which ends with its line.
 std::string inComment(std::string name) {
@@ -107,7 +131,8 @@ class Writer {
           text_(*document.text),
           uuids_(uuids),
           options_(options),
-          edits_(text_) {}
+          edits_(text_),
+          names_(graph, document.instances) {}
 
     TextEdits run() {
         if (options_.isRenamed) renameFile();
@@ -452,14 +477,13 @@ class Writer {
         if (number == 0) return false;
         const std::string name = sourceName(link);
         const NodeRef& node = link.source.node();
-        return !stillMeans(graph_, std::string_view(name).substr(0, name.find('.')), {node, number},
-                           numbers_) &&
-               numbers_.fullPath({node.get(), number}).empty();
+        return !names_.stillMeans(std::string_view(name).substr(0, name.find('.')), {node, number}) &&
+               names_.numbers().fullPath({node.get(), number}).empty();
     }
 
     void rewriteNames(std::uint32_t statement, const std::vector<NamedNode>& nodes) {
         if (!areNamesChanged_) return;
-        if (auto by = renamed(graph_, text_.statement(statement), nodes, numbers_))
+        if (auto by = names_.renamed(text_.statement(statement), nodes))
             edits_.replaceStatement(statement, std::move(*by));
     }
 
@@ -518,11 +542,11 @@ class Writer {
         if (only.empty() || !isPerInstance(source) || !graph::isInstanced(*source.node()))
             return plugText(graph_, source);
         const graph::Instance instance{source.node().get(), static_cast<std::size_t>(source.logicalIndex())};
-        const std::vector<graph::Instance> path = numbers_.upwards(instance);
+        const std::vector<graph::Instance> path = names_.numbers().upwards(instance);
         const bool isSaved = std::all_of(path.begin(), path.end(),
                                          [&](const graph::Instance& at) { return only.count(at.node) != 0; });
         if (path.empty() || !isSaved) return std::nullopt;
-        return numbers_.fullPath(instance) + '.' + plugPath(source.array().key());
+        return names_.numbers().fullPath(instance) + '.' + plugPath(source.array().key());
     }
 
     void addLinks() {
@@ -548,8 +572,8 @@ class Writer {
                 return node != nullptr && !node->isAlive();
             });
             if (!isGone)
-                lines += renamed(graph_, mention.text, named(nodes), numbers_).value_or(mention.text) +
-                         text_.form.lineEnd;
+                lines +=
+                    names_.renamed(mention.text, named(nodes)).value_or(mention.text) + text_.form.lineEnd;
         }
         edits_.insertAfter(std::max({lastLink_, lastInstance_, nodesEnd()}), lines);
     }
@@ -566,7 +590,7 @@ class Writer {
     std::set<const Node*> written_;
     std::set<std::string, std::less<>> oldNames_;  // that no node has any more
     std::set<LinkKey> present_;
-    graph::InstanceNumbers numbers_;
+    SavedNames names_;
     std::set<std::pair<const Node*, const Node*>> presentInstances_;  // nodes with their parents
     std::int64_t lastBlock_ = -1;
     std::int64_t lastInstance_ = -1;

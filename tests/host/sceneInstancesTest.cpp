@@ -143,6 +143,20 @@ TEST(SceneInstances, NamesOfNodesThatGetAnotherPlaceBecomePaths) {
     EXPECT_EQ(host.saved(), text);
 }
 
+TEST(SceneInstances, NamesWithoutPathsStayWhereTheFileHadThem) {
+    SceneHost host;
+    const std::string nodes = kHead + R"(createNode transform -n "a";
+createNode transform -n "b";
+createNode transform -n "g" -p "a";
+createNode transform -n "c";
+parent -s -nc -r -add "|a|g" "b";
+)";
+    host.open(nodes + "connectAttr \"g.tx\" \"c.tx\";\n");
+    host.ok("rename c d");
+    const std::string saved = host.saved();
+    EXPECT_NE(saved.find("connectAttr \"g.tx\" \"d.tx\";"), std::string::npos) << saved;
+}
+
 TEST(SceneInstances, GoWithExportsAndIntoNamespaces) {
     SceneHost host;
     host.open(kTwice);
