@@ -37,7 +37,7 @@ Vec3 nearestAngles(const Matrix4& rotation, geometry::RotateOrder order, const V
 }  // namespace
 
 Placed Placed::parent() const {
-    const graph::Instance& above = graph::upwards(graph::SelectionItem{node, {}, {}, path}).at(1);
+    const graph::Instance above = graph::upwards(graph::SelectionItem{node, {}, {}, path}).at(1);
     return graph::SelectionItem{above.node->ref(), {}, {}, above.number};
 }
 
