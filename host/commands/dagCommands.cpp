@@ -15,50 +15,71 @@ namespace host::commands {
 
 namespace {
 
-/// A node to group, and the parent to take it from.
-struct Member {
-    graph::NodeRef node;
-    graph::Node* from = nullptr;
-};
-
-/// Lowest node above all of these; null if that is the world.
-graph::Node* commonParent(const std::vector<Member>& members) {
-    if (members.empty()) return nullptr;
-    for (graph::Node* at = members.front().from; at != nullptr; at = at->parent()) {
-        const bool isAboveAll = std::all_of(members.begin(), members.end(), [&](const Member& member) {
-            return member.from != nullptr && graph::isBelow(*member.from, *at);
-        });
-        if (isAboveAll) return at;
+/// Lowest place above all of these; the top level if there is none.
+Chain commonParent(const std::vector<Chain>& members) {
+    if (members.empty()) return {};
+    std::vector<graph::NodeRef> shared(members.front().nodes.begin() + 1, members.front().nodes.end());
+    for (const Chain& member : members) {
+        // From the top down, chains are the same up to where they part.
+        const auto parting =
+            std::mismatch(shared.rbegin(), shared.rend(), member.nodes.rbegin(), member.nodes.rend() - 1);
+        shared.erase(shared.begin(), parting.first.base());
     }
-    return nullptr;
+    Chain parent;
+    parent.nodes = std::move(shared);
+    return parent;
 }
 
 /// The nodes to group: transforms; a shape means its transform.
-Found<std::vector<Member>> groupMembers(CommandContext& context, const ParsedArguments& arguments) {
+Found<std::vector<Chain>> groupMembers(CommandContext& context, const ParsedArguments& arguments) {
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return {{}, items.error};
-    Found<std::vector<Member>> members;
+    Found<std::vector<Chain>> members;
     std::set<std::pair<const graph::Node*, const graph::Node*>> seen;
     for (const graph::SelectionItem& item : items.value) {
         if (!item.node->type().isDag()) return {{}, "group: '" + item.node->name() + "' is no DAG object."};
-        Placed place = item;
-        if (place->isA("shape") && place->parent() != nullptr) place = place.parent();
-        graph::Node* from = parentAt({place.node, {}, {}, place.path});
-        if (seen.emplace(place.node.get(), from).second) members.value.push_back({place.node, from});
+        Chain chain(item);
+        if (item.node->isA("shape") && chain.nodes.size() > 1) chain.nodes.erase(chain.nodes.begin());
+        std::string problem = lockProblem(context.graph, *chain.node(), "group");
+        if (!problem.empty()) return {{}, std::move(problem)};
+        if (seen.emplace(chain.node().get(), chain.parent()).second)
+            members.value.push_back(std::move(chain));
     }
     if (members.value.empty()) return {{}, "group: Not enough objects or values."};
     return members;
 }
 
-/// Below what a call makes its group; null for the world.
-Found<graph::Node*> groupParent(CommandContext& context, const ParsedArguments& arguments,
-                                const std::vector<Member>& members) {
-    if (!arguments.isSet("parent")) return {arguments.isSet("world") ? nullptr : commonParent(members), {}};
+/// Below what a call makes its group.
+Found<Chain> groupParent(CommandContext& context, const ParsedArguments& arguments,
+                         const std::vector<Chain>& members) {
+    if (!arguments.isSet("parent")) return {arguments.isSet("world") ? Chain() : commonParent(members), {}};
     const std::string name = arguments.text("parent");
-    const Found<graph::NodeRef> parent = findOneNode(context.graph, name);
-    if (!parent.ok()) return {nullptr, parent.error};
-    if (!parent.value->isA("transform")) return {nullptr, "group: '" + name + "' is no transform."};
-    return {parent.value.get(), {}};
+    const Found<std::vector<graph::SelectionItem>> parent = findItems(context.graph, {name});
+    if (!parent.ok()) return {{}, parent.error};
+    const graph::SelectionItem& item = parent.value.front();
+    if (!item.isWholeNode() || !item.node->isA("transform"))
+        return {{}, "group: '" + name + "' is no transform."};
+    return {Chain(item), {}};
+}
+
+/// Moves the members below a new group.
+/// @return empty, or the error
+std::string gather(graph::Graph& graph, const std::vector<Chain>& members, const Chain& group,
+                   bool isRelative) {
+    std::unordered_set<const graph::Node*> gathered;
+    for (const Chain& member : members) {
+        const graph::NodeRef node = member.node();
+        if (!gathered.insert(node.get()).second) {
+            graph.messages().warning("Object, '" + graph.uniqueName(*node) +
+                                     "', skipped.  Another instance of it is in the group.");
+            continue;
+        }
+        // A member below another member moves with it.
+        if (graph::isBelow(*node, *group.node())) continue;
+        std::string error = moveBelow(graph, member, group, isRelative);
+        if (!error.empty()) return error;
+    }
+    return {};
 }
 
 CommandResult group(CommandContext& context, const ParsedArguments& arguments) {
@@ -66,21 +87,20 @@ CommandResult group(CommandContext& context, const ParsedArguments& arguments) {
     Found<std::string> name{graph.nextName(graph.wholeName("group")), {}};
     if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return CommandResult::failure(name.error);
-    Found<std::vector<Member>> members;
+    Found<std::vector<Chain>> members;
     if (!arguments.isSet("empty")) members = groupMembers(context, arguments);
     if (!members.ok()) return CommandResult::failure(members.error);
-    const Found<graph::Node*> above = groupParent(context, arguments, members.value);
+    const Found<Chain> above = groupParent(context, arguments, members.value);
     if (!above.ok()) return CommandResult::failure(above.error);
-    for (const Member& member : members.value) {
-        if (above.value != nullptr && graph::isBelow(*above.value, *member.node))
+    graph::Node* parent = above.value.node().get();
+    for (const Chain& member : members.value) {
+        if (parent != nullptr && graph::isBelow(*parent, *member.node()))
             return CommandResult::failure("group: Cannot parent an object to one of its children.");
     }
-    const graph::NodeRef made = graph.createNode(*graph.types().find("transform"), name.value, above.value);
-    for (const Member& member : members.value) {
-        // A member below another member moves with it, and so does one that is there by another path.
-        if (!graph::isBelow(*member.node, *made))
-            moveBelow(graph, member.node, member.from, made.get(), arguments.isSet("relative"));
-    }
+    const graph::NodeRef made = graph.createNode(*graph.types().find("transform"), name.value, parent);
+    const std::string error =
+        gather(graph, members.value, above.value.below(made), arguments.isSet("relative"));
+    if (!error.empty()) return CommandResult::failure("group: " + error);
     selectNodes(graph, {made});
     return CommandResult::success(graph.uniqueName(*made));
 }

@@ -19,15 +19,16 @@ namespace {
 
 using graph::SelectionItem;
 
-void addBelow(graph::Node& node, std::vector<SelectionItem>& items) {
-    graph::visitHierarchy(node, [&](graph::Node& below) { items.push_back({below.ref(), {}, {}}); });
+void addBelow(const SelectionItem& item, std::vector<SelectionItem>& items) {
+    for (const graph::Instance& below : graph::hierarchyBelow(graph::upwards(item).front()))
+        items.push_back({below.node->ref(), {}, {}, below.number});
 }
 
 std::vector<SelectionItem> sceneItems(const graph::Graph& graph, const ListFilter& filter) {
     std::vector<SelectionItem> items;
     if (filter.dagOnly && !filter.intermediateOnly) {
         for (graph::Node* root : graph.roots())
-            addBelow(*root, items);
+            addBelow({root->ref()}, items);
         return items;
     }
     for (const graph::NodeRef& node : graph.nodes())
@@ -79,7 +80,7 @@ std::vector<SelectionItem> withDescendants(const std::vector<SelectionItem>& ite
     std::vector<SelectionItem> result;
     for (const SelectionItem& item : items) {
         if (item.isWholeNode()) {
-            addBelow(*item.node, result);
+            addBelow(item, result);
         } else {
             result.push_back(item);
         }
@@ -95,9 +96,11 @@ std::vector<SelectionItem> candidates(CommandContext& context, const ParsedArgum
     if (isSelection) {
         items = graph.selection().items();
         if (!arguments.objects().empty()) {
-            const std::vector<graph::NodeRef> named = nodesOf(namedItems(graph, arguments.objectNames()));
+            const std::vector<SelectionItem> named = namedItems(graph, arguments.objectNames());
             const auto isOther = [&](const SelectionItem& item) {
-                return std::find(named.begin(), named.end(), item.node) == named.end();
+                return std::none_of(named.begin(), named.end(), [&](const SelectionItem& wanted) {
+                    return wanted.node == item.node && wanted.path == item.path;
+                });
             };
             items.erase(std::remove_if(items.begin(), items.end(), isOther), items.end());
         }
@@ -203,7 +206,7 @@ CommandResult ls(CommandContext& context, const ParsedArguments& arguments, scen
         if (isPerNode) item.path = 0;
         if (arguments.isSet("assemblies") && (!item.node->type().isDag() || item.node->parent() != nullptr))
             continue;
-        if (!passes(graph, filter, *item.node)) continue;
+        if (!passes(graph, filter, item)) continue;
         if (item.isWholeNode() && !listed.add(item)) continue;
         items.push_back(std::move(item));
     }

@@ -71,7 +71,8 @@ ListFilter filterOf(const ParsedArguments& arguments) {
     return filter;
 }
 
-bool passes(graph::Graph& graph, const ListFilter& filter, const graph::Node& node) {
+bool passes(graph::Graph& graph, const ListFilter& filter, const graph::SelectionItem& item) {
+    const graph::Node& node = *item.node;
     const auto isOf = [&](const std::string& type) { return node.isA(type); };
     const auto isExactly = [&](const std::string& type) { return node.type().name() == type; };
     if (filter.dagOnly && !node.type().isDag()) return false;
@@ -83,7 +84,7 @@ bool passes(graph::Graph& graph, const ListFilter& filter, const graph::Node& no
     if (filter.intermediateOnly && !(isHidden && node.isA("shape"))) return false;
     if (filter.noIntermediate && isHidden) return false;
     return std::all_of(filter.states.begin(), filter.states.end(),
-                       [&](const NodeState* state) { return state->isTrue(graph, node); });
+                       [&](const NodeState* state) { return state->isTrue(graph, item); });
 }
 
 }  // namespace host::commands

@@ -25,7 +25,7 @@ struct ListFilter {
 /// Adds the flags that say which nodes are wanted.
 void addFilterFlags(Syntax& syntax);
 ListFilter filterOf(const ParsedArguments& arguments);
-bool passes(graph::Graph& graph, const ListFilter& filter, const graph::Node& node);
+bool passes(graph::Graph& graph, const ListFilter& filter, const graph::SelectionItem& item);
 
 /// The texts of all uses of a flag.
 std::vector<std::string> texts(const ParsedArguments& arguments, std::string_view flag);

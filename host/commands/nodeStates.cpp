@@ -1,5 +1,8 @@
 #include "commands/nodeStates.h"
 
+#include <algorithm>
+
+#include "graph/instances.h"
 #include "nodes/defaultCameras.h"
 #include "nodes/meshNode.h"
 #include "scene/fileTypes.h"
@@ -28,55 +31,53 @@ bool templates(graph::Graph& graph, const graph::Node& node) {
            numberOr(graph, node, "overrideDisplayType", 0.0) == kTemplate;
 }
 
-bool isInvisible(graph::Graph& graph, const graph::Node& node) {
-    return node.type().isDag() && !isVisible(graph, node);
+bool isInvisible(graph::Graph& graph, const graph::SelectionItem& item) {
+    return item.node->type().isDag() && !isVisible(graph, item);
 }
 
-bool isTemplated(graph::Graph& graph, const graph::Node& node) {
-    if (!node.type().isDag()) return false;
-    for (const graph::Node* at = &node; at != nullptr; at = at->parent()) {
-        if (templates(graph, *at)) return true;
-    }
-    return false;
+bool isTemplated(graph::Graph& graph, const graph::SelectionItem& item) {
+    if (!item.node->type().isDag()) return false;
+    const std::vector<graph::Instance> places = graph::upwards(item);
+    return std::any_of(places.begin(), places.end(),
+                       [&](const graph::Instance& place) { return templates(graph, *place.node); });
 }
 
-bool isUntemplated(graph::Graph& graph, const graph::Node& node) {
-    return node.type().isDag() && !isTemplated(graph, node);
+bool isUntemplated(graph::Graph& graph, const graph::SelectionItem& item) {
+    return item.node->type().isDag() && !isTemplated(graph, item);
 }
 
-bool isGhosting(graph::Graph& graph, const graph::Node& node) {
-    return numberOr(graph, node, "ghosting", 0.0) != 0.0;
+bool isGhosting(graph::Graph& graph, const graph::SelectionItem& item) {
+    return numberOr(graph, *item.node, "ghosting", 0.0) != 0.0;
 }
 
-bool isLockedNode(graph::Graph&, const graph::Node& node) {
-    return node.isLocked();
+bool isLockedNode(graph::Graph&, const graph::SelectionItem& item) {
+    return item.node->isLocked();
 }
 
-bool isDefault(graph::Graph&, const graph::Node& node) {
-    return scene::isDefaultNode(node);
+bool isDefault(graph::Graph&, const graph::SelectionItem& item) {
+    return scene::isDefaultNode(*item.node);
 }
 
-bool isUndeletable(graph::Graph&, const graph::Node& node) {
-    return scene::isDefaultNode(node) || nodes::isDefaultCamera(node) || node.isLocked();
+bool isUndeletable(graph::Graph&, const graph::SelectionItem& item) {
+    return scene::isDefaultNode(*item.node) || nodes::isDefaultCamera(*item.node) || item.node->isLocked();
 }
 
-bool isLeaf(graph::Graph&, const graph::Node& node) {
-    return node.type().isDag() && node.children().empty();
+bool isLeaf(graph::Graph&, const graph::SelectionItem& item) {
+    return item.node->type().isDag() && item.node->children().empty();
 }
 
 /// No node is live or highlighted, which happens in a view only, and references are not loaded.
-bool never(graph::Graph&, const graph::Node&) {
+bool never(graph::Graph&, const graph::SelectionItem&) {
     return false;
 }
 
 }  // namespace
 
-bool isVisible(graph::Graph& graph, const graph::Node& node) {
-    if (!node.type().isDag() || nodes::isIntermediate(graph, node)) return false;
-    for (const graph::Node* at = &node; at != nullptr; at = at->parent()) {
-        if (hides(graph, *at)) return false;
-    }
-    return true;
+bool isVisible(graph::Graph& graph, const graph::SelectionItem& item) {
+    if (!item.node->type().isDag() || nodes::isIntermediate(graph, *item.node)) return false;
+    const std::vector<graph::Instance> places = graph::upwards(item);
+    return std::none_of(places.begin(), places.end(),
+                        [&](const graph::Instance& place) { return hides(graph, *place.node); });
 }
 
 const NodeState kNodeStates[kNodeStateCount] = {{"v", "visible", isVisible},

@@ -16,15 +16,9 @@ namespace host::commands {
 
 namespace {
 
-/// A node to move, and the parent that its name means.
-struct Child {
-    graph::NodeRef node;
-    graph::Node* from = nullptr;
-};
-
 struct ParentRequest {
-    std::vector<Child> children;
-    graph::NodeRef parent;  // null for the world
+    std::vector<Chain> children;
+    Chain parent;  // the top level for the world
     bool isShape = false;
     bool isRelative = false;
     bool isAdding = false;
@@ -48,29 +42,29 @@ std::string parentProblem(const graph::Graph& graph, const ParentRequest& reques
     // Scene files add instances of transforms with -shape, too.
     if (request.isShape && !request.isAdding && !child->isA("shape"))
         return "parent: '" + graph.uniqueName(*child) + "' is no shape.";
-    if (request.parent == nullptr)
+    if (request.parent.nodes.empty())
         return child->isA("shape") ? "parent: A shape needs a transform as its parent." : "";
-    if (graph::isBelow(*request.parent, *child))
+    if (graph::isBelow(*request.parent.node(), *child))
         return "parent: Cannot parent an object to itself or to one of its children.";
     return {};
 }
 
 /// The objects of the command line, or the selection, each instance once.
-Found<std::vector<Child>> namedChildren(CommandContext& context, const ParsedArguments& arguments) {
-    Found<std::vector<Child>> found;
+Found<std::vector<Chain>> namedChildren(CommandContext& context, const ParsedArguments& arguments) {
+    Found<std::vector<Chain>> found;
     std::set<std::pair<const graph::Node*, const graph::Node*>> seen;
     const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return {{}, items.error};
     for (const graph::SelectionItem& item : items.value) {
-        graph::Node* from = parentAt(item);
-        if (seen.emplace(item.node.get(), from).second) found.value.push_back({item.node, from});
+        Chain chain(item);
+        if (seen.emplace(item.node.get(), chain.parent()).second) found.value.push_back(std::move(chain));
     }
     return found;
 }
 
 /// A shape named on the command line does not mean its transform: the host moves a shape only if told to.
 Found<ParentRequest> parentRequest(CommandContext& context, const ParsedArguments& arguments) {
-    Found<std::vector<Child>> children = namedChildren(context, arguments);
+    Found<std::vector<Chain>> children = namedChildren(context, arguments);
     if (!children.ok()) return {{}, children.error};
     Found<ParentRequest> request;
     request.value.children = std::move(children.value);
@@ -81,14 +75,15 @@ Found<ParentRequest> parentRequest(CommandContext& context, const ParsedArgument
     if (!arguments.isSet("world")) {
         if (request.value.children.size() < 2)
             return {{}, "parent: Select two or more objects or specify more names on the command line."};
-        request.value.parent = request.value.children.back().node;
+        request.value.parent = std::move(request.value.children.back());
         request.value.children.pop_back();
-        if (!request.value.parent->isA("transform"))
-            return {{}, "parent: '" + context.graph.uniqueName(*request.value.parent) + "' is no transform."};
+        const graph::NodeRef parent = request.value.parent.node();
+        if (!parent->isA("transform"))
+            return {{}, "parent: '" + context.graph.uniqueName(*parent) + "' is no transform."};
     }
     if (request.value.children.empty()) return {{}, "parent: No objects to move."};
-    for (const Child& child : request.value.children) {
-        std::string problem = parentProblem(context.graph, request.value, child.node);
+    for (const Chain& child : request.value.children) {
+        std::string problem = parentProblem(context.graph, request.value, child.node());
         if (!problem.empty()) return {{}, std::move(problem)};
     }
     return request;
@@ -98,39 +93,50 @@ CommandResult moveOrAdd(CommandContext& context, const ParsedArguments& argument
     graph::Graph& graph = context.graph;
     const Found<ParentRequest> request = parentRequest(context, arguments);
     if (!request.ok()) return CommandResult::failure(request.error);
-    graph::Node* target = request.value.parent.get();
+    const Chain& parent = request.value.parent;
+    graph::Node* target = parent.node().get();
     std::vector<graph::NodeRef> children;
-    for (const Child& child : request.value.children) {
-        children.push_back(child.node);
-        if (graph.hasParent(*child.node, target)) {
-            graph.messages().warning("Object, '" + graph.uniqueName(*child.node) +
+    for (const Chain& chain : request.value.children) {
+        const graph::NodeRef child = chain.node();
+        children.push_back(child);
+        if (graph.hasParent(*child, target)) {
+            graph.messages().warning("Object, '" + graph.uniqueName(*child) +
                                      "', skipped.  It is already a child of the parent" +
                                      (target != nullptr ? ", '" + graph.uniqueName(*target) + "'." : "."));
         } else if (request.value.isAdding) {
-            graph.addInstance(*child.node, target);
-            if (!arguments.isSet("noConnections")) nodes::shadeInstances(graph, child.node);
+            graph.addInstance(*child, target);
+            if (!arguments.isSet("noConnections")) nodes::shadeInstances(graph, child);
         } else {
-            moveBelow(graph, child.node, child.from, target, request.value.isRelative);
+            const std::string error = moveBelow(graph, chain, parent, request.value.isRelative);
+            if (!error.empty()) return CommandResult::failure("parent: " + error);
         }
     }
-    selectNodes(graph, children);
+    graph::Selection selection;
+    for (const graph::NodeRef& child : children) {
+        const Placed place = parent.below(child).place();
+        selection.add({place.node, {}, {}, place.path});
+    }
+    graph.select(std::move(selection));
     return CommandResult::success(uniqueNames(graph, children));
 }
 
 /// Takes away the instances that are named. The last instance of a node is the node.
 CommandResult removeObjects(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
-    const Found<std::vector<Child>> children = namedChildren(context, arguments);
+    const Found<std::vector<Chain>> children = namedChildren(context, arguments);
     if (!children.ok()) return CommandResult::failure(children.error);
     if (children.value.empty()) return CommandResult::failure("parent: No objects to remove.");
-    for (const Child& child : children.value) {
-        std::string problem = childProblem(graph, child.node, arguments.isSet("shape"));
-        if (problem.empty() && (scene::isDefaultNode(*child.node) || nodes::isDefaultCamera(*child.node)))
-            problem = "parent: Every scene has " + child.node->name() + ": it cannot be removed.";
+    for (const Chain& chain : children.value) {
+        const graph::NodeRef child = chain.node();
+        std::string problem = childProblem(graph, child, arguments.isSet("shape"));
+        if (problem.empty() && (scene::isDefaultNode(*child) || nodes::isDefaultCamera(*child)))
+            problem = "parent: Every scene has " + child->name() + ": it cannot be removed.";
         if (!problem.empty()) return CommandResult::failure(std::move(problem));
     }
     std::vector<graph::NodeRef> remaining;
-    for (const auto& [node, from] : children.value) {
+    for (const Chain& chain : children.value) {
+        const graph::NodeRef node = chain.node();
+        graph::Node* from = chain.parent();
         // It may have gone with another one, or with its parent.
         if (!node->isAlive() || !graph.hasParent(*node, from)) continue;
         if (node->otherParents().empty()) {

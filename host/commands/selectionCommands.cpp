@@ -5,7 +5,7 @@
 #include "commands/commandSupport.h"
 #include "commands/commands.h"
 #include "commands/nodeStates.h"
-#include "graph/hierarchy.h"
+#include "graph/instances.h"
 #include "nodes/defaultCameras.h"
 #include "nodes/sets.h"
 
@@ -15,8 +15,9 @@ namespace {
 
 using graph::SelectionItem;
 
-void addBelow(graph::Node& node, std::vector<SelectionItem>& items) {
-    graph::visitHierarchy(node, [&](graph::Node& below) { items.push_back({below.ref(), {}, {}}); });
+void addBelow(const SelectionItem& item, std::vector<SelectionItem>& items) {
+    for (const graph::Instance& below : graph::hierarchyBelow(graph::upwards(item).front()))
+        items.push_back({below.node->ref(), {}, {}, below.number});
 }
 
 /// The items to select for the named ones: a set means its members, and -hierarchy adds everything below.
@@ -28,7 +29,7 @@ std::vector<SelectionItem> expanded(graph::Graph& graph, const std::vector<Selec
             for (SelectionItem& member : nodes::members(graph, item.node))
                 result.push_back(std::move(member));
         } else if (arguments.isSet("hierarchy") && item.isWholeNode()) {
-            addBelow(*item.node, result);
+            addBelow(item, result);
         } else {
             result.push_back(item);
         }
@@ -85,7 +86,7 @@ CommandResult select(CommandContext& context, const ParsedArguments& arguments) 
     const graph::SelectionMode mode = modeOf(arguments);
     std::vector<SelectionItem> wanted = expanded(graph, items.value, arguments);
     if (arguments.isSet("visible")) {
-        const auto isHidden = [&](const SelectionItem& item) { return !isVisible(graph, *item.node); };
+        const auto isHidden = [&](const SelectionItem& item) { return !isVisible(graph, item); };
         wanted.erase(std::remove_if(wanted.begin(), wanted.end(), isHidden), wanted.end());
     }
     graph::Selection selection;

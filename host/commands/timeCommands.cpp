@@ -49,6 +49,18 @@ struct Playback {
     std::string view = "active";
 };
 
+/// How the present scene would play. No file keeps it.
+struct ScenePlayback {
+    Playback value{};
+    std::weak_ptr<graph::Node> time{};  ///< the scene's time node, by which another scene is told
+
+    Playback& of(graph::Graph& graph) {
+        const graph::NodeRef now = nodes::timePlug(graph).node();
+        if (time.lock() != now) *this = {{}, now};
+        return value;
+    }
+};
+
 constexpr struct {
     const char* shortName;
     const char* longName;
@@ -88,10 +100,11 @@ CommandResult queryPlayback(const graph::Graph& graph, const ParsedArguments& ar
 }
 
 CommandResult playbackOptions(CommandContext& context, const ParsedArguments& arguments,
-                              const std::shared_ptr<Playback>& state) {
-    if (arguments.isQuery()) return queryPlayback(context.graph, arguments, *state);
+                              const std::shared_ptr<ScenePlayback>& scene) {
+    Playback& playback = scene->of(context.graph);
+    if (arguments.isQuery()) return queryPlayback(context.graph, arguments, playback);
     if (arguments.flagsSet() == 0) return CommandResult::failure("playbackOptions: Nothing was asked for.");
-    Playback wanted = *state;
+    Playback wanted = playback;
     for (const auto& flag : kNumberFlags)
         wanted.*flag.number = arguments.number(flag.shortName, wanted.*flag.number);
     for (const auto& flag : kChoiceFlags) {
@@ -101,14 +114,17 @@ CommandResult playbackOptions(CommandContext& context, const ParsedArguments& ar
                                           flag.longName + '.');
         wanted.*flag.choice = choice;
     }
+    const bool isFinite = std::all_of(std::begin(kNumberFlags), std::end(kNumberFlags),
+                                      [&](const auto& flag) { return std::isfinite(wanted.*flag.number); });
+    if (!isFinite) return CommandResult::failure("playbackOptions: Every number must be finite.");
     if (!(wanted.by > 0.0 && wanted.playbackSpeed >= 0.0 && wanted.maxPlaybackSpeed >= 0.0))
         return CommandResult::failure(
             "playbackOptions: The step must be positive, and a speed not negative.");
     if (!(wanted.minTime <= wanted.maxTime && wanted.animationStartTime <= wanted.animationEndTime))
         return CommandResult::failure("playbackOptions: A range must not end before it begins.");
-    context.graph.recorder()->add([state, before = *state](graph::Graph&) { *state = before; },
-                                  [state, wanted](graph::Graph&) { *state = wanted; });
-    *state = wanted;
+    context.graph.recorder()->add([scene, before = playback](graph::Graph&) { scene->value = before; },
+                                  [scene, wanted](graph::Graph&) { scene->value = wanted; });
+    playback = wanted;
     return CommandResult::success();
 }
 
@@ -127,11 +143,11 @@ void registerTimeCommands(mel::CommandRegistry& registry) {
     // Only playing could be blocked.
     playing.flag("fps", "framesPerSecond").flag("ba", "blockingAnim");
     playing.enableQuery().enableEdit();
-    registry.add(
-        "playbackOptions", playing,
-        [state = std::make_shared<Playback>()](CommandContext& context, const ParsedArguments& arguments) {
-            return playbackOptions(context, arguments, state);
-        });
+    registry.add("playbackOptions", playing,
+                 [scene = std::make_shared<ScenePlayback>()](CommandContext& context,
+                                                             const ParsedArguments& arguments) {
+                     return playbackOptions(context, arguments, scene);
+                 });
 }
 
 }  // namespace host::commands

@@ -102,22 +102,53 @@ std::string setOwnRotation(graph::Graph& graph, const graph::NodeRef& transform,
     return writeTriple(graph, transform, "rotate", nearestAngles(plain, parts.rotateOrder, parts.rotate));
 }
 
-void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* from, graph::Node* parent,
-               bool isRelative) {
-    if (from != node->parent()) {
-        graph.removeInstance(*node, from);
-        graph.addInstance(*node, parent);
-        return;
+Chain::Chain(const graph::SelectionItem& item) {
+    for (const graph::Instance& place : graph::upwards(item))
+        nodes.push_back(place.node->ref());
+}
+
+Placed Chain::place() const {
+    std::vector<graph::Node*> chain;
+    chain.reserve(nodes.size());
+    for (const graph::NodeRef& at : nodes)
+        chain.push_back(at.get());
+    return graph::SelectionItem{node(), {}, {}, graph::InstanceNumbers().at(chain).number};
+}
+
+Chain Chain::below(const graph::NodeRef& child) const {
+    Chain chain;
+    chain.nodes.push_back(child);
+    chain.nodes.insert(chain.nodes.end(), nodes.begin(), nodes.end());
+    return chain;
+}
+
+std::string moveBelow(graph::Graph& graph, const Chain& chain, const Chain& parent, bool isRelative) {
+    const graph::NodeRef node = chain.node();
+    graph::Node* to = parent.node().get();
+    if (chain.parent() != node->parent()) {
+        graph.removeInstance(*node, chain.parent());
+        graph.addInstance(*node, to);
+        return {};
     }
     const bool keepsPlace = !isRelative && node->isA("transform") && node->otherParents().empty();
-    const Matrix4 world = keepsPlace ? nodes::worldMatrix(graph, node) : Matrix4();
-    graph.reparent(*node, parent);
+    const Matrix4 world = keepsPlace ? worldMatrix(graph, chain.place()) : Matrix4();
+    graph.reparent(*node, to);
     nodes::compensateParentScale(graph, node);
-    if (!keepsPlace) return;
-    const Matrix4 local = world * nodes::parentMatrix(graph, node).inverse().matrix;
+    if (!keepsPlace) return {};
+    const Matrix4 local = world * parentMatrix(graph, parent.below(node).place()).inverse().matrix;
     // A node that is already in the right place keeps its exact values.
-    if (!geometry::isEquivalent(local, nodes::localMatrix(graph, node), 1e-12))
-        nodes::setLocalMatrix(graph, node, local);
+    if (geometry::isEquivalent(local, nodes::localMatrix(graph, node), 1e-12)) return {};
+    for (const char* attribute : {"translate", "rotate", "scale", "shear"}) {
+        const graph::Plug compound = node->plug(attribute);
+        for (int axis = 0; axis < 3; ++axis) {
+            if (isLocked(compound.child(axis)))
+                return "The attribute '" + graph.plugName(compound.child(axis)) +
+                       "' is locked, so that the object would not keep its place. Unlock it, or add "
+                       "-relative.";
+        }
+    }
+    nodes::setLocalMatrix(graph, node, local);
+    return {};
 }
 
 graph::Node* parentAt(const graph::SelectionItem& item) {

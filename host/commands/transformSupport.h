@@ -62,10 +62,26 @@ geometry::Matrix4 parentRotation(graph::Graph& graph, const Placed& transform);
 std::string setOwnRotation(graph::Graph& graph, const graph::NodeRef& transform,
                            const geometry::Matrix4& rotation);
 
-/// Moves a node from one of its parents below another. A transform keeps its place in the world unless
+/// A place told by its nodes, from the node up to the top level: it means the same after other changes of the
+/// hierarchy, where numbers of paths do not.
+struct Chain {
+    std::vector<graph::NodeRef> nodes{};
+
+    Chain() = default;  ///< the top level
+    explicit Chain(const graph::SelectionItem& item);
+    /// The lowest node; null for the top level.
+    graph::NodeRef node() const { return nodes.empty() ? nullptr : nodes.front(); }
+    graph::Node* parent() const { return nodes.size() > 1 ? nodes[1].get() : nullptr; }
+    /// The place as it is numbered now.
+    Placed place() const;
+    /// The place of a child there.
+    Chain below(const graph::NodeRef& child) const;
+};
+
+/// Moves a node from its parent there below another. A transform keeps its place in the world unless
 /// `isRelative`, or unless it has further instances: they share its own matrix.
-void moveBelow(graph::Graph& graph, const graph::NodeRef& node, graph::Node* from, graph::Node* parent,
-               bool isRelative);
+/// @return empty, or why its numbers cannot follow
+std::string moveBelow(graph::Graph& graph, const Chain& node, const Chain& parent, bool isRelative);
 
 /// The parent of an item at its place; null for the top level.
 graph::Node* parentAt(const graph::SelectionItem& item);

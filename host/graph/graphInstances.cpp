@@ -5,8 +5,51 @@
 
 #include "graph/graph.h"
 #include "graph/hierarchy.h"
+#include "graph/instances.h"
+#include "graph/selectedPlaces.h"
 
 namespace host::graph {
+
+SelectedPlaces::SelectedPlaces(Graph& graph) : graph_(graph) {
+    for (const SelectionItem& item : graph.selection().items()) {
+        std::vector<Node*>& chain = chains_.emplace_back();
+        if (!item.node->type().isDag()) continue;
+        for (const Instance& place : upwards(item))
+            chain.push_back(place.node);
+    }
+}
+
+bool SelectedPlaces::isThere(const std::vector<Node*>& chain) const {
+    for (std::size_t k = 0; k < chain.size(); ++k) {
+        if (!graph_.hasParent(*chain[k], k + 1 < chain.size() ? chain[k + 1] : nullptr)) return false;
+    }
+    return true;
+}
+
+void SelectedPlaces::follow(const Node* moved, Node* parent) {
+    Selection now;
+    bool isSame = true;
+    for (std::size_t k = 0; k < chains_.size(); ++k) {
+        SelectionItem item = graph_.selection().items()[k];
+        std::vector<Node*>& chain = chains_[k];
+        const auto at = std::find(chain.begin(), chain.end(), moved);
+        if (at != chain.end() && !isThere(chain)) {
+            chain.erase(at + 1, chain.end());
+            for (Node* above = parent; above != nullptr; above = above->parent())
+                chain.push_back(above);
+        }
+        const std::size_t before = item.path;
+        if (!chain.empty() && isThere(chain)) {
+            item.path = InstanceNumbers().at(chain).number;
+        } else if (!chain.empty()) {
+            isSame = false;
+            continue;
+        }
+        isSame = isSame && item.path == before;
+        now.add(item);
+    }
+    if (!isSame) graph_.select(std::move(now));
+}
 
 bool Graph::hasParent(const Node& node, const Node* parent) const {
     if (node.parent_ == parent) return true;
@@ -67,22 +110,26 @@ void Graph::detachAgain(const NodeRef& node, const NodeRef& parent) {
 }
 
 void Graph::addInstance(Node& node, Node* parent) {
+    SelectedPlaces selected(*this);
     const InstancePlace place{static_cast<int>(node.otherParents_.size()) + 1, -1};
     attach(node, parent, place);
     const NodeRef ref = node.ref();
     const NodeRef above = parent != nullptr ? parent->ref() : nullptr;
     record([ref, above](Graph& graph) { graph.detachAgain(ref, above); },
            [ref, above, place](Graph& graph) { graph.attachAgain(ref, above, place); });
+    selected.follow();
     // One of the new siblings may have the same name.
     if (isNameTaken(node.name(), parent, true, &node)) rename(node, node.name());
 }
 
 void Graph::removeInstance(Node& node, Node* parent) {
+    SelectedPlaces selected(*this);
     const InstancePlace place = detach(node, parent);
     const NodeRef ref = node.ref();
     const NodeRef above = parent != nullptr ? parent->ref() : nullptr;
     record([ref, above, place](Graph& graph) { graph.attachAgain(ref, above, place); },
            [ref, above](Graph& graph) { graph.detachAgain(ref, above); });
+    selected.follow();
 }
 
 }  // namespace host::graph

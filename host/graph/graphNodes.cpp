@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cctype>
+#include <optional>
 
 #include "graph/graph.h"
 #include "graph/hierarchy.h"
 #include "graph/namespaces.h"
+#include "graph/selectedPlaces.h"
 
 namespace host::graph {
 
@@ -276,6 +278,8 @@ void Graph::reparent(Node& node, Node* parent, int position) {
     const int oldPosition = static_cast<int>(std::find(list.begin(), list.end(), &node) - list.begin());
     const NodeRef oldParent = node.parent() != nullptr ? node.parent()->ref() : nullptr;
     const NodeRef newParent = parent != nullptr ? parent->ref() : nullptr;
+    std::optional<SelectedPlaces> selected;
+    if (hasInstances()) selected.emplace(*this);
     setParent(node, parent, position);
     const auto moveAgain = [ref = node.ref()](const NodeRef& above, int place) {
         return [ref, above, place](Graph& graph) {
@@ -286,6 +290,7 @@ void Graph::reparent(Node& node, Node* parent, int position) {
         };
     };
     record(moveAgain(oldParent, oldPosition), moveAgain(newParent, position));
+    if (selected) selected->follow(&node, parent);
     // One of the new siblings may have the same name.
     if (isNameTaken(node.name(), parent, true, &node)) rename(node, node.name());
 }

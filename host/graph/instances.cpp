@@ -173,6 +173,23 @@ Instance childOf(const Instance& parent, Node& child) {
     return InstanceNumbers().childOf(parent, child);
 }
 
+std::vector<Instance> hierarchyBelow(const Instance& root) {
+    InstanceNumbers numbers;
+    std::vector<Instance> result;
+    std::vector<Instance> ahead{root};
+    std::unordered_set<const Node*> seen;  // those that can be reached again
+    while (!ahead.empty()) {
+        const Instance at = ahead.back();
+        ahead.pop_back();
+        if (!at.node->otherParents().empty() && !seen.insert(at.node).second) continue;
+        result.push_back(at);
+        const std::vector<Node*>& children = at.node->children();
+        for (auto child = children.rbegin(); child != children.rend(); ++child)
+            ahead.push_back(numbers.childOf(at, **child));
+    }
+    return result;
+}
+
 Instance InstanceNumbers::childOf(const Instance& parent, Node& child) {
     if (child.otherParents().empty()) return {&child, parent.number};
     const auto [entry, isNew] = before_.try_emplace(&child);

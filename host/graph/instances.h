@@ -38,6 +38,8 @@ std::vector<Instance> upwards(const Instance& instance);
 std::string fullPath(const Instance& instance);
 /// A child of an instance, at its place there.
 Instance childOf(const Instance& parent, Node& child);
+/// A place and those below it: each node once, after one of its parents, and children in their order.
+std::vector<Instance> hierarchyBelow(const Instance& root);
 
 /// The numbers of many instances, asked for one after the other: what is above a node is counted once. The
 /// scene may not change in between.

@@ -224,9 +224,11 @@ std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path) {
 std::vector<Instance> findPlaces(const Graph& graph, std::string_view path) {
     std::vector<Instance> places;
     InstanceNumbers numbers;
-    for (const NodeRef& node : findNodes(graph, path))
-        places.push_back(graph.hasInstances() ? instanceOn(graph, *node, path, numbers)
-                                              : Instance{node.get(), 0});
+    for (const NodeRef& node : findNodes(graph, path)) {
+        Instance place{node.get(), 0};
+        if (graph.hasInstances()) place = instanceOn(graph, *node, path, numbers);
+        if (place.number < kMaxPaths) places.push_back(place);
+    }
     return places;
 }
 
@@ -281,7 +283,11 @@ NameMatches findAll(Graph& graph, std::string_view name) {
     } else {
         for (const Instance& place : places) {
             const PlugMatch match = findPlug(graph, place.node->ref(), name.substr(dot + 1));
-            if (match.ok) matches.items.push_back({match.plug.node(), match.plug, {}});
+            if (!match.ok) continue;
+            const NodeRef& owner = match.plug.node();
+            const std::size_t path =
+                owner.get() == place.node || place.number == 0 ? place.number : childOf(place, *owner).number;
+            matches.items.push_back({owner, match.plug, {}, path});
         }
     }
     if (matches.items.empty()) matches.failure = NameFailure::NoMatch;

@@ -34,7 +34,8 @@ struct PlugMatch {
 /// first. Order of creation.
 std::vector<NodeRef> findNodes(const Graph& graph, std::string_view path);
 
-/// The same nodes, each at the first of its places that the path means.
+/// The same nodes, each at the first of its places that the path means. Nodes at places that are not told
+/// apart (kMaxPaths) are left out.
 std::vector<Instance> findPlaces(const Graph& graph, std::string_view path);
 
 /// The one node of a name without wildcards; null if none or several match.

@@ -8,7 +8,9 @@
 namespace host::graph {
 
 bool SelectionItem::isSameObject(const SelectionItem& other) const {
-    if (node != other.node || path != other.path || plug != other.plug) return false;
+    if (node != other.node || plug != other.plug) return false;
+    if (plug) return true;
+    if (path != other.path) return false;
     if (component.has_value() != other.component.has_value()) return false;
     return !component || component->kind() == other.component->kind();
 }

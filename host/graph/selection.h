@@ -23,7 +23,7 @@ struct SelectionItem {
     std::size_t path = 0;
 
     bool isWholeNode() const { return !plug && !component; }
-    /// Same node at the same place, and same plug. Components of one shape are the same object if they are of
+    /// Same node at the same place, or same plug. Components of one shape are the same object if they are of
     /// the same kind.
     bool isSameObject(const SelectionItem& other) const;
 };

@@ -1,5 +1,7 @@
 #include "scene/sceneUnits.h"
 
+#include <cmath>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -29,6 +31,17 @@ bool setTime(SceneUnits& units, const std::string& name) {
     return rate.has_value();
 }
 
+/// The degrees that read back as these radians, if there are any; otherwise the nearest ones.
+double degreesOf(double radians) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const double degrees = radians * (180.0 / kPi);
+    for (const double candidate :
+         {degrees, std::nextafter(degrees, kInfinity), std::nextafter(degrees, -kInfinity)}) {
+        if (candidate * (kPi / 180.0) == radians) return candidate;
+    }
+    return degrees;
+}
+
 }  // namespace
 
 double SceneUnits::toGraph(graph::ValueKind kind, double value) const {
@@ -49,7 +62,7 @@ double SceneUnits::toFile(graph::ValueKind kind, double value) const {
         case graph::ValueKind::Distance:
             return centimetres == 1.0 ? value : value / centimetres;
         case graph::ValueKind::Angle:
-            return radians != 0.0 ? value / radians : value * (180.0 / kPi);
+            return radians != 0.0 ? value / radians : degreesOf(value);
         case graph::ValueKind::Time:
             return value * framesPerSecond;
         default:

@@ -58,8 +58,12 @@ std::optional<double> unitsPerSecond(std::string_view name) {
         if (known == name) return rate;
     }
     const auto rate = readNumber<double>(name);
-    if (rate.length == 0 || name.substr(rate.length) != "fps" || !(rate.value > 0.0)) return std::nullopt;
-    return rate.value;
+    // Others are no rates of anything, and times would become infinite or zero.
+    constexpr double kSlowest = 1e-4;
+    constexpr double kFastest = 1e7;
+    const bool isRate = rate.length > 0 && name.substr(rate.length) == "fps" && rate.value >= kSlowest &&
+                        rate.value <= kFastest;
+    return isRate ? std::optional<double>(rate.value) : std::nullopt;
 }
 
 std::string timeUnitName(double unitsPerSecond) {
@@ -73,16 +77,17 @@ std::string timeUnitName(double unitsPerSecond) {
 
 std::optional<double> readMeasure(std::string_view text, Quantity quantity) {
     const auto number = readNumber<double>(text);
-    // "inf" and "nan" are numbers, too.
-    if (number.length == 0 || !std::isfinite(number.value)) return std::nullopt;
+    if (number.length == 0) return std::nullopt;
     const std::string_view unit = text.substr(number.length);
+    std::optional<double> value;
     if (quantity == Quantity::Time) {
-        const std::optional<double> rate = unitsPerSecond(unit);
-        return rate ? std::optional<double>(number.value / *rate) : std::nullopt;
+        if (const std::optional<double> rate = unitsPerSecond(unit)) value = number.value / *rate;
+    } else {
+        const auto factor = quantity == Quantity::Length ? centimetresPerUnit(unit) : degreesPerUnit(unit);
+        if (factor) value = number.value * *factor;
     }
-    const std::optional<double> factor =
-        quantity == Quantity::Length ? centimetresPerUnit(unit) : degreesPerUnit(unit);
-    return factor ? std::optional<double>(number.value * *factor) : std::nullopt;
+    // "inf" and "nan" are numbers, too, and others become infinite.
+    return value && std::isfinite(*value) ? value : std::nullopt;
 }
 
 }  // namespace host::text
