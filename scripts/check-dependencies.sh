@@ -21,8 +21,9 @@ declare -A known_rooms=(
     [mel]="graph text"
     [nodes]="graph geometry text"
     [scene]="graph geometry nodes text"
-    [commands]="graph geometry nodes scene mel platform text"
-    [api]="graph geometry nodes scene mel commands platform text"
+    [render]="geometry"
+    [commands]="graph geometry nodes scene mel render platform text"
+    [api]="graph geometry nodes scene mel render commands platform text"
     [runtime]="graph geometry nodes scene mel commands api platform text"
     [batch]="graph geometry nodes scene mel commands api runtime platform text"
 )

@@ -5,7 +5,7 @@
 set -euo pipefail
 
 declare -A packages=(
-    [build]="cmake ninja-build g++ libtbb-dev libedit-dev libgtest-dev locales"
+    [build]="cmake ninja-build g++ libtbb-dev libedit-dev libembree-dev libgtest-dev libpng-dev locales"
     [python]="python3-dev pybind11-dev python3-numpy python3-pytest python3-tqdm python3-distributed"
     [bench]="libbenchmark-dev libgtest-dev libnanoflann-dev python3-scipy"
     [fuzz]="clang libclang-rt-dev"

@@ -1,5 +1,6 @@
 #include "commands/commands.h"
 
+#include "commands/viewState.h"
 #include "platform/fileSync.h"
 #include "scene/sceneSession.h"
 
@@ -47,6 +48,9 @@ void registerCommands(mel::CommandRegistry& registry) {
     registerNamespaceCommands(registry);
     registerTextFileCommands(registry);
     registerTimeCommands(registry);
+    const auto view = std::make_shared<ViewState>();
+    registerCameraCommands(registry, view);
+    registerPlayblastCommands(registry, view);
     registerToolCommands(registry);
     registerFileCommand(registry, session);
     registerSceneStatementCommands(registry, session);

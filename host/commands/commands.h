@@ -12,6 +12,8 @@ class SceneSession;
 /// that is not covered fails with an error that says so.
 namespace host::commands {
 
+struct ViewState;
+
 /// Adds all commands. The node types of the registry's graph must be registered and its scene set up.
 void registerCommands(mel::CommandRegistry& registry);
 
@@ -62,6 +64,10 @@ void registerNamespaceCommands(mel::CommandRegistry& registry);       // namespa
 void registerTextFileCommands(mel::CommandRegistry& registry);  // getFileList filetest sysFile fopen fclose
                                                                 // fprint fgetline
 void registerTimeCommands(mel::CommandRegistry& registry);      // currentTime playbackOptions
+void registerCameraCommands(mel::CommandRegistry& registry,
+                            const std::shared_ptr<ViewState>& view);  // camera lookThru viewFit
+void registerPlayblastCommands(mel::CommandRegistry& registry,
+                               const std::shared_ptr<ViewState>& view);  // playblast headlessIsolate
 void registerToolCommands(mel::CommandRegistry& registry);  // setToolTo currentCtx contextInfo headlessDrag
 void registerFileCommand(mel::CommandRegistry& registry,
                          const std::shared_ptr<scene::SceneSession>& session);  // file
