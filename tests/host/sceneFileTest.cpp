@@ -109,7 +109,8 @@ TEST(SceneFile, KeepsEveryByteAfterAnEditIsUndone) {
     SceneHost host;
     host.open(kSquare);
     host.ok(
-        "setAttr square.tx 7; setAttr square.rx 5; setAttr \"faces.it[0].itg[0].tw[2]\" 0.75; rename square box; delete reader; "
+        "setAttr square.tx 7; setAttr square.rx 5; setAttr \"faces.it[0].itg[0].tw[2]\" 0.75; rename square "
+        "box; delete reader; "
         "aliasAttr up faces.lift; addAttr -ln \"extra\" box;"
         "undo; undo; undo; undo; undo; undo; undo;");
     EXPECT_EQ(host.saved(), kSquare);
