@@ -29,8 +29,11 @@ std::vector<double> listOf(const Vec3& value) {
 std::string setPosition(graph::Graph& graph, const NodeRef& joint, const ParsedArguments& arguments) {
     if (!arguments.isSet("position")) return {};
     Vec3 position = vectorOf(arguments.values("position"));
-    if (!arguments.isSet("relative"))
-        position = geometry::transformPoint(position, worldToParent(graph, joint));
+    if (!arguments.isSet("relative")) {
+        const Found<geometry::Matrix4> toParent = worldToParent(graph, joint);
+        if (!toParent.ok()) return toParent.error;
+        position = geometry::transformPoint(position, toParent.value);
+    }
     return writeTriple(graph, joint, "translate", position);
 }
 
