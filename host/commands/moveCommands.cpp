@@ -58,6 +58,18 @@ Space spaceOf(const ParsedArguments& arguments, Space fallback) {
     return fallback;
 }
 
+/// Why a word is not the next of the numbers that a call needs.
+std::string valueProblem(const Value* word, const Kind& kind, std::size_t count) {
+    const std::string prefix = std::string(kind.name) + ": ";
+    const std::string text = word != nullptr ? word->toString() : std::string();
+    const std::size_t first = text.find_first_not_of("+-.");
+    // No name starts with a digit.
+    if (first == std::string::npos || text[first] < '0' || text[first] > '9')
+        return prefix + "Not enough values; " + std::to_string(count) + " are needed.";
+    const char* wanted = kind.unit == kLength ? "distance" : kind.unit == kAngle ? "angle" : "number";
+    return prefix + '\'' + text + "' is no " + wanted + '.';
+}
+
 /// The numbers come first, then names. Without names, the selection is used.
 Found<Request> requestOf(CommandContext& context, const ParsedArguments& arguments, const Kind& kind) {
     const std::string prefix = std::string(kind.name) + ": ";
@@ -68,8 +80,7 @@ Found<Request> requestOf(CommandContext& context, const ParsedArguments& argumen
     for (; at < axes.size(); ++at) {
         std::optional<double> value;
         if (at < words.size()) value = mel::numberOf(words[at], kind.unit, context.graph.framesPerSecond());
-        if (!value)
-            return {{}, prefix + "Not enough values; " + std::to_string(axes.size()) + " are needed."};
+        if (!value) return {{}, valueProblem(at < words.size() ? &words[at] : nullptr, kind, axes.size())};
         request.value.values[static_cast<std::size_t>(axes[at])] = *value;
     }
     std::vector<std::string> names;
