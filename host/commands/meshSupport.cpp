@@ -48,6 +48,7 @@ Found<std::vector<graph::SelectionItem>> placedMeshObjects(CommandContext& conte
                                                            const std::string& command) {
     Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return items;
+    graph::InstanceNumbers numbers;
     graph::Selection joined;
     for (const graph::SelectionItem& item : items.value) {
         const Found<graph::NodeRef> shape = meshShapeOf(context.graph, item.node);
@@ -55,7 +56,7 @@ Found<std::vector<graph::SelectionItem>> placedMeshObjects(CommandContext& conte
             return {{}, command + ": " + graph::itemName(context.graph, item) + " is no polygonal object."};
         graph::SelectionItem entry{shape.value, {}, item.component, item.path};
         if (shape.value != item.node)
-            entry.path = graph::childOf({item.node.get(), item.path}, *shape.value).number;
+            entry.path = numbers.childOf({item.node.get(), item.path}, *shape.value).number;
         if (entry.component) {
             const graph::ComponentKind kind = entry.component->kind();
             entry.component = clipped(*entry.component, context.graph.componentCount(shape.value, kind));

@@ -153,10 +153,11 @@ std::vector<double> boundingBox(graph::Graph& graph, const Evaluated& evaluated,
     return {box.min.x, box.max.x, box.min.y, box.max.y, box.min.z, box.max.z};
 }
 
-/// The faces that the items name of a shape: all of them if one names it as a whole.
-std::vector<int> namedFaces(const Evaluated& evaluated, const SelectionItem& shape, int faceCount) {
+/// The faces that items name of a shape: all of them if one names it as a whole.
+std::vector<int> namedFaces(const std::vector<SelectionItem>& items, const SelectionItem& shape,
+                            int faceCount) {
     std::vector<int> faces;
-    for (const SelectionItem& item : evaluated.items) {
+    for (const SelectionItem& item : items) {
         if (item.isSameObject(shape)) {
             faces.resize(static_cast<std::size_t>(faceCount));
             std::iota(faces.begin(), faces.end(), 0);
@@ -178,8 +179,9 @@ std::vector<double> areasOf(graph::Graph& graph, const Evaluated& evaluated, con
         const auto areaOf = [&](int face) {
             return geometry::length(geometry::faceAreaVector(mesh, face)) / 2;
         };
+        const std::vector<SelectionItem> whole{shape};
         const std::vector<int> faces =
-            namedFaces(area.isPerFace ? evaluated : Evaluated{{shape}, {}, {}}, shape, mesh.faceCount());
+            namedFaces(area.isPerFace ? evaluated.items : whole, shape, mesh.faceCount());
         std::transform(faces.begin(), faces.end(), std::back_inserter(areas), areaOf);
     }
     if (!area.isPerFace) areas = {std::accumulate(areas.begin(), areas.end(), 0.0)};
