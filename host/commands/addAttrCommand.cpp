@@ -65,8 +65,7 @@ Found<AttributeSpec> specOf(const graph::Graph& graph, const ParsedArguments& ar
     if (arguments.isSet("maxValue")) spec.maximum = inGraphUnit("maxValue");
     spec.enumNames = graph::enumNamesIn(arguments.text("enumName"));
     spec.isProxy = arguments.boolean("usedAsProxy");
-    for (int use = 0; use < arguments.uses("category"); ++use)
-        spec.categories.push_back(arguments.values("category", use)[0].toString());
+    spec.categories = texts(arguments, "category");
     return {std::move(spec), {}};
 }
 

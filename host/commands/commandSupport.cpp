@@ -218,6 +218,14 @@ std::vector<std::string> uniqueNames(const graph::Graph& graph, const std::vecto
     return names;
 }
 
+std::vector<std::string> texts(const ParsedArguments& arguments, std::string_view flag) {
+    std::vector<std::string> result;
+    result.reserve(static_cast<std::size_t>(arguments.uses(flag)));
+    for (int use = 0; use < arguments.uses(flag); ++use)
+        result.push_back(arguments.values(flag, use)[0].toString());
+    return result;
+}
+
 void selectNodes(graph::Graph& graph, const std::vector<graph::NodeRef>& nodes) {
     graph::Selection selection;
     for (const graph::NodeRef& node : nodes)

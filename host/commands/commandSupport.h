@@ -73,6 +73,9 @@ Found<std::string> legalName(const graph::Graph& graph, const std::string& wante
 /// Shortest unique names.
 std::vector<std::string> uniqueNames(const graph::Graph& graph, const std::vector<graph::NodeRef>& nodes);
 
+/// The texts of all uses of a flag with one argument.
+std::vector<std::string> texts(const ParsedArguments& arguments, std::string_view flag);
+
 /// Selects these nodes only.
 void selectNodes(graph::Graph& graph, const std::vector<graph::NodeRef>& nodes);
 

@@ -5,7 +5,6 @@
 #include "commands/meshSupport.h"
 #include "commands/skinSupport.h"
 #include "commands/skinTransfer.h"
-#include "nodes/transformNode.h"
 
 namespace host::commands {
 
@@ -97,10 +96,8 @@ Found<SkinSurface> surfaceOf(graph::Graph& graph, const NodeRef& skinCluster, bo
         return {{}, std::string(kCommand) + ": " + skinCluster->name() + " deforms nothing."};
     const Found<nodes::MeshPtr> mesh = evaluatedMesh(graph, shape);
     if (!mesh.ok()) return {{}, std::string(kCommand) + ": " + mesh.error};
-    return {
-        {skinCluster, isInWorld ? geometry::transformed(mesh.value->mesh, nodes::worldMatrix(graph, shape))
-                                : mesh.value->mesh},
-        {}};
+    const geometry::Mesh& own = mesh.value->mesh;
+    return {{skinCluster, isInWorld ? meshInWorld(graph, shape, own) : own}, {}};
 }
 
 /// The axis across a plane: "XY" is 2.

@@ -13,6 +13,7 @@
 #include "commands/driverSearch.h"
 #include "commands/transformSupport.h"
 #include "graph/hierarchy.h"
+#include "graph/instances.h"
 #include "nodes/defaultCameras.h"
 #include "nodes/meshNode.h"
 #include "nodes/plugs.h"
@@ -111,7 +112,7 @@ bool isWantedCurve(graph::Graph& graph, const graph::NodeRef& node, const Parsed
 }
 
 /// The objects of a call with those above and below them that it asks for.
-Found<std::vector<graph::NodeRef>> drivenNodes(const std::vector<graph::NodeRef>& given,
+Found<std::vector<graph::NodeRef>> drivenNodes(const std::vector<graph::SelectionItem>& given,
                                                const ParsedArguments& arguments) {
     const std::string hierarchy = arguments.text("hierarchy", "none");
     if (hierarchy != "none" && hierarchy != "above" && hierarchy != "below" && hierarchy != "both")
@@ -122,13 +123,13 @@ Found<std::vector<graph::NodeRef>> drivenNodes(const std::vector<graph::NodeRef>
     const auto add = [&](graph::Node& node) {
         if (seen.insert(&node).second) nodes.push_back(node.ref());
     };
-    for (const graph::NodeRef& node : given) {
-        add(*node);
+    for (const graph::SelectionItem& item : given) {
+        add(*item.node);
         if (hierarchy == "above" || hierarchy == "both") {
-            for (graph::Node* at = node->parent(); at != nullptr; at = at->parent())
-                add(*at);
+            for (const graph::Instance& above : graph::upwards(item))
+                add(*above.node);
         }
-        if (hierarchy == "below" || hierarchy == "both") graph::visitHierarchy(*node, add);
+        if (hierarchy == "below" || hierarchy == "both") graph::visitHierarchy(*item.node, add);
     }
     for (std::size_t k = 0; hasShapes && k < nodes.size(); ++k) {
         for (graph::Node* child : std::vector<graph::Node*>(nodes[k]->children())) {
@@ -138,7 +139,7 @@ Found<std::vector<graph::NodeRef>> drivenNodes(const std::vector<graph::NodeRef>
     return {std::move(nodes), {}};
 }
 
-CommandResult deleteDrivers(graph::Graph& graph, const std::vector<graph::NodeRef>& given,
+CommandResult deleteDrivers(graph::Graph& graph, const std::vector<graph::SelectionItem>& given,
                             const ParsedArguments& arguments) {
     const Found<std::vector<graph::NodeRef>> nodes = drivenNodes(given, arguments);
     if (!nodes.ok()) return CommandResult::failure(nodes.error);
@@ -155,7 +156,8 @@ CommandResult deleteDrivers(graph::Graph& graph, const std::vector<graph::NodeRe
         std::copy_if(found.begin(), found.end(), std::back_inserter(doomed),
                      [&](const auto& node) { return isWantedCurve(graph, node, arguments); });
     }
-    return deleteObjects(graph, std::move(doomed));
+    Found<std::vector<graph::NodeRef>> all = withConversions(graph, std::move(doomed));
+    return all.ok() ? deleteObjects(graph, std::move(all.value)) : CommandResult::failure(all.error);
 }
 
 /// Takes away the instances that are meant of nodes with others, and gives the nodes to delete.
@@ -200,9 +202,9 @@ CommandResult runDelete(CommandContext& context, const ParsedArguments& argument
         return doomed.ok() ? deleteObjects(graph, std::move(doomed.value))
                            : CommandResult::failure(doomed.error);
     }
-    const std::vector<graph::NodeRef> nodes = nodesOf(items.value);
-    if (isHistory) deleteHistory(graph, isAll ? graph.nodesOfType("mesh") : nodes);
-    return asksForDrivers(arguments) ? deleteDrivers(graph, nodes, arguments) : CommandResult::success();
+    if (isHistory) deleteHistory(graph, isAll ? graph.nodesOfType("mesh") : nodesOf(items.value));
+    return asksForDrivers(arguments) ? deleteDrivers(graph, items.value, arguments)
+                                     : CommandResult::success();
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 #include "nodes/plugs.h"
 #include "scene/fileTypes.h"
@@ -9,6 +10,10 @@
 namespace host::commands {
 
 namespace {
+
+std::string lockedProblem(const graph::Graph& graph, const graph::Plug& plug) {
+    return "delete: The attribute '" + graph.plugName(plug) + "' is locked.";
+}
 
 /// Whether a node stands between a driver and what it drives.
 bool isBetween(const graph::Node& node) {
@@ -18,10 +23,9 @@ bool isBetween(const graph::Node& node) {
 }  // namespace
 
 DriverSearch::DriverSearch(const graph::Graph& graph, const ParsedArguments& arguments)
-    : graph_(graph), hasControlPoints_(arguments.boolean("controlPoints")) {
-    for (int use = 0; use < arguments.uses("attribute"); ++use)
-        attributes_.push_back(arguments.values("attribute", use)[0].toString());
-}
+    : graph_(graph),
+      attributes_(texts(arguments, "attribute")),
+      hasControlPoints_(arguments.boolean("controlPoints")) {}
 
 bool DriverSearch::isWanted(const graph::Attribute& attribute) const {
     const std::string& root = attribute.path().front()->longName();
@@ -61,6 +65,21 @@ std::vector<graph::NodeRef> DriverSearch::driversOf(const std::vector<graph::Nod
     return drivers;
 }
 
+Found<std::vector<graph::NodeRef>> withConversions(const graph::Graph& graph,
+                                                   std::vector<graph::NodeRef> drivers) {
+    for (std::size_t k = 0; k < drivers.size(); ++k) {
+        const graph::NodeRef node = drivers[k];
+        for (const graph::Connection& connection : graph.connections(*node)) {
+            const graph::Plug& driven = connection.destination;
+            if (connection.source.node() != node) continue;
+            if (isLocked(driven)) return {{}, lockedProblem(graph, driven)};
+            if (driven.node()->isA("unitConversion") && driven.attribute().longName() == "input")
+                drivers.push_back(driven.node());
+        }
+    }
+    return {std::move(drivers), {}};
+}
+
 bool isStaticCurve(graph::Graph& graph, const graph::NodeRef& curve) {
     const graph::Plug keys = curve->plug("keyTimeValue");
     std::vector<double> values;
@@ -84,9 +103,7 @@ CommandResult deleteInputs(graph::Graph& graph, const std::vector<graph::Selecti
             return CommandResult::failure("delete: -inputConnectionsAndNodes needs names of attributes.");
         const graph::Plug source = graph.source(*item.plug);
         if (!source) continue;
-        if (isLocked(*item.plug))
-            return CommandResult::failure("delete: The attribute '" + graph.plugName(*item.plug) +
-                                          "' is locked.");
+        if (isLocked(*item.plug)) return CommandResult::failure(lockedProblem(graph, *item.plug));
         graph.disconnect(*item.plug);
         ahead.push_back(source.node());
     }

@@ -24,6 +24,11 @@ class DriverSearch {
     bool hasControlPoints_;
 };
 
+/// Drivers that are to be deleted, with the unit conversions that they leave without input. Fails if one of
+/// them drives a locked attribute.
+Found<std::vector<graph::NodeRef>> withConversions(const graph::Graph& graph,
+                                                   std::vector<graph::NodeRef> drivers);
+
 /// Whether a curve has the same value everywhere.
 bool isStaticCurve(graph::Graph& graph, const graph::NodeRef& curve);
 

@@ -38,10 +38,16 @@ std::string problem(graph::Graph& graph, const NodeRef& node, const char* text) 
     return "makeIdentity: " + graph.uniqueName(*node) + ' ' + text;
 }
 
+/// Where a matrix of a node has no inverse.
+std::string inverseProblem(graph::Graph& graph, const NodeRef& node, const Matrix4& matrix) {
+    return problem(graph, node, inverseObstacle(matrix)) + " and cannot be frozen.";
+}
+
 /// What changed above a node: from the old parent's space to the new one's.
 Found<Matrix4> changeAbove(graph::Graph& graph, const Place& place) {
-    const geometry::InverseMatrix inverse = nodes::parentMatrix(graph, place.node).inverse();
-    if (!inverse.ok) return {{}, problem(graph, place.node, "is below a scale of 0 and cannot be frozen.")};
+    const Matrix4 now = nodes::parentMatrix(graph, place.node);
+    const geometry::InverseMatrix inverse = now.inverse();
+    if (!inverse.ok) return {{}, inverseProblem(graph, place.node, now)};
     const Matrix4 change = place.parent * inverse.matrix;
     return {isIdentity(change, place.parent) ? Matrix4() : change, {}};
 }
@@ -60,8 +66,9 @@ std::string freezeMesh(graph::Graph& graph, const NodeRef& shape, const Matrix4&
 }
 
 std::string freezeShape(graph::Graph& graph, const Place& place) {
-    const geometry::InverseMatrix inverse = nodes::worldMatrix(graph, place.node).inverse();
-    if (!inverse.ok) return problem(graph, place.node, "is below a scale of 0 and cannot be frozen.");
+    const Matrix4 now = nodes::worldMatrix(graph, place.node);
+    const geometry::InverseMatrix inverse = now.inverse();
+    if (!inverse.ok) return inverseProblem(graph, place.node, now);
     const Matrix4 matrix = place.world * inverse.matrix;
     if (isIdentity(matrix, place.world)) return {};
     if (place.node->isA("mesh")) return freezeMesh(graph, place.node, matrix);

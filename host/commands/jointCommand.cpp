@@ -29,8 +29,11 @@ std::vector<double> listOf(const Vec3& value) {
 std::string setPosition(graph::Graph& graph, const NodeRef& joint, const ParsedArguments& arguments) {
     if (!arguments.isSet("position")) return {};
     Vec3 position = vectorOf(arguments.values("position"));
-    if (!arguments.isSet("relative"))
-        position = geometry::transformPoint(position, worldToParent(graph, joint));
+    if (!arguments.isSet("relative")) {
+        const Found<geometry::Matrix4> toParent = worldToParent(graph, joint);
+        if (!toParent.ok()) return toParent.error;
+        position = geometry::transformPoint(position, toParent.value);
+    }
     return writeTriple(graph, joint, "translate", position);
 }
 
@@ -267,10 +270,10 @@ void registerJointCommand(mel::CommandRegistry& registry) {
     syntax.flag("n", "name", {kText}).flag("o", "orientation", {kAngle, kAngle, kAngle});
     syntax.flag("s", "scale", {kReal, kReal, kReal}).flag("rad", "radius", {kReal});
     syntax.flag("sc", "scaleCompensate", {kSwitch});
-    syntax.flag("so", "scaleOrientation", {kReal, kReal, kReal}).flag("dof", "degreeOfFreedom", {kText});
-    syntax.flag("ax", "angleX", {kReal}).flag("ay", "angleY", {kReal}).flag("az", "angleZ", {kReal});
-    syntax.flag("lx", "limitX", {kReal, kReal}).flag("ly", "limitY", {kReal, kReal});
-    syntax.flag("lz", "limitZ", {kReal, kReal}).flag("lsx", "limitSwitchX", {kSwitch});
+    syntax.flag("so", "scaleOrientation", {kAngle, kAngle, kAngle}).flag("dof", "degreeOfFreedom", {kText});
+    syntax.flag("ax", "angleX", {kAngle}).flag("ay", "angleY", {kAngle}).flag("az", "angleZ", {kAngle});
+    syntax.flag("lx", "limitX", {kAngle, kAngle}).flag("ly", "limitY", {kAngle, kAngle});
+    syntax.flag("lz", "limitZ", {kAngle, kAngle}).flag("lsx", "limitSwitchX", {kSwitch});
     syntax.flag("lsy", "limitSwitchY", {kSwitch}).flag("lsz", "limitSwitchZ", {kSwitch});
     syntax.flag("stx", "stiffnessX", {kReal}).flag("sty", "stiffnessY", {kReal});
     syntax.flag("stz", "stiffnessZ", {kReal}).flag("oj", "orientJoint", {kText});

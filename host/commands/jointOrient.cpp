@@ -30,13 +30,13 @@ Vec3 worldPlace(graph::Graph& graph, const NodeRef& node) {
     return nodes::worldMatrix(graph, node).row(3);
 }
 
-/// A direction in the world as one in the space in which a joint's orientation turns.
-Vec3 inOrientSpace(graph::Graph& graph, const NodeRef& joint, const Vec3& direction) {
-    Vec3 result = geometry::transformVector(direction, worldToParent(graph, joint));
+/// Matrix from directions in the world to the space in which a joint's orientation turns.
+Found<Matrix4> toOrientSpace(graph::Graph& graph, const NodeRef& joint) {
     const Vec3 compensation = nodes::transformParts(graph, joint).inverseParentScale;
-    for (int axis = 0; axis < 3; ++axis)
-        result[axis] /= compensation[axis];
-    return result;
+    Found<Matrix4> matrix = worldToParent(graph, joint);
+    matrix.value =
+        matrix.value * Matrix4::scaling({1.0 / compensation.x, 1.0 / compensation.y, 1.0 / compensation.z});
+    return matrix;
 }
 
 /// The part of a direction that is perpendicular to a unit vector; zero if there is none worth the name.
@@ -62,19 +62,20 @@ Matrix4 frame(const std::array<int, 3>& axes, const Vec3& first, const Vec3& oth
 }
 
 /// The orientation that points a joint to its child; nothing if it has none, or none that is elsewhere.
-std::optional<Matrix4> pointedOrient(graph::Graph& graph, const NodeRef& joint,
+/// @param toSpace  see toOrientSpace
+std::optional<Matrix4> pointedOrient(graph::Graph& graph, const NodeRef& joint, const Matrix4& toSpace,
                                      const JointOrienting& orienting) {
     const std::vector<NodeRef> children = jointsBelow(joint);
     if (children.empty()) return std::nullopt;
     const std::array<int, 3>& axes = *orienting.axes;
     const Vec3 here = worldPlace(graph, joint);
     const auto toward = [&](const NodeRef& child) {
-        return inOrientSpace(graph, joint, worldPlace(graph, child) - here);
+        return geometry::transformVector(worldPlace(graph, child) - here, toSpace);
     };
     const Vec3 first = normalized(toward(children[0]));
     if (first == Vec3{}) return std::nullopt;
     if (orienting.up) {
-        const Vec3 second = perpendicularPart(inOrientSpace(graph, joint, *orienting.up), first);
+        const Vec3 second = perpendicularPart(geometry::transformVector(*orienting.up, toSpace), first);
         return frame(axes, first, second == Vec3{} ? geometry::anyPerpendicular(first) : second, true);
     }
     Vec3 third;
@@ -102,8 +103,11 @@ std::string KeptChildren::restore(graph::Graph& graph) const {
     for (const Child& child : children_) {
         // What did not move keeps its exact values.
         if (geometry::isEquivalent(nodes::worldMatrix(graph, child.node), child.world, 1e-12)) continue;
+        const Found<Matrix4> toParent = worldToParent(graph, child.node);
+        if (!toParent.ok()) return toParent.error;
         if (!child.node->isA("joint")) {
-            nodes::setLocalMatrix(graph, child.node, child.world * worldToParent(graph, child.node));
+            std::string error = writeLocalMatrix(graph, child.node, child.world * toParent.value);
+            if (!error.empty()) return error;
             continue;
         }
         const Matrix4 turned = child.parentRotation * parentRotation(graph, child.node).transposed();
@@ -145,9 +149,11 @@ std::string orientJoint(graph::Graph& graph, const NodeRef& joint, const JointOr
     // The rotation is between the orientation and the axes of the scale, so it has to be none.
     if (parts.rotate != Vec3{})
         return "joint: Cannot orient " + graph.uniqueName(*joint) + " which has non-zero rotations.";
+    const Found<Matrix4> toSpace = toOrientSpace(graph, joint);
+    if (!toSpace.ok()) return toSpace.error;
     const Matrix4 present = geometry::rotationMatrix(parts.jointOrient);
     const Matrix4 wanted =
-        orienting.axes ? pointedOrient(graph, joint, orienting).value_or(present) : Matrix4();
+        orienting.axes ? pointedOrient(graph, joint, toSpace.value, orienting).value_or(present) : Matrix4();
     const Matrix4 scaleAxes = geometry::rotationMatrix(parts.rotateAxis) * present * wanted.transposed();
     const KeptChildren kept(graph, joint);
     std::string error = writeTriple(graph, joint, "jointOrient", anglesOf(wanted));

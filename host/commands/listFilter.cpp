@@ -42,14 +42,6 @@ void addFilterFlags(Syntax& syntax) {
     syntax.multiUseFlag("ext", "excludeType", {kText});
 }
 
-std::vector<std::string> texts(const ParsedArguments& arguments, std::string_view flag) {
-    std::vector<std::string> result;
-    result.reserve(static_cast<std::size_t>(arguments.uses(flag)));
-    for (int use = 0; use < arguments.uses(flag); ++use)
-        result.push_back(arguments.values(flag, use)[0].toString());
-    return result;
-}
-
 ListFilter filterOf(const ParsedArguments& arguments) {
     ListFilter filter;
     filter.kinds = texts(arguments, "type");

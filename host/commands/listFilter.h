@@ -27,7 +27,4 @@ void addFilterFlags(Syntax& syntax);
 ListFilter filterOf(const ParsedArguments& arguments);
 bool passes(graph::Graph& graph, const ListFilter& filter, const graph::SelectionItem& item);
 
-/// The texts of all uses of a flag.
-std::vector<std::string> texts(const ParsedArguments& arguments, std::string_view flag);
-
 }  // namespace host::commands

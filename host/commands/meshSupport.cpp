@@ -1,6 +1,7 @@
 #include "commands/meshSupport.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "graph/instances.h"
 #include "nodes/meshNode.h"
@@ -38,17 +39,24 @@ Found<nodes::MeshPtr> evaluatedMesh(graph::Graph& graph, const graph::NodeRef& s
     return {std::move(mesh), {}};
 }
 
-Found<std::vector<graph::SelectionItem>> meshObjects(CommandContext& context,
-                                                     const ParsedArguments& arguments,
-                                                     const std::string& command) {
-    const Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
+geometry::Mesh meshInWorld(graph::Graph& graph, const Placed& shape, const geometry::Mesh& mesh) {
+    return geometry::transformed(mesh, worldMatrix(graph, shape));
+}
+
+Found<std::vector<graph::SelectionItem>> placedMeshObjects(CommandContext& context,
+                                                           const ParsedArguments& arguments,
+                                                           const std::string& command) {
+    Found<std::vector<graph::SelectionItem>> items = objectsOrSelection(context, arguments);
     if (!items.ok()) return items;
+    graph::InstanceNumbers numbers;
     graph::Selection joined;
     for (const graph::SelectionItem& item : items.value) {
         const Found<graph::NodeRef> shape = meshShapeOf(context.graph, item.node);
         if (item.plug || !shape.ok())
             return {{}, command + ": " + graph::itemName(context.graph, item) + " is no polygonal object."};
-        graph::SelectionItem entry{shape.value, {}, item.component};
+        graph::SelectionItem entry{shape.value, {}, item.component, item.path};
+        if (shape.value != item.node)
+            entry.path = numbers.childOf({item.node.get(), item.path}, *shape.value).number;
         if (entry.component) {
             const graph::ComponentKind kind = entry.component->kind();
             entry.component = clipped(*entry.component, context.graph.componentCount(shape.value, kind));
@@ -58,6 +66,19 @@ Found<std::vector<graph::SelectionItem>> meshObjects(CommandContext& context,
     }
     if (joined.empty()) return {{}, command + ": Nothing is currently selected."};
     return {joined.items(), {}};
+}
+
+Found<std::vector<graph::SelectionItem>> meshObjects(CommandContext& context,
+                                                     const ParsedArguments& arguments,
+                                                     const std::string& command) {
+    Found<std::vector<graph::SelectionItem>> items = placedMeshObjects(context, arguments, command);
+    if (!context.graph.hasInstances()) return items;
+    graph::Selection joined;
+    for (graph::SelectionItem& item : items.value) {
+        item.path = 0;
+        joined.add(item);
+    }
+    return {joined.items(), std::move(items.error)};
 }
 
 int componentCount(const geometry::Topology& topology, graph::ComponentKind kind) {

@@ -20,6 +20,9 @@ Found<graph::NodeRef> findMeshShape(const graph::Graph& graph, const std::string
 /// The mesh of a shape, evaluated; an error for a shape without geometry.
 Found<nodes::MeshPtr> evaluatedMesh(graph::Graph& graph, const graph::NodeRef& shape);
 
+/// A copy of a shape's mesh in world space, at one of the shape's places.
+geometry::Mesh meshInWorld(graph::Graph& graph, const Placed& shape, const geometry::Mesh& mesh);
+
 /// The objects of a command line, or the selection, as mesh shapes: each whole shape once, components of one
 /// kind of one shape as one item, without components that the mesh no longer has. Fails if there are none,
 /// and for objects that are not meshes.
@@ -27,6 +30,11 @@ Found<nodes::MeshPtr> evaluatedMesh(graph::Graph& graph, const graph::NodeRef& s
 Found<std::vector<graph::SelectionItem>> meshObjects(CommandContext& context,
                                                      const ParsedArguments& arguments,
                                                      const std::string& command);
+
+/// The same, where each of a shape's places counts as a shape of its own.
+Found<std::vector<graph::SelectionItem>> placedMeshObjects(CommandContext& context,
+                                                           const ParsedArguments& arguments,
+                                                           const std::string& command);
 
 /// Number of components of a kind.
 int componentCount(const geometry::Topology& topology, graph::ComponentKind kind);

@@ -58,6 +58,18 @@ Space spaceOf(const ParsedArguments& arguments, Space fallback) {
     return fallback;
 }
 
+/// Why a word is not the next of the numbers that a call needs.
+std::string valueProblem(const Value* word, const Kind& kind, std::size_t count) {
+    const std::string prefix = std::string(kind.name) + ": ";
+    const std::string text = word != nullptr ? word->toString() : std::string();
+    const std::size_t first = text.find_first_not_of("+-.");
+    // No name starts with a digit.
+    if (first == std::string::npos || text[first] < '0' || text[first] > '9')
+        return prefix + "Not enough values; " + std::to_string(count) + " are needed.";
+    const char* wanted = kind.unit == kLength ? "distance" : kind.unit == kAngle ? "angle" : "number";
+    return prefix + '\'' + text + "' is no " + wanted + '.';
+}
+
 /// The numbers come first, then names. Without names, the selection is used.
 Found<Request> requestOf(CommandContext& context, const ParsedArguments& arguments, const Kind& kind) {
     const std::string prefix = std::string(kind.name) + ": ";
@@ -68,8 +80,7 @@ Found<Request> requestOf(CommandContext& context, const ParsedArguments& argumen
     for (; at < axes.size(); ++at) {
         std::optional<double> value;
         if (at < words.size()) value = mel::numberOf(words[at], kind.unit, context.graph.framesPerSecond());
-        if (!value)
-            return {{}, prefix + "Not enough values; " + std::to_string(axes.size()) + " are needed."};
+        if (!value) return {{}, valueProblem(at < words.size() ? &words[at] : nullptr, kind, axes.size())};
         request.value.values[static_cast<std::size_t>(axes[at])] = *value;
     }
     std::vector<std::string> names;
@@ -111,17 +122,20 @@ Points pointsOf(graph::Graph& graph, const SelectionItem& item) {
 }
 
 /// Moves every point to the result of `place`, which works in the space that `toSpace` leads to.
+/// @return empty, or the error
 template <typename Place>
-void placePoints(graph::Graph& graph, const Points& points, const Matrix4& toSpace, Place place) {
-    const Matrix4 back = toSpace.inverse().matrix;
+std::string placePoints(graph::Graph& graph, const Points& points, const Matrix4& toSpace, Place place) {
+    const Found<Matrix4> back = inverseFor(graph, points.shape, toSpace);
+    if (!back.ok()) return back.error;
     std::vector<Vec3> offsets;
     offsets.reserve(points.positions.size());
     for (const Vec3& position : points.positions) {
         const Vec3 there = geometry::transformPoint(position, toSpace);
         // Only the difference is transformed back, so that a point that stays gets no offset from rounding.
-        offsets.push_back(geometry::transformVector(place(there) - there, back));
+        offsets.push_back(geometry::transformVector(place(there) - there, back.value));
     }
     nodes::offsetVertices(graph, points.shape, points.vertices, offsets);
+    return {};
 }
 
 /// Matrix from object space to the space of a call.
@@ -134,22 +148,22 @@ Matrix4 toSpace(graph::Graph& graph, const Points& points, Space space) {
 std::string movePoints(graph::Graph& graph, const SelectionItem& item, const Request& request,
                        const ParsedArguments&) {
     const Points points = pointsOf(graph, item);
-    placePoints(graph, points, toSpace(graph, points, request.space), [&](const Vec3& point) {
+    return placePoints(graph, points, toSpace(graph, points, request.space), [&](const Vec3& point) {
         return request.isRelative ? point + completed(request.values, {}) : completed(request.values, point);
     });
-    return {};
 }
 
 /// Applies a linear map about the pivot: the given one, or the transform's own.
 std::string mapPoints(graph::Graph& graph, const SelectionItem& item, const Request& request,
                       const Vec3& ownPivot, const Matrix4& map) {
     const Points points = pointsOf(graph, item);
+    const Found<Matrix4> toObject = inverseFor(graph, points.shape, points.world);
+    if (!toObject.ok()) return toObject.error;
     const Matrix4 space = toSpace(graph, points, request.space);
-    const Vec3 pivot =
-        geometry::transformPoint(request.pivot.value_or(ownPivot), points.world.inverse().matrix * space);
-    placePoints(graph, points, space,
-                [&](const Vec3& point) { return pivot + geometry::transformVector(point - pivot, map); });
-    return {};
+    const Vec3 pivot = geometry::transformPoint(request.pivot.value_or(ownPivot), toObject.value * space);
+    return placePoints(graph, points, space, [&](const Vec3& point) {
+        return pivot + geometry::transformVector(point - pivot, map);
+    });
 }
 
 std::string rotatePoints(graph::Graph& graph, const SelectionItem& item, const Request& request,
@@ -195,15 +209,14 @@ std::string moveTransform(graph::Graph& graph, const Placed& transform, const Re
 
 std::string rotateAbsolutely(graph::Graph& graph, const Placed& transform, const Request& request) {
     const geometry::TransformParts parts = nodes::transformParts(graph, transform);
-    const Matrix4 parent = parentRotation(graph, transform);
     if (request.space != Space::World) {
         const Vec3 degrees = completed(request.values, toDegrees(parts.rotate));
         return writeTriple(graph, transform, "rotate", toRadians(degrees));
     }
-    const Vec3 present = geometry::eulerAngles(ownRotation(graph, transform) * parent, parts.rotateOrder);
-    const Matrix4 world =
-        geometry::rotationMatrix(toRadians(completed(request.values, toDegrees(present))), parts.rotateOrder);
-    return setOwnRotation(graph, transform, world * parent.transposed());
+    const Vec3 present = geometry::eulerAngles(
+        ownRotation(graph, transform) * parentRotation(graph, transform), parts.rotateOrder);
+    const Vec3 wanted = toRadians(completed(request.values, toDegrees(present)));
+    return setWorldRotation(graph, transform, geometry::rotationMatrix(wanted, parts.rotateOrder));
 }
 
 std::string rotateRelatively(graph::Graph& graph, const Placed& transform, const Request& request,
@@ -217,8 +230,7 @@ std::string rotateRelatively(graph::Graph& graph, const Placed& transform, const
     const Matrix4 own = ownRotation(graph, transform);
     if (request.space == Space::Object) return setOwnRotation(graph, transform, turn * own);
     if (request.space == Space::Local) return setOwnRotation(graph, transform, own * turn);
-    const Matrix4 parent = parentRotation(graph, transform);
-    return setOwnRotation(graph, transform, own * parent * turn * parent.transposed());
+    return setWorldRotation(graph, transform, own * parentRotation(graph, transform) * turn);
 }
 
 /// Runs an edit, and then moves the transform so that the point at the pivot stays in place.
@@ -226,7 +238,9 @@ template <typename Edit>
 std::string aroundPivot(graph::Graph& graph, const Placed& transform, const std::optional<Vec3>& pivot,
                         Edit edit) {
     if (!pivot) return edit();
-    const Vec3 inObject = geometry::transformPoint(*pivot, worldMatrix(graph, transform).inverse().matrix);
+    const Found<Matrix4> toObject = worldToObject(graph, transform);
+    if (!toObject.ok()) return toObject.error;
+    const Vec3 inObject = geometry::transformPoint(*pivot, toObject.value);
     std::string error = edit();
     if (!error.empty()) return error;
     const Vec3 moved = geometry::transformPoint(inObject, worldMatrix(graph, transform));

@@ -28,12 +28,10 @@ CommandResult objectType(CommandContext& context, const ParsedArguments& argumen
 class AttributeFilter {
   public:
     AttributeFilter(const graph::Graph& graph, const ParsedArguments& arguments)
-        : graph_(graph), arguments_(arguments) {
-        for (int use = 0; use < arguments.uses("string"); ++use)
-            patterns_.push_back(arguments.values("string", use)[0].toString());
-        for (int use = 0; use < arguments.uses("category"); ++use)
-            categories_.push_back(arguments.values("category", use)[0].toString());
-    }
+        : graph_(graph),
+          arguments_(arguments),
+          patterns_(texts(arguments, "string")),
+          categories_(texts(arguments, "category")) {}
 
     bool takes(const graph::Plug& plug) const {
         const graph::Attribute& attribute = plug.attribute();

@@ -81,6 +81,12 @@ std::string matchScale(graph::Graph& graph, const NodeRef& transform, const Node
     return writeTriple(graph, transform, "scale", scale);
 }
 
+std::string matchRotation(graph::Graph& graph, const NodeRef& transform, const NodeRef& target) {
+    const Found<Matrix4> fromTarget = worldToParent(graph, target);
+    if (!fromTarget.ok()) return fromTarget.error;
+    return setWorldRotation(graph, transform, ownRotation(graph, target) * parentRotation(graph, target));
+}
+
 CommandResult matchTransform(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
     const Found<std::vector<NodeRef>> found = transformsOf(context, arguments, "matchTransform");
@@ -94,10 +100,7 @@ CommandResult matchTransform(CommandContext& context, const ParsedArguments& arg
         const NodeRef& node = found.value[k];
         std::string error;
         if (wants("scale")) error = matchScale(graph, node, target);
-        if (error.empty() && wants("rotation")) {
-            const Matrix4 world = ownRotation(graph, target) * parentRotation(graph, target);
-            error = setOwnRotation(graph, node, world * parentRotation(graph, node).transposed());
-        }
+        if (error.empty() && wants("rotation")) error = matchRotation(graph, node, target);
         if (error.empty() && wants("position"))
             error =
                 moveInWorld(graph, node, rotatePivotInWorld(graph, target) - rotatePivotInWorld(graph, node));

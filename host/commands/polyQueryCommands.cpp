@@ -1,13 +1,13 @@
 // The commands polySelect and polyEvaluate.
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 #include <optional>
 #include <utility>
 
 #include "commands/commands.h"
 #include "commands/meshSupport.h"
-#include "nodes/transformNode.h"
 
 namespace host::commands {
 
@@ -90,10 +90,10 @@ constexpr Area kAreas[] = {{"area", false, false},
                            {"faceArea", false, true},
                            {"worldFaceArea", true, true}};
 
-/// What is evaluated: meshes, each once, and the items that named them.
+/// What is evaluated: meshes, each once at each of its places that was named, and the items that named them.
 struct Evaluated {
     std::vector<SelectionItem> items;
-    std::vector<graph::NodeRef> shapes;
+    std::vector<SelectionItem> shapes;  // whole nodes
     std::vector<nodes::MeshPtr> meshes;
 };
 
@@ -146,38 +146,43 @@ Counts countsOf(const Evaluated& evaluated, const ParsedArguments& arguments, bo
 std::vector<double> boundingBox(graph::Graph& graph, const Evaluated& evaluated, bool isAccurate) {
     geometry::BoundingBox box;
     for (std::size_t k = 0; k < evaluated.shapes.size(); ++k) {
-        const geometry::Matrix4 world = nodes::worldMatrix(graph, evaluated.shapes[k]);
+        const geometry::Matrix4 world = worldMatrix(graph, evaluated.shapes[k]);
         const geometry::Mesh& mesh = evaluated.meshes[k]->mesh;
         box.expand(isAccurate ? geometry::bounds(mesh, world) : geometry::bounds(mesh).transformed(world));
     }
     return {box.min.x, box.max.x, box.min.y, box.max.y, box.min.z, box.max.z};
 }
 
-/// The areas of faces: of those of an item, or of all.
-void appendFaceAreas(const geometry::Mesh& mesh, const SelectionItem& item, std::vector<double>& areas) {
-    const auto append = [&](int face) {
-        areas.push_back(geometry::length(geometry::faceAreaVector(mesh, face)) / 2);
-    };
-    if (item.isWholeNode()) {
-        for (int face = 0; face < mesh.faceCount(); ++face)
-            append(face);
-    } else if (item.component && item.component->kind() == graph::ComponentKind::Face) {
-        for (const int face : item.component->elements())
-            append(face);
+/// The faces that items name of a shape: all of them if one names it as a whole.
+std::vector<int> namedFaces(const std::vector<SelectionItem>& items, const SelectionItem& shape,
+                            int faceCount) {
+    std::vector<int> faces;
+    for (const SelectionItem& item : items) {
+        if (item.isSameObject(shape)) {
+            faces.resize(static_cast<std::size_t>(faceCount));
+            std::iota(faces.begin(), faces.end(), 0);
+            break;
+        }
+        if (item.node == shape.node && item.path == shape.path &&
+            item.component->kind() == graph::ComponentKind::Face)
+            faces = item.component->elements();
     }
+    return faces;
 }
 
 std::vector<double> areasOf(graph::Graph& graph, const Evaluated& evaluated, const Area& area) {
     std::vector<double> areas;
     for (std::size_t k = 0; k < evaluated.shapes.size(); ++k) {
-        const graph::NodeRef& shape = evaluated.shapes[k];
+        const SelectionItem& shape = evaluated.shapes[k];
         const geometry::Mesh& own = evaluated.meshes[k]->mesh;
-        const geometry::Mesh mesh =
-            area.isInWorld ? geometry::transformed(own, nodes::worldMatrix(graph, shape)) : own;
-        if (!area.isPerFace) appendFaceAreas(mesh, {shape, {}, {}}, areas);
-        for (const SelectionItem& item : evaluated.items) {
-            if (area.isPerFace && item.node == shape) appendFaceAreas(mesh, item, areas);
-        }
+        const geometry::Mesh mesh = area.isInWorld ? meshInWorld(graph, shape, own) : own;
+        const auto areaOf = [&](int face) {
+            return geometry::length(geometry::faceAreaVector(mesh, face)) / 2;
+        };
+        const std::vector<SelectionItem> whole{shape};
+        const std::vector<int> faces =
+            namedFaces(area.isPerFace ? evaluated.items : whole, shape, mesh.faceCount());
+        std::transform(faces.begin(), faces.end(), std::back_inserter(areas), areaOf);
     }
     if (!area.isPerFace) areas = {std::accumulate(areas.begin(), areas.end(), 0.0)};
     return areas;
@@ -205,13 +210,15 @@ std::optional<CommandResult> areaAnswer(graph::Graph& graph, const Evaluated& ev
 }
 
 Found<Evaluated> evaluatedObjects(CommandContext& context, const ParsedArguments& arguments) {
-    Found<std::vector<SelectionItem>> objects = meshObjects(context, arguments, "polyEvaluate");
+    Found<std::vector<SelectionItem>> objects = placedMeshObjects(context, arguments, "polyEvaluate");
     if (!objects.ok()) return {{}, objects.error};
-    Found<Evaluated> found;
-    for (const graph::NodeRef& shape : nodesOf(objects.value)) {
-        Found<nodes::MeshPtr> mesh = evaluatedMesh(context.graph, shape);
+    graph::Selection shapes;
+    for (const SelectionItem& item : objects.value)
+        shapes.add({item.node, {}, {}, item.path});
+    Found<Evaluated> found{{{}, shapes.items(), {}}, {}};
+    for (const SelectionItem& shape : shapes.items()) {
+        Found<nodes::MeshPtr> mesh = evaluatedMesh(context.graph, shape.node);
         if (!mesh.ok()) return {{}, "polyEvaluate: " + mesh.error};
-        found.value.shapes.push_back(shape);
         found.value.meshes.push_back(std::move(mesh.value));
     }
     found.value.items = std::move(objects.value);

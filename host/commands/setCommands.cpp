@@ -177,9 +177,24 @@ CommandResult intersects(const Call& call) {
         }));
 }
 
+/// The attribute for what alone a new set may hold; null if it may hold anything.
+Found<const char*> restrictionOf(const ParsedArguments& arguments) {
+    const std::pair<const char*, const char*>* asked = nullptr;
+    for (const auto& restriction : kRestrictions) {
+        if (!arguments.isSet(restriction.first)) continue;
+        if (asked != nullptr)
+            return {nullptr, std::string("sets: -") + asked->first + " and -" + restriction.first +
+                                 " cannot be used together."};
+        asked = &restriction;
+    }
+    return {asked != nullptr ? asked->second : nullptr, {}};
+}
+
 /// The new set that a call asks for, without members.
 Found<NodeRef> makeSet(CommandContext& context, const ParsedArguments& arguments) {
     graph::Graph& graph = context.graph;
+    const Found<const char*> restriction = restrictionOf(arguments);
+    if (!restriction.ok()) return {nullptr, restriction.error};
     Found<std::string> name{"set1", {}};
     if (arguments.isSet("name")) name = legalName(context.graph, arguments.text("name"));
     if (!name.ok()) return {nullptr, name.error};
@@ -193,9 +208,7 @@ Found<NodeRef> makeSet(CommandContext& context, const ParsedArguments& arguments
     }
     if (arguments.isSet("text"))
         graph.setData(set->plug("annotation"), std::make_shared<graph::StringData>(arguments.text("text")));
-    for (const auto& [flag, attribute] : kRestrictions) {
-        if (arguments.isSet(flag)) graph.setNumber(set->plug(attribute), 1.0);
-    }
+    if (restriction.value != nullptr) graph.setNumber(set->plug(restriction.value), 1.0);
     return {set, {}};
 }
 

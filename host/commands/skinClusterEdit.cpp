@@ -122,6 +122,11 @@ std::string skinSettingsObstacle(const ParsedArguments& arguments) {
         return "skinCluster: Bind methods other than closest distance (0) are not covered.";
     if (arguments.isSet("maximumInfluences") && arguments.integer("maximumInfluences") < 1)
         return "skinCluster: At least one influence must be allowed.";
+    // Also what is no number is refused.
+    if (arguments.isSet("dropoffRate") && !(arguments.number("dropoffRate") >= 0.0))
+        return "skinCluster: -dropoffRate takes a number from 0 on.";
+    const double weight = arguments.number("weight");
+    if (!(weight >= 0.0 && weight <= 1.0)) return "skinCluster: -weight takes a number from 0 to 1.";
     const auto isWithin = [&](const char* flag, int last) {
         return arguments.integer(flag) >= 0 && arguments.integer(flag) <= last;
     };

@@ -1,6 +1,7 @@
 #include "commands/skinSupport.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "nodes/deformers.h"
@@ -8,6 +9,13 @@
 namespace host::commands {
 
 using nodes::WeightRole;
+
+namespace {
+
+/// What normalizing may change of a weight that was normalized before.
+constexpr double kRounding = 1e-12;
+
+}  // namespace
 
 WeightEditor::WeightEditor(graph::Graph& graph, graph::NodeRef skinCluster, bool normalizes)
     : graph_(graph),
@@ -98,6 +106,13 @@ void WeightEditor::set(int vertex, std::vector<double> weights, std::vector<Weig
     };
     normalize();
     if (limit(weights, roles)) normalize();
+    bool isUnchanged = true;
+    for (std::size_t k = 0; k < weights.size(); ++k) {
+        // What was taken away is a change, however small it was.
+        const bool isExact = roles[k] == WeightRole::Given || weights[k] == 0.0;
+        isUnchanged = isUnchanged && std::abs(weights[k] - present[k]) <= (isExact ? 0.0 : kRounding);
+    }
+    if (isUnchanged) return;
     for (std::size_t k = 0; k < weights.size(); ++k) {
         if (weights[k] == 0.0) continue;
         rows_.influences.push_back(influences_[k]);
@@ -107,7 +122,7 @@ void WeightEditor::set(int vertex, std::vector<double> weights, std::vector<Weig
 }
 
 bool WeightEditor::write() {
-    nodes::setWeightRows(graph_, skinCluster_, rows_);
+    if (!rows_.vertices.empty()) nodes::setWeightRows(graph_, skinCluster_, rows_);
     return isKept_;
 }
 

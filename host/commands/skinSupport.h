@@ -26,7 +26,8 @@ class WeightEditor {
 
     /// The stored weights of a vertex.
     std::vector<double> weights(int vertex) const;
-    /// Sets new weights of a vertex.
+    /// Sets new weights of a vertex. Weights that no call gave and that differ from the present ones by
+    /// rounding only are no change: a row without change is not written.
     /// @param roles  Given for the weights that the call sets, Free for all others
     void set(int vertex, std::vector<double> weights, std::vector<nodes::WeightRole> roles);
     /// Writes everything that was set.

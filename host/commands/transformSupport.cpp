@@ -73,14 +73,58 @@ std::string writeTriple(graph::Graph& graph, const graph::NodeRef& transform, co
     return {};
 }
 
-Matrix4 worldToParent(graph::Graph& graph, const Placed& transform) {
-    return parentMatrix(graph, transform).inverse().matrix;
+std::string writeLocalMatrix(graph::Graph& graph, const graph::NodeRef& transform, const Matrix4& matrix) {
+    const geometry::TransformParts parts = nodes::partsWithMatrix(graph, transform, matrix);
+    const std::pair<const char*, Vec3> values[] = {{"translate", parts.translate},
+                                                   {"rotate", parts.rotate},
+                                                   {"scale", parts.scale},
+                                                   {"shear", parts.shear}};
+    for (const auto& [attribute, wanted] : values) {
+        const graph::Plug compound = transform->plug(attribute);
+        const Vec3 present = nodes::tripleAt(graph, compound);
+        Vec3 value = wanted;
+        for (int axis = 0; axis < 3; ++axis) {
+            const bool isRounding = std::abs(value[axis] - present[axis]) <= 1e-9;
+            if (isRounding && !writeObstacle(graph, compound.child(axis)).empty())
+                value[axis] = present[axis];
+        }
+        std::string error = writeTriple(graph, transform, attribute, value);
+        if (!error.empty()) return error;
+    }
+    return {};
+}
+
+const char* inverseObstacle(const Matrix4& matrix, const char* flat) {
+    for (int row = 0; row < 4; ++row) {
+        if (!geometry::isFinite(matrix.row(row))) return "has a matrix with numbers that are not finite";
+    }
+    return flat;
+}
+
+Found<Matrix4> inverseFor(const graph::Graph& graph, const graph::NodeRef& node, const Matrix4& matrix,
+                          const char* flat) {
+    const geometry::InverseMatrix inverse = matrix.inverse();
+    if (inverse.ok) return {inverse.matrix, {}};
+    return {{},
+            graph.uniqueName(*node) + ' ' + inverseObstacle(matrix, flat) +
+                " and cannot be placed in the world."};
+}
+
+Found<Matrix4> worldToParent(graph::Graph& graph, const Placed& transform) {
+    return inverseFor(graph, transform, parentMatrix(graph, transform));
+}
+
+Found<Matrix4> worldToObject(graph::Graph& graph, const Placed& node) {
+    Found<Matrix4> toParent = worldToParent(graph, node);
+    return toParent.ok() ? inverseFor(graph, node, worldMatrix(graph, node), "has a scale of 0") : toParent;
 }
 
 std::string moveInWorld(graph::Graph& graph, const Placed& transform, const Vec3& offset) {
+    const Found<Matrix4> toParent = worldToParent(graph, transform);
+    if (!toParent.ok()) return toParent.error;
     const Vec3 present = nodes::tripleAt(graph, transform->plug("translate"));
-    const Vec3 local = geometry::transformVector(offset, worldToParent(graph, transform));
-    return writeTriple(graph, transform, "translate", present + local);
+    return writeTriple(graph, transform, "translate",
+                       present + geometry::transformVector(offset, toParent.value));
 }
 
 Matrix4 ownRotation(graph::Graph& graph, const graph::NodeRef& transform) {
@@ -100,6 +144,13 @@ std::string setOwnRotation(graph::Graph& graph, const graph::NodeRef& transform,
     const Matrix4 plain = geometry::rotationMatrix(parts.rotateAxis).transposed() * rotation *
                           geometry::rotationMatrix(parts.jointOrient).transposed();
     return writeTriple(graph, transform, "rotate", nearestAngles(plain, parts.rotateOrder, parts.rotate));
+}
+
+std::string setWorldRotation(graph::Graph& graph, const Placed& transform, const Matrix4& rotation) {
+    // The rotation of a parent without extent is arbitrary.
+    const Found<Matrix4> toParent = worldToParent(graph, transform);
+    if (!toParent.ok()) return toParent.error;
+    return setOwnRotation(graph, transform, rotation * parentRotation(graph, transform).transposed());
 }
 
 Chain::Chain(const graph::SelectionItem& item) {

@@ -46,11 +46,25 @@ std::string writeObstacle(const graph::Graph& graph, const graph::Plug& plug);
 std::string writeTriple(graph::Graph& graph, const graph::NodeRef& transform, const char* attribute,
                         const geometry::Vec3& value);
 
-/// Moves a transform by a vector in world space.
+/// Sets translation, rotation, scale and shear so that a transform gets this local matrix. Fails if one that
+/// has to change by more than rounding is locked or connected; some may be written then.
+/// @return empty, or the error
+std::string writeLocalMatrix(graph::Graph& graph, const graph::NodeRef& transform,
+                             const geometry::Matrix4& matrix);
+
+/// Moves a transform by a vector in world space. Fails below a scale of 0.
 std::string moveInWorld(graph::Graph& graph, const Placed& transform, const geometry::Vec3& offset);
 
-/// Matrix from world space to the space of a transform's parent.
-geometry::Matrix4 worldToParent(graph::Graph& graph, const Placed& transform);
+/// What is said of a node whose matrix has no inverse.
+/// @param flat  what is said if the matrix is finite: a scale of 0 is a part of it
+const char* inverseObstacle(const geometry::Matrix4& matrix, const char* flat = "is below a scale of 0");
+/// The inverse of a matrix that takes a node to other nodes; an error where there is none.
+Found<geometry::Matrix4> inverseFor(const graph::Graph& graph, const graph::NodeRef& node,
+                                    const geometry::Matrix4& matrix,
+                                    const char* flat = "is below a scale of 0");
+/// Matrices from world space to the space of a transform's parent, and to object space.
+Found<geometry::Matrix4> worldToParent(graph::Graph& graph, const Placed& transform);
+Found<geometry::Matrix4> worldToObject(graph::Graph& graph, const Placed& node);
 
 /// The rotation of a transform alone (rotate axis, rotation, joint orient), and that of its parent in world
 /// space.
@@ -61,6 +75,8 @@ geometry::Matrix4 parentRotation(graph::Graph& graph, const Placed& transform);
 /// angles, those nearest to the current ones are used.
 std::string setOwnRotation(graph::Graph& graph, const graph::NodeRef& transform,
                            const geometry::Matrix4& rotation);
+/// The same for both rotations together. Fails below a scale of 0.
+std::string setWorldRotation(graph::Graph& graph, const Placed& transform, const geometry::Matrix4& rotation);
 
 /// A place told by its nodes, from the node up to the top level: it means the same after other changes of the
 /// hierarchy, where numbers of paths do not.

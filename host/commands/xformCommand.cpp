@@ -68,9 +68,7 @@ std::string rotate(graph::Graph& graph, const Placed& node, const ParsedArgument
     const Matrix4 turn = geometry::rotationMatrix(angles, parts.rotateOrder);
     const Matrix4 own = ownRotation(graph, node);
     if (!isWorld(arguments)) return setOwnRotation(graph, node, turn * own);
-    const Matrix4 parent = parentRotation(graph, node);
-    const Matrix4 world = isRelative ? own * parent * turn : turn;
-    return setOwnRotation(graph, node, world * parent.transposed());
+    return setWorldRotation(graph, node, isRelative ? own * parentRotation(graph, node) * turn : turn);
 }
 
 std::string scale(graph::Graph& graph, const Placed& node, const ParsedArguments& arguments) {
@@ -94,7 +92,9 @@ std::string setMatrix(graph::Graph& graph, const Placed& node, const ParsedArgum
     Matrix4 matrix;
     for (std::size_t k = 0; k < kMatrixSize; ++k)
         matrix.m[k / 4][k % 4] = numbers[k];
-    if (isWorld(arguments)) matrix = matrix * worldToParent(graph, node);
+    Found<Matrix4> toParent;
+    if (isWorld(arguments)) toParent = worldToParent(graph, node);
+    if (!toParent.ok()) return toParent.error;
     for (const char* attribute : {"translate", "rotate", "scale", "shear"}) {
         const graph::Plug compound = node->plug(attribute);
         for (int axis = 0; axis < 3; ++axis) {
@@ -102,7 +102,7 @@ std::string setMatrix(graph::Graph& graph, const Placed& node, const ParsedArgum
             if (!error.empty()) return error;
         }
     }
-    nodes::setLocalMatrix(graph, node, matrix);
+    nodes::setLocalMatrix(graph, node, matrix * toParent.value);
     return {};
 }
 
@@ -137,14 +137,16 @@ std::string editPoints(graph::Graph& graph, const SelectionItem& item, const Par
     if (!arguments.isSet("translation")) return {};
     const nodes::MeshPtr mesh = nodes::meshOf(graph, item.node);
     const std::vector<int> vertices = verticesOf(mesh, *item.component);
-    const Matrix4 toObject = isWorld(arguments) ? worldMatrix(graph, item).inverse().matrix : Matrix4();
+    Found<Matrix4> toObject;
+    if (isWorld(arguments)) toObject = worldToObject(graph, item);
+    if (!toObject.ok()) return toObject.error;
     const Vec3 value = tripleOf(arguments, "translation");
     std::vector<Vec3> offsets;
     offsets.reserve(vertices.size());
     for (const int vertex : vertices) {
         offsets.push_back(arguments.isSet("relative")
-                              ? geometry::transformVector(value, toObject)
-                              : geometry::transformPoint(value, toObject) - mesh->mesh.point(vertex));
+                              ? geometry::transformVector(value, toObject.value)
+                              : geometry::transformPoint(value, toObject.value) - mesh->mesh.point(vertex));
     }
     nodes::offsetVertices(graph, item.node, vertices, offsets);
     return {};

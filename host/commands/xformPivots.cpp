@@ -41,7 +41,9 @@ std::string setRotatePivot(graph::Graph& graph, const Placed& node, const Parsed
     const Vec3 constant = parts.rotatePivotTranslate + parts.rotatePivot -
                           geometry::transformVector(parts.rotatePivot, rotation);
     if (isInWorld) {
-        const Vec3 inParent = geometry::transformPoint(pivot, worldToParent(graph, node));
+        const Found<Matrix4> toParent = worldToParent(graph, node);
+        if (!toParent.ok()) return toParent.error;
+        const Vec3 inParent = geometry::transformPoint(pivot, toParent.value);
         pivot = geometry::transformVector(inParent - parts.translate - constant, rotation.transposed());
     }
     const Vec3 shift = constant - pivot + geometry::transformVector(pivot, rotation);
@@ -57,7 +59,11 @@ std::string setScalePivot(graph::Graph& graph, const Placed& node, const ParsedA
     const Matrix4 scaling = scaleOnly(parts);
     const Vec3 constant =
         parts.scalePivotTranslate + parts.scalePivot - geometry::transformVector(parts.scalePivot, scaling);
-    if (isInWorld) pivot = geometry::transformPoint(pivot, worldMatrix(graph, node).inverse().matrix);
+    if (isInWorld) {
+        const Found<Matrix4> toObject = worldToObject(graph, node);
+        if (!toObject.ok()) return toObject.error;
+        pivot = geometry::transformPoint(pivot, toObject.value);
+    }
     const Vec3 shift = constant - pivot + geometry::transformVector(pivot, scaling);
     std::string error = writeTriple(graph, node, "scalePivot", pivot);
     if (!keepsPlace(arguments)) return error;

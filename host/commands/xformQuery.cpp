@@ -58,12 +58,7 @@ constexpr Query kQueries[] = {
      [](graph::Graph& graph, const Placed& node, bool world, Numbers& out) {
          append(out, world ? scalePivotInWorld(graph, node) : nodes::transformParts(graph, node).scalePivot);
      }},
-    {"boundingBox", [](graph::Graph& graph, const Placed& node, bool world, Numbers& out) {
-         geometry::BoundingBox box;
-         expandBox(graph, node, world ? Matrix4() : worldToParent(graph, node), box);
-         append(out, box.min);
-         append(out, box.max);
-     }}};
+    {"boundingBox", nullptr}};  // the only answer that may not exist: see appendBox
 
 void appendPoints(graph::Graph& graph, const SelectionItem& item, bool world, Numbers& numbers) {
     const nodes::MeshPtr mesh = nodes::meshOf(graph, item.node);
@@ -74,6 +69,19 @@ void appendPoints(graph::Graph& graph, const SelectionItem& item, bool world, Nu
         const Vec3 point = mesh->mesh.point(vertex);
         append(numbers, world ? geometry::transformPoint(point, matrix) : point);
     }
+}
+
+/// Appends the minimum and maximum of what is at and below a transform.
+/// @return empty, or the error
+std::string appendBox(graph::Graph& graph, const Placed& node, bool world, Numbers& numbers) {
+    Found<Matrix4> toSpace;
+    if (!world) toSpace = worldToParent(graph, node);
+    if (!toSpace.ok()) return toSpace.error;
+    geometry::BoundingBox box;
+    expandBox(graph, node, toSpace.value, box);
+    append(numbers, box.min);
+    append(numbers, box.max);
+    return {};
 }
 
 /// Appends the value for one item.
@@ -89,6 +97,7 @@ std::string appendAnswer(graph::Graph& graph, const SelectionItem& item, const Q
     const Placed node = item.node->isA("shape") ? Placed(item).parent() : Placed(item);
     if (item.plug || !node->isA("transform"))
         return "xform: " + graph::itemName(graph, item) + " is neither a transform nor points of a mesh.";
+    if (query.run == nullptr) return appendBox(graph, node, world, numbers);
     query.run(graph, node, world, numbers);
     return {};
 }

@@ -201,7 +201,8 @@ void setRotateOrder(graph::Graph& graph, const graph::NodeRef& transform, geomet
     graph.setNumber(named(transform, "rotateOrder"), static_cast<double>(order));
 }
 
-void setLocalMatrix(graph::Graph& graph, const graph::NodeRef& transform, const geometry::Matrix4& matrix) {
+geometry::TransformParts partsWithMatrix(graph::Graph& graph, const graph::NodeRef& transform,
+                                         const geometry::Matrix4& matrix) {
     geometry::TransformParts parts = transformParts(graph, transform);
     const geometry::Vec3& compensation = parts.inverseParentScale;
     const geometry::Matrix4 parentScale =
@@ -220,6 +221,11 @@ void setLocalMatrix(graph::Graph& graph, const graph::NodeRef& transform, const 
     parts.shear = plain.shear;
     parts.translate = {};
     parts.translate = matrix.row(3) - geometry::composeTransform(parts).row(3);
+    return parts;
+}
+
+void setLocalMatrix(graph::Graph& graph, const graph::NodeRef& transform, const geometry::Matrix4& matrix) {
+    const geometry::TransformParts parts = partsWithMatrix(graph, transform, matrix);
     setTranslation(graph, transform, parts.translate);
     setRotation(graph, transform, parts.rotate);
     setScale(graph, transform, parts.scale);

@@ -25,8 +25,11 @@ void setScale(graph::Graph& graph, const graph::NodeRef& transform, const geomet
 void setShear(graph::Graph& graph, const graph::NodeRef& transform, const geometry::Vec3& value);
 void setRotateOrder(graph::Graph& graph, const graph::NodeRef& transform, geometry::RotateOrder order);
 
-/// Sets translation, rotation (in the node's rotate order), scale and shear so that the node gets this local
-/// matrix. Pivots and joint orient stay.
+/// The transform's attributes with the translation, rotation (in the node's rotate order), scale and shear
+/// that give it this local matrix. Pivots and joint orient stay.
+geometry::TransformParts partsWithMatrix(graph::Graph& graph, const graph::NodeRef& transform,
+                                         const geometry::Matrix4& matrix);
+/// Sets these attributes.
 void setLocalMatrix(graph::Graph& graph, const graph::NodeRef& transform, const geometry::Matrix4& matrix);
 
 /// Connects a joint's inverseScale to the scale of its parent if the parent is a joint, and disconnects it
