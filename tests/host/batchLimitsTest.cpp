@@ -153,7 +153,7 @@ TEST_F(Limits, AnAllocationThatFailsEndsAStatementAndKeepsTheScene) {
 }
 
 TEST_F(Limits, MemoryThatFillsUpSlowlyEndsTheStatementOnly) {
-    for (int kilobytes = 40000; kilobytes <= 60000; kilobytes += 4000) {
+    for (int kilobytes = 92000; kilobytes <= 112000; kilobytes += 4000) {
         const Outcome outcome = runLimited(
             "ulimit -v " + std::to_string(kilobytes), "-noAutoloadPlugins -prompt <",
             "polyCube -n kept -ch 0;\n"
