@@ -118,8 +118,9 @@ void drawRow(const Model& model, const Caster& caster, const View& view, Picture
     for (int column = 0; column < picture.width; ++column) {
         Vec3 sum;
         for (int sample = 0; sample < kSamples * kSamples; ++sample) {
+            const int step = sample / kSamples;
             const double x = column + (sample % kSamples + 0.5) / kSamples;
-            const double y = row + (sample / kSamples + 0.5) / kSamples;
+            const double y = row + (step + 0.5) / kSamples;
             const Ray ray = rayThrough(view, 2.0 * x / picture.width - 1.0, 1.0 - 2.0 * y / picture.height);
             sum += shaded(model, caster.cast(ray), ray.direction);
         }

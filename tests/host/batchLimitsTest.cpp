@@ -266,7 +266,7 @@ TEST_F(Limits, OneThreadDoesWhatTheSystemGivesNoOtherFor) {
 }
 
 TEST_F(Limits, LittleMemoryEndsARunWithAnErrorOrLeavesItWhole) {
-    for (int kilobytes = 40000; kilobytes <= 160000; kilobytes += 15000) {
+    for (int kilobytes = 85000; kilobytes <= 205000; kilobytes += 15000) {
         const Outcome outcome = runLimited("ulimit -v " + std::to_string(kilobytes), "-script", kSymmetry);
         const bool isWhole = outcome.status == 0 && outcome.output == "1\n63001\n";
         const bool isRefused = outcome.status == 1 && outcome.messages.find("memory") != std::string::npos;
