@@ -156,7 +156,9 @@ geometry::BoundingBox boxOf(graph::Graph& graph, const std::vector<graph::Select
 /// Moves a camera along its axis until a sphere around a box fills the part of the picture that is wanted.
 std::string fit(graph::Graph& graph, const NodeRef& camera, const geometry::BoundingBox& box, double part) {
     const NodeRef transform = camera->parent()->ref();
-    const render::Lens lens = lensOf(graph, camera);
+    const Found<render::Lens> found = lensOf(graph, camera);
+    if (!found.ok()) return "viewFit: " + found.error;
+    const render::Lens& lens = found.value;
     const double radius = std::max(geometry::length(box.max - box.min) / 2.0, 1e-3);
     double distance = radius;
     if (lens.isOrthographic) {

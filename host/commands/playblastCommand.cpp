@@ -181,8 +181,9 @@ std::string shoot(graph::Graph& graph, const ViewState& view, const NodeRef& cam
                   std::size_t frame) {
     const nodes::TimeScope scope(graph, fromScriptUnit(graph, graph::ValueKind::Time, shots.frames[frame]));
     const double aspect = static_cast<double>(shots.width) / shots.height;
-    const render::View seen =
-        render::viewOf(worldMatrix(graph, Placed(camera).parent()), lensOf(graph, camera), aspect);
+    const Found<render::Lens> lens = lensOf(graph, camera);
+    if (!lens.ok()) return "playblast: " + lens.error;
+    const render::View seen = render::viewOf(worldMatrix(graph, Placed(camera).parent()), lens.value, aspect);
     const render::Picture picture = render::draw(surfacesOf(graph, view), seen, shots.width, shots.height);
     if (!picture.ok()) return "playblast: " + picture.error;
     const std::string bytes = render::pngBytes(picture);

@@ -1,5 +1,8 @@
 #include "commands/viewState.h"
 
+#include <cmath>
+#include <utility>
+
 #include "graph/names.h"
 
 namespace host::commands {
@@ -20,7 +23,7 @@ Found<graph::NodeRef> viewCamera(const graph::Graph& graph, const ViewState& vie
                                                   : findCamera(graph, "persp");
 }
 
-render::Lens lensOf(graph::Graph& graph, const graph::NodeRef& camera) {
+Found<render::Lens> lensOf(graph::Graph& graph, const graph::NodeRef& camera) {
     const auto number = [&](const char* attribute) { return graph.number(camera->plug(attribute)); };
     render::Lens lens;
     lens.isOrthographic = number("orthographic") != 0.0;
@@ -32,7 +35,16 @@ render::Lens lensOf(graph::Graph& graph, const graph::NodeRef& camera) {
     lens.filmFit = static_cast<render::FilmFit>(static_cast<int>(number("filmFit")));
     lens.nearClip = number("nearClipPlane");
     lens.farClip = number("farClipPlane");
-    return lens;
+    const auto isSize = [](double value) { return std::isfinite(value) && value > 0.0; };
+    for (const auto& [attribute, value] :
+         {std::pair("focalLength", lens.focalLength), std::pair("horizontalFilmAperture", lens.filmWidth),
+          std::pair("verticalFilmAperture", lens.filmHeight), std::pair("cameraScale", lens.cameraScale),
+          std::pair("orthographicWidth", lens.orthographicWidth), std::pair("farClipPlane", lens.farClip)}) {
+        if (!isSize(value))
+            return {lens, "Nothing can be seen through " + graph.uniqueName(*camera) + ": its " + attribute +
+                              " must be above 0."};
+    }
+    return {lens, {}};
 }
 
 }  // namespace host::commands

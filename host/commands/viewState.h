@@ -25,7 +25,7 @@ Found<graph::NodeRef> findCamera(const graph::Graph& graph, const std::string& n
 /// The camera that the view looks through.
 Found<graph::NodeRef> viewCamera(const graph::Graph& graph, const ViewState& view);
 
-/// What a camera's attributes say.
-render::Lens lensOf(graph::Graph& graph, const graph::NodeRef& camera);
+/// What a camera's attributes say; an error if nothing can be seen through it.
+Found<render::Lens> lensOf(graph::Graph& graph, const graph::NodeRef& camera);
 
 }  // namespace host::commands

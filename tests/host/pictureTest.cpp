@@ -241,6 +241,12 @@ TEST_F(Playblast, NamesFilesByTheirFrames) {
         EXPECT_EQ(host_.fails(command), error);
     }
     EXPECT_NE(host_.fails(call("none/b.png")).find("b.png"), std::string::npos);
+    host_.ok("setAttr perspShape.focalLength 0");
+    for (const std::string& command : {call("b.png"), std::string("viewFit persp")}) {
+        EXPECT_NE(host_.fails(command).find("perspShape: its focalLength must be above 0."),
+                  std::string::npos);
+    }
+    host_.ok("undo");
     EXPECT_FALSE(std::filesystem::exists(path("b.png")));
     EXPECT_EQ(host_.dump(), before);
 }
