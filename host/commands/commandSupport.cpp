@@ -150,6 +150,13 @@ Found<graph::PlugMatch> findOnePlug(graph::Graph& graph, const std::string& name
     return {match, {}};
 }
 
+graph::Plug atInstance(graph::Graph& graph, const graph::Plug& plug, const std::string& name) {
+    const bool isPerInstance = plug.attribute().isOutput() || plug.attribute().longName() == "instObjGroups";
+    if (!plug.isArray() || !isPerInstance) return plug;
+    const std::vector<graph::SelectionItem> items = graph::findAll(graph, name).items;
+    return plug.element(items.size() == 1 ? static_cast<int>(items.front().path) : 0);
+}
+
 std::int64_t rangeLength(const graph::PlugMatch& match) {
     const std::int64_t first = match.plug.logicalIndex();
     return first < 0 || match.last <= first ? 1 : match.last - first + 1;

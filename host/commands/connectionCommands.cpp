@@ -22,20 +22,7 @@ Found<Ends> namedEnds(CommandContext& context, const ParsedArguments& arguments)
     if (!source.ok()) return {{}, "The source attribute '" + names[0] + "' cannot be found."};
     const Found<graph::PlugMatch> destination = findOnePlug(context.graph, names[1]);
     if (!destination.ok()) return {{}, "The destination attribute '" + names[1] + "' cannot be found."};
-    return {{source.value.plug, destination.value.plug}, {}};
-}
-
-/// Multis with one element per instance of their object. Here an object has one instance.
-bool isPerInstance(const graph::Attribute& attribute) {
-    return attribute.isOutput() || attribute.longName() == "instObjGroups";
-}
-
-/// Completes the ends. A multi with an element per instance ("worldMesh") means its first element. With
-/// -nextAvailable, a multi means the element after its last one.
-void completeEnds(graph::Graph& graph, Ends& ends, bool takesNext) {
-    if (ends.destination.isArray() && takesNext)
-        ends.destination = ends.destination.element(graph.nextIndex(ends.destination));
-    if (ends.source.isArray() && isPerInstance(ends.source.attribute())) ends.source = ends.source.element(0);
+    return {{atInstance(context.graph, source.value.plug, names[0]), destination.value.plug}, {}};
 }
 
 CommandResult connectAttr(CommandContext& context, const ParsedArguments& arguments) {
@@ -43,7 +30,8 @@ CommandResult connectAttr(CommandContext& context, const ParsedArguments& argume
     Found<Ends> found = namedEnds(context, arguments);
     if (!found.ok()) return CommandResult::failure(found.error);
     Ends& ends = found.value;
-    completeEnds(graph, ends, arguments.isSet("nextAvailable"));
+    if (ends.destination.isArray() && arguments.isSet("nextAvailable"))
+        ends.destination = ends.destination.element(graph.nextIndex(ends.destination));
     const std::string source = fullPlugName(graph, ends.source);
     const std::string destination = fullPlugName(graph, ends.destination);
     const std::string problem = connectionProblem(ends.source, ends.destination);
@@ -84,7 +72,6 @@ CommandResult disconnectAttr(CommandContext& context, const ParsedArguments& arg
     Found<Ends> found = namedEnds(context, arguments);
     if (!found.ok()) return CommandResult::failure(found.error);
     Ends& ends = found.value;
-    completeEnds(graph, ends, false);
     if (ends.destination.isArray() && arguments.isSet("nextAvailable")) {
         if (const graph::Plug element = fedElement(graph, ends)) ends.destination = element;
     }
@@ -102,7 +89,6 @@ CommandResult disconnectAttr(CommandContext& context, const ParsedArguments& arg
 CommandResult isConnected(CommandContext& context, const ParsedArguments& arguments) {
     Found<Ends> found = namedEnds(context, arguments);
     if (!found.ok()) return CommandResult::failure(found.error);
-    completeEnds(context.graph, found.value, false);
     return CommandResult::success(context.graph.source(found.value.destination) == found.value.source);
 }
 

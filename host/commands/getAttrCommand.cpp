@@ -130,9 +130,7 @@ CommandResult readOne(graph::Graph& graph, const graph::Plug& plug, bool asStrin
 }
 
 CommandResult readValue(graph::Graph& graph, const graph::PlugMatch& match, bool asString) {
-    graph::Plug plug = match.plug;
-    // A computed multi ("worldMatrix") has no stored elements: its first one is meant.
-    if (plug.isArray() && plug.attribute().isOutput()) plug = plug.element(0);
+    const graph::Plug& plug = match.plug;
     const std::int64_t length = rangeLength(match);
     const bool isRange = length > 1;
     if (!isRange && !plug.isArray()) return readOne(graph, plug, asString);
@@ -179,8 +177,12 @@ CommandResult getAttr(CommandContext& context, const ParsedArguments& arguments)
     const Found<graph::PlugMatch> found = findOnePlug(graph, arguments.objectNames().front());
     if (!found.ok()) return CommandResult::failure(found.error);
     if (auto answer = query(graph, found.value.plug, arguments)) return std::move(*answer);
+    // A computed multi ("worldMatrix") has no stored elements.
+    graph::PlugMatch match = found.value;
+    if (match.plug.attribute().isOutput())
+        match.plug = atInstance(graph, match.plug, arguments.objectNames().front());
     const bool asString = arguments.isSet("asString");
-    if (!arguments.isSet("time")) return readValue(graph, found.value, asString);
+    if (!arguments.isSet("time")) return readValue(graph, match, asString);
     const graph::Plug time = nodes::timePlug(graph);
     const double wanted = arguments.number("time");
     if (hasSource(graph, time))
@@ -188,7 +190,7 @@ CommandResult getAttr(CommandContext& context, const ParsedArguments& arguments)
     if (!std::isfinite(wanted))
         return CommandResult::failure("getAttr: '" + Value(wanted).toString() + "' is no time.");
     const nodes::TimeScope scope(graph, fromScriptUnit(graph, graph::ValueKind::Time, wanted));
-    return readValue(graph, found.value, asString);
+    return readValue(graph, match, asString);
 }
 
 }  // namespace
