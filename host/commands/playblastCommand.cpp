@@ -55,22 +55,21 @@ std::optional<std::vector<int>> isolatedFaces(const ViewState& view, const Place
 }
 
 std::vector<render::Surface> surfacesOf(graph::Graph& graph, const ViewState& view) {
-    const bool isIsolated = std::any_of(view.isolated.begin(), view.isolated.end(),
-                                        [](const auto& entry) { return !entry.first.expired(); });
+    const bool isIsolated = std::any_of(view.isolated.begin(), view.isolated.end(), [](const auto& entry) {
+        const NodeRef shape = entry.first.lock();
+        return shape != nullptr && shape->isAlive();
+    });
     std::vector<render::Surface> surfaces;
     for (graph::Node* root : graph.roots()) {
         visitMeshes(graph, root->ref(), [&](const Placed& shape, const geometry::Mesh& mesh) {
             if (!isVisible(graph, {shape.node, {}, {}, shape.path})) return;
             std::optional<std::vector<int>> faces = isolatedFaces(view, shape);
             if (isIsolated && !faces) return;
-            render::Surface surface{mesh, worldMatrix(graph, shape), shownColors(graph, shape), {}, false};
-            if (faces) {
-                // They may be older than the mesh.
+            // They may be older than the mesh.
+            if (faces)
                 faces->erase(std::lower_bound(faces->begin(), faces->end(), mesh.faceCount()), faces->end());
-                surface.faces = std::move(*faces);
-                surface.isPart = true;
-            }
-            surfaces.push_back(std::move(surface));
+            surfaces.push_back(
+                {mesh, worldMatrix(graph, shape), shownColors(graph, shape), std::move(faces)});
         });
     }
     return surfaces;

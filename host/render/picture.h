@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,9 +20,8 @@ constexpr Color kGrey{0.5F, 0.5F, 0.5F};
 struct Surface {
     geometry::Mesh mesh{};
     geometry::Matrix4 world{};
-    std::vector<Color> colors{};  ///< by vertex; all are grey if there are none
-    std::vector<int> faces{};     ///< those to draw, if not all are
-    bool isPart = false;          ///< only `faces` are drawn
+    std::vector<Color> colors{};              ///< by vertex; all are grey if there are none
+    std::optional<std::vector<int>> faces{};  ///< those to draw, if not all are
 };
 
 /// Red, green and blue, one byte each, in rows from the top.

@@ -28,7 +28,7 @@ bool isFinite(const geometry::Mesh& mesh, int vertex) {
 
 Triangles trianglesOf(const Surface& surface, const geometry::Mesh& seen) {
     const geometry::Triangulation cut =
-        surface.isPart ? geometry::triangulate(seen, surface.faces) : geometry::triangulate(seen);
+        surface.faces ? geometry::triangulate(seen, *surface.faces) : geometry::triangulate(seen);
     Triangles result;
     result.vertices.reserve(3 * cut.triangles.size());
     for (const std::array<int, 3>& triangle : cut.triangles) {

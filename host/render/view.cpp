@@ -40,11 +40,6 @@ bool fitsWidth(const Lens& lens, double aspect) {
 
 }  // namespace
 
-Vec3 View::project(const Vec3& point) const {
-    const double distance = isOrthographic ? 1.0 : -point.z;
-    return {point.x / (halfWidth * distance), point.y / (halfHeight * distance), point.z};
-}
-
 View viewOf(const Matrix4& camera, const Lens& lens, double aspect) {
     View view;
     view.toCamera = cameraSpace(camera);

@@ -34,9 +34,6 @@ struct View {
     double halfHeight = 1.0;
     double nearClip = 0.1;
     double farClip = 10000.0;
-
-    /// Where a point of camera space is in a picture: -1 to 1 from left to right and from bottom to top.
-    geometry::Vec3 project(const geometry::Vec3& point) const;
 };
 
 /// @param camera  from the camera's space to world space; its scale does not count

@@ -265,6 +265,9 @@ TEST_F(Playblast, ShowsColoursVisibilityAndIsolatedFaces) {
     host_.ok("headlessIsolate pPlane1.f[1]");
     EXPECT_EQ(pixel(shot(), 10, 20)[0], kBackground);
     EXPECT_EQ(pixel(shot(), 30, 20)[0], 128);
+    host_.ok("duplicate -n other pPlane1; delete pPlane1");
+    EXPECT_NE(pixel(shot(), 10, 20)[0], kBackground) << "what is isolated is gone";
+    host_.ok("undo; undo");
     EXPECT_EQ(host_.fails("headlessIsolate pPlane1.vtx[0]"), "headlessIsolate: pPlane1.vtx[0] are no faces.");
     host_.ok("headlessIsolate -clear; group pPlane1; setAttr group1.visibility 0");
     EXPECT_EQ(pixel(shot(), 30, 20)[0], kBackground);
