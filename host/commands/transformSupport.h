@@ -97,7 +97,7 @@ struct Chain {
 /// Moves a node from its parent there below another. A transform keeps its place in the world unless
 /// `isRelative`, or unless it has further instances: they share its own matrix.
 /// @return empty, or why its numbers cannot follow
-std::string moveBelow(graph::Graph& graph, const Chain& node, const Chain& parent, bool isRelative);
+std::string moveBelow(graph::Graph& graph, const Chain& chain, const Chain& parent, bool isRelative);
 
 /// The parent of an item at its place; null for the top level.
 graph::Node* parentAt(const graph::SelectionItem& item);
