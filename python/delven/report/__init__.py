@@ -16,7 +16,7 @@ class NothingToReport(WrongUse):
     """The scene has no blend shape that deforms a mesh."""
 
 
-def run(out, blend_shapes=None, meshes=None, axis="x", views=("front", "side"), size=256):
+def run(out, blend_shapes=None, meshes=None, axis="x", views=("front", "side"), size=256, faces=None):
     """Writes the report about the open scene. Returns what report.json holds.
 
     out           folder for index.html, report.json and the pictures, made when missing
@@ -25,10 +25,11 @@ def run(out, blend_shapes=None, meshes=None, axis="x", views=("front", "side"), 
     axis          "x", "y" or "z", the symmetry axis in object space; left is its positive side
     views         names of delven.report.pictures.VIEWS
     size          side of a picture in pixels
+    faces         pairs of a first and a last face: pictures show only these; all by default
 
     The scene stays as it is, except that it counts as modified and that no faces are isolated any more. Raises
     WrongUse, and OSError if the files cannot be written.
     """
     from delven.report import writing
 
-    return writing.run(out, blend_shapes, meshes, axis, views, size)
+    return writing.run(out, blend_shapes, meshes, axis, views, size, faces)

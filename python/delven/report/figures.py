@@ -87,10 +87,9 @@ def _item_findings(stored, count):
     if stored["doubled"]:
         text = f"{_number(stored['doubled'], 'vertex is', 'vertices are')} listed more than once."
         yield finding("doubled", f"{text} Their deltas add up: make the target again.")
-    if not any(stored[name] for name in ("moved", "beyond", "notFinite", "components", "stored")):
-        yield finding("empty", "It stores no deltas. Delete the target if nothing is to come.")
-    elif not any(stored[name] for name in ("moved", "beyond", "notFinite")) and stored["components"] == stored["stored"]:
-        yield finding("empty", "It moves nothing. Delete the target if nothing is to come.")
+    if not any(stored[name] for name in ("moved", "beyond", "notFinite")) and stored["components"] == stored["stored"]:
+        what = "moves nothing" if stored["stored"] else "stores no deltas"
+        yield finding("empty", f"It {what}. Delete the target if nothing is to come.")
 
 
 def _target_findings(item, weights):

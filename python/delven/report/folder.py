@@ -17,6 +17,10 @@ def in_batch(options):
     except NothingToReport as error:
         batch.report(nothing=str(error))
         return
+    except (WrongUse, RuntimeError) as error:
+        # Raised on, it would be told with a place in the script of the batch, which nobody has written.
+        batch.report(failed=str(error))
+        return
     targets = sum(len(shape["targets"]) for shape in made["shapes"])
     batch.report(targets=targets, errors=made["errors"], warnings=made["warnings"])
 
@@ -38,11 +42,17 @@ def _place(row):
     return next((os.path.dirname(name) for name in row["files"] if os.path.basename(name) == "index.html"), None)
 
 
+def _failure(row):
+    """Why a scene has no report; None if it has one, or needs none."""
+    return f"{row['status']}: {row['error']}" if row["status"] != "ok" else row["report"].get("failed")
+
+
 def _listed(row, out):
     """The cells of a scene in the list."""
     name = page.text(os.path.relpath(row["scene"], os.path.dirname(out)))
-    if row["status"] != "ok":
-        return name, "–", "–", "–", f'<span class="error">{page.text(row["status"])}: {page.text(row["error"])}</span>'
+    failure = _failure(row)
+    if failure:
+        return name, "–", "–", "–", f'<span class="error">{page.text(failure)}</span>'
     report = row["report"]
     if "nothing" in report:
         return name, "0", "0", "0", page.text(report["nothing"])
@@ -59,14 +69,15 @@ def run(files, out, options):
     out = os.path.abspath(out)
     rows = _rows(files, out, options)
     for row in rows:
-        if row["status"] != "ok":
-            print(f"{row['scene']}: {row['status']}: {row['error']}", file=sys.stderr)
+        if _failure(row):
+            print(f"{row['scene']}: {_failure(row)}", file=sys.stderr)
         elif _place(row):
             writing.sweep(os.path.join(out, _place(row)))
     heads = ("Scene", "Targets", "Errors", "Warnings", "State")
     body = page.table("Scenes", heads, [_listed(row, out) for row in rows])
-    writing.replace(os.path.join(out, "index.html"), page.document("Blend shapes", f"<main>\n<h1>Blend shapes</h1>\n{body}\n</main>"))
+    whole = page.document("Blend shapes", f"<main>\n<h1>Blend shapes</h1>\n{body}\n</main>")
+    writing.replace(os.path.join(out, "index.html"), whole)
     errors = sum(row["report"].get("errors", 0) for row in rows)
-    failed = sum(row["status"] != "ok" for row in rows)
+    failed = sum(_failure(row) is not None for row in rows)
     print(f"{len(rows)} scenes, {errors} errors in targets, {failed} scenes failed: {os.path.join(out, 'index.html')}")
     return errors, failed

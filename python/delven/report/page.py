@@ -39,8 +39,8 @@ def _data(value):
     return f'<data value="{value}">{shown}</data>'
 
 
-def _plural(count, noun):
-    return f"{count} {noun}" if count == 1 else f"{count} {noun}s"
+def _plural(count, noun, plural=None):
+    return f"{count} {noun if count == 1 else plural or noun + 's'}"
 
 
 def document(title, body):
@@ -89,11 +89,15 @@ def _top(report):
         for row in shape["targets"]:
             link = f'<a href="#{_anchor(number, row)}">{text(shape["blendShape"])}, {text(_label(row))}</a>: '
             found += [(link, finding) for finding in row["findings"]]
+    left_out = ""
+    if not any(shape["pictures"] for shape in report["shapes"]):
+        left_out = '<p class="warning">There are no pictures: this host was built without Embree or libpng.</p>\n'
+    left_out += "".join(f'<p class="warning">Left out: {text(one["text"])}</p>\n' for one in report["skipped"])
     if not found:
-        return '<p class="fine">Nothing is wrong with these targets.</p>'
+        return f'{left_out}<p class="fine">Nothing is wrong with these targets.</p>'
     found.sort(key=lambda pair: _LEVELS.index(pair[1]["level"]))
     counts = f"{_plural(report['errors'], 'error')}, {_plural(report['warnings'], 'warning')}"
-    return f'<p>{counts}</p>\n<ul class="findings">\n{_findings(found)}\n</ul>'
+    return f'{left_out}<p>{counts}</p>\n<ul class="findings">\n{_findings(found)}\n</ul>'
 
 
 def _image(name, alt, size):
@@ -117,7 +121,7 @@ def _terms(pairs):
 
 def _facts(row):
     """What somebody who looks at a target wants to know first."""
-    yield "Moves", f"{_plural(row['moved'], 'vertex').replace('vertexs', 'vertices')}, at most {_data(row['largest'])}"
+    yield "Moves", f"{_plural(row['moved'], 'vertex', 'vertices')}, at most {_data(row['largest'])}"
     yield "Symmetry", text(row["symmetry"]["class"] or "–")
     if row["live"]:
         yield "Live mesh", text(row["live"])
@@ -184,9 +188,10 @@ def _section(number, shape, size):
     cards = "\n".join(_card(number, row, size) for row in shape["targets"])
     return (
         f'<section aria-labelledby="s{number}">\n<h2 id="s{number}">{text(name)}</h2>\n'
-        f"<p>{_plural(shape['vertices'], 'vertex').replace('vertexs', 'vertices')}. Mirror partners by "
+        f"<p>{_plural(shape['vertices'], 'vertex', 'vertices')}. Mirror partners by "
         f"{shape['partnersBy']}, {shape['unpaired']} without one.</p>\n"
-        f'{_overview(number, shape)}\n<div class="views">\n{views}\n</div>\n<div class="cards">\n{cards}\n</div>\n</section>'
+        f'{_overview(number, shape)}\n<div class="views">\n{views}\n</div>\n'
+        f'<div class="cards">\n{cards}\n</div>\n</section>'
     )
 
 
@@ -199,7 +204,7 @@ def _notes(report):
         "a target is on both sides alike. It is left or right when the other side has less than 1 % of all movement. "
         "A target of one side is compared with its partner by name in the same way.</p>\n"
         "<p>Colours show how far each vertex moves, up to the largest delta of that target. What is grey stays.</p>\n"
-        '<div class="ramp" role="img" aria-label="From little movement, dark blue, to the largest, light yellow"></div>\n'
+        '<div class="ramp" role="img" aria-label="From little movement, blue, to the largest, yellow"></div>\n'
         "</details>"
     )
 

@@ -56,6 +56,10 @@ def _axis(rotation):
     return numpy.array([numpy.cos(x) * numpy.sin(y), -numpy.sin(x), numpy.cos(x) * numpy.cos(y)])
 
 
+class NoPictures(RuntimeError):
+    """This host was built without what draws pictures."""
+
+
 class Studio:
     """A mesh, and a camera for each view of it."""
 
@@ -85,20 +89,28 @@ class Studio:
             cmds.camera(camera, edit=True, position=place.tolist(), orthographicWidth=2 * radius)
             cmds.camera(camera, edit=True, nearClipPlane=whole / 100, farClipPlane=8 * whole)
 
+    def _playblast(self, path):
+        try:
+            cmds.playblast(
+                format="image",
+                compression="png",
+                frame=cmds.currentTime(query=True),
+                completeFilename=path,
+                forceOverwrite=True,
+                widthHeight=(self._size, self._size),
+                percent=100,
+            )
+        except RuntimeError as error:
+            if "not covered" in str(error):
+                raise NoPictures(str(error)) from None
+            raise
+
     def _shoot(self, stem, suffix=""):
         names = {}
         for view, camera in self._cameras.items():
             names[view] = f"{stem}-{view}{suffix}.png"
             cmds.lookThru(camera)
-            cmds.playblast(
-                format="image",
-                compression="png",
-                frame=cmds.currentTime(query=True),
-                completeFilename=os.path.join(self._folder, names[view]),
-                forceOverwrite=True,
-                widthHeight=(self._size, self._size),
-                percent=100,
-            )
+            self._playblast(os.path.join(self._folder, names[view]))
         return names
 
     def shape(self, stem, deltas):
@@ -117,14 +129,17 @@ class Studio:
 
 
 @contextlib.contextmanager
-def studio(mesh, shape, views, size, folder):
-    """A studio for the copy of a shape's mesh, whose cameras are gone afterwards."""
+def studio(mesh, shape, views, size, faces, folder):
+    """A studio for the copy of a shape's mesh, whose cameras are gone afterwards. Nothing else is drawn.
+
+    faces  pairs of a first and a last face that are drawn; None for all
+    """
     cameras = {}
     try:
         for view in views:
             made = cmds.camera(orthographic=True, rotation=VIEWS[view], name="delvenReport")
             cameras[view] = cmds.ls(made[0], long=True)[0]
-        cmds.headlessIsolate(f"{mesh}.f[*]")
+        cmds.headlessIsolate([f"{mesh}.f[{first}:{last}]" for first, last in faces] if faces else f"{mesh}.f[*]")
         yield Studio(mesh, shape, size, folder, cameras)
     finally:
         if cameras:

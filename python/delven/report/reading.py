@@ -111,22 +111,27 @@ def _geometries(blend_shape):
     return list(zip(outputs, meshes))
 
 
-def _original(mesh):
-    try:
-        return tools.original_shape(mesh)
-    except RuntimeError as error:
-        raise WrongUse(
-            f"{mesh} has no original shape, which its deformers start from: {error} Make the blend shape again, or "
-            "leave this mesh out by --mesh."
-        ) from None
-
-
 def _shape(blend_shape, geometry, mesh):
-    original = _original(mesh)
+    """Raises RuntimeError if the host cannot tell what the mesh is."""
+    original = tools.original_shape(mesh)
     points = arrays.points(original)
     # Targets with a connected mesh have their deltas when the deformed mesh has been evaluated.
     cmds.polyEvaluate(mesh, vertex=True)
     return Shape(blend_shape, mesh, original, points, list(_items(blend_shape, geometry, len(points))))
+
+
+def _shapes(pairs):
+    """Shapes, and what has to be left out: one mesh that the host cannot evaluate does not hide the others."""
+    shapes, skipped = [], []
+    for blend_shape, geometry, mesh in pairs:
+        try:
+            shapes.append(_shape(blend_shape, geometry, mesh))
+        except RuntimeError as error:
+            text = f"{mesh} cannot be evaluated here, or has no original shape, which its deformers start from: {error}"
+            skipped.append({"blendShape": blend_shape, "mesh": mesh, "text": text})
+    if not shapes:
+        raise WrongUse(skipped[0]["text"])
+    return shapes, skipped
 
 
 def _one(name, **kind):
@@ -147,7 +152,10 @@ def _mesh_path(name):
 
 
 def find(blend_shapes, meshes):
-    """All blend shapes of the scene and their meshes, or those that are named. Raises WrongUse."""
+    """All blend shapes of the scene and their meshes, or those that are named, and what is left out of them.
+
+    Raises WrongUse.
+    """
     nodes = [_one(name, type="blendShape") for name in blend_shapes or ()] or cmds.ls(type="blendShape")
     if not nodes:
         raise NothingToReport("The scene has no blend shape. Make one, or give another scene.")
@@ -155,9 +163,9 @@ def find(blend_shapes, meshes):
     found = [(node, *pair) for node in nodes for pair in _geometries(node)]
     if not found:
         raise NothingToReport(f"No mesh is deformed by {', '.join(nodes)}. Connect one, or give another blend shape.")
-    shapes = [one for one in found if not wanted or cmds.ls(one[2], long=True)[0] in wanted]
-    missing = wanted - {cmds.ls(mesh, long=True)[0] for _, _, mesh in shapes}
+    pairs = [one for one in found if not wanted or cmds.ls(one[2], long=True)[0] in wanted]
+    missing = wanted - {cmds.ls(mesh, long=True)[0] for _, _, mesh in pairs}
     if missing:
         deformed = ", ".join(dict.fromkeys(mesh for _, _, mesh in found))
         raise WrongUse(f"{', '.join(sorted(missing))} is not deformed by {', '.join(nodes)}, but {deformed} is.")
-    return [_shape(*one) for one in shapes]
+    return _shapes(pairs)

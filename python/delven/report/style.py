@@ -19,7 +19,8 @@ CSS = (
 * { box-sizing: border-box; }
 body { margin: 0 auto; padding: 1rem; max-width: 76rem; background: var(--ground); color: var(--text);
   font: 1rem/1.5 system-ui, sans-serif; overflow-wrap: anywhere; }
-h1 { font-size: 1.6rem; line-height: 1.2; } h2 { font-size: 1.3rem; margin-top: 2.5rem; } h3 { font-size: 1.1rem; margin: 0; }
+h1 { font-size: 1.6rem; line-height: 1.2; }
+h2 { font-size: 1.3rem; margin-top: 2.5rem; } h3 { font-size: 1.1rem; margin: 0; }
 a { color: var(--link); } :focus-visible { outline: 3px solid var(--link); outline-offset: 2px; }
 .soft, figcaption { color: var(--soft); }
 .error { color: var(--error); } .warning { color: var(--warning); } .fine { color: var(--fine); }
@@ -27,13 +28,14 @@ a { color: var(--link); } :focus-visible { outline: 3px solid var(--link); outli
 .wide { overflow-x: auto; border: 1px solid var(--line); border-radius: .4rem; }
 table { border-collapse: collapse; width: 100%; overflow-wrap: normal; font-variant-numeric: tabular-nums; }
 th, td { padding: .3rem .7rem; text-align: right; white-space: nowrap; border-top: 1px solid var(--line); }
-thead th { border-top: 0; } th:first-child, td.words { text-align: left; }
+thead th { border-top: 0; } th:first-child, :is(th, td):last-child { text-align: left; }
+td:last-child { white-space: normal; min-width: 6rem; }
 .cards { display: grid; grid-template-columns: repeat(auto-fill, minmax(min(100%, 34rem), 1fr)); gap: 1rem; }
 .card { background: var(--card); border: 1px solid var(--line); border-radius: .4rem; padding: 1rem; min-width: 0; }
 .views { display: flex; flex-wrap: wrap; gap: .5rem; margin: .7rem 0; }
-figure { margin: 0; } figcaption { font-size: .85rem; }
+figure { margin: 0; max-width: 100%; } figcaption { font-size: .85rem; }
 img { display: block; max-width: 100%; height: auto; border-radius: .3rem; }
-dl { display: grid; grid-template-columns: max-content 1fr; gap: .1rem 1rem; margin: .5rem 0 0; }
+dl { display: grid; grid-template-columns: max-content minmax(0, 1fr); gap: .1rem 1rem; margin: .5rem 0 0; }
 dt { color: var(--soft); } dd { margin: 0; font-variant-numeric: tabular-nums; }
 summary { cursor: pointer; }
 .ramp { height: .8rem; max-width: 20rem; border-radius: .2rem; background: """

@@ -8,8 +8,9 @@ SIDES = {"left": 1, "right": -1}
 SYMMETRIC = 1e-3
 # Share of all movement below which a side does not take part.
 STILL = 0.01
-# Of the largest side of the mesh.
+# Both of the largest side of the mesh.
 _NEAR = 1e-4
+_MIDDLE = 1e-2
 
 
 def _cells(points, size):
@@ -21,12 +22,26 @@ def _keys(cells):
     return cells @ numpy.array([1, 1 << 21, 1 << 42])
 
 
+def _size(points):
+    """The largest side of a mesh."""
+    return max(numpy.ptp(points, axis=0).max(initial=0.0), 1e-9)
+
+
+def without_strays(partners, points, axis):
+    """Partners of an order map, without vertices that are their own partners far from the plane.
+
+    A walk over both halves makes such of faces that only one half has.
+    """
+    off = numpy.abs(points[:, "xyz".index(axis)]) > _MIDDLE * _size(points)
+    return numpy.where(off & (partners == numpy.arange(len(partners))), -1, partners)
+
+
 def partners_by_position(points, axis):
     """The vertex nearest to the mirror image of each one; -1 where none is near."""
     partners = numpy.full(len(points), -1)
     if not len(points):
         return partners
-    near = _NEAR * max(numpy.ptp(points, axis=0).max(), 1e-9)
+    near = _NEAR * _size(points)
     mirrored = points * sign(axis)
     corner = points.min(axis=0)
     keys = _keys(_cells(points - corner, near))

@@ -6,7 +6,7 @@ import re
 
 import numpy
 
-from delven import tools
+from delven import cmds, tools
 from delven.report import WrongUse, borrowed, figures, page, pictures, reading, symmetry
 
 SMALLEST, LARGEST = 16, 2048
@@ -28,6 +28,8 @@ def _partners(shape, copy, axis):
     """Mirror partners, and whether they come from topology or position: the one that pairs more."""
     near = symmetry.partners_by_position(shape.points, axis)
     walked = borrowed.partners(copy, shape.mesh, axis)
+    if walked is not None:
+        walked = symmetry.without_strays(walked, shape.points, axis)
     if walked is None or (walked >= 0).sum() < (near >= 0).sum():
         return near, "position"
     return walked, "topology"
@@ -77,12 +79,25 @@ def _take_pictures(shape, rows, studio, number):
     return base
 
 
-def _report_shape(shape, number, out, axis, views, size):
+def _check_faces(shape, faces):
+    count = cmds.polyEvaluate(shape.original, face=True)
+    for first, last in faces or ():
+        if not 0 <= first <= last < count:
+            text = f"There are no faces {first}:{last}: {shape.mesh} has {count}, the last is {count - 1}."
+            raise WrongUse(f"{text} Give others, or name another mesh by --mesh.")
+
+
+def _report_shape(shape, number, out, axis, views, size, faces):
     with borrowed.copy(shape.original) as copy:
         partners, way = _partners(shape, copy, axis)
         rows = list(_measured(shape, partners, axis))
-        with pictures.studio(copy, shape, views, size, out) as studio:
-            base = _take_pictures(shape, rows, studio, number)
+        with pictures.studio(copy, shape, views, size, faces, out) as studio:
+            try:
+                base = _take_pictures(shape, rows, studio, number)
+            except pictures.NoPictures:
+                base = {}
+                for row in rows:
+                    row["pictures"] = {}
     unpaired = int((partners < 0).sum())
     head = {"blendShape": shape.blend_shape, "mesh": shape.mesh, "vertices": len(shape.points)}
     return {**head, "partnersBy": way, "unpaired": unpaired, "pictures": base, "targets": rows}
@@ -114,17 +129,19 @@ def sweep(folder):
             os.remove(os.path.join(folder, name))
 
 
-def run(out, blend_shapes, meshes, axis, views, size, title="the open scene"):
+def run(out, blend_shapes, meshes, axis, views, size, faces=None, title="the open scene"):
     """See delven.report.run."""
     views = tuple(dict.fromkeys(views))
     check(axis, views, size)
     out = os.path.abspath(out)
     with borrowed.scene():
-        found = reading.find(blend_shapes, meshes)
+        found, skipped = reading.find(blend_shapes, meshes)
+        for shape in found:
+            _check_faces(shape, faces)
         os.makedirs(out, exist_ok=True)
-        shapes = [_report_shape(shape, number, out, axis, views, size) for number, shape in enumerate(found)]
+        shapes = [_report_shape(shape, number, out, axis, views, size, faces) for number, shape in enumerate(found)]
     report = {"scene": title, "axis": axis, "views": list(views), "size": size}
-    report.update(errors=_count(shapes, "error"), warnings=_count(shapes, "warning"), shapes=shapes)
+    report.update(errors=_count(shapes, "error"), warnings=_count(shapes, "warning"), skipped=skipped, shapes=shapes)
     replace(os.path.join(out, "index.html"), page.render(report))
     replace(os.path.join(out, "report.json"), json.dumps(report, indent=1, ensure_ascii=False, allow_nan=False) + "\n")
     sweep(out)
