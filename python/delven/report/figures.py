@@ -3,6 +3,7 @@
 import numpy
 
 from delven.report import symmetry
+from delven.report.words import counted
 
 NOISE = 1e-8
 LEVELS = {
@@ -69,23 +70,19 @@ def _painted(item, count):
     }
 
 
-def _number(count, noun, plural=None):
-    return f"{count} {noun if count == 1 else plural or noun + 's'}"
-
-
 def _item_findings(stored, count):
     """What is wrong with the deltas."""
     if stored["beyond"]:
-        text = f"{_number(stored['beyond'], 'delta')} for vertices that the mesh does not have: it has {count}."
+        text = f"{counted(stored['beyond'], 'delta')} for vertices that the mesh does not have: it has {count}."
         yield finding("beyond", f"{text} Remove them, or use the mesh that the target was made for.")
     if stored["notFinite"]:
-        text = f"{_number(stored['notFinite'], 'value')} that no mesh can hold (NaN, infinite or too large)."
+        text = f"{counted(stored['notFinite'], 'value')} that no mesh can hold (NaN, infinite or too large)."
         yield finding("notFinite", f"{text} Make the target again.")
     if stored["components"] != stored["stored"]:
-        text = f"{_number(stored['stored'], 'delta')}, but {_number(stored['components'], 'vertex', 'vertices')}."
+        text = f"{counted(stored['stored'], 'delta')}, but {counted(stored['components'], 'vertex', 'vertices')}."
         yield finding("counts", f"{text} Nobody knows which belong together: make the target again.")
     if stored["doubled"]:
-        text = f"{_number(stored['doubled'], 'vertex is', 'vertices are')} listed more than once."
+        text = f"{counted(stored['doubled'], 'vertex is', 'vertices are')} listed more than once."
         yield finding("doubled", f"{text} Their deltas add up: make the target again.")
     if not any(stored[name] for name in ("moved", "beyond", "notFinite")) and stored["components"] == stored["stored"]:
         what = "moves nothing" if stored["stored"] else "stores no deltas"
@@ -98,7 +95,7 @@ def _target_findings(item, weights):
         text = f"The target {item.target} has no name, so that scripts and animators do not find it."
         yield finding("noAlias", f"{text} Name it by aliasAttr.")
     if weights and weights["beyond"]:
-        text = f"{_number(weights['beyond'], 'painted weight')} for vertices that the mesh does not have."
+        text = f"{counted(weights['beyond'], 'painted weight')} for vertices that the mesh does not have."
         yield finding("weightsBeyond", f"{text} They do no harm, but show that the mesh was another one.")
 
 

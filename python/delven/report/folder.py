@@ -7,6 +7,7 @@ import urllib.parse
 
 from delven import batch
 from delven.report import NothingToReport, WrongUse, page, writing
+from delven.report.words import counted
 
 
 def in_batch(options):
@@ -47,16 +48,16 @@ def _failure(row):
     return f"{row['status']}: {row['error']}" if row["status"] != "ok" else row["report"].get("failed")
 
 
-def _listed(row, out):
+def _listed(row, root):
     """The cells of a scene in the list."""
-    name = page.text(os.path.relpath(row["scene"], os.path.dirname(out)))
+    name = page.text(os.path.relpath(row["scene"], root))
     failure = _failure(row)
     if failure:
         return name, "–", "–", "–", f'<span class="error">{page.text(failure)}</span>'
     report = row["report"]
     if "nothing" in report:
         return name, "0", "0", "0", page.text(report["nothing"])
-    link = urllib.parse.quote(_place(row).replace(os.sep, "/") + "/index.html")
+    link = urllib.parse.quote(_place(row).replace(os.sep, "/") + "/index.html", errors="surrogateescape")
     state = "error" if report["errors"] else "warning" if report["warnings"] else "fine"
     label = {"error": "has errors", "warning": "has warnings", "fine": "fine"}[state]
     counts = [str(report[key]) for key in ("targets", "errors", "warnings")]
@@ -73,11 +74,13 @@ def run(files, out, options):
             print(f"{row['scene']}: {_failure(row)}", file=sys.stderr)
         elif _place(row):
             writing.sweep(os.path.join(out, _place(row)))
+    root = os.path.commonpath([os.path.dirname(row["scene"]) for row in rows])
     heads = ("Scene", "Targets", "Errors", "Warnings", "State")
-    body = page.table("Scenes", heads, [_listed(row, out) for row in rows])
+    body = page.table("Scenes", heads, [_listed(row, root) for row in rows])
     whole = page.document("Blend shapes", f"<main>\n<h1>Blend shapes</h1>\n{body}\n</main>")
     writing.replace(os.path.join(out, "index.html"), whole)
     errors = sum(row["report"].get("errors", 0) for row in rows)
     failed = sum(_failure(row) is not None for row in rows)
-    print(f"{len(rows)} scenes, {errors} errors in targets, {failed} scenes failed: {os.path.join(out, 'index.html')}")
+    found = f"{counted(len(rows), 'scene')}, {counted(errors, 'error')} in targets, {failed} failed"
+    print(f"{found}: {os.path.join(out, 'index.html')}")
     return errors, failed

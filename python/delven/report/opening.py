@@ -4,6 +4,7 @@ import os
 
 from delven import cmds, mel, standalone
 from delven.report import WrongUse, writing
+from delven.report.words import counted
 
 _KINDS = (".ma", ".obj", ".mel")
 
@@ -38,7 +39,7 @@ def load(files):
     for name in files:
         try:
             _open(os.path.abspath(name))
-        except RuntimeError as error:
+        except (RuntimeError, ValueError) as error:
             raise WrongUse(f"{name} cannot be opened: {error}") from None
 
 
@@ -49,5 +50,6 @@ def run(files, out, options):
     report = writing.run(out, title=os.path.basename(files[0]), **options)
     targets = sum(len(shape["targets"]) for shape in report["shapes"])
     page = os.path.join(out, "index.html")
-    print(f"{targets} targets, {report['errors']} errors, {report['warnings']} warnings: {page}")
+    counts = (targets, "target"), (report["errors"], "error"), (report["warnings"], "warning")
+    print(f"{', '.join(counted(*one) for one in counts)}: {page}")
     return report["errors"]

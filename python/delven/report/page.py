@@ -4,6 +4,7 @@ import html
 import urllib.parse
 
 from delven.report.style import CSS
+from delven.report.words import counted
 
 _LEVELS = ("error", "warning")
 # Name and meaning of each figure, in the order of the page.
@@ -37,10 +38,6 @@ def _data(value):
         return "–"
     shown = f"{value:.4g}" if isinstance(value, float) else value
     return f'<data value="{value}">{shown}</data>'
-
-
-def _plural(count, noun, plural=None):
-    return f"{count} {noun if count == 1 else plural or noun + 's'}"
 
 
 def document(title, body):
@@ -96,7 +93,7 @@ def _top(report):
     if not found:
         return f'{left_out}<p class="fine">Nothing is wrong with these targets.</p>'
     found.sort(key=lambda pair: _LEVELS.index(pair[1]["level"]))
-    counts = f"{_plural(report['errors'], 'error')}, {_plural(report['warnings'], 'warning')}"
+    counts = f"{counted(report['errors'], 'error')}, {counted(report['warnings'], 'warning')}"
     return f'{left_out}<p>{counts}</p>\n<ul class="findings">\n{_findings(found)}\n</ul>'
 
 
@@ -121,7 +118,7 @@ def _terms(pairs):
 
 def _facts(row):
     """What somebody who looks at a target wants to know first."""
-    yield "Moves", f"{_plural(row['moved'], 'vertex', 'vertices')}, at most {_data(row['largest'])}"
+    yield "Moves", f"{counted(row['moved'], 'vertex', 'vertices')}, at most {_data(row['largest'])}"
     yield "Symmetry", text(row["symmetry"]["class"] or "–")
     if row["live"]:
         yield "Live mesh", text(row["live"])
@@ -188,7 +185,7 @@ def _section(number, shape, size):
     cards = "\n".join(_card(number, row, size) for row in shape["targets"])
     return (
         f'<section aria-labelledby="s{number}">\n<h2 id="s{number}">{text(name)}</h2>\n'
-        f"<p>{_plural(shape['vertices'], 'vertex', 'vertices')}. Mirror partners by "
+        f"<p>{counted(shape['vertices'], 'vertex', 'vertices')}. Mirror partners by "
         f"{shape['partnersBy']}, {shape['unpaired']} without one.</p>\n"
         f'{_overview(number, shape)}\n<div class="views">\n{views}\n</div>\n'
         f'<div class="cards">\n{cards}\n</div>\n</section>'

@@ -110,8 +110,8 @@ def _count(shapes, level):
 
 
 def replace(path, text):
-    """Writes a whole file at once: readers see the old one or the new one."""
-    with open(path + ".new", "w", encoding="utf-8") as file:
+    """Writes a whole file at once: readers see the old one or the new one. Names of files may be no Unicode."""
+    with open(path + ".new", "w", encoding="utf-8", errors="backslashreplace") as file:
         file.write(text)
     os.replace(path + ".new", path)
 
