@@ -48,8 +48,8 @@ std::vector<graph::NodeRef> nodesOf(const std::vector<graph::SelectionItem>& ite
 /// node.
 Found<graph::PlugMatch> findOnePlug(graph::Graph& graph, const std::string& name);
 
-/// A multi with one element for each instance of its object ("worldMatrix", "instObjGroups") means the element
-/// of the instance that the plug's name gives. Any other plug is itself.
+/// A multi with one element for each instance of its object ("worldMatrix", "instObjGroups") means the
+/// element of the instance that the plug's name gives. Any other plug is itself.
 graph::Plug atInstance(graph::Graph& graph, const graph::Plug& plug, const std::string& name);
 
 /// Number of elements that the plug's name means: 1 without a range.
